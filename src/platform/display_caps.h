@@ -1,0 +1,22 @@
+// What the display is, as last read: its size and depth, and whether it has colour.
+#pragma once
+
+#include <cstdint>
+
+namespace framereel {
+
+struct DisplayCaps {
+  uint16_t screenPlanes, screenPlaneBits;  // as the device tells them
+  uint16_t screenDepth;                    // bits per pixel: 1 on a monochrome display, 4 on one of 16 colours
+  bool screenHasColour, screenHasGrey;
+  int16_t screenWidth, screenHeight;  // pixels
+};
+
+// Reads the display; sends change code 2 when depth or colour are not what they were, and at the first call.
+void ReadDisplayCaps();
+const DisplayCaps& TheDisplayCaps();
+
+// True once the connection to the display has broken; nothing can be read or shown from then on.
+bool ScreenIsLost();
+
+}  // namespace framereel

@@ -1,0 +1,223 @@
+// The platform calls that the program makes, with the names and the meaning that the floors above rely on.
+//
+// This is a layer of our own, not an operating system's header: it holds exactly the types, constants and calls
+// that somebody above uses. The calls stand in the global namespace, and callers write them with a leading `::`.
+// Handles are opaque; null is no object. Unless a call says otherwise, a null or unsuitable handle makes it do
+// nothing and answer 0. All of it is for the program's one thread.
+//
+// The work is done in software on surfaces (surface.h) that a display (display.h) shows and reads.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+using BOOL = int32_t;
+using BYTE = uint8_t;
+using WORD = uint16_t;
+using DWORD = uint32_t;
+using UINT = uint32_t;
+using LONG = int32_t;
+using COLORREF = uint32_t;  // 0x00BBGGRR
+
+using HANDLE = void*;
+using HGDIOBJ = void*;  // any of the drawing objects below
+using HINSTANCE = struct Win32Instance*;
+using HDC = struct Win32DeviceContext*;
+using HBITMAP = struct Win32Bitmap*;
+using HPALETTE = struct Win32Palette*;
+using HCURSOR = struct Win32Cursor*;
+using HICON = HCURSOR;
+
+inline constexpr BOOL FALSE = 0;
+inline constexpr BOOL TRUE = 1;
+
+struct POINT {
+  LONG x, y;
+};
+
+struct RGBQUAD {
+  BYTE rgbBlue, rgbGreen, rgbRed, rgbReserved;
+};
+
+struct PALETTEENTRY {
+  BYTE peRed, peGreen, peBlue, peFlags;
+};
+
+inline constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue) {
+  return COLORREF{red} | COLORREF{green} << 8 | COLORREF{blue} << 16;
+}
+inline constexpr BYTE GetRValue(COLORREF colour) { return BYTE(colour); }
+inline constexpr BYTE GetGValue(COLORREF colour) { return BYTE(colour >> 8); }
+inline constexpr BYTE GetBValue(COLORREF colour) { return BYTE(colour >> 16); }
+
+// ---- Memory and process ------------------------------------------------------------------------------------------
+
+HANDLE GetProcessHeap();
+// A block of `bytes` bytes, uninitialised, aligned for any type; null when the heap is exhausted. `flags` is 0.
+void* HeapAlloc(HANDLE heap, DWORD flags, size_t bytes);
+// Resizes a block, possibly moving it, contents kept; null when the heap is exhausted, and the block then stays.
+void* HeapReAlloc(HANDLE heap, DWORD flags, void* block, size_t bytes);
+BOOL HeapFree(HANDLE heap, DWORD flags, void* block);
+
+[[noreturn]] void ExitProcess(UINT exitCode);
+
+// ---- Time --------------------------------------------------------------------------------------------------------
+
+// Milliseconds of the display's clock since some start; wraps to 0 after 2^32.
+DWORD GetTickCount();
+// Sleeps for at least the given time. Nothing that happens meanwhile ends it early.
+void Sleep(DWORD milliseconds);
+
+// ---- Resources ---------------------------------------------------------------------------------------------------
+
+// Copies string resource `id`, cut to `bufferSize` - 1 bytes, and a zero byte behind it. Answers the number of bytes
+// copied without the zero, or 0 when there is no such string; the buffer then holds the empty string.
+int LoadStringA(HINSTANCE instance, UINT id, char* buffer, int bufferSize);
+
+// ---- Files -------------------------------------------------------------------------------------------------------
+
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(intptr_t{-1});
+inline constexpr DWORD GENERIC_READ = 0x80000000;
+inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD CREATE_NEW = 1;
+inline constexpr DWORD OPEN_EXISTING = 3;
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD FILE_BEGIN = 0;
+inline constexpr DWORD FILE_CURRENT = 1;
+inline constexpr DWORD INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
+inline constexpr DWORD STD_OUTPUT_HANDLE = 0xFFFFFFF5;
+inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
+inline constexpr UINT OF_EXIST = 0x4000;
+
+using HFILE = int32_t;
+inline constexpr HFILE HFILE_ERROR = -1;
+
+struct OFSTRUCT {
+  BYTE cBytes;  // the record's size, filled by the call; nobody reads more of it
+};
+
+// Opens a file. `access` is GENERIC_READ, GENERIC_WRITE or both; `share` FILE_SHARE_READ or 0; `disposition`
+// CREATE_NEW (fails on a file that exists; a new file gets the user's default permissions) or OPEN_EXISTING.
+// `security` and `templateFile` are null, `attributes` is FILE_ATTRIBUTE_NORMAL. Paths are bytes, separated by "/".
+// INVALID_HANDLE_VALUE on failure, with errno telling why.
+HANDLE CreateFileA(const char* path, DWORD access, DWORD share, void* security, DWORD disposition, DWORD attributes,
+                   HANDLE templateFile);
+// The process's standard output, for STD_OUTPUT_HANDLE. It is not to be closed.
+HANDLE GetStdHandle(DWORD which);
+// Writes all of the bytes: a write that is interrupted or cut short goes on with the rest. `written` gets the number
+// of bytes that went out. FALSE on failure, with errno telling why. `overlapped` is null.
+BOOL WriteFile(HANDLE file, const void* bytes, DWORD count, DWORD* written, void* overlapped);
+// Reads up to `count` bytes; at the end of the file TRUE with `read` 0. `overlapped` is null.
+BOOL ReadFile(HANDLE file, void* bytes, DWORD count, DWORD* read, void* overlapped);
+// Moves the position and answers it; INVALID_SET_FILE_POINTER on failure. `distanceHigh` is null.
+DWORD SetFilePointer(HANDLE file, LONG distance, LONG* distanceHigh, DWORD from);
+// Brings what was written to the disk itself; FALSE when that fails, as on a full disk.
+BOOL FlushFileBuffers(HANDLE file);
+// FALSE when the system reports that an earlier write failed after all; the handle is gone in either case.
+BOOL CloseHandle(HANDLE file);
+BOOL DeleteFileA(const char* path);
+// Puts the file in the place of `to`, in one step, on the same file system; with MOVEFILE_REPLACE_EXISTING a file that
+// stands there goes. FALSE on failure, with errno telling why, and then both are as before.
+BOOL MoveFileExA(const char* from, const char* to, DWORD flags);
+// Only with OF_EXIST: answers HFILE_ERROR unless the path names a file that exists; nothing stays open.
+HFILE OpenFile(const char* path, OFSTRUCT* record, UINT mode);
+
+// ---- Display facts -----------------------------------------------------------------------------------------------
+
+inline constexpr int HORZRES = 8;
+inline constexpr int VERTRES = 10;
+inline constexpr int BITSPIXEL = 12;
+inline constexpr int PLANES = 14;
+inline constexpr int NUMCOLORS = 24;
+inline constexpr int RASTERCAPS = 38;
+inline constexpr int SIZEPALETTE = 104;
+inline constexpr int NUMRESERVED = 106;
+inline constexpr int RC_PALETTE = 0x100;
+
+// Facts of the screen, for any context. PLANES is 1 and BITSPIXEL the depth: 1, 2, 4, 8, 16, 24 or 32 (15 counts as
+// 16, 30 as 32; anything else as it stands). NUMCOLORS is 2^depth below 16 bits, else -1. RASTERCAPS has RC_PALETTE at
+// depth 8. SIZEPALETTE is 256 there and NUMRESERVED too: the palette belongs to the desktop, nobody may change it.
+int GetDeviceCaps(HDC context, int index);
+// Copies colours of a palette screen, first to first + count - 1; answers how many it has, 0 on a true-colour screen.
+UINT GetSystemPaletteEntries(HDC context, UINT first, UINT count, PALETTEENTRY* entries);
+// The colour that the screen shows for the given one.
+COLORREF GetNearestColor(HDC context, COLORREF colour);
+
+// ---- Contexts and bitmaps ----------------------------------------------------------------------------------------
+
+inline constexpr DWORD SRCCOPY = 0x00CC0020;
+inline constexpr DWORD SRCAND = 0x008800C6;
+inline constexpr DWORD SRCPAINT = 0x00EE0086;
+inline constexpr DWORD MERGEPAINT = 0x00BB0226;
+
+inline constexpr DWORD BI_RGB = 0;
+inline constexpr UINT DIB_RGB_COLORS = 0;
+inline constexpr UINT DIB_PAL_COLORS = 1;
+
+struct BITMAPINFOHEADER {
+  DWORD biSize;
+  LONG biWidth, biHeight;
+  WORD biPlanes, biBitCount;
+  DWORD biCompression, biSizeImage;
+  LONG biXPelsPerMeter, biYPelsPerMeter;
+  DWORD biClrUsed, biClrImportant;
+};
+
+struct BITMAPINFO {
+  BITMAPINFOHEADER bmiHeader;
+  RGBQUAD bmiColors[1];
+};
+
+// The screen's context, with driver "DISPLAY" and null for the rest: it reads and draws over all windows, in screen
+// coordinates. Connects to the display at the first call; null when there is none.
+HDC CreateDCA(const char* driver, const char* device, const char* output, const void* initData);
+// A context whose target is a bitmap, of 1 by 1 pixel until one is selected.
+HDC CreateCompatibleDC(HDC like);
+BOOL DeleteDC(HDC context);
+
+// Puts a bitmap into a memory context and answers the one that it replaced. A bitmap may be in one context at a time.
+HGDIOBJ SelectObject(HDC context, HGDIOBJ object);
+// Deletes a bitmap that is in no context. FALSE when it is in one, and then it stays.
+BOOL DeleteObject(HGDIOBJ object);
+
+// A bitmap of one bit per pixel, 0 black and 1 white, all 0; `planes` and `bitsPerPixel` are 1, `bits` is null.
+HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits);
+// A bitmap in the screen's own format, contents undefined. Null when the size is not positive, or memory ended.
+HBITMAP CreateCompatibleBitmap(HDC context, int width, int height);
+// The same with the size of the header; its colours are the screen's. `init` is 0; `bits` and `info` are null.
+HBITMAP CreateDIBitmap(HDC context, const BITMAPINFOHEADER* header, DWORD init, const void* bits,
+                       const BITMAPINFO* info, UINT usage);
+
+// Copies a rectangle between contexts with one of the raster operations above, clipped to both. From the screen's
+// context into a bitmap of the screen's format it is one read of the screen. Pixels that lie off the screen stay.
+BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation);
+// The same with another size at the source; each pixel takes the nearest source pixel.
+BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
+                int fromHeight, DWORD operation);
+// The colour of a pixel; 0xFFFFFFFF outside the target.
+COLORREF GetPixel(HDC context, int x, int y);
+
+// Reads rows of a bitmap that is in no context into bottom-up rows, each padded to a multiple of 4 bytes. `start` and
+// `rows` count scan lines from the bottom of the image; row `start` goes to the beginning of `bits`. Answers the rows.
+// By biBitCount: 24 gives blue, green, red bytes, channels of fewer bits widened so that full stays full; 8 and 2 with
+// DIB_PAL_COLORS the screen's colour indices (on a screen of 16 colours those of the fixed sixteen); 1 the nearer of
+// black (0) and white (1), leftmost pixel in the top bit, as 2 packs four. biHeight is positive. 0 on anything else.
+int GetDIBits(HDC context, HBITMAP bitmap, UINT start, UINT rows, void* bits, BITMAPINFO* info, UINT usage);
+
+// ---- The mouse pointer -------------------------------------------------------------------------------------------
+
+struct ICONINFO {
+  BOOL fIcon;
+  DWORD xHotspot, yHotspot;
+  HBITMAP hbmMask, hbmColor;  // the caller's, to be deleted; null here, since no caller looks at the pixels
+};
+
+// The picture that the pointer has on the screen now; null when it has none. It is the layer's, good until the next
+// call.
+HCURSOR GetCursor();
+// Its hot spot on the screen.
+BOOL GetCursorPos(POINT* position);
+BOOL GetIconInfo(HICON icon, ICONINFO* info);
+// Draws it with its top left corner at x, y, blended by its alpha and clipped to the target.
+BOOL DrawIcon(HDC context, int x, int y, HICON icon);
