@@ -12,12 +12,12 @@ namespace framereel {
 // A bitmap in the display's format that can be drawn into and copied from. A Port of kind kPortOffscreen.
 struct Offscreen {
   Port port;
-  int16_t width, height;    // pixels
-  uint16_t depth;           // bits per pixel
-  uint32_t byteSize;        // an estimate, for the program's own use
-  HBITMAP bitmap;           // owned
-  uint16_t colourCount;     // number of colours that it was made with
-  uint16_t colourCapacity;  // 1 << depth, cut to 16 bits: 0 from 16 bits up
+  int16_t width, height;   // pixels
+  uint16_t depth;          // bits per pixel
+  uint32_t byteSize;       // an estimate, for the program's own use
+  HBITMAP bitmap;          // owned
+  uint16_t colourCount;    // number of colours that it was made with
+  uint16_t colourCapacity; // 1 << depth, cut to 16 bits: 0 from 16 bits up
 };
 
 // Three 16-bit channels, 0xFFFF full.
@@ -27,22 +27,26 @@ struct Colour {
 
 struct ColourList {
   uint32_t count;
-  Colour* colours;  // from MemAlloc
+  Colour* colours; // from MemAlloc
 };
 
 // What a new Offscreen must be like to be in the screen's format.
 struct PixelSpec {
-  uint16_t kind;       // 1 indexed: `colours` holds; 2 direct: `depth` holds
-  ColourList colours;  // owned
+  uint16_t kind;      // 1 indexed: `colours` holds; 2 direct: `depth` holds
+  ColourList colours; // owned
   uint16_t depth;
 };
 
 // Rows in a known layout, stored bottom-up: the image's top row is the last one. A row is a multiple of 4 bytes long.
 struct DibBuffer {
-  int16_t width, height;  // pixels
-  uint16_t rowSize;       // bytes from a row to the next; in a DibBuffer1 32-bit words
-  uint8_t* bits;          // owned
+  int16_t width, height; // pixels
+  uint32_t rowSize;      // bytes from a row to the next; in a DibBuffer1 32-bit words
+  uint8_t* bits;         // owned
 };
+
+// Makes the list of Offscreens; its counterpart frees those that are left.
+void BitmapsStartUp();
+void BitmapsShutDown();
 
 // compatible: the display's format; else black and white. Null when the platform has no such bitmap. The caller frees.
 Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible);
@@ -55,7 +59,7 @@ Rect OffscreenBounds(const Offscreen* offscreen);
 void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode);
 
 // Buffers by their bits per pixel: 24 blue, green, red; 8 a colour index; 2 and 1 packed, leftmost in the top bits.
-// Width and height are positive. The caller frees each with the operation of its kind.
+// Width and height are positive, all bits 0. The caller frees them.
 DibBuffer* NewDibBuffer24(int16_t width, int16_t height);
 DibBuffer* NewDibBuffer8(int16_t width, int16_t height);
 DibBuffer* NewDibBuffer2(int16_t width, int16_t height);
@@ -75,4 +79,4 @@ uint16_t ScreenDepth();
 PixelSpec ScreenPixelSpec();
 void ScreenColours(ColourList* out);
 
-}  // namespace framereel
+} // namespace framereel

@@ -6,10 +6,10 @@
 namespace framereel {
 
 struct DisplayCaps {
-  uint16_t screenPlanes, screenPlaneBits;  // as the device tells them
-  uint16_t screenDepth;                    // bits per pixel: 1 on a monochrome display, 4 on one of 16 colours
+  uint16_t screenPlanes, screenPlaneBits; // as the device tells them
+  uint16_t screenDepth;                   // bits per pixel: 1 on a monochrome display, 4 on one of 16 colours
   bool screenHasColour, screenHasGrey;
-  int16_t screenWidth, screenHeight;  // pixels
+  int16_t screenWidth, screenHeight; // pixels
 };
 
 // Reads the display; sends change code 2 when depth or colour are not what they were, and at the first call.
@@ -19,4 +19,4 @@ const DisplayCaps& TheDisplayCaps();
 // True once the connection to the display has broken; nothing can be read or shown from then on.
 bool ScreenIsLost();
 
-}  // namespace framereel
+} // namespace framereel

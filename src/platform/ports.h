@@ -17,7 +17,7 @@ enum PortKind : uint16_t { kPortOffscreen = 2, kPortScreen = 6 };
 // The head of everything that can be the current Port.
 struct Port {
   uint16_t kind;
-  uint8_t colour;  // 0 for a plain 1-bit mask, else 1
+  uint8_t colour; // 0 for a plain 1-bit mask, else 1
 };
 
 // Makes the screen context, the memory contexts and the ScreenPort; false when there is no display. PortsShutDown
@@ -25,17 +25,17 @@ struct Port {
 bool PortsStartUp();
 void PortsShutDown();
 
-const Port* ScreenPort();  // the whole screen; coordinates are screen coordinates
+const Port* ScreenPort(); // the whole screen; coordinates are screen coordinates
 
 void SetPortScreen();
 void SetPortOffscreen(Offscreen* offscreen);
-void ReleasePort();  // nothing is current
+void ReleasePort(); // nothing is current
 const Port* CurrentPort();
 // The context of the current Port, for those who call the platform's drawing themselves; null when there is none.
 HDC CurrentContext();
 
 // The contexts that bitmaps.cpp works with, made at start-up.
 HDC ScreenContext();
-HDC SourceContext();  // holds an Offscreen while pixels are copied out of it
+HDC SourceContext(); // holds an Offscreen while pixels are copied out of it
 
-}  // namespace framereel
+} // namespace framereel

@@ -7,4 +7,4 @@ namespace framereel {
 bool EngineStartUp();
 void EngineShutDown();
 
-}  // namespace framereel
+} // namespace framereel

@@ -9,12 +9,12 @@ struct RecorderState;
 
 using PixelFormat = uint16_t;
 
-inline constexpr PixelFormat kFormat8Bit = 1;        // a byte a pixel, an index into 256 colours
-inline constexpr PixelFormat kFormatTrueColour = 3;  // blue, green, red bytes; from screens of 16, 24 and 32 bits
-inline constexpr PixelFormat kFormat2Bit = 6;        // four pixels a byte, leftmost in the top bits
-inline constexpr PixelFormat kFormat1Bit = 7;        // eight pixels a byte, leftmost in the top bit
-inline constexpr PixelFormat kFormat4Bit = 8;        // a byte a pixel, the index in its low four bits
-inline constexpr PixelFormat kFormatNone = 9;        // no animation
+inline constexpr PixelFormat kFormat8Bit = 1;       // a byte a pixel, an index into 256 colours
+inline constexpr PixelFormat kFormatTrueColour = 3; // blue, green, red bytes; from screens of 16, 24 and 32 bits
+inline constexpr PixelFormat kFormat2Bit = 6;       // four pixels a byte, leftmost in the top bits
+inline constexpr PixelFormat kFormat1Bit = 7;       // eight pixels a byte, leftmost in the top bit
+inline constexpr PixelFormat kFormat4Bit = 8;       // a byte a pixel, the index in its low four bits
+inline constexpr PixelFormat kFormatNone = 9;       // no animation
 
 // Sets screenFormat and screenFormatSupported from the screen's depth. At a depth that cannot be recorded screenFormat
 // keeps its value.
@@ -23,4 +23,4 @@ void DetectPixelFormat(RecorderState& recorder);
 // The number of colours of a format in words for the user, good until the current event ends.
 const char* FormatColourCount(PixelFormat format);
 
-}  // namespace framereel
+} // namespace framereel

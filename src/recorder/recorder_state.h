@@ -14,25 +14,25 @@
 namespace framereel {
 
 // Index into the size table (reduce.h).
-enum RecordingSize : uint16_t { kSize25 = 0, kSize44 = 1, kSize100 = 2 };
+inline constexpr uint16_t kSize25 = 0, kSize44 = 1, kSize100 = 2;
 
 // The user's settings. The engine reads them at the moments that stand beside them.
 struct RecordingOptions {
-  uint16_t frameDelay = 333;           // ms; at every tick and every grabbed frame
-  bool interframeTransparency = true;  // at every frame
-  bool recordTimingInfo = true;        // at every frame
-  bool loop = true;                    // once, at the first frame
-  bool overlayBorder = true;           // at every frame
-  bool overlayCursor = true;           // once, at the first frame
-  bool explorerCompatible = false;     // at every later frame
-  uint16_t recordingSize = kSize100;   // once, at the first frame; it does not change while an animation is there
+  uint16_t frameDelay = 333;          // ms; at every tick and every grabbed frame
+  bool interframeTransparency = true; // at every frame
+  bool recordTimingInfo = true;       // at every frame
+  bool loop = true;                   // once, at the first frame
+  bool overlayBorder = true;          // at every frame
+  bool overlayCursor = true;          // once, at the first frame
+  bool explorerCompatible = false;    // at every later frame
+  uint16_t recordingSize = kSize100;  // once, at the first frame; it does not change while an animation is there
 };
 
 // What the engine shows and where: the program's panel, or nothing. A null function is not called.
 struct RecorderPanel {
-  void* owner = nullptr;  // passed to the functions
+  void* owner = nullptr; // passed to the functions
   void (*setStatus)(void* owner, const char* text) = nullptr;
-  void (*showMessage)(void* owner, const char* text) = nullptr;  // why the screen cannot be recorded
+  void (*showMessage)(void* owner, const char* text) = nullptr; // why the screen cannot be recorded
   void (*hideMessage)(void* owner) = nullptr;
 };
 
@@ -40,42 +40,42 @@ enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenD
 
 // The road of pixels from the screen to rows; see grab.h.
 struct GrabPipeline {
-  Offscreen* offscreen = nullptr;  // receives the copy of the screen; the pointer is drawn into it
-  DibBuffer* buffer = nullptr;     // receives the Offscreen's pixels in the format's layout
-  PixelFormat format = kFormatNone;  // the layout of `buffer`
-  uint32_t rowBytes = 0;             // from a row of `buffer` to the next
-  uint8_t* topRow = nullptr;         // the image's top row, the last one in `buffer`; the next lies rowBytes before it
-  int32_t lead = 0;                  // pixels of each row ahead of the frame's first; only format 6 has any
+  Offscreen* offscreen = nullptr;   // receives the copy of the screen; the pointer is drawn into it
+  DibBuffer* buffer = nullptr;      // receives the Offscreen's pixels in the format's layout
+  PixelFormat format = kFormatNone; // the layout of `buffer`
+  uint32_t rowBytes = 0;            // from a row of `buffer` to the next
+  uint8_t* topRow = nullptr;        // the image's top row, the last one in `buffer`; the next lies rowBytes before it
+  int32_t lead = 0;                 // pixels of each row ahead of the frame's first; only format 6 has any
 };
 
 // The tables of one animation; see colour_tables.h.
 struct AnimationColours {
-  uint8_t captureTransparent = 0;  // marks an unchanged pixel in workFrame ahead of the reduction
-  uint8_t outputTransparent = 0;   // the index that the graphic control extension names
-  uint8_t blackIndex = 0;          // the darkest colour; the border is drawn with it
-  uint8_t darkestEntry = 0;        // of the screen's palette, as last read
-  uint8_t* screenPalette = nullptr;  // 256 RGB triples, for reduced recordings; allocated once
-  uint32_t* paletteLanes = nullptr;  // 256 words, for recordings at 44 %; allocated once
+  uint8_t captureTransparent = 0;   // marks an unchanged pixel in workFrame ahead of the reduction
+  uint8_t outputTransparent = 0;    // the index that the graphic control extension names
+  uint8_t blackIndex = 0;           // the darkest colour; the border is drawn with it
+  uint8_t darkestEntry = 0;         // of the screen's palette, as last read
+  uint8_t* screenPalette = nullptr; // 256 RGB triples, for reduced recordings; allocated once
+  uint32_t* paletteLanes = nullptr; // 256 words, for recordings at 44 %; allocated once
 };
 
 // The one state record of the engine. It is made by RecorderSetUp and lives for the program's run.
 struct RecorderState {
-  AnimationStream* stream = nullptr;  // where frames go; not owned
-  GifWriter* gif = nullptr;           // writes into `stream`; not owned
-  const RecordingOptions* options = nullptr;  // not owned
-  const char* ownerName = "";                 // for the comment; not owned
+  AnimationStream* stream = nullptr;         // where frames go; not owned
+  GifWriter* gif = nullptr;                  // writes into `stream`; not owned
+  const RecordingOptions* options = nullptr; // not owned
+  const char* ownerName = "";                // for the comment; not owned
   RecorderPanel panel;
 
   bool recordingAllowed = true;
   bool screenFormatSupported = false;
   bool animationStarted = false;
-  bool captureBusy = false;  // guards RecorderCaptureFrame against itself
-  bool cursorOverlayOn = false;  // the option as it stood at the first frame
-  PixelFormat screenFormat = 0;                // as last detected
-  PixelFormat animationFormat = kFormatNone;   // kFormatNone: there is no animation
+  bool captureBusy = false;                  // guards RecorderCaptureFrame against itself
+  bool cursorOverlayOn = false;              // the option as it stood at the first frame
+  PixelFormat screenFormat = 0;              // as last detected
+  PixelFormat animationFormat = kFormatNone; // kFormatNone: there is no animation
   ScreenStatus screenStatus = kScreenFine;
-  uint32_t frameCount = 0;        // frames in the stream
-  int32_t shownFrameCount = -1;   // the count that the status line shows
+  uint32_t frameCount = 0;      // frames in the stream
+  int32_t shownFrameCount = -1; // the count that the status line shows
 
   // What is to be recorded, in screen pixels, inside the screen. Read at the first frame.
   Rect captureArea = {0, 0, 0, 0};
@@ -88,13 +88,14 @@ struct RecorderState {
   int16_t dirtyWidth = 0, dirtyHeight = 0;
 
   // frameWidth x frameHeight colour indices each, without padding, the top row first.
-  uint8_t* previousFrame = nullptr;  // the frame last seen, at full size, never with a transparent mark
-  uint8_t* workFrame = nullptr;      // the frame on its way to the compressor
+  uint8_t* previousFrame = nullptr; // the frame last seen, at full size, never with a transparent mark
+  uint8_t* workFrame = nullptr;     // the frame on its way to the compressor
+  uint8_t* rowIndices = nullptr;    // a row of the frame being compared
   GrabPipeline grab;
   AnimationColours colours;
 
-  uint32_t lastFrameTick = 0;  // of the frame last written, in ms
+  uint32_t lastFrameTick = 0; // of the frame last written, in ms
   bool haveLastFrameTick = false;
 };
 
-}  // namespace framereel
+} // namespace framereel

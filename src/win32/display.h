@@ -22,8 +22,8 @@ bool DisplayIsLost();
 // ---- The screen --------------------------------------------------------------------------------------------------
 
 struct ScreenFacts {
-  int32_t width, height;  // pixels
-  PixelLayout layout;     // of everything that is read from the screen or drawn on it
+  int32_t width, height; // pixels
+  PixelLayout layout;    // of everything that is read from the screen or drawn on it
 };
 
 // As of now: a change of resolution or depth is seen at the next call. All zero before DisplayOpen.
@@ -55,8 +55,8 @@ bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]);
 
 // A picture of up to 32 bits: alpha in the top byte, then red, green, blue, premultiplied by it. Rows without padding.
 struct PointerPicture {
-  int32_t width, height;  // pixels
-  int32_t hotX, hotY;     // the pixel that points
+  int32_t width, height; // pixels
+  int32_t hotX, hotY;    // the pixel that points
   const uint32_t* pixels;
 };
 
@@ -67,7 +67,7 @@ void DisplayMovePointer(int32_t x, int32_t y);
 
 // ---- The clock ---------------------------------------------------------------------------------------------------
 
-uint32_t DisplayTick();                    // milliseconds; wraps to 0 after 2^32
-void DisplaySleep(uint32_t milliseconds);  // at least so long, whatever happens meanwhile
+uint32_t DisplayTick();                   // milliseconds; wraps to 0 after 2^32
+void DisplaySleep(uint32_t milliseconds); // at least so long, whatever happens meanwhile
 
-}  // namespace framereel
+} // namespace framereel

@@ -12,22 +12,24 @@ struct PaletteColour {
 // How a pixel lies in memory. Palette depths (1, 2, 4, 8) take one byte a pixel, the colour index; true colour takes
 // 2 or 4 bytes in the machine's byte order, with a mask for each channel.
 struct PixelLayout {
-  int32_t depth;          // as the screen counts: 1, 2, 4, 8, 16, 24 or 32
-  int32_t bytesPerPixel;  // 1, 2 or 4
-  uint32_t redMask, greenMask, blueMask;  // contiguous bits; 0 at palette depths
+  int32_t depth;                         // as the screen counts: 1, 2, 4, 8, 16, 24 or 32
+  int32_t bytesPerPixel;                 // 1, 2 or 4
+  uint32_t redMask, greenMask, blueMask; // contiguous bits; 0 at palette depths
 };
 
 inline constexpr PixelLayout kLayoutMono = {1, 1, 0, 0, 0};
 inline constexpr PixelLayout kLayoutRgb565 = {16, 2, 0xF800, 0x07E0, 0x001F};
 inline constexpr PixelLayout kLayoutXrgb8888 = {24, 4, 0xFF0000, 0x00FF00, 0x0000FF};
 
-inline bool IsPalette(const PixelLayout& layout) { return layout.redMask == 0; }
+inline bool IsPalette(const PixelLayout& layout) {
+  return layout.redMask == 0;
+}
 
 // Rows from the top down. Whoever made the pixels owns them; `memory` is the maker's note of where they came from.
 struct Surface {
   PixelLayout layout;
-  int32_t width, height;  // pixels
-  int32_t stride;         // bytes from a row to the next
+  int32_t width, height; // pixels
+  int32_t stride;        // bytes from a row to the next
   uint8_t* pixels;
   void* memory;
 };
@@ -41,11 +43,13 @@ struct PixelRect {
   int32_t left, top, right, bottom;
 };
 
-inline bool IsEmpty(const PixelRect& r) { return r.left >= r.right || r.top >= r.bottom; }
-
-inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
-  return {a.left > b.left ? a.left : b.left, a.top > b.top ? a.top : b.top,
-          a.right < b.right ? a.right : b.right, a.bottom < b.bottom ? a.bottom : b.bottom};
+inline bool IsEmpty(const PixelRect& r) {
+  return r.left >= r.right || r.top >= r.bottom;
 }
 
-}  // namespace framereel
+inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
+  return {a.left > b.left ? a.left : b.left, a.top > b.top ? a.top : b.top, a.right < b.right ? a.right : b.right,
+          a.bottom < b.bottom ? a.bottom : b.bottom};
+}
+
+} // namespace framereel

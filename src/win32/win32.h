@@ -2,7 +2,7 @@
 //
 // This is a layer of our own, not an operating system's header: it holds exactly the types, constants and calls
 // that somebody above uses. The calls stand in the global namespace, and callers write them with a leading `::`.
-// Handles are opaque; null is no object. Unless a call says otherwise, a null or unsuitable handle makes it do
+// Handles are opaque; null is no object. Unless a call says otherwise, a null handle makes it do
 // nothing and answer 0. All of it is for the program's one thread.
 //
 // The work is done in software on surfaces (surface.h) that a display (display.h) shows and reads.
@@ -17,10 +17,10 @@ using WORD = uint16_t;
 using DWORD = uint32_t;
 using UINT = uint32_t;
 using LONG = int32_t;
-using COLORREF = uint32_t;  // 0x00BBGGRR
+using COLORREF = uint32_t; // 0x00BBGGRR
 
 using HANDLE = void*;
-using HGDIOBJ = void*;  // any of the drawing objects below
+using HGDIOBJ = void*; // any of the drawing objects below
 using HINSTANCE = struct Win32Instance*;
 using HDC = struct Win32DeviceContext*;
 using HBITMAP = struct Win32Bitmap*;
@@ -35,10 +35,6 @@ struct POINT {
   LONG x, y;
 };
 
-struct RGBQUAD {
-  BYTE rgbBlue, rgbGreen, rgbRed, rgbReserved;
-};
-
 struct PALETTEENTRY {
   BYTE peRed, peGreen, peBlue, peFlags;
 };
@@ -46,9 +42,15 @@ struct PALETTEENTRY {
 inline constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue) {
   return COLORREF{red} | COLORREF{green} << 8 | COLORREF{blue} << 16;
 }
-inline constexpr BYTE GetRValue(COLORREF colour) { return BYTE(colour); }
-inline constexpr BYTE GetGValue(COLORREF colour) { return BYTE(colour >> 8); }
-inline constexpr BYTE GetBValue(COLORREF colour) { return BYTE(colour >> 16); }
+inline constexpr BYTE GetRValue(COLORREF colour) {
+  return BYTE(colour);
+}
+inline constexpr BYTE GetGValue(COLORREF colour) {
+  return BYTE(colour >> 8);
+}
+inline constexpr BYTE GetBValue(COLORREF colour) {
+  return BYTE(colour >> 16);
+}
 
 // ---- Memory and process ------------------------------------------------------------------------------------------
 
@@ -94,7 +96,7 @@ using HFILE = int32_t;
 inline constexpr HFILE HFILE_ERROR = -1;
 
 struct OFSTRUCT {
-  BYTE cBytes;  // the record's size, filled by the call; nobody reads more of it
+  BYTE cBytes; // the record's size, filled by the call; nobody reads more of it
 };
 
 // Opens a file. `access` is GENERIC_READ, GENERIC_WRITE or both; `share` FILE_SHARE_READ or 0; `disposition`
@@ -117,6 +119,9 @@ BOOL FlushFileBuffers(HANDLE file);
 // FALSE when the system reports that an earlier write failed after all; the handle is gone in either case.
 BOOL CloseHandle(HANDLE file);
 BOOL DeleteFileA(const char* path);
+// Copies the current directory's path, without a separator at its end, and answers its length without the zero byte. A
+// buffer that is too small stays untouched, and the answer is the size needed, zero byte included. 0 on failure.
+DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer);
 // Puts the file in the place of `to`, in one step, on the same file system; with MOVEFILE_REPLACE_EXISTING a file that
 // stands there goes. FALSE on failure, with errno telling why, and then both are as before.
 BOOL MoveFileExA(const char* from, const char* to, DWORD flags);
@@ -164,9 +169,9 @@ struct BITMAPINFOHEADER {
   DWORD biClrUsed, biClrImportant;
 };
 
+// No colour table follows: indexed bitmaps have the screen's colours, and index i stands for the screen's colour i.
 struct BITMAPINFO {
   BITMAPINFOHEADER bmiHeader;
-  RGBQUAD bmiColors[1];
 };
 
 // The screen's context, with driver "DISPLAY" and null for the rest: it reads and draws over all windows, in screen
@@ -185,7 +190,7 @@ BOOL DeleteObject(HGDIOBJ object);
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits);
 // A bitmap in the screen's own format, contents undefined. Null when the size is not positive, or memory ended.
 HBITMAP CreateCompatibleBitmap(HDC context, int width, int height);
-// The same with the size of the header; its colours are the screen's. `init` is 0; `bits` and `info` are null.
+// The same with the size of the header. `init` is 0; `bits` and `info` are null.
 HBITMAP CreateDIBitmap(HDC context, const BITMAPINFOHEADER* header, DWORD init, const void* bits,
                        const BITMAPINFO* info, UINT usage);
 
@@ -200,9 +205,10 @@ COLORREF GetPixel(HDC context, int x, int y);
 
 // Reads rows of a bitmap that is in no context into bottom-up rows, each padded to a multiple of 4 bytes. `start` and
 // `rows` count scan lines from the bottom of the image; row `start` goes to the beginning of `bits`. Answers the rows.
-// By biBitCount: 24 gives blue, green, red bytes, channels of fewer bits widened so that full stays full; 8 and 2 with
-// DIB_PAL_COLORS the screen's colour indices (on a screen of 16 colours those of the fixed sixteen); 1 the nearer of
-// black (0) and white (1), leftmost pixel in the top bit, as 2 packs four. biHeight is positive. 0 on anything else.
+// By biBitCount: 24 gives blue, green, red bytes of a true-colour bitmap, channels of fewer bits widened so that full
+// stays full; 8 and DIB_PAL_COLORS the colour indices of a palette bitmap (on a screen of 16 colours those of the fixed
+// sixteen); 2 and 1 pack the indices of a bitmap of that depth, the leftmost pixel in the top bits. biHeight is
+// positive. 0 on anything else.
 int GetDIBits(HDC context, HBITMAP bitmap, UINT start, UINT rows, void* bits, BITMAPINFO* info, UINT usage);
 
 // ---- The mouse pointer -------------------------------------------------------------------------------------------
@@ -210,7 +216,7 @@ int GetDIBits(HDC context, HBITMAP bitmap, UINT start, UINT rows, void* bits, BI
 struct ICONINFO {
   BOOL fIcon;
   DWORD xHotspot, yHotspot;
-  HBITMAP hbmMask, hbmColor;  // the caller's, to be deleted; null here, since no caller looks at the pixels
+  HBITMAP hbmMask, hbmColor; // the caller's, to be deleted; null here, since no caller looks at the pixels
 };
 
 // The picture that the pointer has on the screen now; null when it has none. It is the layer's, good until the next

@@ -22,17 +22,17 @@ struct MemoryEvent {
 struct MemoryDisplay {
   PixelLayout layout;
   int32_t width, height;
-  std::vector<uint32_t> screen;         // pixel values in the screen's layout, row after row
-  std::vector<PaletteColour> palette;   // 2^depth entries at palette depths
-  bool present;                         // false: there is no display to open
-  bool lost;                            // true: the connection has broken
-  bool hasPointer;                      // false: the pointer has no picture
-  int32_t pointerX, pointerY;           // its hot spot
+  std::vector<uint32_t> screen;       // pixel values in the screen's layout, row after row
+  std::vector<PaletteColour> palette; // 2^depth entries at palette depths
+  bool present;                       // false: there is no display to open
+  bool lost;                          // true: the connection has broken
+  bool hasPointer;                    // false: the pointer has no picture
+  int32_t pointerX, pointerY;         // its hot spot
   int32_t pointerWidth, pointerHeight, hotX, hotY;
-  std::vector<uint32_t> pointerPixels;  // premultiplied ARGB
-  uint32_t tick;                        // the clock, in ms
-  std::vector<MemoryEvent> script;      // in order of time; MemoryAt keeps it so
-  uint32_t screenReads;                 // how often the screen was read
+  std::vector<uint32_t> pointerPixels; // premultiplied ARGB
+  uint32_t tick;                       // the clock, in ms
+  std::vector<MemoryEvent> script;     // in order of time; MemoryAt keeps it so
+  uint32_t screenReads;                // how often the screen was read
 };
 
 MemoryDisplay& TheMemoryDisplay();
@@ -61,4 +61,4 @@ void MemoryAt(uint32_t tick, std::function<void()> run);
 // file cannot be written.
 bool MemoryWritePicture(const std::string& path);
 
-}  // namespace framereel
+} // namespace framereel

@@ -1,0 +1,98 @@
+// The status line and the screen check.
+#include "recorder/status.h"
+
+#include "toolkit/core/app_strings.h"
+#include "toolkit/core/memory.h"
+#include "toolkit/core/text_format.h"
+
+namespace framereel {
+namespace {
+
+enum : uint16_t {
+  kStringOneByte = 2,
+  kStringBytes = 3,
+  kStringTenthsK = 4,
+  kStringK = 5,
+  kStringTenthsM = 6,
+  kStringM = 7,
+  kStringTenthsG = 8,
+  kStringG = 9,
+  kStringUnsupported = 21,
+  kStringOneFrame = 22,
+  kStringFrames = 23,
+  kStringDiffers = 83,
+};
+
+void FormatUnit(uint32_t bytes, int shift, bool tenthsFromHundred, uint16_t withTenth, uint16_t without, char* text) {
+  const uint32_t whole = bytes >> shift;
+  const auto tenth = uint32_t((uint64_t{bytes & ((1U << shift) - 1)} * 10) >> shift);
+  if (tenth != 0 && (whole < 100 || tenthsFromHundred)) {
+    FormatInto(text, AppString(withTenth), whole, tenth);
+  } else {
+    FormatInto(text, AppString(without), whole);
+  }
+}
+
+ScreenStatus Verdict(const RecorderState& recorder) {
+  if (recorder.animationFormat != kFormatNone && recorder.animationFormat != recorder.screenFormat) {
+    return kScreenDiffers;
+  }
+  return recorder.screenFormatSupported ? kScreenFine : kScreenUnsupported;
+}
+
+void ShowRefusal(const RecorderState& recorder) {
+  const bool differs = recorder.screenStatus == kScreenDiffers;
+  const PixelFormat named = differs ? recorder.animationFormat : recorder.screenFormat;
+  const char* format = AppString(differs ? kStringDiffers : kStringUnsupported);
+  char* text = FormatNew(format, FormatColourCount(named));
+  recorder.panel.showMessage(recorder.panel.owner, text);
+  MemFree(text);
+}
+
+} // namespace
+
+void FormatByteSize(uint32_t bytes, char* text) {
+  if (bytes == 1) {
+    FormatInto(text, AppString(kStringOneByte));
+  } else if (bytes < 1U << 10) {
+    FormatInto(text, AppString(kStringBytes), bytes);
+  } else if (bytes < 1U << 20) {
+    FormatUnit(bytes, 10, false, kStringTenthsK, kStringK, text);
+  } else if (bytes < 1U << 30) {
+    FormatUnit(bytes, 20, false, kStringTenthsM, kStringM, text);
+  } else {
+    FormatUnit(bytes, 30, true, kStringTenthsG, kStringG, text);
+  }
+}
+
+void RecorderShowStatus(RecorderState& recorder) {
+  if (!recorder.panel.setStatus) return;
+  char size[kByteSizeText];
+  FormatByteSize(recorder.stream->streamSize, size);
+  const uint16_t string = recorder.frameCount == 1 ? kStringOneFrame : kStringFrames;
+  char* text = FormatNew(AppString(string), recorder.frameCount, size);
+  recorder.panel.setStatus(recorder.panel.owner, text);
+  MemFree(text);
+}
+
+void RecorderRefreshStatus(RecorderState& recorder) {
+  if (recorder.shownFrameCount == int32_t(recorder.frameCount)) return;
+  RecorderShowStatus(recorder);
+  recorder.shownFrameCount = int32_t(recorder.frameCount);
+}
+
+void RecorderCheckScreen(RecorderState& recorder) {
+  DetectPixelFormat(recorder);
+  const ScreenStatus verdict = Verdict(recorder);
+  if (verdict == recorder.screenStatus) return;
+  recorder.screenStatus = verdict;
+  recorder.recordingAllowed = verdict == kScreenFine;
+  const RecorderPanel& panel = recorder.panel;
+  if (recorder.recordingAllowed) {
+    if (panel.hideMessage) panel.hideMessage(panel.owner);
+  } else if (panel.showMessage) {
+    ShowRefusal(recorder);
+  }
+}
+
+} // namespace framereel

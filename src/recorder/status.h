@@ -1,0 +1,23 @@
+// What the engine tells the user: the status line, and why the screen cannot be recorded.
+#pragma once
+
+#include <cstdint>
+
+#include "recorder/recorder_state.h"
+
+namespace framereel {
+
+// A number of bytes in words, "1 byte" to "1.5G", into `text`, which has room for kByteSizeText bytes. Tenths are cut,
+// and left out where they are 0, from 100K and from 100M up.
+inline constexpr int kByteSizeText = 16;
+void FormatByteSize(uint32_t bytes, char* text);
+
+// Shows the number of frames and the stream's size; RefreshStatus only if the number is not the one shown.
+void RecorderShowStatus(RecorderState& recorder);
+void RecorderRefreshStatus(RecorderState& recorder);
+
+// Detects the screen's format and compares it with the animation's. Sets screenStatus and recordingAllowed, and when
+// the verdict is another than before, shows the panel's message or takes it away.
+void RecorderCheckScreen(RecorderState& recorder);
+
+} // namespace framereel

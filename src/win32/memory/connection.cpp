@@ -1,0 +1,59 @@
+// The desktop in memory: its one record, and whether it can be reached.
+#include <algorithm>
+
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+PixelLayout LayoutOfDepth(int32_t depth) {
+  if (depth == 16) return kLayoutRgb565;
+  PixelLayout layout = depth > 16 ? kLayoutXrgb8888 : kLayoutMono;
+  layout.depth = depth;
+  return layout;
+}
+
+} // namespace
+
+MemoryDisplay& TheMemoryDisplay() {
+  static MemoryDisplay display;
+  if (display.width == 0) {
+    display.width = -1;
+    MemoryDisplayReset(640, 480, 24);
+  }
+  return display;
+}
+
+void MemoryDisplayReset(int32_t width, int32_t height, int32_t depth) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  display = {};
+  display.present = true;
+  MemoryDisplaySetMode(width, height, depth);
+}
+
+void MemoryDisplaySetMode(int32_t width, int32_t height, int32_t depth) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  display.layout = LayoutOfDepth(depth);
+  display.width = width;
+  display.height = height;
+  display.screen.assign(size_t(width) * size_t(height), 0);
+  display.palette = MemoryStandardPalette(depth);
+}
+
+void MemoryAt(uint32_t tick, std::function<void()> run) {
+  std::vector<MemoryEvent>& script = TheMemoryDisplay().script;
+  const auto later = [tick](const MemoryEvent& event) { return event.tick > tick; };
+  script.insert(std::find_if(script.begin(), script.end(), later), {tick, std::move(run)});
+}
+
+bool DisplayOpen() {
+  return TheMemoryDisplay().present;
+}
+
+void DisplayClose() {}
+
+bool DisplayIsLost() {
+  return TheMemoryDisplay().lost;
+}
+
+} // namespace framereel

@@ -1,0 +1,27 @@
+// The pointer of the desktop in memory.
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+
+const PointerPicture* DisplayPointer() {
+  const MemoryDisplay& display = TheMemoryDisplay();
+  if (!display.hasPointer || display.lost) return nullptr;
+  static PointerPicture picture;
+  picture = {display.pointerWidth, display.pointerHeight, display.hotX, display.hotY, display.pointerPixels.data()};
+  return &picture;
+}
+
+bool DisplayPointerPlace(int32_t* x, int32_t* y) {
+  const MemoryDisplay& display = TheMemoryDisplay();
+  if (display.lost) return false;
+  *x = display.pointerX;
+  *y = display.pointerY;
+  return true;
+}
+
+void DisplayMovePointer(int32_t x, int32_t y) {
+  TheMemoryDisplay().pointerX = x;
+  TheMemoryDisplay().pointerY = y;
+}
+
+} // namespace framereel

@@ -1,0 +1,65 @@
+// The mouse pointer's picture and place, and drawing it into a bitmap.
+#include "win32/gdi.h"
+#include "win32/pixels.h"
+
+struct Win32Cursor {
+  const framereel::PointerPicture* picture;
+};
+
+namespace framereel {
+namespace {
+
+// A premultiplied channel over an opaque one.
+uint8_t Over(uint32_t source, uint32_t alpha, uint8_t under) {
+  const uint32_t sum = source + (under * (255 - alpha) + 127) / 255;
+  return uint8_t(sum < 255 ? sum : 255);
+}
+
+PaletteColour Blend(uint32_t premultiplied, PaletteColour under) {
+  const uint32_t alpha = premultiplied >> 24;
+  return {Over(premultiplied >> 16 & 255, alpha, under.red), Over(premultiplied >> 8 & 255, alpha, under.green),
+          Over(premultiplied & 255, alpha, under.blue)};
+}
+
+void BlendPicture(const PointerPicture& picture, int32_t left, int32_t top, const Surface& to, bool ofScreen) {
+  const PixelRect where =
+      Intersect({left, top, left + picture.width, top + picture.height}, {0, 0, to.width, to.height});
+  if (IsEmpty(where)) return;
+  const ColourMap map = MapOf(to.layout, ofScreen);
+  for (int32_t y = where.top; y < where.bottom; ++y) {
+    const uint32_t* row = picture.pixels + static_cast<int64_t>(y - top) * picture.width;
+    for (int32_t x = where.left; x < where.right; ++x) {
+      const uint32_t pixel = row[x - left];
+      if (pixel == 0) continue;
+      const PaletteColour under = ColourOfPixel(map, PixelAt(to, x, y));
+      SetPixelAt(to, x, y, PixelOfColour(map, Blend(pixel, under)));
+    }
+  }
+}
+
+} // namespace
+} // namespace framereel
+
+using namespace framereel;
+
+HCURSOR GetCursor() {
+  static Win32Cursor current;
+  current.picture = DisplayPointer();
+  return current.picture ? &current : nullptr;
+}
+
+BOOL GetCursorPos(POINT* position) {
+  return position && DisplayPointerPlace(&position->x, &position->y);
+}
+
+BOOL GetIconInfo(HICON icon, ICONINFO* info) {
+  if (!icon || !info) return FALSE;
+  *info = {FALSE, DWORD(icon->picture->hotX), DWORD(icon->picture->hotY), nullptr, nullptr};
+  return TRUE;
+}
+
+BOOL DrawIcon(HDC context, int x, int y, HICON icon) {
+  if (!context || context->screen || !icon) return FALSE;
+  BlendPicture(*icon->picture, x, y, context->bitmap->surface, context->bitmap->ofScreen);
+  return TRUE;
+}
