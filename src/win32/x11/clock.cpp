@@ -1,0 +1,28 @@
+// The clock of the X11 display is the machine's; it needs no connection.
+#include <cerrno>
+#include <ctime>
+
+#include "win32/display.h"
+
+namespace framereel {
+
+uint32_t DisplayTick() {
+  timespec now;
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<uint32_t>(static_cast<uint64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1'000'000);
+}
+
+void DisplaySleep(uint32_t milliseconds) {
+  timespec end;
+  ::clock_gettime(CLOCK_MONOTONIC, &end);
+  end.tv_sec += milliseconds / 1000;
+  end.tv_nsec += static_cast<long>(milliseconds % 1000) * 1'000'000;
+  if (end.tv_nsec >= 1'000'000'000) {
+    end.tv_sec += 1;
+    end.tv_nsec -= 1'000'000'000;
+  }
+  while (::clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) {
+  }
+}
+
+} // namespace framereel

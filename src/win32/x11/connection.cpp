@@ -1,0 +1,126 @@
+// The connection of the X11 display: opening, losing, closing, and what arrives unasked, errors and events. The screen
+// is in screen.cpp, the pointer in pointer.cpp.
+//
+// Xlib ends the program on an error of the server and on a broken connection. Neither may happen here: an error is
+// remembered and means that the thing asked for is not there; a broken connection makes the display lost.
+#include <csignal>
+#include <new>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+// The display's own state; everything else hangs off the connection.
+struct {
+  std::unique_ptr<X11Connection> connection;
+  bool asked; // DisplayOpen has been called since the last DisplayClose
+  bool lost;
+  XErrorHandler errorsBefore;
+  XIOErrorHandler breaksBefore;
+} own;
+
+bool IsOwn(Display* display) {
+  return own.connection && own.connection->display == display;
+}
+
+int OnError(Display* display, XErrorEvent* event) {
+  if (!IsOwn(display)) return own.errorsBefore ? own.errorsBefore(display, event) : 0;
+  own.connection->error = event->error_code;
+  return 0;
+}
+
+// Silent for our connection; the program tells its user in its own words.
+int OnBreak(Display* display) {
+  if (!IsOwn(display)) return own.breaksBefore ? own.breaksBefore(display) : 0;
+  own.lost = true;
+  return 0;
+}
+
+// Stands in the place of the exit that Xlib takes by default. Its calls return with an error from then on.
+void OnAfterBreak(Display*, void*) {
+  own.lost = true;
+}
+
+// Writing to a server that has gone is an error to be handled, not a signal to die of.
+void IgnoreBrokenPipes() {
+  struct sigaction action {};
+  if (::sigaction(SIGPIPE, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) return;
+  action.sa_handler = SIG_IGN;
+  ::sigaction(SIGPIPE, &action, nullptr);
+}
+
+std::unique_ptr<X11Connection> Connect() {
+  Display* display = XOpenDisplay(nullptr);
+  if (!display) return nullptr;
+  std::unique_ptr<X11Connection> x(new (std::nothrow) X11Connection{});
+  if (!x) {
+    XCloseDisplay(display);
+    return nullptr;
+  }
+  x->display = display;
+  x->root = DefaultRootWindow(display);
+  return x;
+}
+
+} // namespace
+
+bool DisplayOpen() {
+  if (own.asked) return X11Live() != nullptr;
+  own.asked = true;
+  own.lost = false;
+  own.connection = Connect();
+  if (!own.connection) return false;
+
+  IgnoreBrokenPipes();
+  own.errorsBefore = XSetErrorHandler(OnError);
+  own.breaksBefore = XSetIOErrorHandler(OnBreak);
+  X11Connection* x = own.connection.get();
+  XSetIOErrorExitHandler(x->display, OnAfterBreak, nullptr);
+  // The root tells of a new resolution by a change of its size.
+  XSelectInput(x->display, x->root, StructureNotifyMask);
+  X11ReadScreenFacts(x);
+  X11MakeContexts(x);
+  X11ReadSharing(x);
+  X11WatchPointer(x);
+  return X11Live() != nullptr;
+}
+
+void DisplayClose() {
+  own.asked = false;
+  if (!own.connection) return;
+  X11Connection* x = own.connection.get();
+  if (x->transfers) X11FreeSegment(X11Live(), std::move(x->transfers));
+  // What the server holds for us goes with the connection; Xlib's own records do not.
+  for (GC context : {x->drawing, x->inverting, x->stippling}) {
+    if (context) XFreeGC(x->display, context);
+  }
+  XCloseDisplay(x->display);
+  XSetErrorHandler(own.errorsBefore);
+  XSetIOErrorHandler(own.breaksBefore);
+  own.connection.reset();
+}
+
+bool DisplayIsLost() {
+  if (X11Connection* x = X11Live()) X11TakeEvents(x);
+  return own.lost;
+}
+
+X11Connection* X11Live() {
+  return own.lost ? nullptr : own.connection.get();
+}
+
+void X11TakeEvents(X11Connection* x) {
+  while (XEventsQueued(x->display, QueuedAfterReading) > 0) {
+    XEvent event;
+    XNextEvent(x->display, &event);
+    if (X11TakePointerEvent(x, event)) continue;
+    if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
+      x->facts.width = event.xconfigure.width;
+      x->facts.height = event.xconfigure.height;
+    }
+  }
+}
+
+} // namespace framereel

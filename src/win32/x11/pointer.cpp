@@ -1,0 +1,82 @@
+// The pointer of the X11 display. Its picture comes from the XFixes extension and is asked for again only when the
+// server has told that it changed.
+#include <X11/extensions/Xfixes.h>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+// The extension hands out each pixel of 32 bits in an unsigned long.
+void KeepPicture(X11Connection* x, const XFixesCursorImage& image) {
+  size_t count = static_cast<size_t>(image.width) * image.height;
+  x->pointerPixels.resize(count);
+  for (size_t i = 0; i < count; i++) x->pointerPixels[i] = static_cast<uint32_t>(image.pixels[i]);
+  x->pointer = {image.width, image.height, image.xhot, image.yhot, count > 0 ? x->pointerPixels.data() : nullptr};
+  x->pointerSerial = image.cursor_serial;
+}
+
+void FetchPicture(X11Connection* x) {
+  x->pointerStale = false;
+  x->pointer = {};
+  XFixesCursorImage* image = XFixesGetCursorImage(x->display);
+  if (!image) return;
+  KeepPicture(x, *image);
+  XFree(image);
+}
+
+} // namespace
+
+void X11WatchPointer(X11Connection* x) {
+  int events = 0;
+  int errors = 0;
+  x->hasPointerPictures = XFixesQueryExtension(x->display, &events, &errors);
+  if (!x->hasPointerPictures) return;
+  x->pointerEvent = events + XFixesCursorNotify;
+  x->pointerStale = true;
+  XFixesSelectCursorInput(x->display, x->root, XFixesDisplayCursorNotifyMask);
+}
+
+bool X11TakePointerEvent(X11Connection* x, const XEvent& event) {
+  if (!x->hasPointerPictures || event.type != x->pointerEvent) return false;
+  const auto& notice = reinterpret_cast<const XFixesCursorNotifyEvent&>(event);
+  // A notice may be older than the picture that stands.
+  x->pointerStale = !x->pointer.pixels || notice.cursor_serial != x->pointerSerial;
+  return true;
+}
+
+const PointerPicture* DisplayPointer() {
+  X11Connection* x = X11Live();
+  if (!x || !x->hasPointerPictures) return nullptr;
+  X11TakeEvents(x);
+  if (!X11Live()) return nullptr;
+  if (x->pointerStale) FetchPicture(x);
+  return x->pointer.pixels ? &x->pointer : nullptr;
+}
+
+bool DisplayPointerPlace(int32_t* x, int32_t* y) {
+  X11Connection* connection = X11Live();
+  if (!connection) return false;
+  Window root, child;
+  int rootX = 0, rootY = 0, windowX, windowY;
+  unsigned int buttons;
+  if (!XQueryPointer(connection->display, connection->root, &root, &child, &rootX, &rootY, &windowX, &windowY,
+                     &buttons)) {
+    return false;
+  }
+  *x = rootX;
+  *y = rootY;
+  return true;
+}
+
+void DisplayMovePointer(int32_t x, int32_t y) {
+  X11Connection* connection = X11Live();
+  if (!connection) return;
+  // The protocol's places have 16 bits; the server keeps the pointer on the screen by itself.
+  auto place = [](int32_t v) { return v < -32768 ? -32768 : v > 32767 ? 32767 : v; };
+  XWarpPointer(connection->display, None, connection->root, 0, 0, 0, 0, place(x), place(y));
+  XFlush(connection->display);
+}
+
+} // namespace framereel

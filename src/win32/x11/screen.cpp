@@ -1,0 +1,330 @@
+// The screen of the X11 display: its facts, its palette, surfaces in its format, reading from it and drawing on it,
+// over all windows. Shared memory is in segments.cpp, the server's packing of pixels in pixels.cpp.
+#include <cstring>
+#include <new>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+// Less than this is not worth an own segment, of which a system has a limited number, nor a wait for the server.
+constexpr int64_t kSharedFrom = 64 * 1024;
+// Sizes of pictures have 16 bits in the protocol, and places have a sign.
+constexpr int32_t kProtocolMax = 32767;
+constexpr int32_t kPaletteDepthMax = 8;
+
+bool operator==(const PixelLayout& a, const PixelLayout& b) {
+  return a.depth == b.depth && a.bytesPerPixel == b.bytesPerPixel && a.redMask == b.redMask &&
+         a.greenMask == b.greenMask && a.blueMask == b.blueMask;
+}
+
+bool Holds(const PixelRect& outer, const PixelRect& inner) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
+}
+
+PixelRect ScreenRect(const X11Connection* x) {
+  return {0, 0, x->facts.width, x->facts.height};
+}
+
+// ---- Facts -------------------------------------------------------------------------------------------------------
+
+X11Format FormatOf(Display* display, int32_t depth) {
+  X11Format format = {depth, depth, 32, ImageByteOrder(display), BitmapBitOrder(display), BitmapUnit(display), false};
+  int count = 0;
+  XPixmapFormatValues* formats = XListPixmapFormats(display, &count);
+  for (int i = 0; i < count; i++) {
+    if (formats[i].depth != depth) continue;
+    format.bitsPerPixel = formats[i].bits_per_pixel;
+    format.rowPad = formats[i].scanline_pad;
+  }
+  if (formats) XFree(formats);
+  return format;
+}
+
+// Up to 8 bits every kind of visual is a palette: the server tells the colours of a fixed one in the same way.
+PixelLayout LayoutOf(int32_t depth, const Visual& visual) {
+  bool trueColour = visual.c_class == TrueColor || visual.c_class == DirectColor;
+  if (depth <= kPaletteDepthMax) return {depth, 1, 0, 0, 0};
+  if (!trueColour) return {depth, depth <= 16 ? 2 : 4, 0, 0, 0};
+  int32_t counted = depth == 15 ? 16 : depth == 30 ? 32 : depth;
+  return {counted, counted <= 16 ? 2 : 4, static_cast<uint32_t>(visual.red_mask),
+          static_cast<uint32_t>(visual.green_mask), static_cast<uint32_t>(visual.blue_mask)};
+}
+
+// The server's colours in the order of its own pixels; all black when the connection is lost.
+void QueryColours(const X11Connection* x, int32_t count, XColor* cells) {
+  for (int32_t i = 0; i < count; i++) cells[i] = {static_cast<unsigned long>(i), 0, 0, 0, 0, 0};
+  XQueryColors(x->display, DefaultColormap(x->display, DefaultScreen(x->display)), cells, count);
+}
+
+bool IsFirstLighter(const X11Connection* x) {
+  XColor cells[2];
+  QueryColours(x, 2, cells);
+  return cells[0].red + cells[0].green + cells[0].blue > cells[1].red + cells[1].green + cells[1].blue;
+}
+
+// The bits whose change swaps black and white.
+unsigned long InvertedBits(const X11Connection* x) {
+  const PixelLayout& layout = x->facts.layout;
+  if (!IsPalette(layout)) return layout.redMask | layout.greenMask | layout.blueMask;
+  int screen = DefaultScreen(x->display);
+  return BlackPixel(x->display, screen) ^ WhitePixel(x->display, screen);
+}
+
+// ---- Images ------------------------------------------------------------------------------------------------------
+
+// Describes rows in memory to Xlib. Nothing is allocated.
+XImage ImageOf(const X11Format& format, uint8_t* pixels, int32_t width, int32_t height, int64_t rowBytes) {
+  XImage image{};
+  image.width = width;
+  image.height = height;
+  image.format = ZPixmap;
+  image.data = reinterpret_cast<char*>(pixels);
+  image.byte_order = format.byteOrder;
+  image.bitmap_bit_order = format.bitOrder;
+  image.bitmap_unit = format.bitUnit;
+  image.bitmap_pad = format.rowPad;
+  image.depth = format.depth;
+  image.bits_per_pixel = format.bitsPerPixel;
+  image.bytes_per_line = static_cast<int>(rowBytes);
+  XInitImage(&image);
+  return image;
+}
+
+// A surface's own packing, which Xlib turns into the server's when it sends.
+X11Format OwnFormat(const X11Connection* x) {
+  return {x->format.depth, 8 * x->facts.layout.bytesPerPixel, 8, kOwnByteOrder, kOwnByteOrder, 8, x->format.turned};
+}
+
+// The segment that the surface's pixels lie in with the server's own rows, or null.
+X11Segment* SegmentOf(const X11Connection* x, const Surface& surface) {
+  if (!X11IsDirect(x->format, surface.layout)) return nullptr;
+  for (X11Segment* segment : x->segments) {
+    if (segment == surface.memory && segment->shared.shmaddr == reinterpret_cast<char*>(surface.pixels) &&
+        surface.stride == X11RowBytes(x->format, surface.width)) {
+      return segment;
+    }
+  }
+  return nullptr;
+}
+
+// ---- Reading -----------------------------------------------------------------------------------------------------
+
+// Lets the server write the rectangle to `at` inside of the segment, in its own rows.
+bool ReadShared(X11Connection* x, const PixelRect& where, X11Segment* segment, uint8_t* at) {
+  int32_t width = where.right - where.left;
+  XImage image = ImageOf(x->format, at, width, where.bottom - where.top, X11RowBytes(x->format, width));
+  image.obdata = reinterpret_cast<char*>(&segment->shared);
+  X11ClearError(x);
+  return XShmGetImage(x->display, x->root, &image, where.left, where.top, AllPlanes) && x->error == Success &&
+         X11Live();
+}
+
+// Makes room for transfers of `bytes` bytes, which then stays; false when shared memory cannot be had.
+bool HasTransfers(X11Connection* x, int64_t bytes) {
+  if (x->transfers && static_cast<int64_t>(x->transfers->bytes) >= bytes) return true;
+  if (x->transfers) X11FreeSegment(x, std::move(x->transfers));
+  int64_t rounded = (bytes + kSharedFrom - 1) / kSharedFrom * kSharedFrom;
+  x->transfers = X11NewSegment(x, static_cast<size_t>(rounded));
+  return x->transfers != nullptr;
+}
+
+void UnpackRows(const X11Connection* x, const PixelRect& where, const uint8_t* rows, int64_t rowBytes,
+                const Surface& into, int32_t toX, int32_t toY) {
+  for (int32_t y = 0; y < where.bottom - where.top; y++) {
+    uint8_t* out = RowOf(into, toY + y) + static_cast<int64_t>(toX) * into.layout.bytesPerPixel;
+    X11UnpackRow(x->format, rows + y * rowBytes, where.right - where.left, into.layout, out);
+  }
+}
+
+bool ReadThroughConnection(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
+  XImage* image = XGetImage(x->display, x->root, where.left, where.top, where.right - where.left,
+                            where.bottom - where.top, AllPlanes, ZPixmap);
+  if (!image) return false;
+  UnpackRows(x, where, reinterpret_cast<uint8_t*>(image->data), image->bytes_per_line, into, toX, toY);
+  XDestroyImage(image);
+  return true;
+}
+
+// ---- Drawing -----------------------------------------------------------------------------------------------------
+
+// What of a part of a surface lies on the screen once it is moved by so much, however far that is.
+PixelRect VisiblePart(const X11Connection* x, const PixelRect& part, int64_t right, int64_t down) {
+  auto within = [](int64_t v, int32_t low, int32_t high) {
+    return static_cast<int32_t>(v < low ? low : v > high ? high : v);
+  };
+  return {within(-right, part.left, part.right), within(-down, part.top, part.bottom),
+          within(x->facts.width - right, part.left, part.right), within(x->facts.height - down, part.top, part.bottom)};
+}
+
+// Sends a part that lies on the surface and goes to a place that lies on the screen.
+void PutPixels(X11Connection* x, const Surface& from, const PixelRect& part, int32_t toX, int32_t toY) {
+  int32_t width = part.right - part.left;
+  int32_t height = part.bottom - part.top;
+  X11Segment* segment = SegmentOf(x, from);
+  if (segment && X11RowBytes(x->format, width) * height >= kSharedFrom) {
+    XImage image = ImageOf(x->format, from.pixels, from.width, from.height, from.stride);
+    image.obdata = reinterpret_cast<char*>(&segment->shared);
+    XShmPutImage(x->display, x->root, x->drawing, &image, part.left, part.top, toX, toY, width, height, False);
+    // The surface may change behind this call, so the server must have read it.
+    XSync(x->display, False);
+    return;
+  }
+  XImage image = ImageOf(OwnFormat(x), from.pixels, from.width, from.height, from.stride);
+  XPutImage(x->display, x->root, x->drawing, &image, part.left, part.top, toX, toY, width, height);
+  XFlush(x->display);
+}
+
+// A bitmap of the server's with the pattern. The patterns used last are kept.
+Pixmap StippleOf(X11Connection* x, const uint8_t pattern[8]) {
+  for (int32_t i = 0; i < x->stippleCount; i++) {
+    if (std::memcmp(x->stipples[i].pattern, pattern, 8) == 0) return x->stipples[i].bitmap;
+  }
+  X11Stipple& slot = x->stipples[x->stippleNext];
+  if (x->stippleNext < x->stippleCount) {
+    XFreePixmap(x->display, slot.bitmap);
+  } else {
+    x->stippleCount++;
+  }
+  x->stippleNext = (x->stippleNext + 1) % kStipplesKept;
+
+  std::memcpy(slot.pattern, pattern, 8);
+  slot.bitmap = XCreatePixmap(x->display, x->root, 8, 8, 1);
+  if (!x->stippling) x->stippling = XCreateGC(x->display, slot.bitmap, 0, nullptr);
+  X11Format bits = {1, 1, 8, MSBFirst, MSBFirst, 8, false};
+  XImage image = ImageOf(bits, slot.pattern, 8, 8, 1);
+  XPutImage(x->display, slot.bitmap, x->stippling, &image, 0, 0, 0, 0, 8, 8);
+  return slot.bitmap;
+}
+
+} // namespace
+
+void X11ReadScreenFacts(X11Connection* x) {
+  int screen = DefaultScreen(x->display);
+  int32_t depth = DefaultDepth(x->display, screen);
+  x->format = FormatOf(x->display, depth);
+  x->format.turned = depth == 1 && IsFirstLighter(x);
+  // Asked now, not taken from the greeting: the size may have changed before the root was watched.
+  XWindowAttributes root{};
+  XGetWindowAttributes(x->display, x->root, &root);
+  x->facts = {root.width, root.height, LayoutOf(depth, *DefaultVisual(x->display, screen))};
+}
+
+void X11MakeContexts(X11Connection* x) {
+  XGCValues values{};
+  values.subwindow_mode = IncludeInferiors;
+  values.graphics_exposures = False;
+  values.function = x->format.turned ? GXcopyInverted : GXcopy;
+  unsigned long common = GCSubwindowMode | GCGraphicsExposures | GCFunction;
+  x->drawing = XCreateGC(x->display, x->root, common, &values);
+
+  values.function = GXxor;
+  values.foreground = InvertedBits(x);
+  values.fill_style = FillStippled;
+  x->inverting = XCreateGC(x->display, x->root, common | GCForeground | GCFillStyle, &values);
+}
+
+ScreenFacts DisplayScreen() {
+  X11Connection* x = X11Live();
+  if (!x) return {};
+  X11TakeEvents(x);
+  return X11Live() ? x->facts : ScreenFacts{};
+}
+
+void DisplayPalette(PaletteColour* colours) {
+  X11Connection* x = X11Live();
+  if (!x || x->facts.layout.depth > kPaletteDepthMax) return;
+  int32_t count = 1 << x->facts.layout.depth;
+  XColor cells[1 << kPaletteDepthMax];
+  QueryColours(x, count, cells);
+  if (!X11Live()) return;
+  for (int32_t i = 0; i < count; i++) {
+    const XColor& cell = cells[x->format.turned ? count - 1 - i : i];
+    colours[i] = {static_cast<uint8_t>(cell.red >> 8), static_cast<uint8_t>(cell.green >> 8),
+                  static_cast<uint8_t>(cell.blue >> 8)};
+  }
+}
+
+bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
+  X11Connection* x = X11Live();
+  if (!x || width <= 0 || height <= 0) return false;
+  const PixelLayout& layout = x->facts.layout;
+  bool direct = X11IsDirect(x->format, layout);
+  int64_t stride =
+      direct ? X11RowBytes(x->format, width) : (static_cast<int64_t>(width) * layout.bytesPerPixel + 3) / 4 * 4;
+  if (stride > INT32_MAX) return false;
+  int64_t bytes = stride * height;
+  *out = {layout, width, height, static_cast<int32_t>(stride), nullptr, nullptr};
+
+  if (direct && bytes >= kSharedFrom && width <= kProtocolMax && height <= kProtocolMax) {
+    if (X11Segment* segment = X11NewSegment(x, static_cast<size_t>(bytes)).release()) {
+      out->pixels = reinterpret_cast<uint8_t*>(segment->shared.shmaddr);
+      out->memory = segment;
+      return true;
+    }
+  }
+  out->pixels = new (std::nothrow) uint8_t[static_cast<size_t>(bytes)];
+  return out->pixels != nullptr;
+}
+
+void DisplayFreeSurface(Surface* surface) {
+  if (surface->memory) {
+    X11FreeSegment(X11Live(), std::unique_ptr<X11Segment>(static_cast<X11Segment*>(surface->memory)));
+  } else {
+    delete[] surface->pixels;
+  }
+  *surface = {};
+}
+
+bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
+  X11Connection* x = X11Live();
+  if (!x) return false;
+  X11TakeEvents(x);
+  if (!X11Live() || !(into.layout == x->facts.layout)) return false;
+  if (IsEmpty(where)) return true;
+  if (!Holds(ScreenRect(x), where)) return false;
+  int32_t width = where.right - where.left;
+  int32_t height = where.bottom - where.top;
+  if (toX < 0 || toY < 0 || width > into.width - toX || height > into.height - toY) return false;
+
+  // A read as wide as the surface touches none of its other pixels.
+  X11Segment* segment = width == into.width ? SegmentOf(x, into) : nullptr;
+  if (segment) return ReadShared(x, where, segment, RowOf(into, toY));
+  int64_t rowBytes = X11RowBytes(x->format, width);
+  if (!HasTransfers(x, rowBytes * height)) return X11Live() && ReadThroughConnection(x, where, into, toX, toY);
+  uint8_t* rows = reinterpret_cast<uint8_t*>(x->transfers->shared.shmaddr);
+  if (!ReadShared(x, where, x->transfers.get(), rows)) return false;
+  UnpackRows(x, where, rows, rowBytes, into, toX, toY);
+  return true;
+}
+
+bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, int32_t y) {
+  X11Connection* connection = X11Live();
+  if (!connection) return false;
+  X11TakeEvents(connection);
+  if (!X11Live() || !(from.layout == connection->facts.layout)) return false;
+  int64_t right = int64_t{x} - part.left; // from a place on the surface to the one on the screen
+  int64_t down = int64_t{y} - part.top;
+  PixelRect cut = VisiblePart(connection, Intersect(part, {0, 0, from.width, from.height}), right, down);
+  if (IsEmpty(cut)) return true;
+  PutPixels(connection, from, cut, static_cast<int32_t>(cut.left + right), static_cast<int32_t>(cut.top + down));
+  return X11Live() != nullptr;
+}
+
+bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]) {
+  X11Connection* x = X11Live();
+  if (!x) return false;
+  X11TakeEvents(x);
+  if (!X11Live()) return false;
+  PixelRect cut = Intersect(where, ScreenRect(x));
+  if (IsEmpty(cut)) return true;
+  XSetStipple(x->display, x->inverting, StippleOf(x, pattern));
+  XFillRectangle(x->display, x->root, x->inverting, cut.left, cut.top, cut.right - cut.left, cut.bottom - cut.top);
+  XFlush(x->display);
+  return X11Live() != nullptr;
+}
+
+} // namespace framereel

@@ -1,0 +1,113 @@
+// Inside of the X11 display: the one connection, its caches, and the steps that its files share. Nobody outside of
+// this folder includes it but the display's own tests. Start reading at connection.cpp.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XShm.h>
+
+#include "win32/display.h"
+
+namespace framereel {
+
+inline constexpr int32_t kOwnByteOrder = std::endian::native == std::endian::little ? LSBFirst : MSBFirst;
+
+// How the server packs images of the screen's depth (format ZPixmap of the core protocol).
+struct X11Format {
+  int32_t depth;        // as the server counts: 15 where the layout says 16, 30 where it says 32
+  int32_t bitsPerPixel; // 1, 4, 8, 16, 24 or 32; the protocol has no other
+  int32_t rowPad;       // rows are padded to a multiple of so many bits: 8, 16 or 32
+  int32_t byteOrder;    // LSBFirst or MSBFirst
+  int32_t bitOrder;     // of packed single bits, the same values
+  int32_t bitUnit;      // bits that byteOrder swaps together at one bit a pixel: 8, 16 or 32
+  bool turned;          // depth 1 whose pixel 1 is the darker one
+};
+
+// Memory that the server has attached too. Its bytes stay readable until it is freed, whatever becomes of the server.
+struct X11Segment {
+  XShmSegmentInfo shared;
+  size_t bytes;
+};
+
+// An 8 by 8 pattern that the server holds as a bitmap.
+struct X11Stipple {
+  uint8_t pattern[8];
+  Pixmap bitmap;
+};
+
+// One more than the steps that an outline takes to run through its pattern, so that in steady state none is sent.
+inline constexpr int32_t kStipplesKept = 16;
+
+struct X11Connection {
+  Display* display;
+  Window root;
+  uint8_t error; // code of the last X error; see X11ClearError
+
+  X11Format format;
+  ScreenFacts facts; // as of the last event taken
+
+  GC drawing, inverting; // of the root, over all windows
+  GC stippling;          // of bitmaps; null until the first pattern
+  X11Stipple stipples[kStipplesKept];
+  int32_t stippleCount, stippleNext; // slots in use, and the one that the next new pattern takes
+
+  bool sharing;                          // the server takes shared memory
+  std::vector<X11Segment*> segments;     // all that stand, for detaching
+  std::unique_ptr<X11Segment> transfers; // pixels on their way to a surface that the server cannot write into
+
+  bool hasPointerPictures; // XFixes is there
+  int32_t pointerEvent;    // the number of its notice
+  bool pointerStale;       // the picture below is not the one on the screen
+  unsigned long pointerSerial;
+  PointerPicture pointer; // pixels null when there is none
+  std::vector<uint32_t> pointerPixels;
+};
+
+// The connection, or null when there is none or it is lost. Every entry of the display asks it first.
+X11Connection* X11Live();
+
+// Works off the events that have come, without asking the server. The connection may be lost behind it.
+void X11TakeEvents(X11Connection* x);
+
+// A request that has an answer and fails sets `error` before it returns: clear it, request, look.
+inline void X11ClearError(X11Connection* x) {
+  x->error = Success;
+}
+
+// ---- screen.cpp ----
+
+// Reads what never changes during a connection, and the size.
+void X11ReadScreenFacts(X11Connection* x);
+void X11MakeContexts(X11Connection* x);
+
+// ---- pointer.cpp ----
+
+void X11WatchPointer(X11Connection* x);
+// True when it was a notice of the pointer's picture.
+bool X11TakePointerEvent(X11Connection* x, const XEvent& event);
+
+// ---- segments.cpp ----
+
+// Finds out whether shared memory is worth trying.
+void X11ReadSharing(X11Connection* x);
+// Null when the server refuses or memory has ended; a server that refuses is not asked again.
+std::unique_ptr<X11Segment> X11NewSegment(X11Connection* x, size_t bytes);
+// `x` is null when the connection is gone.
+void X11FreeSegment(X11Connection* x, std::unique_ptr<X11Segment> segment);
+
+// ---- pixels.cpp ----
+
+// Bytes from a row of the server's image to the next.
+int64_t X11RowBytes(const X11Format& format, int32_t width);
+// True when the server's rows are those of the layout, byte for byte.
+bool X11IsDirect(const X11Format& format, const PixelLayout& layout);
+// Turns a row of the server's image into `width` pixels of the layout.
+void X11UnpackRow(const X11Format& format, const uint8_t* row, int32_t width, const PixelLayout& layout, uint8_t* out);
+
+} // namespace framereel
