@@ -1,0 +1,78 @@
+// Fitting the capture area to whole blocks.
+#include "area/area_geometry.h"
+
+#include <gtest/gtest.h>
+
+#include "recorder/recorder_state.h"
+
+namespace framereel {
+namespace {
+
+struct SpanCase {
+  int16_t low, high, lowest, highest, denominator;
+  int16_t alignedLow, alignedHigh;
+};
+
+TEST(AlignSpan, GrowsWhereThereIsRoomAndShrinksWhereThereIsNone) {
+  const SpanCase cases[] = {
+      {100, 201, 1, 1023, 3, 99, 201}, // one pixel is missing: the low side gives it
+      {100, 201, 1, 1023, 2, 99, 201},
+      {100, 200, 1, 1023, 3, 99, 201},  // two are missing: one on each side
+      {100, 202, 1, 1023, 3, 100, 202}, // whole already
+      {1, 101, 1, 1023, 3, 1, 103},     // the low side is at its bound
+      {1, 102, 1, 1023, 2, 1, 103},
+      {1, 101, 1, 102, 3, 2, 101},        // grown to the bounds, and still not whole: cut from there
+      {922, 1023, 1, 1023, 3, 921, 1023}, // the high side is
+      {921, 1023, 1, 1023, 4, 919, 1023}, // and then the low side gives all
+      {1, 1023, 1, 1023, 3, 2, 1022},     // both are: 1022 is cut by 2
+      {1, 1023, 1, 1023, 4, 2, 1022},
+      {1, 1024, 1, 1024, 2, 2, 1024}, // cut by 1, on the low side
+      {2, 1023, 1, 1023, 4, 2, 1022},
+      {0, 1024, 1, 1023, 3, 1, 1024}, // beyond the bounds on both sides it only shrinks
+      {0, 768, 1, 767, 3, 0, 768},
+      {10, 11, 10, 11, 3, 11, 11}, // nothing is left
+      {5, 5, 1, 1023, 3, 5, 5},
+      {-32768, 32767, -32768, 32767, 2, -32767, 32767},
+      {32766, 32767, -32768, 32767, 3, 32764, 32767},
+  };
+  for (const SpanCase& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.low << " to " << c.high << " by " << c.denominator);
+    int16_t low = c.low;
+    int16_t high = c.high;
+    AlignSpan(&low, &high, c.lowest, c.highest, c.denominator);
+    EXPECT_EQ(low, c.alignedLow);
+    EXPECT_EQ(high, c.alignedHigh);
+  }
+}
+
+TEST(AlignArea, FitsEachSideByItselfAndStaysOffTheScreensEdges) {
+  const Rect area = {1, 10, 48, 53}; // 43 wide, 47 high, at the top bound
+  const Rect half = AlignArea(area, kSize25, 64, 48);
+  EXPECT_EQ(half.left, 9);
+  EXPECT_EQ(half.right, 53);
+  EXPECT_EQ(half.top, 2); // 48 is below the screen's last row but one, so there is no room to grow
+  EXPECT_EQ(half.bottom, 48);
+
+  const Rect third = AlignArea(area, kSize44, 64, 48);
+  EXPECT_EQ(third.left, 9);
+  EXPECT_EQ(third.right, 54);
+  EXPECT_EQ(third.top, 2);
+  EXPECT_EQ(third.bottom, 47);
+
+  const Rect whole = AlignArea(area, kSize100, 64, 48);
+  EXPECT_EQ(whole.left, 10);
+  EXPECT_EQ(whole.bottom, 48);
+}
+
+TEST(OutputSize, FollowsTheScaleOfEachSide) {
+  const Rect area = {0, 0, 32766, 300};
+  EXPECT_EQ(OutputSize(area, kSize25).h, 150);
+  EXPECT_EQ(OutputSize(area, kSize25).v, 16383);
+  EXPECT_EQ(OutputSize(area, kSize44).h, 200);
+  EXPECT_EQ(OutputSize(area, kSize44).v, 21844);
+  EXPECT_EQ(OutputSize(area, kSize100).h, 300);
+  EXPECT_EQ(OutputSize(area, kSize100).v, 32766);
+}
+
+} // namespace
+} // namespace framereel
