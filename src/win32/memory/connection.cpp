@@ -17,8 +17,9 @@ PixelLayout LayoutOfDepth(int32_t depth) {
 
 MemoryDisplay& TheMemoryDisplay() {
   static MemoryDisplay display;
-  if (display.width == 0) {
-    display.width = -1;
+  static bool begun = false;
+  if (!begun) {
+    begun = true; // ahead of the reset, which comes back here
     MemoryDisplayReset(640, 480, 24);
   }
   return display;
@@ -27,6 +28,7 @@ MemoryDisplay& TheMemoryDisplay() {
 void MemoryDisplayReset(int32_t width, int32_t height, int32_t depth) {
   MemoryDisplay& display = TheMemoryDisplay();
   display = {};
+  display.width = width; // not 0: TheMemoryDisplay would make it anew
   display.present = true;
   MemoryDisplaySetMode(width, height, depth);
 }
