@@ -81,12 +81,10 @@ void TakeChangedRow(RecorderState& recorder, Walk& walk, int32_t y, const uint8_
 
 // Walks the frame from the top. Answers walk.height at the end, or a row at whose pixel *column a changed pixel has the
 // transparent index; everything ahead of that pixel has been taken.
-int32_t WalkRows(RecorderState& recorder, Walk& walk, bool readRows, int32_t* column) {
-  const int32_t band = RowsPerBand(recorder.grab);
+int32_t WalkRows(RecorderState& recorder, Walk& walk, int32_t* column) {
   uint8_t* const indices = recorder.rowIndices;
   const bool mayCollide = walk.transparent && recorder.grab.format == kFormat8Bit;
   for (int32_t y = 0; y < walk.height; ++y) {
-    if (readRows && y % band == 0) ReadGrabRows(recorder, y, std::min(band, walk.height - y));
     IndexRow(recorder, y, indices);
     const uint8_t* previous = RowOfFrame(recorder.previousFrame, walk, y);
     if (::memcmp(indices, previous, size_t(walk.width)) == 0) continue;
@@ -110,7 +108,7 @@ int32_t WalkRows(RecorderState& recorder, Walk& walk, bool readRows, int32_t* co
 bool FindFreeIndex(RecorderState& recorder) {
   bool used[256] = {};
   for (int32_t y = 0; y < recorder.frameHeight; ++y) {
-    const uint8_t* row = GrabRow(recorder.grab, y);
+    const uint8_t* row = GrabRow(recorder, y);
     for (int32_t x = 0; x < recorder.frameWidth; ++x) used[row[x]] = true;
   }
   const bool* free = std::find(used, used + 256, false);
@@ -139,9 +137,8 @@ bool NextFrameConvert(RecorderState& recorder, bool transparent) {
   Walk walk = NewWalk(recorder, transparent);
   bool gaveUp = false;
   int32_t column = 0;
-  for (int32_t y = WalkRows(recorder, walk, true, &column), collisions = 1; y < walk.height; ++collisions) {
+  for (int32_t y = WalkRows(recorder, walk, &column), collisions = 1; y < walk.height; ++collisions) {
     const uint8_t oldTransparent = recorder.colours.captureTransparent;
-    ReadGrabRows(recorder, 0, walk.height);
     if (collisions == 1 && FindFreeIndex(recorder)) {
       RepairPrevious(recorder, y, column, oldTransparent);
     } else {
@@ -150,7 +147,7 @@ bool NextFrameConvert(RecorderState& recorder, bool transparent) {
     }
     walk.filled = 0;
     walk.before = kNoPixel;
-    y = WalkRows(recorder, walk, false, &column);
+    y = WalkRows(recorder, walk, &column);
   }
   if (recorder.options->explorerCompatible) walk.minX = walk.minY = 0;
   SetDirtyRect(recorder, walk.minX, walk.minY, walk.maxX + 1, walk.maxY + 1);

@@ -1,7 +1,6 @@
 // The first frame.
 #include "recorder/full_frame.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "recorder/grab.h"
@@ -21,13 +20,8 @@ void SetDirtyRect(RecorderState& recorder, int32_t left, int32_t top, int32_t ri
 bool FirstFrameConvert(RecorderState& recorder) {
   GrabScreen(recorder);
   const int32_t width = recorder.frameWidth, height = recorder.frameHeight;
-  const int32_t band = RowsPerBand(recorder.grab);
-  for (int32_t first = 0; first < height; first += band) {
-    const int32_t count = std::min(band, height - first);
-    ReadGrabRows(recorder, first, count);
-    for (int32_t y = first; y < first + count; ++y) {
-      IndexRow(recorder, y, recorder.previousFrame + static_cast<int64_t>(y) * width);
-    }
+  for (int32_t y = 0; y < height; ++y) {
+    IndexRow(recorder, y, recorder.previousFrame + static_cast<int64_t>(y) * width);
   }
   const size_t bytes = size_t(width) * size_t(height);
   ::memcpy(recorder.workFrame, recorder.previousFrame, bytes);

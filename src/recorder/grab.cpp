@@ -1,6 +1,8 @@
 // Buffers, the copy of the screen, and the mouse pointer in it.
 #include "recorder/grab.h"
 
+#include <algorithm>
+
 #include "recorder/overlays.h"
 
 namespace framereel {
@@ -11,13 +13,19 @@ struct GrabKind {
   PixelFormat format;
   DibBuffer* (*make)(int16_t width, int16_t height);
   void (*read)(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows);
-  uint32_t rowUnit; // bytes that rowSize counts
+  uint32_t rowUnit;   // bytes that rowSize counts
+  uint32_t bandBytes; // of rows at a time
 };
 
+// True colour is converted from the first cache; the others are copied as they are and gain nothing from small bands.
+constexpr uint32_t kSmallBand = 16 << 10, kLargeBand = 1 << 20;
+
 constexpr GrabKind kGrabKinds[] = {
-    {kFormat8Bit, NewDibBuffer8, ReadDibBuffer8, 1},         {kFormat4Bit, NewDibBuffer8, ReadDibBuffer8, 1},
-    {kFormatTrueColour, NewDibBuffer24, ReadDibBuffer24, 1}, {kFormat2Bit, NewDibBuffer2, ReadDibBuffer2, 1},
-    {kFormat1Bit, NewDibBuffer1, ReadDibBuffer1, 4},
+    {kFormat8Bit, NewDibBuffer8, ReadDibBuffer8, 1, kLargeBand},
+    {kFormat4Bit, NewDibBuffer8, ReadDibBuffer8, 1, kLargeBand},
+    {kFormatTrueColour, NewDibBuffer24, ReadDibBuffer24, 1, kSmallBand},
+    {kFormat2Bit, NewDibBuffer2, ReadDibBuffer2, 1, kLargeBand},
+    {kFormat1Bit, NewDibBuffer1, ReadDibBuffer1, 4, kLargeBand},
 };
 
 const GrabKind* KindOf(PixelFormat format) {
@@ -43,14 +51,17 @@ void PrepareGrabBuffers(RecorderState& recorder) {
   // Rows of packed pixels begin at a whole byte of the screen.
   grab.lead = grab.format == kFormat2Bit ? recorder.frameLeft % 4 : 0;
   const auto width = int16_t(recorder.frameWidth + grab.lead);
-  grab.buffer = kind->make(width, recorder.frameHeight);
-  grab.rowBytes = grab.buffer->rowSize * kind->rowUnit;
-  grab.topRow = grab.buffer->bits + (recorder.frameHeight - 1) * static_cast<int64_t>(grab.rowBytes);
+  const uint32_t mostRows = kind->bandBytes / (uint32_t(width) * 3);
+  grab.bandRows = std::clamp(int32_t(mostRows), 1, int32_t{recorder.frameHeight});
+  grab.buffer = kind->make(width, int16_t(grab.bandRows));
+  grab.grabRowBytes = grab.buffer->rowSize * kind->rowUnit;
+  grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * static_cast<int64_t>(grab.grabRowBytes);
   grab.offscreen = NewOffscreen(width, recorder.frameHeight, true);
 }
 
 void GrabScreen(RecorderState& recorder) {
-  const GrabPipeline& grab = recorder.grab;
+  GrabPipeline& grab = recorder.grab;
+  grab.bandCount = 0;
   if (!grab.offscreen) return;
   SetPortOffscreen(grab.offscreen);
   const Rect bounds = OffscreenBounds(grab.offscreen);
@@ -62,11 +73,24 @@ void GrabScreen(RecorderState& recorder) {
   ReleasePort();
 }
 
-void ReadGrabRows(RecorderState& recorder, int32_t first, int32_t count) {
-  const GrabPipeline& grab = recorder.grab;
+namespace {
+
+// Brings the rows from `first` on, as many as the band holds.
+void ReadBand(RecorderState& recorder, int32_t first) {
+  GrabPipeline& grab = recorder.grab;
+  grab.bandFirst = first;
+  grab.bandCount = std::min(grab.bandRows, recorder.frameHeight - first);
   if (!grab.offscreen) return;
-  const int32_t bufferRow = recorder.frameHeight - first - count;
-  KindOf(grab.format)->read(grab.buffer, int16_t(bufferRow), grab.offscreen, int16_t(first), int16_t(count));
+  const auto bufferRow = int16_t(grab.bandRows - grab.bandCount);
+  KindOf(grab.format)->read(grab.buffer, bufferRow, grab.offscreen, int16_t(first), int16_t(grab.bandCount));
+}
+
+} // namespace
+
+const uint8_t* GrabRow(RecorderState& recorder, int32_t y) {
+  const GrabPipeline& grab = recorder.grab;
+  if (y < grab.bandFirst || y >= grab.bandFirst + grab.bandCount) ReadBand(recorder, y);
+  return grab.grabTopRow - static_cast<int64_t>(y - grab.bandFirst) * grab.grabRowBytes;
 }
 
 } // namespace framereel

@@ -1,8 +1,8 @@
 // The only door to the screen: the area's pixels as rows in the layout of a PixelFormat.
 //
 // A frame is one copy of the screen into an Offscreen in the display's own format, the pointer drawn into it, and a
-// read of the Offscreen into a DibBuffer. The read goes in bands just ahead of the conversion, so that the rows are
-// still in the processor's cache when they are turned into indices.
+// read of the Offscreen into a DibBuffer. The read goes in bands just ahead of whoever turns the rows into indices: a
+// band stays in the processor's first cache, where a buffer of the whole frame would travel to memory and back.
 #pragma once
 
 #include <cstdint>
@@ -16,16 +16,11 @@ namespace framereel {
 void PrepareGrabBuffers(RecorderState& recorder);
 void FreeGrabBuffers(RecorderState& recorder);
 
-// Copies the area from the screen and draws the pointer into it, if it is wanted. Rows are there after ReadGrabRows.
+// Copies the area from the screen and draws the pointer into it, if it is wanted.
 void GrabScreen(RecorderState& recorder);
 
-// Makes the image's rows first to first + count - 1 readable; they lie on the frame.
-void ReadGrabRows(RecorderState& recorder, int32_t first, int32_t count);
-
-// The buffer's row that holds row y of the image, counted from the top. In format 6 its first `lead` pixels lie ahead
-// of the frame.
-inline const uint8_t* GrabRow(const GrabPipeline& grab, int32_t y) {
-  return grab.topRow - static_cast<int64_t>(y) * grab.rowBytes;
-}
+// Row y of the grabbed image, counted from the top, in the format's layout; good until the next call. In format 6 its
+// first `lead` pixels lie ahead of the frame. Rows are best asked for from the top down.
+const uint8_t* GrabRow(RecorderState& recorder, int32_t y);
 
 } // namespace framereel

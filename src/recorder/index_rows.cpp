@@ -22,14 +22,9 @@ void UnpackRow(const uint8_t* row, int bits, int32_t lead, int32_t count, uint8_
 
 } // namespace
 
-int32_t RowsPerBand(const GrabPipeline& grab) {
-  constexpr uint32_t kBandBytes = 16 * 1024;
-  return grab.rowBytes < kBandBytes ? int32_t(kBandBytes / grab.rowBytes) : 1;
-}
-
-void IndexRow(const RecorderState& recorder, int32_t y, uint8_t* indices) {
+void IndexRow(RecorderState& recorder, int32_t y, uint8_t* indices) {
   const GrabPipeline& grab = recorder.grab;
-  const uint8_t* row = GrabRow(grab, y);
+  const uint8_t* row = GrabRow(recorder, y);
   const auto count = size_t(recorder.frameWidth);
   switch (grab.format) {
   case kFormatTrueColour:

@@ -7,10 +7,7 @@
 
 namespace framereel {
 
-// How many rows ReadGrabRows brings at a time, so that they fit into the processor's first cache.
-int32_t RowsPerBand(const GrabPipeline& grab);
-
-// Row y of the grabbed image, counted from the top, as frameWidth indices. ReadGrabRows has brought it.
-void IndexRow(const RecorderState& recorder, int32_t y, uint8_t* indices);
+// Row y of the grabbed image, counted from the top, as frameWidth indices.
+void IndexRow(RecorderState& recorder, int32_t y, uint8_t* indices);
 
 } // namespace framereel

@@ -38,13 +38,16 @@ struct RecorderPanel {
 
 enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };
 
-// The road of pixels from the screen to rows; see grab.h.
+// The road of pixels from the screen to rows; see grab.h. The buffer holds a band of the image's rows at a time.
 struct GrabPipeline {
   Offscreen* offscreen = nullptr;   // receives the copy of the screen; the pointer is drawn into it
-  DibBuffer* buffer = nullptr;      // receives the Offscreen's pixels in the format's layout
+  DibBuffer* buffer = nullptr;      // receives rows of the Offscreen in the format's layout
   PixelFormat format = kFormatNone; // the layout of `buffer`
-  uint32_t rowBytes = 0;            // from a row of `buffer` to the next
-  uint8_t* topRow = nullptr;        // the image's top row, the last one in `buffer`; the next lies rowBytes before it
+  uint32_t grabRowBytes = 0;        // from a row of `buffer` to the next
+  uint8_t* grabTopRow = nullptr;    // the band's top row, the last one in `buffer`; the next lies grabRowBytes before
+  int32_t bandRows = 0;             // rows that `buffer` has room for
+  int32_t bandFirst = 0;            // the image's row at grabTopRow
+  int32_t bandCount = 0;            // rows that have been read
   int32_t lead = 0;                 // pixels of each row ahead of the frame's first; only format 6 has any
 };
 

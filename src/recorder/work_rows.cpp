@@ -1,5 +1,6 @@
-// Rows are taken 64 pixels at a time with a mask of those that changed; a mask of all or none, by far the most, needs
-// no look at single pixels.
+// Rows are taken 64 pixels at a time, with a bit for each. A changed pixel keeps its index, and so does an unchanged
+// one behind a pixel that was kept and has the same index; that is how a carry runs through an addition, so one
+// addition settles 64 pixels.
 #include "recorder/work_rows.h"
 
 #include <bit>
@@ -88,28 +89,66 @@ int32_t FillUnchanged(const uint8_t* indices, int32_t count, int32_t before, uin
   return transparent;
 }
 
+namespace {
+
+// Bit i is set where an index equals the one ahead of it; for i = 0 that is `before`.
+uint64_t SameAsBeforeMask(const uint8_t* indices, int32_t before) {
+  uint8_t shifted[kStep];
+  shifted[0] = uint8_t(before);
+  ::memcpy(shifted + 1, indices, kStep - 1);
+  const uint64_t same = ~DifferenceMask64(indices, shifted);
+  return before == kNoPixel ? same & ~uint64_t{1} : same;
+}
+
+// Which of 64 pixels keep their index, given those that changed and those that are the same as the pixel ahead.
+uint64_t KeptMask(uint64_t changed, uint64_t same) {
+  const uint64_t mayFollow = same & ~changed;
+  // A run of pixels that may follow is entered at its first bit or not at all: the bit ahead of it is no such pixel.
+  const uint64_t entered = (changed << 1 | 1) & mayFollow;
+  return changed | (mayFollow & ~(mayFollow + entered));
+}
+
+static_assert(std::endian::native == std::endian::little, "BlendBlock takes byte i of a word for pixel i");
+
+// work[i] := the index where the bit is set, else `transparent`, for 64 pixels.
+void BlendBlock(const uint8_t* indices, uint64_t kept, uint8_t transparent, uint8_t* work) {
+  constexpr uint64_t kEachByte = 0x0101010101010101, kBitOfByte = 0x8040201008040201;
+  for (int part = 0; part < kStep / 8; ++part) {
+    // Byte i of `high` has its top bit set where bit i of the part is: that bit, added up to a carry into bit 7.
+    const uint64_t bits = ((kept >> (8 * part) & 0xFF) * kEachByte) & kBitOfByte;
+    const uint64_t high = (((bits & ~(kEachByte << 7)) + kEachByte * 0x7F) | bits) & kEachByte << 7;
+    const uint64_t mask = (high >> 7) * 0xFF;
+    uint64_t pixels;
+    ::memcpy(&pixels, indices + 8 * part, sizeof pixels);
+    pixels = (pixels & mask) | (kEachByte * transparent & ~mask);
+    ::memcpy(work + 8 * part, &pixels, sizeof pixels);
+  }
+}
+
+// Answers the last of the 64 pixels written.
+uint8_t MergeBlock(const uint8_t* indices, const uint8_t* previous, int32_t before, uint8_t transparent,
+                   uint8_t* work) {
+  const uint64_t changed = DifferenceMask64(indices, previous);
+  BlendBlock(indices, KeptMask(changed, SameAsBeforeMask(indices, before)), transparent, work);
+  return work[kStep - 1];
+}
+
+} // namespace
+
 int32_t MergeRow(const uint8_t* indices, const uint8_t* previous, int32_t count, int32_t before, uint8_t transparent,
                  uint8_t* work) {
   int32_t x = 0;
-  while (x < count) {
-    const int32_t most = count - x < kStep ? count - x : kStep;
-    const uint64_t changed = DifferenceMask(indices + x, previous + x, count - x);
-    for (int32_t i = 0; i < most;) {
-      const uint64_t rest = changed >> i;
-      const bool isChanged = rest & 1;
-      const int32_t run = std::countr_zero(isChanged ? ~rest : rest);
-      const int32_t part = run < most - i ? run : most - i;
-      if (isChanged) {
-        ::memcpy(work + x + i, indices + x + i, size_t(part));
-        before = indices[x + i + part - 1];
-      } else {
-        before = FillUnchanged(indices + x + i, part, before, transparent, work + x + i);
-      }
-      i += part;
-    }
-    x += most;
+  for (; x + kStep <= count; x += kStep) {
+    before = MergeBlock(indices + x, previous + x, before, transparent, work + x);
   }
-  return before;
+  const auto rest = size_t(count - x);
+  if (rest == 0) return before;
+  uint8_t padded[3][kStep] = {};
+  ::memcpy(padded[0], indices + x, rest);
+  ::memcpy(padded[1], previous + x, rest);
+  MergeBlock(padded[0], padded[1], before, transparent, padded[2]);
+  ::memcpy(work + x, padded[2], rest);
+  return work[count - 1];
 }
 
 } // namespace framereel

@@ -1,0 +1,201 @@
+// What each stage of a frame costs on a real X screen, and what a frame in which nothing changed costs, as a table.
+//
+// Runs on the server that DISPLAY names, whose screen is at least 1920x1080 at 24 bits, and draws over all of it:
+// bench.sh starts a private one. All figures are medians over the frames of a scene; ratios compare what ran in turns.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include "content.h"
+#include "gif/animation_stream.h"
+#include "gif/gif_records.h"
+#include "platform/start_up.h"
+#include "recorder/difference.h"
+#include "recorder/grab.h"
+#include "recorder/index_rows.h"
+#include "recorder/recorder_core.h"
+#include "recorder/reduce.h"
+#include "win32/display.h"
+
+namespace framereel::bench {
+namespace {
+
+enum Stage { kBareRead, kRead, kConvert, kDifference, kReduce25, kReduce44, kCompress, kAppend, kStages };
+
+constexpr const char* kStageNames[kStages] = {"bare",    "read",    "convert",  "difference",
+                                              "red. 25", "red. 44", "compress", "append"};
+constexpr int kFrames = 41;
+
+double Median(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
+  return values[values.size() / 2];
+}
+
+template <typename Work> double Nanoseconds(const Work& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
+}
+
+// A recorder over the top left part of the screen.
+struct Bench {
+  int width, height;
+  AnimationStream stream;
+  GifWriter gif;
+  RecordingOptions options;
+  RecorderState recorder;
+  Surface picture; // the frame to be shown
+  Surface target;  // of the bare reads
+  std::vector<uint8_t> indices;
+};
+
+void StartBench(Bench& bench, int width, int height) {
+  bench.width = width;
+  bench.height = height;
+  StreamInit(bench.stream);
+  GifWriterInit(bench.gif, &bench.stream);
+  bench.options.overlayCursor = false;
+  RecorderSetUp(bench.recorder, &bench.stream, &bench.gif, &bench.options);
+  bench.recorder.captureArea = {0, 0, int16_t(height), int16_t(width)};
+  bench.recorder.outputWidth = int16_t(width);
+  bench.recorder.outputHeight = int16_t(height);
+  DisplayNewSurface(width, height, &bench.picture);
+  DisplayNewSurface(width, height, &bench.target);
+  bench.indices.resize(size_t(width) * size_t(height));
+}
+
+void EndBench(Bench& bench) {
+  RecorderTearDown(bench.recorder);
+  StreamClear(bench.stream);
+  DisplayFreeSurface(&bench.picture);
+  DisplayFreeSurface(&bench.target);
+}
+
+void ShowFrame(Bench& bench, const Scene& scene, int n) {
+  std::vector<uint32_t> pixels(bench.indices.size());
+  DrawFrame(scene, n, pixels.data());
+  for (int y = 0; y < bench.height; ++y) {
+    ::memcpy(RowOf(bench.picture, y), pixels.data() + size_t(y) * bench.width, size_t(bench.width) * 4);
+  }
+  DisplayDrawScreen(bench.picture, {0, 0, bench.width, bench.height}, 0, 0);
+  // A read waits until the server has drawn.
+  DisplayReadScreen({0, 0, 1, 1}, bench.target, 0, 0);
+}
+
+double BareRead(Bench& bench) {
+  return Nanoseconds([&] { DisplayReadScreen({0, 0, bench.width, bench.height}, bench.target, 0, 0); });
+}
+
+void ConvertAll(Bench& bench) {
+  for (int32_t y = 0; y < bench.height; ++y) IndexRow(bench.recorder, y, bench.indices.data());
+}
+
+// The whole screen at a reduced size, from the frame's own indices; the recorder's state is put back.
+double Reduce(Bench& bench, uint16_t size) {
+  RecorderState& recorder = bench.recorder;
+  const std::vector<uint8_t> work(recorder.workFrame, recorder.workFrame + bench.indices.size());
+  const RecorderState before = recorder;
+  bench.options.recordingSize = size;
+  const double time = Nanoseconds([&] { ReduceFrame(recorder); });
+  bench.options.recordingSize = kSize100;
+  recorder = before;
+  std::copy(work.begin(), work.end(), recorder.workFrame);
+  return time;
+}
+
+double Compress(Bench& bench) {
+  const RecorderState& recorder = bench.recorder;
+  const int left = recorder.dirtyLeft, top = recorder.dirtyTop;
+  const PixelCursor cursor = {recorder.workFrame + size_t(top) * bench.width + left, recorder.dirtyWidth,
+                              int16_t(bench.width - recorder.dirtyWidth)};
+  return Nanoseconds([&] {
+    GifWriteImage(bench.gif, int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, cursor);
+  });
+}
+
+// One frame of a scene through every stage. The comparison is made while the rows are converted, so its cost is what
+// the whole walk takes beyond the read and the conversion.
+void MeasureFrame(Bench& bench, std::vector<double> times[kStages]) {
+  RecorderState& recorder = bench.recorder;
+  times[kBareRead].push_back(BareRead(bench));
+  const double read = Nanoseconds([&] { GrabScreen(recorder); });
+  const double convert = Nanoseconds([&] { ConvertAll(bench); });
+  const double walk = Nanoseconds([&] { NextFrameConvert(recorder, true); });
+  times[kRead].push_back(read);
+  times[kConvert].push_back(convert);
+  times[kDifference].push_back(std::max(0.0, walk - read - convert));
+  if (recorder.dirtyWidth < 1) return;
+  times[kReduce25].push_back(Reduce(bench, kSize25));
+  times[kReduce44].push_back(Reduce(bench, kSize44));
+  const uint32_t before = bench.stream.streamSize;
+  times[kCompress].push_back(Compress(bench));
+  const std::vector<uint8_t> bytes(bench.stream.streamSize - before);
+  times[kAppend].push_back(Nanoseconds([&] { StreamAppend(bench.stream, uint32_t(bytes.size()), bytes.data()); }));
+}
+
+void MeasureScene(SceneKind kind, int width, int height) {
+  static Bench bench;
+  StartBench(bench, width, height);
+  const Scene scene = MakeScene(kind, width, height);
+  ShowFrame(bench, scene, 0);
+  RecorderCaptureFrame(bench.recorder, false);
+  std::vector<double> times[kStages];
+  for (int n = 1; n <= kFrames; ++n) {
+    ShowFrame(bench, scene, n);
+    MeasureFrame(bench, times);
+  }
+  ::printf("%-16s %4dx%-4d", SceneName(kind), width, height);
+  const double pixels = double(width) * height;
+  for (const std::vector<double>& stage : times) ::printf(" %10.3f", stage.empty() ? 0 : Median(stage) / pixels);
+  ::printf("\n");
+  EndBench(bench);
+}
+
+// A whole tick that finds nothing to write, and a bare read of the same rectangle, in turns of a few: each finds the
+// processor's caches as it leaves them itself.
+void MeasureUnchanged(int width, int height) {
+  static Bench bench;
+  StartBench(bench, width, height);
+  ShowFrame(bench, MakeScene(SceneKind::kScrollingText, width, height), 0);
+  RecorderCaptureFrame(bench.recorder, false);
+  std::vector<double> bare, tick;
+  for (int turn = 0; turn < kFrames; ++turn) {
+    for (int n = 0; n < 5; ++n) bare.push_back(BareRead(bench));
+    for (int n = 0; n < 5; ++n) tick.push_back(Nanoseconds([&] { RecorderCaptureFrame(bench.recorder, false); }));
+  }
+  ::printf("%4dx%-4d  bare read %6.3f ms   unchanged frame %6.3f ms   ratio %.2f\n", width, height, Median(bare) / 1e6,
+           Median(tick) / 1e6, Median(tick) / Median(bare));
+  EndBench(bench);
+}
+
+int Run() {
+  if (!EngineStartUp()) {
+    ::fprintf(stderr, "engine_bench: there is no display to measure on; start it through bench.sh\n");
+    return 1;
+  }
+  constexpr int kSizes[][2] = {{640, 480}, {1920, 1080}};
+  const ScreenFacts facts = DisplayScreen();
+  if (facts.width < kSizes[1][0] || facts.height < kSizes[1][1] || facts.layout.bytesPerPixel != 4) {
+    ::fprintf(stderr, "engine_bench: needs a screen of 1920x1080 or more at 24 bits\n");
+    return 1;
+  }
+  ::printf("ns per pixel of the frame; bare is the display's read alone\n%-26s", "");
+  for (const char* name : kStageNames) ::printf(" %10s", name);
+  ::printf("\n");
+  for (const auto& size : kSizes) {
+    for (const SceneKind kind : kAllScenes) MeasureScene(kind, size[0], size[1]);
+  }
+  ::printf("\nA tick that finds nothing changed, from the read to \"nothing to write\"\n");
+  for (const auto& size : kSizes) MeasureUnchanged(size[0], size[1]);
+  EngineShutDown();
+  return 0;
+}
+
+} // namespace
+} // namespace framereel::bench
+
+int main() {
+  return framereel::bench::Run();
+}
