@@ -1,0 +1,433 @@
+// The platform calls for windows, messages, input and the shell.
+//
+// A window is a record in a tree. A window without a parent is top-level: it has the pixels, and the display shows it.
+// A child draws into its top-level window's pixels, clipped by its parents, and by its siblings and children as the
+// styles say. This layer draws caption, border and boxes itself.
+//
+// What calls send, in order, each at once inside the call (a send runs the window procedure before it returns):
+//
+//   CreateWindowExA   WM_GETMINMAXINFO (only windows with a caption), WM_NCCREATE, WM_NCCALCSIZE, WM_CREATE; with
+//                     WS_VISIBLE then what showing sends
+//   moving, sizing    MoveWindow, SetWindowPos, ShowWindow, SetWindowPlacement, the user's dragging: WM_GETMINMAXINFO
+//                     (on a new size, only windows with a caption), WM_NCCALCSIZE (on a new size), then
+//                     WM_WINDOWPOSCHANGED, whose default sends WM_MOVE and WM_SIZE for what changed
+//   showing           WM_SHOWWINDOW, then as moving; a top-level window that is shown active then activates
+//   minimising        WM_NCCALCSIZE, WM_WINDOWPOSCHANGED, after the state has changed; the same on the way back
+//   activating        to the window before: WM_NCACTIVATE 0, WM_ACTIVATE 0; when the program gains the keyboard:
+//                     WM_ACTIVATEAPP 1 to all top-level windows and their children; to the window: WM_NCACTIVATE 1,
+//                     WM_ACTIVATE 1 (2 by a click), whose default sets the focus
+//   the focus         WM_KILLFOCUS to the window before, WM_SETFOCUS
+//   losing            to another program: WM_NCACTIVATE 0, WM_ACTIVATE 0, WM_ACTIVATEAPP 0 to all, WM_KILLFOCUS
+//   EnableWindow      WM_ENABLE, when it changes
+//   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding; then
+//                     WM_DESTROY to it and its children, parents first, and WM_NCDESTROY, children first
+//
+// A message that has no place in a table above means nothing to this program and is not sent.
+//
+// The queue holds posted messages and input in their order. Paints come last, one window at a time, only while an
+// update region is left; WM_QUIT comes behind everything else. Mouse moves that nobody has taken yet are one message.
+// What the desktop does (another place, another keyboard owner, minimised, another resolution) takes effect and is
+// sent when messages are next asked for.
+//
+// Whoever draws in a window sees it on the screen when messages are next asked for, and before Sleep.
+#pragma once
+
+#include "win32/win32_types.h"
+
+using WPARAM = uintptr_t;
+using LPARAM = intptr_t;
+using LRESULT = intptr_t;
+using LONG_PTR = intptr_t;
+using SHORT = int16_t;
+using ATOM = WORD;
+using HMENU = struct Win32Menu*;
+using WNDPROC = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+inline constexpr WORD LOWORD(uintptr_t value) {
+  return WORD(value);
+}
+inline constexpr WORD HIWORD(uintptr_t value) {
+  return WORD(value >> 16);
+}
+inline constexpr LPARAM MAKELPARAM(int low, int high) {
+  return LPARAM(DWORD{WORD(low)} | DWORD{WORD(high)} << 16);
+}
+
+// ---- Messages ----------------------------------------------------------------------------------------------------
+
+inline constexpr UINT WM_CREATE = 1; // lParam is 0 here and in WM_NCCREATE; -1 ends the creation
+inline constexpr UINT WM_DESTROY = 2;
+inline constexpr UINT WM_MOVE = 3;      // lParam: client top left, in the parent's client area or on the screen
+inline constexpr UINT WM_SIZE = 5;      // wParam 1 minimised, else 0; lParam: client size
+inline constexpr UINT WM_ACTIVATE = 6;  // low word of wParam: 0 no, 1 yes, 2 yes by a click
+inline constexpr UINT WM_SETFOCUS = 7;  // wParam: the window before
+inline constexpr UINT WM_KILLFOCUS = 8; // wParam: the window after
+inline constexpr UINT WM_ENABLE = 10;   // wParam: whether it is enabled now
+inline constexpr UINT WM_PAINT = 15;
+inline constexpr UINT WM_CLOSE = 16;            // the default destroys the window
+inline constexpr UINT WM_QUIT = 18;             // wParam: the exit code
+inline constexpr UINT WM_ERASEBKGND = 20;       // wParam: the context; the default fills with the class's background
+inline constexpr UINT WM_SHOWWINDOW = 24;       // wParam: shown or hidden
+inline constexpr UINT WM_WININICHANGE = 26;     // to all top-level windows: the usable area changed
+inline constexpr UINT WM_ACTIVATEAPP = 28;      // wParam: the program has the keyboard, or has lost it
+inline constexpr UINT WM_GETMINMAXINFO = 36;    // lParam: MINMAXINFO
+inline constexpr UINT WM_WINDOWPOSCHANGED = 71; // lParam: WINDOWPOS
+inline constexpr UINT WM_DISPLAYCHANGE = 126;   // to all top-level windows: wParam depth, lParam width and height
+inline constexpr UINT WM_NCCREATE = 129;        // 0 ends the creation; the default answers 1
+inline constexpr UINT WM_NCDESTROY = 130;       // the last message of a window
+// lParam: RECT, the window in its parent's client area or on the screen; the default takes the frame off it. With the
+// window minimised it stays as it is.
+inline constexpr UINT WM_NCCALCSIZE = 131;
+inline constexpr UINT WM_NCHITTEST = 132;  // lParam: screen point; answers one of HT...
+inline constexpr UINT WM_NCACTIVATE = 134; // wParam: lit or not; the default draws the caption so and answers 1
+inline constexpr UINT WM_GETDLGCODE = 135;
+inline constexpr UINT WM_NCMOUSEMOVE = 160; // non-client mouse: wParam one of HT..., lParam screen point
+inline constexpr UINT WM_NCLBUTTONDOWN = 161;
+inline constexpr UINT WM_NCLBUTTONUP = 162;
+inline constexpr UINT WM_NCRBUTTONDOWN = 164;
+inline constexpr UINT WM_NCRBUTTONUP = 165;
+inline constexpr UINT WM_NCMBUTTONDOWN = 167;
+inline constexpr UINT WM_NCMBUTTONUP = 168;
+inline constexpr UINT WM_NCMBUTTONDBLCLK = 169;
+// Keys: wParam virtual key; lParam bits 0-15 count (1), 16-23 scan code, 29 Alt is down, 30 was down, 31 going up. The
+// system forms come with Alt and without Ctrl, for Alt itself, and when no window has the focus.
+inline constexpr UINT WM_KEYDOWN = 256;
+inline constexpr UINT WM_KEYUP = 257;
+inline constexpr UINT WM_CHAR = 258; // wParam: a Latin-1 character, from TranslateMessage
+inline constexpr UINT WM_SYSKEYDOWN = 260;
+inline constexpr UINT WM_SYSKEYUP = 261;
+inline constexpr UINT WM_SYSCHAR = 262;
+inline constexpr UINT WM_COMMAND = 273;    // low word of wParam: the id; lParam: the control, or 0 from a menu
+inline constexpr UINT WM_SYSCOMMAND = 274; // wParam: SC_... or an id of the program's own; lParam: screen point, or key
+inline constexpr UINT WM_HSCROLL = 276;
+inline constexpr UINT WM_VSCROLL = 277;
+inline constexpr UINT WM_MENUCHAR = 288;
+inline constexpr UINT WM_ENTERIDLE = 289; // again and again to the owner of an open menu while nothing happens
+// Mouse: lParam client point; wParam MK_... of what is down.
+inline constexpr UINT WM_MOUSEMOVE = 512;
+inline constexpr UINT WM_LBUTTONDOWN = 513;
+inline constexpr UINT WM_LBUTTONUP = 514;
+inline constexpr UINT WM_LBUTTONDBLCLK = 515; // no class asks for double clicks, so none comes
+inline constexpr UINT WM_RBUTTONDOWN = 516;
+inline constexpr UINT WM_RBUTTONUP = 517;
+inline constexpr UINT WM_RBUTTONDBLCLK = 518;
+inline constexpr UINT WM_MBUTTONDOWN = 519;
+inline constexpr UINT WM_MBUTTONUP = 520;
+inline constexpr UINT WM_MBUTTONDBLCLK = 521;
+
+inline constexpr WPARAM MK_LBUTTON = 1;
+inline constexpr WPARAM MK_RBUTTON = 2;
+inline constexpr WPARAM MK_SHIFT = 4;
+inline constexpr WPARAM MK_CONTROL = 8;
+inline constexpr WPARAM MK_MBUTTON = 16;
+
+inline constexpr LRESULT DLGC_WANTALLKEYS = 4;
+
+inline constexpr int HTNOWHERE = 0;
+inline constexpr int HTCLIENT = 1;
+inline constexpr int HTCAPTION = 2;
+inline constexpr int HTSYSMENU = 3;
+inline constexpr int HTMINBUTTON = 8;
+inline constexpr int HTBORDER = 18;
+inline constexpr int HTCLOSE = 20;
+
+// System commands: the four low bits of wParam are the sender's own.
+inline constexpr WPARAM SC_MOVE = 0xF010;
+inline constexpr WPARAM SC_MINIMIZE = 0xF020;
+inline constexpr WPARAM SC_NEXTWINDOW = 0xF040;
+inline constexpr WPARAM SC_CLOSE = 0xF060;
+inline constexpr WPARAM SC_MOUSEMENU = 0xF090;
+inline constexpr WPARAM SC_KEYMENU = 0xF100;
+inline constexpr WPARAM SC_RESTORE = 0xF120;
+inline constexpr WPARAM SC_TASKLIST = 0xF130;
+
+struct MINMAXINFO {
+  POINT ptReserved;
+  POINT ptMaxSize, ptMaxPosition;
+  POINT ptMinTrackSize, ptMaxTrackSize; // of the whole window; a size beyond them is brought back
+};
+
+struct WINDOWPOS {
+  HWND hwnd, hwndInsertAfter;
+  int x, y, cx, cy; // the whole window, in its parent's client area or on the screen, as it stands now
+  UINT flags;       // SWP_NOMOVE, SWP_NOSIZE, SWP_NOZORDER where that did not change
+};
+
+struct MSG {
+  HWND hwnd; // null for WM_QUIT
+  UINT message;
+  WPARAM wParam;
+  LPARAM lParam;
+  DWORD time; // of GetTickCount
+  POINT pt;   // the pointer on the screen
+};
+
+inline constexpr UINT PM_NOREMOVE = 0;
+inline constexpr UINT PM_REMOVE = 1;
+
+// Takes the first message without waiting, or only looks at it (PM_NOREMOVE); FALSE when there is none. A window limits
+// it to that window and its children, first and last (not both 0) to that range of messages. A paint stays until it is
+// painted. WM_QUIT passes every filter.
+BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
+// Waits for a message and takes it. FALSE when it is WM_QUIT.
+BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
+// Puts WM_CHAR or WM_SYSCHAR at the head of the queue for a key that gives a character.
+BOOL TranslateMessage(const MSG* message);
+LRESULT DispatchMessageA(const MSG* message);
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// What every window does with a message that its procedure leaves alone.
+LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void PostQuitMessage(int exitCode);
+
+// ---- Classes, cursors, icons -------------------------------------------------------------------------------------
+
+inline constexpr UINT CS_VREDRAW = 1; // paint the whole client area on a new height
+inline constexpr UINT CS_HREDRAW = 2; // and on a new width
+inline constexpr UINT CS_OWNDC = 32;  // GetDC and BeginPaint answer one context, which keeps its state
+
+struct WNDCLASSA {
+  UINT style;
+  WNDPROC lpfnWndProc;
+  int cbClsExtra, cbWndExtra; // not used: GWL_USERDATA holds a pointer in every window
+  HINSTANCE hInstance;
+  HICON hIcon;
+  HCURSOR hCursor; // null: nobody changes the pointer
+  // A brush, COLOR_... + 1, or null: never erased. A top-level window without one shows the live desktop through
+  // itself, takes all mouse and key events in its place, and drawing on it draws on the screen.
+  HBRUSH hbrBackground;
+  const char* lpszMenuName; // null
+  const char* lpszClassName;
+};
+
+// Copies the record under its name, exact to the letter; 0 for a name that is taken.
+ATOM RegisterClassA(const WNDCLASSA* what);
+
+inline constexpr int GCL_HCURSOR = -12;
+// GCL_HCURSOR: gives the window's class another cursor, for all its windows, seen at once. Handles are pointers, so
+// this is the pointer-sized form of the call. Answers the one before.
+LONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value);
+
+inline const char* const IDC_ARROW = MAKEINTRESOURCEA(32512);
+inline const char* const IDC_IBEAM = MAKEINTRESOURCEA(32513);
+inline const char* const IDC_WAIT = MAKEINTRESOURCEA(32514);
+inline const char* const IDC_CROSS = MAKEINTRESOURCEA(32515);
+inline const char* const IDI_APPLICATION = MAKEINTRESOURCEA(32512);
+
+// With a null instance one of the four shapes or the stock icon; with the program's instance (any other value) a
+// resource of its own. Null when there is none. They are the layer's.
+HCURSOR LoadCursorA(HINSTANCE instance, const char* name);
+HICON LoadIconA(HINSTANCE instance, const char* name);
+// Shows it until the pointer moves to where a class says otherwise; while the mouse is captured, until it is let go.
+// Answers the one before.
+HCURSOR SetCursor(HCURSOR cursor);
+// Moves the pointer. A mouse move follows as if the user had moved it.
+BOOL SetCursorPos(int x, int y);
+
+// ---- Windows -----------------------------------------------------------------------------------------------------
+
+inline constexpr DWORD WS_MINIMIZEBOX = 0x00020000;
+inline constexpr DWORD WS_SYSMENU = 0x00080000; // system menu button at the left, and the close box
+inline constexpr DWORD WS_BORDER = 0x00800000;
+inline constexpr DWORD WS_CAPTION = 0x00C00000;
+inline constexpr DWORD WS_CLIPCHILDREN = 0x02000000; // drawing in it spares its children
+inline constexpr DWORD WS_CLIPSIBLINGS = 0x04000000; // drawing in it spares siblings above it
+inline constexpr DWORD WS_DISABLED = 0x08000000;
+inline constexpr DWORD WS_VISIBLE = 0x10000000;
+inline constexpr DWORD WS_CHILD = 0x40000000;
+inline constexpr DWORD WS_POPUP = 0x80000000;
+inline constexpr DWORD WS_EX_TOPMOST = 8;
+
+inline constexpr int CW_USEDEFAULT = int(0x80000000);
+
+// Makes a window; null for an unknown class, a child without a parent, or when WM_NCCREATE or WM_CREATE refuses. With
+// WS_CHILD `parent` is its parent, else its owner: an owned window stands above its owner, goes with it when it is
+// minimised or destroyed, and may be null. CW_USEDEFAULT as position is 0, 0 and as size 0 by 0, for a top-level window
+// with neither WS_POPUP nor WS_CHILD a place on the screen and half its size. It is put on top of its siblings.
+// `menu` is the child's id; `parameter` is null.
+HWND CreateWindowExA(DWORD extendedStyle, const char* className, const char* title, DWORD style, int x, int y,
+                     int width, int height, HWND parent, HMENU menu, HINSTANCE instance, void* parameter);
+BOOL DestroyWindow(HWND window);
+// Whether the handle stands for a window that has not been destroyed.
+BOOL IsWindow(HWND window);
+
+inline constexpr int GWL_USERDATA = -21;
+inline constexpr int GWL_STYLE = -16;
+inline constexpr int GWL_ID = -12;
+inline constexpr int GWL_WNDPROC = -4;
+// The pointer-sized forms of the calls, for the four indices above. Setting answers the value before.
+LONG_PTR GetWindowLongPtrA(HWND window, int index);
+LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
+
+BOOL SetWindowTextA(HWND window, const char* text);
+// Copies up to bufferSize - 1 bytes and a zero byte; answers the number of bytes.
+int GetWindowTextA(HWND window, char* buffer, int bufferSize);
+
+// ---- Place, order, visibility ------------------------------------------------------------------------------------
+
+inline constexpr UINT SWP_NOSIZE = 1;
+inline constexpr UINT SWP_NOMOVE = 2;
+inline constexpr UINT SWP_NOZORDER = 4;
+inline constexpr UINT SWP_NOREDRAW = 8; // the caller sees to the painting
+inline constexpr UINT SWP_NOACTIVATE = 16;
+inline const HWND HWND_TOP = nullptr;
+inline const HWND HWND_BOTTOM = reinterpret_cast<HWND>(intptr_t{1});
+
+// Places are those of the whole window: a child's in its parent's client area, others on the screen.
+BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+// `after` is HWND_TOP or HWND_BOTTOM. Without SWP_NOACTIVATE it activates a top-level window that it moves to the top.
+BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+// On top of its siblings; a top-level window is activated.
+BOOL BringWindowToTop(HWND window);
+
+inline constexpr int SW_HIDE = 0;
+inline constexpr int SW_SHOWNORMAL = 1;    // shown or restored, and active
+inline constexpr int SW_SHOWMINIMIZED = 2; // minimised
+inline constexpr int SW_SHOW = 5;          // shown as it is, and active
+inline constexpr int SW_MINIMIZE = 6;      // minimised, and another window active
+inline constexpr int SW_SHOWNA = 8;        // shown as it is, the active window stays
+inline constexpr int SW_RESTORE = 9;       // as SW_SHOWNORMAL
+// Answers whether it was visible before.
+BOOL ShowWindow(HWND window, int how);
+
+struct WINDOWPLACEMENT {
+  UINT length; // the record's size
+  UINT flags;
+  UINT showCmd; // got: SW_SHOWMINIMIZED or SW_SHOWNORMAL; set: as for ShowWindow
+  POINT ptMinPosition, ptMaxPosition;
+  RECT rcNormalPosition; // where it stands when it is not minimised
+};
+
+BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement);
+BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT* placement);
+
+BOOL GetWindowRect(HWND window, RECT* rect); // on the screen
+BOOL GetClientRect(HWND window, RECT* rect); // from 0, 0
+HWND GetParent(HWND window);                 // of a child its parent, else its owner
+// The topmost child, or the topmost of our top-level windows for null; visible or not.
+HWND GetTopWindow(HWND window);
+inline constexpr UINT GW_HWNDNEXT = 2;
+HWND GetWindow(HWND window, UINT which); // GW_HWNDNEXT: the sibling below
+BOOL IsWindowVisible(HWND window);       // it and all its parents
+// The window of ours at a point of the screen, children before parents, hidden and disabled ones left out; null for
+// none.
+HWND WindowFromPoint(POINT point);
+
+// ---- Enabling, focus, capture ------------------------------------------------------------------------------------
+
+// A disabled window, and every child in it, gets no mouse or key events. Answers whether it was disabled before.
+BOOL EnableWindow(HWND window, BOOL enable);
+BOOL IsWindowEnabled(HWND window);
+// Gives the keyboard to a window, null for none, and activates its top-level window when the program has the keyboard.
+// Does nothing for a disabled or minimised one. Answers the window before.
+HWND SetFocus(HWND window);
+HWND GetFocus();
+// All mouse events go to the window, as client points, until it is let go, destroyed, or the display takes it away.
+HWND SetCapture(HWND window);
+BOOL ReleaseCapture();
+
+// ---- Painting ----------------------------------------------------------------------------------------------------
+
+struct PAINTSTRUCT {
+  HDC hdc;
+  BOOL fErase;
+  RECT rcPaint; // around what is to be painted
+};
+
+// The context of a window's client area, or of the whole screen for null. Each GetDC is given back by one ReleaseDC.
+HDC GetDC(HWND window);
+int ReleaseDC(HWND window, HDC context);
+// Erases what asks for it, answers a context clipped to the update region, and takes that region as painted.
+HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+// Asks for painting of a rectangle of the client area, null for all of it. A null window stands for all windows of all
+// programs.
+BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
+// Sends WM_PAINT at once to the window and its children where an update region is left.
+BOOL UpdateWindow(HWND window);
+// Copies the update region, in client coordinates, and answers what it is, as GetRgnBox does; `erase` is FALSE.
+int GetUpdateRgn(HWND window, HRGN region, BOOL erase);
+// Moves the pixels of `scroll` within `clip` (both in the client area, null for all of it), and asks for painting of
+// what comes free. Children stay.
+BOOL ScrollWindow(HWND window, int dx, int dy, const RECT* scroll, const RECT* clip);
+
+inline constexpr int COLOR_ACTIVECAPTION = 2;
+inline constexpr int COLOR_MENU = 4;
+inline constexpr int COLOR_WINDOW = 5;
+inline constexpr int COLOR_WINDOWFRAME = 6;
+inline constexpr int COLOR_APPWORKSPACE = 12;
+inline constexpr int COLOR_BTNFACE = 15;
+inline constexpr int COLOR_BTNSHADOW = 16;
+inline constexpr int COLOR_GRAYTEXT = 17;
+inline constexpr int COLOR_3DLIGHT = 22;
+DWORD GetSysColor(int which);
+
+// ---- Keys --------------------------------------------------------------------------------------------------------
+
+inline constexpr int VK_LBUTTON = 1;
+inline constexpr int VK_RBUTTON = 2;
+inline constexpr int VK_MBUTTON = 4;
+inline constexpr int VK_BACK = 8;
+inline constexpr int VK_TAB = 9;
+inline constexpr int VK_RETURN = 13;
+inline constexpr int VK_SHIFT = 16;
+inline constexpr int VK_CONTROL = 17;
+inline constexpr int VK_MENU = 18; // Alt
+inline constexpr int VK_CAPITAL = 20;
+inline constexpr int VK_ESCAPE = 27;
+inline constexpr int VK_SPACE = 32;
+inline constexpr int VK_LEFT = 37;
+inline constexpr int VK_UP = 38;
+inline constexpr int VK_RIGHT = 39;
+inline constexpr int VK_DOWN = 40;
+inline constexpr int VK_DELETE = 46;
+inline constexpr int VK_F4 = 115;
+inline constexpr int VK_F6 = 117;
+inline constexpr int VK_F10 = 121;
+
+// As of the message last taken: below 0 while the key is down, bit 0 the lock of VK_CAPITAL.
+SHORT GetKeyState(int virtualKey);
+// The same for all 256 keys: bit 7 down, bit 0 locked.
+BOOL GetKeyboardState(BYTE* state);
+// At this moment, whoever has the focus: below 0 while the key is down.
+SHORT GetAsyncKeyState(int virtualKey);
+// The characters of a key with the state of Shift, Ctrl and the lock as given. 1: a Latin-1 character in the low byte
+// of `characters`; 2: an accent that could not be joined, and the character in the high byte; 0: none; -1: an accent
+// that waits for the next key. Asking again about the same key press gives the key without the accent that was joined.
+// `scan` is the low byte of the high word of the message's lParam; `flags` is 0.
+int ToAscii(UINT virtualKey, UINT scan, const BYTE* state, WORD* characters, UINT flags);
+
+// ---- Menus -------------------------------------------------------------------------------------------------------
+
+inline constexpr UINT MF_GRAYED = 1;
+inline constexpr UINT MF_CHECKED = 8;
+inline constexpr UINT MF_SEPARATOR = 0x800;
+
+// The window's system menu, or null when it has none; TRUE puts it back as it was made, and answers null.
+HMENU GetSystemMenu(HWND window, BOOL revert);
+// Another id, text ("&" before the letter that picks it, a tab before the name of its keys) and flags for the item with
+// the id `item`. FALSE when there is no such item.
+BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, UINT id, const char* text);
+BOOL AppendMenuA(HMENU menu, UINT flags, UINT id, const char* text);
+// Paints the window's frame again.
+BOOL DrawMenuBar(HWND window);
+
+// ---- System ------------------------------------------------------------------------------------------------------
+
+// Low byte major, next minor; the top bit is clear on systems of the newer kind, which this is.
+DWORD GetVersion();
+// A short sound; the kind does not matter.
+BOOL MessageBeep(UINT kind);
+
+inline constexpr DWORD ABM_GETTASKBARPOS = 5;
+
+struct APPBARDATA {
+  DWORD cbSize; // the record's size
+  HWND hWnd;
+  UINT uCallbackMessage, uEdge;
+  RECT rc;
+  LPARAM lParam;
+};
+
+// ABM_GETTASKBARPOS: the strip that a dock or task bar takes, across the whole screen; with several, the thickest.
+// FALSE when there is none.
+uintptr_t SHAppBarMessage(DWORD message, APPBARDATA* data);
