@@ -59,17 +59,19 @@ uint32_t Combine(DWORD operation, uint32_t source, uint32_t target) {
   }
 }
 
-// Copies with stretching and a change of colours, pixel by pixel. The operations work on pixel values.
+// Copies with stretching and a change of colours, pixel by pixel. The operations work on pixel values; an inverted one
+// has no bits that the layout does not have.
 void CombinePixels(const Side& to, const Side& from, bool same, DWORD operation) {
   const ColourMap toMap = MapOf(to.surface.layout, to.ofScreen);
   const ColourMap fromMap = MapOf(from.surface.layout, from.ofScreen);
+  const uint32_t bits = PixelBits(to.surface.layout);
   for (int32_t y = 0; y < to.surface.height; ++y) {
     const auto fromY = int32_t(int64_t{y} * from.surface.height / to.surface.height);
     for (int32_t x = 0; x < to.surface.width; ++x) {
       const auto fromX = int32_t(int64_t{x} * from.surface.width / to.surface.width);
       uint32_t source = PixelAt(from.surface, fromX, fromY);
       if (!same) source = PixelOfColour(toMap, ColourOfPixel(fromMap, source));
-      SetPixelAt(to.surface, x, y, Combine(operation, source, PixelAt(to.surface, x, y)));
+      SetPixelAt(to.surface, x, y, Combine(operation, source, PixelAt(to.surface, x, y)) & bits);
     }
   }
 }

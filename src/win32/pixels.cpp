@@ -18,6 +18,10 @@ const PaletteColour kSixteenColours[16] = {
     {0, 0, 255},   {255, 0, 255},   {0, 255, 255},   {255, 255, 255},
 };
 
+uint32_t PixelBits(const PixelLayout& layout) {
+  return IsPalette(layout) ? (1U << layout.depth) - 1 : layout.redMask | layout.greenMask | layout.blueMask;
+}
+
 uint8_t ChannelOf(uint32_t pixel, uint32_t mask) {
   const int shift = std::countr_zero(mask);
   const uint32_t full = mask >> shift;

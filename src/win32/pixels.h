@@ -7,6 +7,9 @@
 
 namespace framereel {
 
+// All bits that a pixel value of the layout can have.
+uint32_t PixelBits(const PixelLayout& layout);
+
 // A channel of a true-colour pixel, widened or cut to 8 bits so that full stays full.
 uint8_t ChannelOf(uint32_t pixel, uint32_t mask);
 // The bits of a channel value of 8 bits under a mask.

@@ -8,7 +8,7 @@ namespace {
 
 PixelLayout LayoutOfDepth(int32_t depth) {
   if (depth == 16) return kLayoutRgb565;
-  PixelLayout layout = depth > 16 ? kLayoutXrgb8888 : kLayoutMono;
+  PixelLayout layout = depth > 8 ? kLayoutXrgb8888 : kLayoutMono;
   layout.depth = depth;
   return layout;
 }
@@ -44,7 +44,8 @@ void MemoryDisplaySetMode(int32_t width, int32_t height, int32_t depth) {
 
 void MemoryAt(uint32_t tick, std::function<void()> run) {
   std::vector<MemoryEvent>& script = TheMemoryDisplay().script;
-  const auto later = [tick](const MemoryEvent& event) { return event.tick > tick; };
+  // Differences, not order: the clock may wrap between the two.
+  const auto later = [tick](const MemoryEvent& event) { return int32_t(event.tick - tick) > 0; };
   script.insert(std::find_if(script.begin(), script.end(), later), {tick, std::move(run)});
 }
 

@@ -53,8 +53,8 @@ uint32_t MemoryPixelOf(uint8_t red, uint8_t green, uint8_t blue);
 PaletteColour MemoryColourOf(uint32_t pixel);
 void MemoryFill(const PixelRect& where, uint32_t pixel);
 
-// Runs a function when the clock reaches the tick, before whoever sleeps wakes. Events of one tick run in the order in
-// which they were written.
+// Runs a function when the clock reaches the tick, before whoever sleeps wakes; at the next sleep, if it is past. Events
+// of one tick run in the order in which they were written. All that wait lie within 2^31 ms.
 void MemoryAt(uint32_t tick, std::function<void()> run);
 
 // Writes what stands on the screen, without the pointer, as a PPM picture: for a failed test to show. False when the

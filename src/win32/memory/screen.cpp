@@ -114,9 +114,7 @@ bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, in
 bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]) {
   const MemoryDisplay& display = TheMemoryDisplay();
   if (display.lost) return false;
-  const uint32_t all = IsPalette(display.layout)
-                           ? (1U << display.layout.depth) - 1
-                           : display.layout.redMask | display.layout.greenMask | display.layout.blueMask;
+  const uint32_t all = PixelBits(display.layout);
   const PixelRect on = Intersect(where, {0, 0, display.width, display.height});
   for (int32_t y = on.top; y < on.bottom; ++y) {
     for (int32_t x = on.left; x < on.right; ++x) {

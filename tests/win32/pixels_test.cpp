@@ -1,0 +1,116 @@
+// Pixel arithmetic against plain rules, over whole domains: rows through the wide forms, channels through every mask.
+#include "win32/pixels.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+#include <vector>
+
+namespace framereel {
+namespace {
+
+constexpr uint8_t kUntouched = 0xE7;
+
+TEST(Channels, AreTheNearestValueAndComeBackThroughEveryMask) {
+  for (int bits = 1; bits <= 12; ++bits) {
+    for (int shift = 0; shift + bits <= 32; ++shift) {
+      const uint32_t full = (1U << bits) - 1, mask = full << shift;
+      for (uint32_t value = 0; value <= full; ++value) {
+        const uint8_t channel = ChannelOf(value << shift | ~mask, mask);
+        // No other byte is closer to value / full.
+        const int64_t error = std::abs(int64_t{channel} * full - int64_t{value} * 255);
+        ASSERT_LE(2 * error, full) << value << " under " << mask;
+        if (bits <= 8) {
+          ASSERT_EQ(ChannelBits(channel, mask), value << shift) << value << " under " << mask;
+        }
+      }
+      for (uint32_t channel = 0; bits >= 8 && channel < 256; ++channel) {
+        ASSERT_EQ(ChannelOf(ChannelBits(uint8_t(channel), mask), mask), channel) << mask;
+      }
+      ASSERT_EQ(ChannelBits(255, mask), mask);
+      ASSERT_EQ(ChannelBits(0, mask), 0U);
+    }
+  }
+}
+
+struct BytesOfPixel {
+  uint8_t blue, green, red;
+};
+
+BytesOfPixel PlainBgr(uint32_t pixel, const PixelLayout& layout) {
+  return {ChannelOf(pixel, layout.blueMask), ChannelOf(pixel, layout.greenMask), ChannelOf(pixel, layout.redMask)};
+}
+
+// A row of the pixels at an odd place, turned to bytes and compared with the plain form; what lies behind stays.
+void ExpectBgr(const std::vector<uint32_t>& pixels, const PixelLayout& layout, size_t misalignment) {
+  std::vector<uint8_t> row(misalignment + pixels.size() * layout.bytesPerPixel);
+  const Surface surface = {layout, int32_t(pixels.size()), 1, 0, row.data() + misalignment, nullptr};
+  for (size_t i = 0; i < pixels.size(); ++i) SetPixelAt(surface, int32_t(i), 0, pixels[i]);
+  std::vector<uint8_t> bgr(misalignment + 3 * pixels.size() + 1, kUntouched);
+  RowToBgr(surface.pixels, layout, pixels.size(), bgr.data() + misalignment);
+  for (size_t i = 0; i < pixels.size(); ++i) {
+    const BytesOfPixel plain = PlainBgr(pixels[i], layout);
+    const uint8_t* out = &bgr[misalignment + 3 * i];
+    ASSERT_EQ(out[0], plain.blue) << "pixel " << i << " of " << pixels.size();
+    ASSERT_EQ(out[1], plain.green) << "pixel " << i << " of " << pixels.size();
+    ASSERT_EQ(out[2], plain.red) << "pixel " << i << " of " << pixels.size();
+  }
+  ASSERT_EQ(bgr.back(), kUntouched) << pixels.size() << " pixels";
+}
+
+constexpr PixelLayout kRgb555 = {16, 2, 0x7C00, 0x03E0, 0x001F};
+constexpr PixelLayout kRgb30 = {32, 4, 0x3FF00000, 0x000FFC00, 0x000003FF};
+constexpr PixelLayout kBgrx8888 = {24, 4, 0xFF000000, 0x00FF0000, 0x0000FF00};
+
+TEST(RowToBgr, HasTheClosedFormsOf16BitsOverTheirWholeDomain) {
+  std::vector<uint32_t> all(65536);
+  for (uint32_t i = 0; i < all.size(); ++i) all[i] = i;
+  ExpectBgr(all, kLayoutRgb565, 0);
+  ExpectBgr(all, kRgb555, 0);
+}
+
+TEST(RowToBgr, IsThePlainFormAtAnyLengthAndPlaceInEveryLayout) {
+  std::mt19937 random(1);
+  for (const PixelLayout& layout : {kLayoutXrgb8888, kLayoutRgb565, kRgb30, kBgrx8888}) {
+    for (size_t length = 0; length <= 70; ++length) {
+      std::vector<uint32_t> pixels(length);
+      for (uint32_t& pixel : pixels) pixel = uint32_t(random());
+      ExpectBgr(pixels, layout, length % 5);
+    }
+  }
+}
+
+TEST(PackRow, PutsTheLeftmostPixelInTheTopBitsAndZerosBehindTheLast) {
+  const uint8_t indices[] = {1, 0, 1, 1, 0, 0, 0, 1, 3, 2, 0xFF};
+  struct Case {
+    size_t count;
+    int bits;
+    std::vector<uint8_t> packed;
+  };
+  const Case cases[] = {
+      {0, 1, {kUntouched}},
+      {1, 1, {0x80, kUntouched}},
+      {8, 1, {0xB1, kUntouched}},
+      {11, 1, {0xB1, 0xA0, kUntouched}},
+      {1, 2, {0x40, kUntouched}},
+      {4, 2, {0x45, kUntouched}},
+      {11, 2, {0x45, 0x01, 0xEC, kUntouched}},
+  };
+  for (const Case& c : cases) {
+    std::vector<uint8_t> packed(c.packed.size(), kUntouched);
+    PackRow(indices, c.count, c.bits, packed.data());
+    EXPECT_EQ(packed, c.packed) << c.count << " pixels of " << c.bits << " bits";
+  }
+}
+
+TEST(NearestColour, TakesTheLowestOfEquals) {
+  const PaletteColour colours[] = {{10, 0, 0}, {0, 0, 0}, {0, 0, 0}, {255, 255, 255}};
+  EXPECT_EQ(NearestColour({0, 0, 0}, colours, 4), 1);
+  EXPECT_EQ(NearestColour({5, 0, 0}, colours, 4), 0);
+  EXPECT_EQ(NearestColour({255, 0, 255}, colours, 4), 3);
+  EXPECT_EQ(NearestColour({255, 255, 255}, colours, 1), 0);
+}
+
+} // namespace
+} // namespace framereel
