@@ -8,49 +8,14 @@
 // The work is done in software on surfaces (surface.h) that a display (display.h) shows and reads.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
+#include "win32/win32_types.h"
 
-using BOOL = int32_t;
-using BYTE = uint8_t;
-using WORD = uint16_t;
-using DWORD = uint32_t;
-using UINT = uint32_t;
-using LONG = int32_t;
-using COLORREF = uint32_t; // 0x00BBGGRR
-
-using HANDLE = void*;
-using HGDIOBJ = void*; // any of the drawing objects below
-using HINSTANCE = struct Win32Instance*;
-using HDC = struct Win32DeviceContext*;
-using HBITMAP = struct Win32Bitmap*;
-using HPALETTE = struct Win32Palette*;
-using HCURSOR = struct Win32Cursor*;
-using HICON = HCURSOR;
-
-inline constexpr BOOL FALSE = 0;
-inline constexpr BOOL TRUE = 1;
-
-struct POINT {
-  LONG x, y;
-};
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 struct PALETTEENTRY {
   BYTE peRed, peGreen, peBlue, peFlags;
 };
-
-inline constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue) {
-  return COLORREF{red} | COLORREF{green} << 8 | COLORREF{blue} << 16;
-}
-inline constexpr BYTE GetRValue(COLORREF colour) {
-  return BYTE(colour);
-}
-inline constexpr BYTE GetGValue(COLORREF colour) {
-  return BYTE(colour >> 8);
-}
-inline constexpr BYTE GetBValue(COLORREF colour) {
-  return BYTE(colour >> 16);
-}
 
 // ---- Memory and process ------------------------------------------------------------------------------------------
 
@@ -148,68 +113,6 @@ int GetDeviceCaps(HDC context, int index);
 UINT GetSystemPaletteEntries(HDC context, UINT first, UINT count, PALETTEENTRY* entries);
 // The colour that the screen shows for the given one.
 COLORREF GetNearestColor(HDC context, COLORREF colour);
-
-// ---- Contexts and bitmaps ----------------------------------------------------------------------------------------
-
-inline constexpr DWORD SRCCOPY = 0x00CC0020;
-inline constexpr DWORD SRCAND = 0x008800C6;
-inline constexpr DWORD SRCPAINT = 0x00EE0086;
-inline constexpr DWORD MERGEPAINT = 0x00BB0226;
-
-inline constexpr DWORD BI_RGB = 0;
-inline constexpr UINT DIB_RGB_COLORS = 0;
-inline constexpr UINT DIB_PAL_COLORS = 1;
-
-struct BITMAPINFOHEADER {
-  DWORD biSize;
-  LONG biWidth, biHeight;
-  WORD biPlanes, biBitCount;
-  DWORD biCompression, biSizeImage;
-  LONG biXPelsPerMeter, biYPelsPerMeter;
-  DWORD biClrUsed, biClrImportant;
-};
-
-// No colour table follows: indexed bitmaps have the screen's colours, and index i stands for the screen's colour i.
-struct BITMAPINFO {
-  BITMAPINFOHEADER bmiHeader;
-};
-
-// The screen's context, with driver "DISPLAY" and null for the rest: it reads and draws over all windows, in screen
-// coordinates. Connects to the display at the first call; null when there is none.
-HDC CreateDCA(const char* driver, const char* device, const char* output, const void* initData);
-// A context whose target is a bitmap, of 1 by 1 pixel until one is selected.
-HDC CreateCompatibleDC(HDC like);
-BOOL DeleteDC(HDC context);
-
-// Puts a bitmap into a memory context and answers the one that it replaced. A bitmap may be in one context at a time.
-HGDIOBJ SelectObject(HDC context, HGDIOBJ object);
-// Deletes a bitmap that is in no context. FALSE when it is in one, and then it stays.
-BOOL DeleteObject(HGDIOBJ object);
-
-// A bitmap of one bit per pixel, 0 black and 1 white, all 0; `planes` and `bitsPerPixel` are 1, `bits` is null.
-HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits);
-// A bitmap in the screen's own format, contents undefined. Null when the size is not positive, or memory ended.
-HBITMAP CreateCompatibleBitmap(HDC context, int width, int height);
-// The same with the size of the header. `init` is 0; `bits` and `info` are null.
-HBITMAP CreateDIBitmap(HDC context, const BITMAPINFOHEADER* header, DWORD init, const void* bits,
-                       const BITMAPINFO* info, UINT usage);
-
-// Copies a rectangle between contexts with one of the raster operations above, clipped to both. From the screen's
-// context into a bitmap of the screen's format it is one read of the screen. Pixels that lie off the screen stay.
-BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation);
-// The same with another size at the source; each pixel takes the nearest source pixel.
-BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
-                int fromHeight, DWORD operation);
-// The colour of a pixel; 0xFFFFFFFF outside the target.
-COLORREF GetPixel(HDC context, int x, int y);
-
-// Reads rows of a bitmap that is in no context into bottom-up rows, each padded to a multiple of 4 bytes. `start` and
-// `rows` count scan lines from the bottom of the image; row `start` goes to the beginning of `bits`. Answers the rows.
-// By biBitCount: 24 gives blue, green, red bytes of a true-colour bitmap, channels of fewer bits widened so that full
-// stays full; 8 and DIB_PAL_COLORS the colour indices of a palette bitmap (on a screen of 16 colours those of the fixed
-// sixteen); 2 and 1 pack the indices of a bitmap of that depth, the leftmost pixel in the top bits. biHeight is
-// positive. 0 on anything else.
-int GetDIBits(HDC context, HBITMAP bitmap, UINT start, UINT rows, void* bits, BITMAPINFO* info, UINT usage);
 
 // ---- The mouse pointer -------------------------------------------------------------------------------------------
 

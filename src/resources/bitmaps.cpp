@@ -1,0 +1,41 @@
+// The bitmaps. Numbers 153 to 160 are the diagonal stripes of the drawing patterns 75 to 82: number 153 + k is black
+// where (x + y) modulo 8 is k, so that each lies one pixel to the right of the one before it.
+#include "resources/bitmaps.h"
+
+namespace framereel {
+namespace {
+
+// One long diagonal. Stripe k is its eight rows from 7 - k on.
+const char* const kStripes[] = {
+    ".......#",
+    "......#.",
+    ".....#..",
+    "....#...",
+    "...#....",
+    "..#.....",
+    ".#......",
+    "#.......",
+    ".......#",
+    "......#.",
+    ".....#..",
+    "....#...",
+    "...#....",
+    "..#.....",
+    ".#......",
+};
+
+const BitmapResource kBitmaps[] = {
+    {153, 8, 8, kStripes + 7}, {154, 8, 8, kStripes + 6}, {155, 8, 8, kStripes + 5}, {156, 8, 8, kStripes + 4},
+    {157, 8, 8, kStripes + 3}, {158, 8, 8, kStripes + 2}, {159, 8, 8, kStripes + 1}, {160, 8, 8, kStripes},
+};
+
+} // namespace
+
+const BitmapResource* FindBitmapResource(uint16_t id) {
+  for (const BitmapResource& bitmap : kBitmaps) {
+    if (bitmap.id == id) return &bitmap;
+  }
+  return nullptr;
+}
+
+} // namespace framereel

@@ -1,0 +1,18 @@
+// The numbered bitmaps that the program reads as resources, drawn as text so that a reader sees them.
+#pragma once
+
+#include <cstdint>
+
+namespace framereel {
+
+// One bit per pixel: `height` rows from the top down, each of `width` characters, "#" black and anything else white.
+struct BitmapResource {
+  uint16_t id;
+  int32_t width, height; // pixels
+  const char* const* rows;
+};
+
+// The bitmap with this number, for the whole run; null when there is none.
+const BitmapResource* FindBitmapResource(uint16_t id);
+
+} // namespace framereel

@@ -1,0 +1,63 @@
+// The plain types that all the platform calls share: numbers, handles, points and rectangles.
+//
+// win32.h is what callers include; it draws in win32_drawing.h (contexts, bitmaps, lines, fills, text) and
+// win32_windows.h (windows, messages, input).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+using BOOL = int32_t;
+using BYTE = uint8_t;
+using WORD = uint16_t;
+using DWORD = uint32_t;
+using UINT = uint32_t;
+using LONG = int32_t;
+using COLORREF = uint32_t; // 0x00BBGGRR
+
+using HANDLE = void*;
+using HGDIOBJ = void*; // a bitmap, pen, brush, font or region
+using HINSTANCE = struct Win32Instance*;
+using HWND = struct Win32Window*;
+using HDC = struct Win32DeviceContext*;
+using HBITMAP = struct Win32Bitmap*;
+using HPEN = struct Win32Pen*;
+using HBRUSH = struct Win32Brush*;
+using HFONT = struct Win32Font*;
+using HRGN = struct Win32Region*;
+using HCURSOR = struct Win32Cursor*;
+using HICON = HCURSOR;
+
+inline constexpr BOOL FALSE = 0;
+inline constexpr BOOL TRUE = 1;
+
+struct POINT {
+  LONG x, y;
+};
+
+struct SIZE {
+  LONG cx, cy;
+};
+
+// Right and bottom lie one past the last pixel.
+struct RECT {
+  LONG left, top, right, bottom;
+};
+
+inline constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue) {
+  return COLORREF{red} | COLORREF{green} << 8 | COLORREF{blue} << 16;
+}
+inline constexpr BYTE GetRValue(COLORREF colour) {
+  return BYTE(colour);
+}
+inline constexpr BYTE GetGValue(COLORREF colour) {
+  return BYTE(colour >> 8);
+}
+inline constexpr BYTE GetBValue(COLORREF colour) {
+  return BYTE(colour >> 16);
+}
+
+// The name of a numbered resource.
+inline const char* MAKEINTRESOURCEA(WORD id) {
+  return reinterpret_cast<const char*>(uintptr_t{id});
+}
