@@ -1,0 +1,107 @@
+// See memory.h. The exhaustion path is FatalExit; MemAlloc and MemRealloc take it once.
+#include "toolkit/core/memory.h"
+
+#include <cassert>
+
+#include "toolkit/core/list.h"
+#include "toolkit/core/timers.h"
+#include "win32/win32.h"
+
+namespace framereel {
+
+namespace {
+
+// Stands in the temporary list where a scope begins. No block has this address.
+constexpr ListValue kScopeMark = -1;
+
+struct Exhaustion {
+  MemFailureHook hook;
+  void* argument;
+  uint32_t timesEntered;
+};
+
+struct TemporaryBlocks {
+  List* list; // blocks and marks, in the order in which they were made
+  uint32_t openScopes;
+};
+
+Exhaustion exhaustion;
+TemporaryBlocks temporary;
+
+// What can be given back to the heap before the program gives up: nothing in this build is kept that could be.
+void PurgeMemory() {}
+
+// Takes the exhaustion path. It comes back only to code that runs on the path itself.
+void EnterExhaustion() {
+  if (exhaustion.timesEntered == 0) FatalExit();
+}
+
+} // namespace
+
+void* MemAlloc(size_t bytes) {
+  void* block = ::HeapAlloc(::GetProcessHeap(), 0, bytes);
+  if (block) return block;
+  PurgeMemory();
+  block = ::HeapAlloc(::GetProcessHeap(), 0, bytes);
+  if (!block) EnterExhaustion();
+  return block;
+}
+
+void* MemRealloc(void* block, size_t bytes) {
+  if (!block) return MemAlloc(bytes);
+  void* resized = ::HeapReAlloc(::GetProcessHeap(), 0, block, bytes);
+  if (resized) return resized;
+  PurgeMemory();
+  resized = ::HeapReAlloc(::GetProcessHeap(), 0, block, bytes);
+  if (!resized) EnterExhaustion();
+  return resized;
+}
+
+void MemFree(void* block) {
+  if (block) ::HeapFree(::GetProcessHeap(), 0, block);
+}
+
+void SetMemFailureHook(MemFailureHook hook, void* argument) {
+  exhaustion.hook = hook;
+  exhaustion.argument = argument;
+}
+
+void FatalExit() {
+  if (exhaustion.timesEntered == 0) TimerClearAll();
+  ++exhaustion.timesEntered;
+  if (exhaustion.hook) exhaustion.hook(exhaustion.argument, exhaustion.timesEntered);
+  ::ExitProcess(0);
+}
+
+void TempStartUp() {
+  temporary.list = ListNew();
+}
+
+void* TempAlloc(size_t bytes) {
+  return TempAdopt(MemAlloc(bytes));
+}
+
+void* TempAdopt(void* block) {
+  assert(temporary.list && "ToolkitInit comes first");
+  if (block) ListAppend(temporary.list, ToListValue(block));
+  return block;
+}
+
+void TempScopeBegin() {
+  assert(temporary.list && "ToolkitInit comes first");
+  ListAppend(temporary.list, kScopeMark);
+  ++temporary.openScopes;
+}
+
+void TempScopeEnd() {
+  if (temporary.openScopes == 0) return;
+  --temporary.openScopes;
+  while (temporary.list->last) {
+    ListLast(temporary.list);
+    ListValue value = ListRemove(temporary.list);
+    if (value == kScopeMark) return;
+    MemFree(FromListValue<void>(value));
+  }
+}
+
+} // namespace framereel

@@ -1,0 +1,10 @@
+// The process and its end.
+#include "win32/win32.h"
+
+#include <unistd.h>
+
+// At once, without the clean-up that libraries have registered: this also ends a process whose memory is exhausted,
+// and such code may want some.
+void ExitProcess(UINT exitCode) {
+  ::_exit(static_cast<int>(exitCode));
+}

@@ -1,0 +1,181 @@
+// The small counted arrays, with their 16-bit ends.
+#include "toolkit/core/arrays.h"
+
+#include <cstring>
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "toolkit/core/memory.h"
+
+namespace framereel {
+namespace {
+
+std::vector<ListValue> Entries(const GrowArray& array) {
+  return {array.entries, array.entries + array.count};
+}
+
+TEST(GrowArrays, InsertAtTheIndexAndAnIndexPastTheEndMeansTheEnd) {
+  GrowArray array = {};
+  EXPECT_EQ(GrowArrayAdd(&array, 2), 1);
+  EXPECT_EQ(GrowArrayAdd(&array, 4), 2);
+  GrowArrayInsert(&array, 0, 1);
+  GrowArrayInsert(&array, 2, 3);
+  GrowArrayInsert(&array, 99, 5);
+  EXPECT_EQ(Entries(array), (std::vector<ListValue>{1, 2, 3, 4, 5}));
+  while (array.count) GrowArrayRemoveAt(&array, 0);
+  EXPECT_EQ(array.entries, nullptr);
+}
+
+TEST(GrowArrays, FindAndRemoveTakeTheLastOfEquals) {
+  GrowArray array = {};
+  for (ListValue value : {7, 8, 7, 9}) GrowArrayAdd(&array, value);
+  EXPECT_EQ(GrowArrayFind(&array, 7), 2);
+  EXPECT_EQ(GrowArrayFind(&array, 6), -1);
+  GrowArrayRemove(&array, 7);
+  GrowArrayRemove(&array, 6);
+  GrowArrayRemoveAt(&array, 3);
+  EXPECT_EQ(Entries(array), (std::vector<ListValue>{7, 8, 9}));
+  for (ListValue value : {7, 8, 9}) GrowArrayRemove(&array, value);
+  EXPECT_EQ(GrowArrayFind(&array, 7), -1);
+  EXPECT_EQ(array.entries, nullptr);
+}
+
+TEST(GrowArrays, AFullOneStaysAsItIs) {
+  GrowArray array = {UINT16_MAX - 1, static_cast<ListValue*>(MemAlloc((UINT16_MAX - 1) * sizeof(ListValue)))};
+  for (uint16_t i = 0; i < array.count; ++i) array.entries[i] = i;
+  EXPECT_EQ(GrowArrayAdd(&array, 65'534), UINT16_MAX);
+  EXPECT_EQ(GrowArrayAdd(&array, -1), UINT16_MAX);
+  GrowArrayInsert(&array, 0, -1);
+  EXPECT_EQ(array.entries[0], 0);
+  EXPECT_EQ(array.entries[65'534], 65'534);
+  MemFree(array.entries);
+}
+
+// ---- Notifiers ----------------------------------------------------------------------------------------------------
+
+struct Listener {
+  char name;
+  Notifier* notifier; // null: it only listens
+};
+
+std::string calls;
+
+void Hear(intptr_t subject, void* argument) {
+  calls += static_cast<Listener*>(argument)->name;
+  calls += std::to_string(subject);
+}
+
+void HearAndLeave(intptr_t subject, void* argument) {
+  auto* listener = static_cast<Listener*>(argument);
+  Hear(subject, argument);
+  NotifierRemove(listener->notifier, HearAndLeave, argument);
+}
+
+void HearAndEndAll(intptr_t subject, void* argument) {
+  Hear(subject, argument);
+  NotifierClear(static_cast<Listener*>(argument)->notifier);
+}
+
+void HearAndAdd(intptr_t subject, void* argument) {
+  Hear(subject, argument);
+  NotifierAdd(static_cast<Listener*>(argument)->notifier, Hear, argument);
+}
+
+class NotifierTest : public ::testing::Test {
+protected:
+  Notifier notifier = {};
+  Listener a = {'a', &notifier}, b = {'b', &notifier}, c = {'c', &notifier};
+
+  NotifierTest() { calls.clear(); }
+  ~NotifierTest() override { NotifierClear(&notifier); }
+};
+
+TEST_F(NotifierTest, ListenersRunFromTheLastToTheFirst) {
+  NotifierSend(&notifier, 1);
+  NotifierAdd(&notifier, Hear, &a);
+  NotifierAdd(&notifier, Hear, &b);
+  NotifierAdd(&notifier, Hear, &a);
+  NotifierSend(&notifier, 2);
+  NotifierRemove(&notifier, Hear, &a);
+  NotifierRemove(&notifier, HearAndLeave, &b);
+  NotifierSend(&notifier, 3);
+  EXPECT_EQ(calls, "a2b2a2b3a3");
+}
+
+TEST_F(NotifierTest, ListenersMayChangeTheListWhileItIsWalked) {
+  NotifierAdd(&notifier, Hear, &a);
+  NotifierAdd(&notifier, HearAndLeave, &b);
+  NotifierAdd(&notifier, HearAndAdd, &c);
+  NotifierSend(&notifier, 1);
+  EXPECT_EQ(calls, "c1b1a1");
+  NotifierAdd(&notifier, HearAndEndAll, &b);
+  NotifierSend(&notifier, 2);
+  EXPECT_EQ(calls, "c1b1a1b2");
+  EXPECT_EQ(notifier.count, 0);
+}
+
+// ---- Attributes ---------------------------------------------------------------------------------------------------
+
+TEST(AttributeTables, AKeyHasOneValueAndAZeroOneIsThereToo) {
+  AttributeTable table = {};
+  AttributeSet(&table, 1, 10);
+  AttributeSet(&table, 2, 20);
+  AttributeSet(&table, 1, 0);
+  EXPECT_EQ(table.count, 2);
+  EXPECT_EQ(table.entries[1].key, 1);
+  EXPECT_EQ(AttributeGet(&table, 1), 0);
+  EXPECT_TRUE(AttributeHas(&table, 1));
+  EXPECT_FALSE(AttributeHas(&table, 3));
+  EXPECT_EQ(AttributeDrop(&table, 2), 20);
+  EXPECT_EQ(AttributeDrop(&table, 2), 0);
+  AttributeDrop(&table, 1);
+  EXPECT_EQ(table.entries, nullptr);
+  AttributeSet(&table, 5, 6);
+  AttributeClear(&table);
+  EXPECT_FALSE(AttributeHas(&table, 5));
+}
+
+// ---- Records ------------------------------------------------------------------------------------------------------
+
+struct Triple {
+  uint8_t bytes[3];
+};
+
+TEST(RecordArrays, GrowByTheirStepAsSoonAsTheyAreFull) {
+  RecordArray array;
+  RecordArrayInit(&array, sizeof(Triple), 2);
+  EXPECT_EQ(array.capacity, 2);
+  for (uint8_t i = 0; i < 5; ++i) {
+    Triple triple = {{i, i, i}};
+    RecordArrayAppend(&array, &triple);
+    EXPECT_EQ(array.count, i + 1);
+    EXPECT_EQ(array.capacity, (array.count / 2 + 1) * 2);
+  }
+  Triple wanted = {{3, 3, 3}};
+  EXPECT_EQ(RecordArrayFind(&array, &wanted), 3);
+  RecordArrayRemoveAt(&array, 1);
+  EXPECT_EQ(RecordArrayFind(&array, &wanted), 2);
+  EXPECT_EQ(static_cast<Triple*>(RecordArrayAt(&array, 3))->bytes[2], 4);
+  EXPECT_EQ(RecordArrayAt(&array, 4), nullptr);
+  RecordArrayRemoveAt(&array, 4);
+  EXPECT_EQ(array.count, 4);
+  wanted.bytes[0] = 9;
+  EXPECT_EQ(RecordArrayFind(&array, &wanted), -1);
+  RecordArrayFree(&array);
+}
+
+TEST(RecordArrays, StopAtTheEndOfTheirCount) {
+  RecordArray array;
+  RecordArrayInit(&array, sizeof(uint32_t), 40'000);
+  for (uint32_t i = 0; i < 70'000; ++i) RecordArrayAppend(&array, &i);
+  EXPECT_EQ(array.count, UINT16_MAX);
+  uint32_t last = 0;
+  std::memcpy(&last, RecordArrayAt(&array, UINT16_MAX - 1), sizeof last);
+  EXPECT_EQ(last, 65'534u);
+  RecordArrayFree(&array);
+}
+
+} // namespace
+} // namespace framereel

@@ -1,0 +1,167 @@
+// The allocator, its path of exhaustion, temporary scopes, and the scratch buffers.
+#include "toolkit/core/memory.h"
+
+#include <cstdio>
+#include <cstring>
+#include <gtest/gtest.h>
+
+#include "toolkit/core/app_strings.h"
+#include "toolkit/core/list.h"
+#include "toolkit/core/numbers.h"
+#include "toolkit/core/scratch_buffer.h"
+#include "toolkit/core/strings.h"
+#include "toolkit/core/text_format.h"
+#include "toolkit/core/timers.h"
+#include "toolkit/core/toolkit_init.h"
+#include "win32/heap_faults.h"
+
+namespace framereel {
+namespace {
+
+TEST(Memory, ResizedBlocksKeepTheirContents) {
+  auto* block = static_cast<char*>(MemRealloc(nullptr, 4));
+  std::memcpy(block, "abc", 4);
+  block = static_cast<char*>(MemRealloc(block, 1 << 20));
+  EXPECT_STREQ(block, "abc");
+  block = static_cast<char*>(MemRealloc(block, 2));
+  EXPECT_EQ(block[1], 'b');
+  MemFree(block);
+  MemFree(nullptr);
+}
+
+// What a hook saw is told on stderr, where a death test can read it.
+void TellHook(void* argument, uint32_t count) {
+  std::fprintf(stderr, "%s %u timers=%d", static_cast<const char*>(argument), count, TimerPending());
+}
+
+TEST(MemoryDeathTest, ExhaustionTellsTheHookOnceTimersAreGoneAndEndsWithCodeZero) {
+  static char name[] = "hook";
+  auto exhaust = [] {
+    TimerSchedule([](void*) {}, nullptr, 1);
+    SetMemFailureHook(TellHook, name);
+    FailAllocationsAfter(2);
+    MemAlloc(1);
+    MemAlloc(1);
+    std::fprintf(stderr, "[two stood] ");
+    MemAlloc(1);
+    std::fprintf(stderr, "came back");
+  };
+  EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^\\[two stood\\] hook 1 timers=0$");
+}
+
+TEST(MemoryDeathTest, ResizingTakesTheSamePathAndNeedsNoHook) {
+  auto exhaust = [] {
+    void* block = MemAlloc(1);
+    FailAllocationsAfter(0);
+    MemRealloc(block, 2);
+    std::fprintf(stderr, "came back");
+  };
+  EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^$");
+}
+
+TEST(MemoryDeathTest, TheHookGetsNullAndTheToolkitGoesOnWithWhatItHas) {
+  auto exhaust = [] {
+    ToolkitInit();
+    SetMemFailureHook(
+        [](void*, uint32_t) {
+          static char block[1];
+          const bool allNull = !MemAlloc(1) && !MemRealloc(block, 1) && !FormatNew("%d%", 1) && !StrDup("a") &&
+                               !TempAlloc(1) && !ListNew() && !TimerSchedule(nullptr, nullptr, 0);
+          char text[20];
+          std::fprintf(stderr, "null=%d %s %s", allNull, FormatInto(text, "%d%", 7), AppAlertString(1));
+        },
+        nullptr);
+    FailAllocationsAfter(0);
+    MemAlloc(1);
+  };
+  EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^null=1 7 Quit$");
+}
+
+TEST(MemoryDeathTest, AHookThatComesBackToFatalExitIsToldSo) {
+  auto exhaust = [] {
+    SetMemFailureHook(
+        [](void*, uint32_t count) {
+          std::fprintf(stderr, "%u ", count);
+          if (count < 3) FatalExit();
+        },
+        nullptr);
+    FatalExit();
+  };
+  EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^1 2 3 $");
+}
+
+// ---- Temporary scopes ---------------------------------------------------------------------------------------------
+
+// Under the sanitizers a block that is freed too early or never shows here by itself.
+TEST(TemporaryBlocks, InnerScopesLeaveThoseOfOuterOnesAlone) {
+  ToolkitInit();
+  TempScopeBegin();
+  char* outer = FormatTemp("%s%-%d%", "outer", 1);
+  TempScopeBegin();
+  char* inner = StrTempN("inner and more", 5);
+  EXPECT_STREQ(inner, "inner");
+  EXPECT_EQ(TempAdopt(nullptr), nullptr);
+  std::memset(TempAlloc(100), 1, 100);
+  TempScopeEnd();
+  EXPECT_STREQ(outer, "outer-1");
+  auto* late = static_cast<char*>(TempAdopt(MemAlloc(3)));
+  std::memcpy(late, "ab", 3);
+  EXPECT_STREQ(outer, "outer-1");
+  TempScopeEnd();
+}
+
+TEST(TemporaryBlocks, ThoseOfStartUpAreNeverFreed) {
+  ToolkitInit();
+  char* early = FormatTemp("early");
+  TempScopeEnd();
+  TempScopeBegin();
+  FormatTemp("late");
+  TempScopeEnd();
+  EXPECT_STREQ(early, "early");
+}
+
+// ---- Scratch buffers ----------------------------------------------------------------------------------------------
+
+TEST(ScratchBuffers, KeepTheirBlockForSmallerRequestsAndResizeToTheSizeAskedFor) {
+  void* block = ScratchBuffer(kScratchGeneral, 100);
+  EXPECT_EQ(ScratchCapacity(kScratchGeneral), 100u);
+  EXPECT_EQ(ScratchBuffer(kScratchGeneral, 99), block);
+  EXPECT_EQ(ScratchCapacity(kScratchGeneral), 100u);
+  std::memset(ScratchBuffer(kScratchGeneral, 100), 1, 100);
+  EXPECT_EQ(ScratchCapacity(kScratchGeneral), 100u);
+  std::memset(ScratchBuffer(kScratchGeneral, 5000), 1, 5000);
+  EXPECT_EQ(ScratchCapacity(kScratchGeneral), 5000u);
+}
+
+TEST(ScratchBuffers, SlotsDoNotShareABlock) {
+  auto* general = static_cast<char*>(ScratchBuffer(kScratchGeneral, 10));
+  std::memcpy(general, "general", 8);
+  std::memset(ScratchBuffer(kScratchFormat, 10), 0, 10);
+  EXPECT_STREQ(general, "general");
+}
+
+// ---- Numbers ------------------------------------------------------------------------------------------------------
+
+TEST(Numbers, PinValueKeepsToItsBoundsAndLowWinsWhereTheyCross) {
+  EXPECT_EQ(PinValue(1, 0, 5), 1);
+  EXPECT_EQ(PinValue(1, 3, 5), 3);
+  EXPECT_EQ(PinValue(1, 9, 5), 5);
+  EXPECT_EQ(PinValue(5, 3, 1), 5);
+  EXPECT_EQ(PinValue(5, 9, 1), 1);
+  EXPECT_EQ(PinValue(INT32_MIN, INT32_MIN, INT32_MAX), INT32_MIN);
+}
+
+TEST(Numbers, RangesIncludeTheirBounds) {
+  EXPECT_TRUE(InRange(1, 1, 2));
+  EXPECT_TRUE(InRange(1, 2, 2));
+  EXPECT_FALSE(InRange(1, 0, 2));
+  EXPECT_FALSE(InRange(1, 3, 2));
+  EXPECT_FALSE(InRange(0.5, 0.4999, 1.0));
+  EXPECT_EQ(Minimum(-1, 1), -1);
+  EXPECT_EQ(Maximum(-1, 1), 1);
+  EXPECT_EQ(Minimum(-0.5, 0.25), -0.5);
+  EXPECT_EQ(Maximum(-0.5, 0.25), 0.25);
+}
+
+} // namespace
+} // namespace framereel
