@@ -1,5 +1,5 @@
-// The wide forms work out a level instead of looking it up: (643 v + 2^14) >> 15 equals CubeLevel8[v] for every byte v,
-// and a rounding multiply of 16-bit lanes does just that.
+// The plain form looks levels up. AVX2 works them out: (643 v + 2^14) >> 15 equals CubeLevel8[v] for every byte v, and
+// a rounding multiply of 16-bit lanes does just that. AVX-512 with byte permutations looks them up again, 64 at a time.
 #include "recorder/cube_index.h"
 
 #include "recorder/colour_tables.h"
@@ -85,14 +85,89 @@ __attribute__((target("avx2"))) size_t BgrToCubeAvx2(const uint8_t* bgr, size_t 
 
 #undef FRAMEREEL_AVX2
 
+#define FRAMEREEL_VBMI __attribute__((target("avx512f,avx512bw,avx512vbmi")))
+
+// The shares of the three channels in a cube index, a level times 1, 6 or 36, and where a channel's 64 bytes lie in 192
+// bytes of pixels; blue, green, red.
+struct alignas(64) ChannelTables {
+  uint8_t shares[3][256];
+  uint8_t places[3][64];
+};
+
+constexpr ChannelTables kChannelTables = [] {
+  ChannelTables tables{};
+  constexpr int kFactors[3] = {1, 6, 36};
+  for (int channel = 0; channel < 3; ++channel) {
+    for (int i = 0; i < 256; ++i) tables.shares[channel][i] = uint8_t(kFactors[channel] * CubeLevel8[i]);
+    for (int i = 0; i < 64; ++i) tables.places[channel][i] = uint8_t(3 * i + channel);
+  }
+  return tables;
+}();
+
+// A table of 256 bytes in registers.
+struct Lookup {
+  __m512i part[4];
+};
+
+FRAMEREEL_VBMI inline Lookup LoadLookup(const uint8_t shares[256]) {
+  return {{_mm512_load_si512(shares), _mm512_load_si512(shares + 64), _mm512_load_si512(shares + 128),
+           _mm512_load_si512(shares + 192)}};
+}
+
+FRAMEREEL_VBMI __attribute__((always_inline)) inline __m512i Find(const Lookup& lookup, __m512i bytes) {
+  const __m512i low = _mm512_permutex2var_epi8(lookup.part[0], bytes, lookup.part[1]);
+  const __m512i high = _mm512_permutex2var_epi8(lookup.part[2], bytes, lookup.part[3]);
+  return _mm512_mask_blend_epi8(_mm512_movepi8_mask(bytes), low, high);
+}
+
+// A channel's places, of which the `last` lie in the third part of the pixels.
+struct PlaneIndex {
+  __m512i places;
+  __mmask64 last;
+};
+
+FRAMEREEL_VBMI inline PlaneIndex LoadPlaneIndex(int channel) {
+  const int inFirstTwo = (128 - channel + 2) / 3;
+  return {_mm512_load_si512(kChannelTables.places[channel]), ~uint64_t{0} << inFirstTwo};
+}
+
+FRAMEREEL_VBMI __attribute__((always_inline)) inline __m512i Plane(const PlaneIndex& index, const __m512i parts[3]) {
+  const __m512i first = _mm512_permutex2var_epi8(parts[0], index.places, parts[1]);
+  return _mm512_mask_permutexvar_epi8(first, index.last, index.places, parts[2]);
+}
+
+// 64 pixels a step. The tables live in registers.
+FRAMEREEL_VBMI size_t BgrToCubeVbmi(const uint8_t* bgr, size_t count, uint8_t* indices) {
+  const PlaneIndex blueAt = LoadPlaneIndex(0), greenAt = LoadPlaneIndex(1), redAt = LoadPlaneIndex(2);
+  const Lookup blues = LoadLookup(kChannelTables.shares[0]);
+  const Lookup greens = LoadLookup(kChannelTables.shares[1]), reds = LoadLookup(kChannelTables.shares[2]);
+  size_t i = 0;
+  for (; i + 64 <= count; i += 64, bgr += 192) {
+    const __m512i parts[3] = {_mm512_loadu_si512(bgr), _mm512_loadu_si512(bgr + 64), _mm512_loadu_si512(bgr + 128)};
+    const __m512i high = _mm512_add_epi8(Find(reds, Plane(redAt, parts)), Find(greens, Plane(greenAt, parts)));
+    _mm512_storeu_si512(indices + i, _mm512_add_epi8(high, Find(blues, Plane(blueAt, parts))));
+  }
+  return i;
+}
+
+#undef FRAMEREEL_VBMI
+
+using WideForm = size_t (*)(const uint8_t* bgr, size_t count, uint8_t* indices);
+
+WideForm ChooseWideForm() {
+  if (__builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw")) return BgrToCubeVbmi;
+  if (__builtin_cpu_supports("avx2")) return BgrToCubeAvx2;
+  return nullptr;
+}
+
 } // namespace
 #endif
 
 void BgrToCube(const uint8_t* bgr, size_t count, uint8_t* indices) {
   size_t done = 0;
 #if defined(__x86_64__)
-  static const bool wide = __builtin_cpu_supports("avx2");
-  if (wide) done = BgrToCubeAvx2(bgr, count, indices);
+  static const WideForm wide = ChooseWideForm();
+  if (wide) done = wide(bgr, count, indices);
 #endif
   BgrToCubePlain(bgr + 3 * done, count - done, indices + done);
 }

@@ -18,7 +18,7 @@ struct GrabKind {
 };
 
 // True colour is converted from the first cache; the others are copied as they are and gain nothing from small bands.
-constexpr uint32_t kSmallBand = 16 << 10, kLargeBand = 1 << 20;
+constexpr uint32_t kSmallBand = 8 << 10, kLargeBand = 1 << 20;
 
 constexpr GrabKind kGrabKinds[] = {
     {kFormat8Bit, NewDibBuffer8, ReadDibBuffer8, 1, kLargeBand},
