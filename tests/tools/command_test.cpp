@@ -1,0 +1,232 @@
+// The whole command on the display in memory: what it records, what it refuses, and what it saves when the world fails.
+#include "record/command.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "tools/temporary_folder.h"
+#include "win32/heap_faults.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+uint32_t Now(void*) {
+  return ::GetTickCount();
+}
+
+bool Wait(void*, uint32_t milliseconds) {
+  ::Sleep(milliseconds);
+  return false;
+}
+
+// Fills the screen with what does not compress; another picture for each seed.
+void DrawNoise(uint32_t seed) {
+  for (uint32_t& pixel : TheMemoryDisplay().screen) {
+    seed = seed * 1664525 + 1013904223;
+    pixel = seed >> 8;
+  }
+}
+
+bool IsWholeGif(const std::string& bytes) {
+  return bytes.size() > 100 && bytes.substr(0, 6) == "GIF89a" && bytes.back() == ';';
+}
+
+int Word(const std::string& bytes, size_t at) {
+  return static_cast<uint8_t>(bytes[at]) | static_cast<uint8_t>(bytes[at + 1]) << 8;
+}
+
+class CommandTest : public testing::Test {
+protected:
+  TemporaryFolder folder;
+  const std::string place = folder / "a.gif";
+  std::string messages;
+  bool terminal = false;
+
+  void SetUp() override { MemoryDisplayReset(64, 48, 24); }
+
+  // One record for all runs, as its engine is made only once.
+  static RecordCommand& Command() {
+    static RecordCommand command;
+    if (!command.reserve) RecordCommandInit(command);
+    return command;
+  }
+
+  // Runs the command into `place`, ten times a second; `messages` gets what it says.
+  int Run(std::vector<const char*> arguments) {
+    arguments.insert(arguments.end(), {"--delay=100", place.c_str(), nullptr});
+    char* text = nullptr;
+    size_t length = 0;
+    RecordCommand& command = Command();
+    command.options = {};
+    Refusal refusal;
+    EXPECT_EQ(ReadOptions(arguments.data(), &command.options, refusal), Request::kRecord) << refusal.text;
+    EXPECT_TRUE(OutputFind(command.output, command.options.file, refusal)) << refusal.text;
+    command.clock = {nullptr, Now, Wait};
+    command.messages = ::open_memstream(&text, &length);
+    command.terminal = terminal;
+    const int status = RecordCommandRun(command);
+    fclose(command.messages);
+    messages = text;
+    free(text);
+    return status;
+  }
+
+  void ExpectRefused(const std::vector<const char*>& arguments, const std::string& why) {
+    EXPECT_EQ(Run(arguments), kExitFailed);
+    EXPECT_EQ(messages, "framereel-record: " + why + "\n");
+    EXPECT_EQ(folder.EntryCount(), 0u);
+  }
+};
+
+TEST_F(CommandTest, RecordsTheWholeScreenWithoutAWord) {
+  EXPECT_EQ(Run({"--frames=3", "--owner=Ada"}), kExitDone);
+  EXPECT_EQ(messages, "");
+  const std::string gif = ReadWholeFile(place);
+  EXPECT_TRUE(IsWholeGif(gif));
+  EXPECT_EQ(Word(gif, 6), 64);
+  EXPECT_EQ(Word(gif, 8), 48);
+  EXPECT_NE(gif.find("Created by Ada, using"), std::string::npos);
+  EXPECT_NE(gif.find("NETSCAPE2.0"), std::string::npos);
+  EXPECT_EQ(::GetTickCount(), 200u);
+}
+
+TEST_F(CommandTest, HandsItsOptionsToTheEngine) {
+  EXPECT_EQ(Run({"--frames=1", "--no-loop", "--size=44", "--area=10,10 20x16"}), kExitDone);
+  const std::string gif = ReadWholeFile(place);
+  EXPECT_EQ(gif.find("NETSCAPE2.0"), std::string::npos);
+  EXPECT_EQ(Word(gif, 6), 14) << "21 pixels, widened from 20, by 2/3";
+  EXPECT_EQ(Word(gif, 8), 12) << "18 pixels, widened from 16";
+}
+
+TEST_F(CommandTest, CutsAnAreaToTheScreenAndSaysSo) {
+  EXPECT_EQ(Run({"--frames=1", "--area=-10,40 30x100"}), kExitDone);
+  EXPECT_EQ(messages, "framereel-record: part of the area lies off the screen; recording 0,40 20x8\n");
+  EXPECT_EQ(Word(ReadWholeFile(place), 6), 20);
+  EXPECT_EQ(Word(ReadWholeFile(place), 8), 8);
+  EXPECT_EQ(Run({"--frames=1", "--area=60,0 30x100", "--quiet"}), kExitDone);
+  EXPECT_EQ(messages, "");
+}
+
+TEST_F(CommandTest, RefusesAnAreaOfWhichNothingCanBeRecorded) {
+  ExpectRefused({"--area=64,0 10x10"}, "the area 64,0 10x10 lies outside the screen, which has 64x48 pixels");
+  ExpectRefused({"--area=0,-10 10x10"}, "the area 0,-10 10x10 lies outside the screen, which has 64x48 pixels");
+  MemoryDisplayReset(32767, 2, 24);
+  ExpectRefused({"--size=44"},
+                "the area of 32767x2 pixels is too small for a recording at 44 %, which takes blocks of 3x3");
+}
+
+TEST_F(CommandTest, RefusesAScreenThatIsNotThere) {
+  TheMemoryDisplay().present = false;
+  ::setenv("DISPLAY", ":77", 1);
+  ExpectRefused({}, "there is no display to record: \":77\", as DISPLAY names it, does not answer");
+  ::unsetenv("DISPLAY");
+  ExpectRefused({}, "there is no display to record: DISPLAY is not set");
+}
+
+TEST_F(CommandTest, RefusesADepthInTheEnginesWords) {
+  MemoryDisplayReset(64, 48, 12);
+  EXPECT_EQ(Run({}), kExitFailed);
+  EXPECT_EQ(messages.find("framereel-record: Framereel does not support recording at the current bit depth"), 0u);
+  EXPECT_EQ(messages.find('\n'), messages.size() - 1);
+  EXPECT_EQ(folder.EntryCount(), 0u);
+}
+
+TEST_F(CommandTest, KnowsAheadOfTheRecordingThatNothingCanBeWritten) {
+  RecordCommand& command = Command();
+  Refusal refusal;
+  const std::string nowhere = folder / "none/a.gif";
+  ASSERT_TRUE(OutputFind(command.output, nowhere.c_str(), refusal));
+  char* text = nullptr;
+  size_t length = 0;
+  command.options = {};
+  command.messages = ::open_memstream(&text, &length);
+  EXPECT_EQ(RecordCommandRun(command), kExitFailed);
+  fclose(command.messages);
+  EXPECT_EQ(std::string(text), "framereel-record: cannot write " + nowhere + ": No such file or directory\n");
+  free(text);
+  EXPECT_EQ(TheMemoryDisplay().screenReads, 0u);
+}
+
+TEST_F(CommandTest, SavesWhatItHasWhenTheDisplayIsLost) {
+  MemoryAt(150, [] { DrawNoise(1); });
+  MemoryAt(250, [] { TheMemoryDisplay().lost = true; });
+  EXPECT_EQ(Run({}), kExitFailed);
+  EXPECT_EQ(messages,
+            "framereel-record: the connection to the display was lost; " + place + " holds the 2 frames before that\n");
+  EXPECT_TRUE(IsWholeGif(ReadWholeFile(place)));
+}
+
+TEST_F(CommandTest, LeavesNoFileWhenTheDisplayIsLostAtOnce) {
+  TheMemoryDisplay().lost = true;
+  ExpectRefused({}, "the connection to the display was lost; nothing was recorded");
+}
+
+TEST_F(CommandTest, SavesWhatItHasWhenTheScreensDepthChanges) {
+  MemoryAt(250, [] { MemoryDisplaySetMode(64, 48, 8); });
+  EXPECT_EQ(Run({}), kExitFailed);
+  EXPECT_NE(messages.find("the screen's colour depth has changed; "), std::string::npos);
+  EXPECT_TRUE(IsWholeGif(ReadWholeFile(place)));
+}
+
+TEST_F(CommandTest, TellsFiguresThatProgramsCanRead) {
+  MemoryAt(150, [] { DrawNoise(1); });
+  EXPECT_EQ(Run({"--stats", "--seconds=0.5"}), kExitDone);
+  const std::string expected =
+      "ticks=5 frames=2 lost=0 bytes=" + std::to_string(ReadWholeFile(place).size()) + " wall_s=";
+  EXPECT_EQ(messages.substr(0, expected.size()), expected);
+}
+
+TEST_F(CommandTest, ShowsProgressAndOutcomeOnATerminal) {
+  terminal = true;
+  EXPECT_EQ(Run({"--seconds=1"}), kExitDone);
+  EXPECT_NE(messages.find("\r1 frame, "), std::string::npos);
+  EXPECT_NE(messages.find("0:00  [############............]\x1b[K"), std::string::npos);
+  const std::string outcome = place + ": 1 frame, ";
+  const size_t last = messages.rfind("\r\x1b[K");
+  EXPECT_EQ(messages.substr(last + 4, outcome.size()), outcome);
+  EXPECT_EQ(messages.back(), '\n');
+  EXPECT_EQ(Run({"--seconds=1", "--quiet"}), kExitDone);
+  EXPECT_EQ(messages, "");
+}
+
+// Runs the command in a process of its own, where `n` allocations work and no further one does. Answers its status.
+int StatusWithAllocations(int64_t n, const std::function<int()>& run) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    FailAllocationsAfter(n);
+    ::_exit(run());
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(CommandTest, SavesTheCompleteFramesWhicheverAllocationFails) {
+  MemoryDisplayReset(320, 320, 24);
+  DrawNoise(1);
+  // The second picture outgrows the stream's first chunk, so that memory may end in the midst of a frame.
+  MemoryAt(150, [] { DrawNoise(2); });
+  MemoryAt(250, [] { DrawNoise(3); });
+  Command();
+  int64_t n = 0;
+  int saved = 0;
+  for (; n < 1000; ++n) {
+    const int status = StatusWithAllocations(n, [this] { return Run({"--frames=3"}); });
+    const std::string gif = ReadWholeFile(place);
+    ASSERT_TRUE(gif.empty() || IsWholeGif(gif)) << "allocation " << n;
+    saved += !gif.empty();
+    ASSERT_LE(folder.EntryCount(), gif.empty() ? 0u : 1u) << "allocation " << n;
+    if (status == kExitDone) break;
+    ASSERT_EQ(status, kExitFailed) << "allocation " << n;
+    std::filesystem::remove(place);
+  }
+  EXPECT_GT(n, 5);
+  EXPECT_GT(saved, 2) << "one of them with all frames";
+}
+
+} // namespace
+} // namespace framereel

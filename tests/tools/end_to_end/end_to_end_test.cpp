@@ -1,0 +1,141 @@
+// The program itself on a real X server, as a user or a script starts it. The server is in DISPLAY, 640 by 480 pixels.
+#include <gif_lib.h>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include "tools/end_to_end/programs.h"
+
+namespace framereel {
+namespace {
+
+const std::string kRecord = RECORD_PROGRAM;
+
+struct Pictures {
+  int width = 0, height = 0, count = 0; // no pictures: not a GIF that another reader takes
+};
+
+Pictures ReadPictures(const std::string& path) {
+  Pictures pictures;
+  GifFileType* gif = DGifOpenFileName(path.c_str(), nullptr);
+  if (!gif) return pictures;
+  if (DGifSlurp(gif) == GIF_OK) pictures = {gif->SWidth, gif->SHeight, gif->ImageCount};
+  DGifCloseFile(gif, nullptr);
+  return pictures;
+}
+
+TEST(FramereelRecord, RecordsWhatMovesOnTheScreen) {
+  const TemporaryFolder folder;
+  const Companion scene({DEMO_SCENE_PROGRAM, "--ready-fd"});
+  const Outcome outcome =
+      RunProgram({kRecord, "--area", "100,50 300x200", "--fps=20", "--frames=10", "--size=25", folder / "a.gif"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.output + outcome.errors, "");
+  const Pictures pictures = ReadPictures(folder / "a.gif");
+  EXPECT_EQ(pictures.width, 150);
+  EXPECT_EQ(pictures.height, 100);
+  EXPECT_GT(pictures.count, 5);
+}
+
+TEST(FramereelRecord, WritesToStandardOutput) {
+  const TemporaryFolder folder;
+  const Outcome outcome = RunProgram({kRecord, "--frames=2", "--delay=25", "-"});
+  EXPECT_EQ(outcome.status, 0);
+  WriteWholeFile(folder / "a.gif", outcome.output);
+  EXPECT_EQ(ReadPictures(folder / "a.gif").width, 640);
+}
+
+TEST(FramereelRecord, AnswersWithItsStatusWhatKindOfRefusalItIs) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "a.gif";
+  const struct {
+    std::vector<std::string> words;
+    int status;
+    std::string error;
+  } cases[] = {
+      {{kRecord, "--fps=50", file}, 2, "--fps takes a number from 0.2 to 40, not \"50\""},
+      {{kRecord}, 2, "no FILE to record into; framereel-record --help tells more"},
+      {{"env", "-u", "DISPLAY", kRecord, file}, 1, "there is no display to record: DISPLAY is not set"},
+      {{kRecord, "--area=700,0 10x10", file},
+       1,
+       "the area 700,0 10x10 lies outside the screen, which has 640x480 pixels"},
+      {{kRecord, folder.path}, 1, folder.path + " is a directory; FILE names the file in it, too"},
+      {{kRecord, "--frames=1", "/dev/full"}, 1, "cannot write /dev/full: No space left on device"},
+      {{"sh", "-c", "\"$0\" --frames=1 - >&-", kRecord},
+       1,
+       "standard output cannot be written to; give a FILE or redirect it"},
+      {{"sh", "-c", "\"$0\" --help >/dev/full", kRecord}, 1, "standard output cannot be written to"},
+  };
+  for (const auto& c : cases) {
+    const Outcome outcome = RunProgram(c.words);
+    EXPECT_EQ(outcome.status, c.status);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "framereel-record: " + c.error + "\n");
+  }
+  EXPECT_EQ(folder.EntryCount(), 0u);
+}
+
+TEST(FramereelRecord, TellsItsOptionsAndItsVersion) {
+  EXPECT_EQ(RunProgram({kRecord, "--version"}).output, "framereel-record 1.23\n");
+  const Outcome help = RunProgram({kRecord, "--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_NE(help.output.find("--no-transparency"), std::string::npos);
+}
+
+TEST(FramereelRecord, ReportsAReaderThatHasGone) {
+  // The pipe has nobody at its other end by the time of the save: `true` never reads, and wait is for its end.
+  const Outcome outcome = RunProgram({"bash", "-c", "exec 3> >(true); wait $!; \"$0\" --frames=1 - >&3", kRecord});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.errors, "framereel-record: cannot write standard output: Broken pipe\n");
+}
+
+TEST(FramereelRecord, WorksWithoutStandardFiles) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(
+      RunProgram({"sh", "-c", "exec \"$0\" --frames=2 --stats \"$1\" <&- >&- 2>&-", kRecord, folder / "a.gif"}).status,
+      0);
+  EXPECT_EQ(ReadPictures(folder / "a.gif").width, 640);
+}
+
+TEST(FramereelRecord, SavesAtControlC) {
+  const TemporaryFolder folder;
+  OnTerminal record({kRecord, "--delay=5000", folder / "a.gif"});
+  ASSERT_TRUE(record.WaitFor("1 frame, ")) << record.shown;
+  EXPECT_FALSE(std::filesystem::exists(folder / "a.gif"));
+  record.Type('\x03');
+  EXPECT_EQ(record.Wait(), 0);
+  EXPECT_EQ(ReadPictures(folder / "a.gif").count, 1);
+  EXPECT_EQ(folder.EntryCount(), 1u);
+  EXPECT_NE(record.shown.find((folder / "a.gif") + ": 1 frame, "), std::string::npos) << record.shown;
+}
+
+TEST(FramereelRecord, SavesWhenItIsToldToEnd) {
+  for (const int number : {SIGTERM, SIGHUP}) {
+    const TemporaryFolder folder;
+    OnTerminal record({kRecord, "--delay=5000", folder / "a.gif"});
+    ASSERT_TRUE(record.WaitFor("1 frame, ")) << record.shown;
+    ::kill(record.process, number);
+    EXPECT_EQ(record.Wait(), 0);
+    EXPECT_EQ(ReadPictures(folder / "a.gif").count, 1);
+  }
+}
+
+TEST(FramereelRecord, RefusesATerminalAsItsOutput) {
+  OnTerminal record({kRecord, "-"});
+  EXPECT_EQ(record.Wait(), 1);
+  EXPECT_NE(record.shown.find("standard output is a terminal"), std::string::npos) << record.shown;
+}
+
+TEST(FramereelRecord, SavesWhatItHasWhenTheServerEnds) {
+  const TemporaryFolder folder;
+  Companion server({"Xvfb", "-nolisten", "tcp", "-noreset", "-screen", "0", "320x200x24", "-displayfd"});
+  OnTerminal record({"env", "DISPLAY=:" + server.said, kRecord, "--delay=25", folder / "a.gif"});
+  ASSERT_TRUE(record.WaitFor("1 frame, ")) << record.shown;
+  server.End();
+  EXPECT_EQ(record.Wait(), 1);
+  EXPECT_NE(record.shown.find("the connection to the display was lost; "), std::string::npos) << record.shown;
+  EXPECT_EQ(ReadPictures(folder / "a.gif").width, 320);
+}
+
+} // namespace
+} // namespace framereel

@@ -1,0 +1,48 @@
+// A folder of a test's own, gone with everything in it at the end.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace framereel {
+
+struct TemporaryFolder {
+  std::string path;
+
+  TemporaryFolder() {
+    std::string pattern = testing::TempDir() + "framereel-XXXXXX";
+    if (::mkdtemp(pattern.data())) path = pattern;
+    EXPECT_NE(path, "");
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    if (!path.empty()) std::filesystem::remove_all(path, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  std::string operator/(const std::string& name) const { return path + "/" + name; }
+
+  size_t EntryCount() const {
+    const std::filesystem::directory_iterator entries(path);
+    return static_cast<size_t>(std::distance(begin(entries), end(entries)));
+  }
+};
+
+// "" for a file that does not exist, too.
+inline std::string ReadWholeFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline void WriteWholeFile(const std::string& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+} // namespace framereel

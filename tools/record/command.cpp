@@ -1,0 +1,195 @@
+// See command.h.
+#include "record/command.h"
+
+#include <cinttypes>
+#include <cstdlib>
+#include <pwd.h>
+#include <unistd.h>
+
+#include "area/area_geometry.h"
+#include "platform/display_caps.h"
+#include "platform/start_up.h"
+#include "record/capture_area.h"
+#include "recorder/recorder_core.h"
+#include "toolkit/core/memory.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr size_t kReserveSize = 2 * kStreamChunkSize; // a save may need a chunk for the trailer
+
+const char* UserName() {
+  const passwd* user = ::getpwuid(::getuid());
+  if (user && user->pw_name && *user->pw_name) return user->pw_name;
+  const char* name = ::getenv("USER");
+  return name && *name ? name : "unknown";
+}
+
+bool StartScreen(Refusal& refusal) {
+  if (EngineStartUp()) return true;
+  const char* name = ::getenv("DISPLAY");
+  if (!name || !*name) return Refuse(refusal, "there is no display to record: DISPLAY is not set");
+  return Refuse(refusal, "there is no display to record: \"%s\", as DISPLAY names it, does not answer", name);
+}
+
+// The engine says in the panel's place why the screen cannot be recorded.
+void KeepScreenMessage(void* owner, const char* text) {
+  Refuse(*static_cast<Refusal*>(owner), "%s", text);
+}
+
+void SetUpRecorder(RecordCommand& command, Refusal& refusal) {
+  RecorderPanel panel;
+  panel.owner = &refusal;
+  panel.showMessage = KeepScreenMessage;
+  RecorderSetUp(command.recorder, &command.stream, &command.gif, &command.options.recording, panel);
+  command.recorder.ownerName = command.options.owner ? command.options.owner : UserName();
+}
+
+bool SetUpArea(RecordCommand& command, Refusal& refusal) {
+  const DisplayCaps& screen = TheDisplayCaps();
+  Rect area;
+  bool cut;
+  if (!ChooseCaptureArea(command.options, screen.screenWidth, screen.screenHeight, &area, &cut, refusal)) return false;
+  const Point size = OutputSize(area, command.options.recording.recordingSize);
+  command.recorder.captureArea = area;
+  command.recorder.outputWidth = size.h;
+  command.recorder.outputHeight = size.v;
+  if (cut && !command.options.quiet) {
+    Refusal note;
+    Refuse(note, "part of the area lies off the screen; recording %d,%d %dx%d", area.left, area.top,
+           area.right - area.left, area.bottom - area.top);
+    Complain(command.messages, note.text);
+  }
+  return true;
+}
+
+void OnProgress(void* watcher, const Recording& recording) {
+  ProgressShow(*static_cast<Progress*>(watcher), recording);
+}
+
+void SetUpRecording(RecordCommand& command) {
+  const RecordOptions& options = command.options;
+  const bool shows = command.terminal && !options.quiet;
+  command.progress = {command.messages, false, 0};
+  command.recording = {};
+  command.recording.recorder = &command.recorder;
+  command.recording.clock = command.clock;
+  command.recording.delay = options.recording.frameDelay;
+  command.recording.milliseconds = options.milliseconds;
+  command.recording.tickLimit = options.ticks;
+  command.recording.onProgress = shows ? OnProgress : nullptr;
+  command.recording.watcher = &command.progress;
+}
+
+// Why the recording ended ahead of its time; null when it did not.
+const char* ReasonOf(RecordingEnd end) {
+  switch (end) {
+  case RecordingEnd::kScreenLost:
+    return "the connection to the display was lost";
+  case RecordingEnd::kScreenChanged:
+    return "the screen's colour depth has changed";
+  case RecordingEnd::kFull:
+    return "the animation has reached 4 GiB";
+  case RecordingEnd::kComplete:
+  case RecordingEnd::kStopped:
+    break;
+  }
+  return nullptr;
+}
+
+// Saves the complete frames, and tells the user when there are none or `reason` has cut the recording short.
+int Save(RecordCommand& command, const char* reason) {
+  Refusal refusal;
+  int status = kExitFailed;
+  ProgressClear(command.progress);
+  if (command.output.direct && command.signals) StopSignalsRelease(*command.signals);
+  if (command.recording.frames == 0) {
+    Refuse(refusal, "%s; nothing was recorded", reason ? reason : "no frame was taken");
+  } else if (!OutputSave(command.output, command.gif, refusal)) {
+    if (reason) Complain(command.messages, reason);
+  } else if (reason) {
+    Refuse(refusal, "%s; %s holds the %" PRIu32 " frames before that", reason, command.output.path,
+           command.recording.frames);
+  } else {
+    status = kExitDone;
+  }
+  OutputDiscard(command.output);
+  if (status != kExitDone) Complain(command.messages, refusal.text);
+  return status;
+}
+
+void SaveWhenMemoryEnded(void* argument, uint32_t count) {
+  RecordCommand& command = *static_cast<RecordCommand*>(argument);
+  if (count == 1) {
+    MemFree(command.reserve);
+    if (command.recording.recorder) KeepCompleteFrames(command.recording);
+    Save(command, "memory is exhausted");
+  }
+  ::ExitProcess(kExitFailed);
+}
+
+void TellOutcome(const RecordCommand& command) {
+  if (!command.terminal || command.options.quiet) return;
+  char outcome[kProgressTextSize];
+  FormatOutcome(command.recording, outcome);
+  fprintf(command.messages, "%s: %s\n", command.output.path, outcome);
+}
+
+int RecordAndSave(RecordCommand& command) {
+  SetUpRecording(command);
+  const Usage before = ReadUsage();
+  const RecordingEnd end = RunRecording(command.recording);
+  const Usage after = ReadUsage();
+  const int status = Save(command, ReasonOf(end));
+  if (status == kExitDone) TellOutcome(command);
+  if (command.options.stats) {
+    const uint64_t trailer = 1;
+    WriteStats(command.messages, command.recording, command.stream.streamSize + trailer, before, after);
+  }
+  return status;
+}
+
+// With the display open. False with the reason, before anything was recorded.
+bool Prepare(RecordCommand& command, Refusal& refusal) {
+  SetUpRecorder(command, refusal);
+  if (!command.recorder.recordingAllowed) return false;
+  return SetUpArea(command, refusal) && OutputOpen(command.output, refusal);
+}
+
+} // namespace
+
+void Complain(FILE* messages, const char* text) {
+  fprintf(messages, "framereel-record: %s\n", text);
+  fflush(messages);
+}
+
+void RecordCommandInit(RecordCommand& command) {
+  SetMemFailureHook(SaveWhenMemoryEnded, &command);
+  command.reserve = MemAlloc(kReserveSize);
+  StreamInit(command.stream);
+  GifWriterInit(command.gif, &command.stream);
+}
+
+int RecordCommandRun(RecordCommand& command) {
+  Refusal refusal;
+  command.recording = {};
+  StreamClear(command.stream);
+  if (!StartScreen(refusal)) {
+    OutputDiscard(command.output);
+    Complain(command.messages, refusal.text);
+    return kExitFailed;
+  }
+  int status = kExitFailed;
+  if (Prepare(command, refusal)) {
+    status = RecordAndSave(command);
+  } else {
+    OutputDiscard(command.output);
+    Complain(command.messages, refusal.text);
+  }
+  RecorderTearDown(command.recorder);
+  EngineShutDown();
+  return status;
+}
+
+} // namespace framereel

@@ -1,0 +1,46 @@
+// The command from checked arguments to exit status: screen, area, file, recording, save, and what the user is told.
+//
+// Everything that it needs of its surroundings is handed in, so that tests run it on the display in memory.
+#pragma once
+
+#include <cstdio>
+
+#include "record/options.h"
+#include "record/output_file.h"
+#include "record/progress.h"
+#include "record/recording.h"
+#include "record/signals.h"
+
+namespace framereel {
+
+enum ExitStatus : int { kExitDone = 0, kExitFailed = 1, kExitUsage = 2 };
+
+struct RecordCommand {
+  // Set for each run. `output` comes from OutputFind.
+  RecordOptions options;
+  OutputFile output;
+  RecordingClock clock;
+  StopSignals* signals = nullptr; // what `clock` waits for, to be let go of while a pipe is written; may be null
+  FILE* messages = nullptr;       // errors, notes and progress; not owned
+  bool terminal = false;          // `messages` is one
+
+  // The command's own.
+  RecorderState recorder;
+  AnimationStream stream;
+  GifWriter gif;
+  Recording recording;
+  Progress progress;
+  void* reserve = nullptr; // memory to save with when there is none left
+};
+
+// Writes one line for the user, behind the command's name.
+void Complain(FILE* messages, const char* text);
+
+// Makes the record's stream and compressor and takes the process's hook for exhausted memory: from here on that saves
+// what has been recorded and ends the process with kExitFailed. Once for a record, which lives as long as the process.
+void RecordCommandInit(RecordCommand& command);
+
+// Records and saves, and answers the exit status. The display is opened and closed inside. Any number of runs.
+int RecordCommandRun(RecordCommand& command);
+
+} // namespace framereel

@@ -1,0 +1,157 @@
+// See output_file.h.
+#include "record/output_file.h"
+
+#include "gif/save_animation.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace framereel {
+
+namespace {
+
+constexpr int kMostLinks = 40; // as many as the system itself follows
+
+bool RefuseFor(Refusal& refusal, const char* path, int error) {
+  return Refuse(refusal, "cannot write %s: %s", path, strerror(error));
+}
+
+// The part of a path up to and including its last separator; 0 when it has none.
+size_t DirectoryLength(const char* path) {
+  const char* separator = strrchr(path, '/');
+  return separator ? static_cast<size_t>(separator - path) + 1 : 0;
+}
+
+bool FindStandardOutput(OutputFile& output, Refusal& refusal) {
+  const int flags = ::fcntl(STDOUT_FILENO, F_GETFL);
+  if (flags < 0 || (flags & O_ACCMODE) == O_RDONLY) {
+    return Refuse(refusal, "standard output cannot be written to; give a FILE or redirect it");
+  }
+  if (::isatty(STDOUT_FILENO)) {
+    return Refuse(refusal, "standard output is a terminal; give a FILE or redirect it");
+  }
+  struct stat status;
+  output.flush = ::fstat(STDOUT_FILENO, &status) == 0 && S_ISREG(status.st_mode);
+  output.direct = true;
+  output.file.handle = ::GetStdHandle(STD_OUTPUT_HANDLE);
+  snprintf(output.path, sizeof output.path, "standard output");
+  return true;
+}
+
+bool OpenDirectly(OutputFile& output, Refusal& refusal) {
+  const HANDLE handle =
+      ::CreateFileA(output.path, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return RefuseFor(refusal, output.path, errno);
+  output.direct = true;
+  output.file.handle = handle;
+  return true;
+}
+
+// Follows links to a file that does not exist yet, which realpath will not do.
+bool FollowToNothing(OutputFile& output, Refusal& refusal) {
+  for (int links = 0; links < kMostLinks; ++links) {
+    struct stat status;
+    if (::lstat(output.path, &status) != 0) {
+      return errno == ENOENT ? true : RefuseFor(refusal, output.path, errno);
+    }
+    if (!S_ISLNK(status.st_mode)) return true;
+    char target[PATH_MAX];
+    const ssize_t length = ::readlink(output.path, target, sizeof target);
+    if (length < 0) return RefuseFor(refusal, output.path, errno);
+    const size_t directory = target[0] == '/' ? 0 : DirectoryLength(output.path);
+    if (directory + static_cast<size_t>(length) >= sizeof output.path) {
+      return RefuseFor(refusal, output.path, ENAMETOOLONG);
+    }
+    memcpy(output.path + directory, target, static_cast<size_t>(length));
+    output.path[directory + static_cast<size_t>(length)] = 0;
+  }
+  return RefuseFor(refusal, output.path, ELOOP);
+}
+
+bool FindExisting(OutputFile& output, const char* name, const struct stat& status, Refusal& refusal) {
+  if (S_ISDIR(status.st_mode)) return Refuse(refusal, "%s is a directory; FILE names the file in it, too", name);
+  if (!S_ISREG(status.st_mode)) return OpenDirectly(output, refusal);
+  // Replacing needs no right to the file itself, but one that is protected is not meant to be replaced.
+  const bool writable = ::faccessat(AT_FDCWD, name, W_OK, AT_EACCESS) == 0;
+  if (!writable || !::realpath(name, output.path)) return RefuseFor(refusal, name, errno);
+  return true;
+}
+
+// Brings the bytes to the disk and closes the file. False with errno when it reports that they did not all arrive.
+bool FinishWriting(OutputFile& output) {
+  const bool flushed = !output.flush || ::FlushFileBuffers(output.file.handle);
+  const int error = errno;
+  const bool standard = output.file.handle == ::GetStdHandle(STD_OUTPUT_HANDLE);
+  const bool closed = standard || ::CloseHandle(output.file.handle);
+  output.file.handle = nullptr;
+  if (!flushed) errno = error;
+  return flushed && closed;
+}
+
+} // namespace
+
+bool OutputFind(OutputFile& output, const char* name, Refusal& refusal) {
+  output = {};
+  if (strcmp(name, "-") == 0) return FindStandardOutput(output, refusal);
+  const size_t length = strlen(name);
+  if (length >= sizeof output.path) return RefuseFor(refusal, name, ENAMETOOLONG);
+  memcpy(output.path, name, length + 1);
+  struct stat status;
+  if (::stat(name, &status) == 0) return FindExisting(output, name, status, refusal);
+  if (errno != ENOENT) return RefuseFor(refusal, name, errno);
+  if (!FollowToNothing(output, refusal)) return false;
+  if (output.path[DirectoryLength(output.path)] == 0) {
+    return Refuse(refusal, "%s is the name of a directory; FILE names the file in it, too", name);
+  }
+  return true;
+}
+
+bool OutputOpen(OutputFile& output, Refusal& refusal) {
+  if (output.direct) return true;
+  const size_t directory = DirectoryLength(output.path);
+  HANDLE handle = INVALID_HANDLE_VALUE;
+  errno = EEXIST;
+  for (int number = 0; handle == INVALID_HANDLE_VALUE && errno == EEXIST; ++number) {
+    const int length = snprintf(output.temporary, sizeof output.temporary, "%.*s.framereel-%ld-%d.part",
+                                static_cast<int>(directory), output.path, static_cast<long>(::getpid()), number);
+    if (length >= static_cast<int>(sizeof output.temporary)) {
+      errno = ENAMETOOLONG;
+      break;
+    }
+    handle = ::CreateFileA(output.temporary, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  }
+  if (handle == INVALID_HANDLE_VALUE) {
+    output.temporary[0] = 0;
+    return RefuseFor(refusal, output.path, errno);
+  }
+  output.file.handle = handle;
+  output.flush = true;
+  return true;
+}
+
+bool OutputSave(OutputFile& output, GifWriter& gif, Refusal& refusal) {
+  if (!SaveAnimationTo(gif, &output.file)) return RefuseFor(refusal, output.path, errno);
+  if (!FinishWriting(output)) return RefuseFor(refusal, output.path, errno);
+  if (output.direct) return true;
+  if (!::MoveFileExA(output.temporary, output.path, MOVEFILE_REPLACE_EXISTING)) {
+    return RefuseFor(refusal, output.path, errno);
+  }
+  output.temporary[0] = 0;
+  return true;
+}
+
+void OutputDiscard(OutputFile& output) {
+  if (output.file.handle) {
+    output.flush = false;
+    FinishWriting(output);
+  }
+  if (output.temporary[0]) ::DeleteFileA(output.temporary);
+  output.temporary[0] = 0;
+}
+
+} // namespace framereel

@@ -1,0 +1,118 @@
+// See progress.h.
+#include "record/progress.h"
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstring>
+#include <ctime>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
+
+#include "recorder/status.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr uint64_t kShortestInterval = 100; // ms from a drawing to the next; more often nobody can read
+constexpr int kBarCells = 24;
+constexpr int kUsualColumns = 80;
+
+// 0:05, 12:34, 1:00:00
+void FormatTime(uint64_t milliseconds, char* text, size_t size) {
+  const uint64_t seconds = milliseconds / 1000;
+  const uint64_t minutes = seconds / 60;
+  if (minutes < 60) {
+    snprintf(text, size, "%" PRIu64 ":%02" PRIu64, minutes, seconds % 60);
+  } else {
+    snprintf(text, size, "%" PRIu64 ":%02" PRIu64 ":%02" PRIu64, minutes / 60, minutes % 60, seconds % 60);
+  }
+}
+
+// How much of the recording is done, in cells of the bar; -1 when its end is not known.
+int DoneCells(const Recording& recording) {
+  uint64_t done = recording.elapsed;
+  uint64_t all = recording.milliseconds;
+  if (recording.tickLimit) {
+    done = recording.ticks;
+    all = recording.tickLimit;
+  }
+  return all == 0 ? -1 : static_cast<int>(std::min(done, all) * kBarCells / all);
+}
+
+int ColumnsOf(FILE* terminal) {
+  winsize size;
+  if (::ioctl(::fileno(terminal), TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsualColumns;
+  return size.ws_col;
+}
+
+int64_t Microseconds(const timeval& time) {
+  return int64_t{time.tv_sec} * 1000000 + time.tv_usec;
+}
+
+} // namespace
+
+void FormatOutcome(const Recording& recording, char* text) {
+  char size[kByteSizeText];
+  char time[32];
+  FormatByteSize(recording.frameBytes, size);
+  FormatTime(recording.elapsed, time, sizeof time);
+  const int length = snprintf(text, kProgressTextSize, "%" PRIu32 " %s, %s, %s", recording.frames,
+                              recording.frames == 1 ? "frame" : "frames", size, time);
+  if (recording.lostTicks == 0) return;
+  snprintf(text + length, static_cast<size_t>(kProgressTextSize - length), ", %" PRIu32 " %s lost", recording.lostTicks,
+           recording.lostTicks == 1 ? "tick" : "ticks");
+}
+
+void FormatProgress(const Recording& recording, int columns, char* text) {
+  FormatOutcome(recording, text);
+  const auto length = static_cast<int>(strlen(text));
+  const int done = DoneCells(recording);
+  // The last column stays free: writing there moves some terminals to the next line.
+  const int bar = kBarCells + 4; // two blanks and the brackets
+  if (done >= 0 && length + bar < columns) {
+    char cells[kBarCells + 1] = {};
+    memset(cells, '#', static_cast<size_t>(done));
+    memset(cells + done, '.', static_cast<size_t>(kBarCells - done));
+    snprintf(text + length, static_cast<size_t>(kProgressTextSize - length), "  [%s]", cells);
+  } else if (length >= columns) {
+    text[std::max(columns - 1, 0)] = 0;
+  }
+}
+
+void ProgressShow(Progress& progress, const Recording& recording) {
+  if (progress.shown && recording.elapsed - progress.shownAt < kShortestInterval) return;
+  char text[kProgressTextSize];
+  FormatProgress(recording, ColumnsOf(progress.to), text);
+  fprintf(progress.to, "\r%s\x1b[K", text);
+  fflush(progress.to);
+  progress.shown = true;
+  progress.shownAt = recording.elapsed;
+}
+
+void ProgressClear(Progress& progress) {
+  if (!progress.shown) return;
+  fputs("\r\x1b[K", progress.to);
+  fflush(progress.to);
+  progress.shown = false;
+}
+
+Usage ReadUsage() {
+  timespec now;
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  rusage used = {};
+  ::getrusage(RUSAGE_SELF, &used);
+  return {int64_t{now.tv_sec} * 1000000 + now.tv_nsec / 1000, Microseconds(used.ru_utime) + Microseconds(used.ru_stime),
+          used.ru_maxrss};
+}
+
+void WriteStats(FILE* to, const Recording& recording, uint64_t bytes, const Usage& before, const Usage& after) {
+  fprintf(to,
+          "ticks=%" PRIu32 " frames=%" PRIu32 " lost=%" PRIu32 " bytes=%" PRIu64
+          " wall_s=%.3f cpu_s=%.3f peak_kib=%" PRId64 "\n",
+          recording.ticks, recording.frames, recording.lostTicks, bytes,
+          static_cast<double>(after.wallMicroseconds - before.wallMicroseconds) / 1e6,
+          static_cast<double>(after.cpuMicroseconds - before.cpuMicroseconds) / 1e6, after.peakKilobytes);
+}
+
+} // namespace framereel

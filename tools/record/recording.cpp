@@ -1,0 +1,98 @@
+// See recording.h.
+#include "record/recording.h"
+
+#include <algorithm>
+
+#include "platform/display_caps.h"
+#include "recorder/recorder_core.h"
+#include "recorder/status.h"
+#include "toolkit/core/memory.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr uint64_t kProgressInterval = 250; // ms
+
+void ReadClock(Recording& recording) {
+  const uint32_t now = recording.clock.now(recording.clock.owner);
+  recording.elapsed += now - recording.lastTime;
+  recording.lastTime = now;
+}
+
+void ShowProgress(Recording& recording) {
+  if (recording.onProgress) recording.onProgress(recording.watcher, recording);
+}
+
+// An image of pixels that do not compress takes at most 12 bits each, and a byte for every 255.
+bool AnotherFrameFits(const Recording& recording) {
+  const RecorderState& recorder = *recording.recorder;
+  const uint64_t worst =
+      uint64_t{2} * static_cast<uint64_t>(recorder.frameWidth) * static_cast<uint64_t>(recorder.frameHeight) + 4096;
+  return recording.frameBytes + worst <= UINT32_MAX;
+}
+
+// Answers kComplete when the recording may go on.
+RecordingEnd TakeTick(Recording& recording) {
+  RecorderState& recorder = *recording.recorder;
+  ReadDisplayCaps();
+  RecorderCheckScreen(recorder);
+  if (!recorder.recordingAllowed) return RecordingEnd::kScreenChanged;
+  TempScopeBegin();
+  RecorderCaptureFrame(recorder, false);
+  TempScopeEnd();
+  ++recording.ticks;
+  if (ScreenIsLost()) return RecordingEnd::kScreenLost;
+  recording.frames = recorder.frameCount;
+  recording.frameBytes = recorder.stream->streamSize;
+  return AnotherFrameFits(recording) ? RecordingEnd::kComplete : RecordingEnd::kFull;
+}
+
+// True when the user ended it.
+bool WaitUntil(Recording& recording, uint64_t due) {
+  do {
+    ReadClock(recording);
+    ShowProgress(recording);
+    uint64_t rest = due > recording.elapsed ? due - recording.elapsed : 0;
+    if (recording.onProgress) rest = std::min(rest, kProgressInterval);
+    const bool stopped = recording.clock.wait(recording.clock.owner, static_cast<uint32_t>(rest));
+    ReadClock(recording);
+    if (stopped) return true;
+  } while (recording.elapsed < due);
+  return false;
+}
+
+RecordingEnd TakeTicks(Recording& recording) {
+  const uint64_t delay = recording.delay;
+  const uint64_t end = recording.milliseconds ? recording.milliseconds : UINT64_MAX;
+  const uint64_t lastPlace = (end - 1) / delay;
+  for (uint64_t place = 0;;) { // of the tick at hand, lost ones counted
+    const RecordingEnd ended = TakeTick(recording);
+    if (ended != RecordingEnd::kComplete) return ended;
+    if (recording.ticks == recording.tickLimit) return RecordingEnd::kComplete;
+
+    const uint64_t due = place == lastPlace ? end : (place + 1) * delay;
+    if (WaitUntil(recording, due)) return RecordingEnd::kStopped;
+    const uint64_t reached = recording.elapsed / delay;
+    const bool over = place == lastPlace || recording.elapsed >= end;
+    recording.lostTicks += static_cast<uint32_t>((over ? lastPlace : reached - 1) - place);
+    if (over) return RecordingEnd::kComplete;
+    place = reached;
+  }
+}
+
+} // namespace
+
+RecordingEnd RunRecording(Recording& recording) {
+  recording.lastTime = recording.clock.now(recording.clock.owner);
+  const RecordingEnd end = TakeTicks(recording);
+  KeepCompleteFrames(recording);
+  ReadClock(recording);
+  return end;
+}
+
+void KeepCompleteFrames(Recording& recording) {
+  StreamTruncate(*recording.recorder->stream, recording.frameBytes);
+}
+
+} // namespace framereel

@@ -1,0 +1,55 @@
+// The recording itself: when the engine takes its frames, and what makes it end.
+//
+// Tick n is due at n times the delay behind the first one, which comes at once. Time comes from a clock that is handed
+// in: the command waits for signals, tests let the display in memory stand still.
+#pragma once
+
+#include <cstdint>
+
+#include "recorder/recorder_state.h"
+
+namespace framereel {
+
+// Milliseconds that wrap at 2^32, of the same clock as ::GetTickCount; and a wait, which answers true as soon as the
+// user wants the recording to end. A wait of 0 only asks.
+struct RecordingClock {
+  void* owner; // passed to both
+  uint32_t (*now)(void* owner);
+  bool (*wait)(void* owner, uint32_t milliseconds);
+};
+
+enum class RecordingEnd : uint8_t {
+  kComplete,      // the plan's end was reached
+  kStopped,       // the user ended it
+  kScreenLost,    // the connection to the display broke
+  kScreenChanged, // the screen has another depth now, in which the animation cannot go on
+  kFull,          // another frame might not fit into the stream's 4 GiB
+};
+
+struct Recording {
+  RecorderState* recorder; // ready for its first frame; not owned
+  RecordingClock clock;
+
+  uint32_t delay;        // ms from a tick to the next, above 0
+  uint32_t milliseconds; // ends at that time; ticks that would fall on it or later are not taken. 0: no such end
+  uint32_t tickLimit;    // ends behind that many ticks, lost ones not counted. 0: no such end
+
+  // Called behind each tick and, while it waits, at least four times a second. May be null.
+  void (*onProgress)(void* watcher, const Recording& recording);
+  void* watcher;
+
+  uint32_t lastTime;   // what the clock told last
+  uint64_t elapsed;    // ms from the first tick to lastTime
+  uint32_t ticks;      // how often the engine was asked for a frame
+  uint32_t lostTicks;  // overdue when another one was due too, and left out
+  uint32_t frames;     // complete frames in the stream
+  uint32_t frameBytes; // their size in the stream; a frame that the end interrupts may stand behind them
+};
+
+// Takes frames until one of the ends. Then the stream holds complete frames only.
+RecordingEnd RunRecording(Recording& recording);
+
+// Cuts an unfinished frame off the stream.
+void KeepCompleteFrames(Recording& recording);
+
+} // namespace framereel

@@ -1,0 +1,14 @@
+// Why the command refuses or fails, as one line for the user. Whoever notices writes it; command.cpp shows it.
+#pragma once
+
+namespace framereel {
+
+struct Refusal {
+  char text[4608]; // room for the longest path that the system takes, and a sentence
+};
+
+// Writes the reason, printf-like, and answers false. Control characters, which file names and arguments may hold, are
+// written as "?", so that it stays one line; what does not fit is cut.
+bool Refuse(Refusal& refusal, const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+} // namespace framereel
