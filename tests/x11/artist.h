@@ -55,6 +55,18 @@ protected:
   void SetUp() override { ASSERT_TRUE(DisplayOpen()); }
   void TearDown() override { DisplayClose(); }
 
+  // Both sides agree behind it: the server has done what the display asked for, and the display has received what the
+  // server sent up to now.
+  void Catch() {
+    int32_t x, y;
+    DisplayPointerPlace(&x, &y);
+  }
+  // What stands on the screen once the display's drawing has arrived.
+  Picture Seen() {
+    Catch();
+    return artist.Look();
+  }
+
   Artist artist;
 };
 

@@ -19,12 +19,6 @@ namespace {
 
 class X11Whole : public X11Test {
 protected:
-  // Lets the display hear all that the server has sent up to now.
-  void Catch() {
-    int32_t x, y;
-    DisplayPointerPlace(&x, &y);
-  }
-
   // The server throws the display's connection out.
   void Break() {
     XKillClient(artist.display, XGContextFromGC(X11Live()->drawing));

@@ -48,9 +48,7 @@ private:
     XDefineCursor(artist.display, artist.root, cursor);
     XFreeCursor(artist.display, cursor);
     XSync(artist.display, False);
-    // The notice is on its way once our side has heard from the server after the artist did.
-    int32_t x, y;
-    ASSERT_TRUE(DisplayPointerPlace(&x, &y));
+    Catch();
   }
 };
 
