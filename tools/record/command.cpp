@@ -109,8 +109,9 @@ int Save(RecordCommand& command, const char* reason) {
   } else if (!OutputSave(command.output, command.gif, refusal)) {
     if (reason) Complain(command.messages, reason);
   } else if (reason) {
-    Refuse(refusal, "%s; %s holds the %" PRIu32 " frames before that", reason, command.output.path,
-           command.recording.frames);
+    const uint32_t frames = command.recording.frames;
+    Refuse(refusal, "%s; %s holds the %" PRIu32 " %s before that", reason, command.output.path, frames,
+           frames == 1 ? "frame" : "frames");
   } else {
     status = kExitDone;
   }

@@ -36,6 +36,7 @@ bool AnotherFrameFits(const Recording& recording) {
 RecordingEnd TakeTick(Recording& recording) {
   RecorderState& recorder = *recording.recorder;
   ReadDisplayCaps();
+  if (ScreenIsLost()) return RecordingEnd::kScreenLost; // a lost screen tells no depth either
   RecorderCheckScreen(recorder);
   if (!recorder.recordingAllowed) return RecordingEnd::kScreenChanged;
   TempScopeBegin();
