@@ -5,6 +5,7 @@
 #include "platform/display_caps.h"
 #include "platform/ports.h"
 #include "toolkit/core/toolkit_init.h"
+#include "win32/display.h"
 
 namespace framereel {
 
@@ -19,6 +20,7 @@ bool EngineStartUp() {
 void EngineShutDown() {
   BitmapsShutDown();
   PortsShutDown();
+  DisplayClose();
 }
 
 } // namespace framereel
