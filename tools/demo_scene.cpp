@@ -154,7 +154,7 @@ Scene OpenScene() {
 int Bounce(int64_t distance, int range) {
   if (range <= 0) return 0;
   int64_t place = distance % (2 * int64_t{range});
-  return static_cast<int>(place <= range ? place : 2 * range - place);
+  return static_cast<int>(place <= range ? place : 2 * int64_t{range} - place);
 }
 
 XRectangle BoxAt(const Scene& scene, int64_t step) {

@@ -117,7 +117,7 @@ OwnSurface::OwnSurface(int32_t width, int32_t height, uint8_t fill) {
 
 uint32_t OwnSurface::At(int32_t x, int32_t y) const {
   int32_t bytes = surface.layout.bytesPerPixel;
-  const uint8_t* at = RowOf(surface, y) + x * bytes;
+  const uint8_t* at = RowOf(surface, y) + int64_t{x} * bytes;
   uint32_t pixel = 0;
   if (bytes == 1) return *at;
   if (bytes == 2) {
@@ -132,7 +132,7 @@ uint32_t OwnSurface::At(int32_t x, int32_t y) const {
 
 void OwnSurface::Set(int32_t x, int32_t y, uint32_t pixel) {
   int32_t bytes = surface.layout.bytesPerPixel;
-  uint8_t* at = RowOf(surface, y) + x * bytes;
+  uint8_t* at = RowOf(surface, y) + int64_t{x} * bytes;
   uint16_t half = static_cast<uint16_t>(pixel);
   if (bytes == 1) *at = static_cast<uint8_t>(pixel);
   if (bytes == 2) std::memcpy(at, &half, 2);

@@ -123,7 +123,7 @@ TEST_F(X11Whole, OutlivesABrokenConnection) {
   DisplayMovePointer(1, 1);
   EXPECT_FALSE(DisplayOpen());
   EXPECT_TRUE(DisplayIsLost());
-  EXPECT_EQ(large.surface.pixels[large.surface.stride * 299], 0x5A); // what was recorded can still be saved
+  EXPECT_EQ(RowOf(large.surface, 299)[0], 0x5A); // what was recorded can still be saved
 
   DisplayClose();
   ASSERT_TRUE(DisplayOpen());
@@ -152,6 +152,10 @@ TEST_F(X11Whole, FindsOutInEveryCall) {
       [] { return DisplayMovePointer(1, 1), false; },
       [&] { return DisplayPalette(colours), false; },
       [&] { return DisplayFreeSurface(&made), false; },
+      [&] {
+        DisplayFreeSurface(&made);
+        return DisplayNewSurface(300, 300, &made) && artist.HasSharedMemory();
+      },
   };
   for (const auto& call : calls) {
     ASSERT_TRUE(DisplayNewSurface(300, 300, &made));
@@ -206,6 +210,10 @@ TEST_F(X11Whole, PassesOnErrorsOfOthers) {
   XSync(artist.display, False);
   EXPECT_EQ(seen, 1);
   XMapWindow(X11Live()->display, 1);
+  {
+    OwnSurface surface(300, 300); // the refusal that arrives meanwhile is not one of shared memory
+    EXPECT_EQ(surface.surface.memory != nullptr, artist.HasSharedMemory());
+  }
   Catch();
   EXPECT_EQ(seen, 1);
   DisplayClose();
@@ -215,7 +223,9 @@ TEST_F(X11Whole, PassesOnErrorsOfOthers) {
 TEST(X11WithoutServer, AnswersNothing) {
   EXPECT_EQ(DisplayScreen().width, 0);
   EXPECT_FALSE(DisplayIsLost());
-  std::string server = ::getenv("DISPLAY");
+  const char* named = ::getenv("DISPLAY");
+  ASSERT_NE(named, nullptr);
+  std::string server = named;
   ::setenv("DISPLAY", "no-such-place:99", 1);
   EXPECT_FALSE(DisplayOpen());
   EXPECT_FALSE(DisplayOpen());

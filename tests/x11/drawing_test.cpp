@@ -144,7 +144,7 @@ TEST_F(X11Drawing, KeepsManyPatternsApart) {
 }
 
 TEST_F(X11Drawing, SwapsBlackAndWhite) {
-  Picture halves{80, 40, std::vector<uint32_t>(80 * 40, static_cast<uint32_t>(artist.Black()))};
+  Picture halves{80, 40, std::vector<uint32_t>(size_t{80} * 40, static_cast<uint32_t>(artist.Black()))};
   for (int32_t y = 0; y < 40; y++) {
     for (int32_t x = 40; x < 80; x++) halves.At(x, y) = static_cast<uint32_t>(artist.White());
   }

@@ -32,7 +32,7 @@ XImage ImageOf(const Packing& p, std::vector<char>* data, int32_t width) {
   return image;
 }
 
-uint32_t PixelOf(const uint8_t* at, int32_t bytes) {
+uint32_t PixelOf(const uint8_t* at, size_t bytes) {
   uint16_t half;
   uint32_t whole;
   std::memcpy(&half, at, 2);
@@ -72,7 +72,7 @@ TEST(X11Packing, UnpacksEveryPackingToTheLayout) {
 
     X11Format format = {p.depth, p.bitsPerPixel, 32, p.byteOrder, p.bitOrder, p.bitUnit, false};
     EXPECT_EQ(X11RowBytes(format, kWidth), image.bytes_per_line);
-    int32_t bytes = p.layout.bytesPerPixel;
+    size_t bytes = static_cast<size_t>(p.layout.bytesPerPixel);
     std::vector<uint8_t> out(kWidth * bytes + 4, 0xA5);
     X11UnpackRow(format, reinterpret_cast<uint8_t*>(data.data()), kWidth, p.layout, out.data());
     for (int32_t x = 0; x < kWidth; x++) {

@@ -27,15 +27,13 @@ bool IsOwn(Display* display) {
 
 int OnError(Display* display, XErrorEvent* event) {
   if (!IsOwn(display)) return own.errorsBefore ? own.errorsBefore(display, event) : 0;
-  own.connection->error = event->error_code;
+  own.connection->failedRequest = event->serial;
   return 0;
 }
 
 // Silent for our connection; the program tells its user in its own words.
 int OnBreak(Display* display) {
-  if (!IsOwn(display)) return own.breaksBefore ? own.breaksBefore(display) : 0;
-  own.lost = true;
-  return 0;
+  return !IsOwn(display) && own.breaksBefore ? own.breaksBefore(display) : 0;
 }
 
 // Stands in the place of the exit that Xlib takes by default. Its calls return with an error from then on.

@@ -35,8 +35,10 @@ uint32_t PixelAt(const X11Format& format, const uint8_t* row, int32_t x) {
     return BitAt(format, row, x);
   case 4:
     return NibbleAt(format, row, x);
-  default:
-    return NumberAt(row + x * (format.bitsPerPixel / 8), format.bitsPerPixel / 8, format.byteOrder);
+  default: {
+    int32_t bytes = format.bitsPerPixel / 8;
+    return NumberAt(row + int64_t{x} * bytes, bytes, format.byteOrder);
+  }
   }
 }
 

@@ -10,7 +10,7 @@ namespace framereel {
 namespace {
 
 // Less than this is not worth an own segment, of which a system has a limited number, nor a wait for the server.
-constexpr int64_t kSharedFrom = 64 * 1024;
+constexpr int64_t kSharedFrom = 65536;
 // Sizes of pictures have 16 bits in the protocol, and places have a sign.
 constexpr int32_t kProtocolMax = 32767;
 constexpr int32_t kPaletteDepthMax = 8;
@@ -118,9 +118,7 @@ bool ReadShared(X11Connection* x, const PixelRect& where, X11Segment* segment, u
   int32_t width = where.right - where.left;
   XImage image = ImageOf(x->format, at, width, where.bottom - where.top, X11RowBytes(x->format, width));
   image.obdata = reinterpret_cast<char*>(&segment->shared);
-  X11ClearError(x);
-  return XShmGetImage(x->display, x->root, &image, where.left, where.top, AllPlanes) && x->error == Success &&
-         X11Live();
+  return XShmGetImage(x->display, x->root, &image, where.left, where.top, AllPlanes) && X11Live();
 }
 
 // Makes room for transfers of `bytes` bytes, which then stays; false when shared memory cannot be had.
@@ -265,6 +263,7 @@ bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
       out->memory = segment;
       return true;
     }
+    if (!X11Live()) return false;
   }
   out->pixels = new (std::nothrow) uint8_t[static_cast<size_t>(bytes)];
   return out->pixels != nullptr;

@@ -49,12 +49,12 @@ std::unique_ptr<X11Segment> X11NewSegment(X11Connection* x, size_t bytes) {
   segment->bytes = bytes;
   if (!TakeMemory(segment.get())) return nullptr;
 
-  X11ClearError(x);
+  unsigned long request = NextRequest(x->display);
   XShmAttach(x->display, &segment->shared);
   XSync(x->display, False);
   // Marked for removal once both sides hold it: it then goes with the last of them, even after a crash.
   ::shmctl(segment->shared.shmid, IPC_RMID, nullptr);
-  if (x->error != Success || !X11Live()) {
+  if (x->failedRequest == request || !X11Live()) {
     x->sharing = false;
     ::shmdt(segment->shared.shmaddr);
     return nullptr;

@@ -41,13 +41,13 @@ struct X11Stipple {
   Pixmap bitmap;
 };
 
-// One more than the steps that an outline takes to run through its pattern, so that in steady state none is sent.
+// Enough for the steps in which a moving outline shifts its pattern, so that in the long run none is sent again.
 inline constexpr int32_t kStipplesKept = 16;
 
 struct X11Connection {
   Display* display;
   Window root;
-  uint8_t error; // code of the last X error; see X11ClearError
+  unsigned long failedRequest; // number of the last request that the server has refused
 
   X11Format format;
   ScreenFacts facts; // as of the last event taken
@@ -74,11 +74,6 @@ X11Connection* X11Live();
 
 // Works off the events that have come, without asking the server. The connection may be lost behind it.
 void X11TakeEvents(X11Connection* x);
-
-// A request that has an answer and fails sets `error` before it returns: clear it, request, look.
-inline void X11ClearError(X11Connection* x) {
-  x->error = Success;
-}
 
 // ---- screen.cpp ----
 
