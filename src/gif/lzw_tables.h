@@ -1,0 +1,57 @@
+// The memory of the LZW encoder, shared by lzw_encoder.cpp and lzw_probe_rule.cpp.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "gif/code_packer.h"
+
+namespace framereel {
+
+inline constexpr uint32_t kCodeLimit = 4096; // codes have at most 12 bits
+inline constexpr uint32_t kColours = 256;
+
+// Whether the probe rule can make a difference in the present dictionary; see lzw_probe_rule.h.
+enum class KeyZero : uint8_t { kNotAsked, kHarmless, kDisplaced };
+
+inline constexpr int32_t kProbeSlots = 5003; // a prime
+
+// A string one pixel longer than another.
+struct LzwChild {
+  uint8_t pixel;    // the last one
+  bool hasSiblings; // the other string was lengthened by other pixels too
+  uint16_t code;    // 0: it has not been lengthened yet
+};
+
+// A dictionary lives until it is full or the image ends. It is spread over tables by the kind of string, because the
+// kinds are asked for differently, and all that is asked for often stays small enough for the processor's nearest
+// caches. Each kind has its way of telling what was left by an earlier dictionary, so that forgetting costs little.
+struct LzwTables {
+  // Entry e is the string codes[e] with pixels[e] behind it. codes[e] went out when e was learned: the codes are packed
+  // from here. The place behind the last entry takes a code that no entry goes with.
+  uint16_t codes[kCodeLimit + 1];
+  uint8_t pixels[kCodeLimit + 1];
+
+  // Strings of one colour c: runCode[c * kCodeLimit + n - 1] is the code of n times c, for n from 1 to runLongest[c].
+  uint16_t runCode[kColours * kCodeLimit];
+  uint16_t runLongest[kColours];
+
+  // Strings of two colours a, b that differ: pairCode[a * kColours + b] is the code with the present dictionary's tag
+  // in its upper four bits. In noise almost every string ends here.
+  uint16_t pairCode[kColours * kColours];
+  uint16_t pairTag; // a multiple of kCodeLimit, never 0
+
+  // All others, by the string that they are a pixel longer than: the first that was learned ...
+  LzwChild firstChild[kCodeLimit];
+  // ... and its siblings: otherChild[pixel * kCodeLimit + prefix] is a code if that entry says the same.
+  uint16_t otherChild[kColours * kCodeLimit];
+
+  CodePacker packer;
+
+  // See lzw_probe_rule.h. probeKeys holds the entries below probedEntries while key 0 is displaced.
+  KeyZero keyZero;
+  uint32_t probedEntries;
+  int32_t probeKeys[kProbeSlots];
+};
+
+} // namespace framereel
