@@ -2,6 +2,7 @@
 #include "platform/bitmaps.h"
 
 #include <cstring>
+#include <iterator>
 
 #include "platform/display_caps.h"
 #include "toolkit/core/list.h"
@@ -90,10 +91,8 @@ Rect OffscreenBounds(const Offscreen* offscreen) {
 
 namespace {
 
-DWORD OperationOf(int mode) {
-  static constexpr DWORD kOperations[] = {0, SRCCOPY, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
-  return kOperations[mode];
-}
+// The raster operation of each mode of CopyBits.
+constexpr DWORD kOperations[] = {0, SRCCOPY, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
 
 // Puts the source's pixels at hand: a context, and what to select back into it afterwards.
 struct CopySource {
@@ -114,15 +113,16 @@ void CloseSource(const CopySource& source) {
 } // namespace
 
 void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode) {
+  if (mode < 0 || size_t(mode) >= std::size(kOperations)) return;
+  const DWORD operation = kOperations[mode];
   const CopySource open = OpenSource(source);
   const int fromWidth = from.right - from.left, fromHeight = from.bottom - from.top;
   const int toWidth = to.right - to.left, toHeight = to.bottom - to.top;
   if (fromWidth == toWidth && fromHeight == toHeight) {
-    ::BitBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, from.left, from.top,
-             OperationOf(mode));
+    ::BitBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, from.left, from.top, operation);
   } else {
     ::StretchBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, from.left, from.top, fromWidth,
-                 fromHeight, OperationOf(mode));
+                 fromHeight, operation);
   }
   CloseSource(open);
 }
@@ -141,6 +141,7 @@ DibBuffer* NewDibBuffer(int16_t width, int16_t height, uint32_t bitsPerPixel, ui
 
 void ReadDibBuffer(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows,
                    WORD bitsPerPixel, uint32_t rowUnit) {
+  if (bufferRow < 0 || offscreenRow < 0 || rows < 0) return;
   if (buffer->width != offscreen->width || offscreenRow + rows > offscreen->height) return;
   if (bufferRow + rows > buffer->height) return;
   if (CurrentPort() == &offscreen->port) ReleasePort();

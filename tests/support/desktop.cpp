@@ -1,0 +1,40 @@
+// See desktop.h.
+#include "support/desktop.h"
+
+#include <cstdlib>
+
+#include "platform/display_caps.h"
+#include "platform/start_up.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+
+Desktop::Desktop(int32_t width, int32_t height, int32_t depth) {
+  MemoryDisplayReset(width, height, depth);
+  if (!EngineStartUp()) std::abort();
+}
+
+Desktop::~Desktop() {
+  EngineShutDown();
+}
+
+void Desktop::SetMode(int32_t width, int32_t height, int32_t depth) {
+  MemoryDisplaySetMode(width, height, depth);
+  ReadDisplayCaps();
+}
+
+void Desktop::SetDepth(int32_t depth) {
+  SetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, depth);
+}
+
+void ShowWhitePointer(int32_t width, int32_t height, int32_t hotX, int32_t hotY) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  display.hasPointer = true;
+  display.pointerWidth = width;
+  display.pointerHeight = height;
+  display.hotX = hotX;
+  display.hotY = hotY;
+  display.pointerPixels.assign(size_t(width) * size_t(height), 0xFFFFFFFF);
+}
+
+} // namespace framereel
