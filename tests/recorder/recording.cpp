@@ -1,0 +1,79 @@
+// See recording.h.
+#include "recorder/recording.h"
+
+#include "recorder/reduce.h"
+#include "recorder/status.h"
+#include "toolkit/core/memory.h"
+
+namespace framereel {
+namespace {
+
+Recording& Owner(void* owner) {
+  return *static_cast<Recording*>(owner);
+}
+
+void ShowMessage(void* owner, const char* text) {
+  Owner(owner).message = text;
+  ++Owner(owner).messageCalls;
+}
+
+// The compressor's tables last for the process, so all recordings share them.
+GifWriter WriterInto(AnimationStream* stream) {
+  static const GifWriter shared = [] {
+    GifWriter gif;
+    GifWriterInit(gif, nullptr);
+    return gif;
+  }();
+  GifWriter gif = shared;
+  gif.stream = stream;
+  return gif;
+}
+
+void AppendBytes(std::vector<uint8_t>& to, const uint8_t* bytes, uint32_t count) {
+  to.insert(to.end(), bytes, bytes + count);
+}
+
+} // namespace
+
+Recording::Recording(const Rect& area, const RecordingOptions& withOptions)
+    : options(withOptions), gif(WriterInto(&stream)) {
+  StreamInit(stream);
+  const RecorderPanel panel = {this, [](void* owner, const char* text) { Owner(owner).status = text; }, ShowMessage,
+                               [](void* owner) { ShowMessage(owner, ""); }};
+  RecorderSetUp(recorder, &stream, &gif, &options, panel);
+  recorder.ownerName = "a tester";
+  SetArea(area);
+}
+
+Recording::~Recording() {
+  RecorderTearDown(recorder);
+  StreamClear(stream);
+  MemFree(stream.currentChunk);
+  ListDelete(stream.fullChunks);
+}
+
+void Recording::SetArea(const Rect& area) {
+  const RecordingScale& scale = ScaleOf(options.recordingSize);
+  recorder.captureArea = area;
+  recorder.outputWidth = int16_t((area.right - area.left) * scale.numerator / scale.denominator);
+  recorder.outputHeight = int16_t((area.bottom - area.top) * scale.numerator / scale.denominator);
+}
+
+bool Recording::Capture(bool grab) {
+  const uint32_t before = recorder.frameCount;
+  RecorderCaptureFrame(recorder, grab);
+  RecorderRefreshStatus(recorder);
+  return recorder.frameCount != before;
+}
+
+std::vector<uint8_t> Recording::Saved() const {
+  std::vector<uint8_t> bytes;
+  for (ListValue chunk = ListFirst(stream.fullChunks); chunk; chunk = ListNext(stream.fullChunks)) {
+    AppendBytes(bytes, FromListValue<uint8_t>(chunk), kStreamChunkSize);
+  }
+  if (stream.currentChunk) AppendBytes(bytes, stream.currentChunk, stream.currentUsed);
+  bytes.push_back(0x3B);
+  return bytes;
+}
+
+} // namespace framereel

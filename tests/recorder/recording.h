@@ -1,0 +1,34 @@
+// The engine at work in a test: its record with everything that it is handed, and what it told the panel.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "recorder/recorder_core.h"
+
+namespace framereel {
+
+// Stands on a Desktop, and goes ahead of it. It keeps its place in memory.
+struct Recording {
+  RecordingOptions options;
+  AnimationStream stream;
+  GifWriter gif;
+  RecorderState recorder;
+  std::string status;   // the panel's status line
+  std::string message;  // why the screen cannot be recorded; empty while it is hidden
+  int messageCalls = 0; // how often it was shown or hidden
+
+  explicit Recording(const Rect& area, const RecordingOptions& withOptions = {});
+  ~Recording();
+  Recording(const Recording&) = delete;
+
+  // Takes another area for the next animation, with the output size that goes with it.
+  void SetArea(const Rect& area);
+  // A tick, or a grabbed frame, at a time of the display's clock; the status line follows. Answers whether a frame was
+  // written.
+  bool Capture(bool grab = false);
+  // The file that a save would write now.
+  std::vector<uint8_t> Saved() const;
+};
+
+} // namespace framereel
