@@ -101,7 +101,7 @@ void DisplayClose() {
 }
 
 bool DisplayIsLost() {
-  if (X11Connection* x = X11Live()) X11TakeEvents(x);
+  if (X11Connection* x = X11Live()) X11TakeEvents(x, QueuedAfterReading);
   return own.lost;
 }
 
@@ -109,8 +109,8 @@ X11Connection* X11Live() {
   return own.lost ? nullptr : own.connection.get();
 }
 
-void X11TakeEvents(X11Connection* x) {
-  while (XEventsQueued(x->display, QueuedAfterReading) > 0) {
+void X11TakeEvents(X11Connection* x, int queued) {
+  while (XEventsQueued(x->display, queued) > 0) {
     XEvent event;
     XNextEvent(x->display, &event);
     if (X11TakePointerEvent(x, event)) continue;

@@ -49,7 +49,7 @@ bool X11TakePointerEvent(X11Connection* x, const XEvent& event) {
 const PointerPicture* DisplayPointer() {
   X11Connection* x = X11Live();
   if (!x || !x->hasPointerPictures) return nullptr;
-  X11TakeEvents(x);
+  X11TakeEvents(x, QueuedAfterReading);
   if (!X11Live()) return nullptr;
   if (x->pointerStale) FetchPicture(x);
   return x->pointer.pixels ? &x->pointer : nullptr;

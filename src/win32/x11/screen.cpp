@@ -228,7 +228,7 @@ void X11MakeContexts(X11Connection* x) {
 ScreenFacts DisplayScreen() {
   X11Connection* x = X11Live();
   if (!x) return {};
-  X11TakeEvents(x);
+  X11TakeEvents(x, QueuedAfterReading);
   return X11Live() ? x->facts : ScreenFacts{};
 }
 
@@ -281,8 +281,9 @@ void DisplayFreeSurface(Surface* surface) {
 bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
   X11Connection* x = X11Live();
   if (!x) return false;
-  X11TakeEvents(x);
-  if (!X11Live() || !(into.layout == x->facts.layout)) return false;
+  // A size that is behind the times is no harm: the server refuses what it does not have.
+  X11TakeEvents(x, QueuedAlready);
+  if (!(into.layout == x->facts.layout)) return false;
   if (IsEmpty(where)) return true;
   if (!Holds(ScreenRect(x), where)) return false;
   int32_t width = where.right - where.left;
@@ -303,8 +304,8 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
 bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, int32_t y) {
   X11Connection* connection = X11Live();
   if (!connection) return false;
-  X11TakeEvents(connection);
-  if (!X11Live() || !(from.layout == connection->facts.layout)) return false;
+  X11TakeEvents(connection, QueuedAlready);
+  if (!(from.layout == connection->facts.layout)) return false;
   int64_t right = int64_t{x} - part.left; // from a place on the surface to the one on the screen
   int64_t down = int64_t{y} - part.top;
   PixelRect cut = VisiblePart(connection, Intersect(part, {0, 0, from.width, from.height}), right, down);
@@ -316,8 +317,7 @@ bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, in
 bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]) {
   X11Connection* x = X11Live();
   if (!x) return false;
-  X11TakeEvents(x);
-  if (!X11Live()) return false;
+  X11TakeEvents(x, QueuedAlready);
   PixelRect cut = Intersect(where, ScreenRect(x));
   if (IsEmpty(cut)) return true;
   XSetStipple(x->display, x->inverting, StippleOf(x, pattern));

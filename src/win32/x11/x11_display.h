@@ -72,8 +72,9 @@ struct X11Connection {
 // The connection, or null when there is none or it is lost. Every entry of the display asks it first.
 X11Connection* X11Live();
 
-// Works off the events that have come, without asking the server. The connection may be lost behind it.
-void X11TakeEvents(X11Connection* x);
+// Works off the events that have come, without asking the server: with QueuedAfterReading all of them, and the
+// connection may be lost behind it; with QueuedAlready those that came with an earlier answer, which costs nothing.
+void X11TakeEvents(X11Connection* x, int queued);
 
 // ---- screen.cpp ----
 
