@@ -6,6 +6,7 @@ namespace framereel {
 namespace {
 
 // One long diagonal. Stripe k is its eight rows from 7 - k on.
+// clang-format off
 const char* const kStripes[] = {
     ".......#",
     "......#.",
@@ -23,6 +24,7 @@ const char* const kStripes[] = {
     "..#.....",
     ".#......",
 };
+// clang-format on
 
 const BitmapResource kBitmaps[] = {
     {153, 8, 8, kStripes + 7}, {154, 8, 8, kStripes + 6}, {155, 8, 8, kStripes + 5}, {156, 8, 8, kStripes + 4},

@@ -1,46 +1,67 @@
-// Copying pixels between targets. The screen as a target or a source is a rectangle read from the display and, for a
-// target, put back; the copy from the screen into a bitmap of its own format is a single read.
+// Copying pixels between targets. The screen as a source is a rectangle read from the display; the copy from the screen
+// into a bitmap of its own format is a single read.
 #include <cstring>
 
-#include "win32/gdi.h"
+#include "win32/drawing_target.h"
 #include "win32/pixels.h"
 
 namespace framereel {
 namespace {
 
-// One side of a copy: pixels at hand, and the colours that they stand for.
-struct Side {
+// The pixels that are copied: 0, 0 is the corner of the rectangle.
+struct Source {
   Surface surface;
-  bool ofScreen;
-  bool temporary; // made for this copy; FreeSide releases it
+  bool ofDisplay; // read from the screen for this copy
+  bool snapshot;  // copied aside for this copy
 };
 
-void FreeSide(Side* side) {
-  if (side->temporary) DisplayFreeSurface(&side->surface);
+void FreeSource(Source* source) {
+  if (source->ofDisplay) DisplayFreeSurface(&source->surface);
+  if (source->snapshot) FreePlainSurface(&source->surface);
 }
 
-// Whether a pixel value stands for the same colour on both, so that values can be copied as they are.
-bool SameColours(const PixelLayout& a, bool aOfScreen, const PixelLayout& b, bool bOfScreen) {
+bool SamePixels(const PixelLayout& a, bool aOfScreen, const PixelLayout& b, bool bOfScreen) {
   if (::memcmp(&a, &b, sizeof a) != 0) return false;
-  if (!IsPalette(a) || aOfScreen == bOfScreen) return true;
+  if (!IsPalette(a) || a.depth == 1 || aOfScreen == bOfScreen) return true;
   const ColourMap aMap = MapOf(a, aOfScreen), bMap = MapOf(b, bOfScreen);
   return ::memcmp(aMap.palette, bMap.palette, sizeof aMap.palette) == 0;
 }
 
-// The pixels of `where`, which lies inside the context, as a side whose 0, 0 is the rectangle's corner.
-bool TakeSide(const Win32DeviceContext& context, const PixelRect& where, Side* side) {
+// Whether a pixel value means the same on both, so that values can be copied as they are.
+bool SamePixels(const Win32DeviceContext& to, const Win32DeviceContext& from) {
+  return SamePixels(LayoutOf(to), HasScreenColours(to), LayoutOf(from), HasScreenColours(from));
+}
+
+Surface PartOf(Surface surface, const PixelRect& part) {
+  surface.pixels = RowOf(surface, part.top) + static_cast<int64_t>(part.left) * surface.layout.bytesPerPixel;
+  surface.width = part.right - part.left;
+  surface.height = part.bottom - part.top;
+  return surface;
+}
+
+const Surface& SurfaceOf(const Win32DeviceContext& context) {
+  return context.bitmap ? context.bitmap->surface : *context.surface;
+}
+
+// The pixels of `rect`, which lies inside the context. `apart`: they must outlast what is drawn on the context.
+bool TakeSource(const Win32DeviceContext& context, const PixelRect& rect, bool apart, Source* source) {
+  *source = {};
+  const PixelRect where = Moved(rect, context.originX, context.originY);
+  const int32_t width = where.right - where.left, height = where.bottom - where.top;
   if (context.screen) {
-    if (!DisplayNewSurface(where.right - where.left, where.bottom - where.top, &side->surface)) return false;
-    side->ofScreen = side->temporary = true;
-    if (DisplayReadScreen(where, side->surface, 0, 0)) return true;
-    FreeSide(side);
+    if (!DisplayNewSurface(width, height, &source->surface)) return false;
+    source->ofDisplay = true;
+    if (DisplayReadScreen(where, source->surface, 0, 0)) return true;
+    FreeSource(source);
     return false;
   }
-  *side = {context.bitmap->surface, context.bitmap->ofScreen, false};
-  side->surface.pixels =
-      RowOf(side->surface, where.top) + static_cast<int64_t>(where.left) * side->surface.layout.bytesPerPixel;
-  side->surface.width = where.right - where.left;
-  side->surface.height = where.bottom - where.top;
+  const Surface part = PartOf(SurfaceOf(context), where);
+  source->surface = part;
+  if (!apart) return true;
+  if (!NewPlainSurface(part.layout, width, height, &source->surface)) return false;
+  source->snapshot = true;
+  const size_t bytes = size_t(width) * part.layout.bytesPerPixel;
+  for (int32_t y = 0; y < height; ++y) ::memcpy(RowOf(source->surface, y), RowOf(part, y), bytes);
   return true;
 }
 
@@ -59,65 +80,133 @@ uint32_t Combine(DWORD operation, uint32_t source, uint32_t target) {
   }
 }
 
-// Copies with stretching and a change of colours, pixel by pixel. The operations work on pixel values; an inverted one
-// has no bits that the layout does not have.
-void CombinePixels(const Side& to, const Side& from, bool same, DWORD operation) {
-  const ColourMap toMap = MapOf(to.surface.layout, to.ofScreen);
-  const ColourMap fromMap = MapOf(from.surface.layout, from.ofScreen);
-  const uint32_t bits = PixelBits(to.surface.layout);
-  for (int32_t y = 0; y < to.surface.height; ++y) {
-    const auto fromY = int32_t(int64_t{y} * from.surface.height / to.surface.height);
-    for (int32_t x = 0; x < to.surface.width; ++x) {
-      const auto fromX = int32_t(int64_t{x} * from.surface.width / to.surface.width);
-      uint32_t source = PixelAt(from.surface, fromX, fromY);
-      if (!same) source = PixelOfColour(toMap, ColourOfPixel(fromMap, source));
-      SetPixelAt(to.surface, x, y, Combine(operation, source, PixelAt(to.surface, x, y)) & bits);
+// What turns a pixel of the source into one of the target.
+struct Translation {
+  enum { kSame, kBitsToColours, kColoursToBits, kNearest } kind;
+  uint32_t zero, one; // for kBitsToColours the target's pixels; for kColoursToBits `one` is the source's background
+  ColourMap to, from; // for kNearest
+};
+
+uint32_t PixelOf(const ColourMap& map, COLORREF colour) {
+  return PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
+}
+
+Translation TranslationOf(const Win32DeviceContext& to, const Win32DeviceContext& from) {
+  if (SamePixels(to, from)) return {Translation::kSame, 0, 0, {}, {}};
+  const ColourMap toMap = MapOf(LayoutOf(to), HasScreenColours(to));
+  const ColourMap fromMap = MapOf(LayoutOf(from), HasScreenColours(from));
+  if (!HasScreenColours(from)) {
+    return {Translation::kBitsToColours, PixelOf(toMap, to.textColour), PixelOf(toMap, to.backColour), {}, {}};
+  }
+  if (!HasScreenColours(to)) {
+    return {Translation::kColoursToBits, 0, PixelOf(fromMap, from.backColour), {}, {}};
+  }
+  return {Translation::kNearest, 0, 0, toMap, fromMap};
+}
+
+uint32_t Translate(const Translation& translation, uint32_t pixel) {
+  switch (translation.kind) {
+  case Translation::kBitsToColours:
+    return pixel ? translation.one : translation.zero;
+  case Translation::kColoursToBits:
+    return pixel == translation.one;
+  case Translation::kNearest:
+    return PixelOfColour(translation.to, ColourOfPixel(translation.from, pixel));
+  default:
+    return pixel;
+  }
+}
+
+// One copy: the whole rectangle on the target's surface, of which only parts may be drawn on.
+struct Copy {
+  PixelRect rect;
+  Source source;
+  Translation translation;
+  DWORD operation;
+};
+
+// Pixel by pixel. The operations work on pixel values; an inverted one has no bits that the layout does not have.
+void CombinePixels(const Surface& to, const PixelRect& box, const Copy& copy) {
+  const int32_t width = copy.rect.right - copy.rect.left, height = copy.rect.bottom - copy.rect.top;
+  const Surface& from = copy.source.surface;
+  const uint32_t bits = PixelBits(to.layout);
+  for (int32_t y = box.top; y < box.bottom; ++y) {
+    const auto fromY = int32_t(int64_t{y - copy.rect.top} * from.height / height);
+    for (int32_t x = box.left; x < box.right; ++x) {
+      const auto fromX = int32_t(int64_t{x - copy.rect.left} * from.width / width);
+      const uint32_t source = Translate(copy.translation, PixelAt(from, fromX, fromY));
+      SetPixelAt(to, x, y, Combine(copy.operation, source, PixelAt(to, x, y)) & bits);
     }
   }
 }
 
-void CopyRows(const Surface& to, const Surface& from) {
-  const size_t bytes = size_t(to.width) * to.layout.bytesPerPixel;
+void CopyRows(const Surface& to, const PixelRect& box, const Copy& copy) {
+  const Surface source = PartOf(copy.source.surface, Moved(box, -copy.rect.left, -copy.rect.top));
+  const Surface target = PartOf(to, box);
+  const size_t bytes = size_t(target.width) * target.layout.bytesPerPixel;
   // A copy within one bitmap may overlap: downward it runs from the last row.
-  const bool upward = to.pixels <= from.pixels;
-  for (int32_t i = 0; i < to.height; ++i) {
-    const int32_t y = upward ? i : to.height - 1 - i;
-    ::memmove(RowOf(to, y), RowOf(from, y), bytes);
+  const bool upward = target.pixels <= source.pixels;
+  for (int32_t i = 0; i < target.height; ++i) {
+    const int32_t y = upward ? i : target.height - 1 - i;
+    ::memmove(RowOf(target, y), RowOf(source, y), bytes);
   }
 }
 
-void CombineSides(const Side& to, const Side& from, DWORD operation) {
-  const bool sameSize = to.surface.width == from.surface.width && to.surface.height == from.surface.height;
-  const bool same = SameColours(to.surface.layout, to.ofScreen, from.surface.layout, from.ofScreen);
-  if (operation == SRCCOPY && sameSize && same) {
-    CopyRows(to.surface, from.surface);
-  } else {
-    CombinePixels(to, from, same, operation);
+void CopyToTarget(DrawingTarget* target, const Copy& copy) {
+  const PixelRect& r = copy.rect;
+  const bool sameSize = r.right - r.left == copy.source.surface.width && r.bottom - r.top == copy.source.surface.height;
+  const bool plain = copy.operation == SRCCOPY && sameSize && copy.translation.kind == Translation::kSame;
+  int count = 0;
+  const pixman_box32_t* boxes = pixman_region32_rectangles(&target->where, &count);
+  for (int i = 0; i < count; ++i) {
+    if (plain) {
+      CopyRows(target->surface, RectOf(boxes[i]), copy);
+    } else {
+      CombinePixels(target->surface, RectOf(boxes[i]), copy);
+    }
   }
 }
 
-// Both rectangles lie inside their contexts and are not empty.
-bool BlitInside(const Win32DeviceContext& to, const PixelRect& toRect, const Win32DeviceContext& from,
-                const PixelRect& fromRect, DWORD operation) {
+bool ReadScreenTo(DrawingTarget* target, const PixelRect& to, const PixelRect& from) {
+  const int32_t dx = from.left - to.left - target->originX, dy = from.top - to.top - target->originY;
+  int count = 0;
+  const pixman_box32_t* boxes = pixman_region32_rectangles(&target->where, &count);
+  bool done = true;
+  for (int i = 0; i < count; ++i) {
+    done &= DisplayReadScreen(Moved(RectOf(boxes[i]), dx, dy), target->surface, boxes[i].x1, boxes[i].y1);
+  }
+  return CloseTarget(target) && done;
+}
+
+// The source's rectangle lies inside its context, neither is empty, and without a stretch the target's does too.
+bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, DWORD operation) {
+  const bool replaces = operation == SRCCOPY || operation == 0;
   const bool sameSize = toRect.right - toRect.left == fromRect.right - fromRect.left &&
                         toRect.bottom - toRect.top == fromRect.bottom - fromRect.top;
-  if (from.screen && !to.screen && sameSize && operation == SRCCOPY &&
-      SameColours(to.bitmap->surface.layout, to.bitmap->ofScreen, DisplayScreen().layout, true)) {
-    return DisplayReadScreen(fromRect, to.bitmap->surface, toRect.left, toRect.top);
+  const bool wanted = [&] {
+    pixman_region32_t region;
+    DrawableRegion(*to, toRect, &region);
+    const bool some = pixman_region32_not_empty(&region);
+    pixman_region32_fini(&region);
+    return some;
+  }();
+  if (!wanted) return true;
+  DrawingTarget target;
+  if (from->screen && !to->screen && sameSize && operation == SRCCOPY && SamePixels(*to, *from)) {
+    if (!OpenTarget(to, toRect, TargetPixels::kReplaced, &target)) return false;
+    return ReadScreenTo(&target, toRect, Moved(fromRect, from->originX, from->originY));
   }
-  Side source, target;
-  if (!TakeSide(from, fromRect, &source)) return false;
-  if (!TakeSide(to, toRect, &target)) {
-    FreeSide(&source);
-    return false;
+  Copy copy = {{}, {}, TranslationOf(*to, *from), operation};
+  const bool sameSurface = !from->screen && !to->screen && SurfaceOf(*from).pixels == SurfaceOf(*to).pixels;
+  const bool apart = sameSurface && (!sameSize || !replaces || to->bounded || to->clipped);
+  if (!TakeSource(*from, fromRect, apart, &copy.source)) return false;
+  bool done = OpenTarget(to, toRect, replaces ? TargetPixels::kReplaced : TargetPixels::kKept, &target);
+  if (done) {
+    copy.rect = Moved(toRect, target.originX, target.originY);
+    CopyToTarget(&target, copy);
+    done = CloseTarget(&target);
   }
-  CombineSides(target, source, operation);
-  bool done = true;
-  if (to.screen) {
-    done = DisplayDrawScreen(target.surface, BoundsOf(target.surface), toRect.left, toRect.top);
-  }
-  FreeSide(&target);
-  FreeSide(&source);
+  FreeSource(&copy.source);
   return done;
 }
 
@@ -132,34 +221,32 @@ BOOL BitBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, in
   const PixelRect fromBounds = BoundsOf(*from);
   const int dx = x - fromX, dy = y - fromY;
   const PixelRect source =
-      Intersect(Intersect({fromX, fromY, fromX + width, fromY + height}, fromBounds),
-                {toBounds.left - dx, toBounds.top - dy, toBounds.right - dx, toBounds.bottom - dy});
+      Intersect(Intersect({fromX, fromY, fromX + width, fromY + height}, fromBounds), Moved(toBounds, -dx, -dy));
   if (IsEmpty(source)) return TRUE;
-  const PixelRect target = {source.left + dx, source.top + dy, source.right + dx, source.bottom + dy};
-  return BlitInside(*to, target, *from, source, operation);
+  return Blit(to, Moved(source, dx, dy), from, source, operation);
 }
 
 BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth,
                 int fromHeight, DWORD operation) {
   if (!to || !from || width <= 0 || height <= 0 || fromWidth <= 0 || fromHeight <= 0) return FALSE;
-  const PixelRect target = {x, y, x + width, y + height};
   const PixelRect source = {fromX, fromY, fromX + fromWidth, fromY + fromHeight};
-  const PixelRect toBounds = BoundsOf(*to), fromBounds = BoundsOf(*from);
-  const PixelRect targetIn = Intersect(target, toBounds), sourceIn = Intersect(source, fromBounds);
-  if (IsEmpty(targetIn) || IsEmpty(sourceIn)) return TRUE;
-  // A stretch that is cut on either side would need the part of a pixel; no caller stretches over an edge.
-  if (targetIn.right - targetIn.left != width || targetIn.bottom - targetIn.top != height) return FALSE;
-  if (sourceIn.right - sourceIn.left != fromWidth || sourceIn.bottom - sourceIn.top != fromHeight) return FALSE;
-  return BlitInside(*to, targetIn, *from, sourceIn, operation);
+  const PixelRect inside = Intersect(source, BoundsOf(*from));
+  if (IsEmpty(inside)) return TRUE;
+  // A source that is cut would need the part of a pixel; no caller stretches over the source's edge.
+  if (::memcmp(&inside, &source, sizeof source) != 0) return FALSE;
+  return Blit(to, {x, y, x + width, y + height}, from, source, operation);
 }
 
 COLORREF GetPixel(HDC context, int x, int y) {
-  if (!context) return 0xFFFFFFFF;
-  const PixelRect bounds = BoundsOf(*context);
-  if (x < bounds.left || y < bounds.top || x >= bounds.right || y >= bounds.bottom) return 0xFFFFFFFF;
-  Side side;
-  if (!TakeSide(*context, {x, y, x + 1, y + 1}, &side)) return 0xFFFFFFFF;
-  const PaletteColour colour = ColourOfPixel(MapOf(side.surface.layout, side.ofScreen), PixelAt(side.surface, 0, 0));
-  FreeSide(&side);
+  if (!context) return CLR_INVALID;
+  pixman_region32_t region;
+  DrawableRegion(*context, {x, y, x + 1, y + 1}, &region);
+  const bool drawable = pixman_region32_not_empty(&region);
+  pixman_region32_fini(&region);
+  Source source;
+  if (!drawable || !TakeSource(*context, {x, y, x + 1, y + 1}, false, &source)) return CLR_INVALID;
+  const ColourMap map = MapOf(source.surface.layout, HasScreenColours(*context));
+  const PaletteColour colour = ColourOfPixel(map, PixelAt(source.surface, 0, 0));
+  FreeSource(&source);
   return RGB(colour.red, colour.green, colour.blue);
 }

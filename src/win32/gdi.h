@@ -1,9 +1,9 @@
 // The records behind the drawing handles, and what the drawing files share. Internal to the layer.
 //
-// contexts.cpp makes and selects, objects.cpp makes pens and brushes, regions.cpp regions and the clip, canvas.cpp puts
-// pixels at hand, paint.cpp fills spans, lines.cpp and fills.cpp draw shapes, fonts.cpp and text.cpp letters; blit.cpp
-// copies between targets, dib.cpp reads rows out, pointer.cpp draws the mouse pointer. pixels.h has the arithmetic on
-// single pixels and rows.
+// contexts.cpp makes and selects, objects.cpp makes pens and brushes, regions.cpp regions and the clip,
+// drawing_target.cpp puts pixels at hand, shapes.cpp draws lines and fills with paint.cpp, text.cpp letters with
+// fonts.cpp and glyphs.cpp; blit.cpp copies between targets, dib.cpp reads rows out, pointer.cpp draws the mouse
+// pointer. pixels.h has the arithmetic on single pixels and rows.
 #pragma once
 
 #include <pixman.h>

@@ -154,18 +154,19 @@ struct TEXTMETRICA {
   LONG tmHeight; // tmAscent + tmDescent
   LONG tmAscent, tmDescent;
   LONG tmInternalLeading, tmExternalLeading;
-  LONG tmAveCharWidth, tmMaxCharWidth;
+  LONG tmAveCharWidth; // the mean of the alphabet, small and capital
 };
 
 // Always answers a font, even when none is installed: its letters are boxes then. Null only without memory.
 HFONT CreateFontIndirectA(const LOGFONTA* what);
 // Of the font in the context.
 BOOL GetTextMetricsA(HDC context, TEXTMETRICA* metrics);
-// Width and height of the text's cell. Drawn pixels lie within it but for slanted or outlying letters.
+// Width and height of the text's cell, without what SetTextCharacterExtra adds. Ink lies within but for letters that
+// reach out sideways, as slanted ones do.
 BOOL GetTextExtentPointA(HDC context, const char* text, int length, SIZE* size);
 // TA_BASELINE places text by its baseline, 0 by the top of its cell (a new context's). Answers the mode before.
 UINT SetTextAlign(HDC context, UINT mode);
-// Pixels added behind each letter, in drawing and measuring. Answers the number before.
+// Pixels added behind each letter that is drawn. Answers the number before.
 int SetTextCharacterExtra(HDC context, int extra);
 // Draws the text from x on, in the text colour.
 BOOL TextOutA(HDC context, int x, int y, const char* text, int length);

@@ -100,7 +100,7 @@ TEST(BitBlt, CopiesColoursWhereTheLayoutsDiffer) {
   EXPECT_EQ(TheMemoryDisplay().screen, (std::vector<uint32_t>{9, 8}));
 }
 
-TEST(StretchBlt, TakesTheNearestPixelAndLeavesARectangleOverAnEdgeAlone) {
+TEST(StretchBlt, TakesTheNearestPixelAndIsCutAtTheTargetsEdges) {
   std::mt19937 random(4);
   MemoryDisplayReset(12, 12, 24);
   ScreenCanvas screen;
@@ -117,9 +117,13 @@ TEST(StretchBlt, TakesTheNearestPixelAndLeavesARectangleOverAnEdgeAlone) {
     ASSERT_TRUE(::StretchBlt(screen.context, 1, 1, width, height, source.context, 1, 2, 5, 3, SRCCOPY));
     ASSERT_EQ(TheMemoryDisplay().screen, expected.pixels) << width << " by " << height;
   }
+  Picture from = PictureOf(source.context), cut = PictureOf(screen.context);
+  for (int i = 0; i < 144; ++i) cut.pixels[size_t(i)] = from.At((i % 12 + 5) * 6 / 20, (i / 12 + 5) * 6 / 20);
+  ASSERT_TRUE(::StretchBlt(screen.context, -5, -5, 20, 20, source.context, 0, 0, 6, 6, SRCCOPY));
+  ASSERT_EQ(TheMemoryDisplay().screen, cut.pixels);
+
   const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-  EXPECT_FALSE(::StretchBlt(screen.context, -1, 0, 12, 12, source.context, 0, 0, 6, 6, SRCCOPY));
-  EXPECT_FALSE(::StretchBlt(screen.context, 0, 0, 12, 12, source.context, 1, 0, 6, 6, SRCCOPY));
+  EXPECT_FALSE(::StretchBlt(screen.context, 0, 0, 12, 12, source.context, 1, 0, 6, 6, SRCCOPY)); // over its own edge
   EXPECT_TRUE(::StretchBlt(screen.context, 12, 0, 12, 12, source.context, 0, 0, 6, 6, SRCCOPY)); // nothing to do
   EXPECT_EQ(TheMemoryDisplay().screen, before);
 }
