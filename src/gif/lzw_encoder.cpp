@@ -60,10 +60,9 @@ void Forget(LzwTables& tables, uint32_t initBits, uint32_t nextEntry) {
   std::memset(tables.firstChild + first, 0, (nextEntry - first) * sizeof(LzwChild));
   std::fill(std::begin(tables.runLongest), std::end(tables.runLongest), uint16_t{1});
   tables.keyZero = KeyZero::kNotAsked;
-  tables.pairTag = static_cast<uint16_t>(tables.pairTag + kCodeLimit);
-  if (tables.pairTag != 0) return; // the tags go round: from here on old ones would be taken for new ones
-  std::memset(tables.pairCode, 0, sizeof tables.pairCode);
-  tables.pairTag = kCodeLimit;
+  if (++tables.pairTag < kPairTags) return;
+  std::memset(tables.pairCode, 0, sizeof tables.pairCode); // the tags go round: old ones would be taken for new ones
+  tables.pairTag = 1;
 }
 
 // The dictionary is full: puts out its codes and a clear code. Answers the first entry of the next one.
@@ -110,25 +109,28 @@ inline bool MatchPairs(LzwTables& tables, uint32_t initBits, Position& at) {
   const ptrdiff_t room = std::min<ptrdiff_t>(at.reader.rowEnd - next, kCodeLimit + 1 - at.nextEntry);
   const uint8_t* const end = next + room;
   const uint32_t tag = tables.pairTag;
-  uint32_t colour = at.prefix, entry = at.nextEntry;
+  size_t colour = at.prefix, entry = at.nextEntry;
   bool known = false;
-  for (; next != end && *next != colour; ++entry) {
-    const uint32_t pixel = *next++;
+  for (; next != end; ++entry) {
+    const size_t pixel = *next;
+    if (pixel == colour) break;
+    ++next;
     uint16_t& pair = tables.pairCode[colour * kColours + pixel];
-    const uint32_t code = pair ^ tag;
-    known = code < kCodeLimit;
+    const uint32_t found = pair;
+    known = found % kPairTags == tag;
     if (known) {
-      colour = code;
+      colour = found / kPairTags;
       break;
     }
-    pair = static_cast<uint16_t>((entry % kCodeLimit) ^ tag);
+    pair = static_cast<uint16_t>(entry * kPairTags + tag);
     tables.codes[entry] = static_cast<uint16_t>(colour);
     tables.pixels[entry] = static_cast<uint8_t>(pixel);
     colour = pixel;
   }
   at.reader.next = next;
-  at.prefix = colour;
-  at.nextEntry = entry <= kCodeLimit ? entry : StartOver(tables, initBits);
+  at.prefix = static_cast<uint32_t>(colour);
+  at.nextEntry = static_cast<uint32_t>(entry);
+  if (entry > kCodeLimit) at.nextEntry = StartOver(tables, initBits);
   return known;
 }
 

@@ -10,6 +10,7 @@ namespace framereel {
 
 inline constexpr uint32_t kCodeLimit = 4096; // codes have at most 12 bits
 inline constexpr uint32_t kColours = 256;
+inline constexpr uint32_t kPairTags = 16; // what 16 bits leave beside a code
 
 // Whether the probe rule can make a difference in the present dictionary; see lzw_probe_rule.h.
 enum class KeyZero : uint8_t { kNotAsked, kHarmless, kDisplaced };
@@ -36,10 +37,10 @@ struct LzwTables {
   uint16_t runCode[kColours * kCodeLimit];
   uint16_t runLongest[kColours];
 
-  // Strings of two colours a, b that differ: pairCode[a * kColours + b] is the code with the present dictionary's tag
-  // in its upper four bits. In noise almost every string ends here.
+  // Strings of two colours a, b that differ: pairCode[a * kColours + b] is the code times kPairTags, plus pairTag if it
+  // is of the present dictionary. In noise almost every string ends here.
   uint16_t pairCode[kColours * kColours];
-  uint16_t pairTag; // a multiple of kCodeLimit, never 0
+  uint32_t pairTag; // from 1 on; 0 stands in places that were never used
 
   // All others, by the string that they are a pixel longer than: the first that was learned ...
   LzwChild firstChild[kCodeLimit];

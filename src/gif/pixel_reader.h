@@ -40,10 +40,9 @@ inline bool HasPixel(PixelReader& reader) {
 // The number of bytes equal to `value` from `bytes` on, up to `end`.
 inline size_t EqualBytes(const uint8_t* bytes, const uint8_t* end, uint8_t value) {
   constexpr ptrdiff_t kBlock = 64, kWord = 8;
-  const uint8_t* at = bytes;
   const uint64_t pattern = value * 0x0101010101010101ull;
-  bool same = true;
-  while (same && end - at >= kWord) {
+  const uint8_t* at = bytes;
+  while (end - at >= kWord) {
     uint64_t word;
     std::memcpy(&word, at, sizeof word);
     if (const uint64_t difference = word ^ pattern) {
@@ -52,7 +51,7 @@ inline size_t EqualBytes(const uint8_t* bytes, const uint8_t* end, uint8_t value
       return static_cast<size_t>(at - bytes + bit / 8);
     }
     at += kWord;
-    // Eight in a row: mostly many more follow. Whole blocks leave the word that differs to the loop around.
+    // Eight in a row: mostly many more follow. The block with the end of the run is left to the loop around.
     while (end - at >= kBlock) {
       uint8_t differences = 0;
       for (ptrdiff_t i = 0; i < kBlock; ++i) differences |= at[i] ^ value;
