@@ -39,35 +39,29 @@ std::string PathOf(const FileRef* ref) {
 TEST(FileTypes, RowsComeFromTheirColumns) {
   const struct {
     uint16_t index;
-    const char *extension, *pattern, *description;
-  } rows[] = {
-      {0, "txt", ".txt", "Text Files (.TXT)"},
-      {1, "prf", ".prf", "Preferences (.PRF)"},
-      {2, "gif", ".gif", "GIF Files (.GIF)"},
-      {6, "", "", ""},
-      {10, "", "", ""},
-      {11, "ps", ".ps", "Postscript Files (.PS)"},
-      {16, "", ".*", "All Files (.*)"},
-      {19, "rc", ".rc", "Resource Source Files (.RC)"},
-      {20, "dta", ".dta", "Data Files (.DTA)"},
-      {65535, "dta", ".dta", "Data Files (.DTA)"},
+    FileTypeRow row;
+  } cases[] = {
+      {0, {"txt", ".txt", "Text Files (.TXT)"}},
+      {1, {"prf", ".prf", "Preferences (.PRF)"}},
+      {6, {"", "", ""}},
+      {11, {"ps", ".ps", "Postscript Files (.PS)"}},
+      {16, {"", ".*", "All Files (.*)"}},
+      {19, {"rc", ".rc", "Resource Source Files (.RC)"}},
+      {20, {"dta", ".dta", "Data Files (.DTA)"}},
   };
-  for (const auto& row : rows) {
-    EXPECT_STREQ(FileTypeRowAt(row.index).extension, row.extension) << row.index;
-    EXPECT_STREQ(FileTypeRowAt(row.index).pattern, row.pattern) << row.index;
-    EXPECT_STREQ(FileTypeRowAt(row.index).description, row.description) << row.index;
+  for (const auto& one : cases) {
+    EXPECT_STREQ(FileTypeRowAt(one.index).extension, one.row.extension);
+    EXPECT_STREQ(FileTypeRowAt(one.index).pattern, one.row.pattern);
+    EXPECT_STREQ(FileTypeRowAt(one.index).description, one.row.description);
   }
 }
 
 TEST(FileTypes, ExtensionsAreFoundInAnyCaseAndUnknownOnesAreData) {
-  const struct {
-    const char* text;
-    uint16_t index;
-  } cases[] = {{"GIF", 2}, {"gif", 2}, {"Bat", 18}, {"ps", 11}, {"", 12}, {"gi", 12}, {"giff", 12}, {"d.ir/x", 12}};
-  for (const auto& one : cases) {
-    Owned<FileType> type(FileTypeForExtension(one.text));
-    EXPECT_EQ(type->index, one.index) << one.text;
-    EXPECT_EQ(type->extension, FileTypeRowAt(one.index).extension);
+  const std::pair<const char*, uint16_t> cases[] = {{"GIF", 2}, {"Bat", 18}, {"ps", 11}, {"", 12}, {"giff", 12}};
+  for (const auto& [text, index] : cases) {
+    Owned<FileType> type(FileTypeForExtension(text));
+    EXPECT_EQ(type->index, index) << text;
+    EXPECT_EQ(type->extension, FileTypeRowAt(index).extension);
   }
 }
 
@@ -133,7 +127,6 @@ protected:
   }
   ~FilesTest() override {
     fs::current_path(before);
-    fs::permissions(directory, fs::perms::owner_all);
     fs::remove_all(directory);
   }
 
@@ -153,20 +146,17 @@ protected:
   }
 };
 
-TEST_F(FilesTest, TheCurrentDirectoryIsWhereTheProgramsOwnFilesAre) {
+TEST_F(FilesTest, TheProgramsOwnFilesAreInTheCurrentDirectoryOrTheRoot) {
   Owned<FileType> type(NewFileType(kFileTypePreferences));
+  auto settings = [&] { return PathOf(Owned<FileRef>(AppFileRef("Settings", type.get())).get()); };
   fs::current_path(directory);
-  EXPECT_EQ(PathOf(Owned<FileRef>(AppFileRef("Settings", type.get())).get()), PathTo("Settings.prf"));
+  EXPECT_EQ(settings(), PathTo("Settings.prf"));
   fs::current_path("/");
-  EXPECT_EQ(PathOf(Owned<FileRef>(AppFileRef("Settings", type.get())).get()), "/Settings.prf");
-}
-
-TEST_F(FilesTest, ACurrentDirectoryThatIsGoneGivesTheRoot) {
-  Owned<FileType> type(NewFileType(kFileTypePreferences));
+  EXPECT_EQ(settings(), "/Settings.prf");
   fs::create_directory(directory / "gone");
   fs::current_path(directory / "gone");
   fs::remove(directory / "gone");
-  EXPECT_EQ(PathOf(Owned<FileRef>(AppFileRef("Settings", type.get())).get()), "/Settings.prf");
+  EXPECT_EQ(settings(), "/Settings.prf");
 }
 
 TEST_F(FilesTest, CreatingAndDeletingAnswerForWhatIsThere) {
@@ -174,31 +164,20 @@ TEST_F(FilesTest, CreatingAndDeletingAnswerForWhatIsThere) {
   EXPECT_FALSE(FileExists(ref.get()));
   EXPECT_FALSE(FileDelete(ref.get()));
   EXPECT_EQ(FileOpen(ref.get(), FileModeWrite), nullptr);
+  mode_t mask = ::umask(0026);
   EXPECT_TRUE(FileCreate(ref.get()));
-  EXPECT_TRUE(FileExists(ref.get()));
-  std::ofstream(directory / "film.gif") << "kept";
+  ::umask(mask);
+  EXPECT_EQ(fs::status(PathTo("film.gif")).permissions(), fs::perms{0640});
+  Written("film.gif", "kept");
   EXPECT_FALSE(FileCreate(ref.get()));
   EXPECT_EQ(Contents("film.gif"), "kept");
   EXPECT_TRUE(FileDelete(ref.get()));
   EXPECT_FALSE(FileExists(ref.get()));
-}
-
-TEST_F(FilesTest, DirectoriesAndMissingPlacesAreNoFiles) {
-  fs::create_directory(directory / "d.gif");
+  EXPECT_FALSE(FileCreate(Ref("missing/film.gif").get()));
+  fs::create_directory(directory / "d.gif"); // a directory is no file
   EXPECT_FALSE(FileExists(Ref("d.gif").get()));
   EXPECT_FALSE(FileCreate(Ref("d.gif").get()));
   EXPECT_FALSE(FileDelete(Ref("d.gif").get()));
-  EXPECT_FALSE(FileCreate(Ref("missing/film.gif").get()));
-  EXPECT_TRUE(fs::is_directory(directory / "d.gif"));
-}
-
-TEST_F(FilesTest, NewFilesGetTheUsersPermissions) {
-  mode_t mask = ::umask(0026);
-  EXPECT_TRUE(FileCreate(Ref("film.gif").get()));
-  ::umask(mask);
-  struct stat facts;
-  ASSERT_EQ(::stat(PathTo("film.gif").c_str(), &facts), 0);
-  EXPECT_EQ(facts.st_mode & 07777, 0640u);
 }
 
 TEST_F(FilesTest, WhatIsWrittenCanBeReadBack) {
@@ -224,10 +203,8 @@ TEST_F(FilesTest, WhatIsWrittenCanBeReadBack) {
   EXPECT_TRUE(FileRead(file.get(), &count, back.data()));
   EXPECT_EQ(count, 0u);
   EXPECT_FALSE(FileSeek(file.get(), 0x80000000u));
-  EXPECT_TRUE(::FlushFileBuffers(file->handle));
   EXPECT_TRUE(FileClose(file.release()));
   EXPECT_EQ(Contents("film.gif"), bytes);
-  EXPECT_TRUE(FileClose(nullptr));
 }
 
 TEST_F(FilesTest, ModesKeepWhatTheyExclude) {
@@ -252,7 +229,7 @@ using Lines = std::vector<std::string>;
 
 Lines ReadLines(File* file, uint32_t bufferSize) {
   Lines lines;
-  std::string buffer(bufferSize, '\0');
+  std::string buffer(bufferSize, '\n'); // what was not read must not look like the end of a line
   for (;;) {
     uint32_t count = bufferSize;
     EXPECT_TRUE(FileReadLine(file, &count, buffer.data()));
@@ -342,25 +319,17 @@ TEST_F(FilesTest, AWriteThatTheDiskCutsShortFailsAndTellsHowMuchWentOut) {
   EXPECT_EQ(reason, EFBIG);
 }
 
-TEST_F(FilesTest, AFullDeviceIsAFailure) {
-  HANDLE full = ::CreateFileA("/dev/full", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  ASSERT_NE(full, INVALID_HANDLE_VALUE);
-  File file = {nullptr, full};
-  EXPECT_FALSE(FileWrite(&file, 1, "x"));
+TEST_F(FilesTest, AFullDeviceIsAFailureAndTwoMayHoldOne) {
+  auto open = [] {
+    return ::CreateFileA("/dev/full", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  };
+  File one = {nullptr, open()}, two = {nullptr, open()};
+  EXPECT_FALSE(FileWrite(&one, 1, "x"));
   EXPECT_EQ(errno, ENOSPC);
-  EXPECT_TRUE(::CloseHandle(full));
+  EXPECT_TRUE(::CloseHandle(one.handle));
+  EXPECT_TRUE(::CloseHandle(two.handle));
   EXPECT_FALSE(::CloseHandle(INVALID_HANDLE_VALUE));
   EXPECT_FALSE(::CloseHandle(nullptr));
-}
-
-TEST_F(FilesTest, TwoMayWriteToADeviceAtATime) {
-  auto open = [] {
-    return ::CreateFileA("/dev/null", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  };
-  HANDLE one = open(), two = open();
-  EXPECT_NE(two, INVALID_HANDLE_VALUE);
-  ::CloseHandle(one);
-  ::CloseHandle(two);
 }
 
 TEST_F(FilesTest, MovingReplacesOnlyWhenAskedTo) {
@@ -386,16 +355,6 @@ TEST_F(FilesTest, PositionsBeyondThirtyTwoBitsAreRefused) {
   EXPECT_EQ(::SetFilePointer(file->handle, 1, nullptr, FILE_CURRENT), INVALID_SET_FILE_POINTER);
   uint32_t position = 0;
   EXPECT_FALSE(FileTell(file.get(), &position));
-}
-
-TEST_F(FilesTest, TheCurrentDirectoryTellsTheSizeThatItNeeds) {
-  fs::current_path(directory);
-  size_t length = directory.string().size();
-  std::string buffer(length + 1, '#');
-  EXPECT_EQ(::GetCurrentDirectoryA(static_cast<DWORD>(length), buffer.data()), length + 1);
-  EXPECT_EQ(buffer[0], '#');
-  EXPECT_EQ(::GetCurrentDirectoryA(static_cast<DWORD>(length + 1), buffer.data()), length);
-  EXPECT_EQ(buffer.c_str(), directory.string());
 }
 
 } // namespace

@@ -7,24 +7,25 @@
 namespace framereel {
 namespace {
 
+using Values = std::vector<ListValue>;
+
 class ListTest : public ::testing::Test {
 protected:
   List* list = ListNew();
 
   ~ListTest() override { ListDelete(list); }
 
-  void Fill(const std::vector<ListValue>& values) {
+  void Fill(const Values& values) {
     for (ListValue value : values) ListAppend(list, value);
   }
 
   // What stands in the list, without touching its cursor, after a look at all links and the count.
-  std::vector<ListValue> Values() {
-    std::vector<ListValue> values;
+  Values Contents() {
+    Values values;
     const ListNode* previous = nullptr;
-    for (const ListNode* node = list->first; node; node = node->next) {
+    for (const ListNode* node = list->first; node; previous = node, node = node->next) {
       EXPECT_EQ(node->previous, previous);
       values.push_back(node->value);
-      previous = node;
     }
     EXPECT_EQ(list->last, previous);
     EXPECT_EQ(ListCount(list), values.size());
@@ -32,38 +33,16 @@ protected:
   }
 };
 
-using Numbers = std::vector<ListValue>;
-
-TEST_F(ListTest, AWalkCanStartWithNextAndEndsOffTheList) {
+TEST_F(ListTest, AWalkStartsOffTheListAndEndsThere) {
+  EXPECT_EQ(ListNext(list), 0);
   Fill({1, 2, 3});
   ListSeek(list, nullptr);
-  EXPECT_EQ(ListNext(list), 1);
-  EXPECT_EQ(ListNext(list), 2);
-  EXPECT_EQ(ListNext(list), 3);
-  EXPECT_EQ(ListNext(list), 0);
-  EXPECT_EQ(ListCurrent(list), 0);
-  EXPECT_EQ(ListNext(list), 1);
-}
-
-TEST_F(ListTest, AWalkBackStartsAtTheLastNode) {
-  Fill({1, 2});
+  Values forward = {ListNext(list), ListNext(list), ListNext(list), ListNext(list), ListNext(list)};
+  EXPECT_EQ(forward, (Values{1, 2, 3, 0, 1}));
   ListSeek(list, nullptr);
-  EXPECT_EQ(ListPrev(list), 2);
-  EXPECT_EQ(ListPrev(list), 1);
-  EXPECT_EQ(ListPrev(list), 0);
+  Values back = {ListPrev(list), ListPrev(list), ListPrev(list), ListPrev(list), ListPrev(list)};
+  EXPECT_EQ(back, (Values{3, 2, 1, 0, 3}));
   EXPECT_EQ(ListFirst(list), 1);
-  EXPECT_EQ(ListLast(list), 2);
-}
-
-TEST_F(ListTest, AnEmptyListAnswersZeroToEverything) {
-  EXPECT_EQ(ListFirst(list), 0);
-  EXPECT_EQ(ListLast(list), 0);
-  EXPECT_EQ(ListNext(list), 0);
-  EXPECT_EQ(ListPrev(list), 0);
-  EXPECT_EQ(ListRemove(list), 0);
-  EXPECT_EQ(ListReplace(list, 5), 0);
-  EXPECT_EQ(ListFindRemove(list, 0, ListSameValue), 0);
-  EXPECT_EQ(ListCount(list), 0);
 }
 
 TEST_F(ListTest, InsertingPutsTheCursorOnTheNewNode) {
@@ -78,43 +57,31 @@ TEST_F(ListTest, InsertingPutsTheCursorOnTheNewNode) {
   EXPECT_EQ(list->cursor, list->first);
   ListAppend(list, 5);
   EXPECT_EQ(ListCurrent(list), 5);
-  EXPECT_EQ(Values(), (Numbers{0, 1, 2, 3, 4, 5}));
-}
-
-TEST_F(ListTest, InsertingOffTheListGoesToItsEnds) {
-  Fill({2});
+  ListSeek(list, nullptr); // off the list, the ends are taken
+  ListInsertAfter(list, 6);
   ListSeek(list, nullptr);
-  ListInsertAfter(list, 3);
-  ListSeek(list, nullptr);
-  ListInsertBefore(list, 1);
-  EXPECT_EQ(Values(), (Numbers{1, 2, 3}));
+  ListInsertBefore(list, -1);
+  EXPECT_EQ(Contents(), (Values{-1, 0, 1, 2, 3, 4, 5, 6}));
 }
 
 TEST_F(ListTest, RemovingMovesTheCursorToTheNodeBehind) {
+  EXPECT_EQ(ListRemove(list), 0);
   Fill({1, 2, 3});
-  ListFirst(list);
-  ListNext(list);
+  ListPrev(list);
   EXPECT_EQ(ListRemove(list), 2);
   EXPECT_EQ(ListCurrent(list), 3);
   EXPECT_EQ(ListRemove(list), 3);
   EXPECT_EQ(list->cursor, nullptr);
-  EXPECT_EQ(Values(), Numbers{1});
+  EXPECT_EQ(ListReplace(list, 9), 0);
+  EXPECT_EQ(Contents(), Values{1});
   ListFirst(list);
-  EXPECT_EQ(ListRemove(list), 1);
-  EXPECT_EQ(list->first, nullptr);
-  EXPECT_EQ(list->last, nullptr);
-  EXPECT_EQ(list->cursor, nullptr);
-}
-
-TEST_F(ListTest, ReplacingKeepsTheNode) {
-  Fill({1, 2});
-  ListHandle handle = ListNodeHandle(list);
-  EXPECT_EQ(ListReplace(list, 7), 2);
-  EXPECT_EQ(ListNodeHandle(list), handle);
-  EXPECT_EQ(Values(), (Numbers{1, 7}));
+  EXPECT_EQ(ListReplace(list, 7), 1);
+  EXPECT_EQ(ListRemove(list), 7);
+  EXPECT_EQ(Contents(), Values{});
 }
 
 TEST_F(ListTest, FindingStopsOnTheMatchOrOffTheList) {
+  EXPECT_EQ(ListFindRemove(list, 0, ListSameValue), 0);
   Fill({5, 6, 5});
   EXPECT_TRUE(ListFind(list, 5, ListSameValue));
   EXPECT_EQ(list->cursor, list->first);
@@ -124,15 +91,9 @@ TEST_F(ListTest, FindingStopsOnTheMatchOrOffTheList) {
   EXPECT_FALSE(ListFind(list, 9, ListSameValue));
   EXPECT_EQ(list->cursor, nullptr);
   EXPECT_FALSE(ListFindFrom(list, 5, ListSameValue));
-  EXPECT_EQ(ListFindRemove(list, 6, ListSameValue), 6);
-  EXPECT_EQ(Values(), (Numbers{5, 5}));
-}
-
-TEST_F(ListTest, ThePredicateGetsTheArgumentFirst) {
-  Fill({1, 5, 9});
   auto isAbove = [](ListValue argument, ListValue value) { return value > argument; };
-  EXPECT_TRUE(ListFind(list, 4, isAbove));
-  EXPECT_EQ(ListCurrent(list), 5);
+  EXPECT_EQ(ListFindRemove(list, 5, isAbove), 6);
+  EXPECT_EQ(Contents(), (Values{5, 5}));
 }
 
 TEST_F(ListTest, HandlesOutliveChangesElsewhere) {
@@ -140,22 +101,21 @@ TEST_F(ListTest, HandlesOutliveChangesElsewhere) {
   ListHandle two = ListAppendHandle(list, 2);
   ListPrepend(list, 0);
   EXPECT_EQ(ListSeek(list, two), 2);
+  EXPECT_EQ(ListNodeHandle(list), two);
   EXPECT_EQ(ListRemoveHandle(list, one), 1);
   EXPECT_EQ(ListCurrent(list), 2);
-  EXPECT_EQ(Values(), (Numbers{0, 2}));
+  EXPECT_EQ(Contents(), (Values{0, 2}));
 }
 
-std::vector<ListValue> drained;
+Values drained;
 
 TEST_F(ListTest, DrainingHandsOverEachValueOnceInOrder) {
-  drained.clear();
   auto note = [](ListValue value) { drained.push_back(value); };
   ListDrain(list, note);
-  EXPECT_TRUE(drained.empty());
   Fill({3, 0, 1});
   ListDrain(list, note);
-  EXPECT_EQ(drained, (Numbers{3, 0, 1}));
-  EXPECT_EQ(ListCount(list), 0);
+  EXPECT_EQ(drained, (Values{3, 0, 1}));
+  EXPECT_EQ(Contents(), Values{});
 }
 
 TEST_F(ListTest, MoreValuesThanTheCountHoldsAreAllThere) {

@@ -14,55 +14,66 @@
 namespace framereel {
 namespace {
 
-struct IntegerCase {
-  const char* input;
-  const char* format;
-  bool succeeds;
-  int32_t stored;
+template <typename Value> struct Case {
+  const char *input, *format;
+  Value stored;
   uint32_t consumed;
+  bool succeeds;
 };
 
+template <typename Value> void Check(const Case<Value>& one) {
+  SCOPED_TRACE(std::string(one.input) + " by " + one.format);
+  Value stored = 99;
+  EXPECT_EQ(ScanText(one.input, one.format, &stored), one.succeeds);
+  EXPECT_EQ(stored, one.stored);
+  EXPECT_EQ(LastScan().consumed, one.consumed);
+  EXPECT_EQ(LastScan().matched, one.succeeds ? 1u : 0u);
+}
+
 TEST(TextScan, ReadsIntegers) {
-  const IntegerCase cases[] = {
-      {"7x", "%d%", true, 7, 1},
-      {"x", "%d%", false, 0, 0},
-      {"", "%d%", false, 0, 0},
-      {"  -42", "%d%", true, -42, 5},
-      {"+42", "%d%", true, 42, 3},
-      {"-", "%d%", false, 0, 1},
-      {"- 4", "%d%", false, 0, 1},
-      {"\t4", "%d%", false, 0, 0},
-      {"-2147483648", "%d%", true, INT32_MIN, 11},
-      {"4294967295", "%d%", true, -1, 10},
-      {"9999999999", "%d%", true, 1410065407, 10},
-      {"12345678901", "%d%", true, 1234567890, 10},
-      {"1234567", "%dll5%", true, 12345, 5},
-      {"1234567", "%dl5%", true, 1234567, 7},
-      {"123456789012", "%dll12%", true, -1097262572, 12},
-      {"1234567890123", "%dll%", true, 1234567890, 10},
-      {"1234567890123", "%dll0%", true, 1234567890, 10},
-      {"-12345", "%dll2%", true, -12, 3},
-      {",, 5", "%dls,%", true, 5, 4},
-      {" ,5", "%dls,%", false, 0, 1},
-      {" 5", "%dlx%", false, 0, 0},
-      {"5", "%dlx%", true, 5, 1},
-      {"5", "%dlqx%", true, 5, 1},
-      {"4000000000", "%u%", true, -294967296, 10},
-      {"-1", "%u%", false, 0, 0},
-      {" 7", "%u%", true, 7, 2},
-      {"ffFF", "%x%", true, 0xFFFF, 4},
-      {"-a", "%x%", true, -10, 2},
-      {"0x1f", "%x%", true, 0, 1},
-      {"g", "%x%", false, 0, 0},
-      {"1234", "%xll2%", true, 0x12, 2},
+  const Case<int32_t> cases[] = {
+      {"7x", "%d%", 7, 1, true},
+      {"x", "%d%", 0, 0, false},
+      {"", "%d%", 0, 0, false},
+      {"  -42", "%d%", -42, 5, true},
+      {"+42", "%d%", 42, 3, true},
+      {"- 4", "%d%", 0, 1, false},
+      {"\t4", "%d%", 0, 0, false},
+      {"-2147483648", "%d%", INT32_MIN, 11, true},
+      {"9999999999", "%d%", 1410065407, 10, true},
+      {"12345678901", "%d%", 1234567890, 10, true},
+      {"1234567", "%dll5%", 12345, 5, true},
+      {"1234567", "%dl5%", 1234567, 7, true},
+      {"123456789012", "%dll12%", -1097262572, 12, true},
+      {"1234567890123", "%dll0%", 1234567890, 10, true},
+      {",, 5", "%dls,%", 5, 4, true},
+      {" ,5", "%dls,%", 0, 1, false},
+      {" 5", "%dlx%", 0, 0, false},
+      {" 5", "%dlqx%", 5, 2, true},
+      {"4000000000", "%u%", -294967296, 10, true},
+      {"-1", "%u%", 0, 0, false},
+      {"-ffF", "%x%", -0xFFF, 4, true},
+      {"0x1f", "%x%", 0, 1, true},
+      {"g", "%x%", 0, 0, false},
   };
-  for (const IntegerCase& one : cases) {
-    int32_t stored = 99;
-    EXPECT_EQ(ScanText(one.input, one.format, &stored), one.succeeds) << one.input << " by " << one.format;
-    EXPECT_EQ(stored, one.stored) << one.input << " by " << one.format;
-    EXPECT_EQ(LastScan().consumed, one.consumed) << one.input << " by " << one.format;
-    EXPECT_EQ(LastScan().matched, one.succeeds ? 1u : 0u);
-  }
+  for (const auto& one : cases) Check(one);
+  EXPECT_EQ(ScanInt(""), 0);
+  EXPECT_EQ(ScanInt(" -12 rest"), -12);
+  EXPECT_EQ(ScanUnsigned("4294967295"), UINT32_MAX);
+}
+
+TEST(TextScan, ReadsFractionsWithoutAnExponent) {
+  const Case<double> cases[] = {
+      {"  -0.25x", "%f%", -0.25, 7, true}, {"+7", "%f%", 7, 2, true},  {".5", "%f%", 0.5, 2, true},
+      {"3.", "%f%", 3, 2, true},           {"1e5", "%f%", 1, 1, true}, {"   ", "%f%", 0, 3, true},
+      {"x", "%f%", 0, 0, false},           {".", "%f%", 0, 1, true},   {"0.05", "%f%", 0.05, 4, true},
+  };
+  for (const auto& one : cases) Check(one);
+  double stored = 0;
+  EXPECT_TRUE(ScanText(("0." + std::string(1000, '3')).c_str(), "%f%", &stored));
+  EXPECT_NEAR(stored, 1 / 3.0, 1e-15);
+  EXPECT_TRUE(ScanText(std::string(1000, '9').c_str(), "%f%", &stored));
+  EXPECT_TRUE(std::isinf(stored));
 }
 
 TEST(TextScan, StoresTheSizeOfItsLetterAndNoMore) {
@@ -76,76 +87,37 @@ TEST(TextScan, StoresTheSizeOfItsLetterAndNoMore) {
 TEST(TextScan, ReadsWhatTheFormatLanguageWrote) {
   char text[64];
   FormatInto(text, "%ds%,%ds% %ds%x%ds%", -10, 20, 300, 32767);
-  int16_t left = 0, top = 0, width = 0, height = 0;
-  EXPECT_TRUE(ScanText(text, "%ds%,%ds% %ds%x%ds%", &left, &top, &width, &height));
-  EXPECT_EQ(left, -10);
-  EXPECT_EQ(top, 20);
-  EXPECT_EQ(width, 300);
-  EXPECT_EQ(height, 32767);
-  uint32_t first = 0, last = 0;
-  EXPECT_TRUE(ScanText("1000 1099", "%dl% %dl%", &first, &last));
-  EXPECT_EQ(first, 1000u);
-  EXPECT_EQ(last, 1099u);
+  int16_t area[4] = {};
+  EXPECT_TRUE(ScanText(text, "%ds%,%ds% %ds%x%ds%", area, area + 1, area + 2, area + 3));
+  EXPECT_EQ(area[0], -10);
+  EXPECT_EQ(area[1], 20);
+  EXPECT_EQ(area[2], 300);
+  EXPECT_EQ(area[3], 32767);
 }
 
 TEST(TextScan, SkippedValuesTakeNoAddress) {
   int32_t second = 0;
-  EXPECT_TRUE(ScanText("1 2", "%dlw% %d%", &second));
-  EXPECT_EQ(second, 2);
-  EXPECT_EQ(LastScan().matched, 2u);
-  double fraction = 0;
-  EXPECT_TRUE(ScanText("1.5 2.5", "%flw% %f%", &fraction));
-  EXPECT_EQ(fraction, 2.5);
   char c = 0;
-  EXPECT_TRUE(ScanText("word x", "%sw% %c%", &c));
+  EXPECT_TRUE(ScanText("1 2.5 word 2x", "%dlw% %flw% %sw% %d%%c%", &second, &c));
+  EXPECT_EQ(second, 2);
   EXPECT_EQ(c, 'x');
+  EXPECT_EQ(LastScan().matched, 5u);
 }
 
-TEST(TextScan, ReadsFractionsWithoutAnExponent) {
-  const struct {
-    const char* input;
-    bool succeeds;
-    double stored;
-    uint32_t consumed;
-  } cases[] = {
-      {"2.5", true, 2.5, 3}, {"  -0.25x", true, -0.25, 7},
-      {"+7", true, 7, 2},    {".5", true, 0.5, 2},
-      {"3.", true, 3, 2},    {"1e5", true, 1, 1},
-      {"   ", true, 0, 3},   {"-", true, 0, 1},
-      {"x", false, 0, 0},    {"", false, 0, 0},
-      {".", true, 0, 1},     {"1,5", true, 1, 1},
-      {"0.1", true, 0.1, 3}, {"0.05", true, 0.05, 4},
-      {"1..", true, 1, 2},   {"123456789", true, 123456789, 9},
-  };
-  for (const auto& one : cases) {
-    double stored = 99;
-    EXPECT_EQ(ScanText(one.input, "%f%", &stored), one.succeeds) << one.input;
-    EXPECT_EQ(stored, one.stored) << one.input;
-    EXPECT_EQ(LastScan().consumed, one.consumed) << one.input;
-  }
-}
-
-TEST(TextScan, EndlessFractionsStayNumbers) {
-  double stored = 0;
-  EXPECT_TRUE(ScanText(("0." + std::string(1000, '3')).c_str(), "%f%", &stored));
-  EXPECT_NEAR(stored, 1 / 3.0, 1e-15);
-  EXPECT_TRUE(ScanText(std::string(1000, '9').c_str(), "%f%", &stored));
-  EXPECT_TRUE(std::isinf(stored));
-}
-
-TEST(TextScan, ReadsFieldsOfText) {
+TEST(TextScan, ReadsFieldsOfTextAndSingleBytes) {
   char first[20] = "", second[20] = "";
   EXPECT_TRUE(ScanText("  key value", "%s% %s%", first, second));
   EXPECT_STREQ(first, "key");
   EXPECT_STREQ(second, "value");
-  EXPECT_TRUE(ScanText("a b=c", "%sd=%=%s%", first, second));
+  EXPECT_TRUE(ScanText("--a b=c", "%ss-d=%=%s%", first, second));
   EXPECT_STREQ(first, "a b");
   EXPECT_STREQ(second, "c");
-  EXPECT_TRUE(ScanText("--x", "%ss-%", first));
-  EXPECT_STREQ(first, "x");
   EXPECT_FALSE(ScanText(" x", "%sx%", first));
   EXPECT_FALSE(ScanText("=", "%sd=%", second));
-  EXPECT_STREQ(second, "c");
+  EXPECT_STREQ(second, "c"); // an empty field stores nothing
+  EXPECT_TRUE(ScanText(" ", "%c%", first));
+  EXPECT_EQ(first[0], ' ');
+  EXPECT_FALSE(ScanText("", "%c%", first));
 }
 
 TEST(TextScan, MakesStringsWhenAskedTo) {
@@ -158,14 +130,6 @@ TEST(TextScan, MakesStringsWhenAskedTo) {
   EXPECT_EQ(none, nullptr);
   StrFree(owned);
   TempScopeEnd();
-}
-
-TEST(TextScan, ReadsSingleBytesAsTheyAre) {
-  char a = 0, b = 0;
-  EXPECT_TRUE(ScanText("x ", "%c%%c%", &a, &b));
-  EXPECT_EQ(a, 'x');
-  EXPECT_EQ(b, ' ');
-  EXPECT_FALSE(ScanText("", "%c%", &a));
 }
 
 // ---- The run ------------------------------------------------------------------------------------------------------
@@ -183,12 +147,10 @@ TEST(TextScan, TellsWhereItStopped) {
   EXPECT_EQ(LastScan().success, 0);
   EXPECT_FALSE(ScanText("5,x", "%d%,%d%", &a, &b));
   EXPECT_EQ(LastScan().formatPosition, 4u);
-  EXPECT_EQ(b, 0);
 }
 
 TEST(TextScan, LiteralsMatchExactlyAndSoDoesAPercentSignAtTheEnd) {
   int32_t a = 0;
-  EXPECT_TRUE(ScanText("", ""));
   EXPECT_TRUE(ScanText("rest", ""));
   EXPECT_FALSE(ScanText("", "a"));
   EXPECT_FALSE(ScanText("A", "a"));
@@ -200,21 +162,12 @@ TEST(TextScan, LiteralsMatchExactlyAndSoDoesAPercentSignAtTheEnd) {
 }
 
 TEST(TextScan, AdvancesTheInputOnSuccessOnly) {
-  const char* input = "1 2 x";
+  const char* input = "1 x";
   int32_t a = 0;
-  EXPECT_TRUE(ScanTextAdvance(&input, "%d%", &a));
-  EXPECT_STREQ(input, " 2 x");
   EXPECT_TRUE(ScanTextAdvance(&input, "%d%", &a));
   EXPECT_STREQ(input, " x");
   EXPECT_FALSE(ScanTextAdvance(&input, "%d%", &a));
   EXPECT_STREQ(input, " x");
-}
-
-TEST(TextScan, ReadsBareNumbers) {
-  EXPECT_EQ(ScanInt(""), 0);
-  EXPECT_EQ(ScanInt(" -12 rest"), -12);
-  EXPECT_EQ(ScanUnsigned("4294967295"), UINT32_MAX);
-  EXPECT_EQ(ScanUnsigned("-1"), 0u);
 }
 
 } // namespace

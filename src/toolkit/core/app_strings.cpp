@@ -18,14 +18,14 @@ constexpr const char* kNoList = "IJString list not found";
 constexpr const char* kNoString = "IJString Error";
 
 struct StringGroup {
-  uint16_t count;
+  uint16_t count; // 0 for a group that does not exist
   char** strings; // owned; never unloaded
 };
 
 struct StringList {
   uint16_t resourceBase; // group g is named by resource base + g
   uint16_t loaded;       // groups that have been looked for
-  StringGroup** groups;  // null for a group that does not exist
+  StringGroup* groups;
 };
 
 StringList programTexts = {128, 0, nullptr};
@@ -37,24 +37,22 @@ char* LoadText(uint32_t id) {
   return StrDup(text);
 }
 
-// Null when there is no such group or its range is none.
-StringGroup* LoadGroup(uint16_t id) {
+// Empty when there is no such group or its range is none.
+StringGroup LoadGroup(uint16_t id) {
   char range[kTextBuffer];
   uint32_t first = 0;
   uint32_t last = 0;
-  if (!::LoadStringA(nullptr, id, range, kTextBuffer)) return nullptr;
-  if (!ScanText(range, "%dl% %dl%", &first, &last) || first > last || last > UINT16_MAX) return nullptr;
+  if (!::LoadStringA(nullptr, id, range, kTextBuffer)) return {};
+  if (!ScanText(range, "%dl% %dl%", &first, &last) || first > last || last > UINT16_MAX) return {};
   auto count = static_cast<uint16_t>(last - first + 1);
-  auto* group = static_cast<StringGroup*>(MemAlloc(sizeof(StringGroup)));
   auto** strings = static_cast<char**>(MemAlloc(count * sizeof(char*)));
-  if (!group || !strings) return nullptr; // only while the program ends for want of memory
+  if (!strings) return {}; // only while the program ends for want of memory
   for (uint16_t i = 0; i < count; ++i) strings[i] = LoadText(first + i);
-  *group = {count, strings};
-  return group;
+  return {count, strings};
 }
 
 void LoadGroupsUpTo(StringList& list, uint16_t group) {
-  auto** groups = static_cast<StringGroup**>(MemRealloc(list.groups, (group + size_t{1}) * sizeof(StringGroup*)));
+  auto* groups = static_cast<StringGroup*>(MemRealloc(list.groups, (group + size_t{1}) * sizeof(StringGroup)));
   if (!groups) return;
   list.groups = groups;
   for (; list.loaded <= group; ++list.loaded) {
@@ -67,9 +65,9 @@ const char* Lookup(StringList& list, uint16_t n) {
   uint16_t index = n % kGroupSize;
   if (number >= list.loaded) LoadGroupsUpTo(list, number);
   if (!list.groups) return kNoList;
-  const StringGroup* group = number < list.loaded ? list.groups[number] : nullptr;
-  if (!group || index >= group->count || !group->strings[index]) return kNoString;
-  return group->strings[index];
+  if (number >= list.loaded || index >= list.groups[number].count) return kNoString;
+  const char* text = list.groups[number].strings[index];
+  return text ? text : kNoString;
 }
 
 } // namespace

@@ -11,7 +11,7 @@ struct Rect {
 };
 
 struct Point {
-  int16_t v, h;  // vertical, then horizontal
+  int16_t v, h; // vertical, then horizontal
 };
 
-}  // namespace framereel
+} // namespace framereel

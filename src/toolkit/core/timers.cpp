@@ -66,10 +66,9 @@ void TimerFireDue() {
   if (HasWrapped(now)) {
     Timer** link = OldEraLink();
     if (*link) {
-      Fire(link);
+      Fire(link); // without a look at the tick, which may have wrapped past its moment
       return;
     }
-    lastTick = INT32_MIN;
   }
   if (head.next && now > head.next->when) {
     Fire(&head.next);
