@@ -2,7 +2,6 @@
 #include "platform/bitmaps.h"
 
 #include <cstring>
-#include <iterator>
 
 #include "platform/display_caps.h"
 #include "toolkit/core/list.h"
@@ -78,8 +77,14 @@ Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible) {
   return offscreen;
 }
 
+Offscreen* NewMaskOffscreen(int16_t width, int16_t height) {
+  Offscreen* mask = AddOffscreen(width, height, 1, 2, ::CreateBitmap(width, height, 1, 1, nullptr));
+  if (mask) mask->port.colour = 0;
+  return mask;
+}
+
 void FreeOffscreen(Offscreen* offscreen) {
-  if (CurrentPort() == &offscreen->port) ReleasePort();
+  if (CurrentPort() == &offscreen->port) SetPortMain(nullptr);
   ::DeleteObject(offscreen->bitmap);
   ListFindRemove(offscreens, ToListValue(offscreen), ListSameValue);
   MemFree(offscreen);
@@ -87,44 +92,6 @@ void FreeOffscreen(Offscreen* offscreen) {
 
 Rect OffscreenBounds(const Offscreen* offscreen) {
   return {0, 0, offscreen->height, offscreen->width};
-}
-
-namespace {
-
-// The raster operation of each mode of CopyBits.
-constexpr DWORD kOperations[] = {0, SRCCOPY, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
-
-// Puts the source's pixels at hand: a context, and what to select back into it afterwards.
-struct CopySource {
-  HDC context;
-  HGDIOBJ replaced;
-};
-
-CopySource OpenSource(const Port* source) {
-  if (source->kind == kPortScreen) return {ScreenContext(), nullptr};
-  const auto* offscreen = reinterpret_cast<const Offscreen*>(source);
-  return {SourceContext(), ::SelectObject(SourceContext(), offscreen->bitmap)};
-}
-
-void CloseSource(const CopySource& source) {
-  if (source.replaced) ::SelectObject(source.context, source.replaced);
-}
-
-} // namespace
-
-void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode) {
-  if (mode < 0 || size_t(mode) >= std::size(kOperations)) return;
-  const DWORD operation = kOperations[mode];
-  const CopySource open = OpenSource(source);
-  const int fromWidth = from.right - from.left, fromHeight = from.bottom - from.top;
-  const int toWidth = to.right - to.left, toHeight = to.bottom - to.top;
-  if (fromWidth == toWidth && fromHeight == toHeight) {
-    ::BitBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, from.left, from.top, operation);
-  } else {
-    ::StretchBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, from.left, from.top, fromWidth,
-                 fromHeight, operation);
-  }
-  CloseSource(open);
 }
 
 namespace {
@@ -144,7 +111,7 @@ void ReadDibBuffer(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, i
   if (bufferRow < 0 || offscreenRow < 0 || rows < 0) return;
   if (buffer->width != offscreen->width || offscreenRow + rows > offscreen->height) return;
   if (bufferRow + rows > buffer->height) return;
-  if (CurrentPort() == &offscreen->port) ReleasePort();
+  if (CurrentPort() == &offscreen->port) SetPortMain(nullptr);
   const DWORD colours = bitsPerPixel == 8 ? 256 : 0;
   BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), offscreen->width, offscreen->height, 1, bitsPerPixel, BI_RGB, 0, 2834,
                       2834, colours, colours}};

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "platform/colour.h"
 #include "platform/ports.h"
 #include "toolkit/core/geometry.h"
 #include "win32/win32.h"
@@ -18,11 +19,6 @@ struct Offscreen {
   HBITMAP bitmap;          // owned
   uint16_t colourCount;    // number of colours that it was made with
   uint16_t colourCapacity; // 1 << depth, cut to 16 bits: 0 from 16 bits up
-};
-
-// Three 16-bit channels, 0xFFFF full.
-struct Colour {
-  uint16_t red, green, blue;
 };
 
 struct ColourList {
@@ -50,13 +46,24 @@ void BitmapsShutDown();
 
 // compatible: the display's format; else black and white. Null when the platform has no such bitmap. The caller frees.
 Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible);
-// Frees it; if it is the current Port, nothing is current afterwards.
+// A plain 1-bit bitmap, whose Port has colour 0. Null when the platform has no such bitmap.
+Offscreen* NewMaskOffscreen(int16_t width, int16_t height);
+// A bitmap resource as it stands, and one turned into a mask, which then is the current Port. Null when there is none.
+Offscreen* LoadOffscreen(uint16_t id);
+Offscreen* LoadMaskOffscreen(uint16_t id);
+Offscreen* LoadPicture(uint16_t id); // of the pictures, which the toolkit counts from 0
+// Frees it; if it is the current Port, the main window is current afterwards.
 void FreeOffscreen(Offscreen* offscreen);
 Rect OffscreenBounds(const Offscreen* offscreen);
 
 // Copies a rectangle of `source` into a rectangle of the current Port, stretching where the sizes differ. Modes: 0
-// blackness, 1 and 3 copy, 2 and, 4 or, 5 or with the source inverted.
+// blackness, 1 and 3 copy, 2 and, 4 or, 5 or with the source inverted; any other does nothing. Mode 1 from a mask joins
+// it by or with the brush in use. Between one bit and colours, 0 is the foreground and 1 the background of the
+// DrawState in use. What lies off either side is cut, but a stretch from over the source's edge does nothing. The main
+// window as a source is read from the screen, with all that lies over it.
 void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode);
+// Whether the pixel is other than pure white; places outside are.
+bool PixelIsSet(const Offscreen* offscreen, int x, int y);
 
 // Buffers by their bits per pixel: 24 blue, green, red; 8 a colour index; 2 and 1 packed, leftmost in the top bits.
 // Width and height are positive, all bits 0. The caller frees them.
@@ -68,7 +75,7 @@ void FreeDibBuffer(DibBuffer* buffer);
 
 // Reads `rows` rows of the Offscreen, from offscreenRow (counted from the image's top), into the buffer. bufferRow
 // counts the buffer's rows from its start, and the lowest of the rows read goes there. Does nothing when the widths
-// differ or the rows do not fit. The Offscreen is then not the current Port any more.
+// differ or the rows do not fit. If the Offscreen is the current Port, the main window is current afterwards.
 void ReadDibBuffer24(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows);
 void ReadDibBuffer8(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows);
 void ReadDibBuffer2(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows);

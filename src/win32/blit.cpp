@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "win32/drawing_target.h"
+#include "win32/paint.h"
 #include "win32/pixels.h"
 
 namespace framereel {
@@ -65,8 +66,10 @@ bool TakeSource(const Win32DeviceContext& context, const PixelRect& rect, bool a
   return true;
 }
 
-uint32_t Combine(DWORD operation, uint32_t source, uint32_t target) {
+uint32_t Combine(DWORD operation, uint32_t source, uint32_t target, uint32_t brush) {
   switch (operation) {
+  case kPatternOrSource:
+    return brush | source;
   case SRCAND:
     return source & target;
   case SRCPAINT:
@@ -123,10 +126,12 @@ struct Copy {
   Source source;
   Translation translation;
   DWORD operation;
+  Paint brush; // the target context's, for kPatternOrSource
 };
 
 // Pixel by pixel. The operations work on pixel values; an inverted one has no bits that the layout does not have.
-void CombinePixels(const Surface& to, const PixelRect& box, const Copy& copy) {
+void CombinePixels(const DrawingTarget& target, const PixelRect& box, const Copy& copy) {
+  const Surface& to = target.surface;
   const int32_t width = copy.rect.right - copy.rect.left, height = copy.rect.bottom - copy.rect.top;
   const Surface& from = copy.source.surface;
   const uint32_t bits = PixelBits(to.layout);
@@ -135,7 +140,9 @@ void CombinePixels(const Surface& to, const PixelRect& box, const Copy& copy) {
     for (int32_t x = box.left; x < box.right; ++x) {
       const auto fromX = int32_t(int64_t{x - copy.rect.left} * from.width / width);
       const uint32_t source = Translate(copy.translation, PixelAt(from, fromX, fromY));
-      SetPixelAt(to, x, y, Combine(copy.operation, source, PixelAt(to, x, y)) & bits);
+      const uint32_t brush =
+          copy.operation == kPatternOrSource ? PaintValueAt(copy.brush, x - target.originX, y - target.originY) : 0;
+      SetPixelAt(to, x, y, Combine(copy.operation, source, PixelAt(to, x, y), brush) & bits);
     }
   }
 }
@@ -162,7 +169,7 @@ void CopyToTarget(DrawingTarget* target, const Copy& copy) {
     if (plain) {
       CopyRows(target->surface, RectOf(boxes[i]), copy);
     } else {
-      CombinePixels(target->surface, RectOf(boxes[i]), copy);
+      CombinePixels(*target, RectOf(boxes[i]), copy);
     }
   }
 }
@@ -180,7 +187,7 @@ bool ReadScreenTo(DrawingTarget* target, const PixelRect& to, const PixelRect& f
 
 // The source's rectangle lies inside its context, neither is empty, and without a stretch the target's does too.
 bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, DWORD operation) {
-  const bool replaces = operation == SRCCOPY || operation == 0;
+  const bool replaces = operation == SRCCOPY || operation == 0 || operation == kPatternOrSource;
   const bool sameSize = toRect.right - toRect.left == fromRect.right - fromRect.left &&
                         toRect.bottom - toRect.top == fromRect.bottom - fromRect.top;
   const bool wanted = [&] {
@@ -196,7 +203,8 @@ bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, 
     if (!OpenTarget(to, toRect, TargetPixels::kReplaced, &target)) return false;
     return ReadScreenTo(&target, toRect, Moved(fromRect, from->originX, from->originY));
   }
-  Copy copy = {{}, {}, TranslationOf(*to, *from), operation};
+  Copy copy = {{}, {}, TranslationOf(*to, *from), operation, {}};
+  if (operation == kPatternOrSource) copy.brush = BrushPaint(*to, *to->brush, R2_COPYPEN);
   const bool sameSurface = !from->screen && !to->screen && SurfaceOf(*from).pixels == SurfaceOf(*to).pixels;
   const bool apart = sameSurface && (!sameSize || !replaces || to->bounded || to->clipped);
   if (!TakeSource(*from, fromRect, apart, &copy.source)) return false;

@@ -32,11 +32,9 @@ template <typename Pixel> void PaintRow(Pixel* row, int32_t count, Pixel keep, c
 // Pixels are of 1, 2 or 4 bytes; their rows are aligned for it.
 template <typename Pixel> void PaintBox(const DrawingTarget& target, const PixelRect& box, const Paint& paint) {
   for (int32_t y = box.top; y < box.bottom; ++y) {
-    const uint8_t bits = paint.pattern[(y - target.originY) & 7];
     Pixel values[8];
     for (int32_t i = 0; i < 8; ++i) {
-      const int32_t column = (box.left + i - target.originX) & 7;
-      values[i] = Pixel(paint.value[bits >> (7 - column) & 1]);
+      values[i] = Pixel(PaintValueAt(paint, box.left + i - target.originX, y - target.originY));
     }
     auto* row = reinterpret_cast<Pixel*>(RowOf(target.surface, y)) + box.left;
     PaintRow(row, box.right - box.left, Pixel(paint.keep), values);
@@ -67,11 +65,10 @@ bool OnlyInverts(const Win32DeviceContext& context, const Paint& paint, uint8_t 
     if (value != 0 && !inverts(value)) return false;
   }
   for (int32_t y = 0; y < 8; ++y) {
-    const uint8_t bits = paint.pattern[(y - context.originY) & 7];
     pattern[y] = 0;
     for (int32_t x = 0; x < 8; ++x) {
-      const int32_t column = (x - context.originX) & 7;
-      pattern[y] = uint8_t(pattern[y] << 1 | inverts(paint.value[bits >> (7 - column) & 1]));
+      const uint32_t value = PaintValueAt(paint, x - context.originX, y - context.originY);
+      pattern[y] = uint8_t(pattern[y] << 1 | inverts(value));
     }
   }
   return true;

@@ -18,6 +18,11 @@ struct Paint {
 Paint SolidPaint(const Win32DeviceContext& context, COLORREF colour, int rop);
 Paint BrushPaint(const Win32DeviceContext& context, const Win32Brush& brush, int rop);
 
+// The value for the pixel at a place in the context's coordinates.
+inline uint32_t PaintValueAt(const Paint& paint, int32_t x, int32_t y) {
+  return paint.value[paint.pattern[y & 7] >> (7 - (x & 7)) & 1];
+}
+
 // Paints rectangles, given in the context's coordinates, one after the other.
 void PaintRects(HDC context, const PixelRect* rects, size_t count, const Paint& paint);
 

@@ -1,0 +1,18 @@
+// The clip of the current Port: what its drawing is held to, besides the target itself.
+#pragma once
+
+namespace framereel {
+
+struct SavedClip; // a Port and its clip as they were
+
+// Restored or dropped by the caller, once.
+SavedClip* SaveClip();
+// The clip is this rectangle, right and bottom one past the last pixel.
+void SetClip(int left, int top, int right, int bottom);
+// The clip and the rectangle together; answers the old clip, saved.
+SavedClip* NarrowClip(int left, int top, int right, int bottom);
+// Puts it back if its Port is the current one, else only drops it.
+void RestoreClip(SavedClip* saved);
+void DropSavedClip(SavedClip* saved);
+
+} // namespace framereel
