@@ -23,7 +23,7 @@ floors='
 8 app
 9 record
 '
-contract='win32/display.h win32/surface.h win32/pixels.h'
+contract='win32/display.h win32/display_windows.h win32/surface.h win32/region.h win32/pixels.h'
 x11_rooms='^(src/win32/x11/|tests/x11/|tools/demo_scene\.cpp:)'
 
 # includes_in WHAT FOLDER...: the #include lines of all sources whose name begins with WHAT.

@@ -1,10 +1,7 @@
-// The mouse pointer's picture and place, and drawing it into a bitmap.
-#include "win32/gdi.h"
+// The mouse pointer's picture and place, and drawing it.
+#include "win32/cursor.h"
+#include "win32/drawing_target.h"
 #include "win32/pixels.h"
-
-struct Win32Cursor {
-  const framereel::PointerPicture* picture;
-};
 
 namespace framereel {
 namespace {
@@ -21,11 +18,10 @@ PaletteColour Blend(uint32_t premultiplied, PaletteColour under) {
           Over(premultiplied & 255, alpha, under.blue)};
 }
 
-void BlendPicture(const PointerPicture& picture, int32_t left, int32_t top, const Surface& to, bool ofScreen) {
-  const PixelRect where =
-      Intersect({left, top, left + picture.width, top + picture.height}, {0, 0, to.width, to.height});
-  if (IsEmpty(where)) return;
-  const ColourMap map = MapOf(to.layout, ofScreen);
+// The part of the picture, placed at left, top, that lies in the box.
+void BlendPicture(const PointerPicture& picture, int32_t left, int32_t top, const Surface& to, const PixelRect& box,
+                  const ColourMap& map) {
+  const PixelRect where = Intersect({left, top, left + picture.width, top + picture.height}, box);
   for (int32_t y = where.top; y < where.bottom; ++y) {
     const uint32_t* row = picture.pixels + static_cast<int64_t>(y - top) * picture.width;
     for (int32_t x = where.left; x < where.right; ++x) {
@@ -43,7 +39,7 @@ void BlendPicture(const PointerPicture& picture, int32_t left, int32_t top, cons
 using namespace framereel;
 
 HCURSOR GetCursor() {
-  static Win32Cursor current;
+  static Win32Cursor current = {nullptr, PointerShape::kOwn};
   current.picture = DisplayPointer();
   return current.picture ? &current : nullptr;
 }
@@ -53,13 +49,21 @@ BOOL GetCursorPos(POINT* position) {
 }
 
 BOOL GetIconInfo(HICON icon, ICONINFO* info) {
-  if (!icon || !info) return FALSE;
+  if (!icon || !icon->picture || !info) return FALSE;
   *info = {FALSE, DWORD(icon->picture->hotX), DWORD(icon->picture->hotY), nullptr, nullptr};
   return TRUE;
 }
 
 BOOL DrawIcon(HDC context, int x, int y, HICON icon) {
-  if (!context || context->screen || !icon) return FALSE;
-  BlendPicture(*icon->picture, x, y, context->bitmap->surface, context->bitmap->ofScreen);
-  return TRUE;
+  if (!context || !icon || !icon->picture) return FALSE;
+  const PointerPicture& picture = *icon->picture;
+  DrawingTarget target;
+  if (!OpenTarget(context, {x, y, x + picture.width, y + picture.height}, TargetPixels::kKept, &target)) return TRUE;
+  const ColourMap map = MapOf(target.surface.layout, HasScreenColours(*context));
+  int count = 0;
+  const pixman_box32_t* boxes = pixman_region32_rectangles(&target.where, &count);
+  for (int i = 0; i < count; ++i) {
+    BlendPicture(picture, x + target.originX, y + target.originY, target.surface, RectOf(boxes[i]), map);
+  }
+  return CloseTarget(&target);
 }

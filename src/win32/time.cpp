@@ -1,5 +1,6 @@
-// The clock, which is the display's.
+// Time, as the display counts it.
 #include "win32/display.h"
+#include "win32/present.h"
 #include "win32/win32.h"
 
 DWORD GetTickCount() {
@@ -7,5 +8,6 @@ DWORD GetTickCount() {
 }
 
 void Sleep(DWORD milliseconds) {
+  framereel::PresentWindows();
   framereel::DisplaySleep(milliseconds);
 }

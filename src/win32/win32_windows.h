@@ -78,7 +78,6 @@ inline constexpr UINT WM_NCDESTROY = 130;       // the last message of a window
 // lParam: RECT, the window in its parent's client area or on the screen; the default takes the frame off it. With the
 // window minimised it stays as it is.
 inline constexpr UINT WM_NCCALCSIZE = 131;
-inline constexpr UINT WM_NCHITTEST = 132;  // lParam: screen point; answers one of HT...
 inline constexpr UINT WM_NCACTIVATE = 134; // wParam: lit or not; the default draws the caption so and answers 1
 inline constexpr UINT WM_GETDLGCODE = 135;
 inline constexpr UINT WM_NCMOUSEMOVE = 160; // non-client mouse: wParam one of HT..., lParam screen point
@@ -333,7 +332,7 @@ struct PAINTSTRUCT {
   RECT rcPaint; // around what is to be painted
 };
 
-// The context of a window's client area, or of the whole screen for null. Each GetDC is given back by one ReleaseDC.
+// The context of a window's client area. Each GetDC is given back by one ReleaseDC.
 HDC GetDC(HWND window);
 int ReleaseDC(HWND window, HDC context);
 // Erases what asks for it, answers a context clipped to the update region, and takes that region as painted.

@@ -31,6 +31,7 @@ void MemoryDisplayReset(int32_t width, int32_t height, int32_t depth) {
   display.width = width; // not 0: TheMemoryDisplay would make it anew
   display.present = true;
   MemoryDisplaySetMode(width, height, depth);
+  display.desktop.events.clear();
 }
 
 void MemoryDisplaySetMode(int32_t width, int32_t height, int32_t depth) {
@@ -40,6 +41,9 @@ void MemoryDisplaySetMode(int32_t width, int32_t height, int32_t depth) {
   display.height = height;
   display.screen.assign(size_t(width) * size_t(height), 0);
   display.palette = MemoryStandardPalette(depth);
+  display.desktop.picture.clear();
+  MemoryQueueEvent(DisplayEventKind::kScreenChanged, nullptr, false);
+  if (!display.desktop.windows.empty()) MemoryExpose(Region({0, 0, width, height}));
 }
 
 void MemoryAt(uint32_t tick, std::function<void()> run) {

@@ -1,5 +1,6 @@
 // The desktop in memory: a whole display without a server, for tests. It keeps real state: a screen of any size and
-// depth with its palette, a pointer, and a clock that stands still until somebody sleeps.
+// depth with its palette, a pointer, and a clock that stands still until somebody sleeps. memory_windows.h has its
+// windows, its keyboard and its user.
 //
 // A test sets it up with MemoryDisplayReset and then reads and writes the fields, or writes a script: functions that
 // run when the clock passes their time.
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "win32/display.h"
+#include "win32/memory/memory_windows.h"
 
 namespace framereel {
 
@@ -33,14 +35,16 @@ struct MemoryDisplay {
   uint32_t tick;                       // the clock, in ms
   std::vector<MemoryEvent> script;     // in order of time; MemoryAt keeps it so
   uint32_t screenReads;                // how often the screen was read
+  MemoryDesktop desktop;
 };
 
 MemoryDisplay& TheMemoryDisplay();
 
 // A black screen of the size and one of the depths 1, 2, 4, 8, 16, 24, 32 (any other makes a screen that cannot be
-// recorded), with the palette of MemoryStandardPalette; the pointer without a picture at 0, 0; clock 0, no script.
+// recorded), with the palette of MemoryStandardPalette; the pointer without a picture at 0, 0; clock 0, no script, no
+// windows. Our program must have given up its own.
 void MemoryDisplayReset(int32_t width, int32_t height, int32_t depth);
-// Another depth or size on the running desktop: the picture goes, all else stays.
+// Another depth or size on the running desktop: the picture goes, all else stays, and all programs paint anew.
 void MemoryDisplaySetMode(int32_t width, int32_t height, int32_t depth);
 
 // At depth 1 black and white, at 2 four greys, at 4 the sixteen standard colours, at 8 those of an even spread: entry i
@@ -53,8 +57,8 @@ uint32_t MemoryPixelOf(uint8_t red, uint8_t green, uint8_t blue);
 PaletteColour MemoryColourOf(uint32_t pixel);
 void MemoryFill(const PixelRect& where, uint32_t pixel);
 
-// Runs a function when the clock reaches the tick, before whoever sleeps wakes; at the next sleep, if it is past. Events
-// of one tick run in the order in which they were written. All that wait lie within 2^31 ms.
+// Runs a function when the clock reaches the tick, before whoever sleeps wakes; at the next sleep, if it is past.
+// Events of one tick run in the order in which they were written. All that wait lie within 2^31 ms.
 void MemoryAt(uint32_t tick, std::function<void()> run);
 
 // Writes what stands on the screen, without the pointer, as a PPM picture: for a failed test to show. False when the

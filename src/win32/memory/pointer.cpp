@@ -20,8 +20,7 @@ bool DisplayPointerPlace(int32_t* x, int32_t* y) {
 }
 
 void DisplayMovePointer(int32_t x, int32_t y) {
-  TheMemoryDisplay().pointerX = x;
-  TheMemoryDisplay().pointerY = y;
+  MemoryMovePointerTo(x, y);
 }
 
 } // namespace framereel

@@ -1,0 +1,167 @@
+// What happens on the desktop in memory: the user's mouse and the desktop's own doings, and the queue that tells ours.
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+using Kind = DisplayEventKind;
+
+MemoryDesktop& Desktop() {
+  return TheMemoryDisplay().desktop;
+}
+
+void Queue(DisplayEvent event) {
+  const MemoryDisplay& display = TheMemoryDisplay();
+  event.x = display.pointerX;
+  event.y = display.pointerY;
+  event.tick = display.tick;
+  Desktop().events.push_back(event);
+}
+
+// Who hears of the mouse: whoever has captured it, or where a button is held, or what lies under it.
+DisplayWindow* MouseTarget() {
+  const MemoryDisplay& display = TheMemoryDisplay();
+  const MemoryDesktop& desktop = display.desktop;
+  if (desktop.captured) return desktop.captured;
+  if (desktop.pressed) return desktop.pressed;
+  return MemoryWindowAt(display.pointerX, display.pointerY);
+}
+
+void QueueMouse(Kind kind, uint8_t button) {
+  DisplayWindow* target = MouseTarget();
+  if (!target || !target->ours) return;
+  DisplayEvent event = {};
+  event.kind = kind;
+  event.window = target;
+  event.button = button;
+  Queue(event);
+}
+
+uint8_t KeyOfButton(uint8_t button) {
+  return button == 1 ? 1 : button == 3 ? 2 : 4;
+}
+
+bool AnyButtonIsDown() {
+  const bool* keys = Desktop().keys;
+  return keys[1] || keys[2] || keys[4];
+}
+
+bool IsManaged(const DisplayWindow& window) {
+  return !window.taskBar && (window.role == WindowRole::kMain || window.role == WindowRole::kDialog);
+}
+
+void Drag(int32_t dx, int32_t dy) {
+  DisplayWindow* window = Desktop().dragged;
+  const PixelRect& r = window->place;
+  MemoryMoveWindow(window, {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy});
+}
+
+} // namespace
+
+void MemoryQueueEvent(Kind kind, DisplayWindow* window, bool flag) {
+  DisplayEvent event = {};
+  event.kind = kind;
+  event.window = window;
+  event.flag = flag;
+  Queue(event);
+}
+
+void MemoryQueueExposed(DisplayWindow* window, const PixelRect& part) {
+  DisplayEvent event = {};
+  event.kind = Kind::kExposed;
+  event.window = window;
+  event.rect = {part.left - window->place.left, part.top - window->place.top, part.right - window->place.left,
+                part.bottom - window->place.top};
+  Queue(event);
+}
+
+void MemoryMovePointerTo(int32_t x, int32_t y) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  const int32_t dx = x - display.pointerX, dy = y - display.pointerY;
+  display.pointerX = x;
+  display.pointerY = y;
+  if (display.desktop.dragged) {
+    Drag(dx, dy);
+  } else {
+    QueueMouse(Kind::kMouseMove, 0);
+  }
+}
+
+void MemoryPressButton(uint8_t button) {
+  MemoryDesktop& desktop = Desktop();
+  DisplayWindow* under = MouseTarget();
+  desktop.keys[KeyOfButton(button)] = true;
+  if (under && !desktop.captured && IsManaged(*under)) {
+    DisplayStackWindow(under, true);
+    MemorySetKeyboard(under);
+  }
+  if (!desktop.pressed) desktop.pressed = under;
+  QueueMouse(Kind::kMouseDown, button);
+}
+
+void MemoryReleaseButton(uint8_t button) {
+  MemoryDesktop& desktop = Desktop();
+  desktop.keys[KeyOfButton(button)] = false;
+  if (!desktop.dragged) QueueMouse(Kind::kMouseUp, button);
+  if (AnyButtonIsDown()) return;
+  desktop.pressed = desktop.dragged = nullptr;
+}
+
+void MemoryClick(int32_t x, int32_t y, uint8_t button) {
+  MemoryMovePointerTo(x, y);
+  MemoryPressButton(button);
+  MemoryReleaseButton(button);
+}
+
+void MemoryGiveKeyboard(DisplayWindow* window) {
+  if (window) DisplayStackWindow(window, true);
+  MemorySetKeyboard(window);
+}
+
+void MemoryMinimiseWindow(DisplayWindow* window, bool minimised) {
+  DisplayMinimiseWindow(window, minimised);
+  if (window->ours) MemoryQueueEvent(Kind::kMinimised, window, minimised);
+  if (!minimised) MemoryGiveKeyboard(window);
+}
+
+void MemoryAskToClose(DisplayWindow* window) {
+  MemoryQueueEvent(Kind::kCloseRequest, window, false);
+}
+
+void MemoryMoveWindow(DisplayWindow* window, const PixelRect& place) {
+  MemoryPlace(window, place);
+  if (!window->ours) return;
+  DisplayEvent event = {};
+  event.kind = Kind::kPlaced;
+  event.window = window;
+  event.rect = place;
+  Queue(event);
+}
+
+void MemoryTakeCapture() {
+  DisplayWindow* captured = Desktop().captured;
+  Desktop().captured = nullptr;
+  if (captured) MemoryQueueEvent(Kind::kCaptureLost, captured, false);
+}
+
+void DisplayCapturePointer(DisplayWindow* window) {
+  Desktop().captured = window;
+}
+
+void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const PointerPicture*) {
+  window->shape = shape;
+}
+
+void DisplayBeep() {
+  ++Desktop().beeps;
+}
+
+bool DisplayNextEvent(DisplayEvent* event) {
+  std::deque<DisplayEvent>& events = Desktop().events;
+  if (events.empty() || TheMemoryDisplay().lost) return false;
+  *event = events.front();
+  events.pop_front();
+  return true;
+}
+
+} // namespace framereel

@@ -1,0 +1,112 @@
+// The window half of the desktop in memory: windows of ours and of other programs in one stack, a task bar, a user with
+// a mouse and a keyboard.
+//
+// The screen is a real one: a window's pixels are there only where they have been presented, and where something is
+// uncovered, its owner is asked to paint: ours by kExposed, other programs' by their repaint hook, at once. What is
+// drawn on the screen itself stays until whatever lies there is painted anew.
+//
+// A test plays the user and the other programs with the functions below, between calls of the program or from
+// MemoryAt events. Nothing happens to our program before it asks for events.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "win32/display_windows.h"
+#include "win32/region.h"
+
+namespace framereel {
+
+struct MemoryChild {
+  PixelRect place; // in its parent
+  bool visible;
+  std::vector<MemoryChild> children; // from the top down
+};
+
+// One window, ours or another program's.
+struct DisplayWindow {
+  bool ours, taskBar;
+  WindowRole role;
+  PixelRect place;
+  DisplayWindow* owner;
+  std::string title;
+  bool shown, minimised;
+  int32_t iconWidth, iconHeight; // 0: none was given
+  PointerShape shape;
+  // Of other programs.
+  uint32_t pixel;                    // what it is filled with when there is no hook
+  std::function<void()> paint;       // paints it with MemoryPaintWindow
+  uint32_t paints;                   // how often it had to
+  std::vector<MemoryChild> children; // from the top down
+};
+
+struct MemoryDesktop {
+  std::vector<std::unique_ptr<DisplayWindow>> windows; // from the top down
+  std::vector<uint32_t> picture;                       // of the desktop itself, under all windows; empty: black
+  std::deque<DisplayEvent> events;
+  DisplayWindow* keyboard; // has it; may be another program's; null: nobody
+  DisplayWindow* captured; // by DisplayCapturePointer
+  DisplayWindow* pressed;  // where a button went down: gets mouse events until all are up
+  DisplayWindow* dragged;  // moves with the pointer
+  bool leavesDragging;     // set: DisplayDragWindow answers false
+  bool keys[256];          // by virtual key; 1, 2 and 4 are the mouse buttons
+  bool capsLock;
+  bool deadKeys; // the layout is the one with dead keys
+  uint32_t beeps, refreshes;
+  uint32_t presents;        // calls of DisplayPresent
+  uint64_t presentedPixels; // and how much they brought
+};
+
+// ---- Other programs ----------------------------------------------------------------------------------------------
+
+// A window of another program, shown on top of its kind and filled with the pixel value. Its paint hook and children
+// can be set afterwards.
+DisplayWindow* MemoryOpenWindow(const std::string& title, const PixelRect& place, uint32_t pixel);
+void MemoryCloseWindow(DisplayWindow* window);
+// Draws in a window of another program, where it can be seen; the rectangle is in the window.
+void MemoryPaintWindow(const DisplayWindow& window, const PixelRect& where, uint32_t pixel);
+// Draws on the desktop itself, and on the screen where it can be seen.
+void MemoryPaintDesktop(const PixelRect& where, uint32_t pixel);
+// The strip along an edge of the screen that a task bar takes; an empty one takes it away.
+void MemorySetTaskBar(const PixelRect& place);
+
+// ---- The user ----------------------------------------------------------------------------------------------------
+
+// Moves the pointer; what lies under it, or has captured it, hears of it.
+void MemoryMovePointerTo(int32_t x, int32_t y);
+// Buttons are 1 left, 2 middle, 3 right. A press on a managed window brings it to the top and gives it the keyboard
+// first.
+void MemoryPressButton(uint8_t button = 1);
+void MemoryReleaseButton(uint8_t button = 1);
+void MemoryClick(int32_t x, int32_t y, uint8_t button = 1); // moves there, presses, releases
+// Keys by virtual key; pressing one that is down is a repeat.
+void MemoryPressKey(uint8_t key);
+void MemoryReleaseKey(uint8_t key);
+void MemoryTypeKey(uint8_t key); // presses and releases
+// By the desktop's own means: its task bar, its borders, its menus. Windows are ours or others'.
+void MemoryGiveKeyboard(DisplayWindow* window); // null: to nobody
+void MemoryMinimiseWindow(DisplayWindow* window, bool minimised);
+void MemoryAskToClose(DisplayWindow* window);
+void MemoryMoveWindow(DisplayWindow* window, const PixelRect& place);
+void MemoryTakeCapture();
+
+// ---- What stands there -------------------------------------------------------------------------------------------
+
+// The topmost shown window with the title; null for none.
+DisplayWindow* MemoryWindowTitled(const std::string& title);
+DisplayWindow* MemoryWindowAt(int32_t x, int32_t y); // covers among them
+
+// ---- Between the files of the window half ------------------------------------------------------------------------
+
+void MemoryQueueEvent(DisplayEventKind kind, DisplayWindow* window, bool flag);
+void MemoryQueueExposed(DisplayWindow* window, const PixelRect& part); // on the screen
+void MemoryExpose(const Region& area);                                 // everybody paints what lies there
+void MemorySetKeyboard(DisplayWindow* window);
+void MemoryRaise(DisplayWindow* window, bool top);
+void MemoryPlace(DisplayWindow* window, const PixelRect& place);
+
+} // namespace framereel
