@@ -35,6 +35,10 @@ void ReadDisplayCaps() {
   NotifySend(nullptr, kChangeDisplay);
 }
 
+void ForgetDisplayCaps() {
+  caps = {};
+}
+
 const DisplayCaps& TheDisplayCaps() {
   return caps;
 }

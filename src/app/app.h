@@ -1,0 +1,14 @@
+// The program as a whole: start here. main.cpp calls AppMain; AppRun sets the application up and runs it; the panel
+// stands in panel.h.
+#pragma once
+
+#include "win32/win32.h"
+
+namespace framereel {
+
+// Runs the program on the display; answers the exit code of the process. The arguments are those of the entry: the
+// program's module, that of an instance before it (null), the command line, which it does not read, and how the main
+// window is to be shown.
+int AppMain(HINSTANCE instance, HINSTANCE previousInstance, const char* commandLine, int showCommand);
+
+} // namespace framereel

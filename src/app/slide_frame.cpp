@@ -1,0 +1,66 @@
+// See slide_frame.h.
+#include "app/slide_frame.h"
+
+#include <cstdlib>
+
+#include "platform/main_window.h"
+#include "toolkit/core/numbers.h"
+#include "toolkit/core/timers.h"
+
+namespace framereel {
+namespace {
+
+constexpr int32_t kStep = 6;         // pixels at most, on each axis
+constexpr int32_t kSpareSteps = 200; // beyond those that the way takes, for a desktop that places windows as it likes
+constexpr uint32_t kInterval = 10;   // ms between steps
+constexpr uint32_t kMinimisedInterval = 200; // ms between looks at a window that cannot be seen to move
+
+struct SlideState {
+  Point target;
+  Point remainder; // between the place last asked for and the one that the platform gave
+  int32_t stepsLeft;
+  Timer* timer;
+};
+
+SlideState state;
+
+void SlideFrameStep(void* argument) {
+  auto* main = static_cast<MainWindow*>(argument);
+  state.timer = nullptr;
+  if (MainIsIconic(main)) {
+    state.timer = TimerSchedule(SlideFrameStep, main, kMinimisedInterval);
+    return;
+  }
+  const int32_t dx = PinValue(-kStep, state.target.h - main->originX, kStep);
+  const int32_t dy = PinValue(-kStep, state.target.v - main->originY, kStep);
+  if ((dx == 0 && dy == 0) || state.stepsLeft-- == 0) return;
+  const WindowGeometry& g = main->geometry;
+  const int32_t x = main->originX + dx + g.insetLeft - state.remainder.h;
+  const int32_t y = main->originY + dy + g.insetTop - state.remainder.v;
+  MoveMainWindow(main, PinToShort(x), PinToShort(y));
+  state.remainder = {PinToShort(g.insetTop + main->originY - y), PinToShort(g.insetLeft + main->originX - x)};
+  state.timer = TimerSchedule(SlideFrameStep, main, kInterval);
+}
+
+} // namespace
+
+void SlideFrameStart(Point target) {
+  SlideFrameCancel();
+  state.target = target;
+  state.remainder = {};
+  const MainWindow* main = TheMainWindow();
+  const int32_t way = Maximum(std::abs(target.h - main->originX), std::abs(target.v - main->originY));
+  state.stepsLeft = way / kStep + kSpareSteps;
+  state.timer = TimerSchedule(SlideFrameStep, TheMainWindow(), 0);
+}
+
+void SlideFrameCancel() {
+  if (state.timer) TimerCancel(state.timer);
+  state.timer = nullptr;
+}
+
+bool SlideFrameIsRunning() {
+  return state.timer;
+}
+
+} // namespace framereel

@@ -1,0 +1,21 @@
+// The paints of the two kinds of windows.
+#pragma once
+
+#include "toolkit/core/geometry.h"
+#include "win32/win32.h"
+
+namespace framereel {
+
+struct ChildWindow;
+
+// WM_PAINT: the window's background, then for a ChildWindow its paint method and the Views that need it.
+void PaintMainWindow(HWND handle);
+void PaintChildWindow(ChildWindow* window);
+
+// Whether a rectangle of the ChildWindow that is being painted needs it; false outside a paint.
+bool RectNeedsPaint(const Rect& rect);
+
+void PaintingStartUp();
+void PaintingShutDown();
+
+} // namespace framereel

@@ -1,0 +1,66 @@
+// See rects.h.
+#include "toolkit/rects.h"
+
+#include <algorithm>
+
+#include "platform/primitives.h"
+
+namespace framereel {
+
+bool RectInside(const Rect& a, const Rect& b) {
+  return a.left >= b.left && a.top >= b.top && a.right <= b.right && a.bottom <= b.bottom;
+}
+
+bool RectsOverlap(const Rect& a, const Rect& b) {
+  return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
+}
+
+bool RectEqual(const Rect& a, const Rect& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+bool RectHas(const Rect& r, int16_t x, int16_t y) {
+  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+}
+
+Rect RectIntersect(const Rect& a, const Rect& b) {
+  return {std::max(a.top, b.top), std::max(a.left, b.left), std::min(a.bottom, b.bottom), std::min(a.right, b.right)};
+}
+
+Rect RectGrow(const Rect& r, int16_t dx, int16_t dy) {
+  return {int16_t(r.top - dy), int16_t(r.left - dx), int16_t(r.bottom + dy), int16_t(r.right + dx)};
+}
+
+Rect RectOffset(const Rect& r, int16_t dx, int16_t dy) {
+  return {int16_t(r.top + dy), int16_t(r.left + dx), int16_t(r.bottom + dy), int16_t(r.right + dx)};
+}
+
+int RectSubtract(const Rect& a, const Rect& b, Rect out[4]) {
+  if (!RectsOverlap(a, b)) {
+    out[0] = a;
+    return 1;
+  }
+  int count = 0;
+  Rect rest = a;
+  if (b.top > rest.top) {
+    out[count++] = {rest.top, rest.left, b.top, rest.right};
+    rest.top = b.top;
+  }
+  if (b.bottom < rest.bottom) {
+    out[count++] = {b.bottom, rest.left, rest.bottom, rest.right};
+    rest.bottom = b.bottom;
+  }
+  if (b.left > rest.left) out[count++] = {rest.top, rest.left, rest.bottom, b.left};
+  if (b.right < rest.right) out[count++] = {rest.top, b.right, rest.bottom, rest.right};
+  return count;
+}
+
+void DrawHLine(int16_t x1, int16_t y, int16_t x2) {
+  DrawLine(x1, y, x2, y);
+}
+
+void DrawVLine(int16_t x, int16_t y1, int16_t y2) {
+  DrawLine(x, y1, x, y2);
+}
+
+} // namespace framereel

@@ -1,0 +1,33 @@
+// Arithmetic on Rects. Right and bottom lie one past the last pixel; see toolkit/core/geometry.h.
+#pragma once
+
+#include <cstdint>
+
+#include "toolkit/core/geometry.h"
+
+namespace framereel {
+
+inline Rect RectOf(int16_t x, int16_t y, int16_t width, int16_t height) {
+  return {y, x, int16_t(y + height), int16_t(x + width)};
+}
+
+bool RectInside(const Rect& a, const Rect& b); // a lies in b
+// Rectangles that only touch overlap too.
+bool RectsOverlap(const Rect& a, const Rect& b);
+bool RectEqual(const Rect& a, const Rect& b);
+bool RectHas(const Rect& r, int16_t x, int16_t y);
+
+// What the two have in common. Of two that do not overlap it comes out inverted: test RectsOverlap first.
+Rect RectIntersect(const Rect& a, const Rect& b);
+// Wider by dx and dy on each side; negative numbers shrink.
+Rect RectGrow(const Rect& r, int16_t dx, int16_t dy);
+Rect RectOffset(const Rect& r, int16_t dx, int16_t dy);
+
+// The part of a that b does not cover, as strips: above b, below it, left of it, right of it. Answers their number.
+int RectSubtract(const Rect& a, const Rect& b, Rect out[4]);
+
+// Lines with both ends included, in the current Port and DrawState.
+void DrawHLine(int16_t x1, int16_t y, int16_t x2);
+void DrawVLine(int16_t x, int16_t y1, int16_t y2);
+
+} // namespace framereel

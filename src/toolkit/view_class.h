@@ -1,0 +1,18 @@
+// The classes of Views: tables of operations, made by hand at start-up. The record stands in platform/view_record.h.
+//
+// A class is made with ClassNew, which fills in the defaults, and by replacing some of them. There is no other
+// inheritance.
+#pragma once
+
+#include "platform/view_record.h"
+
+namespace framereel {
+
+// A table with the defaults, good for the process.
+ViewClass* ClassNew();
+
+// Hands the toolkit's operations down to the platform floor; runs ahead of PlatformInit, which then has all classes
+// set up at its time.
+void ViewsStartUp();
+
+} // namespace framereel
