@@ -44,6 +44,17 @@ inline uint64_t JoinFour(const uint16_t* codes, uint32_t width) {
   return (pairs & 0xFFFFFFFF) | pairs >> 32 << (2 * width);
 }
 
+// Eight codes are `width` bytes: what is left over stays as many bits as before, so that no shift depends on the last.
+inline void PutEight(BitWriter& writer, const uint16_t* codes, uint32_t width) {
+  const uint32_t half = 4 * width + writer.bitCount, halfBytes = half / 8;
+  const uint64_t first = writer.accumulator | JoinFour(codes, width) << writer.bitCount;
+  const uint64_t second = first >> (half & ~7u) | JoinFour(codes + 4, width) << half % 8;
+  StoreLittleEndian(writer.at, first);
+  StoreLittleEndian(writer.at + halfBytes, second);
+  writer.at += width;
+  writer.accumulator = second >> 8 * (width - halfBytes);
+}
+
 } // namespace
 
 void PackerBegin(CodePacker& packer, AnimationStream* stream) {
@@ -56,7 +67,7 @@ void PackerBegin(CodePacker& packer, AnimationStream* stream) {
 void PackCodes(CodePacker& packer, const uint16_t* codes, uint32_t count, uint32_t width) {
   BitWriter writer = {packer.bytes + packer.byteCount, packer.accumulator, packer.bitCount};
   const uint16_t* const end = codes + count;
-  for (; end - codes >= 4; codes += 4) PutBits(writer, JoinFour(codes, width), 4 * width);
+  for (; end - codes >= 8; codes += 8) PutEight(writer, codes, width);
   for (; codes != end; ++codes) PutBits(writer, *codes, width);
   packer.byteCount = static_cast<uint32_t>(writer.at - packer.bytes);
   packer.accumulator = writer.accumulator;
