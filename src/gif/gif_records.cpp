@@ -1,4 +1,4 @@
-// The records of a GIF89a file: each is built on the stack, field by field, and appended once.
+// The records of a GIF89a file: each is built on the stack, a field or a sub-block a line, and appended once.
 #include "gif/gif_records.h"
 
 #include <cstring>
@@ -47,33 +47,30 @@ void GifWriteHeader(GifWriter& gif, int16_t width, int16_t height, uint8_t inter
   gif.gifCodeSize = bits < 2 ? 2 : bits;
   const uint8_t tableSize = (bits - 1) & 7;
   const uint8_t packed = kGlobalTable | static_cast<uint8_t>(tableSize << 4) | tableSize;
-  const uint8_t record[] = {'G',         'I',         'F',          '8',    '9',        'a',          Low(width),
-                            High(width), Low(height), High(height), packed, background, kSquarePixels};
+  // clang-format off
+  const uint8_t record[] = {
+      'G', 'I', 'F', '8', '9', 'a',
+      Low(width), High(width),
+      Low(height), High(height),
+      packed,  // global table, colour resolution, not sorted, size of the table
+      background,
+      kSquarePixels,
+  };
+  // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
   GifWriteColourTable(gif, static_cast<uint16_t>(1u << bits), table);
 }
 
 void GifWriteLoop(GifWriter& gif, uint16_t count) {
   constexpr uint8_t kLoopSubBlock = 0x01;
-  const uint8_t record[] = {kExtensionIntroducer,
-                            kApplicationLabel,
-                            11,
-                            'N',
-                            'E',
-                            'T',
-                            'S',
-                            'C',
-                            'A',
-                            'P',
-                            'E',
-                            '2',
-                            '.',
-                            '0',
-                            3,
-                            kLoopSubBlock,
-                            Low(count),
-                            High(count),
-                            kBlockTerminator};
+  // clang-format off
+  const uint8_t record[] = {
+      kExtensionIntroducer, kApplicationLabel,
+      11, 'N', 'E', 'T', 'S', 'C', 'A', 'P', 'E', '2', '.', '0',
+      3, kLoopSubBlock, Low(count), High(count),
+      kBlockTerminator,
+  };
+  // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
 }
 
@@ -93,8 +90,13 @@ void GifWriteComment(GifWriter& gif, const char* text) {
 void GifWriteControl(GifWriter& gif, bool transparent, uint16_t delayHundredths, uint8_t index) {
   constexpr uint8_t kLeaveInPlace = 1 << 2; // disposal: the next image is laid over this one
   const uint8_t packed = kLeaveInPlace | (transparent ? 1 : 0);
-  const uint8_t record[] = {kExtensionIntroducer, kGraphicControlLabel,  4,     packed,
-                            Low(delayHundredths), High(delayHundredths), index, kBlockTerminator};
+  // clang-format off
+  const uint8_t record[] = {
+      kExtensionIntroducer, kGraphicControlLabel,
+      4, packed, Low(delayHundredths), High(delayHundredths), index,
+      kBlockTerminator,
+  };
+  // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
 }
 
@@ -102,8 +104,17 @@ void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int
                    const PixelCursor& cursor) {
   if (width <= 0 || height <= 0) return;
   const uint8_t packed = static_cast<uint8_t>((gif.gifInterlace & 1) << 6);
-  const uint8_t record[] = {kImageSeparator, Low(left),   High(left),   Low(top), High(top),      Low(width),
-                            High(width),     Low(height), High(height), packed,   gif.gifCodeSize};
+  // clang-format off
+  const uint8_t record[] = {
+      kImageSeparator,
+      Low(left), High(left),
+      Low(top), High(top),
+      Low(width), High(width),
+      Low(height), High(height),
+      packed,           // no local table, interlace, not sorted
+      gif.gifCodeSize,  // opens the image data
+  };
+  // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
   const uint32_t count = static_cast<uint32_t>(width) * static_cast<uint32_t>(height);
   LzwEncodeImage(gif.lzw, *gif.stream, cursor, gif.gifCodeSize + 1, count);

@@ -89,7 +89,7 @@ inline void PutOut(LzwTables& tables, uint32_t initBits, uint32_t pixel, Positio
 // pixel longer than the one before. Leaves the last string in at.prefix; it may go on with another colour.
 inline void MatchRun(LzwTables& tables, uint32_t initBits, uint32_t run, Position& at) {
   const uint32_t colour = at.prefix;
-  uint16_t* const codes = tables.runCode + colour * kCodeLimit;
+  uint16_t* const codes = RunCodes(tables, colour);
   if (colour == 0) LzwApplyProbeRule(tables, FirstEntry(initBits), at.nextEntry);
   while (run > tables.runLongest[colour]) {
     const uint32_t longest = tables.runLongest[colour]++;
@@ -186,7 +186,7 @@ void LzwInit(LzwEncoder& lzw) {
   std::memset(&tables, 0, sizeof tables);
   tables.codes[0] = 0xFFFF; // no code; what otherChild's zeros lead to
   for (uint32_t colour = 0; colour < kColours; ++colour) {
-    tables.runCode[colour * kCodeLimit] = static_cast<uint16_t>(colour);
+    *RunCodes(tables, colour) = static_cast<uint16_t>(colour);
   }
   Forget(tables, 3, kCodeLimit);
 }

@@ -44,7 +44,7 @@ bool LosesKeyZero(LzwTables& tables, uint32_t next) {
 void LzwApplyProbeRule(LzwTables& tables, uint32_t first, uint32_t next) {
   if (tables.keyZero == KeyZero::kHarmless || tables.runLongest[0] == 1) return;
   if (tables.keyZero == KeyZero::kNotAsked) {
-    const uint32_t entryOfKeyZero = tables.runCode[1];
+    const uint32_t entryOfKeyZero = RunCodes(tables, 0)[1];
     const bool displaced = TakesSlotZero(tables, first, entryOfKeyZero);
     tables.keyZero = displaced ? KeyZero::kDisplaced : KeyZero::kHarmless;
     if (!displaced) return;

@@ -33,7 +33,7 @@ struct LzwTables {
   uint16_t codes[kCodeLimit + 1];
   uint8_t pixels[kCodeLimit + 1];
 
-  // Strings of one colour c: runCode[c * kCodeLimit + n - 1] is the code of n times c, for n from 1 to runLongest[c].
+  // Strings of one colour c: RunCodes(c)[n - 1] is the code of n times c, for n from 1 to runLongest[c].
   uint16_t runCode[kColours * kCodeLimit];
   uint16_t runLongest[kColours];
 
@@ -54,5 +54,9 @@ struct LzwTables {
   uint32_t probedEntries;
   int32_t probeKeys[kProbeSlots];
 };
+
+inline uint16_t* RunCodes(LzwTables& tables, size_t colour) {
+  return tables.runCode + colour * kCodeLimit;
+}
 
 } // namespace framereel
