@@ -36,8 +36,9 @@ with_parent=
 if setpriv --pdeathsig TERM true 2>/dev/null; then with_parent="setpriv --pdeathsig TERM"; fi
 
 mkfifo "$folder/number"
+# In a session of its own: Ctrl+C is for the command, which may have something to save while the server still stands.
 # shellcheck disable=SC2086 # both variables are lists of words
-$with_parent Xvfb -displayfd 3 -screen 0 "$screen" -nolisten tcp -noreset ${FRAMEREEL_XVFB_ARGS-} \
+setsid $with_parent Xvfb -displayfd 3 -screen 0 "$screen" -nolisten tcp -noreset ${FRAMEREEL_XVFB_ARGS-} \
   3>"$folder/number" >"$folder/log" 2>&1 </dev/null &
 server=$!
 

@@ -18,6 +18,11 @@ struct InstalledFonts {
   FT_Library library;
   FcConfig* config;
   std::vector<KnownFile> known; // what has been asked for
+
+  // Fontconfig loses sight of some of its own blocks unless it is told to free them.
+  ~InstalledFonts() {
+    if (config) FcConfigDestroy(config);
+  }
 };
 
 InstalledFonts installed;

@@ -31,21 +31,6 @@ RecordOptions Accepted(const std::vector<const char*>& words) {
   return reading.options;
 }
 
-TEST(RecordOptions, AreTheProgramsDefaultsWhenOnlyAFileIsNamed) {
-  const RecordOptions options = Accepted({"a.gif"});
-  const RecordingOptions defaults;
-  EXPECT_STREQ(options.file, "a.gif");
-  EXPECT_EQ(options.recording.frameDelay, 333);
-  EXPECT_EQ(options.recording.recordingSize, kSize100);
-  EXPECT_EQ(options.recording.interframeTransparency, defaults.interframeTransparency);
-  EXPECT_EQ(options.recording.explorerCompatible, defaults.explorerCompatible);
-  EXPECT_EQ(options.area.width, 0);
-  EXPECT_EQ(options.milliseconds, 0u);
-  EXPECT_EQ(options.ticks, 0u);
-  EXPECT_EQ(options.owner, nullptr);
-  EXPECT_FALSE(options.quiet);
-}
-
 TEST(RecordOptions, TakeValuesBehindABlankOrAnEqualsSign) {
   const RecordOptions options = Accepted(
       {"--area=-5,7 640x480", "--delay", "25", "--size=44", "--frames", "3", "--owner=a=b", "--quiet", "--stats", "-"});

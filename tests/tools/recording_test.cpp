@@ -166,13 +166,6 @@ TEST_F(RecordingTest, KeepsTheCompleteFramesWhenTheDisplayIsLost) {
   EXPECT_EQ(Passed(), 300u);
 }
 
-TEST_F(RecordingTest, KeepsNothingWhenTheDisplayIsLostAtTheFirstFrame) {
-  TheMemoryDisplay().lost = true;
-  EXPECT_EQ(RunRecording(recording), RecordingEnd::kScreenLost);
-  EXPECT_EQ(recording.frames, 0u);
-  EXPECT_EQ(recorder.stream->streamSize, 0u);
-}
-
 TEST_F(RecordingTest, EndsWhenTheScreenGetsAnotherDepth) {
   MemoryAt(250, [] { MemoryDisplaySetMode(32, 24, 8); });
   EXPECT_EQ(RunRecording(recording), RecordingEnd::kScreenChanged);
