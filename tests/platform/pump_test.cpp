@@ -1,0 +1,186 @@
+// The event loop: what a pass does, when timers fire, and how loops nest.
+#include "platform/pump.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "platform/main_window.h"
+#include "platform/platform_init.h"
+#include "platform/ports.h"
+#include "support/window_program.h"
+#include "toolkit/core/timers.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+std::string calls;
+
+void Note(void* what) {
+  calls += static_cast<const char*>(what);
+}
+
+void NotePaint(ChildWindow* window) {
+  calls += window->title;
+}
+
+void NoteKey(ChildWindow*, const KeyEvent& event, int16_t, int16_t) {
+  calls += char(event.character);
+}
+
+char timerA[] = "a", timerB[] = "b";
+
+class PumpTest : public ::testing::Test {
+protected:
+  PumpTest() { calls.clear(); }
+
+  // The time that a pass takes on the display's clock.
+  uint32_t TimeOfPass(bool mayWait) {
+    const uint32_t before = ::GetTickCount();
+    PumpOneEvent(nullptr, mayWait);
+    return ::GetTickCount() - before;
+  }
+
+  WindowProgram program;
+};
+
+TEST_F(PumpTest, AnIdlePassSleepsUntilTheNextTimerButNotFor50Milliseconds) {
+  EXPECT_EQ(TimeOfPass(false), 0u);
+  EXPECT_EQ(TimeOfPass(true), 50u);
+  TimerSchedule(Note, timerA, 70);
+  EXPECT_EQ(TimeOfPass(true), 50u);
+  EXPECT_EQ(TimeOfPass(true), 20u);
+  EXPECT_EQ(calls, ""); // it is due at this tick, and fires beyond it
+  EXPECT_LE(TimeOfPass(true), 1u);
+  EXPECT_EQ(calls, "a");
+}
+
+TEST_F(PumpTest, FiresOneTimerAPass) {
+  TimerSchedule(Note, timerA, 5);
+  TimerSchedule(Note, timerB, 6);
+  TheMemoryDisplay().tick += 100;
+  PumpOneEvent(nullptr, false);
+  EXPECT_EQ(calls, "a");
+  PumpOneEvent(nullptr, false);
+  EXPECT_EQ(calls, "ab");
+}
+
+TEST_F(PumpTest, AStreamOfMessagesLetsATimerInAtThe64th) {
+  PumpOneEvent(nullptr, false);
+  for (int i = 0; i < 100; ++i) MemoryTypeKey('X');
+  TimerSchedule(Note, timerA, 0);
+  ++TheMemoryDisplay().tick;
+  int passes = 0;
+  for (; calls.empty() && passes < 200; ++passes) PumpOneEvent(nullptr, false);
+  EXPECT_EQ(passes, 64);
+}
+
+TEST_F(PumpTest, APassForOneWindowSeesItsMessagesAloneAndNoTimer) {
+  ChildWindow* one = OpenTestWindow(kWindowUnclamped);
+  ChildWindow* two = OpenTestWindow(kWindowUnclamped);
+  PlaceChildWindow(two, 100, 300);
+  Settle();
+  SetChildWindowTitle(one, "1");
+  SetChildWindowTitle(two, "2");
+  SetWindowMethod(one, &WindowMethods::paint, NotePaint);
+  SetWindowMethod(two, &WindowMethods::paint, NotePaint);
+  InvalidateChildWindow(one);
+  InvalidateChildWindow(two);
+  TimerSchedule(Note, timerA, 0);
+  TheMemoryDisplay().tick += 10;
+  for (int i = 0; i < 70; ++i) PumpOneEvent(two, false);
+  EXPECT_EQ(calls, "2");
+  Settle();
+  EXPECT_EQ(calls, "21");
+  PumpOneEvent(nullptr, false);
+  EXPECT_EQ(calls, "21a");
+}
+
+TEST_F(PumpTest, FlushedPaintsLeaveKeysWhereTheyAre) {
+  ChildWindow* window = OpenTestWindow(kWindowUnclamped);
+  SetChildWindowTitle(window, "P");
+  SetWindowMethod(window, &WindowMethods::paint, NotePaint);
+  SetWindowMethod(window, &WindowMethods::keyDown, NoteKey);
+  MemoryTypeKey('K');
+  InvalidateChildWindow(window);
+  FlushPaints();
+  EXPECT_EQ(calls, "P");
+  Settle();
+  EXPECT_EQ(calls, "Pk");
+}
+
+TEST_F(PumpTest, AWindowThatPaintsForEverDoesNotHoldTheFlush) {
+  ChildWindow* window = OpenTestWindow(kWindowUnclamped);
+  SetWindowMethod(window, &WindowMethods::paint, InvalidateChildWindow);
+  InvalidateChildWindow(window);
+  FlushPaints();
+  SetWindowMethod(window, &WindowMethods::paint, NotePaint);
+  FlushPaints();
+  EXPECT_EQ(calls, "Test");
+}
+
+// ---- Loops -------------------------------------------------------------------------------------------------------
+
+void Close(void* window) {
+  calls += "close ";
+  CloseChildWindow(static_cast<ChildWindow*>(window));
+}
+
+void RunNestedLoop(void* window) {
+  TimerSchedule(Close, window, 20);
+  EndEventLoop();
+  calls += "in ";
+  RunModalLoop(static_cast<ChildWindow*>(window), false);
+  calls += "out ";
+}
+
+TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
+  TimerSchedule(RunNestedLoop, OpenTestWindow(kWindowModal), 0);
+  RunEventLoop();
+  EXPECT_EQ(calls, "in close out ");
+  EXPECT_EQ(CurrentPort(), nullptr);
+}
+
+TEST_F(PumpTest, ALostDisplayEndsAllLoops) {
+  ChildWindow* window = OpenTestWindow(kWindowModal);
+  MemoryAt(::GetTickCount() + 100, [] { TheMemoryDisplay().lost = true; });
+  RunModalLoop(window, true);
+  RunEventLoop();
+  EXPECT_TRUE(IsOpenChildWindow(window));
+  TheMemoryDisplay().lost = false;
+}
+
+void CloseAndLookBack(ChildWindow* window, const KeyEvent&, int16_t, int16_t) {
+  CloseChildWindow(window);
+  calls += window->flags & kWindowClosed ? "closed " : "open ";
+  calls += IsOpenChildWindow(window) ? "listed" : "gone";
+}
+
+TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEnds) {
+  ChildWindow* window = OpenTestWindow(kWindowUnclamped);
+  SetWindowMethod(window, &WindowMethods::keyDown, CloseAndLookBack);
+  Type('X');
+  EXPECT_EQ(calls, "closed gone");
+  EXPECT_FALSE(IsOpenChildWindow(window));
+}
+
+TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdown) {
+  const HWND first = TheMainWindow()->window;
+  EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
+  EXPECT_EQ(TheMainWindow()->window, first);
+  OpenTestWindow(kWindowModal);
+  PlatformShutdown();
+  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0u);
+  EXPECT_EQ(TheMainWindow()->window, nullptr);
+  EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
+  EXPECT_NE(MemoryWindowTitled("Framereel"), nullptr);
+}
+
+TEST_F(PumpTest, WithoutADisplayThereIsNoStart) {
+  PlatformShutdown();
+  TheMemoryDisplay().present = false;
+  EXPECT_FALSE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
+}
+
+} // namespace
+} // namespace framereel

@@ -1,0 +1,366 @@
+// Windows: their records, where they stand, and how they follow the desktop.
+#include <gtest/gtest.h>
+#include <string>
+#include <tuple>
+
+#include "platform/child_window.h"
+#include "platform/display_caps.h"
+#include "platform/main_window.h"
+#include "platform/modal.h"
+#include "platform/painting.h"
+#include "platform/pump.h"
+#include "platform/usable_area.h"
+#include "platform/window_classes.h"
+#include "support/window_program.h"
+#include "toolkit/core/notices.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+std::string calls;
+
+void NoteChange(intptr_t code, void*) {
+  calls += std::to_string(code);
+}
+
+void NoteResized(ChildWindow* window) {
+  calls += "resized to " + std::to_string(window->geometry.clientWidth) + " ";
+}
+
+void NoteMoved(ChildWindow* window) {
+  calls += "moved to " + std::to_string(window->geometry.clientLeft) + " ";
+}
+
+// Client place and size.
+using Box = std::tuple<int, int, int, int>;
+
+Box ClientOf(const WindowGeometry& g) {
+  return {g.clientLeft, g.clientTop, g.clientWidth, g.clientHeight};
+}
+
+void ExpectRule(const WindowGeometry& g) {
+  EXPECT_EQ(g.outerLeft, g.clientLeft - g.insetLeft);
+  EXPECT_EQ(g.outerTop, g.clientTop - g.insetTop);
+  EXPECT_EQ(g.outerWidth, g.clientWidth + g.insetLeft + g.insetRight);
+  EXPECT_EQ(g.outerHeight, g.clientHeight + g.insetTop + g.insetBottom);
+}
+
+// What the platform says of the client area, in toolkit coordinates.
+Box PlatformClientOf(HWND window) {
+  const MainWindow* main = TheMainWindow();
+  RECT outer, client;
+  ::GetWindowRect(window, &outer);
+  ::GetClientRect(window, &client);
+  RECT inner = outer;
+  ::SendMessageA(window, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&inner));
+  return {inner.left - main->originX, inner.top - main->originY, client.right, client.bottom};
+}
+
+class WindowTest : public ::testing::Test {
+protected:
+  WindowTest() : program(800, 600) {
+    SetMainClientSize(nullptr, 500, 400);
+    Settle();
+    calls.clear();
+    NotifyAdd(NoteChange, nullptr);
+  }
+  ~WindowTest() override { NotifyRemove(NoteChange, nullptr); }
+
+  MainWindow* main = TheMainWindow();
+  WindowProgram program;
+};
+
+// ---- Geometry ----------------------------------------------------------------------------------------------------
+
+TEST(MainWindowTest, BeginsBeyondTheRightEdgeAsLargeAsTheUsableScreen) {
+  MemoryDisplayReset(800, 600, 24);
+  WindowProgram program(800, 600);
+  const MainWindow* main = TheMainWindow();
+  EXPECT_EQ(main->geometry.outerWidth, 800);
+  EXPECT_EQ(main->geometry.outerHeight, 600);
+  EXPECT_EQ(main->minWidth, 250);
+  EXPECT_EQ(main->screenWidth, 800);
+  EXPECT_EQ(main->usableHeight, 600);
+  ExpectRule(main->geometry);
+}
+
+TEST_F(WindowTest, TheRecordAgreesWithThePlatformInEveryKindOfWindow) {
+  EXPECT_EQ(ClientOf(main->geometry), Box(main->geometry.insetLeft, main->geometry.insetTop, 500, 400));
+  for (const uint32_t flags : {uint32_t{0}, kWindowModal | 0u, kWindowPopup | 0u, kWindowLoosePopup | 0u,
+                               kWindowPalette | kWindowMayClose, kWindowNoMinimise | kWindowFilled}) {
+    ChildWindow* window = OpenTestWindow(flags | kWindowUnclamped);
+    ExpectRule(window->geometry);
+    EXPECT_EQ(ClientOf(window->geometry), Box(100, 100, 200, 100)) << flags;
+    EXPECT_EQ(PlatformClientOf(window->window), Box(100, 100, 200, 100)) << flags;
+    EXPECT_GT(window->geometry.insetTop, 0) << flags;
+    CloseChildWindow(window);
+  }
+}
+
+TEST_F(WindowTest, SizesStayWithinTheLimitsOfTheKind) {
+  const std::pair<uint32_t, int> kinds[] = {{kWindowPalette, 20}, {kWindowPopup, 1}, {kWindowModal, 40}, {0, 40}};
+  for (const auto& [flags, least] : kinds) {
+    ChildWindow* window = OpenTestWindow(flags);
+    SizeChildWindow(window, 0, -5);
+    EXPECT_EQ(window->geometry.clientWidth, least) << flags;
+    EXPECT_EQ(window->geometry.clientHeight, least) << flags;
+    SizeChildWindow(window, 5000, 5000);
+    EXPECT_EQ(window->geometry.clientWidth, 800) << flags;
+    SetMaxChildSize(window, 300, 90);
+    EXPECT_EQ(window->geometry.clientWidth, 300) << flags;
+    EXPECT_EQ(window->geometry.clientHeight, 90) << flags;
+    CloseChildWindow(window);
+  }
+}
+
+TEST_F(WindowTest, AClampedWindowKeepsFivePixelsFromTheEdges) {
+  ChildWindow* window = OpenTestWindow(0);
+  const int left = main->geometry.clientLeft, top = main->geometry.clientTop;
+  PlaceChildWindow(window, -1000, 20000);
+  EXPECT_EQ(ClientOf(window->geometry), Box(left + 5, top + 395, 200, 100));
+  ChildWindow* free = OpenTestWindow(kWindowUnclamped);
+  PlaceChildWindow(free, -1000, 2000);
+  EXPECT_EQ(ClientOf(free->geometry), Box(-1000, 2000, 200, 100));
+}
+
+TEST_F(WindowTest, KeptInsideMeansTheWholeFrame) {
+  ChildWindow* window = OpenTestWindow(kWindowPopup | kWindowUnclamped);
+  const WindowGeometry &g = window->geometry, &frame = main->geometry;
+  KeepChildWindowInside(window, 490, 390);
+  EXPECT_EQ(g.outerLeft + g.outerWidth, frame.clientLeft + frame.clientWidth);
+  EXPECT_EQ(g.outerTop + g.outerHeight, frame.clientTop + frame.clientHeight);
+  KeepChildWindowInside(window, -10, -10);
+  EXPECT_EQ(g.outerLeft, frame.clientLeft);
+  EXPECT_EQ(g.outerTop, frame.clientTop);
+  KeepChildWindowInside(window, 60, 70);
+  EXPECT_EQ(ClientOf(g), Box(60, 70, 200, 100));
+}
+
+TEST_F(WindowTest, CentresOnTheMainWindowOrOnTheScreenWhileThatIsAway) {
+  ChildWindow* window = OpenTestWindow(kWindowModal | kWindowUnclamped);
+  CentreChildWindow(window);
+  const WindowGeometry& g = window->geometry;
+  EXPECT_EQ(g.outerLeft, main->geometry.clientLeft + 250 - g.outerWidth / 2);
+  EXPECT_EQ(g.outerTop, main->geometry.clientTop + 200 - g.outerHeight / 2);
+  MoveMainWindow(nullptr, 1000, 50);
+  CentreChildWindow(window);
+  EXPECT_EQ(g.outerLeft + main->originX, 400 - g.outerWidth / 2);
+  EXPECT_EQ(g.outerTop + main->originY, 300 - g.outerHeight / 2);
+  PlaceChildWindowUpper(window);
+  EXPECT_EQ(g.clientTop + main->originY, (600 - g.outerHeight) / 3);
+}
+
+TEST_F(WindowTest, OnlyTheUsersMovesAreTold) {
+  ChildWindow* window = OpenTestWindow(kWindowModal | kWindowUnclamped);
+  SetWindowMethod(window, &WindowMethods::resized, NoteResized);
+  SetWindowMethod(window, &WindowMethods::moved, NoteMoved);
+  PlaceChildWindow(window, 30, 40);
+  SizeChildWindow(window, 150, 60);
+  EXPECT_EQ(calls, "");
+  const WindowGeometry g = window->geometry;
+  const int left = main->originX + g.outerLeft + 11, top = main->originY + g.outerTop;
+  MemoryMoveWindow(MemoryWindowTitled("Test"), {left, top, left + g.outerWidth + 20, top + g.outerHeight});
+  Settle();
+  EXPECT_EQ(calls, "resized to 170 moved to 41 ");
+}
+
+TEST_F(WindowTest, WindowsOnTheScreenStayThereWhenTheMainWindowMoves) {
+  ChildWindow* dialog = OpenTestWindow(kWindowModal | kWindowUnclamped);
+  ChildWindow* panel = OpenTestWindow(kWindowUnclamped);
+  SetWindowMethod(dialog, &WindowMethods::moved, NoteMoved);
+  const Point before = OnScreen(dialog, 0, 0);
+  MoveMainWindow(nullptr, 150, 90);
+  Settle();
+  EXPECT_EQ(OnScreen(dialog, 0, 0).h, before.h);
+  EXPECT_EQ(OnScreen(dialog, 0, 0).v, before.v);
+  EXPECT_EQ(ClientOf(dialog->geometry), PlatformClientOf(dialog->window));
+  EXPECT_EQ(ClientOf(panel->geometry), Box(100, 100, 200, 100));
+  EXPECT_EQ(calls, "5");
+}
+
+TEST_F(WindowTest, TheMainWindowMovesAndGrowsByItsClientArea) {
+  MoveMainWindow(nullptr, 60, 70);
+  EXPECT_EQ(main->originX, 60 - main->geometry.insetLeft);
+  SetMainClientSize(nullptr, 300, 200);
+  EXPECT_EQ(main->originY, 70 - main->geometry.insetTop);
+  EXPECT_EQ(main->geometry.clientWidth, 300);
+  SetMainMinimumSize(nullptr, 1, 1);
+  SetMainBounds(nullptr, 20, 30, 100, 90);
+  EXPECT_EQ(PlatformClientOf(main->window), ClientOf(main->geometry));
+  EXPECT_EQ(calls, "5151");
+}
+
+TEST_F(WindowTest, AMinimisedMainWindowKeepsItsGeometryAndTakesANewSizeAtRestore) {
+  const WindowGeometry before = main->geometry;
+  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"), true);
+  Settle();
+  EXPECT_TRUE(MainIsIconic(nullptr));
+  EXPECT_FALSE(ActiveGet());
+  EXPECT_EQ(ClientOf(main->geometry), ClientOf(before));
+  SetMainClientSize(nullptr, 310, 290);
+  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"), false);
+  Settle();
+  EXPECT_FALSE(MainIsIconic(nullptr));
+  EXPECT_EQ(ClientOf(main->geometry), Box(before.clientLeft, before.clientTop, 310, 290));
+  EXPECT_EQ(PlatformClientOf(main->window), ClientOf(main->geometry));
+  EXPECT_EQ(calls, "44");
+}
+
+// ---- The desktop changes -----------------------------------------------------------------------------------------
+
+TEST_F(WindowTest, ATaskBarTakesItsEdgeOffTheUsableArea) {
+  struct Case {
+    PixelRect bar;
+    int left, top, width, height;
+  };
+  const Case cases[] = {{{0, 572, 800, 600}, 0, 0, 800, 572},
+                        {{0, 0, 800, 30}, 0, 30, 800, 570},
+                        {{0, 0, 60, 600}, 60, 0, 740, 600},
+                        {{700, 0, 800, 600}, 0, 0, 700, 600},
+                        {{}, 0, 0, 800, 600}};
+  const Box before = ClientOf(main->geometry);
+  for (const Case& c : cases) {
+    MemorySetTaskBar(c.bar);
+    Settle();
+    EXPECT_EQ(Box(main->usableLeft, main->usableTop, main->usableWidth, main->usableHeight),
+              Box(c.left, c.top, c.width, c.height));
+    Rect usable, screen;
+    EXPECT_FALSE(QueryUsableArea(&usable, &screen));
+    EXPECT_EQ(screen.right, 800);
+  }
+  EXPECT_EQ(ClientOf(main->geometry), before);
+}
+
+TEST_F(WindowTest, AMainWindowThatFillsTheUsableAreaGoesOnFillingIt) {
+  const WindowGeometry& g = main->geometry;
+  SetMainBounds(nullptr, g.insetLeft, g.insetTop, int16_t(800 - g.insetLeft - g.insetRight),
+                int16_t(600 - g.insetTop - g.insetBottom));
+  MemorySetTaskBar({0, 560, 800, 600});
+  Settle();
+  EXPECT_EQ(g.outerHeight, 560);
+  EXPECT_EQ(g.outerWidth, 800);
+  MemorySetTaskBar({});
+  Settle();
+  EXPECT_EQ(g.outerHeight, 600);
+}
+
+TEST_F(WindowTest, ANewDepthIsToldOnceAndANewResolutionNot) {
+  calls.clear();
+  MemoryDisplaySetMode(1024, 768, 24);
+  Settle();
+  EXPECT_EQ(calls, "");
+  EXPECT_EQ(main->screenWidth, 1024);
+  EXPECT_EQ(main->usableHeight, 768);
+  MemoryDisplaySetMode(1024, 768, 8);
+  Settle();
+  EXPECT_EQ(calls, "2");
+  EXPECT_EQ(TheDisplayCaps().screenDepth, 8);
+}
+
+// ---- Life --------------------------------------------------------------------------------------------------------
+
+void NoteClose(intptr_t subject, void* window) {
+  calls += ToListValue(window) == subject ? "told " : "wrong ";
+}
+
+TEST_F(WindowTest, AWindowAsksBeforeTheUserClosesItAndClosesOnce) {
+  ChildWindow* window = OpenTestWindow(kWindowMayClose);
+  NotifierAdd(&window->listeners, NoteClose, window);
+  SetWindowMethod(
+      window, &WindowMethods::mayClose, +[](ChildWindow*) { return false; });
+  SetWindowMethod(
+      window, &WindowMethods::close, +[](ChildWindow*) { calls += "close "; });
+  ::SendMessageA(window->window, WM_SYSCOMMAND, SC_CLOSE, 0);
+  EXPECT_EQ(calls, "");
+  SetWindowMethod(
+      window, &WindowMethods::mayClose, +[](ChildWindow*) { return true; });
+  ::SendMessageA(window->window, WM_SYSCOMMAND, SC_CLOSE + 1, 0);
+  EXPECT_EQ(calls, "close told ");
+  ChildWindow* other = OpenTestWindow(0);
+  ::SendMessageA(other->window, WM_SYSCOMMAND, SC_CLOSE, 0);
+  EXPECT_TRUE(IsOpenChildWindow(other));
+  CloseChildWindow(other);
+  CloseChildWindow(other);
+  EXPECT_EQ(NextChildWindow(nullptr), nullptr);
+}
+
+TEST_F(WindowTest, TwoShowsShowOnceAndAHiddenWindowIsNotModal) {
+  ChildWindow* window = OpenChildWindow(nullptr, "Shy", kWindowModal);
+  EXPECT_FALSE(MemoryWindowTitled("Shy"));
+  EXPECT_EQ(GetModalWindow(), nullptr);
+  ShowChildWindow(window);
+  ShowChildWindowFront(window);
+  EXPECT_TRUE(MemoryWindowTitled("Shy"));
+  EXPECT_EQ(window->openCount, 2);
+  EXPECT_EQ(GetModalWindow(), window);
+  SetChildWindowTitle(window, "Bold");
+  EXPECT_TRUE(MemoryWindowTitled("Bold"));
+}
+
+TEST_F(WindowTest, TheNextWindowAloneIsOfTheSelectedClass) {
+  SelectWindowClass(199);
+  SelectWindowClass(201);
+  ChildWindow* cover = OpenTestWindow(kWindowPopup);
+  EXPECT_EQ(MemoryWindowTitled("Test")->role, WindowRole::kCover);
+  CloseChildWindow(cover);
+  OpenTestWindow(kWindowPopup);
+  EXPECT_EQ(MemoryWindowTitled("Test")->role, WindowRole::kPopup);
+}
+
+// ---- Painting ----------------------------------------------------------------------------------------------------
+
+void FillAndNote(ChildWindow* window) {
+  calls += RectNeedsPaint({0, 0, 10, 10}) ? "near " : "";
+  calls += RectNeedsPaint({50, 150, 60, 160}) ? "far " : "";
+  EXPECT_EQ(CurrentPort(), &window->port);
+}
+
+TEST_F(WindowTest, AFilledWindowHasItsBackgroundAndPaintsWhatNeedsIt) {
+  ChildWindow* window = OpenTestWindow(kWindowFilled | kWindowUnclamped);
+  window->background = {0xFFFF, 0, 0};
+  SetWindowMethod(window, &WindowMethods::paint, FillAndNote);
+  InvalidateChildWindow(window);
+  Settle();
+  RunFor(60);
+  const Point corner = OnScreen(window, 0, 0);
+  EXPECT_EQ(MemoryPixel(corner.h, corner.v), MemoryPixelOf(255, 0, 0));
+  EXPECT_EQ(MemoryPixel(corner.h + 199, corner.v + 99), MemoryPixelOf(255, 0, 0));
+  EXPECT_NE(MemoryPixel(corner.h - 1, corner.v), MemoryPixelOf(255, 0, 0));
+  InvalidateChildRect(window, {0, 0, 10, 10});
+  Settle();
+  EXPECT_EQ(calls, "near far near ");
+  EXPECT_FALSE(RectNeedsPaint({0, 0, 10, 10}));
+}
+
+// ---- Native controls ---------------------------------------------------------------------------------------------
+
+TEST(ControlTableTest, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
+  ControlTable table = {};
+  std::vector<bool> taken(0x10000);
+  auto* view = reinterpret_cast<View*>(&table);
+  for (int i = 0; i < 5000; ++i) {
+    const uint16_t id = ControlTableTake(&table, view);
+    ASSERT_FALSE(taken[id]);
+    taken[id] = true;
+    ASSERT_NE(id, kDyingControl);
+  }
+  ControlTableGiveBack(&table, 77);
+  EXPECT_EQ(ControlTableFind(&table, 77), nullptr);
+  ControlTableGiveBack(&table, 77);
+  EXPECT_EQ(ControlTableTake(&table, view), 77);
+  EXPECT_NE(ControlTableTake(&table, view), 77);
+  EXPECT_EQ(ControlTableFind(&table, 78), view);
+  EXPECT_EQ(ControlTableFind(&table, 60000), nullptr);
+  EXPECT_EQ(ControlTableFind(&table, kDyingControl), nullptr);
+  ControlTableFree(&table);
+}
+
+TEST(ControlTableTest, TheFirstNumberIsThree) {
+  ControlTable table = {};
+  EXPECT_EQ(ControlTableTake(&table, reinterpret_cast<View*>(&table)), 3);
+  ControlTableFree(&table);
+}
+
+} // namespace
+} // namespace framereel
