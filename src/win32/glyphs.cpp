@@ -26,10 +26,11 @@ bool LoadLetter(const FontRecord& font, Rendition rendition, uint8_t letter) {
   return true;
 }
 
-void CopyCoverage(const FT_Bitmap& bitmap, Glyph* glyph) {
+// The rows from `skipped` on, as many as the glyph is high.
+void CopyCoverage(const FT_Bitmap& bitmap, int32_t skipped, Glyph* glyph) {
   glyph->coverage.resize(size_t(glyph->width) * size_t(glyph->height));
   for (int32_t y = 0; y < glyph->height; ++y) {
-    const unsigned char* row = bitmap.buffer + std::ptrdiff_t{y} * bitmap.pitch;
+    const unsigned char* row = bitmap.buffer + std::ptrdiff_t{skipped + y} * bitmap.pitch;
     uint8_t* out = glyph->coverage.data() + size_t(y) * size_t(glyph->width);
     if (bitmap.pixel_mode == FT_PIXEL_MODE_GRAY) {
       std::memcpy(out, row, size_t(glyph->width));
@@ -46,10 +47,12 @@ void MakeLetter(const FontRecord& font, Rendition rendition, uint8_t letter, Gly
   const FT_Render_Mode mode = rendition == Rendition::kSmooth ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO;
   if (slot->format != FT_GLYPH_FORMAT_OUTLINE || FT_Render_Glyph(slot, mode) != 0) return;
   glyph->left = slot->bitmap_left;
-  glyph->top = -slot->bitmap_top;
   glyph->width = int32_t(slot->bitmap.width);
-  glyph->height = int32_t(slot->bitmap.rows);
-  CopyCoverage(slot->bitmap, glyph);
+  // At the smallest sizes the hinting may push a stray row out of the cell, which is cut.
+  const int32_t top = -slot->bitmap_top, bottom = top + int32_t(slot->bitmap.rows);
+  glyph->top = std::max(top, -font.ascent);
+  glyph->height = std::max(0, std::min(bottom, font.descent) - glyph->top);
+  CopyCoverage(slot->bitmap, glyph->top - top, glyph);
 }
 
 // An empty frame that stands on the baseline, for when there is no font.

@@ -25,8 +25,8 @@ int BoxOf(const pixman_region32_t* area, RECT* box) {
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
   auto* region = new (std::nothrow) Win32Region{{GdiKind::kRegion, false, 0}, {}};
   if (!region) return nullptr;
-  const auto [x, endX] = std::minmax(left, right);
-  const auto [y, endY] = std::minmax(top, bottom);
+  const auto [x, endX] = std::minmax({left, right});
+  const auto [y, endY] = std::minmax({top, bottom});
   pixman_region32_init_rect(&region->area, x, y, uint32_t(endX) - uint32_t(x), uint32_t(endY) - uint32_t(y));
   return region;
 }

@@ -30,8 +30,8 @@ void AddRun(Rects* rects, bool upright, int32_t from, int32_t to, int32_t across
   }
 }
 
-// The pixels from a on, without b: at each step along the longer axis the nearest on the other, and half way
-// the further one.
+// The pixels from a on, without b: at each step along the longer axis the nearest on the other, and half way the
+// further one.
 void AddLine(Rects* rects, POINT a, POINT b) {
   const int64_t dx = b.x - a.x, dy = b.y - a.y;
   const bool upright = std::abs(dy) > std::abs(dx);
@@ -43,11 +43,14 @@ void AddLine(Rects* rects, POINT a, POINT b) {
     const int64_t twice = 2 * step * std::abs(rise) + steps;
     return start + int32_t(twice / (2 * steps)) * (rise < 0 ? -1 : 1);
   };
-  int64_t runFrom = 0;
-  for (int64_t step = 1; step <= steps; ++step) {
-    if (step < steps && acrossAt(step) == acrossAt(runFrom)) continue;
-    AddRun(rects, upright, along + int32_t(runFrom) * direction, along + int32_t(step) * direction, acrossAt(runFrom));
-    runFrom = step;
+  int64_t from = 0;
+  int32_t across = start;
+  for (int64_t step = rise ? 1 : steps; step <= steps && steps > 0; ++step) {
+    const int32_t next = step < steps ? acrossAt(step) : across;
+    if (step < steps && next == across) continue;
+    AddRun(rects, upright, along + int32_t(from) * direction, along + int32_t(step) * direction, across);
+    from = step;
+    across = next;
   }
 }
 
@@ -156,8 +159,8 @@ int FillRect(HDC context, const RECT* rect, HBRUSH brush) {
 
 BOOL Rectangle(HDC context, int left, int top, int right, int bottom) {
   if (!context) return FALSE;
-  const auto [x, endX] = std::minmax(Clamped(left), Clamped(right));
-  const auto [y, endY] = std::minmax(Clamped(top), Clamped(bottom));
+  const auto [x, endX] = std::minmax({Clamped(left), Clamped(right)});
+  const auto [y, endY] = std::minmax({Clamped(top), Clamped(bottom)});
   const PixelRect whole = {x, y, endX, endY};
   if (IsEmpty(whole)) return TRUE;
   const PixelRect inside = {x + 1, y + 1, endX - 1, endY - 1};

@@ -76,6 +76,14 @@ TEST(DrawIcon, GivesFullColoursForFullAlphaAndNeverPassesFull) {
   EXPECT_EQ(PictureOf(canvas.context).pixels, (std::vector<uint32_t>{0xABCDEF, 0xFFFFFF, 0xFFFFFF}));
 }
 
+TEST(DrawIcon, DrawsOnTheScreenToo) {
+  MemoryDisplayReset(3, 2, 24);
+  ScreenCanvas screen;
+  SetPointer(1, 1, {0xFF123456});
+  ASSERT_TRUE(::DrawIcon(screen.context, 1, 1, ::GetCursor()));
+  EXPECT_EQ(TheMemoryDisplay().screen, (std::vector<uint32_t>{0, 0, 0, 0, 0x123456, 0}));
+}
+
 TEST(Pointer, TellsItsHotSpotAndPlaceAndThatItHasNoPicture) {
   MemoryDisplayReset(4, 4, 24);
   EXPECT_EQ(::GetCursor(), nullptr);
@@ -92,8 +100,6 @@ TEST(Pointer, TellsItsHotSpotAndPlaceAndThatItHasNoPicture) {
   ASSERT_TRUE(::GetCursorPos(&place));
   EXPECT_EQ(place.x, -3);
   EXPECT_EQ(place.y, 700);
-  ScreenCanvas screen;
-  EXPECT_FALSE(::DrawIcon(screen.context, 0, 0, ::GetCursor())); // it draws into bitmaps only
   TheMemoryDisplay().lost = true;
   EXPECT_EQ(::GetCursor(), nullptr);
   EXPECT_FALSE(::GetCursorPos(&place));
