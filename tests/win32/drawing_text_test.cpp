@@ -102,7 +102,7 @@ TEST(Text, StaysWithinTheCellThatItMeasuresInEveryLetterSizeAndStyle) {
           ASSERT_FALSE(IsEmpty(ink)) << letter << " at " << height;
           ASSERT_GE(ink.top, 40 - metrics.tmAscent) << letter << " at " << height;
           ASSERT_LE(ink.bottom, 40 + metrics.tmDescent) << letter << " at " << height;
-          const int slack = 2 + (italic ? height / 4 : 0);
+          const int slack = italic ? 3 + height / 4 : 2;
           ASSERT_GE(ink.left, 40 - slack) << letter << " at " << height;
           ASSERT_LE(ink.right, 40 + WidthOf(sheet.context, text) + slack) << letter << " at " << height;
         }
