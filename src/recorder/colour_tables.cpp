@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/ports.h"
+#include "recorder/reduce.h"
 #include "toolkit/core/memory.h"
 
 namespace framereel {
@@ -94,7 +95,7 @@ int ReadScreenPalette(RecorderState& recorder, uint8_t table[kColourTableBytes])
 }
 
 int BuildColourTable(RecorderState& recorder, uint8_t table[kColourTableBytes]) {
-  if (recorder.options->recordingSize == kSize100) return ReadScreenPalette(recorder, table);
+  if (!IsReduced(recorder.options->recordingSize)) return ReadScreenPalette(recorder, table);
   AnimationColours& colours = recorder.colours;
   if (!colours.screenPalette) {
     colours.screenPalette = static_cast<uint8_t*>(MemAlloc(kColourTableBytes));
@@ -112,7 +113,7 @@ void ChooseSpecialIndices(RecorderState& recorder) {
   colours.captureTransparent = format.captureTransparent;
   colours.outputTransparent = format.captureTransparent;
   colours.blackIndex = format.blackIsDarkest ? colours.darkestEntry : 0;
-  if (recorder.options->recordingSize != kSize100) {
+  if (IsReduced(recorder.options->recordingSize)) {
     colours.outputTransparent = kCubeTransparent;
     colours.blackIndex = 0;
   }

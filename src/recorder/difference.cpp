@@ -9,6 +9,7 @@
 #include "recorder/full_frame.h"
 #include "recorder/grab.h"
 #include "recorder/index_rows.h"
+#include "recorder/reduce.h"
 #include "recorder/work_rows.h"
 
 namespace framereel {
@@ -114,7 +115,7 @@ bool FindFreeIndex(RecorderState& recorder) {
   const bool* free = std::find(used, used + 256, false);
   if (free == used + 256) return false;
   recorder.colours.captureTransparent = uint8_t(free - used);
-  if (recorder.options->recordingSize == kSize100) {
+  if (!IsReduced(recorder.options->recordingSize)) {
     recorder.colours.outputTransparent = recorder.colours.captureTransparent;
   }
   return true;

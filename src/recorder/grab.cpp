@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "platform/display_caps.h"
 #include "recorder/overlays.h"
+#include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {
@@ -57,6 +59,8 @@ void PrepareGrabBuffers(RecorderState& recorder) {
   grab.grabRowBytes = grab.buffer->rowSize * kind->rowUnit;
   grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * static_cast<int64_t>(grab.grabRowBytes);
   grab.offscreen = NewOffscreen(width, recorder.frameHeight, true);
+  // No bitmap on a display that stands means that memory has ended; without one all frames would be black.
+  if (!grab.offscreen && !ScreenIsLost()) FatalExit();
 }
 
 void GrabScreen(RecorderState& recorder) {

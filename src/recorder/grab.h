@@ -12,7 +12,7 @@
 namespace framereel {
 
 // Makes the Offscreen and the buffer for frameWidth x frameHeight in screenFormat, releasing those of an earlier
-// animation.
+// animation. When memory ends for either, the program ends in FatalExit.
 void PrepareGrabBuffers(RecorderState& recorder);
 void FreeGrabBuffers(RecorderState& recorder);
 

@@ -21,6 +21,9 @@ inline constexpr RecordingScale kRecordingScales[] = {{25, 1, 2}, {44, 2, 3}, {1
 inline constexpr const RecordingScale& ScaleOf(uint16_t recordingSize) {
   return kRecordingScales[recordingSize < kSize100 ? recordingSize : kSize100];
 }
+inline constexpr bool IsReduced(uint16_t recordingSize) {
+  return recordingSize < kSize100;
+}
 
 // Shrinks the dirty rectangle, widened to whole blocks, and turns it into output coordinates: frameLeft and frameTop
 // plus the place in the reduced image. Transparent pixels of a block take part with their colour from previousFrame,

@@ -257,7 +257,7 @@ void ExpectPictures(const GifPicture& gif, const Take& take) {
 class AnimationFuzz : public testing::TestWithParam<int32_t> {};
 
 TEST_P(AnimationFuzz, EqualsThePlainRulesFrameByFrameAndAsAFile) {
-  for (uint32_t seed = 0; seed < 10 * 3; ++seed) {
+  for (uint32_t seed = 0; seed < 3 * 30; ++seed) {
     const Scenario scenario = {GetParam(), uint16_t(seed % 3), seed};
     SCOPED_TRACE(testing::Message() << "size " << scenario.recordingSize << ", seed " << seed);
     Take take;

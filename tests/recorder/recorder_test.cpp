@@ -192,12 +192,28 @@ TEST(ChangedRectangle, IsTheSmallestOneInWholeBlocks) {
   }
 }
 
+TEST(RecordingSize, PastTheTableCountsAsFull) {
+  for (const int32_t depth : {8, 24}) {
+    std::vector<uint8_t> files[2];
+    for (const uint16_t size : {kSize100, uint16_t{65535}}) {
+      const Desktop desktop(40, 30, depth);
+      Recording recording(kArea, Plainly(size));
+      recording.Capture();
+      MemoryFill({5, 5, 9, 9}, 77); // on 256 colours it takes another transparent index
+      recording.Capture();
+      files[size != kSize100] = recording.Saved();
+    }
+    EXPECT_EQ(files[1], files[0]) << depth;
+  }
+}
+
 TEST(Grab, FindsEveryPixelOfTwoBitRowsFromAnyColumn) {
   for (int16_t left = 0; left < 8; ++left) {
     const Desktop desktop(40, 30, 2);
     for (int32_t x = 0; x < 40; ++x) MemoryFill({x, 0, x + 1, 30}, uint32_t(x * x + x / 4) & 3);
     Recording recording({3, left, 5, int16_t(left + 9)}, Plainly());
     recording.Capture();
+    EXPECT_EQ(recording.recorder.grab.lead, left % 4);
     const GifFrame frame = Read(recording).frames.at(0);
     for (int32_t i = 0; i < 18; ++i) EXPECT_EQ(frame.indices.at(size_t(i)), MemoryPixel(left + i % 9, 3)) << left;
   }
@@ -227,8 +243,8 @@ TEST(Grab, TakesFramesAsWideAndAsHighAsTheFieldsHold) {
 TEST(TransparentIndex, IsGivenUpOrMovedOn256Colours) {
   const Desktop desktop(40, 30, 8);
   Recording recording(kArea, Plainly());
-  MemoryPixel(3, 2) = 77;
-  recording.Capture(); // it shows the index: no transparency
+  MemoryPixel(20, 13) = 77;
+  recording.Capture(); // its last pixel has the index: no transparency
   MemoryPixel(4, 2) = 9;
   recording.Capture(); // 77 stays as it is: no collision
   MemoryPixel(5, 2) = 77;
@@ -366,6 +382,18 @@ TEST(MemoryDeathTest, EndsInTheHookAtWhicheverAllocationOfTheFirstFrameItEnds) {
     }
     EXPECT_GT(allocations, 8); // tables, buffers, frames, the comment
   }
+}
+
+TEST(MemoryDeathTest, EndsInTheHookWhenTheDisplayHasNoSurfaceForTheArea) {
+  const Desktop desktop(40, 30, 24);
+  Recording recording(kArea, Plainly());
+  TheMemoryDisplay().outOfSurfaces = true;
+  ASSERT_EXIT(
+      {
+        SetMemFailureHook(CaptureOnceMore, &recording);
+        RecorderCaptureFrame(recording.recorder, false);
+      },
+      testing::ExitedWithCode(kHookToldOnce), "");
 }
 
 } // namespace

@@ -28,6 +28,7 @@ struct MemoryDisplay {
   std::vector<PaletteColour> palette; // 2^depth entries at palette depths
   bool present;                       // false: there is no display to open
   bool lost;                          // true: the connection has broken
+  bool outOfSurfaces;                 // true: there is no memory for another surface
   bool hasPointer;                    // false: the pointer has no picture
   int32_t pointerX, pointerY;         // its hot spot
   int32_t pointerWidth, pointerHeight, hotX, hotY;

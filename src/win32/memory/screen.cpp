@@ -74,7 +74,7 @@ void DisplayPalette(PaletteColour* colours) {
 bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
   const PixelLayout layout = TheMemoryDisplay().layout;
   const int64_t stride = (static_cast<int64_t>(width) * layout.bytesPerPixel + 3) & ~int64_t{3};
-  if (stride > INT32_MAX) return false;
+  if (stride > INT32_MAX || TheMemoryDisplay().outOfSurfaces) return false;
   auto* pixels = static_cast<uint8_t*>(::malloc(size_t(stride) * size_t(height)));
   if (!pixels) return false;
   *out = {layout, width, height, int32_t(stride), pixels, nullptr};
