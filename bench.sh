@@ -1,8 +1,15 @@
 #!/usr/bin/env bash
-# Builds the benchmarks and prints their table. Arguments go to them: ./bench.sh --benchmark_filter=Lzw
+# Builds the benchmarks and prints their tables: the stages of a frame, an unchanged frame beside a bare read of the
+# screen, the compressor beside others, and a live recording. Arguments go to the compressor's benchmark.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+build=$here/build/release
 
 "$here/packaging/install-dependencies.sh" build test bench
-"$here/packaging/build.sh" release framereel_bench
-exec "$here/build/release/bench/framereel_bench" "$@"
+"$here/packaging/build.sh" release engine_bench scene_player lzw_bench framereel-record
+
+"$here/tests/with_xvfb.sh" 1920x1080x24 "$build/bench/engine_bench"
+echo
+"$build/bench/lzw_bench" "$@"
+echo
+"$here/bench/live.sh" "$build"
