@@ -11,6 +11,9 @@
 namespace framereel {
 namespace {
 
+// Below this size, in pixels an em, the hints in the files of even good fonts throw points far out of some letters.
+constexpr FT_UShort kOwnHintsFrom = 8;
+
 // Whole pixels that hold so many 64ths.
 int32_t PixelsUp(FT_Pos v) {
   return int32_t((v + 63) >> 6);
@@ -19,7 +22,8 @@ int32_t PixelsUp(FT_Pos v) {
 // The letter's outline in the face's slot, hinted for the rendition. False when the file has none to give.
 bool LoadLetter(const FontRecord& font, Rendition rendition, uint8_t letter) {
   const FT_UInt index = FT_Get_Char_Index(font.face, letter);
-  const FT_Int32 hinting = rendition == Rendition::kSmooth ? FT_LOAD_TARGET_LIGHT : FT_LOAD_TARGET_MONO;
+  FT_Int32 hinting = rendition == Rendition::kSmooth ? FT_LOAD_TARGET_LIGHT : FT_LOAD_TARGET_MONO;
+  if (font.face->size->metrics.y_ppem < kOwnHintsFrom) hinting |= FT_LOAD_FORCE_AUTOHINT;
   if (FT_Load_Glyph(font.face, index, hinting | FT_LOAD_NO_BITMAP) != 0) return false;
   if (font.embolden) FT_GlyphSlot_Embolden(font.face->glyph);
   if (font.slant) FT_GlyphSlot_Oblique(font.face->glyph);
