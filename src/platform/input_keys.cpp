@@ -183,7 +183,9 @@ void Beep() {
 int TranslateKey(WPARAM virtualKey, LPARAM lParam, KeyEvent events[2]) {
   WORD shifted = 0, plain = 0;
   const int n = CharactersOf(virtualKey, lParam, false, &shifted);
-  CharactersOf(virtualKey, lParam, true, &plain);
+  const int plainCount = CharactersOf(virtualKey, lParam, true, &plain);
+  // Asked again, the platform may have done with the accent: it is its own, and the letter the second event's.
+  if (n == 2 && plainCount == 1) plain = WORD(uint8_t(shifted) | plain << 8);
   const uint16_t modifiers = ModifierState();
   int count = 1;
   events[0] = {0, 0, modifiers};
