@@ -17,7 +17,7 @@ namespace framereel {
 
 namespace {
 
-constexpr size_t kReserveSize = 2 * kStreamChunkSize; // a save may need a chunk for the trailer
+constexpr size_t kReserveSize = size_t{2} * kStreamChunkSize; // a save may need a chunk for the trailer
 
 const char* UserName() {
   const passwd* user = ::getpwuid(::getuid());
