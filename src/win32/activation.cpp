@@ -96,7 +96,6 @@ void KeyboardCame(HWND topLevel) {
   WindowSystem& system = TheWindows();
   if (!system.hasKeyboard) {
     system.hasKeyboard = true;
-    SyncKeys();
     SendToTopLevels(WM_ACTIVATEAPP, TRUE, 0);
   }
   if (!IsLive(topLevel)) return;
@@ -119,7 +118,6 @@ void KeyboardWent() {
 
 void SettleKeyboard() {
   WindowSystem& system = TheWindows();
-  if (system.askedFor == system.keyboardAt) system.askedFor = nullptr;
   // Between two windows of ours the display takes it from the one before it gives it to the other.
   if (system.askedFor && DisplayTick() - system.askedAt < kAnswerMs) return;
   system.askedFor = nullptr;

@@ -15,7 +15,9 @@ ShownSurface* ShownOf(const DisplayWindow* display) {
 void OnActive(const DisplayEvent& event) {
   WindowSystem& system = TheWindows();
   if (event.flag) {
+    if (!system.keyboardAt) SyncKeys();
     system.keyboardAt = event.window;
+    if (system.askedFor == event.window) system.askedFor = nullptr;
   } else if (system.keyboardAt == event.window) {
     system.keyboardAt = nullptr;
   }

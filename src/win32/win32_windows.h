@@ -6,16 +6,17 @@
 //
 // What calls send, in order, each at once inside the call (a send runs the window procedure before it returns):
 //
-//   CreateWindowExA   WM_GETMINMAXINFO (only windows with a caption), WM_NCCREATE, WM_NCCALCSIZE, WM_CREATE; with
-//                     WS_VISIBLE then what showing sends
-//   moving, sizing    MoveWindow, SetWindowPos, ShowWindow, SetWindowPlacement, the user's dragging: WM_GETMINMAXINFO
-//                     (on a new size, only windows with a caption), WM_NCCALCSIZE (on a new size), then
-//                     WM_WINDOWPOSCHANGED, whose default sends WM_MOVE and WM_SIZE for what changed
-//   showing           WM_SHOWWINDOW, then as moving; a top-level window that is shown active then activates
-//   minimising        WM_NCCALCSIZE, WM_WINDOWPOSCHANGED, after the state has changed; the same on the way back
+//   CreateWindowExA   WM_GETMINMAXINFO (only without WS_POPUP and WS_CHILD), WM_NCCREATE, WM_NCCALCSIZE, WM_CREATE;
+//                     with WS_VISIBLE then what showing sends
+//   moving, sizing    MoveWindow, SetWindowPos, SetWindowPlacement, the user's dragging: WM_GETMINMAXINFO (on a new
+//                     size, as above), WM_NCCALCSIZE (on a new size), then WM_WINDOWPOSCHANGED, whose default sends
+//                     WM_MOVE and WM_SIZE for what changed. Nothing is sent when nothing changes.
+//   showing, hiding   WM_SHOWWINDOW, WM_WINDOWPOSCHANGED; a top-level window that is shown active then activates
+//   stacking          WM_WINDOWPOSCHANGED, when the order changes
+//   minimising        once the state has changed: WM_NCCALCSIZE, WM_WINDOWPOSCHANGED; the same on the way back
 //   activating        to the window before: WM_NCACTIVATE 0, WM_ACTIVATE 0; when the program gains the keyboard:
-//                     WM_ACTIVATEAPP 1 to all top-level windows and their children; to the window: WM_NCACTIVATE 1,
-//                     WM_ACTIVATE 1 (2 by a click), whose default sets the focus
+//                     WM_ACTIVATEAPP 1 to all top-level windows; to the window: WM_NCACTIVATE 1, WM_ACTIVATE 1 (2 by
+//                     a click), whose default sets the focus
 //   the focus         WM_KILLFOCUS to the window before, WM_SETFOCUS
 //   losing            to another program: WM_NCACTIVATE 0, WM_ACTIVATE 0, WM_ACTIVATEAPP 0 to all, WM_KILLFOCUS
 //   EnableWindow      WM_ENABLE, when it changes
@@ -25,9 +26,10 @@
 // A message that has no place in a table above means nothing to this program and is not sent.
 //
 // The queue holds posted messages and input in their order. Paints come last, one window at a time, only while an
-// update region is left; WM_QUIT comes behind everything else. Mouse moves that nobody has taken yet are one message.
+// update region is left; WM_QUIT comes just before them. Mouse moves that nobody has taken yet are one message.
 // What the desktop does (another place, another keyboard owner, minimised, another resolution) takes effect and is
-// sent when messages are next asked for.
+// sent when messages are next asked for. While another program has the keyboard, activating only asks the desktop for
+// it: what activating sends is sent once it has come.
 //
 // Whoever draws in a window sees it on the screen when messages are next asked for, and before Sleep.
 #pragma once
