@@ -61,15 +61,15 @@ TEST(ScreenColours, AreThoseThatTheDisplayHas) {
     SCOPED_TRACE(depth);
     const Desktop desktop(40, 30, depth);
     const std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
-    const PixelSpec spec = ScreenPixelSpec();
-    ASSERT_EQ(spec.colours.count, 1U << depth);
-    for (uint32_t i = 0; i < spec.colours.count; ++i) {
-      const Colour& colour = spec.colours.colours[i];
+    const PixelSpec pixels = ScreenPixelSpec();
+    ASSERT_EQ(pixels.colours.count, 1U << depth);
+    for (uint32_t i = 0; i < pixels.colours.count; ++i) {
+      const Colour& colour = pixels.colours.colours[i];
       EXPECT_EQ(colour.red, palette[i].red * 257) << i;
       EXPECT_EQ(colour.green, palette[i].green * 257) << i;
       EXPECT_EQ(colour.blue, palette[i].blue * 257) << i;
     }
-    MemFree(spec.colours.colours);
+    MemFree(pixels.colours.colours);
   }
 }
 
