@@ -5,6 +5,7 @@
 #include "win32/drawing_target.h"
 #include "win32/paint.h"
 #include "win32/pixels.h"
+#include "win32/present.h"
 
 namespace framereel {
 namespace {
@@ -50,6 +51,7 @@ bool TakeSource(const Win32DeviceContext& context, const PixelRect& rect, bool a
   const PixelRect where = Moved(rect, context.originX, context.originY);
   const int32_t width = where.right - where.left, height = where.bottom - where.top;
   if (context.screen) {
+    PresentWindows();
     if (!DisplayNewSurface(width, height, &source->surface)) return false;
     source->ofDisplay = true;
     if (DisplayReadScreen(where, source->surface, 0, 0)) return true;
@@ -175,6 +177,7 @@ void CopyToTarget(DrawingTarget* target, const Copy& copy) {
 }
 
 bool ReadScreenTo(DrawingTarget* target, const PixelRect& to, const PixelRect& from) {
+  PresentWindows();
   const int32_t dx = from.left - to.left - target->originX, dy = from.top - to.top - target->originY;
   int count = 0;
   const pixman_box32_t* boxes = pixman_region32_rectangles(&target->where, &count);

@@ -3,11 +3,15 @@
 
 #include <algorithm>
 
+#include "win32/present.h"
+
 namespace framereel {
 namespace {
 
 // Makes it a copy of the screen around `where`, which turns to the copy's coordinates.
 bool CopyFromScreen(DrawingTarget* target, TargetPixels pixels) {
+  // What our windows show by now is part of what is drawn on.
+  PresentWindows();
   const PixelRect around = RectOf(*pixman_region32_extents(&target->where));
   if (!DisplayNewSurface(around.right - around.left, around.bottom - around.top, &target->surface)) return false;
   if (pixels == TargetPixels::kKept && !DisplayReadScreen(around, target->surface, 0, 0)) {

@@ -5,6 +5,7 @@
 
 #include "win32/drawing_target.h"
 #include "win32/pixels.h"
+#include "win32/present.h"
 
 namespace framereel {
 namespace {
@@ -75,6 +76,7 @@ bool OnlyInverts(const Win32DeviceContext& context, const Paint& paint, uint8_t 
 }
 
 void InvertScreen(const Win32DeviceContext& context, const PixelRect& rect, const uint8_t pattern[8]) {
+  PresentWindows();
   pixman_region32_t region;
   DrawableRegion(context, rect, &region);
   int count = 0;

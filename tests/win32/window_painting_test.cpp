@@ -260,6 +260,31 @@ TEST(WindowPresenting, BringsOnlyWhatWasDrawn) {
   for (int i = 0; i < 40; ++i) EXPECT_EQ(At(main, 5 * i + 1, i + 1), kGreen);
 }
 
+TEST(WindowPresenting, ComesBeforeTheScreenItselfIsReadOrDrawnOn) {
+  WindowScene scene;
+  HWND main = ShowFrame("main", {50, 50, 256, 275});
+  HDC screen = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  const POINT point = OnScreen(main, 0, 0);
+  FillWindow(main, {0, 0, 10, 10}, kRed);
+  EXPECT_EQ(::GetPixel(screen, point.x, point.y), kRed);
+  FillWindow(main, {0, 0, 10, 10}, kGreen);
+  ::SetROP2(screen, R2_NOTXORPEN);
+  ::SelectObject(screen, ::GetStockObject(BLACK_BRUSH));
+  ::Rectangle(screen, point.x, point.y, point.x + 5, point.y + 5);
+  ::Sleep(0);
+  EXPECT_EQ(ColourAt(point.x, point.y), RGB(255, 0, 255)); // the present did not come after it
+  FillWindow(main, {0, 0, 10, 10}, kBlue);
+  HDC memory = ::CreateCompatibleDC(screen);
+  HBITMAP bitmap = ::CreateCompatibleBitmap(screen, 2, 2);
+  HGDIOBJ before = ::SelectObject(memory, bitmap);
+  ::BitBlt(memory, 0, 0, 2, 2, screen, point.x, point.y, SRCCOPY);
+  EXPECT_EQ(::GetPixel(memory, 1, 1), kBlue);
+  ::SelectObject(memory, before);
+  ::DeleteObject(bitmap);
+  ::DeleteDC(memory);
+  ::DeleteDC(screen);
+}
+
 TEST(WindowPresenting, DoesNotWaitForEverWhileMessagesKeepComing) {
   WindowScene scene;
   HWND main = ShowFrame("main", {50, 50, 256, 275});
