@@ -13,14 +13,14 @@ constexpr uint32_t kNapMs = 10; // between looks at the queue while nothing happ
 // Waits for the next input. False when the mouse is no longer ours to follow: its button has gone up without word of
 // it, the display took it away, or the window has gone.
 bool Follow(HWND window, bool whileDown, DisplayEvent* event) {
-  while (IsLive(window) && !DisplayIsLost()) {
-    if (NextInput(event)) return event->kind != Kind::kCaptureLost;
-    const bool isDown = !whileDown || DisplayKeyIsDown(VK_LBUTTON);
-    // The release may have arrived while we asked.
-    if (!isDown) return NextInput(event) && event->kind != Kind::kCaptureLost;
-    DisplaySleep(kNapMs);
+  bool isDown = true;
+  // Once more after it has been seen up: the release may have arrived while we asked.
+  while (!NextInput(event)) {
+    if (!isDown || !IsLive(window) || DisplayIsLost()) return false;
+    isDown = !whileDown || DisplayKeyIsDown(VK_LBUTTON);
+    if (isDown) DisplaySleep(kNapMs);
   }
-  return false;
+  return event->kind != Kind::kCaptureLost && IsLive(window);
 }
 
 void ShowPressed(HWND window, int box) {
@@ -28,7 +28,7 @@ void ShowPressed(HWND window, int box) {
   if (system.pressedBox == box) return;
   system.pressedWindow = box == HTNOWHERE ? nullptr : window;
   system.pressedBox = box;
-  InvalidateFrame(window);
+  if (IsLive(window)) InvalidateFrame(window);
 }
 
 void Grab(HWND window) {
@@ -42,7 +42,7 @@ bool HoldBox(HWND window, int box) {
   bool inside = true, released = false;
   DisplayEvent event;
   while (!released && Follow(window, true, &event)) {
-    if (!IsLive(window) || (event.kind == Kind::kKeyDown && event.key == VK_ESCAPE)) break;
+    if (event.kind == Kind::kKeyDown && event.key == VK_ESCAPE) break;
     const bool mouse = event.kind == Kind::kMouseMove || event.kind == Kind::kMouseUp;
     if (!mouse) continue;
     inside = Holds(FramePart(*window, box), event.x, event.y);
@@ -50,9 +50,8 @@ bool HoldBox(HWND window, int box) {
     ShowPressed(window, inside ? box : HTNOWHERE);
   }
   DisplayCapturePointer(nullptr);
-  if (!IsLive(window)) return false;
   ShowPressed(window, HTNOWHERE);
-  return inside && released;
+  return inside && released && IsLive(window);
 }
 
 void MoveTo(HWND window, int32_t left, int32_t top) {

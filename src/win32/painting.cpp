@@ -92,14 +92,15 @@ void InvalidateAll() {
 
 WindowContext* BeginContext(HWND window, bool ofFrame) {
   const bool own = !ofFrame && window->windowClass->style & CS_OWNDC;
-  WindowContext* held = own ? FindContext(window, true) : nullptr;
-  if (!held) held = FindContext(nullptr, false);
+  // A window's own context is in use all the time, and so up to date.
+  if (WindowContext* kept = own ? FindContext(window, true) : nullptr) return kept;
+  WindowContext* held = FindContext(nullptr, false);
   if (!held) held = NewWindowContext();
   if (!held) return nullptr;
   held->window = window;
   held->own = own;
   held->ofFrame = ofFrame;
-  if (!held->painting) Refresh(held);
+  Refresh(held);
   return held;
 }
 

@@ -145,7 +145,11 @@ BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove)
 
 BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
   if (!message) return FALSE;
-  while (!Next({window, first, last}, true, message)) DisplaySleep(kNapMs);
+  while (!Next({window, first, last}, true, message)) {
+    // Nothing will come any more.
+    if (DisplayIsLost()) ::PostQuitMessage(1);
+    DisplaySleep(kNapMs);
+  }
   return message->message != WM_QUIT;
 }
 

@@ -268,7 +268,7 @@ int GetWindowTextA(HWND window, char* buffer, int bufferSize);
 inline constexpr UINT SWP_NOSIZE = 1;
 inline constexpr UINT SWP_NOMOVE = 2;
 inline constexpr UINT SWP_NOZORDER = 4;
-inline constexpr UINT SWP_NOREDRAW = 8; // the caller sees to the painting
+inline constexpr UINT SWP_NOREDRAW = 8; // no change here: what is uncovered is painted all the same
 inline constexpr UINT SWP_NOACTIVATE = 16;
 inline const HWND HWND_TOP = nullptr;
 inline const HWND HWND_BOTTOM = reinterpret_cast<HWND>(intptr_t{1});
