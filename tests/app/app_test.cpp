@@ -30,16 +30,25 @@ protected:
   ~AppTest() override { ForgetAllWindows(); }
 };
 
-TEST_F(AppTest, SlidesInFromTheRightToItsCorner) {
+// The last tick at which the script does something; then the user closes the program.
+void CloseAt(uint32_t tick) {
+  MemoryAt(tick, [] { MemoryAskToClose(Frame()); });
+}
+
+TEST_F(AppTest, SlidesInFromTheRightToItsCornerAndLeavesNothingBehind) {
   std::vector<int32_t> way;
   PixelRect rest = {};
+  uint32_t corner = 0, inside = 0;
   for (uint32_t tick = 0; tick < 3000; tick += 10) {
     MemoryAt(tick, [&] { way.push_back(Frame()->place.left); });
   }
   MemoryAt(4000, [&] {
     rest = Frame()->place;
-    MemoryAskToClose(Frame());
+    corner = MemoryPixel(rest.left + 20, rest.top + 60);
+    inside = ::GetSysColor(COLOR_MENU);
+    EXPECT_FALSE(SlideFrameIsRunning());
   });
+  CloseAt(4100);
   EXPECT_EQ(RunProgram(), 0);
   ASSERT_FALSE(way.empty());
   EXPECT_GE(way.front(), 640 - 6);
@@ -48,9 +57,66 @@ TEST_F(AppTest, SlidesInFromTheRightToItsCorner) {
     EXPECT_GE(way[i], way[i - 1] - 6);
   }
   EXPECT_EQ(rest.top, 5);
-  EXPECT_LT(rest.right, 640);
-  EXPECT_GT(rest.right, 640 - 20);
+  EXPECT_GE(rest.right, 640 - 10);
+  EXPECT_LE(rest.right, 640);
+  EXPECT_EQ(corner, MemoryPixelOf(GetRValue(inside), GetGValue(inside), GetBValue(inside)));
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0u);
+}
+
+TEST_F(AppTest, RestsBelowATaskBarThatStandsAtTheTop) {
+  MemorySetTaskBar({0, 0, 640, 28});
+  MemoryAt(4000, [] { EXPECT_EQ(Frame()->place.top, 28 + 5); });
+  CloseAt(4100);
+  EXPECT_EQ(RunProgram(), 0);
+}
+
+TEST_F(AppTest, SlidesOnAfterItHasBeenMinimised) {
+  int32_t stopped = 0;
+  MemoryAt(500, [] { MemoryMinimiseWindow(Frame(), true); });
+  MemoryAt(600, [&] { stopped = Frame()->place.left; });
+  MemoryAt(2000, [&] {
+    EXPECT_EQ(Frame()->place.left, stopped);
+    MemoryMinimiseWindow(Frame(), false);
+  });
+  MemoryAt(5000, [] { EXPECT_LE(Frame()->place.right, 640); });
+  CloseAt(5100);
+  EXPECT_EQ(RunProgram(), 0);
+}
+
+TEST_F(AppTest, ThePanelFillsTheFrameAndNoKeyClosesIt) {
+  MemoryAt(4000, [] {
+    MemoryGiveKeyboard(Frame());
+    const WindowGeometry &panel = PanelWindow()->geometry, &frame = TheMainWindow()->geometry;
+    EXPECT_EQ(panel.clientLeft, frame.clientLeft);
+    EXPECT_EQ(panel.clientTop, frame.clientTop);
+    EXPECT_EQ(panel.clientWidth, frame.clientWidth);
+    EXPECT_EQ(panel.clientHeight, frame.clientHeight);
+    MemoryPressKey(VK_CONTROL);
+    MemoryTypeKey(VK_F4);
+    MemoryReleaseKey(VK_CONTROL);
+  });
+  MemoryAt(4500, [] { EXPECT_TRUE(IsOpenChildWindow(PanelWindow())); });
+  CloseAt(4600);
+  EXPECT_EQ(RunProgram(), 0);
+}
+
+TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {
+  for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
+    MemoryDisplayReset(640, 480, depth);
+    MemoryAt(1500, [=] { MemoryDisplaySetMode(800, 600, depth == 8 ? 24 : 8); });
+    MemoryAt(4000, [] { EXPECT_EQ(TheMainWindow()->screenWidth, 800); });
+    CloseAt(4100);
+    EXPECT_EQ(RunProgram(), 0) << depth;
+    ForgetAllWindows();
+  }
+}
+
+TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLost) {
+  TheMemoryDisplay().present = false;
+  EXPECT_EQ(RunProgram(), 1);
+  TheMemoryDisplay().present = true;
+  MemoryAt(700, [] { TheMemoryDisplay().lost = true; });
+  EXPECT_EQ(RunProgram(), 1);
 }
 
 } // namespace
