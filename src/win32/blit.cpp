@@ -165,26 +165,21 @@ void CopyToTarget(DrawingTarget* target, const Copy& copy) {
   const PixelRect& r = copy.rect;
   const bool sameSize = r.right - r.left == copy.source.surface.width && r.bottom - r.top == copy.source.surface.height;
   const bool plain = copy.operation == SRCCOPY && sameSize && copy.translation.kind == Translation::kSame;
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(&target->where, &count);
-  for (int i = 0; i < count; ++i) {
+  target->where.ForEach([&](const PixelRect& box) {
     if (plain) {
-      CopyRows(target->surface, RectOf(boxes[i]), copy);
+      CopyRows(target->surface, box, copy);
     } else {
-      CombinePixels(*target, RectOf(boxes[i]), copy);
+      CombinePixels(*target, box, copy);
     }
-  }
+  });
 }
 
 bool ReadScreenTo(DrawingTarget* target, const PixelRect& to, const PixelRect& from) {
   PresentWindows();
   const int32_t dx = from.left - to.left - target->originX, dy = from.top - to.top - target->originY;
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(&target->where, &count);
   bool done = true;
-  for (int i = 0; i < count; ++i) {
-    done &= DisplayReadScreen(Moved(RectOf(boxes[i]), dx, dy), target->surface, boxes[i].x1, boxes[i].y1);
-  }
+  target->where.ForEach(
+      [&](const PixelRect& box) { done &= DisplayReadScreen(Moved(box, dx, dy), target->surface, box.left, box.top); });
   return CloseTarget(target) && done;
 }
 
@@ -193,14 +188,7 @@ bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, 
   const bool replaces = operation == SRCCOPY || operation == 0 || operation == kPatternOrSource;
   const bool sameSize = toRect.right - toRect.left == fromRect.right - fromRect.left &&
                         toRect.bottom - toRect.top == fromRect.bottom - fromRect.top;
-  const bool wanted = [&] {
-    pixman_region32_t region;
-    DrawableRegion(*to, toRect, &region);
-    const bool some = pixman_region32_not_empty(&region);
-    pixman_region32_fini(&region);
-    return some;
-  }();
-  if (!wanted) return true;
+  if (DrawableRegion(*to, toRect).IsEmpty()) return true;
   DrawingTarget target;
   if (from->screen && !to->screen && sameSize && operation == SRCCOPY && SamePixels(*to, *from)) {
     if (!OpenTarget(to, toRect, TargetPixels::kReplaced, &target)) return false;
@@ -250,10 +238,7 @@ BOOL StretchBlt(HDC to, int x, int y, int width, int height, HDC from, int fromX
 
 COLORREF GetPixel(HDC context, int x, int y) {
   if (!context) return CLR_INVALID;
-  pixman_region32_t region;
-  DrawableRegion(*context, {x, y, x + 1, y + 1}, &region);
-  const bool drawable = pixman_region32_not_empty(&region);
-  pixman_region32_fini(&region);
+  const bool drawable = !DrawableRegion(*context, {x, y, x + 1, y + 1}).IsEmpty();
   Source source;
   if (!drawable || !TakeSource(*context, {x, y, x + 1, y + 1}, false, &source)) return CLR_INVALID;
   const ColourMap map = MapOf(source.surface.layout, HasScreenColours(*context));

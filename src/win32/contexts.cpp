@@ -47,8 +47,6 @@ HDC NewContext() {
   HFONT font = SystemFont();
   auto* context = font ? new (std::nothrow) Win32DeviceContext{} : nullptr;
   if (!context) return nullptr;
-  pixman_region32_init(&context->visible);
-  pixman_region32_init(&context->clip);
   Hold(&context->pen, static_cast<HPEN>(::GetStockObject(BLACK_PEN)));
   Hold(&context->brush, WhiteBrush());
   Hold(&context->font, font);
@@ -67,8 +65,6 @@ void FreeContext(HDC context) {
   --context->pen->object.contexts;
   --context->brush->object.contexts;
   --context->font->object.contexts;
-  pixman_region32_fini(&context->visible);
-  pixman_region32_fini(&context->clip);
   delete context;
 }
 

@@ -12,7 +12,7 @@ struct DrawingTarget {
   HDC context;
   Surface surface;
   int32_t originX, originY; // where the context's 0, 0 lies on the surface
-  pixman_region32_t where;  // may be drawn on, in the surface's coordinates; not empty, within the surface
+  Region where;             // may be drawn on, in the surface's coordinates; not empty, within the surface
   bool copied;              // of the screen
 };
 
@@ -20,17 +20,13 @@ struct DrawingTarget {
 enum class TargetPixels : uint8_t { kKept, kReplaced };
 
 // What can be drawn on of the rectangle: within the target, its visible part and the clip. `rect` is in the context's
-// coordinates, the answer in the target's; the caller ends it with pixman_region32_fini.
-void DrawableRegion(const Win32DeviceContext& context, const PixelRect& rect, pixman_region32_t* region);
+// coordinates, the answer in the target's.
+Region DrawableRegion(const Win32DeviceContext& context, const PixelRect& rect);
 
 // False, and nothing to close, when nothing of the rectangle can be drawn on, or memory has ended.
 bool OpenTarget(HDC context, const PixelRect& rect, TargetPixels pixels, DrawingTarget* target);
 // Lets the pixels take effect. False when the display refused them.
 bool CloseTarget(DrawingTarget* target);
-
-inline PixelRect RectOf(const pixman_box32_t& box) {
-  return {box.x1, box.y1, box.x2, box.y2};
-}
 
 inline PixelRect Moved(const PixelRect& r, int32_t dx, int32_t dy) {
   return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};

@@ -6,9 +6,8 @@
 // pointer. pixels.h has the arithmetic on single pixels and rows.
 #pragma once
 
-#include <pixman.h>
-
 #include "win32/display.h"
+#include "win32/region.h"
 #include "win32/win32.h"
 
 namespace framereel {
@@ -51,7 +50,7 @@ struct Win32Font {
 
 struct Win32Region {
   Win32GdiObject object;
-  pixman_region32_t area;
+  framereel::Region area;
 };
 
 struct Win32DeviceContext {
@@ -63,7 +62,7 @@ struct Win32DeviceContext {
   Win32Window* window;               // whose context it is; null on the screen's own and in memory
   int32_t originX, originY;          // where the context's 0, 0 lies on the target
   bool bounded;                      // drawing stays within `visible`; else the whole target is free
-  pixman_region32_t visible;         // in the target's coordinates
+  framereel::Region visible;         // in the target's coordinates
   framereel::PixelRect* damage;      // grows by what is drawn, in the target's coordinates; null: nobody asks
 
   // The state.
@@ -74,7 +73,7 @@ struct Win32DeviceContext {
   int rop, characterExtra;
   UINT textAlign;
   bool clipped;
-  pixman_region32_t clip; // in the context's coordinates
+  framereel::Region clip; // in the context's coordinates
 };
 
 namespace framereel {

@@ -87,12 +87,9 @@ BOOL DeleteObject(HGDIOBJ object) {
   case GdiKind::kFont:
     FreeFont(static_cast<HFONT>(object));
     return TRUE;
-  case GdiKind::kRegion: {
-    auto* region = static_cast<HRGN>(object);
-    pixman_region32_fini(&region->area);
-    delete region;
+  case GdiKind::kRegion:
+    delete static_cast<HRGN>(object);
     return TRUE;
-  }
   }
   return FALSE;
 }

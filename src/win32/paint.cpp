@@ -43,10 +43,7 @@ template <typename Pixel> void PaintBox(const DrawingTarget& target, const Pixel
 }
 
 void PaintTarget(const DrawingTarget& target, const Paint& paint) {
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(const_cast<pixman_region32_t*>(&target.where), &count);
-  for (int i = 0; i < count; ++i) {
-    const PixelRect box = RectOf(boxes[i]);
+  target.where.ForEach([&](const PixelRect& box) {
     if (target.surface.layout.bytesPerPixel == 1) {
       PaintBox<uint8_t>(target, box, paint);
     } else if (target.surface.layout.bytesPerPixel == 2) {
@@ -54,7 +51,7 @@ void PaintTarget(const DrawingTarget& target, const Paint& paint) {
     } else {
       PaintBox<uint32_t>(target, box, paint);
     }
-  }
+  });
 }
 
 // Whether each pixel is either left or inverted; `pattern`, in the target's coordinates, then has a 1 for the inverted.
@@ -77,12 +74,7 @@ bool OnlyInverts(const Win32DeviceContext& context, const Paint& paint, uint8_t 
 
 void InvertScreen(const Win32DeviceContext& context, const PixelRect& rect, const uint8_t pattern[8]) {
   PresentWindows();
-  pixman_region32_t region;
-  DrawableRegion(context, rect, &region);
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(&region, &count);
-  for (int i = 0; i < count; ++i) DisplayInvertScreen(RectOf(boxes[i]), pattern);
-  pixman_region32_fini(&region);
+  DrawableRegion(context, rect).ForEach([pattern](const PixelRect& box) { DisplayInvertScreen(box, pattern); });
 }
 
 } // namespace

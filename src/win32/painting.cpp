@@ -39,7 +39,7 @@ void Refresh(WindowContext* held) {
   context->originX = area.left - left;
   context->originY = area.top - top;
   context->bounded = true;
-  pixman_region32_copy(&context->visible, visible.Area());
+  context->visible = visible;
 }
 
 void GatherFrom(WindowContext* held) {
@@ -238,7 +238,7 @@ BOOL UpdateWindow(HWND window) {
 
 int GetUpdateRgn(HWND window, HRGN region, BOOL) {
   if (!IsLive(window) || !region) return 0;
-  pixman_region32_copy(&region->area, window->update.Area());
+  region->area = window->update;
   RECT box;
   return ::GetRgnBox(region, &box);
 }

@@ -60,10 +60,8 @@ BOOL DrawIcon(HDC context, int x, int y, HICON icon) {
   DrawingTarget target;
   if (!OpenTarget(context, {x, y, x + picture.width, y + picture.height}, TargetPixels::kKept, &target)) return TRUE;
   const ColourMap map = MapOf(target.surface.layout, HasScreenColours(*context));
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(&target.where, &count);
-  for (int i = 0; i < count; ++i) {
-    BlendPicture(picture, x + target.originX, y + target.originY, target.surface, RectOf(boxes[i]), map);
-  }
+  target.where.ForEach([&](const PixelRect& box) {
+    BlendPicture(picture, x + target.originX, y + target.originY, target.surface, box, map);
+  });
   return CloseTarget(&target);
 }

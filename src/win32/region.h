@@ -27,7 +27,13 @@ public:
     const pixman_box32_t& box = *pixman_region32_extents(&area_);
     return {box.x1, box.y1, box.x2, box.y2};
   }
+  int32_t Rectangles() const { return pixman_region32_n_rects(&area_); }
   bool Contains(int32_t x, int32_t y) const { return pixman_region32_contains_point(&area_, x, y, nullptr); }
+
+  bool Touches(const PixelRect& r) const {
+    const pixman_box32_t box = {r.left, r.top, r.right, r.bottom};
+    return !framereel::IsEmpty(r) && pixman_region32_contains_rectangle(&area_, &box) != PIXMAN_REGION_OUT;
+  }
 
   void Clear() { pixman_region32_clear(&area_); }
   void Offset(int32_t dx, int32_t dy) { pixman_region32_translate(&area_, dx, dy); }
@@ -53,11 +59,9 @@ public:
     }
   }
 
-  const pixman_region32_t* Area() const { return &area_; }
-
 private:
-  static unsigned WidthOf(const PixelRect& r) { return unsigned(r.right - r.left); }
-  static unsigned HeightOf(const PixelRect& r) { return unsigned(r.bottom - r.top); }
+  static unsigned WidthOf(const PixelRect& r) { return unsigned(r.right) - unsigned(r.left); }
+  static unsigned HeightOf(const PixelRect& r) { return unsigned(r.bottom) - unsigned(r.top); }
 
   pixman_region32_t area_;
 };

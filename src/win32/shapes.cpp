@@ -86,24 +86,13 @@ Rects InsideOf(const std::vector<POINT>& points, const PixelRect& bounds) {
   return rects;
 }
 
-void InitRegion(pixman_region32_t* region, const Rects& rects) {
-  std::vector<pixman_box32_t> boxes;
-  for (const PixelRect& r : rects) boxes.push_back({r.left, r.top, r.right, r.bottom});
-  pixman_region32_init_rects(region, boxes.data(), int(boxes.size()));
-}
-
-// `from` without the pixels of `taken`, so that nothing is drawn twice where a mode would undo it.
+// `from` without the pixels of `taken`, and each once, so that nothing is drawn twice where a mode would undo it.
 Rects Without(const Rects& from, const Rects& taken) {
-  pixman_region32_t all, less;
-  InitRegion(&all, from);
-  InitRegion(&less, taken);
-  pixman_region32_subtract(&all, &all, &less);
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(&all, &count);
+  Region left;
+  for (const PixelRect& r : from) left.Add(r);
+  for (const PixelRect& r : taken) left.Subtract(r);
   Rects rects;
-  for (int i = 0; i < count; ++i) rects.push_back(RectOf(boxes[i]));
-  pixman_region32_fini(&less);
-  pixman_region32_fini(&all);
+  left.ForEach([&rects](const PixelRect& r) { rects.push_back(r); });
   return rects;
 }
 

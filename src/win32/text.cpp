@@ -75,11 +75,9 @@ void DrawInk(DrawingTarget* target, int32_t x, int32_t baseline, const char* tex
   const ColourMap map = MapOf(target->surface.layout, HasScreenColours(*context));
   const COLORREF colour = context->textColour;
   const uint32_t ink = PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
-  int count = 0;
-  const pixman_box32_t* boxes = pixman_region32_rectangles(&target->where, &count);
   WalkText(context, x + target->originX, text, length, [&](const Glyph& glyph, int32_t penX) {
     const PixelRect place = PlaceOf(glyph, penX, baseline + target->originY);
-    for (int i = 0; i < count; ++i) DrawLetter(target->surface, RectOf(boxes[i]), glyph, place, ink);
+    target->where.ForEach([&](const PixelRect& box) { DrawLetter(target->surface, box, glyph, place, ink); });
   });
 }
 

@@ -6,10 +6,10 @@
 namespace framereel {
 namespace {
 
-struct Region {
+struct OwnedRegion {
   HRGN handle;
-  Region(int left, int top, int right, int bottom) : handle(::CreateRectRgn(left, top, right, bottom)) {}
-  ~Region() { EXPECT_TRUE(::DeleteObject(handle)); }
+  OwnedRegion(int left, int top, int right, int bottom) : handle(::CreateRectRgn(left, top, right, bottom)) {}
+  ~OwnedRegion() { EXPECT_TRUE(::DeleteObject(handle)); }
 };
 
 void FillAll(HDC context, COLORREF colour) {
@@ -20,7 +20,7 @@ void FillAll(HDC context, COLORREF colour) {
 }
 
 TEST(Regions, AreBoxedIntersectedAndAskedForARectangle) {
-  Region a(8, 9, 2, 1), b(5, 5, 20, 20), none(4, 4, 4, 9);
+  OwnedRegion a(8, 9, 2, 1), b(5, 5, 20, 20), none(4, 4, 4, 9);
   RECT box;
   EXPECT_EQ(::GetRgnBox(a.handle, &box), SIMPLEREGION);
   EXPECT_TRUE(box.left == 2 && box.top == 1 && box.right == 8 && box.bottom == 9);
@@ -44,7 +44,7 @@ TEST(Clip, IsACopyThatHoldsAllDrawingAndIsGivenBack) {
     for (const HDC context : {screen.context, bitmap.context}) {
       FillAll(context, RGB(0, 0, 0));
       {
-        Region clip(2, 3, 7, 100);
+        OwnedRegion clip(2, 3, 7, 100);
         EXPECT_EQ(::SelectClipRgn(context, clip.handle), SIMPLEREGION);
       }
       FillAll(context, RGB(255, 255, 255));
@@ -57,7 +57,7 @@ TEST(Clip, IsACopyThatHoldsAllDrawingAndIsGivenBack) {
       RECT box;
       EXPECT_EQ(::GetClipBox(context, &box), SIMPLEREGION);
       EXPECT_TRUE(box.left == 2 && box.top == 3 && box.right == 7 && box.bottom == 8);
-      Region saved(0, 0, 1, 1);
+      OwnedRegion saved(0, 0, 1, 1);
       EXPECT_EQ(::GetClipRgn(context, saved.handle), 1);
       ::GetRgnBox(saved.handle, &box);
       EXPECT_EQ(box.bottom, 100);
@@ -74,7 +74,7 @@ TEST(Clip, HoldsCopiesStretchesAndLetters) {
   ScreenCanvas screen;
   BitmapCanvas free(screen.context, 40, 30), clipped(screen.context, 40, 30), source(screen.context, 40, 30);
   Scribble(source.context, random);
-  Region clip(5, 6, 29, 17);
+  OwnedRegion clip(5, 6, 29, 17);
   const std::function<void(HDC)> drawings[] = {
       [&](HDC context) { ::BitBlt(context, 2, 2, 30, 20, source.context, 1, 3, SRCPAINT); },
       [&](HDC context) { ::BitBlt(context, 4, 3, 20, 14, context, 0, 0, SRCCOPY); }, // over itself
@@ -111,8 +111,8 @@ struct WindowPart {
     context->originY = 3;
     context->damage = &damage;
     context->bounded = true;
-    pixman_region32_union_rect(&context->visible, &context->visible, 4, 3, 5, 6);
-    pixman_region32_union_rect(&context->visible, &context->visible, 12, 3, 6, 9);
+    context->visible.Add({4, 3, 9, 9});
+    context->visible.Add({12, 3, 18, 12});
   }
   ~WindowPart() {
     FreePlainSurface(&surface);
