@@ -11,6 +11,7 @@
 #include "support/window_program.h"
 #include "toolkit/core/notices.h"
 #include "win32/memory/memory_display.h"
+#include "win32/window.h"
 
 namespace framereel {
 namespace {
@@ -42,7 +43,7 @@ protected:
     return window;
   }
 
-  bool MainIsEnabled() { return ::IsWindowEnabled(TheMainWindow()->window); }
+  bool MainIsEnabled() { return IsEnabled(TheMainWindow()->window); }
 
   WindowProgram program;
 };
@@ -54,19 +55,19 @@ TEST_F(ModalTest, ModalWindowsGiveTheStateBackOneByOne) {
   ChildWindow* one = OpenTestWindow(kWindowModal);
   EXPECT_FALSE(MainIsEnabled());
   EXPECT_TRUE(ModalIsBlocking());
-  EXPECT_EQ(::GetFocus(), one->window);
+  EXPECT_EQ(TheWindows().focus, one->window);
   ChildWindow* two = OpenTestWindow(kWindowModal);
   EXPECT_EQ(GetModalWindow(), two);
-  EXPECT_FALSE(::IsWindowEnabled(one->window));
+  EXPECT_FALSE(IsEnabled(one->window));
   CloseChildWindow(two);
   EXPECT_EQ(GetModalWindow(), one);
-  EXPECT_TRUE(::IsWindowEnabled(one->window));
+  EXPECT_TRUE(IsEnabled(one->window));
   EXPECT_FALSE(MainIsEnabled());
   CloseChildWindow(one);
   Settle();
   EXPECT_EQ(GetModalWindow(), nullptr);
   EXPECT_TRUE(MainIsEnabled());
-  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  EXPECT_EQ(TheWindows().focus, TheMainWindow()->window);
   EXPECT_EQ(calls, "block free ");
 }
 
@@ -76,7 +77,7 @@ TEST_F(ModalTest, AWindowThatClosesBeneathTheModalOneLeavesNoGap) {
   ChildWindow* three = OpenTestWindow(kWindowModal);
   CloseChildWindow(two);
   EXPECT_EQ(GetModalWindow(), three);
-  EXPECT_FALSE(::IsWindowEnabled(one->window));
+  EXPECT_FALSE(IsEnabled(one->window));
   CloseChildWindow(three);
   EXPECT_EQ(GetModalWindow(), one);
   CloseChildWindow(one);

@@ -3,12 +3,15 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 
 #include "platform/main_window.h"
 #include "platform/platform_init.h"
 #include "platform/ports.h"
+#include "support/allocations.h"
 #include "support/window_program.h"
 #include "toolkit/core/timers.h"
+#include "win32/heap_faults.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -117,6 +120,25 @@ TEST_F(PumpTest, AWindowThatPaintsForEverDoesNotHoldTheFlush) {
   SetWindowMethod(window, &WindowMethods::paint, NotePaint);
   FlushPaints();
   EXPECT_EQ(calls, "Test");
+}
+
+// Idles with a heap that gives nothing, and leaves with 3 if nothing was asked of any.
+[[noreturn]] void IdleWithoutMemory() {
+  const size_t before = NewCalls();
+  FailAllocationsAfter(0); // whoever asks MemAlloc now ends the process with 0
+  RunFor(5000);
+  ::_exit(NewCalls() == before ? 3 : 4);
+}
+
+TEST_F(PumpTest, AnIdlePassAllocatesNothingAndShowsNothing) {
+  TimerSchedule(Note, timerA, 10000);
+  RunFor(500);
+  EXPECT_EXIT(IdleWithoutMemory(), ::testing::ExitedWithCode(3), "");
+  const uint32_t presents = TheMemoryDisplay().desktop.presents;
+  RunFor(5000);
+  EXPECT_EQ(TheMemoryDisplay().desktop.presents, presents);
+  RunFor(6000);
+  EXPECT_EQ(calls, "a");
 }
 
 // ---- Loops -------------------------------------------------------------------------------------------------------

@@ -14,6 +14,7 @@
 #include "support/window_program.h"
 #include "toolkit/core/notices.h"
 #include "win32/memory/memory_display.h"
+#include "win32/window.h"
 
 namespace framereel {
 namespace {
@@ -49,12 +50,8 @@ void ExpectRule(const WindowGeometry& g) {
 // What the platform says of the client area, in toolkit coordinates.
 Box PlatformClientOf(HWND window) {
   const MainWindow* main = TheMainWindow();
-  RECT outer, client;
-  ::GetWindowRect(window, &outer);
-  ::GetClientRect(window, &client);
-  RECT inner = outer;
-  ::SendMessageA(window, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&inner));
-  return {inner.left - main->originX, inner.top - main->originY, client.right, client.bottom};
+  const PixelRect client = ClientOnScreen(*window);
+  return {client.left - main->originX, client.top - main->originY, WidthOf(client), HeightOf(client)};
 }
 
 class WindowTest : public ::testing::Test {

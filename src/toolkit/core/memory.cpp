@@ -23,10 +23,22 @@ struct Exhaustion {
 struct TemporaryBlocks {
   List* list; // blocks and marks, in the order in which they were made
   uint32_t openScopes;
+  uint32_t marks; // of the outer scopes; one that holds no block yet needs none, so that it costs nothing
 };
 
 Exhaustion exhaustion;
 TemporaryBlocks temporary;
+
+// Frees the blocks behind the last mark, and takes that away.
+void FreeInnermost() {
+  --temporary.marks;
+  while (temporary.list->last) {
+    ListLast(temporary.list);
+    ListValue value = ListRemove(temporary.list);
+    if (value == kScopeMark) return;
+    MemFree(FromListValue<void>(value));
+  }
+}
 
 // What can be given back to the heap before the program gives up: nothing in this build is kept that could be.
 void PurgeMemory() {}
@@ -83,25 +95,21 @@ void* TempAlloc(size_t bytes) {
 
 void* TempAdopt(void* block) {
   assert(temporary.list && "ToolkitInit comes first");
-  if (block) ListAppend(temporary.list, ToListValue(block));
+  if (!block) return nullptr;
+  for (; temporary.marks < temporary.openScopes; ++temporary.marks) ListAppend(temporary.list, kScopeMark);
+  ListAppend(temporary.list, ToListValue(block));
   return block;
 }
 
 void TempScopeBegin() {
   assert(temporary.list && "ToolkitInit comes first");
-  ListAppend(temporary.list, kScopeMark);
   ++temporary.openScopes;
 }
 
 void TempScopeEnd() {
   if (temporary.openScopes == 0) return;
+  if (temporary.marks == temporary.openScopes) FreeInnermost();
   --temporary.openScopes;
-  while (temporary.list->last) {
-    ListLast(temporary.list);
-    ListValue value = ListRemove(temporary.list);
-    if (value == kScopeMark) return;
-    MemFree(FromListValue<void>(value));
-  }
 }
 
 } // namespace framereel
