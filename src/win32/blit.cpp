@@ -4,7 +4,6 @@
 
 #include "win32/drawing_target.h"
 #include "win32/paint.h"
-#include "win32/pixels.h"
 #include "win32/present.h"
 
 namespace framereel {
@@ -91,10 +90,6 @@ struct Translation {
   uint32_t zero, one; // for kBitsToColours the target's pixels; for kColoursToBits `one` is the source's background
   ColourMap to, from; // for kNearest
 };
-
-uint32_t PixelOf(const ColourMap& map, COLORREF colour) {
-  return PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
-}
 
 Translation TranslationOf(const Win32DeviceContext& to, const Win32DeviceContext& from) {
   if (SamePixels(to, from)) return {Translation::kSame, 0, 0, {}, {}};

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "win32/gdi.h"
+#include "win32/pixels.h"
 
 namespace framereel {
 
@@ -27,6 +28,10 @@ Region DrawableRegion(const Win32DeviceContext& context, const PixelRect& rect);
 bool OpenTarget(HDC context, const PixelRect& rect, TargetPixels pixels, DrawingTarget* target);
 // Lets the pixels take effect. False when the display refused them.
 bool CloseTarget(DrawingTarget* target);
+
+inline uint32_t PixelOf(const ColourMap& map, COLORREF colour) {
+  return PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
+}
 
 inline PixelRect Moved(const PixelRect& r, int32_t dx, int32_t dy) {
   return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};

@@ -1,7 +1,6 @@
 // The mouse pointer's picture and place, and drawing it.
 #include "win32/cursor.h"
 #include "win32/drawing_target.h"
-#include "win32/pixels.h"
 
 namespace framereel {
 namespace {

@@ -4,7 +4,6 @@
 
 #include "win32/drawing_target.h"
 #include "win32/fonts.h"
-#include "win32/pixels.h"
 
 namespace framereel {
 namespace {
@@ -73,8 +72,7 @@ PixelRect InkOf(HDC context, int32_t x, int32_t baseline, const char* text, int 
 void DrawInk(DrawingTarget* target, int32_t x, int32_t baseline, const char* text, int length) {
   HDC context = target->context;
   const ColourMap map = MapOf(target->surface.layout, HasScreenColours(*context));
-  const COLORREF colour = context->textColour;
-  const uint32_t ink = PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
+  const uint32_t ink = PixelOf(map, context->textColour);
   WalkText(context, x + target->originX, text, length, [&](const Glyph& glyph, int32_t penX) {
     const PixelRect place = PlaceOf(glyph, penX, baseline + target->originY);
     target->where.ForEach([&](const PixelRect& box) { DrawLetter(target->surface, box, glyph, place, ink); });
