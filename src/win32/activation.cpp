@@ -23,6 +23,14 @@ void SendFocus(HWND before, HWND after) {
   }
 }
 
+void MoveFocus(HWND window) {
+  WindowSystem& system = TheWindows();
+  const HWND before = system.focus;
+  if (before == window) return;
+  system.focus = window;
+  SendFocus(before, window);
+}
+
 void Deactivate(HWND window) {
   if (IsLive(window)) Send(window, WM_NCACTIVATE, FALSE, 0);
   if (IsLive(window)) Send(window, WM_ACTIVATE, 0, 0);
@@ -80,14 +88,6 @@ void ActivateNextOf(HWND topLevel) {
   system.active = nullptr;
   Deactivate(topLevel);
   MoveFocus(nullptr);
-}
-
-void MoveFocus(HWND window) {
-  WindowSystem& system = TheWindows();
-  const HWND before = system.focus;
-  if (before == window) return;
-  system.focus = window;
-  SendFocus(before, window);
 }
 
 namespace {
@@ -148,10 +148,6 @@ BOOL EnableWindow(HWND window, BOOL enable) {
   if (!enable) ReleaseFrom(window);
   Send(window, WM_ENABLE, enable != FALSE, 0);
   return before;
-}
-
-BOOL IsWindowEnabled(HWND window) {
-  return IsLive(window) && !Has(*window, WS_DISABLED);
 }
 
 HWND SetFocus(HWND window) {

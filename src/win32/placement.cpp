@@ -6,7 +6,12 @@
 namespace framereel {
 namespace {
 
+constexpr UINT kPosNothing = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
 constexpr int32_t kIconWidth = 160; // of a minimised child: its caption
+
+bool SameSize(const PixelRect& a, const PixelRect& b) {
+  return WidthOf(a) == WidthOf(b) && HeightOf(a) == HeightOf(b);
+}
 
 PixelRect NotNegative(const PixelRect& r) {
   return {r.left, r.top, std::max(r.right, r.left), std::max(r.bottom, r.top)};
@@ -77,6 +82,12 @@ PixelRect ClientAt(HWND window, const PixelRect& place) {
   return window->minimised ? PixelRect{place.left, place.top, place.left, place.top} : client;
 }
 
+void SendPosChanged(HWND window, UINT flags) {
+  const PixelRect& place = window->place;
+  WINDOWPOS pos = {window, HWND_TOP, place.left, place.top, WidthOf(place), HeightOf(place), flags};
+  Send(window, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
+}
+
 // Puts the window there, with its state of minimised or not as it is now, and tells it. `anew`: the client area is to
 // be worked out even if the size stays.
 void Apply(HWND window, const PixelRect& place, bool anew, bool byDesktop) {
@@ -107,10 +118,28 @@ PixelRect IconPlace(const Win32Window& child) {
   return {0, bottom - height, kIconWidth, bottom};
 }
 
+void SyncOnScreen(HWND window);
+
 void SyncOwned(HWND owner) {
   for (HWND window : TheWindows().topLevels) {
     if (window->owner == owner) SyncOnScreen(window);
   }
+}
+
+// Shows or hides a top-level window on the display as its state and its owners say, and the windows that it owns.
+void SyncOnScreen(HWND window) {
+  if (!window->top) return;
+  bool wanted = Has(*window, WS_VISIBLE);
+  for (HWND owner = window->owner; owner; owner = owner->owner) {
+    wanted = wanted && Has(*owner, WS_VISIBLE) && !owner->minimised;
+  }
+  ShownSurface& shown = window->top->shown;
+  if (shown.onScreen != wanted) {
+    shown.onScreen = wanted;
+    DisplayShowWindow(shown.display, wanted);
+    if (wanted) NoteDamage(&shown, BoundsOf(shown.surface));
+  }
+  SyncOwned(window);
 }
 
 // What moving it in the order of its siblings uncovers.
@@ -164,12 +193,6 @@ PixelRect LimitedPlace(HWND window, const PixelRect& place) {
           place.top + std::max(low.y, std::min(high.y, HeightOf(place)))};
 }
 
-void SendPosChanged(HWND window, UINT flags) {
-  const PixelRect& place = window->place;
-  WINDOWPOS pos = {window, HWND_TOP, place.left, place.top, WidthOf(place), HeightOf(place), flags};
-  Send(window, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&pos));
-}
-
 void Place(HWND window, const PixelRect& asked, bool byDesktop) {
   PixelRect place = NotNegative(asked);
   if (!byDesktop && !SameSize(place, window->place)) place = LimitedPlace(window, place);
@@ -179,21 +202,6 @@ void Place(HWND window, const PixelRect& asked, bool byDesktop) {
   } else if (!Same(place, window->place)) {
     Apply(window, place, false, byDesktop);
   }
-}
-
-void SyncOnScreen(HWND window) {
-  if (!window->top) return;
-  bool wanted = Has(*window, WS_VISIBLE);
-  for (HWND owner = window->owner; owner; owner = owner->owner) {
-    wanted = wanted && Has(*owner, WS_VISIBLE) && !owner->minimised;
-  }
-  ShownSurface& shown = window->top->shown;
-  if (shown.onScreen != wanted) {
-    shown.onScreen = wanted;
-    DisplayShowWindow(shown.display, wanted);
-    if (wanted) NoteDamage(&shown, BoundsOf(shown.surface));
-  }
-  SyncOwned(window);
 }
 
 void SetVisible(HWND window, bool visible) {

@@ -85,11 +85,7 @@ inline constexpr UINT WM_GETDLGCODE = 135;
 inline constexpr UINT WM_NCMOUSEMOVE = 160; // non-client mouse: wParam one of HT..., lParam screen point
 inline constexpr UINT WM_NCLBUTTONDOWN = 161;
 inline constexpr UINT WM_NCLBUTTONUP = 162;
-inline constexpr UINT WM_NCRBUTTONDOWN = 164;
-inline constexpr UINT WM_NCRBUTTONUP = 165;
-inline constexpr UINT WM_NCMBUTTONDOWN = 167;
-inline constexpr UINT WM_NCMBUTTONUP = 168;
-inline constexpr UINT WM_NCMBUTTONDBLCLK = 169;
+inline constexpr UINT WM_NCMBUTTONDBLCLK = 169; // the other buttons lie between, as below
 // Keys: wParam virtual key; lParam bits 0-15 count (1), 16-23 scan code, 29 Alt is down, 30 was down, 31 going up. The
 // system forms come with Alt and without Ctrl, for Alt itself, and when no window has the focus.
 inline constexpr UINT WM_KEYDOWN = 256;
@@ -102,7 +98,6 @@ inline constexpr UINT WM_COMMAND = 273;    // low word of wParam: the id; lParam
 inline constexpr UINT WM_SYSCOMMAND = 274; // wParam: SC_... or an id of the program's own; lParam: screen point, or key
 inline constexpr UINT WM_HSCROLL = 276;
 inline constexpr UINT WM_VSCROLL = 277;
-inline constexpr UINT WM_MENUCHAR = 288;
 inline constexpr UINT WM_ENTERIDLE = 289; // again and again to the owner of an open menu while nothing happens
 // Mouse: lParam client point; wParam MK_... of what is down.
 inline constexpr UINT WM_MOUSEMOVE = 512;
@@ -248,8 +243,6 @@ inline constexpr int CW_USEDEFAULT = int(0x80000000);
 HWND CreateWindowExA(DWORD extendedStyle, const char* className, const char* title, DWORD style, int x, int y,
                      int width, int height, HWND parent, HMENU menu, HINSTANCE instance, void* parameter);
 BOOL DestroyWindow(HWND window);
-// Whether the handle stands for a window that has not been destroyed.
-BOOL IsWindow(HWND window);
 
 inline constexpr int GWL_USERDATA = -21;
 inline constexpr int GWL_STYLE = -16;
@@ -260,8 +253,6 @@ LONG_PTR GetWindowLongPtrA(HWND window, int index);
 LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 
 BOOL SetWindowTextA(HWND window, const char* text);
-// Copies up to bufferSize - 1 bytes and a zero byte; answers the number of bytes.
-int GetWindowTextA(HWND window, char* buffer, int bufferSize);
 
 // ---- Place, order, visibility ------------------------------------------------------------------------------------
 
@@ -303,7 +294,6 @@ BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT* placement);
 
 BOOL GetWindowRect(HWND window, RECT* rect); // on the screen
 BOOL GetClientRect(HWND window, RECT* rect); // from 0, 0
-HWND GetParent(HWND window);                 // of a child its parent, else its owner
 // The topmost child, or the topmost of our top-level windows for null; visible or not.
 HWND GetTopWindow(HWND window);
 inline constexpr UINT GW_HWNDNEXT = 2;
@@ -317,7 +307,6 @@ HWND WindowFromPoint(POINT point);
 
 // A disabled window, and every child in it, gets no mouse or key events. Answers whether it was disabled before.
 BOOL EnableWindow(HWND window, BOOL enable);
-BOOL IsWindowEnabled(HWND window);
 // Gives the keyboard to a window, null for none, and activates its top-level window when the program has the keyboard.
 // Does nothing for a disabled or minimised one. Answers the window before.
 HWND SetFocus(HWND window);

@@ -149,9 +149,6 @@ inline bool Holds(const PixelRect& r, int32_t x, int32_t y) {
 inline bool Same(const PixelRect& a, const PixelRect& b) {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
-inline bool SameSize(const PixelRect& a, const PixelRect& b) {
-  return WidthOf(a) == WidthOf(b) && HeightOf(a) == HeightOf(b);
-}
 inline RECT RectOf(const PixelRect& r) {
   return {r.left, r.top, r.right, r.bottom};
 }
@@ -210,9 +207,6 @@ void Place(HWND window, const PixelRect& place, bool byDesktop);
 void SetVisible(HWND window, bool visible);
 void Minimise(HWND window, bool byDesktop);
 void Restore(HWND window, bool byDesktop);
-void SyncOnScreen(HWND window); // shows or hides top-level windows on the display as their state says
-inline constexpr UINT kPosNothing = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
-void SendPosChanged(HWND window, UINT flags);
 
 // ---- What can be seen (visible.cpp) ------------------------------------------------------------------------------
 
@@ -265,9 +259,8 @@ void DragWindow(HWND window, bool byKeyboard, int32_t x, int32_t y);
 
 void Activate(HWND topLevel, bool byClick);
 void ActivateNextOf(HWND topLevel); // it goes away: another one takes its place
-void MoveFocus(HWND window);
-void SettleKeyboard();         // acts on what the display has said of the keyboard
-void ReleaseFrom(HWND window); // it is gone or disabled: it loses focus and capture
+void SettleKeyboard();              // acts on what the display has said of the keyboard
+void ReleaseFrom(HWND window);      // it is gone or disabled: it loses focus and capture
 
 // ---- Keys, pointer (keyboard.cpp, cursors.cpp) -------------------------------------------------------------------
 

@@ -119,15 +119,6 @@ bool Restack(HWND window, bool top) {
 
 using namespace framereel;
 
-BOOL IsWindow(HWND window) {
-  return IsLive(window);
-}
-
-HWND GetParent(HWND window) {
-  if (!IsLive(window)) return nullptr;
-  return window->parent ? window->parent : window->owner;
-}
-
 HWND GetTopWindow(HWND window) {
   if (window && !IsLive(window)) return nullptr;
   const std::vector<HWND>& order = window ? window->children : TheWindows().topLevels;
@@ -191,14 +182,6 @@ LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value) {
   if (index == GWL_ID) window->id = value;
   if (index == GWL_WNDPROC) window->procedure = reinterpret_cast<WNDPROC>(value);
   return before;
-}
-
-int GetWindowTextA(HWND window, char* buffer, int bufferSize) {
-  if (!buffer || bufferSize <= 0) return 0;
-  const std::string text = IsLive(window) ? window->title : "";
-  const size_t length = text.copy(buffer, size_t(bufferSize) - 1);
-  buffer[length] = 0;
-  return int(length);
 }
 
 BOOL SetWindowTextA(HWND window, const char* text) {

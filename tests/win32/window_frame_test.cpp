@@ -29,11 +29,10 @@ TEST(WindowFrame, TakesItsThicknessOffTheClientArea) {
   WindowScene scene;
   const auto insets = [](DWORD style) {
     HWND window = MakeWindow("x", style, {0, 0, 200, 100});
-    RECT client;
-    ::GetClientRect(window, &client);
+    const SIZE client = ClientSize(window);
     const POINT origin = OnScreen(window, 0, 0);
-    return std::to_string(origin.x) + "," + std::to_string(origin.y) + " " + std::to_string(client.right) + "x" +
-           std::to_string(client.bottom);
+    return std::to_string(origin.x) + "," + std::to_string(origin.y) + " " + std::to_string(client.cx) + "x" +
+           std::to_string(client.cy);
   };
   EXPECT_EQ(insets(WS_POPUP), "0,0 200x100");
   EXPECT_EQ(insets(WS_POPUP | WS_BORDER), "1,1 198x98");
@@ -118,7 +117,7 @@ TEST(WindowFrame, ABoxLooksPressedWhileTheMouseIsOnIt) {
   EXPECT_EQ(looks, "in out in out ");
   EXPECT_EQ(Commands(), "");
   MemoryReleaseButton();
-  EXPECT_TRUE(::IsWindow(main));
+  EXPECT_TRUE(Lives(main));
 }
 
 TEST(WindowFrame, ABoxLetsGoWhenTheReleaseNeverComes) {

@@ -94,7 +94,7 @@ TEST(MessageQueue, HoldsOneMoveUntilItIsTaken) {
   EXPECT_EQ(Joined(TakeLog({"MOUSEMOVE", "LBUTTONDOWN", "LBUTTONUP"})),
             "main MOUSEMOVE 0 at 48,39; main LBUTTONDOWN 1 at 48,39; main MOUSEMOVE 1 at 50,41; "
             "main LBUTTONUP 0 at 50,41");
-  EXPECT_TRUE(::IsWindow(window));
+  EXPECT_TRUE(Lives(window));
 }
 
 TEST(MessageQueue, WaitsForAMessageThatIsYetToCome) {

@@ -119,17 +119,10 @@ std::string TextOf(UINT message, WPARAM wParam, LPARAM lParam) {
   return "? " + std::to_string(message);
 }
 
-std::string TitleOf(HWND window) {
-  char title[64];
-  ::GetWindowTextA(window, title, sizeof title);
-  return title;
-}
-
 void PaintColour(HWND window) {
   PAINTSTRUCT paint;
   HDC context = ::BeginPaint(window, &paint);
-  RECT all;
-  ::GetClientRect(window, &all);
+  const RECT all = {0, 0, ClientSize(window).cx, ClientSize(window).cy};
   HBRUSH brush = ::CreateSolidBrush(TheScene().colours[window]);
   ::FillRect(context, &all, brush);
   ::DeleteObject(brush);
@@ -138,7 +131,7 @@ void PaintColour(HWND window) {
 
 LRESULT LoggingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   Scene& scene = TheScene();
-  scene.log.emplace_back(message, TitleOf(window) + " " + TextOf(message, wParam, lParam));
+  scene.log.emplace_back(message, window->title + " " + TextOf(message, wParam, lParam));
   const auto handler = scene.handlers.find(message);
   if (handler != scene.handlers.end()) return handler->second(window, wParam, lParam);
   if (message == WM_PAINT && scene.colours.count(window)) {
@@ -226,6 +219,14 @@ void Drain() {
 
 void PaintIn(HWND window, COLORREF colour) {
   TheScene().colours[window] = colour;
+}
+
+bool Lives(HWND window) {
+  return IsLive(window);
+}
+
+SIZE ClientSize(HWND window) {
+  return {WidthOf(window->client), HeightOf(window->client)};
 }
 
 POINT OnScreen(HWND window, int x, int y) {

@@ -46,6 +46,9 @@ void Drain();
 // The client area filled with the colour when it is painted.
 void PaintIn(HWND window, COLORREF colour);
 
+bool Lives(HWND window); // has not been destroyed
+SIZE ClientSize(HWND window);
+
 // The place of a client point on the screen; the colour that stands there.
 POINT OnScreen(HWND window, int x, int y);
 COLORREF ColourAt(int32_t x, int32_t y);

@@ -6,16 +6,12 @@ namespace {
 
 using Kind = DisplayEventKind;
 
-MemoryDesktop& Desktop() {
-  return TheMemoryDisplay().desktop;
-}
-
 void Queue(DisplayEvent event) {
   const MemoryDisplay& display = TheMemoryDisplay();
   event.x = display.pointerX;
   event.y = display.pointerY;
   event.tick = display.tick;
-  Desktop().events.push_back(event);
+  TheMemoryDesktop().events.push_back(event);
 }
 
 // Who hears of the mouse: whoever has captured it, or where a button is held, or what lies under it.
@@ -42,16 +38,12 @@ uint8_t KeyOfButton(uint8_t button) {
 }
 
 bool AnyButtonIsDown() {
-  const bool* keys = Desktop().keys;
+  const bool* keys = TheMemoryDesktop().keys;
   return keys[1] || keys[2] || keys[4];
 }
 
-bool IsManaged(const DisplayWindow& window) {
-  return !window.taskBar && (window.role == WindowRole::kMain || window.role == WindowRole::kDialog);
-}
-
 void Drag(int32_t dx, int32_t dy) {
-  DisplayWindow* window = Desktop().dragged;
+  DisplayWindow* window = TheMemoryDesktop().dragged;
   const PixelRect& r = window->place;
   MemoryMoveWindow(window, {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy});
 }
@@ -88,10 +80,10 @@ void MemoryMovePointerTo(int32_t x, int32_t y) {
 }
 
 void MemoryPressButton(uint8_t button) {
-  MemoryDesktop& desktop = Desktop();
+  MemoryDesktop& desktop = TheMemoryDesktop();
   DisplayWindow* under = MouseTarget();
   desktop.keys[KeyOfButton(button)] = true;
-  if (under && !desktop.captured && IsManaged(*under)) {
+  if (under && !desktop.captured && MemoryIsManaged(*under)) {
     DisplayStackWindow(under, true);
     MemorySetKeyboard(under);
   }
@@ -100,7 +92,7 @@ void MemoryPressButton(uint8_t button) {
 }
 
 void MemoryReleaseButton(uint8_t button) {
-  MemoryDesktop& desktop = Desktop();
+  MemoryDesktop& desktop = TheMemoryDesktop();
   desktop.keys[KeyOfButton(button)] = false;
   if (!desktop.dragged) QueueMouse(Kind::kMouseUp, button);
   if (AnyButtonIsDown()) return;
@@ -139,13 +131,13 @@ void MemoryMoveWindow(DisplayWindow* window, const PixelRect& place) {
 }
 
 void MemoryTakeCapture() {
-  DisplayWindow* captured = Desktop().captured;
-  Desktop().captured = nullptr;
+  DisplayWindow* captured = TheMemoryDesktop().captured;
+  TheMemoryDesktop().captured = nullptr;
   if (captured) MemoryQueueEvent(Kind::kCaptureLost, captured, false);
 }
 
 void DisplayCapturePointer(DisplayWindow* window) {
-  Desktop().captured = window;
+  TheMemoryDesktop().captured = window;
 }
 
 void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const PointerPicture*) {
@@ -153,11 +145,11 @@ void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const Pointe
 }
 
 void DisplayBeep() {
-  ++Desktop().beeps;
+  ++TheMemoryDesktop().beeps;
 }
 
 bool DisplayNextEvent(DisplayEvent* event) {
-  std::deque<DisplayEvent>& events = Desktop().events;
+  std::deque<DisplayEvent>& events = TheMemoryDesktop().events;
   if (events.empty() || TheMemoryDisplay().lost) return false;
   *event = events.front();
   events.pop_front();

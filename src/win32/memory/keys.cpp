@@ -19,10 +19,6 @@ constexpr KeyCharacters kSigns[] = {
     {13, 13, 13},      {27, 27, 27},
 };
 
-MemoryDesktop& Desktop() {
-  return TheMemoryDisplay().desktop;
-}
-
 bool IsAccent(char character) {
   return character == '`' || character == '~' || character == '\'' || character == '"' || character == '^';
 }
@@ -44,14 +40,14 @@ void QueueKey(DisplayEventKind kind, uint8_t key) {
 } // namespace
 
 void MemoryPressKey(uint8_t key) {
-  MemoryDesktop& desktop = Desktop();
+  MemoryDesktop& desktop = TheMemoryDesktop();
   if (key == kCapsLock && !desktop.keys[key]) desktop.capsLock = !desktop.capsLock;
   desktop.keys[key] = true;
   QueueKey(DisplayEventKind::kKeyDown, key);
 }
 
 void MemoryReleaseKey(uint8_t key) {
-  Desktop().keys[key] = false;
+  TheMemoryDesktop().keys[key] = false;
   QueueKey(DisplayEventKind::kKeyUp, key);
 }
 
@@ -61,11 +57,11 @@ void MemoryTypeKey(uint8_t key) {
 }
 
 bool DisplayKeyIsDown(uint8_t virtualKey) {
-  return Desktop().keys[virtualKey];
+  return TheMemoryDesktop().keys[virtualKey];
 }
 
 bool DisplayCapsLockIsOn() {
-  return Desktop().capsLock;
+  return TheMemoryDesktop().capsLock;
 }
 
 uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead) {
@@ -74,7 +70,7 @@ uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead)
   for (const KeyCharacters& sign : kSigns) {
     if (sign.key != scan) continue;
     const char character = shift ? sign.shifted : sign.plain;
-    *dead = Desktop().deadKeys && IsAccent(character);
+    *dead = TheMemoryDesktop().deadKeys && IsAccent(character);
     return uint8_t(character);
   }
   return 0;

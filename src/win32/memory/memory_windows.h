@@ -39,7 +39,7 @@ struct DisplayWindow {
   PointerShape shape;
   // Of other programs.
   uint32_t pixel;                    // what it is filled with when there is no hook
-  std::function<void()> paint;       // paints it with MemoryPaintWindow
+  std::function<void()> paint;       // paints it with MemoryPaintWindow; opens and closes no window
   uint32_t paints;                   // how often it had to
   std::vector<MemoryChild> children; // from the top down
 };
@@ -60,6 +60,8 @@ struct MemoryDesktop {
   uint32_t presents;        // calls of DisplayPresent
   uint64_t presentedPixels; // and how much they brought
 };
+
+MemoryDesktop& TheMemoryDesktop();
 
 // ---- Other programs ----------------------------------------------------------------------------------------------
 
@@ -102,6 +104,7 @@ DisplayWindow* MemoryWindowAt(int32_t x, int32_t y); // covers among them
 
 // ---- Between the files of the window half ------------------------------------------------------------------------
 
+bool MemoryIsManaged(const DisplayWindow& window); // by the desktop, which gives it the keyboard on a press
 void MemoryQueueEvent(DisplayEventKind kind, DisplayWindow* window, bool flag);
 void MemoryQueueExposed(DisplayWindow* window, const PixelRect& part); // on the screen
 void MemoryExpose(const Region& area);                                 // everybody paints what lies there

@@ -5,11 +5,12 @@
 #include "win32/pixels.h"
 
 namespace framereel {
-namespace {
 
-MemoryDesktop& Desktop() {
+MemoryDesktop& TheMemoryDesktop() {
   return TheMemoryDisplay().desktop;
 }
+
+namespace {
 
 PixelRect ScreenBounds() {
   return {0, 0, TheMemoryDisplay().width, TheMemoryDisplay().height};
@@ -30,10 +31,6 @@ bool HidesOthers(const DisplayWindow& window) {
   return IsOnScreen(window) && window.role != WindowRole::kCover;
 }
 
-bool IsManaged(const DisplayWindow& window) {
-  return window.role == WindowRole::kMain || window.role == WindowRole::kDialog;
-}
-
 bool IsOwnedBy(const DisplayWindow* window, const DisplayWindow* owner) {
   while (window && window != owner) window = window->owner;
   return window != nullptr;
@@ -44,7 +41,7 @@ Region VisibleOf(const DisplayWindow& window) {
   Region region;
   if (!HidesOthers(window)) return region;
   region.Add(Intersect(window.place, ScreenBounds()));
-  for (const auto& above : Desktop().windows) {
+  for (const auto& above : TheMemoryDesktop().windows) {
     if (above.get() == &window) break;
     if (HidesOthers(*above)) region.Subtract(above->place);
   }
@@ -78,12 +75,12 @@ void PaintOther(DisplayWindow* window, const Region& region) {
 
 // What stood on the screen before there was any window is the desktop's own picture.
 void KeepDesktopPicture() {
-  if (Desktop().windows.empty()) Desktop().picture = TheMemoryDisplay().screen;
+  if (TheMemoryDesktop().windows.empty()) TheMemoryDesktop().picture = TheMemoryDisplay().screen;
 }
 
 DisplayWindow* Add(DisplayWindow window) {
   KeepDesktopPicture();
-  auto& windows = Desktop().windows;
+  auto& windows = TheMemoryDesktop().windows;
   windows.insert(windows.begin(), std::make_unique<DisplayWindow>(std::move(window)));
   DisplayWindow* added = windows.front().get();
   MemoryRaise(added, true);
@@ -92,26 +89,25 @@ DisplayWindow* Add(DisplayWindow window) {
 
 DisplayWindow* NextForKeyboard(const DisplayWindow* leaving) {
   if (leaving->owner && IsOnScreen(*leaving->owner)) return leaving->owner;
-  for (const auto& window : Desktop().windows) {
-    const bool takes = IsOnScreen(*window) && IsManaged(*window) && !window->taskBar;
-    if (takes && window.get() != leaving) return window.get();
+  for (const auto& window : TheMemoryDesktop().windows) {
+    if (IsOnScreen(*window) && MemoryIsManaged(*window) && window.get() != leaving) return window.get();
   }
   return nullptr;
 }
 
 void LoseKeyboard(DisplayWindow* window) {
-  if (Desktop().keyboard == window) MemorySetKeyboard(NextForKeyboard(window));
+  if (TheMemoryDesktop().keyboard == window) MemorySetKeyboard(NextForKeyboard(window));
 }
 
 void LetGoOf(const DisplayWindow* window) {
-  MemoryDesktop& desktop = Desktop();
+  MemoryDesktop& desktop = TheMemoryDesktop();
   for (DisplayWindow** slot : {&desktop.captured, &desktop.pressed, &desktop.dragged}) {
     if (*slot == window) *slot = nullptr;
   }
 }
 
 void Free(DisplayWindow* window) {
-  MemoryDesktop& desktop = Desktop();
+  MemoryDesktop& desktop = TheMemoryDesktop();
   LoseKeyboard(window);
   LetGoOf(window);
   for (const auto& other : desktop.windows) {
@@ -129,46 +125,39 @@ void Free(DisplayWindow* window) {
 
 // ---- Between the files -------------------------------------------------------------------------------------------
 
+bool MemoryIsManaged(const DisplayWindow& window) {
+  return !window.taskBar && (window.role == WindowRole::kMain || window.role == WindowRole::kDialog);
+}
+
 void MemoryExpose(const Region& area) {
-  // Hooks may open and close windows; whoever they change exposes by itself.
-  std::vector<DisplayWindow*> order;
-  for (const auto& window : Desktop().windows) order.push_back(window.get());
   Region rest = area;
   rest.Intersect(ScreenBounds());
-  std::vector<std::pair<DisplayWindow*, Region>> parts;
-  for (DisplayWindow* window : order) {
-    if (!HidesOthers(*window) || rest.IsEmpty()) continue;
+  for (const auto& window : TheMemoryDesktop().windows) {
+    if (!HidesOthers(*window)) continue;
     Region part = rest;
     part.Intersect(window->place);
     rest.Subtract(window->place);
-    if (!part.IsEmpty()) parts.emplace_back(window, part);
+    if (part.IsEmpty()) continue;
+    if (window->ours) {
+      part.ForEach([&](const PixelRect& r) { MemoryQueueExposed(window.get(), r); });
+    } else {
+      PaintOther(window.get(), part);
+    }
   }
   ShowDesktopPicture(rest);
-  for (const auto& [window, part] : parts) {
-    if (!window->ours) {
-      PaintOther(window, part);
-      continue;
-    }
-    DisplayWindow* exposed = window;
-    part.ForEach([exposed](const PixelRect& r) { MemoryQueueExposed(exposed, r); });
-  }
 }
 
+// Whatever a window owns goes with it, and so stays above it.
 void MemoryRaise(DisplayWindow* window, bool top) {
-  auto& windows = Desktop().windows;
+  auto& windows = TheMemoryDesktop().windows;
   const auto goes = [=](const auto& each) { return IsOwnedBy(each.get(), window); };
   if (top) {
     std::stable_partition(windows.begin(), windows.end(), goes);
   } else {
     std::stable_partition(windows.begin(), windows.end(), [&](const auto& each) { return !goes(each); });
   }
-  // Dialogs stand above what owns them.
   const auto above = [](const auto& a, const auto& b) { return RankOf(*a) > RankOf(*b); };
   std::stable_sort(windows.begin(), windows.end(), above);
-  const auto isOwner = [=](const auto& each) { return each.get() == window; };
-  const auto place = std::find_if(windows.begin(), windows.end(), isOwner);
-  std::stable_partition(place, windows.end(),
-                        [=](const auto& each) { return each.get() != window && IsOwnedBy(each.get(), window); });
 }
 
 void MemoryPlace(DisplayWindow* window, const PixelRect& place) {
@@ -179,7 +168,7 @@ void MemoryPlace(DisplayWindow* window, const PixelRect& place) {
 }
 
 void MemorySetKeyboard(DisplayWindow* window) {
-  DisplayWindow*& keyboard = Desktop().keyboard;
+  DisplayWindow*& keyboard = TheMemoryDesktop().keyboard;
   if (keyboard == window) return;
   if (keyboard && keyboard->ours) MemoryQueueEvent(DisplayEventKind::kActive, keyboard, false);
   keyboard = window;
@@ -228,7 +217,7 @@ void MemoryPaintDesktop(const PixelRect& where, uint32_t pixel) {
 }
 
 void MemorySetTaskBar(const PixelRect& place) {
-  auto& windows = Desktop().windows;
+  auto& windows = TheMemoryDesktop().windows;
   const auto bar = std::find_if(windows.begin(), windows.end(), [](const auto& each) { return each->taskBar; });
   if (bar != windows.end()) Free(bar->get());
   if (!IsEmpty(place)) {
@@ -243,14 +232,14 @@ void MemorySetTaskBar(const PixelRect& place) {
 }
 
 DisplayWindow* MemoryWindowTitled(const std::string& title) {
-  for (const auto& window : Desktop().windows) {
+  for (const auto& window : TheMemoryDesktop().windows) {
     if (window->shown && window->title == title) return window.get();
   }
   return nullptr;
 }
 
 DisplayWindow* MemoryWindowAt(int32_t x, int32_t y) {
-  for (const auto& window : Desktop().windows) {
+  for (const auto& window : TheMemoryDesktop().windows) {
     const PixelRect& r = window->place;
     if (IsOnScreen(*window) && x >= r.left && x < r.right && y >= r.top && y < r.bottom) return window.get();
   }
@@ -320,7 +309,7 @@ void DisplayActivateWindow(DisplayWindow* window) {
 }
 
 bool DisplayDragWindow(DisplayWindow* window, int32_t, int32_t) {
-  MemoryDesktop& desktop = Desktop();
+  MemoryDesktop& desktop = TheMemoryDesktop();
   if (desktop.leavesDragging) return false;
   desktop.dragged = window;
   desktop.pressed = desktop.captured = nullptr;
@@ -344,13 +333,13 @@ void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRe
 }
 
 void DisplayRefreshAll() {
-  ++Desktop().refreshes;
+  ++TheMemoryDesktop().refreshes;
   MemoryExpose(Region(ScreenBounds()));
 }
 
 PixelRect DisplayUsableArea() {
   PixelRect free = ScreenBounds();
-  for (const auto& window : Desktop().windows) {
+  for (const auto& window : TheMemoryDesktop().windows) {
     if (!window->taskBar) continue;
     const PixelRect& bar = window->place;
     const bool lies = bar.right - bar.left >= bar.bottom - bar.top;
