@@ -14,10 +14,19 @@ size_t framereel::NewCalls() {
   return calls;
 }
 
-void* operator new(size_t bytes) {
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
   ++calls;
-  if (void* block = std::malloc(bytes ? bytes : 1)) return block;
+  return std::malloc(bytes ? bytes : 1);
+}
+
+void* operator new(size_t bytes) {
+  if (void* block = operator new(bytes, std::nothrow)) return block;
   throw std::bad_alloc();
+}
+
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
+  ++calls;
+  return std::malloc(bytes ? bytes : 1);
 }
 
 void operator delete(void* block) noexcept {
