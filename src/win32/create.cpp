@@ -73,8 +73,8 @@ void Forget(HWND window) {
   if (system.active == window) system.active = nullptr;
   std::vector<HWND>& siblings = SiblingsOf(window);
   siblings.erase(std::remove(siblings.begin(), siblings.end(), window), siblings.end());
-  if (window->top) FreeShown(&window->top->shown);
   ForgetInput(window);
+  if (window->top) FreeShown(&window->top->shown);
   const auto place = std::find_if(system.windows.begin(), system.windows.end(),
                                   [=](const auto& live) { return live.get() == window; });
   system.destroyed.push_back(std::move(*place));

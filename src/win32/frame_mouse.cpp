@@ -10,15 +10,15 @@ using Kind = DisplayEventKind;
 
 constexpr uint32_t kNapMs = 10; // between looks at the queue while nothing happens
 
-// Waits for the next input. False when the mouse is no longer ours to follow: its button has gone up without word of
-// it, the display took it away, or the window has gone.
+// Waits for the next input. False when there is nothing more to follow: the button has gone up without word of it or,
+// when none is held, the keyboard has gone; the display took the mouse away; or the window has gone.
 bool Follow(HWND window, bool whileDown, DisplayEvent* event) {
-  bool isDown = true;
-  // Once more after it has been seen up: the release may have arrived while we asked.
+  bool goesOn = true;
+  // Once more after it has ended: the release may have arrived while we asked.
   while (!NextInput(event)) {
-    if (!isDown || !IsLive(window) || DisplayIsLost()) return false;
-    isDown = !whileDown || DisplayKeyIsDown(VK_LBUTTON);
-    if (isDown) DisplaySleep(kNapMs);
+    if (!goesOn || !IsLive(window) || DisplayIsLost()) return false;
+    goesOn = whileDown ? DisplayKeyIsDown(VK_LBUTTON) : TheWindows().hasKeyboard;
+    if (goesOn) DisplaySleep(kNapMs);
   }
   return event->kind != Kind::kCaptureLost && IsLive(window);
 }

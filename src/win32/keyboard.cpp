@@ -9,16 +9,6 @@
 namespace framereel {
 namespace {
 
-struct WaitingAccent {
-  uint8_t accent; // 0: none
-  uint32_t press; // WindowSystem::presses when it was made or used up
-};
-
-WaitingAccent& Waiting() {
-  static WaitingAccent waiting;
-  return waiting;
-}
-
 // Latin-1: an accent, the letters that it goes on, and what comes of them.
 struct Accent {
   uint8_t accent;
@@ -55,19 +45,19 @@ uint8_t WithControl(uint8_t character) {
 
 // `uses`: the press uses up the accent that waits.
 int Characters(UINT scan, const BYTE* state, WORD* characters, bool uses) {
-  WaitingAccent& waiting = Waiting();
+  WaitingAccent& waiting = TheWindows().accent;
   const uint32_t press = TheWindows().presses;
   bool dead = false;
   uint8_t character = DisplayKeyCharacter(uint8_t(scan), state[VK_SHIFT] & 0x80, state[VK_CAPITAL] & 1, &dead);
   if (state[VK_CONTROL] & 0x80 && !(state[VK_MENU] & 0x80)) character = dead ? 0 : WithControl(character);
   *characters = character;
   if (!character) return 0;
-  const bool waits = waiting.accent && waiting.press != press;
+  const bool waits = waiting.character && waiting.press != press;
   if (!waits) {
     if (dead && uses && waiting.press != press) waiting = {character, press};
     return dead ? -1 : 1;
   }
-  const uint8_t accent = waiting.accent, joined = Join(accent, character);
+  const uint8_t accent = waiting.character, joined = Join(accent, character);
   if (uses) waiting = {0, press};
   *characters = joined ? joined : WORD(accent | character << 8);
   return joined ? 1 : 2;

@@ -53,11 +53,13 @@ void RepairChild(HWND window, const Before& before) {
   const int32_t dx = client.left - before.client.left, dy = client.top - before.client.top;
   Region kept;
   if (!PaintsAllAnew(*window, before.client, client)) {
+    // The frame comes along only as long as its size stays.
+    const bool sameSize = SameSize(before.place, PlaceOnScreen(*window));
     kept = before.visible;
-    if (!SameSize(before.place, PlaceOnScreen(*window))) kept.Intersect(before.client);
+    if (!sameSize) kept.Intersect(before.client);
     kept.Offset(dx, dy);
     kept.Intersect(after);
-    if (!SameSize(before.place, PlaceOnScreen(*window))) kept.Intersect(client);
+    if (!sameSize) kept.Intersect(client);
   }
   CopyPixels(window, kept, dx, dy);
   Region fresh = after;

@@ -52,14 +52,14 @@ bool ResizeSurface(ShownSurface* shown, int32_t width, int32_t height) {
   const bool sameLayout = before.pixels && before.layout.depth == DisplayScreen().layout.depth;
   if (sameLayout && before.width == width && before.height == height) return true;
   Surface fresh = {};
-  if (!DisplayNewSurface(width, height, &fresh)) return false;
-  Clear(fresh);
-  if (sameLayout) CopyRows(before, fresh, std::min(width, before.width), std::min(height, before.height));
+  const bool made = DisplayNewSurface(width, height, &fresh);
+  if (made) Clear(fresh);
+  if (made && sameLayout) CopyRows(before, fresh, std::min(width, before.width), std::min(height, before.height));
   if (before.pixels) DisplayFreeSurface(&shown->surface);
   shown->surface = fresh;
   shown->damages = 0;
   NoteDamage(shown, BoundsOf(fresh));
-  return true;
+  return made;
 }
 
 bool FitSurface(HWND topLevel) {

@@ -94,6 +94,12 @@ struct QueueEntry {
   DisplayEvent event; // of input
 };
 
+// An accent that waits for the letter to stand on.
+struct WaitingAccent {
+  uint8_t character; // 0: none
+  uint32_t press;    // WindowSystem::presses when it was made or used up
+};
+
 struct WindowSystem {
   std::vector<std::unique_ptr<WindowClass>> classes;
   std::vector<std::unique_ptr<Win32Window>> windows;
@@ -120,8 +126,9 @@ struct WindowSystem {
   BYTE keys[256];   // as GetKeyboardState tells them
   uint32_t presses; // counts key downs, so that one can be told from the next
   bool altAlone;    // Alt is down and nothing else has been pressed since
-  HCURSOR cursor;   // as last set
-  HWND pointed;     // the window that the pointer was last seen over, and where in it
+  WaitingAccent accent;
+  HCURSOR cursor; // as last set
+  HWND pointed;   // the window that the pointer was last seen over, and where in it
   int pointedHit;
 
   ScreenFacts screen; // as last seen

@@ -286,6 +286,9 @@ TEST(SystemMenu, MovesTheWindowByKeys) {
   ChooseByKeys({'M', VK_LEFT, VK_UP, VK_ESCAPE});
   ::GetWindowRect(main, &rect);
   EXPECT_EQ(rect.left, 108);
+  MemoryAt(::GetTickCount() + 60, [] { MemoryGiveKeyboard(nullptr); });
+  ChooseByKeys({'M'});
+  EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr);
 }
 
 TEST(SystemMenu, StaysWithinTheUsableArea) {
