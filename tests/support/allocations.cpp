@@ -24,11 +24,6 @@ void* operator new(size_t bytes) {
   throw std::bad_alloc();
 }
 
-void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
-  ++calls;
-  return std::malloc(bytes ? bytes : 1);
-}
-
 void operator delete(void* block) noexcept {
   std::free(block);
 }
