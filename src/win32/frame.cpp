@@ -111,13 +111,6 @@ std::string Fitting(HDC context, const std::string& title, int32_t width) {
   return "";
 }
 
-// The caption's colour for text; where the screen has too few colours to tell it from the strip, black or white.
-COLORREF Legible(HDC context, COLORREF text, COLORREF strip) {
-  const COLORREF under = ::GetNearestColor(context, strip);
-  if (::GetNearestColor(context, text) != under) return text;
-  return under == RGB(0, 0, 0) ? RGB(255, 255, 255) : RGB(0, 0, 0);
-}
-
 void DrawTitle(HDC context, const Win32Window& window, const PixelRect& place, COLORREF stripColour) {
   const PixelRect strip = CaptionStrip(place);
   int32_t left = strip.left + 2 * kBoxGap, right = strip.right - kBoxGap;
@@ -149,6 +142,12 @@ void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& plac
 }
 
 } // namespace
+
+COLORREF Legible(HDC context, COLORREF colour, COLORREF ground) {
+  const COLORREF under = ::GetNearestColor(context, ground);
+  if (::GetNearestColor(context, colour) != under) return colour;
+  return under == RGB(0, 0, 0) ? RGB(255, 255, 255) : RGB(0, 0, 0);
+}
 
 PixelRect ClientInside(const Win32Window& window, const PixelRect& place) {
   if (HasCaption(window)) {

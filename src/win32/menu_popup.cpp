@@ -84,7 +84,8 @@ bool IsInside(const OpenMenu& open, int32_t x, int32_t y) {
 
 void DrawSeparator(const OpenMenu& open, const PixelRect& place) {
   const int32_t y = (place.top + place.bottom) / 2;
-  FillPixels(open.context, {place.left, y - 1, place.right, y}, ::GetSysColor(COLOR_BTNSHADOW));
+  const COLORREF dark = Legible(open.context, ::GetSysColor(COLOR_BTNSHADOW), ::GetSysColor(COLOR_MENU));
+  FillPixels(open.context, {place.left, y - 1, place.right, y}, dark);
   FillPixels(open.context, {place.left, y, place.right, y + 1}, ::GetSysColor(kColourButtonHighlight));
 }
 
@@ -114,10 +115,11 @@ void DrawItem(const OpenMenu& open, int32_t index) {
   const MenuItem& item = open.menu->items[size_t(index)];
   const PixelRect place = ItemPlace(open, index);
   const bool marked = index == open.marked;
-  FillPixels(open.context, place, ::GetSysColor(marked ? kColourHighlight : COLOR_MENU));
+  const COLORREF ground = ::GetSysColor(marked ? kColourHighlight : COLOR_MENU);
+  FillPixels(open.context, place, ground);
   if (IsSeparator(item)) return DrawSeparator(open, place);
   const int colour = item.flags & MF_GRAYED ? COLOR_GRAYTEXT : marked ? kColourHighlightText : kColourMenuText;
-  ::SetTextColor(open.context, ::GetSysColor(colour));
+  ::SetTextColor(open.context, Legible(open.context, ::GetSysColor(colour), ground));
   DrawLabel(open, item, place);
   if (item.flags & MF_CHECKED) DrawCheck(open, place);
 }

@@ -252,6 +252,8 @@ HWND WindowToPaint(HWND filter);
 void FillPixels(HDC context, const PixelRect& r, COLORREF colour); // in the context's coordinates
 bool EraseBackground(HWND window, HDC context);                    // DefWindowProc's part of it
 
+// The colour or, where the screen has too few to tell it from the ground, black or white.
+COLORREF Legible(HDC context, COLORREF colour, COLORREF ground);
 void PaintFrame(HWND window);
 void InvalidateFrame(HWND window);
 // The frame's thickness by style: the client area of a window of that place.
