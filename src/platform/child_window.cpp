@@ -99,12 +99,25 @@ void NameSystemMenu(HWND window) {
   if (::IsWindowVisible(window)) ::DrawMenuBar(window);
 }
 
-void ShowStep(ChildWindow* window, bool show, bool front) {
-  if (window->flags & kWindowModal && GetModalWindow() != window) {
-    window->previousModal = GetModalWindow();
-    SetModal(window);
+// No other modal window goes back to this one any more: it leaves its place in their chain.
+void LeaveModalChain(const ChildWindow* leaving) {
+  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
+    if (window->previousModal == leaving) window->previousModal = leaving->previousModal;
   }
-  if (window->flags & kWindowModal) front = true;
+}
+
+void BecomeModal(ChildWindow* window) {
+  if (GetModalWindow() == window) return;
+  LeaveModalChain(window);
+  window->previousModal = GetModalWindow();
+  SetModal(window);
+}
+
+void ShowStep(ChildWindow* window, bool show, bool front) {
+  if (window->flags & kWindowModal) {
+    BecomeModal(window);
+    front = true;
+  }
   if (show) ::ShowWindow(window->window, SW_SHOWNORMAL);
   if (front && window->window != ::GetTopWindow(window->parent->window)) ::BringWindowToTop(window->window);
   if (window->flags & (kWindowPalette | kWindowModal)) InvalidateChildWindow(window);
@@ -115,15 +128,8 @@ void ShowCounted(ChildWindow* window, bool front) {
   if (++window->openCount == 1) ShowStep(window, true, front);
 }
 
-// Nobody keeps the closed window as the one to go back to.
-void ForgetPreviousModal(const ChildWindow* closed) {
-  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
-    if (window->previousModal == closed) window->previousModal = closed->previousModal;
-  }
-}
-
 void GiveModalBack(ChildWindow* window) {
-  ForgetPreviousModal(window);
+  LeaveModalChain(window);
   if (GetModalWindow() == window) SetModal(window->previousModal);
   window->previousModal = nullptr;
 }

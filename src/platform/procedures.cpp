@@ -5,6 +5,7 @@
 #include "platform/input_keys.h"
 #include "platform/main_window.h"
 #include "platform/modal.h"
+#include "platform/ports.h"
 #include "platform/usable_area.h"
 #include "toolkit/core/timers.h"
 
@@ -73,6 +74,7 @@ LRESULT OnSysKeyUp(const WindowMessage& m) {
 
 // Timers run on while a menu is open, whose loop is the platform's.
 LRESULT OnEnterIdle(const WindowMessage&) {
+  SetPortMain(nullptr);
   TimerFireDue();
   return 0;
 }

@@ -71,6 +71,18 @@ TEST_F(ModalTest, ModalWindowsGiveTheStateBackOneByOne) {
   EXPECT_EQ(calls, "block free ");
 }
 
+TEST_F(ModalTest, AModalWindowThatComesForwardChangesItsPlaceInTheChain) {
+  ChildWindow* one = OpenTestWindow(kWindowModal);
+  ChildWindow* two = OpenTestWindow(kWindowModal);
+  BringChildWindowForward(one);
+  EXPECT_EQ(GetModalWindow(), one);
+  CloseChildWindow(one);
+  EXPECT_EQ(GetModalWindow(), two);
+  CloseChildWindow(two);
+  EXPECT_EQ(GetModalWindow(), nullptr);
+  EXPECT_TRUE(MainIsEnabled());
+}
+
 TEST_F(ModalTest, AWindowThatClosesBeneathTheModalOneLeavesNoGap) {
   ChildWindow* one = OpenTestWindow(kWindowModal);
   ChildWindow* two = OpenTestWindow(kWindowModal);

@@ -143,6 +143,23 @@ TEST_F(PumpTest, AnIdlePassAllocatesNothingAndShowsNothing) {
 
 // ---- Loops -------------------------------------------------------------------------------------------------------
 
+void LeaveMenu(void*) {
+  calls += CurrentPort() == &TheMainWindow()->port ? "on main " : "elsewhere ";
+  MemoryTypeKey(VK_ESCAPE);
+}
+
+TEST_F(PumpTest, TimersRunOnWhileTheSystemMenuIsOpen) {
+  MemoryPressKey(VK_MENU);
+  MemoryTypeKey(VK_SPACE);
+  MemoryReleaseKey(VK_MENU);
+  const size_t windows = TheMemoryDisplay().desktop.windows.size();
+  MemoryAt(::GetTickCount() + 150, [=] { EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows + 1); });
+  TimerSchedule(LeaveMenu, nullptr, 200);
+  Settle();
+  EXPECT_EQ(calls, "on main ");
+  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows);
+}
+
 void Close(void* window) {
   calls += "close ";
   CloseChildWindow(static_cast<ChildWindow*>(window));
