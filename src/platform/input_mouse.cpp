@@ -37,6 +37,11 @@ bool IsAlive(const View* view) {
   return view && !(view->flags & kViewDestroyed);
 }
 
+Point FromScreen(const POINT& p) {
+  const MainWindow* main = TheMainWindow();
+  return {PinToShort(p.y - main->originY), PinToShort(p.x - main->originX)};
+}
+
 Point PointOfMessage(const ChildWindow* window, LPARAM lParam) {
   return ToToolkitPoint(window, {int16_t(HIWORD(uintptr_t(lParam))), int16_t(LOWORD(uintptr_t(lParam)))});
 }
@@ -170,18 +175,15 @@ void PollMouse() {
   if (now - state.pollTick < kPollInterval) return;
   state.pollTick = now;
   POINT cursor = {};
-  if (!::GetCursorPos(&cursor)) return;
-  const MainWindow* main = TheMainWindow();
-  TrackMouse(FindChildWindow(::WindowFromPoint(cursor)),
-             {PinToShort(cursor.y - main->originY), PinToShort(cursor.x - main->originX)});
+  if (::GetCursorPos(&cursor)) TrackMouse(FindChildWindow(::WindowFromPoint(cursor)), FromScreen(cursor));
 }
 
 void GetMousePosition(int16_t* x, int16_t* y) {
-  const MainWindow* main = TheMainWindow();
   POINT cursor = {};
   ::GetCursorPos(&cursor);
-  *x = PinToShort(cursor.x - main->originX);
-  *y = PinToShort(cursor.y - main->originY);
+  const Point point = FromScreen(cursor);
+  *x = point.h;
+  *y = point.v;
 }
 
 void SetMousePosition(int16_t x, int16_t y) {

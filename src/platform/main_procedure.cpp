@@ -70,6 +70,7 @@ LRESULT OnMouseMove(const WindowMessage& m) {
   return 0;
 }
 
+// The messages of palettes have no rows: nobody can change the desktop's palette (GetDeviceCaps).
 constexpr MessageRow kTable[] = {
     {WM_DESTROY, WM_DESTROY, OnDestroy},
     {WM_PAINT, WM_PAINT, OnPaint},
