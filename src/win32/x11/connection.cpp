@@ -76,12 +76,13 @@ bool DisplayOpen() {
   own.breaksBefore = XSetIOErrorHandler(OnBreak);
   X11Connection* x = own.connection.get();
   XSetIOErrorExitHandler(x->display, OnAfterBreak, nullptr);
-  // The root tells of a new resolution by a change of its size.
-  XSelectInput(x->display, x->root, StructureNotifyMask);
+  // The root tells of a new resolution by a change of its size, and of the window manager's doings by its properties.
+  XSelectInput(x->display, x->root, StructureNotifyMask | PropertyChangeMask);
   X11ReadScreenFacts(x);
   X11MakeContexts(x);
   X11ReadSharing(x);
   X11WatchPointer(x);
+  X11InternAtoms(x);
   return X11Live() != nullptr;
 }
 
@@ -117,7 +118,10 @@ void X11TakeEvents(X11Connection* x, int queued) {
     if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
       x->facts.width = event.xconfigure.width;
       x->facts.height = event.xconfigure.height;
+      X11NoteScreenChanged(x);
+      continue;
     }
+    X11TakeWindowEvent(x, &event);
   }
 }
 

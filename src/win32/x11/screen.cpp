@@ -158,24 +158,6 @@ PixelRect VisiblePart(const X11Connection* x, const PixelRect& part, int64_t rig
           within(x->facts.width - right, part.left, part.right), within(x->facts.height - down, part.top, part.bottom)};
 }
 
-// Sends a part that lies on the surface and goes to a place that lies on the screen.
-void PutPixels(X11Connection* x, const Surface& from, const PixelRect& part, int32_t toX, int32_t toY) {
-  int32_t width = part.right - part.left;
-  int32_t height = part.bottom - part.top;
-  X11Segment* segment = SegmentOf(x, from);
-  if (segment && X11RowBytes(x->format, width) * height >= kSharedFrom) {
-    XImage image = ImageOf(x->format, from.pixels, from.width, from.height, from.stride);
-    image.obdata = reinterpret_cast<char*>(&segment->shared);
-    XShmPutImage(x->display, x->root, x->drawing, &image, part.left, part.top, toX, toY, width, height, False);
-    // The surface may change behind this call, so the server must have read it.
-    XSync(x->display, False);
-    return;
-  }
-  XImage image = ImageOf(OwnFormat(x), from.pixels, from.width, from.height, from.stride);
-  XPutImage(x->display, x->root, x->drawing, &image, part.left, part.top, toX, toY, width, height);
-  XFlush(x->display);
-}
-
 // A bitmap of the server's with the pattern. The patterns used last are kept.
 Pixmap StippleOf(X11Connection* x, const uint8_t pattern[8]) {
   for (int32_t i = 0; i < x->stippleCount; i++) {
@@ -223,6 +205,27 @@ void X11MakeContexts(X11Connection* x) {
   values.foreground = InvertedBits(x);
   values.fill_style = FillStippled;
   x->inverting = XCreateGC(x->display, x->root, common | GCForeground | GCFillStyle, &values);
+}
+
+bool X11HasScreenLayout(const X11Connection* x, const Surface& surface) {
+  return surface.layout == x->facts.layout;
+}
+
+void X11PutPixels(X11Connection* x, Drawable to, const Surface& from, const PixelRect& part, int32_t toX, int32_t toY) {
+  int32_t width = part.right - part.left;
+  int32_t height = part.bottom - part.top;
+  X11Segment* segment = SegmentOf(x, from);
+  if (segment && X11RowBytes(x->format, width) * height >= kSharedFrom) {
+    XImage image = ImageOf(x->format, from.pixels, from.width, from.height, from.stride);
+    image.obdata = reinterpret_cast<char*>(&segment->shared);
+    XShmPutImage(x->display, to, x->drawing, &image, part.left, part.top, toX, toY, width, height, False);
+    // The surface may change behind this call, so the server must have read it.
+    XSync(x->display, False);
+    return;
+  }
+  XImage image = ImageOf(OwnFormat(x), from.pixels, from.width, from.height, from.stride);
+  XPutImage(x->display, to, x->drawing, &image, part.left, part.top, toX, toY, width, height);
+  XFlush(x->display);
 }
 
 ScreenFacts DisplayScreen() {
@@ -283,7 +286,7 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
   if (!x) return false;
   // A size that is behind the times is no harm: the server refuses what it does not have.
   X11TakeEvents(x, QueuedAlready);
-  if (!(into.layout == x->facts.layout)) return false;
+  if (!X11HasScreenLayout(x, into)) return false;
   if (IsEmpty(where)) return true;
   if (!Holds(ScreenRect(x), where)) return false;
   int32_t width = where.right - where.left;
@@ -305,12 +308,13 @@ bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, in
   X11Connection* connection = X11Live();
   if (!connection) return false;
   X11TakeEvents(connection, QueuedAlready);
-  if (!(from.layout == connection->facts.layout)) return false;
+  if (!X11HasScreenLayout(connection, from)) return false;
   int64_t right = int64_t{x} - part.left; // from a place on the surface to the one on the screen
   int64_t down = int64_t{y} - part.top;
   PixelRect cut = VisiblePart(connection, Intersect(part, {0, 0, from.width, from.height}), right, down);
   if (IsEmpty(cut)) return true;
-  PutPixels(connection, from, cut, static_cast<int32_t>(cut.left + right), static_cast<int32_t>(cut.top + down));
+  X11PutPixels(connection, connection->root, from, cut, static_cast<int32_t>(cut.left + right),
+               static_cast<int32_t>(cut.top + down));
   return X11Live() != nullptr;
 }
 

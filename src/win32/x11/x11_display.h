@@ -1,5 +1,6 @@
-// Inside of the X11 display: the one connection, its caches, and the steps that its files share. Nobody outside of
-// this folder includes it but the display's own tests. Start reading at connection.cpp.
+// Inside of the X11 display: the one connection, its caches, and the steps that its files share; x11_windows.h has what
+// belongs to windows and input. Nobody outside of this folder includes it but the display's own tests. Start reading
+// at connection.cpp.
 #pragma once
 
 #include <bit>
@@ -13,6 +14,7 @@
 #include <X11/extensions/XShm.h>
 
 #include "win32/display.h"
+#include "win32/x11/x11_windows.h"
 
 namespace framereel {
 
@@ -67,13 +69,17 @@ struct X11Connection {
   unsigned long pointerSerial;
   PointerPicture pointer; // pixels null when there is none
   std::vector<uint32_t> pointerPixels;
+
+  X11Desktop desktop;
+  X11Keys keyboard;
 };
 
 // The connection, or null when there is none or it is lost. Every entry of the display asks it first.
 X11Connection* X11Live();
 
 // Works off the events that have come, without asking the server: with QueuedAfterReading all of them, and the
-// connection may be lost behind it; with QueuedAlready those that came with an earlier answer, which costs nothing.
+// connection may be lost behind it; with QueuedAfterFlush the same, once all that was asked is on its way; with
+// QueuedAlready those that came with an earlier answer, which costs nothing.
 void X11TakeEvents(X11Connection* x, int queued);
 
 // ---- screen.cpp ----
@@ -81,6 +87,10 @@ void X11TakeEvents(X11Connection* x, int queued);
 // Reads what never changes during a connection, and the size.
 void X11ReadScreenFacts(X11Connection* x);
 void X11MakeContexts(X11Connection* x);
+bool X11HasScreenLayout(const X11Connection* x, const Surface& surface);
+// Sends a part that lies on the surface, of the screen's layout, to the root or a window of ours, its top left pixel at
+// toX, toY.
+void X11PutPixels(X11Connection* x, Drawable to, const Surface& from, const PixelRect& part, int32_t toX, int32_t toY);
 
 // ---- pointer.cpp ----
 

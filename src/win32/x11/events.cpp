@@ -1,0 +1,356 @@
+// What the server and the window manager tell of our windows and of the screen, turned into events, and the mouse.
+//
+// Some of it is told in part only: a place within a window manager's frame, a state that has changed somehow. What is
+// missing is asked for when the caller takes its next event, never in the midst of another call.
+#include <X11/Xatom.h>
+#include <X11/cursorfont.h>
+
+#include <algorithm>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+using Kind = DisplayEventKind;
+
+constexpr long kMouseEvents = ButtonPressMask | ButtonReleaseMask | PointerMotionMask;
+constexpr int32_t kPointerSideMax = 256; // pixels of a pointer's picture
+
+// When it happened, by our clock. The server's may be another machine's: the event that arrived quickest tells by how
+// much they differ.
+uint32_t TickOf(X11Desktop* desktop, const XEvent& event, Time time) {
+  uint32_t now = DisplayTick();
+  if (event.xany.send_event || time == CurrentTime) return now;
+  uint32_t ahead = now - static_cast<uint32_t>(time);
+  if (!desktop->knowsClock || static_cast<int32_t>(ahead - desktop->clockAhead) < 0) desktop->clockAhead = ahead;
+  desktop->knowsClock = true;
+  return static_cast<uint32_t>(time) + desktop->clockAhead;
+}
+
+void QueueMouse(X11Connection* x, DisplayWindow* window, const XEvent& event) {
+  DisplayEvent told{};
+  told.window = window;
+  if (event.type == MotionNotify) {
+    told.kind = Kind::kMouseMove;
+    told.x = event.xmotion.x_root;
+    told.y = event.xmotion.y_root;
+    told.tick = TickOf(&x->desktop, event, event.xmotion.time);
+  } else {
+    // The wheel comes as buttons above these.
+    if (event.xbutton.button < Button1 || event.xbutton.button > Button3) return;
+    told.kind = event.type == ButtonPress ? Kind::kMouseDown : Kind::kMouseUp;
+    told.x = event.xbutton.x_root;
+    told.y = event.xbutton.y_root;
+    told.button = static_cast<uint8_t>(event.xbutton.button);
+    told.tick = TickOf(&x->desktop, event, event.xbutton.time);
+    if (event.type == ButtonPress) x->desktop.userTime = event.xbutton.time;
+  }
+  x->desktop.events.push_back(told);
+}
+
+void QueueKey(X11Connection* x, DisplayWindow* window, const XEvent& event) {
+  const XKeyEvent& key = event.xkey;
+  if (key.type == KeyPress) x->desktop.userTime = key.time;
+  DisplayEvent told{};
+  told.kind = key.type == KeyPress ? Kind::kKeyDown : Kind::kKeyUp;
+  told.window = window;
+  told.x = key.x_root;
+  told.y = key.y_root;
+  told.scan = static_cast<uint8_t>(key.keycode);
+  told.key = X11VirtualKey(x, told.scan, key.state);
+  told.tick = TickOf(&x->desktop, event, key.time);
+  x->desktop.events.push_back(told);
+}
+
+void QueueRect(X11Connection* x, Kind kind, DisplayWindow* window, const PixelRect& rect) {
+  X11QueueEvent(x, kind, window, false);
+  x->desktop.events.back().rect = rect;
+}
+
+// ---- The keyboard's and the mouse's coming and going -------------------------------------------------------------
+
+void TakeFocus(X11Connection* x, DisplayWindow* window, const XFocusChangeEvent& event) {
+  // A program that takes all keys for a moment, as window managers do for their own, does not have the keyboard; and
+  // a window that merely lies under the pointer has not been given it.
+  if (event.mode == NotifyGrab || event.mode == NotifyUngrab) return;
+  if (event.detail == NotifyInferior || event.detail == NotifyPointer) return;
+  bool active = event.type == FocusIn;
+  if (window->active == active) return;
+  window->active = active;
+  X11QueueEvent(x, Kind::kActive, window, active);
+}
+
+void LoseCapture(X11Connection* x) {
+  DisplayWindow* window = x->desktop.captured;
+  x->desktop.captured = nullptr;
+  x->desktop.captureWaits = false;
+  if (window) X11QueueEvent(x, Kind::kCaptureLost, window, false);
+}
+
+void GrabPointer(X11Connection* x) {
+  X11Desktop& desktop = x->desktop;
+  int answer = XGrabPointer(x->display, desktop.captured->id, False, kMouseEvents, GrabModeAsync, GrabModeAsync, None,
+                            desktop.captured->pointer, CurrentTime);
+  desktop.captureWaits = answer == GrabNotViewable;
+  if (answer != GrabSuccess && answer != GrabNotViewable && X11Live()) LoseCapture(x);
+}
+
+// ---- Places and states -------------------------------------------------------------------------------------------
+
+bool Same(const PixelRect& a, const PixelRect& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+// The window stands there, as an answer to what was asked or by the desktop's own doing.
+void NotePlace(X11Connection* x, DisplayWindow* window, const PixelRect& place) {
+  std::vector<PixelRect>& asked = window->unanswered;
+  window->placeUnsure = false;
+  auto answered = std::find_if(asked.begin(), asked.end(), [&](const PixelRect& r) { return Same(r, place); });
+  if (answered != asked.end()) {
+    asked.erase(asked.begin(), answered + 1);
+    return;
+  }
+  if (Same(place, window->place)) return;
+  asked.clear();
+  window->place = place;
+  QueueRect(x, Kind::kPlaced, window, place);
+}
+
+void TakePlace(X11Connection* x, DisplayWindow* window, const XConfigureEvent& event) {
+  // The server's own event counts from the frame; the one that window managers send counts from the screen.
+  if (window->reparented && !event.send_event) {
+    window->placeUnsure = true;
+    return;
+  }
+  NotePlace(x, window, {event.x, event.y, event.x + event.width, event.y + event.height});
+}
+
+void AskPlace(X11Connection* x, DisplayWindow* window) {
+  window->placeUnsure = false;
+  XWindowAttributes size{};
+  int left = 0, top = 0;
+  Window child;
+  bool stands = XGetWindowAttributes(x->display, window->id, &size) &&
+                XTranslateCoordinates(x->display, window->id, x->root, 0, 0, &left, &top, &child);
+  if (stands) NotePlace(x, window, {left, top, left + size.width, top + size.height});
+}
+
+void AskState(X11Connection* x, DisplayWindow* window) {
+  window->stateUnsure = false;
+  bool minimised = false;
+  if (!window->shown || !X11ReadMinimised(x, *window, &minimised)) return;
+  bool asAsked = minimised == window->minimised;
+  // Until the answer comes, the state is that of before.
+  if (!asAsked && !window->minimiseAsked) {
+    window->minimised = minimised;
+    X11QueueEvent(x, Kind::kMinimised, window, minimised);
+  }
+  if (asAsked) window->minimiseAsked = false;
+}
+
+// It can be given now what only a window on the screen can have.
+void OnViewable(X11Connection* x, DisplayWindow* window) {
+  window->viewable = true;
+  window->becameViewable = false;
+  if (window->wantsKeyboard) X11TakeKeyboard(x, window);
+  if (x->desktop.captured == window && x->desktop.captureWaits) GrabPointer(x);
+  XFlush(x->display);
+}
+
+// Asks for what events have told in part.
+void Settle(X11Connection* x) {
+  // By number: an answer may bring more events, but never another window.
+  std::vector<DisplayWindow*>& windows = x->desktop.windows;
+  for (size_t i = 0; i < windows.size() && X11Live(); i++) {
+    if (windows[i]->placeUnsure) AskPlace(x, windows[i]);
+    if (windows[i]->stateUnsure) AskState(x, windows[i]);
+    if (windows[i]->becameViewable) OnViewable(x, windows[i]);
+  }
+}
+
+void OnUnmapped(X11Connection* x, DisplayWindow* window) {
+  window->viewable = window->becameViewable = false;
+  // The server takes the pointer from a window that is not on the screen.
+  if (x->desktop.captured == window) LoseCapture(x);
+}
+
+// ---- Messages ----------------------------------------------------------------------------------------------------
+
+void TakeMessage(X11Connection* x, DisplayWindow* window, XEvent* event) {
+  XClientMessageEvent& message = event->xclient;
+  if (message.message_type != X11AtomOf(x, kWmProtocols) || message.format != 32) return;
+  Atom protocol = static_cast<Atom>(message.data.l[0]);
+  if (protocol == X11AtomOf(x, kWmDeleteWindow)) X11QueueEvent(x, Kind::kCloseRequest, window, false);
+  if (protocol != X11AtomOf(x, kNetWmPing)) return;
+  // Sent back as it came, but to the root: the program is alive.
+  message.window = x->root;
+  XSendEvent(x->display, x->root, False, SubstructureRedirectMask | SubstructureNotifyMask, event);
+}
+
+void TakeProperty(X11Connection* x, Window changed, Atom atom) {
+  X11Desktop& desktop = x->desktop;
+  auto is = [&](X11Atom which) { return atom == X11AtomOf(x, which); };
+  if (DisplayWindow* window = X11WindowOf(x, changed)) {
+    if (is(kWmState) || is(kNetWmState)) window->stateUnsure = true;
+    return;
+  }
+  if (is(kNetSupported)) desktop.talentsUnsure = true;
+  if (is(kNetClientListStacking)) X11RaiseUnmanaged(x);
+  if (is(kNetWorkArea) || is(kNetCurrentDesktop) || is(kNetClientList) || is(kNetWmStrutPartial)) {
+    X11NoteScreenChanged(x);
+  }
+}
+
+// ---- Pointer shapes ----------------------------------------------------------------------------------------------
+
+Cursor SystemPointer(X11Connection* x, PointerShape shape) {
+  constexpr unsigned int shapes[] = {XC_left_ptr, XC_xterm, XC_watch, XC_crosshair};
+  size_t which = static_cast<size_t>(shape);
+  Cursor& pointer = x->desktop.shapes[which];
+  if (!pointer) pointer = XCreateFontCursor(x->display, shapes[which]);
+  return pointer;
+}
+
+// Of two colours, which every server can show: half or more of a pixel is there, and half or more of the light white.
+Cursor OwnPointer(X11Connection* x, const PointerPicture& picture) {
+  if (picture.width < 1 || picture.height < 1) return None;
+  if (picture.width > kPointerSideMax || picture.height > kPointerSideMax) return None;
+  size_t rowBytes = static_cast<size_t>(picture.width + 7) / 8;
+  std::vector<char> white(rowBytes * picture.height), there(rowBytes * picture.height);
+  for (int32_t y = 0; y < picture.height; y++) {
+    for (int32_t column = 0; column < picture.width; column++) {
+      uint32_t pixel = picture.pixels[y * picture.width + column];
+      uint32_t alpha = pixel >> 24;
+      uint32_t light = (pixel >> 16 & 255) + (pixel >> 8 & 255) + (pixel & 255);
+      size_t byte = y * rowBytes + column / 8;
+      if (alpha >= 128) there[byte] |= static_cast<char>(1 << column % 8);
+      if (2 * light >= 3 * alpha) white[byte] |= static_cast<char>(1 << column % 8);
+    }
+  }
+  Pixmap source = XCreateBitmapFromData(x->display, x->root, white.data(), picture.width, picture.height);
+  Pixmap mask = XCreateBitmapFromData(x->display, x->root, there.data(), picture.width, picture.height);
+  XColor light{0, 0xFFFF, 0xFFFF, 0xFFFF, DoRed | DoGreen | DoBlue, 0};
+  XColor dark{0, 0, 0, 0, DoRed | DoGreen | DoBlue, 0};
+  Cursor pointer =
+      XCreatePixmapCursor(x->display, source, mask, &light, &dark, std::clamp(picture.hotX, 0, picture.width - 1),
+                          std::clamp(picture.hotY, 0, picture.height - 1));
+  XFreePixmap(x->display, source);
+  XFreePixmap(x->display, mask);
+  return pointer;
+}
+
+} // namespace
+
+void X11QueueEvent(X11Connection* x, DisplayEventKind kind, DisplayWindow* window, bool flag) {
+  DisplayEvent event{};
+  event.kind = kind;
+  event.window = window;
+  event.flag = flag;
+  event.tick = DisplayTick();
+  x->desktop.events.push_back(event);
+}
+
+void X11NoteScreenChanged(X11Connection* x) {
+  std::deque<DisplayEvent>& events = x->desktop.events;
+  x->desktop.usableUnsure = true;
+  // One tells as much as many.
+  bool waits = std::any_of(events.begin(), events.end(),
+                           [](const DisplayEvent& event) { return event.kind == Kind::kScreenChanged; });
+  if (!waits) X11QueueEvent(x, Kind::kScreenChanged, nullptr, false);
+}
+
+void X11TakeWindowEvent(X11Connection* x, XEvent* event) {
+  if (X11TakeKeyboardEvent(x, event)) return;
+  if (event->type == PropertyNotify) return TakeProperty(x, event->xproperty.window, event->xproperty.atom);
+  DisplayWindow* window = X11WindowOf(x, event->xany.window);
+  if (!window) return;
+  switch (event->type) {
+  case MotionNotify:
+  case ButtonPress:
+  case ButtonRelease:
+    return QueueMouse(x, window, *event);
+  case KeyPress:
+  case KeyRelease:
+    return QueueKey(x, window, *event);
+  case FocusIn:
+  case FocusOut:
+    return TakeFocus(x, window, event->xfocus);
+  case Expose:
+    return QueueRect(x, Kind::kExposed, window,
+                     {event->xexpose.x, event->xexpose.y, event->xexpose.x + event->xexpose.width,
+                      event->xexpose.y + event->xexpose.height});
+  case ConfigureNotify:
+    return TakePlace(x, window, event->xconfigure);
+  case ReparentNotify:
+    window->reparented = event->xreparent.parent != x->root;
+    return;
+  case VisibilityNotify:
+    window->becameViewable = true;
+    return;
+  case UnmapNotify:
+    return OnUnmapped(x, window);
+  case ClientMessage:
+    return TakeMessage(x, window, event);
+  default:
+    return;
+  }
+}
+
+void X11ForgetWindow(X11Connection* x, const DisplayWindow* window) {
+  X11Desktop& desktop = x->desktop;
+  std::erase_if(desktop.events, [=](const DisplayEvent& event) { return event.window == window; });
+  for (DisplayWindow* other : desktop.windows) {
+    if (other->owner == window) other->owner = nullptr;
+  }
+  // The server releases it as the window goes.
+  if (desktop.captured == window) desktop.captured = nullptr;
+}
+
+void DisplayCapturePointer(DisplayWindow* window) {
+  X11Connection* x = X11Live();
+  if (!x || (!window && !x->desktop.captured)) return;
+  x->desktop.captured = window;
+  x->desktop.captureWaits = false;
+  if (window) {
+    GrabPointer(x);
+  } else {
+    XUngrabPointer(x->display, CurrentTime);
+  }
+  XFlush(x->display);
+}
+
+void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const PointerPicture* picture) {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  bool own = shape == PointerShape::kOwn;
+  Cursor pointer = !own ? SystemPointer(x, shape) : picture ? OwnPointer(x, *picture) : None;
+  XDefineCursor(x->display, window->id, pointer);
+  if (x->desktop.captured == window) XChangeActivePointerGrab(x->display, kMouseEvents, pointer, CurrentTime);
+  if (window->ownsPointer && window->pointer) XFreeCursor(x->display, window->pointer);
+  window->pointer = pointer;
+  window->ownsPointer = own;
+  XFlush(x->display);
+}
+
+void DisplayBeep() {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  XBell(x->display, 0);
+  XFlush(x->display);
+}
+
+bool DisplayNextEvent(DisplayEvent* event) {
+  X11Connection* x = X11Live();
+  if (!x) return false;
+  std::deque<DisplayEvent>& events = x->desktop.events;
+  if (events.empty()) X11TakeEvents(x, QueuedAfterFlush);
+  if (X11Live()) Settle(x);
+  if (!X11Live() || events.empty()) return false;
+  *event = events.front();
+  events.pop_front();
+  return true;
+}
+
+} // namespace framereel

@@ -1,0 +1,242 @@
+// The keyboard of the X11 display: from keys to virtual keys and characters by the layout in force, and which keys are
+// down. Layouts are the XKB extension's; Xlib falls back to the core protocol by itself where it is missing.
+//
+// Nothing is asked of the keyboard before the first window or the first question.
+#include <X11/XKBlib.h>
+#define XK_LATIN1
+#define XK_MISCELLANY
+#define XK_XKB_KEYS
+#include <X11/keysymdef.h>
+
+#include <cstring>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr int32_t kFirstKey = 8;        // of every server
+constexpr uint8_t kCharacterKey = 0xDF; // a key that has a character but no name
+
+struct NamedKey {
+  KeySym symbol;
+  uint8_t key;
+};
+
+// Letters, digits, function keys and the keypad's digits are counted out below.
+constexpr NamedKey kNamedKeys[] = {
+    {XK_BackSpace, 0x08},  {XK_Tab, 0x09},          {XK_ISO_Left_Tab, 0x09}, {XK_Clear, 0x0C},
+    {XK_KP_Begin, 0x0C},   {XK_Return, 0x0D},       {XK_KP_Enter, 0x0D},     {XK_Shift_L, 0x10},
+    {XK_Shift_R, 0x10},    {XK_Control_L, 0x11},    {XK_Control_R, 0x11},    {XK_Alt_L, 0x12},
+    {XK_Alt_R, 0x12},      {XK_Meta_L, 0x12},       {XK_Meta_R, 0x12},       {XK_Pause, 0x13},
+    {XK_Caps_Lock, 0x14},  {XK_Escape, 0x1B},       {XK_space, 0x20},        {XK_Prior, 0x21},
+    {XK_KP_Prior, 0x21},   {XK_Next, 0x22},         {XK_KP_Next, 0x22},      {XK_End, 0x23},
+    {XK_KP_End, 0x23},     {XK_Home, 0x24},         {XK_KP_Home, 0x24},      {XK_Left, 0x25},
+    {XK_KP_Left, 0x25},    {XK_Up, 0x26},           {XK_KP_Up, 0x26},        {XK_Right, 0x27},
+    {XK_KP_Right, 0x27},   {XK_Down, 0x28},         {XK_KP_Down, 0x28},      {XK_Print, 0x2C},
+    {XK_Insert, 0x2D},     {XK_KP_Insert, 0x2D},    {XK_Delete, 0x2E},       {XK_KP_Delete, 0x2E},
+    {XK_Super_L, 0x5B},    {XK_Super_R, 0x5C},      {XK_Menu, 0x5D},         {XK_KP_Multiply, 0x6A},
+    {XK_KP_Add, 0x6B},     {XK_KP_Separator, 0x6C}, {XK_KP_Subtract, 0x6D},  {XK_KP_Decimal, 0x6E},
+    {XK_KP_Divide, 0x6F},  {XK_Num_Lock, 0x90},     {XK_Scroll_Lock, 0x91},  {XK_semicolon, 0xBA},
+    {XK_equal, 0xBB},      {XK_plus, 0xBB},         {XK_comma, 0xBC},        {XK_minus, 0xBD},
+    {XK_period, 0xBE},     {XK_slash, 0xBF},        {XK_numbersign, 0xBF},   {XK_grave, 0xC0},
+    {XK_dead_grave, 0xC0}, {XK_bracketleft, 0xDB},  {XK_backslash, 0xDC},    {XK_bracketright, 0xDD},
+    {XK_apostrophe, 0xDE}, {XK_dead_acute, 0xDE},   {XK_less, 0xE2},
+};
+
+struct DeadKey {
+  KeySym symbol;
+  uint8_t accent; // Latin-1
+};
+constexpr DeadKey kDeadKeys[] = {
+    {XK_dead_grave, '`'},     {XK_dead_acute, '\''},   {XK_dead_circumflex, '^'}, {XK_dead_tilde, '~'},
+    {XK_dead_diaeresis, '"'}, {XK_dead_cedilla, 0xB8}, {XK_dead_abovering, 0xB0}, {XK_dead_macron, 0xAF},
+};
+
+bool IsKeypad(KeySym symbol) {
+  return symbol >= XK_KP_Space && symbol <= XK_KP_9;
+}
+
+// Keypad symbols carry the character in their lower 7 bits, and Unicode ones the code point in their lower 24.
+uint8_t Latin1Of(KeySym symbol) {
+  switch (symbol) {
+  case XK_BackSpace:
+  case XK_Tab:
+  case XK_Return:
+  case XK_Escape:
+    return static_cast<uint8_t>(symbol & 0x7F);
+  case XK_ISO_Left_Tab:
+    return '\t';
+  default:
+    break;
+  }
+  if (IsKeypad(symbol)) {
+    uint8_t character = symbol & 0x7F;
+    bool gives = (character >= '*' && character <= '9') || character == ' ' || character == '=' || character == '\r';
+    return gives ? character : 0;
+  }
+  if ((symbol & 0xFF000000) == 0x01000000) symbol &= 0xFFFFFF;
+  bool printable = (symbol >= 0x20 && symbol < 0x7F) || (symbol >= 0xA0 && symbol <= 0xFF);
+  return printable ? static_cast<uint8_t>(symbol) : 0;
+}
+
+uint8_t AccentOf(KeySym symbol) {
+  for (const DeadKey& dead : kDeadKeys) {
+    if (dead.symbol == symbol) return dead.accent;
+  }
+  return 0;
+}
+
+uint8_t KeyOfSymbol(KeySym symbol) {
+  if (symbol >= XK_a && symbol <= XK_z) return static_cast<uint8_t>('A' + (symbol - XK_a));
+  if (symbol >= XK_A && symbol <= XK_Z) return static_cast<uint8_t>(symbol);
+  if (symbol >= XK_0 && symbol <= XK_9) return static_cast<uint8_t>(symbol);
+  if (symbol >= XK_KP_0 && symbol <= XK_KP_9) return static_cast<uint8_t>(0x60 + (symbol - XK_KP_0));
+  if (symbol >= XK_F1 && symbol <= XK_F24) return static_cast<uint8_t>(0x70 + (symbol - XK_F1));
+  for (const NamedKey& named : kNamedKeys) {
+    if (named.symbol == symbol) return named.key;
+  }
+  return 0;
+}
+
+// A key of the row of digits is a digit even where digits take Shift; any other is named by what it gives alone. A
+// layout of other letters leaves that to the layout beside it.
+uint8_t KeyOfCode(Display* display, KeyCode code) {
+  for (int group = 0; group < XkbNumKbdGroups; group++) {
+    KeySym alone = XkbKeycodeToKeysym(display, code, group, 0);
+    KeySym shifted = XkbKeycodeToKeysym(display, code, group, 1);
+    if (shifted >= XK_0 && shifted <= XK_9) return static_cast<uint8_t>(shifted);
+    if (uint8_t key = KeyOfSymbol(alone)) return key;
+    if (uint8_t key = IsKeypad(shifted) ? 0 : KeyOfSymbol(shifted)) return key;
+  }
+  KeySym first = XkbKeycodeToKeysym(display, code, 0, 0);
+  return Latin1Of(first) || AccentOf(first) ? kCharacterKey : 0;
+}
+
+// What Num Lock makes of a key of the keypad.
+uint8_t NumLockedKeyOf(Display* display, KeyCode code) {
+  KeySym locked = XkbKeycodeToKeysym(display, code, 0, 1);
+  bool digit = (locked >= XK_KP_0 && locked <= XK_KP_9) || locked == XK_KP_Decimal || locked == XK_KP_Separator;
+  return digit ? KeyOfSymbol(locked) : 0;
+}
+
+void Watch(X11Connection* x) {
+  X11Keys& keys = x->keyboard;
+  keys.watched = true;
+  keys.unsure = true;
+  keys.event = -1;
+  int opcode, event, error, major = XkbMajorVersion, minor = XkbMinorVersion;
+  if (!XkbQueryExtension(x->display, &opcode, &event, &error, &major, &minor)) return;
+  keys.event = event;
+  // A key that is held then comes as further presses without releases between them.
+  Bool repeats;
+  XkbSetDetectableAutoRepeat(x->display, True, &repeats);
+  constexpr unsigned long watched = XkbGroupStateMask | XkbModifierLockMask;
+  XkbSelectEventDetails(x->display, XkbUseCoreKbd, XkbStateNotify, watched, watched);
+  XkbStateRec state{};
+  XkbGetState(x->display, XkbUseCoreKbd, &state);
+  keys.group = state.group;
+  keys.locked = state.locked_mods;
+}
+
+void Rebuild(X11Connection* x) {
+  X11Keys& keys = x->keyboard;
+  keys.unsure = false;
+  for (int32_t code = kFirstKey; code < 256; code++) {
+    keys.keys[code] = KeyOfCode(x->display, static_cast<KeyCode>(code));
+    keys.keysNumLocked[code] = NumLockedKeyOf(x->display, static_cast<KeyCode>(code));
+  }
+  keys.numLock = XkbKeysymToModifiers(x->display, XK_Num_Lock);
+}
+
+// Asks what is down, unless it has been asked in this very millisecond: a chord takes several questions.
+void ReadPressed(X11Connection* x) {
+  X11Keys& keys = x->keyboard;
+  uint32_t now = DisplayTick();
+  if (keys.hasPressed && keys.pressedTick == now) return;
+  Window root, child;
+  int rootX, rootY, windowX, windowY;
+  keys.buttons = 0;
+  std::memset(keys.pressed, 0, sizeof keys.pressed);
+  XQueryPointer(x->display, x->root, &root, &child, &rootX, &rootY, &windowX, &windowY, &keys.buttons);
+  XQueryKeymap(x->display, keys.pressed);
+  keys.hasPressed = true;
+  keys.pressedTick = now;
+}
+
+unsigned int ButtonMask(uint8_t virtualKey) {
+  return virtualKey == 1 ? Button1Mask : virtualKey == 2 ? Button3Mask : virtualKey == 4 ? Button2Mask : 0;
+}
+
+} // namespace
+
+void X11ReadKeys(X11Connection* x) {
+  if (!x->keyboard.watched) Watch(x);
+  if (x->keyboard.unsure && X11Live()) Rebuild(x);
+}
+
+bool X11TakeKeyboardEvent(X11Connection* x, XEvent* event) {
+  X11Keys& keys = x->keyboard;
+  if (event->type == MappingNotify) {
+    XRefreshKeyboardMapping(&event->xmapping);
+    keys.unsure = true;
+    return true;
+  }
+  if (!keys.watched || event->type != keys.event) return false;
+  const XkbEvent& told = *reinterpret_cast<const XkbEvent*>(event);
+  if (told.any.xkb_type == XkbStateNotify) {
+    keys.group = told.state.group;
+    keys.locked = told.state.locked_mods;
+  }
+  return true;
+}
+
+uint8_t X11VirtualKey(X11Connection* x, uint8_t code, unsigned int state) {
+  X11ReadKeys(x);
+  const X11Keys& keys = x->keyboard;
+  // Shift takes Num Lock back.
+  bool digits = state & keys.numLock && !(state & ShiftMask);
+  return digits && keys.keysNumLocked[code] ? keys.keysNumLocked[code] : keys.keys[code];
+}
+
+bool DisplayKeyIsDown(uint8_t virtualKey) {
+  X11Connection* x = X11Live();
+  if (!x || virtualKey == 0) return false;
+  X11TakeEvents(x, QueuedAlready);
+  X11ReadKeys(x);
+  if (X11Live()) ReadPressed(x);
+  if (!X11Live()) return false;
+  const X11Keys& keys = x->keyboard;
+  if (unsigned int mask = ButtonMask(virtualKey)) return keys.buttons & mask;
+  for (int32_t code = kFirstKey; code < 256; code++) {
+    bool down = keys.pressed[code / 8] >> code % 8 & 1;
+    if (down && (keys.keys[code] == virtualKey || keys.keysNumLocked[code] == virtualKey)) return true;
+  }
+  return false;
+}
+
+bool DisplayCapsLockIsOn() {
+  X11Connection* x = X11Live();
+  if (!x) return false;
+  X11ReadKeys(x);
+  if (X11Live()) X11TakeEvents(x, QueuedAfterReading);
+  return X11Live() && x->keyboard.locked & LockMask;
+}
+
+uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead) {
+  *dead = false;
+  X11Connection* x = X11Live();
+  if (!x || scan < kFirstKey) return 0;
+  X11ReadKeys(x);
+  const X11Keys& keys = x->keyboard;
+  unsigned int modifiers = (shift ? ShiftMask : 0) | (capsLock ? LockMask : 0) | (keys.locked & keys.numLock);
+  KeySym symbol = NoSymbol;
+  unsigned int used;
+  XkbLookupKeySym(x->display, scan, XkbBuildCoreState(modifiers, keys.group), &used, &symbol);
+  uint8_t accent = AccentOf(symbol);
+  *dead = accent != 0;
+  return accent ? accent : Latin1Of(symbol);
+}
+
+} // namespace framereel

@@ -1,0 +1,293 @@
+// Our windows on the X11 display: making, showing, placing, stacking, presenting. What they say to a window manager is
+// in window_manager.cpp; what is heard of them in events.cpp.
+//
+// Every call sends what it asks for at once and does not wait for it. Sizes and places are cut to what the protocol
+// can say, 16 bits.
+#include <algorithm>
+#include <new>
+#include <vector>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+// More answers than this never wait in practice; one that never comes must not make the list grow.
+constexpr size_t kUnansweredMax = 64;
+
+struct ProtocolPlace {
+  int32_t x, y, width, height;
+};
+
+ProtocolPlace ProtocolOf(const PixelRect& place) {
+  auto within = [](int64_t v, int32_t low, int32_t high) {
+    return static_cast<int32_t>(v < low ? low : v > high ? high : v);
+  };
+  return {within(place.left, -32768, 32767), within(place.top, -32768, 32767),
+          within(int64_t{place.right} - place.left, 1, 32767), within(int64_t{place.bottom} - place.top, 1, 32767)};
+}
+
+bool Same(const PixelRect& a, const PixelRect& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+Window Create(const X11Connection* x, const DisplayWindowSpec& spec) {
+  bool cover = spec.role == WindowRole::kCover;
+  XSetWindowAttributes attributes{};
+  attributes.override_redirect = spec.role == WindowRole::kPopup || cover;
+  attributes.bit_gravity = NorthWestGravity;
+  attributes.event_mask = StructureNotifyMask | VisibilityChangeMask | FocusChangeMask | PropertyChangeMask |
+                          KeyPressMask | KeyReleaseMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask;
+  unsigned long said = CWOverrideRedirect | CWEventMask;
+  // A window without output has neither pixels to keep nor any to paint.
+  if (!cover) {
+    attributes.event_mask |= ExposureMask;
+    said |= CWBitGravity;
+  }
+  ProtocolPlace place = ProtocolOf(spec.place);
+  return XCreateWindow(x->display, x->root, place.x, place.y, place.width, place.height, 0, cover ? 0 : CopyFromParent,
+                       cover ? InputOnly : InputOutput, CopyFromParent, said, &attributes);
+}
+
+// The last is the topmost of its kind.
+void Restack(X11Connection* x, DisplayWindow* window, bool top) {
+  std::vector<DisplayWindow*>& windows = x->desktop.windows;
+  std::erase(windows, window);
+  windows.insert(top ? windows.end() : windows.begin(), window);
+}
+
+void Show(X11Connection* x, DisplayWindow* window) {
+  if (X11IsManaged(*window)) {
+    X11WritePlace(x, *window);
+    X11WriteStart(x, *window);
+    // Nobody else would keep it off the screen.
+    if (window->minimised && !X11HasManager(x)) return;
+  }
+  Restack(x, window, true);
+  if (X11IsManaged(*window)) XRaiseWindow(x->display, window->id);
+  X11RaiseUnmanaged(x);
+  XMapWindow(x->display, window->id);
+}
+
+void Hide(X11Connection* x, DisplayWindow* window) {
+  window->wantsKeyboard = false;
+  if (X11IsManaged(*window)) {
+    XWithdrawWindow(x->display, window->id, DefaultScreen(x->display));
+  } else {
+    XUnmapWindow(x->display, window->id);
+  }
+}
+
+// Window managers do it by themselves.
+void RaiseDialogsOf(X11Connection* x, const DisplayWindow* owner) {
+  for (const DisplayWindow* window : x->desktop.windows) {
+    if (window->shown && window->owner == owner && X11IsManaged(*window)) XRaiseWindow(x->display, window->id);
+  }
+}
+
+void ForgetPointer(X11Connection* x, DisplayWindow* window) {
+  if (window->ownsPointer && window->pointer) XFreeCursor(x->display, window->pointer);
+  window->pointer = None;
+  window->ownsPointer = false;
+}
+
+} // namespace
+
+DisplayWindow* X11WindowOf(const X11Connection* x, Window id) {
+  for (DisplayWindow* window : x->desktop.windows) {
+    if (window->id == id) return window;
+  }
+  return nullptr;
+}
+
+bool X11IsManaged(const DisplayWindow& window) {
+  return window.role == WindowRole::kMain || window.role == WindowRole::kDialog;
+}
+
+void X11RaiseUnmanaged(X11Connection* x) {
+  const std::vector<DisplayWindow*>& windows = x->desktop.windows;
+  std::vector<Window> stack; // from the top down
+  for (WindowRole role : {WindowRole::kCover, WindowRole::kPopup}) {
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+      if ((*window)->shown && (*window)->role == role) stack.push_back((*window)->id);
+    }
+  }
+  if (stack.empty()) return;
+  // Each of the others slides under the one before, so none covers another for a moment and has to be painted anew.
+  XRaiseWindow(x->display, stack.front());
+  XRestackWindows(x->display, stack.data(), static_cast<int>(stack.size()));
+}
+
+void X11TakeKeyboard(X11Connection* x, DisplayWindow* window) {
+  window->wantsKeyboard = false;
+  if (X11IsManaged(*window) && X11ManagerCan(x, kNetActiveWindow)) {
+    // An application asks, and says when its user was last at work, and in which of its windows.
+    constexpr long application = 1;
+    long current = None;
+    for (const DisplayWindow* other : x->desktop.windows) {
+      if (other->active) current = static_cast<long>(other->id);
+    }
+    X11AskManager(x, *window, kNetActiveWindow, {application, static_cast<long>(x->desktop.userTime), current, 0, 0});
+    return;
+  }
+  XSetInputFocus(x->display, window->id, RevertToPointerRoot, CurrentTime);
+}
+
+DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {
+  X11Connection* x = X11Live();
+  if (!x) return nullptr;
+  DisplayWindow* window = new (std::nothrow) DisplayWindow{};
+  if (!window) return nullptr;
+  X11ReadKeys(x);
+  window->id = Create(x, spec);
+  window->role = spec.role;
+  window->place = spec.place;
+  window->owner = spec.owner;
+  x->desktop.windows.push_back(window);
+  X11Describe(x, *window);
+  X11WriteTitle(x, *window, spec.title ? spec.title : "");
+  XFlush(x->display);
+  if (X11Live()) return window;
+  DisplayFreeWindow(window);
+  return nullptr;
+}
+
+void DisplayFreeWindow(DisplayWindow* window) {
+  X11Connection* x = X11Live();
+  // One that is not in the list belongs to an earlier connection and has gone with it.
+  if (x && std::erase(x->desktop.windows, window) > 0) {
+    X11ForgetWindow(x, window);
+    XDestroyWindow(x->display, window->id);
+    ForgetPointer(x, window);
+    XFlush(x->display);
+  }
+  delete window;
+}
+
+void DisplayShowWindow(DisplayWindow* window, bool shown) {
+  X11Connection* x = X11Live();
+  if (!x || window->shown == shown) return;
+  window->shown = shown;
+  if (shown) {
+    Show(x, window);
+  } else {
+    Hide(x, window);
+  }
+  XFlush(x->display);
+}
+
+void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place) {
+  X11Connection* x = X11Live();
+  if (!x || Same(place, window->place)) return;
+  ProtocolPlace before = ProtocolOf(window->place);
+  ProtocolPlace after = ProtocolOf(place);
+  bool sized = before.width != after.width || before.height != after.height;
+  window->place = place;
+  window->unanswered.push_back(place);
+  if (window->unanswered.size() > kUnansweredMax) window->unanswered.erase(window->unanswered.begin());
+  // A window manager keeps to the sizes that it has been told.
+  if (sized && X11IsManaged(*window)) X11WritePlace(x, *window);
+  XMoveResizeWindow(x->display, window->id, after.x, after.y, after.width, after.height);
+  XFlush(x->display);
+}
+
+void DisplayStackWindow(DisplayWindow* window, bool top) {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  Restack(x, window, top);
+  if (X11IsManaged(*window) && top) {
+    XRaiseWindow(x->display, window->id);
+    RaiseDialogsOf(x, window);
+  } else if (X11IsManaged(*window)) {
+    XLowerWindow(x->display, window->id);
+  }
+  X11RaiseUnmanaged(x);
+  XFlush(x->display);
+}
+
+void DisplayTitleWindow(DisplayWindow* window, const char* title) {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  X11WriteTitle(x, *window, title);
+  XFlush(x->display);
+}
+
+void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon) {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  X11WriteIcon(x, *window, icon);
+  XFlush(x->display);
+}
+
+void DisplayMinimiseWindow(DisplayWindow* window, bool minimised) {
+  X11Connection* x = X11Live();
+  if (!x || window->minimised == minimised) return;
+  window->minimised = minimised;
+  if (!window->shown) return; // it then comes that way
+  window->minimiseAsked = X11IsManaged(*window) && X11HasManager(x);
+  if (!minimised) {
+    XMapWindow(x->display, window->id);
+  } else if (window->minimiseAsked) {
+    XIconifyWindow(x->display, window->id, DefaultScreen(x->display));
+  } else {
+    XUnmapWindow(x->display, window->id);
+  }
+  XFlush(x->display);
+}
+
+void DisplayActivateWindow(DisplayWindow* window) {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  X11AllowKeyboard(x, *window);
+  // A window manager shows it when it gets round to it; until then there is nothing to give the keyboard to.
+  window->wantsKeyboard = X11IsManaged(*window) && !window->viewable && X11HasManager(x);
+  if (!window->wantsKeyboard) X11TakeKeyboard(x, window);
+  XFlush(x->display);
+}
+
+bool DisplayDragWindow(DisplayWindow* window, int32_t pointerX, int32_t pointerY) {
+  X11Connection* x = X11Live();
+  if (!x || !X11IsManaged(*window) || !X11ManagerCan(x, kNetWmMoveResize)) return false;
+  constexpr long move = 8, leftButton = 1, application = 1;
+  // The window manager takes the pointer, which must be free for it.
+  x->desktop.captured = nullptr;
+  XUngrabPointer(x->display, CurrentTime);
+  X11AskManager(x, *window, kNetWmMoveResize, {pointerX, pointerY, move, leftButton, application});
+  XFlush(x->display);
+  return X11Live() != nullptr;
+}
+
+void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRect& part) {
+  X11Connection* x = X11Live();
+  if (!x || !window->shown || window->minimised || window->role == WindowRole::kCover) return;
+  if (!X11HasScreenLayout(x, surface)) return;
+  PixelRect on = Intersect(part, {0, 0, surface.width, surface.height});
+  if (!IsEmpty(on)) X11PutPixels(x, window->id, surface, on, on.left, on.top);
+}
+
+void DisplayRefreshAll() {
+  X11Connection* x = X11Live();
+  if (!x) return;
+  // A window that comes and goes uncovers all others. It has no background, so nothing flickers.
+  XSetWindowAttributes attributes{};
+  attributes.override_redirect = True;
+  Window all = XCreateWindow(x->display, x->root, 0, 0, std::max(1, x->facts.width), std::max(1, x->facts.height), 0,
+                             CopyFromParent, InputOutput, CopyFromParent, CWOverrideRedirect, &attributes);
+  XMapRaised(x->display, all);
+  XDestroyWindow(x->display, all);
+  XFlush(x->display);
+}
+
+PixelRect DisplayUsableArea() {
+  X11Connection* x = X11Live();
+  if (!x) return {};
+  X11TakeEvents(x, QueuedAlready);
+  if (x->desktop.usableUnsure) {
+    x->desktop.usable = X11ReadUsableArea(x);
+    x->desktop.usableUnsure = false;
+  }
+  return x->desktop.usable;
+}
+
+} // namespace framereel

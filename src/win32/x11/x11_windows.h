@@ -1,0 +1,155 @@
+// The window half of the X11 display: its record of a window of ours, what it keeps of the desktop and of the keyboard,
+// and the steps that window.cpp, window_manager.cpp, events.cpp and keys.cpp share.
+//
+// What a window manager does it does later and its own way, so a window's record holds both: what was asked for, and
+// what has come of it as far as events have told.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <vector>
+
+#include <X11/Xlib.h>
+
+#include "win32/display_windows.h"
+
+namespace framereel {
+
+struct X11Connection;
+
+struct DisplayWindow {
+  Window id;
+  WindowRole role;
+  DisplayWindow* owner; // null once it has gone
+  PixelRect place;      // as asked for last, or as the desktop put it since
+  // Places asked for whose answers are still to come, oldest first. Each is answered by itself, so an answer to an
+  // older one is no news of the desktop's.
+  std::vector<PixelRect> unanswered;
+  bool shown, minimised;
+  bool minimiseAsked;  // the window manager has not answered yet
+  bool viewable;       // stands on the screen, if only behind others
+  bool becameViewable; // an event told so, and nobody has looked at it
+  bool active;         // has the keyboard
+  bool wantsKeyboard;  // asked for it before it stood on the screen
+  bool reparented;     // inside of a window manager's frame
+  bool placeUnsure;    // events told a place within the frame only
+  bool stateUnsure;    // events told that minimised or not may have changed
+  Cursor pointer;      // None: that of the desktop
+  bool ownsPointer;    // it is of this window alone
+};
+
+enum X11Atom : uint8_t {
+  kWmProtocols,
+  kWmDeleteWindow,
+  kWmState,
+  kUtf8String,
+  kMotifHints,
+  kNetSupported,
+  kNetActiveWindow,
+  kNetClientList,
+  kNetClientListStacking,
+  kNetCurrentDesktop,
+  kNetWorkArea,
+  kNetWmIcon,
+  kNetWmIconName,
+  kNetWmMoveResize,
+  kNetWmName,
+  kNetWmPid,
+  kNetWmPing,
+  kNetWmState,
+  kNetWmStateHidden,
+  kNetWmStateSkipPager,
+  kNetWmStateSkipTaskbar,
+  kNetWmStrutPartial,
+  kNetWmUserTime,
+  kNetWmWindowType,
+  kNetWmWindowTypeDialog,
+  kNetWmWindowTypeNormal,
+  kNetWmWindowTypePopupMenu,
+  kNetWmWindowTypeUtility,
+  kAtomCount,
+};
+
+struct X11Desktop {
+  Atom atoms[kAtomCount];
+  std::vector<DisplayWindow*> windows; // ours; of those that are not managed, the topmost is last
+  std::deque<DisplayEvent> events;     // taken from the connection, not yet by the caller
+  DisplayWindow* captured;             // gets all mouse events
+  bool captureWaits;                   // for its window to stand on the screen
+  Cursor shapes[4];                    // the system's own, None until used
+  Time userTime;                       // of the last press, as the server counts
+  bool knowsClock;
+  uint32_t clockAhead;                // our tick minus the server's time, as close as events have told
+  std::vector<unsigned long> talents; // atoms of what the window manager can do
+  bool talentsUnsure;
+  PixelRect usable;
+  bool usableUnsure;
+};
+
+struct X11Keys {
+  bool watched;               // changes of layout and state arrive as events
+  bool unsure;                // the tables below are behind the layout
+  int32_t event;              // the number of the keyboard extension's events, or -1
+  uint8_t keys[256];          // the virtual key of each key, 0 for none
+  uint8_t keysNumLocked[256]; // the same for keys that Num Lock makes digits; 0 for all others
+  unsigned int numLock;       // the modifier that is Num Lock, or 0
+  unsigned int locked;        // modifiers locked now
+  int32_t group;              // of the layouts, the one in force
+  bool hasPressed;            // the two below were read
+  uint32_t pressedTick;       // at this tick
+  char pressed[32];           // keys that are down, a bit for each
+  unsigned int buttons;       // as XQueryPointer tells
+};
+
+// ---- window.cpp ----
+
+DisplayWindow* X11WindowOf(const X11Connection* x, Window id);
+// Main windows and dialogs.
+bool X11IsManaged(const DisplayWindow& window);
+// Our popups and covers onto the top again, in their order, after the window manager has stacked its own.
+void X11RaiseUnmanaged(X11Connection* x);
+// Asks the desktop for the keyboard at once; the window stands on the screen.
+void X11TakeKeyboard(X11Connection* x, DisplayWindow* window);
+
+// ---- window_manager.cpp ----
+
+void X11InternAtoms(X11Connection* x);
+Atom X11AtomOf(const X11Connection* x, X11Atom atom);
+// Asks the server: a window manager may come and go.
+bool X11HasManager(X11Connection* x);
+// True when there is one that says it can do this (_NET_SUPPORTED).
+bool X11ManagerCan(X11Connection* x, X11Atom what);
+// Sends one of the messages that window managers listen for on the root.
+void X11AskManager(X11Connection* x, const DisplayWindow& window, X11Atom what, const long (&data)[5]);
+
+// What window managers and task bars read: once, and again when it changes.
+void X11Describe(X11Connection* x, const DisplayWindow& window);
+void X11WriteTitle(X11Connection* x, const DisplayWindow& window, const char* title);
+void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPicture& icon);
+void X11WritePlace(X11Connection* x, const DisplayWindow& window);
+// How the window wants to be shown: minimised or not, without the keyboard.
+void X11WriteStart(X11Connection* x, const DisplayWindow& window);
+void X11AllowKeyboard(X11Connection* x, const DisplayWindow& window);
+
+// Whether the window manager has minimised the window; false when it does not tell.
+bool X11ReadMinimised(X11Connection* x, const DisplayWindow& window, bool* minimised);
+PixelRect X11ReadUsableArea(X11Connection* x);
+
+// ---- events.cpp ----
+
+void X11QueueEvent(X11Connection* x, DisplayEventKind kind, DisplayWindow* window, bool flag);
+void X11NoteScreenChanged(X11Connection* x);
+// Turns what concerns windows and keys into events of ours.
+void X11TakeWindowEvent(X11Connection* x, XEvent* event);
+// Drops the window from the queue and from all that it held.
+void X11ForgetWindow(X11Connection* x, const DisplayWindow* window);
+
+// ---- keys.cpp ----
+
+// Follows the keyboard from now on, and brings the tables up to date.
+void X11ReadKeys(X11Connection* x);
+// True when the event was of the keyboard's layout or state.
+bool X11TakeKeyboardEvent(X11Connection* x, XEvent* event);
+uint8_t X11VirtualKey(X11Connection* x, uint8_t code, unsigned int state);
+
+} // namespace framereel
