@@ -9,7 +9,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libx11-dev libxext-dev libxfixes-dev libxrandr-dev
   libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
-test=(libgtest-dev libgif-dev libxrender-dev xvfb)
+test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom)
 bench=(libbenchmark-dev libgif-dev libcgif-dev)
 
 wanted=()
