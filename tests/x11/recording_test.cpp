@@ -1,8 +1,6 @@
 // The whole road on a real server: what another program shows comes out of the file as the colour table has it.
 #include "x11/artist.h"
 
-#include <algorithm>
-
 #include "gif/own_writer.h"
 #include "platform/start_up.h"
 #include "recorder/recorder_core.h"
@@ -53,10 +51,11 @@ private:
   uint32_t ColourOf(uint32_t pixel) const {
     XColor cell{pixel, 0, 0, 0, 0, 0};
     XQueryColor(artist.display, DefaultColormap(artist.display, DefaultScreen(artist.display)), &cell);
-    uint32_t channels[] = {cell.red / 256u, cell.green / 256u, cell.blue / 256u};
+    bool palette = artist.Depth() == 8;
     uint32_t colour = 0;
-    for (uint32_t channel : channels) {
-      colour = colour << 8 | (artist.Depth() == 8 ? channel : (channel * 5 + 127) / 255 * 51);
+    for (uint32_t channel : {cell.red, cell.green, cell.blue}) {
+      uint32_t nearest = (channel * 255 + 32767) / 65535;
+      colour = colour << 8 | (palette ? channel >> 8 : (nearest * 5 + 127) / 255 * 51);
     }
     return colour;
   }
