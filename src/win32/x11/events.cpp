@@ -119,6 +119,8 @@ void NotePlace(X11Connection* x, DisplayWindow* window, const PixelRect& place) 
 }
 
 void TakePlace(X11Connection* x, DisplayWindow* window, const XConfigureEvent& event) {
+  // Requests are numbered in a long that may wrap.
+  if (static_cast<long>(event.serial - window->askedLast) < 0) return;
   // The server's own event counts from the frame; the one that window managers send counts from the screen.
   if (window->reparented && !event.send_event) {
     window->placeUnsure = true;
@@ -159,15 +161,16 @@ void OnViewable(X11Connection* x, DisplayWindow* window) {
   XFlush(x->display);
 }
 
-// Asks for what events have told in part.
-void Settle(X11Connection* x) {
-  // By number: an answer may bring more events, but never another window.
-  std::vector<DisplayWindow*>& windows = x->desktop.windows;
-  for (size_t i = 0; i < windows.size() && X11Live(); i++) {
-    if (windows[i]->placeUnsure) AskPlace(x, windows[i]);
-    if (windows[i]->stateUnsure) AskState(x, windows[i]);
-    if (windows[i]->becameViewable) OnViewable(x, windows[i]);
+// Asks for what events have told in part; false when there was nothing.
+bool Settle(X11Connection* x) {
+  bool asked = false;
+  for (DisplayWindow* window : x->desktop.windows) {
+    asked = asked || window->placeUnsure || window->stateUnsure || window->becameViewable;
+    if (window->placeUnsure) AskPlace(x, window);
+    if (window->stateUnsure) AskState(x, window);
+    if (window->becameViewable) OnViewable(x, window);
   }
+  return asked;
 }
 
 void OnUnmapped(X11Connection* x, DisplayWindow* window) {
@@ -346,7 +349,8 @@ bool DisplayNextEvent(DisplayEvent* event) {
   if (!x) return false;
   std::deque<DisplayEvent>& events = x->desktop.events;
   if (events.empty()) X11TakeEvents(x, QueuedAfterFlush);
-  if (X11Live()) Settle(x);
+  // More may have come along with the answers.
+  while (X11Live() && Settle(x)) X11TakeEvents(x, QueuedAlready);
   if (!X11Live() || events.empty()) return false;
   *event = events.front();
   events.pop_front();

@@ -188,6 +188,7 @@ void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place) {
   if (window->unanswered.size() > kUnansweredMax) window->unanswered.erase(window->unanswered.begin());
   // A window manager keeps to the sizes that it has been told.
   if (sized && X11IsManaged(*window)) X11WritePlace(x, *window);
+  window->askedLast = NextRequest(x->display);
   XMoveResizeWindow(x->display, window->id, after.x, after.y, after.width, after.height);
   XFlush(x->display);
 }

@@ -22,9 +22,10 @@ struct DisplayWindow {
   WindowRole role;
   DisplayWindow* owner; // null once it has gone
   PixelRect place;      // as asked for last, or as the desktop put it since
-  // Places asked for whose answers are still to come, oldest first. Each is answered by itself, so an answer to an
-  // older one is no news of the desktop's.
+  // Places asked for whose answers are still to come, oldest first. A window manager answers each by itself, so an
+  // answer to an older one is no news of the desktop's.
   std::vector<PixelRect> unanswered;
+  unsigned long askedLast; // number of the last of these requests; what was told before it is out of date
   bool shown, minimised;
   bool minimiseAsked;  // the window manager has not answered yet
   bool viewable;       // stands on the screen, if only behind others

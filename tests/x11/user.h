@@ -1,0 +1,76 @@
+// A user and a desktop for the tests of the X11 display's windows: presses keys and moves the mouse through the server,
+// asks window managers as a task bar would, and waits for what comes of it. Waiting is for events, and ends in a
+// failure when none comes for very long.
+#pragma once
+
+#include "x11/artist.h"
+
+#include <functional>
+#include <source_location>
+#include <string>
+#include <vector>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+class X11WindowTest : public X11Test {
+protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // ---- The program ----
+
+  // A window of ours, freed with the test.
+  DisplayWindow* Open(WindowRole role, const PixelRect& place, DisplayWindow* owner = nullptr,
+                      const char* title = "test");
+  // The same, shown, and waited for.
+  DisplayWindow* Show(WindowRole role, const PixelRect& place, DisplayWindow* owner = nullptr);
+  void Free(DisplayWindow* window);
+  // Gives it the keyboard, and waits until it has it.
+  void Activate(DisplayWindow* window);
+
+  // ---- The user ----
+
+  void MovePointer(int32_t x, int32_t y);
+  void Button(unsigned int button, bool down);
+  void Key(KeySym symbol, bool down);
+  void Type(KeyCode code); // presses and releases
+  KeyCode CodeOf(KeySym symbol) const { return XKeysymToKeycode(artist.display, symbol); }
+
+  // ---- The desktop ----
+
+  bool HasManager() const;
+  // Waits until the window manager has worked off all that happened up to now.
+  void WaitForManager();
+  bool HasCompositor();
+  Atom AtomOf(const char* name) const { return XInternAtom(artist.display, name, False); }
+  // A message of a task bar's or a window manager's: to the root about the window, or to the window itself.
+  void Tell(Window to, Window about, const char* type, std::vector<long> data);
+  std::vector<long> Longs(Window window, const char* property) const;
+  std::string Text(Window window, const char* property) const;
+  // Where the window stands on the screen, by the server's own word.
+  PixelRect PlaceOf(const DisplayWindow* window) const;
+  bool StandsOnScreen(const DisplayWindow* window) const;
+  // The innermost window at a place of the screen.
+  Window WindowAt(int32_t x, int32_t y) const;
+
+  // ---- Waiting ----
+
+  // Takes events until one is of the kind and for the window, and answers it; the others are dropped.
+  DisplayEvent Next(DisplayEventKind kind, const DisplayWindow* window,
+                    std::source_location where = std::source_location::current());
+  // Takes events until it holds.
+  void Until(const std::function<bool()>& holds, std::source_location where = std::source_location::current());
+  // All events that have come, once both sides agree.
+  std::vector<DisplayEvent> Drain();
+
+private:
+  bool WaitForMore();
+  std::vector<DisplayWindow*> windows;
+};
+
+bool operator==(const PixelRect& a, const PixelRect& b);
+void PrintTo(const PixelRect& r, std::ostream* out);
+
+} // namespace framereel
