@@ -61,8 +61,9 @@ void Show(X11Connection* x, DisplayWindow* window) {
   if (X11IsManaged(*window)) {
     X11WritePlace(x, *window);
     X11WriteStart(x, *window);
-    // Nobody else would keep it off the screen.
+    // Without a window manager nobody else would keep it off the screen.
     if (window->minimised && !X11HasManager(x)) return;
+    window->minimiseAsked = window->minimised;
   }
   Restack(x, window, true);
   if (X11IsManaged(*window)) XRaiseWindow(x->display, window->id);

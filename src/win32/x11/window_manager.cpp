@@ -281,10 +281,10 @@ void X11WritePlace(X11Connection* x, const DisplayWindow& window) {
 
 void X11WriteStart(X11Connection* x, const DisplayWindow& window) {
   WriteHints(x, window);
-  // The window manager takes both back when a window is withdrawn. A user who was never at work on it does not want it
-  // to have the keyboard.
+  // A user who was never at work on a window does not want it to take the keyboard.
   Write(x, window.id, X11AtomOf(x, kNetWmUserTime), XA_CARDINAL, {0});
   if (window.role != WindowRole::kDialog) return;
+  // Said each time: a window manager forgets it when the window is hidden.
   Write(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM,
         {X11AtomOf(x, kNetWmStateSkipTaskbar), X11AtomOf(x, kNetWmStateSkipPager)});
 }
