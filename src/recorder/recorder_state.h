@@ -13,6 +13,8 @@
 
 namespace framereel {
 
+struct Timer;
+
 // Index into the size table (reduce.h).
 inline constexpr uint16_t kSize25 = 0, kSize44 = 1, kSize100 = 2;
 
@@ -26,6 +28,12 @@ struct RecordingOptions {
   bool overlayCursor = true;          // once, at the first frame
   bool explorerCompatible = false;    // at every later frame
   uint16_t recordingSize = kSize100;  // once, at the first frame; it does not change while an animation is there
+  bool fakeScreen = true;             // never; a setting that is kept for the file's sake
+};
+
+// Which of the three actions the user may take now.
+struct RecordButtons {
+  bool start, grab, stop;
 };
 
 // What the engine shows and where: the program's panel, or nothing. A null function is not called.
@@ -34,6 +42,23 @@ struct RecorderPanel {
   void (*setStatus)(void* owner, const char* text) = nullptr;
   void (*showMessage)(void* owner, const char* text) = nullptr; // why the screen cannot be recorded
   void (*hideMessage)(void* owner) = nullptr;
+  void (*enableButtons)(void* owner, const RecordButtons& buttons) = nullptr;
+  // The options that hold for a whole animation can be changed, or not any more: the area, loop, border, pointer and
+  // recording size.
+  void (*enableOptions)(void* owner, bool enabled) = nullptr;
+};
+
+// When frames are taken; see control.h.
+struct RecorderControl {
+  bool recording = false;           // Start was taken and Stop not yet
+  int16_t countdown = 0;            // steps left of it: 4 down to 0
+  bool optionsFrozen = false;       // those of enableOptions
+  uint16_t lastKeyState = 0;        // of KeyBit, at the last poll
+  Timer* activeTimer = nullptr;     // the one that is pending
+  Offscreen* pictures[4] = {};      // the digits 1, 2 and 3, and the pause sign; owned
+  Rect pictureBounds = {};          // their size, from 0, 0
+  Rect pictureRect = {};            // where the one on the screen stands
+  Offscreen* savedScreen = nullptr; // what lies under it; null when none is up
 };
 
 enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };
@@ -96,6 +121,8 @@ struct RecorderState {
   uint8_t* rowIndices = nullptr;    // a row of the frame being compared
   GrabPipeline grab;
   AnimationColours colours;
+
+  RecorderControl control;
 
   uint32_t lastFrameTick = 0; // of the frame last written, in ms
   bool haveLastFrameTick = false;
