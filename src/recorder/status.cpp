@@ -81,12 +81,23 @@ void RecorderRefreshStatus(RecorderState& recorder) {
   recorder.shownFrameCount = int32_t(recorder.frameCount);
 }
 
+RecordButtons RecorderButtons(const RecorderState& recorder) {
+  const bool ready = recorder.recordingAllowed && !recorder.control.recording;
+  return {ready, ready, recorder.recordingAllowed && recorder.control.recording};
+}
+
+void UpdateRecordButtons(const RecorderState& recorder) {
+  const RecorderPanel& panel = recorder.panel;
+  if (panel.enableButtons) panel.enableButtons(panel.owner, RecorderButtons(recorder));
+}
+
 void RecorderCheckScreen(RecorderState& recorder) {
   DetectPixelFormat(recorder);
   const ScreenStatus verdict = Verdict(recorder);
   if (verdict == recorder.screenStatus) return;
   recorder.screenStatus = verdict;
   recorder.recordingAllowed = verdict == kScreenFine;
+  UpdateRecordButtons(recorder);
   const RecorderPanel& panel = recorder.panel;
   if (recorder.recordingAllowed) {
     if (panel.hideMessage) panel.hideMessage(panel.owner);

@@ -16,8 +16,12 @@ void FormatByteSize(uint32_t bytes, char* text);
 void RecorderShowStatus(RecorderState& recorder);
 void RecorderRefreshStatus(RecorderState& recorder);
 
+// Which actions the user may take in the engine's present state; and that told to the panel.
+RecordButtons RecorderButtons(const RecorderState& recorder);
+void UpdateRecordButtons(const RecorderState& recorder);
+
 // Detects the screen's format and compares it with the animation's. Sets screenStatus and recordingAllowed, and when
-// the verdict is another than before, shows the panel's message or takes it away.
+// the verdict is another than before, tells the panel: buttons, and the message why the screen cannot be recorded.
 void RecorderCheckScreen(RecorderState& recorder);
 
 } // namespace framereel
