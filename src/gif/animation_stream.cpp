@@ -27,6 +27,13 @@ void StreamInit(AnimationStream& stream) {
   StreamAppend(stream, 0, nullptr);
 }
 
+void StreamFree(AnimationStream& stream) {
+  StreamClear(stream);
+  MemFree(stream.currentChunk);
+  ListDelete(stream.fullChunks);
+  stream = {};
+}
+
 void StreamAppend(AnimationStream& stream, uint32_t length, const void* bytes) {
   const auto* rest = static_cast<const uint8_t*>(bytes);
   do {

@@ -26,6 +26,8 @@ struct AnimationStream {
 
 // Makes an empty stream with its first chunk. The record's earlier contents do not matter.
 void StreamInit(AnimationStream& stream);
+// Releases all that the stream holds; StreamInit makes it good again.
+void StreamFree(AnimationStream& stream);
 
 // Adds `length` bytes at the end. A length of 0 needs no bytes; it only makes sure of a current chunk. Running out of
 // memory ends in FatalExit; the counters are good for 4 GiB - 1 in all, and the caller keeps below that.

@@ -39,6 +39,10 @@ void GifWriterInit(GifWriter& gif, AnimationStream* stream) {
   LzwInit(gif.lzw);
 }
 
+void GifWriterFree(GifWriter& gif) {
+  LzwFree(gif.lzw);
+}
+
 void GifWriteHeader(GifWriter& gif, int16_t width, int16_t height, uint8_t interlace, uint8_t background, uint8_t bits,
                     const uint8_t* table) {
   constexpr uint8_t kGlobalTable = 0x80;

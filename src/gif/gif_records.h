@@ -25,8 +25,9 @@ struct GifWriter {
   uint8_t gifCodeSize;  // LZW minimum code size of every image, 2 to 8; set by GifWriteHeader
 };
 
-// Makes a writer into `stream`, with the compressor's tables. Call it once for a record.
+// Makes a writer into `stream`, with the compressor's tables, which GifWriterFree releases.
 void GifWriterInit(GifWriter& gif, AnimationStream* stream);
+void GifWriterFree(GifWriter& gif);
 
 // Begins the file. Width and height are the logical screen's; `interlace` is 0 or 1 and marks every image that
 // follows; `background` is a colour index. `bits` is the size of the colour table, 1 to 8; `table` holds 2^bits

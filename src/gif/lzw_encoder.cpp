@@ -191,6 +191,11 @@ void LzwInit(LzwEncoder& lzw) {
   Forget(tables, 3, kCodeLimit);
 }
 
+void LzwFree(LzwEncoder& lzw) {
+  MemFree(lzw.tables);
+  lzw.tables = nullptr;
+}
+
 void LzwEncodeImage(LzwEncoder& lzw, AnimationStream& stream, PixelCursor cursor, uint16_t initBits, uint32_t count) {
   if (count == 0 || initBits < 3 || initBits > 9 || cursor.rowWidth <= 0) return;
   LzwTables& tables = *lzw.tables;

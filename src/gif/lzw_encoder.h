@@ -21,11 +21,12 @@ struct LzwTables;
 
 // What the encoder keeps from one image to the next: memory, nothing else. Each image starts afresh.
 struct LzwEncoder {
-  LzwTables* tables; // about 4.4 MiB; from LzwInit to the end of the program
+  LzwTables* tables; // about 4.4 MiB; owned
 };
 
-// Makes the tables. Call it once for a record; running out of memory ends in FatalExit. There is no counterpart.
+// Makes the tables, which LzwFree releases. Running out of memory ends in FatalExit.
 void LzwInit(LzwEncoder& lzw);
+void LzwFree(LzwEncoder& lzw);
 
 // Compresses `count` pixels from the cursor on, at least 1, and appends the data's sub-blocks to the stream, each up
 // to 255 bytes behind its length. The caller writes the code size before them and the terminator behind.

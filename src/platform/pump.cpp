@@ -31,12 +31,6 @@ void DispatchOne(const MSG& message) {
   ::DispatchMessageA(&message);
 }
 
-// Sleeps for all of the time, however often the platform wakes.
-void SleepFor(uint32_t milliseconds) {
-  const uint32_t start = ::GetTickCount();
-  for (uint32_t slept = 0; slept < milliseconds; slept = ::GetTickCount() - start) ::Sleep(milliseconds - slept);
-}
-
 void Idle(bool mayWait) {
   PollMouse();
   state.passesLeft = 0;
@@ -99,6 +93,11 @@ void FlushPaints() {
     if (!::PeekMessageA(&message, nullptr, WM_PAINT, WM_PAINT, PM_NOREMOVE) || message.message != WM_PAINT) return;
     DispatchOne(message);
   }
+}
+
+void SleepFor(uint32_t milliseconds) {
+  const uint32_t start = ::GetTickCount();
+  for (uint32_t slept = 0; slept < milliseconds; slept = ::GetTickCount() - start) ::Sleep(milliseconds - slept);
 }
 
 } // namespace framereel

@@ -4,6 +4,8 @@
 // is due. At most one timer fires in a pass. Records that are closed or destroyed in a pass can be read until it ends.
 #pragma once
 
+#include <cstdint>
+
 namespace framereel {
 
 struct ChildWindow;
@@ -21,6 +23,8 @@ void PumpOneEvent(ChildWindow* window, bool mayWait);
 void RunModalLoop(ChildWindow* window, bool restrict);
 // Dispatches the paints that are due. All other messages stay in the queue, in their order.
 void FlushPaints();
+// Sleeps for all of the time, in ms, however often the platform wakes. Nothing is dispatched meanwhile.
+void SleepFor(uint32_t milliseconds);
 
 void PumpStartUp();
 

@@ -40,12 +40,19 @@ ScreenStatus Verdict(const RecorderState& recorder) {
   return recorder.screenFormatSupported ? kScreenFine : kScreenUnsupported;
 }
 
-void ShowRefusal(const RecorderState& recorder) {
+// The message why the screen cannot be recorded, or no message.
+void ShowVerdict(const RecorderState& recorder) {
+  const RecorderPanel& panel = recorder.panel;
+  if (recorder.recordingAllowed) {
+    if (panel.hideMessage) panel.hideMessage(panel.owner);
+    return;
+  }
+  if (!panel.showMessage) return;
   const bool differs = recorder.screenStatus == kScreenDiffers;
   const PixelFormat named = differs ? recorder.animationFormat : recorder.screenFormat;
   const char* format = AppString(differs ? kStringDiffers : kStringUnsupported);
   char* text = FormatNew(format, FormatColourCount(named));
-  recorder.panel.showMessage(recorder.panel.owner, text);
+  panel.showMessage(panel.owner, text);
   MemFree(text);
 }
 
@@ -91,6 +98,14 @@ void UpdateRecordButtons(const RecorderState& recorder) {
   if (panel.enableButtons) panel.enableButtons(panel.owner, RecorderButtons(recorder));
 }
 
+void RecorderTakePanel(RecorderState& recorder, const RecorderPanel& panel) {
+  recorder.panel = panel;
+  UpdateRecordButtons(recorder);
+  if (panel.enableOptions) panel.enableOptions(panel.owner, !recorder.control.optionsFrozen);
+  RecorderShowStatus(recorder);
+  ShowVerdict(recorder);
+}
+
 void RecorderCheckScreen(RecorderState& recorder) {
   DetectPixelFormat(recorder);
   const ScreenStatus verdict = Verdict(recorder);
@@ -98,12 +113,7 @@ void RecorderCheckScreen(RecorderState& recorder) {
   recorder.screenStatus = verdict;
   recorder.recordingAllowed = verdict == kScreenFine;
   UpdateRecordButtons(recorder);
-  const RecorderPanel& panel = recorder.panel;
-  if (recorder.recordingAllowed) {
-    if (panel.hideMessage) panel.hideMessage(panel.owner);
-  } else if (panel.showMessage) {
-    ShowRefusal(recorder);
-  }
+  ShowVerdict(recorder);
 }
 
 } // namespace framereel

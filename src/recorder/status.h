@@ -20,6 +20,9 @@ void RecorderRefreshStatus(RecorderState& recorder);
 RecordButtons RecorderButtons(const RecorderState& recorder);
 void UpdateRecordButtons(const RecorderState& recorder);
 
+// The panel stands now, or another one does: it is told the present state whole.
+void RecorderTakePanel(RecorderState& recorder, const RecorderPanel& panel);
+
 // Detects the screen's format and compares it with the animation's. Sets screenStatus and recordingAllowed, and when
 // the verdict is another than before, tells the panel: buttons, and the message why the screen cannot be recorded.
 void RecorderCheckScreen(RecorderState& recorder);

@@ -30,8 +30,14 @@ const char* const kStripes[] = {
 // clang-format on
 
 const BitmapResource kBitmaps[] = {
-    {153, 8, 8, kStripes + 7}, {154, 8, 8, kStripes + 6}, {155, 8, 8, kStripes + 5}, {156, 8, 8, kStripes + 4},
-    {157, 8, 8, kStripes + 3}, {158, 8, 8, kStripes + 2}, {159, 8, 8, kStripes + 1}, {160, 8, 8, kStripes},
+    {153, 8, 8, kStripes + 7},
+    {154, 8, 8, kStripes + 6},
+    {155, 8, 8, kStripes + 5},
+    {156, 8, 8, kStripes + 4},
+    {157, 8, 8, kStripes + 3},
+    {158, 8, 8, kStripes + 2},
+    {159, 8, 8, kStripes + 1},
+    {160, 8, 8, kStripes},
     {512, kCountdownWidth, kCountdownHeight, kDigitOne},
     {513, kCountdownWidth, kCountdownHeight, kDigitTwo},
     {514, kCountdownWidth, kCountdownHeight, kDigitThree},

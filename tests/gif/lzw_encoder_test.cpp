@@ -34,7 +34,7 @@ struct Dice {
 class LzwCompression : public testing::Test {
 protected:
   LzwCompression() { LzwInit(lzw); }
-  ~LzwCompression() override { MemFree(lzw.tables); }
+  ~LzwCompression() override { LzwFree(lzw); }
 
   // Pixels as one row, or as rows of `rowWidth` with other bytes between them.
   Bytes Encoded(const Bytes& pixels, int initBits, size_t rowWidth = 0, size_t rowSkip = 0) {

@@ -9,7 +9,7 @@ namespace framereel {
 struct OwnWriter : GifWriter {
   OwnWriter() { GifWriterInit(*this, &ownStream); }
   OwnWriter(const OwnWriter&) = delete;
-  ~OwnWriter() { MemFree(lzw.tables); }
+  ~OwnWriter() { GifWriterFree(*this); }
   std::vector<uint8_t> Bytes() const { return StreamBytes(ownStream); }
 
   OwnStream ownStream;

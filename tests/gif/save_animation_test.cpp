@@ -12,6 +12,7 @@
 
 #include "gif/own_writer.h"
 #include "support/gif_reader.h"
+#include "toolkit/core/memory.h"
 #include "win32/heap_faults.h"
 
 namespace framereel {

@@ -5,19 +5,14 @@
 #include <vector>
 
 #include "gif/animation_stream.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 
-// A stream for the length of a test. The program itself never gives its one stream back.
+// A stream for the length of a test.
 struct OwnStream : AnimationStream {
   OwnStream() { StreamInit(*this); }
   OwnStream(const OwnStream&) = delete;
-  ~OwnStream() {
-    StreamClear(*this);
-    MemFree(currentChunk);
-    ListFree(fullChunks);
-  }
+  ~OwnStream() { StreamFree(*this); }
 };
 
 inline std::vector<uint8_t> StreamBytes(const AnimationStream& stream) {

@@ -3,7 +3,6 @@
 
 #include "recorder/reduce.h"
 #include "recorder/status.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {
@@ -17,7 +16,7 @@ void ShowMessage(void* owner, const char* text) {
   ++Owner(owner).messageCalls;
 }
 
-// The compressor's tables last for the process, so all recordings share them.
+// The compressor's tables are large, so all recordings share them.
 GifWriter WriterInto(AnimationStream* stream) {
   static const GifWriter shared = [] {
     GifWriter gif;
@@ -38,8 +37,12 @@ void AppendBytes(std::vector<uint8_t>& to, const uint8_t* bytes, uint32_t count)
 Recording::Recording(const Rect& area, const RecordingOptions& withOptions)
     : options(withOptions), gif(WriterInto(&stream)) {
   StreamInit(stream);
-  const RecorderPanel panel = {this, [](void* owner, const char* text) { Owner(owner).status = text; }, ShowMessage,
-                               [](void* owner) { ShowMessage(owner, ""); }};
+  const RecorderPanel panel = {this,
+                               [](void* owner, const char* text) { Owner(owner).status = text; },
+                               ShowMessage,
+                               [](void* owner) { ShowMessage(owner, ""); },
+                               [](void* owner, const RecordButtons& enabled) { Owner(owner).buttons = enabled; },
+                               [](void* owner, bool enabled) { Owner(owner).optionsEnabled = enabled; }};
   RecorderSetUp(recorder, &stream, &gif, &options, panel);
   recorder.ownerName = "a tester";
   SetArea(area);
@@ -47,9 +50,7 @@ Recording::Recording(const Rect& area, const RecordingOptions& withOptions)
 
 Recording::~Recording() {
   RecorderTearDown(recorder);
-  StreamClear(stream);
-  MemFree(stream.currentChunk);
-  ListDelete(stream.fullChunks);
+  StreamFree(stream);
 }
 
 void Recording::SetArea(const Rect& area) {

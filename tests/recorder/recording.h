@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "recorder/recorder_core.h"
+#include "recorder/status.h"
+#include "toolkit/core/notices.h"
 
 namespace framereel {
 
@@ -17,6 +19,8 @@ struct Recording {
   std::string status;   // the panel's status line
   std::string message;  // why the screen cannot be recorded; empty while it is hidden
   int messageCalls = 0; // how often it was shown or hidden
+  RecordButtons buttons = {true, true, false};
+  bool optionsEnabled = true;
 
   explicit Recording(const Rect& area, const RecordingOptions& withOptions = {});
   ~Recording();
@@ -29,6 +33,17 @@ struct Recording {
   bool Capture(bool grab = false);
   // The file that a save would write now.
   std::vector<uint8_t> Saved() const;
+};
+
+// Hears of changes of the display as the program does.
+struct Watch {
+  RecorderState* recorder;
+
+  explicit Watch(RecorderState* watched) : recorder(watched) { NotifyAdd(Hear, this); }
+  ~Watch() { NotifyRemove(Hear, this); }
+  static void Hear(intptr_t subject, void* watch) {
+    if (subject == kChangeDisplay) RecorderCheckScreen(*static_cast<Watch*>(watch)->recorder);
+  }
 };
 
 } // namespace framereel

@@ -5,7 +5,6 @@
 
 #include "recorder/recording.h"
 #include "support/desktop.h"
-#include "toolkit/core/notices.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -50,17 +49,6 @@ TEST(StatusLine, CountsFramesAndBytesAndStartsAnewAfterAReset) {
   RecorderReset(recording.recorder);
   EXPECT_EQ(recording.status, "0 Frames (0 bytes)");
 }
-
-// Hears of changes of the display as the program does.
-struct Watch {
-  RecorderState* recorder;
-
-  explicit Watch(RecorderState* watched) : recorder(watched) { NotifyAdd(Hear, this); }
-  ~Watch() { NotifyRemove(Hear, this); }
-  static void Hear(intptr_t subject, void* watch) {
-    if (subject == kChangeDisplay) RecorderCheckScreen(*static_cast<Watch*>(watch)->recorder);
-  }
-};
 
 std::string Differs(const std::string& colours) {
   return "Framereel animations cannot contain frames recorded at differing bit depths. To add more frames to the "

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "gif/own_writer.h"
 #include "platform/start_up.h"
 #include "recorder/recorder_core.h"
 #include "win32/memory/memory_display.h"
@@ -38,6 +39,7 @@ bool Wait(void* owner, uint32_t milliseconds) {
 
 class RecordingTest : public testing::Test {
 protected:
+  OwnWriter writer;
   RecorderState recorder;
   RecordingOptions options;
   TestClock clock;
@@ -48,18 +50,12 @@ protected:
   void TearDown() override { End(); }
 
   void Begin(uint32_t tick) {
-    static AnimationStream stream; // made once, since a compressor is never given back
-    static GifWriter gif;
-    if (!gif.stream) {
-      StreamInit(stream);
-      GifWriterInit(gif, &stream);
-    }
-    StreamClear(stream);
+    StreamClear(writer.ownStream);
     MemoryDisplayReset(32, 24, 24);
     TheMemoryDisplay().tick = tick;
     clock.begin = tick;
     ASSERT_TRUE(EngineStartUp());
-    RecorderSetUp(recorder, &stream, &gif, &options);
+    RecorderSetUp(recorder, &writer.ownStream, &writer, &options);
     recorder.captureArea = {0, 0, 24, 32};
     recorder.outputWidth = 32;
     recorder.outputHeight = 24;
