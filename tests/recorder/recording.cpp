@@ -1,6 +1,7 @@
 // See recording.h.
 #include "recorder/recording.h"
 
+#include "gif/stream_bytes.h"
 #include "recorder/reduce.h"
 #include "recorder/status.h"
 
@@ -26,10 +27,6 @@ GifWriter WriterInto(AnimationStream* stream) {
   GifWriter gif = shared;
   gif.stream = stream;
   return gif;
-}
-
-void AppendBytes(std::vector<uint8_t>& to, const uint8_t* bytes, uint32_t count) {
-  to.insert(to.end(), bytes, bytes + count);
 }
 
 } // namespace
@@ -68,11 +65,7 @@ bool Recording::Capture(bool grab) {
 }
 
 std::vector<uint8_t> Recording::Saved() const {
-  std::vector<uint8_t> bytes;
-  for (ListValue chunk = ListFirst(stream.fullChunks); chunk; chunk = ListNext(stream.fullChunks)) {
-    AppendBytes(bytes, FromListValue<uint8_t>(chunk), kStreamChunkSize);
-  }
-  if (stream.currentChunk) AppendBytes(bytes, stream.currentChunk, stream.currentUsed);
+  std::vector<uint8_t> bytes = StreamBytes(stream);
   bytes.push_back(0x3B);
   return bytes;
 }

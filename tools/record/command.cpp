@@ -3,13 +3,12 @@
 
 #include <cinttypes>
 #include <cstdlib>
-#include <pwd.h>
-#include <unistd.h>
 
 #include "area/area_geometry.h"
 #include "platform/display_caps.h"
 #include "platform/start_up.h"
 #include "record/capture_area.h"
+#include "recorder/owner_name.h"
 #include "recorder/recorder_core.h"
 #include "toolkit/core/memory.h"
 
@@ -18,13 +17,6 @@ namespace framereel {
 namespace {
 
 constexpr size_t kReserveSize = size_t{2} * kStreamChunkSize; // a save may need a chunk for the trailer
-
-const char* UserName() {
-  const passwd* user = ::getpwuid(::getuid());
-  if (user && user->pw_name && *user->pw_name) return user->pw_name;
-  const char* name = ::getenv("USER");
-  return name && *name ? name : "unknown";
-}
 
 bool StartScreen(Refusal& refusal) {
   if (EngineStartUp()) return true;
@@ -43,7 +35,7 @@ void SetUpRecorder(RecordCommand& command, Refusal& refusal) {
   panel.owner = &refusal;
   panel.showMessage = KeepScreenMessage;
   RecorderSetUp(command.recorder, &command.stream, &command.gif, &command.options.recording, panel);
-  command.recorder.ownerName = command.options.owner ? command.options.owner : UserName();
+  command.recorder.ownerName = command.options.owner ? command.options.owner : OwnerName();
 }
 
 bool SetUpArea(RecordCommand& command, Refusal& refusal) {
