@@ -30,7 +30,7 @@ namespace {
 bool started;
 
 // Systems of the newer kind, and the older ones from version 4 on.
-bool HasNewShell() {
+bool SystemHasNewShell() {
   constexpr DWORD kOlderKind = 0x80000000;
   const DWORD version = ::GetVersion();
   return !(version & kOlderKind) || BYTE(version) > 3;
@@ -54,7 +54,7 @@ bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, i
   if (!PortsStartUp()) return false;
   started = true;
   ForgetDisplayCaps();
-  UsableAreaStartUp(HasNewShell());
+  UsableAreaStartUp(SystemHasNewShell());
   StartHandlingMessages();
   if (!previousInstance) RegisterWindowClasses(instance);
   StartWindowState();

@@ -40,6 +40,10 @@ void UsableAreaStartUp(bool newShell) {
   area.newShell = newShell;
 }
 
+bool HasNewShell() {
+  return area.newShell;
+}
+
 bool QueryUsableArea(Rect* usable, Rect* screen) {
   const HDC context = ScreenContext();
   const int width = ::GetDeviceCaps(context, HORZRES), height = ::GetDeviceCaps(context, VERTRES);

@@ -18,5 +18,6 @@ void DisplayChanged();
 
 // newShell: there may be a task bar, and it can be asked for.
 void UsableAreaStartUp(bool newShell);
+bool HasNewShell();
 
 } // namespace framereel
