@@ -1,23 +1,27 @@
 // The moving line round the area: stripes of inverted pixels, drawn on the screen itself over every program's windows.
 // Drawn a second time it is gone, so nothing of what lies under it is kept.
 //
-// Whatever makes the screen paint anew wipes it without a word. Those who cause that call AntsPause.
+// Other programs that paint under it damage it unnoticed; RefreshScreen clears what that leaves behind.
 #pragma once
 
 #include "area/area.h"
 
 namespace framereel {
 
-// Count the shows up and down; the line is up while there are more shows than hides.
+// Count the shows up and down; the line is up while there are more shows than hides. A hide may come ahead of its show.
 void AntsShow(AreaState& area);
 void AntsHide(AreaState& area);
 
-// Takes the drawn line off, or draws it; around every change of the area while it is up.
+// Whether the line stands on the screen now: shown, and not in a pause.
+bool AntsAreUp(const AreaState& area);
+// Takes the line off, or draws it: on both sides of a change of the area while it is up.
 void AntsToggle(AreaState& area);
-// The screen is painting itself anew: the line is drawn afresh in 1.2 s, and counts as gone until then.
+// The screen is about to be painted anew: the line goes, and is drawn afresh in 1.2 s if it is shown then.
 void AntsPause(AreaState& area);
+// Ends a pause: the line is drawn at once, if it is shown.
+void AntsResume(AreaState& area);
 
-// Asks every program to paint its windows anew, which clears stray inversions.
+// Asks every program to paint its windows anew, which clears stray inversions. A line that is shown pauses meanwhile.
 void RefreshScreen(AreaState& area);
 
 } // namespace framereel

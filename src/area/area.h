@@ -1,7 +1,8 @@
 // The capture area: which rectangle of the screen is recorded, and the record of everything that chooses and shows it.
 //
 // The rectangle itself is RecorderState::captureArea, so that there is one; area_geometry.h aligns it to the recording
-// size. The user draws it in selection.h; the moving line round it stands in ants.h.
+// size. The user draws it in selection.h; the moving line round it stands in ants.h; size and place of it are shown by
+// readouts.cpp.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +11,7 @@
 
 namespace framereel {
 
+struct AreaState;
 struct ChildWindow;
 struct DrawState;
 struct RecorderState;
@@ -28,19 +30,28 @@ struct AreaPanel {
   void (*saveSettings)(void* owner) = nullptr;                   // a selection has ended
 };
 
+// The other kind of selection: one click takes the rectangle of a window. It brings its own state.
+struct WindowPicking {
+  // The backdrop of a selection in window mode stands: its presses are picking's now, to be ended with SelectionEnd.
+  void (*begin)(AreaState& area);
+  // That selection ends. Whatever shows the window under the mouse goes, and so do picking's timers.
+  void (*end)(AreaState& area);
+};
+
 // The moving line round the area; see ants.h.
 struct Ants {
   int16_t count = 0;            // above 0 it is up; below 0 something hid a line that was not shown
   uint16_t pause = 0;           // ticks until it is drawn afresh; 0: what stands on the screen is what the phase says
   uint16_t phase = 0;           // 0 to 7
   Timer* timer = nullptr;       // while count is above 0
-  DrawState* drawing = nullptr; // carries the stripes
+  DrawState* drawing = nullptr; // carries the stripes; the drawing layer's
 };
 
 // There is one, for the program's run. At most one of the two flags is set, and outside a selection neither is.
 struct AreaState {
   RecorderState* recorder = nullptr; // has the rectangle, the options and the stream; not owned
   AreaPanel panel;
+  const WindowPicking* picking = nullptr; // without it there is no window mode; not owned
   Ants ants;
   int16_t anchorX = 0, anchorY = 0; // screen pixels; where the drag began
   int16_t cornerX = 0, cornerY = 0; // the corner under the mouse; both belong to the area
@@ -52,13 +63,14 @@ struct AreaState {
   Timer* modeTimer = nullptr;       // the pending look at Shift
 };
 
-// Sets the default corners and the area that they give. The recorder stands already and lives as long.
+// Sets the default area. The recorder stands already, with its options, and lives as long; so does the main window.
 void AreaInit(AreaState& area, RecorderState* recorder);
-// The panel stands now; its window's mouse and key methods become those of the selection.
+// The panel stands now; its window's mouse and key methods, and its userData, become those of the selection.
 void AreaTakePanel(AreaState& area, const AreaPanel& panel);
-// From here on the read-outs are kept, and Shift is looked at. Runs once, behind AreaTakePanel.
+// From here on the line can be shown, the read-outs are kept, and Shift is looked at. Once, behind AreaTakePanel.
 void AreaDisplayInit(AreaState& area);
-// Ends what is under way and takes the line off the screen: no timer of the area is pending afterwards.
+// Ends what is under way and takes the line off the screen: no timer of the area is pending afterwards. A selection
+// that is cut short keeps its area and saves no settings. The windows still stand; between events, not in one.
 void AreaShutDown(AreaState& area);
 
 // The capture area grown by a pixel on every side: the moving line runs just outside what is recorded.
@@ -66,11 +78,12 @@ Rect AreaOutline(const AreaState& area);
 
 // From the four corner fields, in any order, to the aligned capture area.
 void AreaFromCorners(AreaState& area);
-// The area of the default corners, which may reach beyond the screen.
+// The area of the default corners, which may reach beyond the screen. The line is not moved along.
 void AreaSetDefault(AreaState& area);
 // Aligns the area to the recording size once more, and moves the line along if it is up.
 void AreaRecompute(AreaState& area);
-// Works out outputWidth and outputHeight of the recorder, and shows size and place of the area.
+// Works out outputWidth and outputHeight of the recorder, and shows size and place of the area: through setReadouts,
+// and during a selection on the backdrop over the labels.
 void ShowAreaReadouts(AreaState& area);
 
 } // namespace framereel

@@ -1,0 +1,112 @@
+// See ants.h. A phase p, 0 to 7, says which pixels of the line are inverted: those where (x + y - p) modulo 8 is 4 to
+// 7, in screen coordinates. The drawing layer has a pattern for each of the eight diagonals.
+#include "area/ants.h"
+
+#include "platform/drawing.h"
+#include "platform/ports.h"
+#include "platform/primitives.h"
+#include "platform/pump.h"
+#include "toolkit/core/timers.h"
+
+namespace framereel {
+namespace {
+
+constexpr uint32_t kTickInterval = 150; // ms
+constexpr uint16_t kPauseTicks = 8;
+constexpr uint16_t kPhases = 8;
+
+void SelectDiagonal(unsigned diagonal) {
+  SetPattern(kPatternStripes + diagonal % kPhases);
+}
+
+// Each pixel of the line along the inside of the rectangle once: a corner that is inverted twice would be as before.
+void AntsInvertFrame(const Rect& r) {
+  FillRectXY(r.left, r.top, r.left + 1, r.bottom);
+  FillRectXY(r.right - 1, r.top, r.right, r.bottom);
+  FillRectXY(r.left + 1, r.top, r.right - 1, r.top + 1);
+  FillRectXY(r.left + 1, r.bottom - 1, r.right - 1, r.bottom);
+}
+
+void UseAntsDrawing(const AreaState& area) {
+  SetPortScreen();
+  UseDrawState(area.ants.drawing);
+}
+
+// Draws the stripes of the present phase, or takes them off.
+void AntsDraw(const AreaState& area) {
+  UseAntsDrawing(area);
+  for (unsigned stripe = 4; stripe < kPhases; ++stripe) {
+    SelectDiagonal(area.ants.phase + stripe);
+    AntsInvertFrame(AreaOutline(area));
+  }
+}
+
+// From this phase to the next: each stripe gains a diagonal in front and loses its last one.
+void AntsStep(AreaState& area) {
+  UseAntsDrawing(area);
+  SelectDiagonal(area.ants.phase);
+  AntsInvertFrame(AreaOutline(area));
+  SelectDiagonal(area.ants.phase + 4U);
+  AntsInvertFrame(AreaOutline(area));
+  area.ants.phase = (area.ants.phase + 1) % kPhases;
+}
+
+// Our own windows paint first: what they still have to paint would wipe the line again.
+void DrawAnew(AreaState& area) {
+  FlushPaints();
+  AntsDraw(area);
+}
+
+void AntsTick(void* argument) {
+  AreaState& area = *static_cast<AreaState*>(argument);
+  Ants& ants = area.ants;
+  ants.timer = nullptr;
+  if (ants.pause > 0 && --ants.pause == 0) DrawAnew(area);
+  if (ants.pause == 0) AntsStep(area);
+  ants.timer = TimerSchedule(AntsTick, &area, kTickInterval);
+}
+
+} // namespace
+
+void AntsShow(AreaState& area) {
+  Ants& ants = area.ants;
+  if (ants.count++ != 0) return;
+  DrawAnew(area);
+  ants.pause = 0;
+  ants.timer = TimerSchedule(AntsTick, &area, kTickInterval);
+}
+
+void AntsHide(AreaState& area) {
+  Ants& ants = area.ants;
+  if (--ants.count != 0) return;
+  if (ants.timer) TimerCancel(ants.timer);
+  ants.timer = nullptr;
+  if (ants.pause == 0) AntsDraw(area);
+}
+
+bool AntsAreUp(const AreaState& area) {
+  return area.ants.count > 0 && area.ants.pause == 0;
+}
+
+void AntsToggle(AreaState& area) {
+  AntsDraw(area);
+}
+
+// Not every display wipes the line when it is asked to have the screen painted, so it is taken off here.
+void AntsPause(AreaState& area) {
+  if (AntsAreUp(area)) AntsDraw(area);
+  area.ants.pause = kPauseTicks;
+}
+
+void AntsResume(AreaState& area) {
+  if (area.ants.pause == 0) return;
+  area.ants.pause = 0;
+  if (area.ants.count > 0) DrawAnew(area);
+}
+
+void RefreshScreen(AreaState& area) {
+  AntsPause(area);
+  ::InvalidateRect(nullptr, nullptr, TRUE);
+}
+
+} // namespace framereel

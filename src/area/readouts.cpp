@@ -1,0 +1,78 @@
+// Size and place of the capture area, as the panel shows them, and the size of the animation that it gives.
+#include "area/area.h"
+#include "area/area_geometry.h"
+#include "platform/child_window.h"
+#include "platform/ports.h"
+#include "platform/primitives.h"
+#include "platform/pump.h"
+#include "platform/standard_drawing.h"
+#include "recorder/recorder_state.h"
+#include "toolkit/core/app_strings.h"
+#include "toolkit/core/strings.h"
+#include "toolkit/core/text_format.h"
+#include "toolkit/rects.h"
+#include "toolkit/view.h"
+
+namespace framereel {
+namespace {
+
+constexpr uint16_t kSizeString = 19, kTopLeftString = 20, kReducedSizeString = 54;
+
+// Where the label stands, in the backdrop's coordinates.
+Rect BoundsOnBackdrop(const AreaState& area, const View* label) {
+  const WindowGeometry& panel = area.panel.window->geometry;
+  const WindowGeometry& backdrop = area.backdrop->geometry;
+  return RectOffset(ViewBounds(label), int16_t(panel.clientLeft - backdrop.clientLeft),
+                    int16_t(panel.clientTop - backdrop.clientTop));
+}
+
+void WipeLabel(const AreaState& area, const View* label) {
+  if (label) FillRect(BoundsOnBackdrop(area, label));
+}
+
+void WriteLabel(const AreaState& area, const View* label, const char* text) {
+  if (!label) return;
+  const Rect bounds = BoundsOnBackdrop(area, label);
+  DrawText(bounds.left, bounds.top + FontMetrics().ascent, text);
+}
+
+// What is drawn on the backdrop stands on the screen, over the panel's old picture.
+void PaintOnBackdrop(const AreaState& area, const char* size, const char* topLeft) {
+  const AreaPanel& panel = area.panel;
+  if (!panel.window) return;
+  SetPortWindow(area.backdrop);
+  UseDrawState(DrawStateFill());
+  SetForeColour(ColourMenu());
+  WipeLabel(area, panel.sizeLabel);
+  WipeLabel(area, panel.topLeftLabel);
+  UseDrawState(DrawStateDefault());
+  WriteLabel(area, panel.sizeLabel, size);
+  WriteLabel(area, panel.topLeftLabel, topLeft);
+}
+
+// The caller frees.
+char* SizeText(const Rect& captured, const Point& output) {
+  const int32_t width = captured.right - captured.left, height = captured.bottom - captured.top;
+  if (output.h == width && output.v == height) return FormatNew(AppString(kSizeString), width, height);
+  return FormatNew(AppString(kReducedSizeString), width, height, int32_t{output.h}, int32_t{output.v});
+}
+
+} // namespace
+
+void ShowAreaReadouts(AreaState& area) {
+  RecorderState& recorder = *area.recorder;
+  const Rect& captured = recorder.captureArea;
+  const Point output = OutputSize(captured, recorder.options->recordingSize);
+  recorder.outputWidth = output.h;
+  recorder.outputHeight = output.v;
+  char* size = SizeText(captured, output);
+  char* topLeft = FormatNew(AppString(kTopLeftString), int32_t{captured.left}, int32_t{captured.top});
+  if (area.backdrop) PaintOnBackdrop(area, size, topLeft);
+  if (area.panel.setReadouts) area.panel.setReadouts(area.panel.owner, size, topLeft);
+  // The labels paint themselves too, and not later: the line may run across them and comes back behind this.
+  if (area.backdrop) FlushPaints();
+  StrFree(size);
+  StrFree(topLeft);
+}
+
+} // namespace framereel

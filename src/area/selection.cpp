@@ -1,0 +1,231 @@
+// See selection.h.
+#include "area/selection.h"
+
+#include <algorithm>
+
+#include "area/ants.h"
+#include "gif/animation_stream.h"
+#include "platform/child_window.h"
+#include "platform/cursor.h"
+#include "platform/input_mouse.h"
+#include "platform/main_window.h"
+#include "platform/window_classes.h"
+#include "recorder/recorder_state.h"
+#include "toolkit/core/timers.h"
+#include "toolkit/view.h"
+
+namespace framereel {
+namespace {
+
+constexpr uint16_t kArrowShape = 1, kCrossShape = 2;     // of cursor.h
+constexpr uint16_t kBackdropClass = 201;                 // without a background
+constexpr int kBackdropReach = 2000, kMostReach = 16000; // pixels from the main window's corner, to all sides
+constexpr uint32_t kFollowInterval = 100;                // ms
+
+AreaState& AreaOf(const ChildWindow* window) {
+  return *static_cast<AreaState*>(window->userData);
+}
+
+Point ToScreen(Point toolkitPoint) {
+  const MainWindow* main = TheMainWindow();
+  return {PinToShort(toolkitPoint.v + main->originY), PinToShort(toolkitPoint.h + main->originX)};
+}
+
+Point ToScreen(const ChildWindow* window, int16_t x, int16_t y) {
+  return ToScreen(ToToolkitPoint(window, {y, x}));
+}
+
+Point PointerOnScreen() {
+  Point pointer = {};
+  GetMousePosition(&pointer.h, &pointer.v);
+  return ToScreen(pointer);
+}
+
+void MovePointer(int dx, int dy) {
+  Point pointer = {};
+  GetMousePosition(&pointer.h, &pointer.v);
+  SetMousePosition(PinToShort(pointer.h + dx), PinToShort(pointer.v + dy));
+}
+
+void SaveSettings(const AreaState& area) {
+  if (area.panel.saveSettings) area.panel.saveSettings(area.panel.owner);
+}
+
+// ---- The rubber band; points are screen pixels -------------------------------------------------------------------
+
+void SelectionUpdate(AreaState& area) {
+  const bool up = AntsAreUp(area);
+  if (up) AntsToggle(area);
+  AreaFromCorners(area);
+  ShowAreaReadouts(area);
+  if (up) AntsToggle(area);
+}
+
+void PressAt(AreaState& area, Point p) {
+  if (!area.selectionArmed) return;
+  area.selectionArmed = false;
+  area.selectionDragging = true;
+  area.anchorX = area.cornerX = p.h;
+  area.anchorY = area.cornerY = p.v;
+  SelectionUpdate(area);
+}
+
+void DragTo(AreaState& area, Point p) {
+  if (!area.selectionDragging || (p.h == area.cornerX && p.v == area.cornerY)) return;
+  area.cornerX = p.h;
+  area.cornerY = p.v;
+  SelectionUpdate(area);
+}
+
+void FinishDrag(AreaState& area) {
+  if (!area.selectionDragging) return;
+  SelectionEnd(area);
+  SaveSettings(area);
+}
+
+// In a keyboard drag no button is down: this is what keeps the band at the pointer.
+void SelectionFollow(void* argument) {
+  AreaState& area = *static_cast<AreaState*>(argument);
+  area.followTimer = nullptr;
+  DragTo(area, PointerOnScreen());
+  area.followTimer = TimerSchedule(SelectionFollow, &area, kFollowInterval);
+}
+
+// A press at the pointer or, once that has been, a release.
+void SelectionSpace(AreaState& area) {
+  if (area.selectionArmed) {
+    PressAt(area, PointerOnScreen());
+    area.followTimer = TimerSchedule(SelectionFollow, &area, kFollowInterval);
+  } else {
+    FinishDrag(area);
+  }
+}
+
+// ---- The methods of the backdrop and the panel's window ----------------------------------------------------------
+
+// Either button, with any modifiers.
+void SelectionPress(ChildWindow* window, uint16_t, int16_t x, int16_t y) {
+  PressAt(AreaOf(window), ToScreen(window, x, y));
+}
+
+void SelectionDrag(ChildWindow* window, int16_t x, int16_t y) {
+  DragTo(AreaOf(window), ToScreen(window, x, y));
+}
+
+void SelectionRelease(ChildWindow* window, uint16_t, int16_t, int16_t) {
+  FinishDrag(AreaOf(window));
+}
+
+// At rest. Answers whether the key is to be looked at further.
+bool KeyAtRest(AreaState& area, uint8_t key) {
+  if (key == kKeyEscape) {
+    if (area.panel.stopSlide) area.panel.stopSlide(area.panel.owner);
+    return false;
+  }
+  if (key == ' ') {
+    if (area.recorder->stream->streamSize != 0) return false;
+    SelectionBegin(area);
+  }
+  return true;
+}
+
+// Shift and Ctrl change nothing about a key.
+void SelectionKey(ChildWindow* window, const KeyEvent& event, int16_t, int16_t) {
+  AreaState& area = AreaOf(window);
+  const uint8_t key = event.unshifted;
+  if (!area.selectionArmed && !area.selectionDragging && !KeyAtRest(area, key)) return;
+  switch (key) {
+  case kKeyEscape:
+    SelectionEnd(area);
+    SaveSettings(area);
+    break;
+  case kKeyLeft:
+    MovePointer(-1, 0);
+    break;
+  case kKeyUp:
+    MovePointer(0, -1);
+    break;
+  case kKeyRight:
+    MovePointer(1, 0);
+    break;
+  case kKeyDown:
+    MovePointer(0, 1);
+    break;
+  case ' ':
+    if (!area.windowMode) SelectionSpace(area);
+    break;
+  default:
+    break;
+  }
+}
+
+void TakeKeys(AreaState& area, ChildWindow* window) {
+  window->userData = &area;
+  SetWindowMethod(window, &WindowMethods::keyDown, SelectionKey);
+}
+
+// ---- The backdrop ------------------------------------------------------------------------------------------------
+
+// How far it reaches to each side of the main window's corner, so that the screen lies within it.
+int16_t ReachOver(int screenLength, int origin) {
+  return int16_t(std::min(std::max({kBackdropReach, origin, screenLength - origin}), kMostReach));
+}
+
+ChildWindow* OpenBackdrop() {
+  SelectWindowClass(kBackdropClass);
+  ChildWindow* backdrop = OpenChildWindow(nullptr, "", kWindowUnclamped | kWindowModal | kWindowPopup);
+  const MainWindow* main = TheMainWindow();
+  const int16_t x = ReachOver(main->screenWidth, main->originX);
+  const int16_t y = ReachOver(main->screenHeight, main->originY);
+  SetWindowLimits(backdrop, int16_t(2 * x), int16_t(2 * y));
+  SizeChildWindow(backdrop, int16_t(2 * x), int16_t(2 * y));
+  PlaceChildWindow(backdrop, int16_t(-x), int16_t(-y));
+  return backdrop;
+}
+
+} // namespace
+
+void SelectionTakeWindow(AreaState& area, ChildWindow* window) {
+  TakeKeys(area, window);
+  SetWindowMethod(window, &WindowMethods::mouseDown, SelectionPress);
+  SetWindowMethod(window, &WindowMethods::mouseMoved, SelectionDrag);
+  SetWindowMethod(window, &WindowMethods::mouseUp, SelectionRelease);
+}
+
+void SelectionBegin(AreaState& area) {
+  if (area.backdrop) return;
+  area.selectionArmed = true;
+  SetCursorShape(kCrossShape);
+  area.backdrop = OpenBackdrop();
+  ShowChildWindow(area.backdrop);
+  if (area.windowMode) {
+    TakeKeys(area, area.backdrop);
+    area.picking->begin(area);
+  } else {
+    SelectionTakeWindow(area, area.backdrop);
+  }
+  SetWindowMethod(
+      area.backdrop, &WindowMethods::mayClose, +[](ChildWindow*) { return false; });
+  HoldCapture(area.backdrop);
+  ::SetCursor(::LoadCursorA(nullptr, IDC_CROSS)); // at once, not with the next move of the mouse
+  AntsShow(area);
+  AntsResume(area); // the band is to be seen, even if the last selection has only just ended
+}
+
+void SelectionEnd(AreaState& area) {
+  if (!area.backdrop) return;
+  AntsHide(area);
+  if (area.windowMode) area.picking->end(area);
+  ::SetCursor(::LoadCursorA(nullptr, IDC_ARROW));
+  ReleaseHeldCapture();
+  CloseChildWindow(area.backdrop);
+  area.backdrop = nullptr;
+  // What others painted under the line, and the read-outs that were painted on the panel, go with the backdrop.
+  RefreshScreen(area);
+  if (area.followTimer) TimerCancel(area.followTimer);
+  area.followTimer = nullptr;
+  area.selectionDragging = area.selectionArmed = false;
+  SetCursorShape(kArrowShape);
+}
+
+} // namespace framereel

@@ -1,0 +1,272 @@
+// A selection with the mouse, with the keys, and of windows; and what it leaves behind.
+#include "area/selection.h"
+
+#include <gtest/gtest.h>
+
+#include "area/ants.h"
+#include "area_program.h"
+#include "platform/cursor.h"
+#include "platform/main_window.h"
+#include "platform/primitives.h"
+#include "platform/standard_drawing.h"
+#include "platform/usable_area.h"
+#include "toolkit/core/timers.h"
+#include "toolkit/rects.h"
+#include "toolkit/view.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+class SelectionAtDepth : public ::testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(, SelectionAtDepth, ::testing::Values(1, 8, 24));
+
+TEST_P(SelectionAtDepth, GoesFromStateToStateByMouseAndKeys) {
+  const struct {
+    const char *steps, *state;
+  } cases[] = {
+      // Armed: nothing but a press or Space begins, and Esc ends it.
+      {"begin m 100 80", "armed 0,0 440x330"},
+      {"begin begin u x", "armed 0,0 440x330"},
+      {"begin m 100 80 d", "dragging 100,80 1x1"},
+      {"begin m 100 80 D", "dragging 100,80 1x1"},
+      {"begin m 100 80 space", "dragging 100,80 1x1"},
+      {"begin m 100 80 esc", "rest 0,0 440x330 save"},
+      // Dragging with the mouse, in all directions, across the panel and to the screen's ends.
+      {"begin m 100 80 d m 120 90", "dragging 100,80 21x11"},
+      {"begin m 100 80 d m 40 90", "dragging 40,80 61x11"},
+      {"begin m 450 100 d m 440 95", "dragging 440,95 11x6"},
+      {"begin m 639 479 d m 0 0 u", "rest 0,0 640x480 save"},
+      {"begin m 100 80 d u", "rest 100,80 1x1 save"},
+      {"begin m 100 80 D m 120 70 U", "rest 100,70 21x11 save"},
+      {"begin m 100 80 d d m 120 90 u u", "rest 100,80 21x11 save"},
+      {"begin m 100 80 d m 120 90 esc m 9 9 u", "rest 100,80 21x11 save"},
+      {"begin m 100 80 d m 120 90 space", "rest 100,80 21x11 save"},
+      {"begin m 100 80 d m 120 90 left down", "dragging 100,80 20x12"},
+      // Keyboard drags, from rest too, with whatever else is held.
+      {"m 100 80 space", "dragging 100,80 1x1"},
+      {"m 100 80 S space s", "dragging 100,80 1x1"},
+      {"m 100 80 space right right down x", "dragging 100,80 3x2"},
+      {"m 100 80 space left up space", "rest 99,79 2x2 save"},
+      {"m 100 80 space left up esc", "rest 99,79 2x2 save"},
+      {"m 100 80 space m 110 80 d m 120 80 u", "rest 100,80 21x1 save"},
+      // At rest.
+      {"esc", "rest 0,0 440x330 slide"},
+      {"m 100 80 d m 120 90 u x", "rest 0,0 440x330"},
+      {"frame space", "rest 0,0 440x330"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.steps);
+    AreaProgram program(GetParam());
+    program.Act(c.steps);
+    EXPECT_EQ(program.State(), c.state);
+  }
+}
+
+TEST(Selection, ArrowKeysMoveThePointerInEveryState) {
+  AreaProgram program;
+  program.Act("m 300 200 left left up begin right down down down d right up");
+  EXPECT_EQ(TheMemoryDisplay().pointerX, 300);
+  EXPECT_EQ(TheMemoryDisplay().pointerY, 201);
+  EXPECT_EQ(program.State(), "dragging 299,201 2x2");
+}
+
+TEST(Selection, AKeyboardDragFollowsThePointerEveryTenthOfASecond) {
+  AreaProgram program;
+  program.Act("m 100 80 space");
+  for (int i = 1; i <= 3; ++i) {
+    TheMemoryDisplay().pointerX = 100 + i; // without an event
+    PassTime(100);
+    EXPECT_EQ(program.recorder.captureArea.right, 100 + i);
+    PassTime(1);
+    EXPECT_EQ(program.recorder.captureArea.right, 101 + i);
+  }
+  program.Act("space");
+  TheMemoryDisplay().pointerX = 200;
+  PassTime(500);
+  EXPECT_EQ(program.State(), "rest 100,80 4x1 save");
+}
+
+bool IsCovered(int x, int y) {
+  return MemoryWindowAt(x, y) && MemoryWindowAt(x, y)->role == WindowRole::kCover;
+}
+
+TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouse) {
+  AreaProgram program;
+  MemoryOpenWindow("Other", {0, 0, 50, 50}, 1);
+  program.Act("begin begin");
+  for (const auto& [x, y] : {std::pair{0, 0}, {639, 0}, {0, 479}, {639, 479}, {450, 100}}) EXPECT_TRUE(IsCovered(x, y));
+  EXPECT_EQ(MemoryWindowAt(0, 0)->shape, PointerShape::kCross);
+  EXPECT_EQ(GetCursorShape(), 2);
+  RequestClose(program.area.backdrop);
+  EXPECT_TRUE(IsOpenChildWindow(program.area.backdrop));
+  program.Act("esc");
+  EXPECT_FALSE(IsCovered(450, 100));
+  EXPECT_EQ(GetCursorShape(), 1);
+  Press(program.panel.window, 20, 20);
+  EXPECT_EQ(program.State(), "rest 0,0 440x330 save label");
+}
+
+TEST(Selection, CoversAWideScreenFromBothOfItsEnds) {
+  AreaProgram program;
+  MemoryDisplaySetMode(5000, 480, 24);
+  Settle();
+  for (const int16_t left : {int16_t(5), int16_t(4800)}) {
+    MoveMainWindow(nullptr, left, 60);
+    program.Act("begin");
+    EXPECT_TRUE(IsCovered(0, 0) && IsCovered(4999, 479));
+    program.Act("m 4999 0 d u");
+    EXPECT_EQ(program.State(), "rest 4999,0 1x1 save");
+  }
+}
+
+TEST_P(SelectionAtDepth, OutlivesAChangeOfTheDisplay) {
+  AreaProgram program(GetParam());
+  program.Act("begin m 100 80 d m 120 90");
+  MemoryDisplaySetMode(800, 600, 16);
+  program.Act("m 700 500 u");
+  EXPECT_EQ(program.State(), "rest 100,80 601x421 save");
+}
+
+TEST(Selection, EndsWithTheProgramInTheMiddleOfIt) {
+  for (const char* steps : {"begin", "begin m 100 80 d m 150 95", "m 100 80 space m 9 9"}) {
+    SCOPED_TRACE(steps);
+    AreaProgram program;
+    AntsShow(program.area);
+    AntsShow(program.area);
+    program.Act(steps);
+    AreaShutDown(program.area);
+    EXPECT_FALSE(TimerPending());
+    EXPECT_EQ(program.area.backdrop, nullptr);
+    EXPECT_EQ(GetCursorShape(), 1);
+    EXPECT_EQ(program.heard, "");
+    const Picture after = Screen();
+    MemoryExpose(Region(PixelRect{0, 0, 640, 480}));
+    EXPECT_EQ(after, Screen());
+  }
+}
+
+TEST(Selection, DoesWithoutAPanel) {
+  AreaProgram program;
+  program.panel = {};
+  program.panel.window = program.area.panel.window;
+  AreaTakePanel(program.area, program.panel);
+  program.Act("esc begin m 100 80 d m 120 90 u m 10 10 space esc");
+  EXPECT_EQ(program.State(), "rest 10,10 1x1");
+}
+
+// ---- The read-outs and the geometry ------------------------------------------------------------------------------
+
+TEST(AreaReadouts, TellTheAlignedAreaAndTheAnimationsSize) {
+  const struct {
+    uint16_t recordingSize;
+    int16_t anchorX, anchorY, cornerX, cornerY;
+    const char *size, *topLeft;
+  } cases[] = {
+      {kSize100, 439, 0, 0, 329, "Size: 440x330", "Top Left: 0,0"},
+      {kSize44, 10, 20, 309, 319, "Size: 300x300 (200x200)", "Top Left: 10,20"},
+      {kSize25, 10, 20, 309, 319, "Size: 300x300 (150x150)", "Top Left: 10,20"},
+      {kSize25, 310, 20, 10, 320, "Size: 302x302 (151x151)", "Top Left: 9,19"}, // room on the low side
+      {kSize25, 0, 1, 100, 101, "Size: 102x102 (51x51)", "Top Left: 0,1"},      // none there
+      {kSize44, 5, 5, 5, 5, "Size: 3x3 (2x2)", "Top Left: 4,4"},
+      {kSize44, 0, 0, 639, 479, "Size: 639x480 (426x320)", "Top Left: 1,0"},    // none at all
+      {kSize100, 0, 32767, 32767, 32767, "Size: 32767x0", "Top Left: 0,32767"}, // no screen reaches so far
+  };
+  AreaProgram program;
+  for (const auto& c : cases) {
+    program.options.recordingSize = c.recordingSize;
+    program.area.anchorX = c.anchorX;
+    program.area.anchorY = c.anchorY;
+    program.area.cornerX = c.cornerX;
+    program.area.cornerY = c.cornerY;
+    AreaFromCorners(program.area);
+    ShowAreaReadouts(program.area);
+    EXPECT_EQ(program.size, c.size);
+    EXPECT_EQ(program.topLeft, c.topLeft);
+  }
+}
+
+TEST(AreaReadouts, AreSetUpWithTheDefaultArea) {
+  AreaProgram program;
+  EXPECT_EQ(program.size, "Size: 440x330");
+  EXPECT_EQ(program.recorder.outputWidth, 440);
+  EXPECT_EQ(program.recorder.outputHeight, 330);
+  program.Act("begin m 100 80 d u");
+  UsableAreaStartUp(false);
+  AreaSetDefault(program.area);
+  EXPECT_EQ(program.State(), "rest 0,0 460x345 save");
+}
+
+// The same text where the label stands on the screen.
+void DrawReadout(const ChildWindow* panel, const View* label, const char* text) {
+  const Point at = OnScreen(panel, label->x, label->y);
+  SetPortScreen();
+  UseDrawState(DrawStateFill());
+  SetForeColour(ColourMenu());
+  FillRect(RectOf(at.h, at.v, label->width, label->height));
+  UseDrawState(DrawStateDefault());
+  DrawText(at.h, at.v + FontMetrics().ascent, text);
+}
+
+TEST_P(SelectionAtDepth, PaintsTheReadOutsOverThePanelAndTakesThemAwayWithTheBackdrop) {
+  AreaProgram program(GetParam());
+  const Picture before = Screen();
+  program.area.panel.setReadouts = nullptr; // the panel's own labels stay as they are
+  program.Act("begin m 100 80 d m 120 90");
+  AntsToggle(program.area);
+  const Picture painted = Screen();
+  EXPECT_NE(painted, before);
+  DrawReadout(program.panel.window, program.panel.sizeLabel, "Size: 21x11");
+  DrawReadout(program.panel.window, program.panel.topLeftLabel, "Top Left: 100,80");
+  EXPECT_EQ(painted, Screen());
+  AntsToggle(program.area);
+  program.Act("u");
+  EXPECT_EQ(Screen(), before);
+}
+
+// ---- Windows instead -----------------------------------------------------------------------------------------------
+
+std::string picked;
+const WindowPicking picking = {[](AreaState&) { picked += "begin "; }, [](AreaState&) { picked += "end "; }};
+
+TEST(WindowMode, ComesWithShiftAloneWhereWindowsCanBePicked) {
+  AreaProgram program;
+  program.Act("S");
+  PassTime(501);
+  EXPECT_EQ(program.heard, "");
+  program.area.picking = &picking;
+  PassTime(501);
+  MemoryPressKey(VK_CONTROL);
+  PassTime(501);
+  MemoryReleaseKey(VK_CONTROL);
+  PassTime(500);
+  EXPECT_EQ(program.State(), "rest 0,0 440x330 window area");
+  PassTime(1);
+  EXPECT_EQ(program.State(), "rest 0,0 440x330 window");
+  LeaveProgram();
+  PassTime(501);
+  ReturnToProgram();
+  PassTime(501);
+  EXPECT_EQ(program.State(), "rest 0,0 440x330 area window");
+}
+
+TEST(WindowMode, HandsThePressesToPickingAndKeepsTheKeys) {
+  AreaProgram program;
+  picked.clear();
+  program.area.picking = &picking;
+  program.Act("S");
+  PassTime(501);
+  program.Act("space s m 100 80");
+  PassTime(501); // Shift is up, but the mode is the selection's
+  program.Act("d u space right");
+  EXPECT_EQ(program.State(), "armed 0,0 440x330 window");
+  EXPECT_EQ(TheMemoryDisplay().pointerX, 101);
+  EXPECT_EQ(picked, "begin ");
+  program.Act("esc");
+  EXPECT_EQ(picked, "begin end ");
+  PassTime(501);
+  EXPECT_EQ(program.State(), "rest 0,0 440x330 save area");
+}
+
+} // namespace
+} // namespace framereel
