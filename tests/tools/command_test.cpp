@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "support/gif_reader.h"
-#include "tools/temporary_folder.h"
+#include "support/temporary_folder.h"
 #include "win32/heap_faults.h"
 #include "win32/memory/memory_display.h"
 

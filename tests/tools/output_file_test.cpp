@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "tools/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace framereel {
 namespace {

@@ -11,7 +11,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "tools/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace framereel {
 

@@ -35,6 +35,14 @@ struct TemporaryFolder {
   }
 };
 
+// It is the process's current directory as long as it lives.
+struct WorkingFolder : TemporaryFolder {
+  std::filesystem::path before = std::filesystem::current_path();
+
+  WorkingFolder() { std::filesystem::current_path(path); }
+  ~WorkingFolder() { std::filesystem::current_path(before); }
+};
+
 // "" for a file that does not exist, too.
 inline std::string ReadWholeFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
