@@ -1,0 +1,64 @@
+// What stands when the settings are read: the main window, the options and the area, with a current directory of their
+// own.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/settings_file.h"
+#include "area/area.h"
+#include "platform/files.h"
+#include "recorder/recorder_state.h"
+#include "recorder/reduce.h"
+#include "support/temporary_folder.h"
+#include "support/window_program.h"
+
+namespace framereel {
+
+struct CloseFile {
+  void operator()(File* file) const { FileClose(file); }
+};
+using OpenedFile = std::unique_ptr<File, CloseFile>;
+
+struct SettingsProgram {
+  WindowProgram program;
+  WorkingFolder folder;
+  const std::string place = folder / "Settings.prf";
+  RecordingOptions options;
+  RecorderState recorder;
+  AreaState area;
+  Settings settings;
+
+  SettingsProgram(int32_t width = 640, int32_t height = 480) : program(width, height) {
+    recorder.options = &options;
+    AreaInit(area, &recorder);
+    SettingsInit(settings, &options, &area);
+  }
+  ~SettingsProgram() {
+    SettingsShutDown(settings);
+    AreaShutDown(area);
+  }
+
+  // What the program then knows, if it is started with this file.
+  std::string Loaded(const std::string& text) {
+    options = {};
+    AreaSetDefault(area);
+    WriteWholeFile(place, text);
+    SettingsLoad(settings);
+    return Told();
+  }
+
+  // Area, delay, a capital letter for each flag that is set, and recording size: "0,0 440x330 333 ITLFBCe 100".
+  std::string Told() const {
+    const Rect& r = recorder.captureArea;
+    const auto number = [](int value) { return std::to_string(value); };
+    const auto flag = [](char letter, bool set) { return std::string(1, set ? letter : char(letter + 'a' - 'A')); };
+    return number(r.left) + "," + number(r.top) + " " + number(r.right - r.left) + "x" + number(r.bottom - r.top) +
+           " " + number(options.frameDelay) + " " + flag('I', options.interframeTransparency) +
+           flag('T', options.recordTimingInfo) + flag('L', options.loop) + flag('F', options.fakeScreen) +
+           flag('B', options.overlayBorder) + flag('C', options.overlayCursor) + flag('E', options.explorerCompatible) +
+           " " + number(ScaleOf(options.recordingSize).percent);
+  }
+};
+
+} // namespace framereel

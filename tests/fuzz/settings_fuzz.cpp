@@ -1,0 +1,286 @@
+// Mutated settings files on screens of many sizes, and what must hold whatever a file says:
+//
+//   settings_fuzz AMOUNT [SEED]
+//
+// AMOUNT is a number of rounds, or of seconds when an "s" follows it. A seed gives the same rounds again; without one
+// it is a new one each time. Round n of a seed is round 0 of the seed plus n. When a check fails or the program dies,
+// the folder that the first line names stays, and input.prf in it is the file of the last round.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/frame_rates.h"
+#include "app/settings_program.h"
+#include "platform/main_window.h"
+#include "platform/usable_area.h"
+#include "toolkit/rects.h"
+
+namespace framereel {
+namespace {
+
+struct Round {
+  SettingsProgram& program;
+  std::mt19937 random;
+  uint32_t seed;
+
+  size_t Below(size_t n) { return random() % n; }
+};
+
+void Check(const Round& round, bool holds, const char* what) {
+  if (holds) return;
+  std::printf("round of seed %u: %s\n", round.seed, what);
+  std::fflush(stdout);
+  std::_Exit(1); // the folder stays
+}
+
+// ---- Mutations ----------------------------------------------------------------------------------------------------
+
+const char* const kLines[] = {
+    "Recording Area:0,0 440x330\r\n",
+    "Recording Area:12,40 320x240\r\n",
+    "Recording Area:-10,-10 100x100\r\n",
+    "Recording Area:3000,3000 100x100\r\n",
+    "Recording Area:-32768,32767 32767x-1\r\n",
+    "Frame Delay:333\r\n",
+    "Frame Delay:7000\r\n",
+    "Interframe Transparency:Yes\r\n",
+    "Record Timing Info:No\r\n",
+    "Loop:Yes\r\n",
+    "Fake Screen:No\r\n",
+    "Overlay Border:Yes\r\n",
+    "Overlay Cursor:No\r\n",
+    "Explorer 2.0 Compatible:Yes\r\n",
+    "Recording Size:25\r\n",
+    "Recording Size:44\r\n",
+    "Another Key:a\\nb\\\\c\\\r\n",
+    ("A key of just as many bytes as there may be in one:a value that fills its line, with a key like this, to the "
+     "last "
+     "of the 132 bytes\r\n"),
+    "Key:a value of as many bytes as there may be on a line, behind a key that is shorter\r\n",
+};
+
+const char* const kPieces[] = {
+    "\r\n",  "\r",     "\n",    "\\",    "\\n",         ":",    "::",      "-",          "+",
+    " ",     ",",      "x",     "Yes",   "No",          "0",    "1",       "2147483648", "4294967296",
+    "32767", "-32768", "32768", "65535", "00000000000", "\xFF", "\x7F\x80"};
+
+std::string AnyPiece(Round& round) {
+  if (round.Below(8) == 0) return std::string(round.Below(140), char(round.random()));
+  if (round.Below(4) == 0) return std::string(1, char(round.random()));
+  return kPieces[round.Below(std::size(kPieces))];
+}
+
+void Mutate(Round& round, std::string& text) {
+  const size_t from = round.Below(text.size() + 1), length = round.Below(round.Below(2) == 0 ? 4 : 60);
+  const size_t to = round.Below(text.size() + 1);
+  switch (round.Below(6)) {
+  case 0:
+    text.insert(to, text.substr(from, length));
+    break;
+  case 1:
+    text.erase(from, length);
+    break;
+  case 2:
+    text.replace(from, length, AnyPiece(round));
+    break;
+  case 3:
+    if (from < text.size()) text[from] = char(text[from] ^ (1 << round.Below(8)));
+    break;
+  case 4:
+    text.insert(to, kLines[round.Below(std::size(kLines))]);
+    break;
+  default:
+    text.insert(to, AnyPiece(round));
+  }
+}
+
+std::string AnyFile(Round& round) {
+  std::string text;
+  for (size_t lines = round.Below(14); lines > 0; --lines) text += kLines[round.Below(std::size(kLines))];
+  for (size_t mutations = round.Below(9); mutations > 0; --mutations) Mutate(round, text);
+  return text;
+}
+
+// ---- Lines --------------------------------------------------------------------------------------------------------
+
+using Line = std::pair<std::string, std::string>;
+
+// Both as the program sees them: a zero byte ends a string.
+Line PlainLine(std::string_view key, std::string_view stored) {
+  Line line(key.substr(0, key.find('\0')), "");
+  stored = stored.substr(0, stored.find('\0'));
+  for (size_t i = 0; i < stored.size(); ++i) {
+    if (stored[i] != '\\') {
+      line.second += stored[i];
+    } else if (++i < stored.size()) {
+      line.second += stored[i] == 'n' ? '\n' : stored[i];
+    }
+  }
+  return line;
+}
+
+// The rule of settings_file.h, plainly. Moves `text` on; none where the reading ends.
+std::optional<Line> TakePlainLine(std::string_view& text) {
+  const std::string_view seen = text.substr(0, 132);
+  const size_t end = seen.find("\r\n");
+  const std::string_view line = seen.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? seen.size() : end + 2);
+  const size_t colon = line.find(':');
+  if (colon == std::string_view::npos || colon > 50 || line.size() - colon - 1 > 80) return {};
+  return PlainLine(line.substr(0, colon), line.substr(colon + 1));
+}
+
+// A buffer that tells whether somebody wrote behind its end.
+template <uint32_t limit> struct Guarded {
+  char text[limit + 1];
+  char guard[16];
+
+  Guarded() { std::memset(guard, '#', sizeof guard); }
+  bool IsWhole() const {
+    return std::all_of(std::begin(guard), std::end(guard), [](char c) { return c == '#'; }) &&
+           std::find(std::begin(text), std::end(text), '\0') != std::end(text);
+  }
+};
+
+void CheckLines(const Round& round, std::string_view text) {
+  const OpenedFile file(FileOpen(round.program.settings.ref, FileModeRead));
+  Check(round, file != nullptr, "the file does not open");
+  for (;;) {
+    Guarded<kSettingsKeyLimit> key;
+    Guarded<kSettingsValueLimit> value;
+    const bool more = SettingsReadLine(file.get(), key.text, value.text);
+    const std::optional<Line> plain = TakePlainLine(text);
+    Check(round, more == plain.has_value(), "reading ends at another line");
+    if (!more) return;
+    Check(round, key.IsWhole() && value.IsWhole(), "a buffer is overrun");
+    Check(round, plain->first == key.text && plain->second == value.text, "a line reads differently");
+  }
+}
+
+// What was written as a value is what its lines say, as far as they keep to the limits.
+void CheckWrittenString(Round& round) {
+  std::string value = AnyPiece(round) + AnyPiece(round) + AnyPiece(round);
+  std::replace(value.begin(), value.end(), '\0', '\\');
+  WriteWholeFile(round.program.place, "");
+  OpenedFile file(FileOpen(round.program.settings.ref, FileModeWrite));
+  Check(round, file != nullptr, "the file does not open for writing");
+  SettingsWriteString(file.get(), "Key", value.c_str());
+  file.reset();
+  const std::string written = ReadWholeFile(round.program.place);
+  CheckLines(round, written);
+  const auto lines = size_t(std::count(written.begin(), written.end(), '\n'));
+  Check(round, lines == (value.size() + 78) / 79, "a value is written in too many lines or too few");
+  const auto stored = value.size() + size_t(std::count(value.begin(), value.end(), '\n')) +
+                      size_t(std::count(value.begin(), value.end(), '\\'));
+  if (value.size() > 79 || stored > kSettingsValueLimit) return;
+  std::string_view rest = written;
+  const std::optional<Line> back = TakePlainLine(rest);
+  Check(round, back.value_or(Line()).second == value && rest.empty(), "a written value comes back changed");
+}
+
+// ---- The whole file -----------------------------------------------------------------------------------------------
+
+struct Screen {
+  int16_t width, height, bar; // a task bar at the lower edge
+};
+
+constexpr Screen kScreens[] = {{640, 480, 0}, {320, 200, 0}, {1280, 1024, 28}, {32767, 32767, 0}, {7, 5, 0}, {4, 4, 0}};
+
+void TakeScreen(const Screen& screen) {
+  StoreUsableArea(TheMainWindow(), RectOf(0, 0, screen.width, int16_t(screen.height - screen.bar)),
+                  RectOf(0, 0, screen.width, screen.height));
+}
+
+void CheckSettings(const Round& round, const Screen& screen) {
+  const RecordingOptions& options = round.program.options;
+  const Rect& area = round.program.recorder.captureArea;
+  const int denominator = ScaleOf(options.recordingSize).denominator;
+  const int width = area.right - area.left, height = area.bottom - area.top;
+  Check(round, options.frameDelay == SnapFrameDelay(options.frameDelay), "the program has no such frame delay");
+  Check(round, options.recordingSize <= kSize100, "the program has no such recording size");
+  Check(round, width > 0 && height > 0, "the area has no pixels");
+  Check(round, width % denominator == 0 && height % denominator == 0, "the area is not in whole blocks");
+  Check(round, RectInside(area, RectOf(0, 0, screen.width, screen.height)), "the area leaves the screen");
+}
+
+// What is saved is what the next start knows. Beside a task bar that start cuts an area again that grew under it.
+void CheckRoundTrip(const Round& round, const Screen& screen) {
+  SettingsProgram& program = round.program;
+  const std::string told = program.Told();
+  SettingsSave(program.settings);
+  const std::string saved = ReadWholeFile(program.place);
+  Check(round, std::count(saved.begin(), saved.end(), '\n') == 10, "a save has not ten lines");
+  const std::string back = program.Loaded(saved);
+  CheckSettings(round, screen);
+  if (screen.bar == 0) Check(round, back == told, "what is saved comes back changed");
+}
+
+void Run(Round& round) {
+  SettingsProgram& program = round.program;
+  const Screen& screen = kScreens[round.Below(std::size(kScreens))];
+  const std::string text = AnyFile(round);
+  TakeScreen(screen);
+  WriteWholeFile(program.folder / "input.prf", text);
+  program.Loaded(text);
+  CheckSettings(round, screen);
+  CheckLines(round, text);
+  CheckRoundTrip(round, screen);
+  CheckWrittenString(round);
+}
+
+// ---- The command --------------------------------------------------------------------------------------------------
+
+struct Amount {
+  uint32_t rounds, seconds; // one of them is 0: there is no such end
+};
+
+std::optional<uint32_t> NumberIn(const char* text, const char* behind) {
+  char* end = nullptr;
+  const unsigned long number = std::strtoul(text, &end, 10);
+  if (end == text || *text == '-' || std::strcmp(end, behind) != 0 || number > UINT32_MAX) return {};
+  return uint32_t(number);
+}
+
+uint32_t RunAll(SettingsProgram& program, const Amount& amount, uint32_t seed) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::seconds(amount.seconds);
+  uint32_t count = 0;
+  while (amount.seconds > 0 ? Clock::now() < end : count < amount.rounds) {
+    Round round = {program, std::mt19937(seed + count), seed + count};
+    Run(round);
+    ++count;
+  }
+  return count;
+}
+
+int Main(int count, char** arguments) {
+  const std::optional<uint32_t> rounds = count >= 2 ? NumberIn(arguments[1], "") : std::nullopt;
+  const std::optional<uint32_t> seconds = count >= 2 ? NumberIn(arguments[1], "s") : std::nullopt;
+  const std::optional<uint32_t> seed = count == 3 ? NumberIn(arguments[2], "") : std::random_device()();
+  const Amount amount = {rounds.value_or(0), seconds.value_or(0)};
+  if (count > 3 || !seed || (amount.rounds == 0 && amount.seconds == 0)) {
+    std::fprintf(stderr, "usage: %s ROUNDS|SECONDSs [SEED]\n", arguments[0]);
+    return 2;
+  }
+  SettingsProgram program;
+  std::printf("settings_fuzz: seed %u in %s\n", *seed, program.folder.path.c_str());
+  std::fflush(stdout);
+  std::printf("settings_fuzz: %u rounds are fine\n", RunAll(program, amount, *seed));
+  return 0;
+}
+
+} // namespace
+} // namespace framereel
+
+int main(int count, char** arguments) {
+  return framereel::Main(count, arguments);
+}
