@@ -32,29 +32,10 @@ void UseAntsDrawing(const AreaState& area) {
   UseDrawState(area.ants.drawing);
 }
 
-// Draws the stripes of the present phase, or takes them off.
-void AntsDraw(const AreaState& area) {
-  UseAntsDrawing(area);
-  for (unsigned stripe = 4; stripe < kPhases; ++stripe) {
-    SelectDiagonal(area.ants.phase + stripe);
-    AntsInvertFrame(AreaOutline(area));
-  }
-}
-
-// From this phase to the next: each stripe gains a diagonal in front and loses its last one.
-void AntsStep(AreaState& area) {
-  UseAntsDrawing(area);
-  SelectDiagonal(area.ants.phase);
-  AntsInvertFrame(AreaOutline(area));
-  SelectDiagonal(area.ants.phase + 4U);
-  AntsInvertFrame(AreaOutline(area));
-  area.ants.phase = (area.ants.phase + 1) % kPhases;
-}
-
 // Our own windows paint first: what they still have to paint would wipe the line again.
 void DrawAnew(AreaState& area) {
   FlushPaints();
-  AntsDraw(area);
+  AntsToggle(area);
 }
 
 void AntsTick(void* argument) {
@@ -62,11 +43,31 @@ void AntsTick(void* argument) {
   Ants& ants = area.ants;
   ants.timer = nullptr;
   if (ants.pause > 0 && --ants.pause == 0) DrawAnew(area);
-  if (ants.pause == 0) AntsStep(area);
+  if (ants.pause == 0) {
+    AntsStep(area, AreaOutline(area), ants.phase);
+    ants.phase = (ants.phase + 1) % kPhases;
+  }
   ants.timer = TimerSchedule(AntsTick, &area, kTickInterval);
 }
 
 } // namespace
+
+void AntsDraw(const AreaState& area, const Rect& frame, uint16_t phase) {
+  UseAntsDrawing(area);
+  for (unsigned stripe = 4; stripe < kPhases; ++stripe) {
+    SelectDiagonal(phase + stripe);
+    AntsInvertFrame(frame);
+  }
+}
+
+// Each stripe gains a diagonal in front and loses its last one.
+void AntsStep(const AreaState& area, const Rect& frame, uint16_t phase) {
+  UseAntsDrawing(area);
+  SelectDiagonal(phase);
+  AntsInvertFrame(frame);
+  SelectDiagonal(phase + 4U);
+  AntsInvertFrame(frame);
+}
 
 void AntsShow(AreaState& area) {
   Ants& ants = area.ants;
@@ -81,7 +82,7 @@ void AntsHide(AreaState& area) {
   if (--ants.count != 0) return;
   if (ants.timer) TimerCancel(ants.timer);
   ants.timer = nullptr;
-  if (ants.pause == 0) AntsDraw(area);
+  if (ants.pause == 0) AntsToggle(area);
 }
 
 bool AntsAreUp(const AreaState& area) {
@@ -89,12 +90,12 @@ bool AntsAreUp(const AreaState& area) {
 }
 
 void AntsToggle(AreaState& area) {
-  AntsDraw(area);
+  AntsDraw(area, AreaOutline(area), area.ants.phase);
 }
 
 // Not every display wipes the line when it is asked to have the screen painted, so it is taken off here.
 void AntsPause(AreaState& area) {
-  if (AntsAreUp(area)) AntsDraw(area);
+  if (AntsAreUp(area)) AntsToggle(area);
   area.ants.pause = kPauseTicks;
 }
 

@@ -21,6 +21,11 @@ void AntsPause(AreaState& area);
 // Ends a pause: the line is drawn at once, if it is shown.
 void AntsResume(AreaState& area);
 
+// The stripes of a phase, 0 to 7, along the inside of any rectangle on the screen: draws them, or takes them off.
+void AntsDraw(const AreaState& area, const Rect& frame, uint16_t phase);
+// Moves stripes that are drawn from that phase to the next.
+void AntsStep(const AreaState& area, const Rect& frame, uint16_t phase);
+
 // Asks every program to paint its windows anew, which clears stray inversions. A line that is shown pauses meanwhile.
 void RefreshScreen(AreaState& area);
 

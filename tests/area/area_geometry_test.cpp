@@ -45,25 +45,6 @@ TEST(AlignSpan, GrowsWhereThereIsRoomAndShrinksWhereThereIsNone) {
   }
 }
 
-TEST(AlignArea, FitsEachSideByItselfAndStaysOffTheScreensEdges) {
-  const Rect area = {1, 10, 48, 53}; // 43 wide, 47 high, at the top bound
-  const Rect half = AlignArea(area, kSize25, 64, 48);
-  EXPECT_EQ(half.left, 9);
-  EXPECT_EQ(half.right, 53);
-  EXPECT_EQ(half.top, 2); // 48 is below the screen's last row but one, so there is no room to grow
-  EXPECT_EQ(half.bottom, 48);
-
-  const Rect third = AlignArea(area, kSize44, 64, 48);
-  EXPECT_EQ(third.left, 9);
-  EXPECT_EQ(third.right, 54);
-  EXPECT_EQ(third.top, 2);
-  EXPECT_EQ(third.bottom, 47);
-
-  const Rect whole = AlignArea(area, kSize100, 64, 48);
-  EXPECT_EQ(whole.left, 10);
-  EXPECT_EQ(whole.bottom, 48);
-}
-
 TEST(OutputSize, HoldsTheWidestArea) {
   const Point size = OutputSize({0, 0, 32766, 300}, kSize44);
   EXPECT_EQ(size.h, 200);
