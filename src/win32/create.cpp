@@ -141,5 +141,8 @@ BOOL DestroyWindow(HWND window) {
   if (IsLive(window) && window->top) ActivateNextOf(window);
   if (IsLive(window)) SetVisible(window, false);
   if (IsLive(window)) DestroyTree(window);
+  // Contexts are kept for the next window, and there is none. A procedure that runs may still draw with one.
+  const WindowSystem& system = TheWindows();
+  if (system.windows.empty() && system.procedures == 0) FreeContexts();
   return TRUE;
 }

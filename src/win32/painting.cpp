@@ -83,9 +83,18 @@ HWND FirstToPaint(const std::vector<HWND>& windows, HWND filter) {
   return nullptr;
 }
 
-void InvalidateAll() {
-  DisplayRefreshAll();
-  for (HWND window : TheWindows().topLevels) Expose(window, VisibleWindow(*window));
+// Of all programs' windows; null is the whole screen.
+void InvalidateScreen(const RECT* rect) {
+  const ScreenFacts screen = DisplayScreen();
+  const PixelRect whole = {0, 0, screen.width, screen.height};
+  const PixelRect where = rect ? Intersect({rect->left, rect->top, rect->right, rect->bottom}, whole) : whole;
+  if (IsEmpty(where)) return;
+  DisplayRefresh(where);
+  for (HWND window : TheWindows().topLevels) {
+    Region region = VisibleWindow(*window);
+    region.Intersect(where);
+    Expose(window, region);
+  }
 }
 
 } // namespace
@@ -133,6 +142,11 @@ void ForgetContexts(HWND window) {
     held->own = false;
     EndContext(held.get());
   }
+}
+
+void FreeContexts() {
+  for (const auto& held : Contexts()) FreeContext(held->context);
+  Contexts().clear();
 }
 
 void InvalidateOwn(HWND window, const Region& region, bool erase) {
@@ -212,7 +226,7 @@ BOOL EndPaint(HWND, const PAINTSTRUCT* paint) {
 
 BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase) {
   if (!window) {
-    InvalidateAll();
+    InvalidateScreen(rect);
     return TRUE;
   }
   if (!IsLive(window)) return FALSE;

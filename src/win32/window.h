@@ -245,6 +245,7 @@ void EndContext(WindowContext* context);
 void RefreshContexts(); // after anything that changes what can be seen
 void GatherDamage();    // from contexts that are in use
 void ForgetContexts(HWND window);
+void FreeContexts(); // nobody uses one any more
 // In client coordinates, already cut to what can be seen; the window alone, not its children.
 void InvalidateOwn(HWND window, const Region& region, bool erase);
 // The next window, parents first, that has an update region; paints frames on the way. Null for none.

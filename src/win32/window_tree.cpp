@@ -12,7 +12,7 @@ WindowSystem& TheWindows() {
 
 void ForgetAllWindows() {
   WindowSystem& system = TheWindows();
-  for (const auto& held : system.contexts) FreeContext(held->context);
+  FreeContexts();
   for (HWND window : system.topLevels) FreeShown(&window->top->shown);
   system = {};
 }
