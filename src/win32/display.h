@@ -30,7 +30,8 @@ struct ScreenFacts {
 ScreenFacts DisplayScreen();
 
 // The colours of a palette screen: 2^depth entries from `colours` on. At depth 1 entry 0 is the darker one; a display
-// whose hardware has it the other way round turns the bits. Does nothing on a true-colour screen.
+// whose hardware has it the other way round turns the bits. Does nothing on a true-colour screen. Colours that another
+// program changes are seen once an event has been asked for or the screen read.
 void DisplayPalette(PaletteColour* colours);
 
 // Makes a surface of the screen's layout whose memory the display reads into without a further copy, where it can.

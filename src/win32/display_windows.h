@@ -48,15 +48,16 @@ void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon);
 void DisplayMinimiseWindow(DisplayWindow* window, bool minimised);
 // Asks for the keyboard; kActive tells when it has come.
 void DisplayActivateWindow(DisplayWindow* window);
-// Lets the desktop move the window with the pointer, whose button is down. False when the desktop does not do that:
-// the caller then moves the window itself while the pointer drags.
+// Lets the desktop move the window with the pointer, which stands there with its left button down; the release comes as
+// no event. False when the desktop does not do that: the caller then moves the window itself while the pointer drags.
 bool DisplayDragWindow(DisplayWindow* window, int32_t pointerX, int32_t pointerY);
 
 // Shows a part of the surface, which has the window's size and the screen's layout, at the same place of the window.
 void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRect& part);
 
-// Asks every program to paint all its windows anew, ours included (kExposed).
-void DisplayRefreshAll();
+// Asks every program to paint anew what its windows have in the rectangle of the screen, ours included (kExposed). Until
+// a program has done so, its pixels stay as they are.
+void DisplayRefresh(const PixelRect& where);
 
 // The part of the screen that docks and task bars leave free; the whole screen when there are none.
 PixelRect DisplayUsableArea();

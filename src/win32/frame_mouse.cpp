@@ -59,9 +59,19 @@ void MoveTo(HWND window, int32_t left, int32_t top) {
   Place(window, Moved(place, left - place.left, top - place.top), false);
 }
 
+// The desktop, where there is one that moves windows, takes over with the first move: a mere click on the caption is
+// none of its business. A button that is up already would leave it waiting for the release.
+bool HandsOver(HWND window, const DisplayEvent& event) {
+  if (!window->top || !DisplayKeyIsDown(VK_LBUTTON)) return false;
+  if (!DisplayDragWindow(window->top->shown.display, event.x, event.y)) return false;
+  NoteKey(VK_LBUTTON, false);
+  return true;
+}
+
 void DragByMouse(HWND window, int32_t x, int32_t y) {
   const PixelRect start = window->place;
   Grab(window);
+  bool asked = false;
   DisplayEvent event;
   while (Follow(window, true, &event)) {
     if (event.kind == Kind::kMouseMove || event.kind == Kind::kMouseUp) {
@@ -71,6 +81,9 @@ void DragByMouse(HWND window, int32_t x, int32_t y) {
       break;
     }
     if (event.kind == Kind::kMouseUp && event.button == 1) break;
+    if (event.kind != Kind::kMouseMove || asked || !IsLive(window)) continue;
+    asked = true;
+    if (HandsOver(window, event)) return;
   }
   DisplayCapturePointer(nullptr);
 }
@@ -120,10 +133,7 @@ void PressFrame(HWND window, int hit, int32_t x, int32_t y) {
 void DragWindow(HWND window, bool byKeyboard, int32_t x, int32_t y) {
   if (window->minimised && window->top) return;
   if (byKeyboard) return DragByKeys(window);
-  const bool byDesktop = window->top && DisplayDragWindow(window->top->shown.display, x, y);
-  if (!byDesktop) return DragByMouse(window, x, y);
-  // The release goes to the desktop.
-  NoteKey(VK_LBUTTON, false);
+  DragByMouse(window, x, y);
 }
 
 } // namespace framereel

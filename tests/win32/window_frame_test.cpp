@@ -160,6 +160,28 @@ TEST(WindowFrame, TheCaptionDragsWithTheDesktopOrWithoutIt) {
   }
 }
 
+TEST(WindowFrame, TheDesktopIsAskedToDragOnlyWhatMovesWithTheButtonDown) {
+  for (const bool released : {false, true}) {
+    WindowScene scene;
+    HWND main = ShowFrame("main", kPlace);
+    MemoryMovePointerTo(kCaption.x, kCaption.y);
+    MemoryPressButton();
+    MemoryAt(20, [=] {
+      EXPECT_EQ(TheMemoryDisplay().desktop.dragged, nullptr);
+      // The release has gone to somebody else.
+      if (released) TheMemoryDisplay().desktop.keys[VK_LBUTTON] = false;
+      MemoryMovePointerTo(kCaption.x + 30, kCaption.y - 20);
+    });
+    Drain();
+    EXPECT_EQ(TheMemoryDisplay().desktop.dragged != nullptr, !released);
+    MemoryReleaseButton();
+    RECT rect;
+    ::GetWindowRect(main, &rect);
+    EXPECT_EQ(rect.left, kPlace.left + 30);
+    EXPECT_EQ(rect.top, kPlace.top - 20);
+  }
+}
+
 TEST(WindowFrame, EscapeTakesADragBackAndAChildDragsInItsParent) {
   WindowScene scene;
   HWND main = ShowFrame("main", kPlace);

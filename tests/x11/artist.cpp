@@ -7,6 +7,9 @@
 #include <string>
 
 #include <X11/extensions/XShm.h>
+#include <X11/extensions/Xrandr.h>
+
+#include "win32/x11/x11_display.h"
 
 namespace framereel {
 
@@ -105,6 +108,21 @@ Picture Artist::Look() const {
   }
   XDestroyImage(image);
   return picture;
+}
+
+// Without a monitor, the server takes any size.
+void Artist::ResizeScreen(int32_t width, int32_t height) {
+  XRRScreenResources* resources = XRRGetScreenResources(display, root);
+  for (int i = 0; i < resources->ncrtc; i++) {
+    XRRSetCrtcConfig(display, resources, resources->crtcs[i], CurrentTime, 0, 0, None, RR_Rotate_0, nullptr, 0);
+  }
+  XRRFreeScreenResources(resources);
+  XRRSetScreenSize(display, root, width, height, width, height);
+  XSync(display, False);
+}
+
+void X11Test::Catch() {
+  if (X11Connection* x = X11Live()) XSync(x->display, False);
 }
 
 OwnSurface::OwnSurface(int32_t width, int32_t height, uint8_t fill) {

@@ -47,6 +47,7 @@ struct Artist {
   Picture Noise(int32_t width, int32_t height, uint32_t seed) const;
   // What stands on the screen now.
   Picture Look() const;
+  void ResizeScreen(int32_t width, int32_t height);
 };
 
 // The display under test and an artist beside it, fresh for each test.
@@ -57,10 +58,7 @@ protected:
 
   // Both sides agree behind it: the server has done what the display asked for, and the display has received what the
   // server sent up to now.
-  void Catch() {
-    int32_t x, y;
-    DisplayPointerPlace(&x, &y);
-  }
+  void Catch();
   // What stands on the screen once the display's drawing has arrived.
   Picture Seen() {
     Catch();

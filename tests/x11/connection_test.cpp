@@ -9,8 +9,6 @@
 #include <functional>
 #include <string>
 
-#include <X11/extensions/Xrandr.h>
-
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -25,15 +23,11 @@ protected:
     XSync(artist.display, False);
   }
 
-  void ResizeScreen(int32_t width, int32_t height) {
-    Display* d = artist.display;
-    XRRScreenResources* resources = XRRGetScreenResources(d, artist.root);
-    for (int i = 0; i < resources->ncrtc; i++) {
-      XRRSetCrtcConfig(d, resources, resources->crtcs[i], CurrentTime, 0, 0, None, RR_Rotate_0, nullptr, 0);
+  // A pass of an event loop that deals with nothing.
+  void PassEvents() {
+    DisplayEvent event;
+    while (DisplayNextEvent(&event)) {
     }
-    XRRFreeScreenResources(resources);
-    XRRSetScreenSize(d, artist.root, width, height, width, height);
-    XSync(d, False);
   }
 };
 
@@ -56,11 +50,32 @@ TEST_F(X11Whole, TellsThePaletteAsItIsNow) {
     XColor colour{cell, 0x12FF, 0xFF00, 0x7F80, DoRed | DoGreen | DoBlue, 0};
     XStoreColor(artist.display, map, &colour);
     XSync(artist.display, False);
+    PassEvents();
     DisplayPalette(colours);
     EXPECT_EQ(colours[cell].red, 0x12);
     EXPECT_EQ(colours[cell].green, 0xFF);
     EXPECT_EQ(colours[cell].blue, 0x7F);
+    colour = {cell, 0xFFFF, 0, 0, DoRed | DoGreen | DoBlue, 0};
+    XStoreColor(artist.display, map, &colour);
+    XSync(artist.display, False);
+    OwnSurface into(10, 10);
+    ASSERT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
+    DisplayPalette(colours);
+    EXPECT_EQ(colours[cell].red, 255);
     XFreeColors(artist.display, map, &cell, 1, 0);
+  }
+}
+
+TEST_F(X11Whole, AsksForColoursOnceBetweenEventsAndForFixedOnesOnce) {
+  if (artist.Depth() > 8) GTEST_SKIP() << "there is no palette";
+  bool fixed = DefaultVisual(artist.display, DefaultScreen(artist.display))->c_class != PseudoColor;
+  PaletteColour colours[256];
+  DisplayPalette(colours);
+  for (int32_t pass = 0; pass < 3; pass++) {
+    PassEvents();
+    unsigned long before = NextRequest(X11Live()->display);
+    for (int32_t i = 0; i < 5; i++) DisplayPalette(colours);
+    EXPECT_EQ(NextRequest(X11Live()->display), fixed ? before : before + 1);
   }
 }
 
@@ -71,7 +86,7 @@ TEST_F(X11Whole, FollowsTheResolution) {
   PixelRect corner = {width - 100, height - 100, width, height};
   ASSERT_TRUE(DisplayReadScreen(corner, into.surface, 0, 0));
 
-  ResizeScreen(width - 60, height - 40);
+  artist.ResizeScreen(width - 60, height - 40);
   // Whether the display has heard of it already or asks for what is gone, the answer is the same.
   EXPECT_FALSE(DisplayReadScreen(corner, into.surface, 0, 0));
   Catch();
@@ -80,7 +95,7 @@ TEST_F(X11Whole, FollowsTheResolution) {
   EXPECT_TRUE(DisplayReadScreen({width - 160, height - 140, width - 60, height - 40}, into.surface, 0, 0));
   EXPECT_FALSE(DisplayIsLost());
 
-  ResizeScreen(width, height);
+  artist.ResizeScreen(width, height);
   Catch();
   EXPECT_EQ(DisplayScreen().width, width);
   EXPECT_TRUE(DisplayReadScreen(corner, into.surface, 0, 0));

@@ -2,7 +2,9 @@
 #include "x11/artist.h"
 
 #include <cstdlib>
+#include <ostream>
 
+#include <X11/extensions/XTest.h>
 #include <X11/extensions/Xrender.h>
 
 #include "win32/x11/x11_display.h"
@@ -10,6 +12,15 @@
 namespace framereel {
 
 namespace {
+
+struct Point {
+  int32_t x, y;
+  bool operator==(const Point&) const = default;
+};
+
+void PrintTo(const Point& p, std::ostream* out) {
+  *out << "{" << p.x << ", " << p.y << "}";
+}
 
 class X11Pointer : public X11Test {
 protected:
@@ -107,6 +118,54 @@ TEST_F(X11Pointer, StandsWhereItWasMoved) {
     EXPECT_EQ(x, move.x);
     EXPECT_EQ(y, move.y);
   }
+}
+
+TEST_F(X11Pointer, PlaceIsAskedForOnlyWhenItMayHaveChanged) {
+  Window root = artist.root;
+  auto place = [&] {
+    Catch();
+    Point at{-1, -1};
+    EXPECT_TRUE(DisplayPointerPlace(&at.x, &at.y));
+    return at;
+  };
+  ASSERT_TRUE(X11Live()->devices.tell);
+  DisplayMovePointer(10, 10);
+  EXPECT_EQ(place(), (Point{10, 10}));
+  unsigned long before = NextRequest(X11Live()->display);
+  for (int32_t i = 0; i < 5; i++) {
+    Point at;
+    DisplayPointerPlace(&at.x, &at.y);
+  }
+  EXPECT_EQ(NextRequest(X11Live()->display), before);
+
+  XTestFakeMotionEvent(artist.display, -1, 31, 41, CurrentTime);
+  XSync(artist.display, False);
+  EXPECT_EQ(place(), (Point{31, 41}));
+  // Held by another program, the mouse is still heard.
+  XGrabPointer(artist.display, root, False, 0, GrabModeAsync, GrabModeAsync, None, None, CurrentTime);
+  XTestFakeMotionEvent(artist.display, -1, 32, 42, CurrentTime);
+  XSync(artist.display, False);
+  EXPECT_EQ(place(), (Point{32, 42}));
+  XUngrabPointer(artist.display, CurrentTime);
+  // Nobody tells when a program moves it, but a frame has it where it stands.
+  XWarpPointer(artist.display, None, root, 0, 0, 0, 0, 77, 88);
+  XSync(artist.display, False);
+  OwnSurface into(10, 10);
+  ASSERT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
+  EXPECT_EQ(place(), (Point{77, 88}));
+  const int32_t width = artist.Width(), height = artist.Height();
+  DisplayMovePointer(width - 1, height - 1);
+  EXPECT_EQ(place(), (Point{width - 1, height - 1}));
+  artist.ResizeScreen(width - 100, height - 100);
+  Point pushed = place();
+  artist.ResizeScreen(width, height);
+  EXPECT_EQ(pushed, (Point{width - 101, height - 101}));
+
+  // A server that does not tell is asked each time.
+  X11Live()->devices.tell = false;
+  XWarpPointer(artist.display, None, root, 0, 0, 0, 0, 12, 13);
+  XSync(artist.display, False);
+  EXPECT_EQ(place(), (Point{12, 13}));
 }
 
 } // namespace

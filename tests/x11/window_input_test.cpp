@@ -11,7 +11,45 @@ namespace {
 using Kind = DisplayEventKind;
 using Role = WindowRole;
 
-class X11WindowInput : public X11WindowTest {};
+class X11WindowInput : public X11WindowTest {
+protected:
+  void WriteLongs(Window window, const char* property, Atom type, std::vector<long> items) {
+    XChangeProperty(artist.display, window, AtomOf(property), type, 32, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
+    XSync(artist.display, False);
+  }
+  // A panel at the screen's edge; `thick` as _NET_WM_STRUT_PARTIAL begins: left, right, top, bottom.
+  Window NewDock(std::vector<long> thick) {
+    Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
+    WriteLongs(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {long(AtomOf("_NET_WM_WINDOW_TYPE_DOCK"))});
+    thick.resize(12);
+    thick[9] = artist.Width() - 1; // as far as a strip at the top reaches
+    WriteLongs(dock, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, thick);
+    return dock;
+  }
+  XEvent NextOfArtist(int type) {
+    XEvent event{};
+    Until([&] { return XCheckTypedEvent(artist.display, type, &event); });
+    return event;
+  }
+};
+
+// The artist as a window manager, of which the tests know what it does and when, on a desktop without one.
+struct OwnManager {
+  Artist* artist;
+
+  OwnManager(Artist* a) : artist(a) { Listen(SubstructureRedirectMask); }
+  ~OwnManager() {
+    for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
+      XDeleteProperty(artist->display, artist->root, XInternAtom(artist->display, name, False));
+    }
+    Listen(NoEventMask);
+  }
+  void Listen(long mask) {
+    XSelectInput(artist->display, artist->root, mask);
+    XSync(artist->display, False);
+  }
+};
 
 // ---- The keyboard ------------------------------------------------------------------------------------------------
 
@@ -181,6 +219,8 @@ TEST_F(X11WindowInput, DesktopDragsItWhereThereIsOneThatDoes) {
       MovePointer(x ^= 1, 90);
       return PlaceOf(window).left > 10;
     });
+    // That it has the pointer is known, so that nothing is taken back when the button goes up.
+    Until([&] { return (Drain(), !X11Live()->desktop.drag.window); });
     MovePointer(250, 130);
   }
   Button(1, false);
@@ -189,19 +229,59 @@ TEST_F(X11WindowInput, DesktopDragsItWhereThereIsOneThatDoes) {
   Until([&] { return (Drain(), window->place == PixelRect{210, 90, 360, 190}); });
 }
 
+TEST_F(X11WindowInput, AReleaseBeforeTheDesktopDragsTakesTheRequestBack) {
+  if (HasManager()) GTEST_SKIP() << "it may be quicker";
+  constexpr long byMouse = 8, cancel = 11;
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
+  OwnManager manager(&artist);
+  WriteLongs(artist.root, "_NET_SUPPORTED", XA_ATOM, {long(AtomOf("_NET_WM_MOVERESIZE"))});
+  // Over the window, where the release comes to us, and beside it, where it comes to nobody.
+  for (const auto& [x, y] : {std::pair{70, 90}, std::pair{400, 300}}) {
+    const PixelRect before = window->place;
+    MovePointer(before.left + 40, before.top + 40);
+    Button(1, true);
+    DisplayEvent down = Next(Kind::kMouseDown, window);
+    ASSERT_TRUE(DisplayDragWindow(window, down.x, down.y));
+    Catch();
+    MovePointer(x, y);
+    Button(1, false);
+    for (const DisplayEvent& event : Drain()) EXPECT_NE(event.kind, Kind::kMouseUp);
+    EXPECT_EQ(NextOfArtist(ClientMessage).xclient.data.l[2], byMouse);
+    XEvent taken = NextOfArtist(ClientMessage);
+    EXPECT_EQ(taken.xclient.message_type, AtomOf("_NET_WM_MOVERESIZE"));
+    EXPECT_EQ(taken.xclient.data.l[2], cancel);
+    const XConfigureRequestEvent move = NextOfArtist(ConfigureRequest).xconfigurerequest;
+    XMoveWindow(artist.display, window->id, move.x, move.y);
+    XSync(artist.display, False);
+    EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{x - 40, y - 40, x + 110, y + 60}));
+  }
+}
+
+TEST_F(X11WindowInput, AShortClickDoesNotLeaveTheDesktopDragging) {
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
+  for (int32_t i = 0; i < 5; i++) {
+    MovePointer(50, 50);
+    Button(1, true);
+    Next(Kind::kMouseDown, window);
+    DisplayDragWindow(window, 50, 50);
+    Button(1, false);
+    Drain();
+    WaitForManager();
+    Drain();
+    WaitForManager();
+    MovePointer(300, 200);
+    WaitForManager();
+    EXPECT_EQ(PlaceOf(window), (PixelRect{10, 10, 160, 110}));
+  }
+}
+
 // ---- The screen --------------------------------------------------------------------------------------------------
 
 TEST_F(X11WindowInput, FollowsTheUsableArea) {
   const PixelRect all = {0, 0, artist.Width(), artist.Height()};
   if (HasManager()) {
     Until([&] { return (Drain(), DisplayUsableArea() == all); });
-    Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, all.right, 24, 0, 0, 0);
-    const long type = long(AtomOf("_NET_WM_WINDOW_TYPE_DOCK"));
-    const long strut[12] = {0, 0, 24, 0, 0, 0, 0, 0, 0, all.right - 1, 0, 0};
-    XChangeProperty(artist.display, dock, AtomOf("_NET_WM_WINDOW_TYPE"), XA_ATOM, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(&type), 1);
-    XChangeProperty(artist.display, dock, AtomOf("_NET_WM_STRUT_PARTIAL"), XA_CARDINAL, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(strut), 12);
+    Window dock = NewDock({0, 0, 24, 0});
     XMapWindow(artist.display, dock);
     XSync(artist.display, False);
     const PixelRect rest = {0, 24, all.right, all.bottom};
@@ -213,11 +293,8 @@ TEST_F(X11WindowInput, FollowsTheUsableArea) {
   }
   EXPECT_EQ(DisplayUsableArea(), all);
   auto setArea = [&](std::vector<long> area, long desktop) {
-    XChangeProperty(artist.display, artist.root, AtomOf("_NET_WORKAREA"), XA_CARDINAL, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(area.data()), static_cast<int>(area.size()));
-    XChangeProperty(artist.display, artist.root, AtomOf("_NET_CURRENT_DESKTOP"), XA_CARDINAL, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(&desktop), 1);
-    XSync(artist.display, False);
+    WriteLongs(artist.root, "_NET_WORKAREA", XA_CARDINAL, area);
+    WriteLongs(artist.root, "_NET_CURRENT_DESKTOP", XA_CARDINAL, {desktop});
     Next(Kind::kScreenChanged, nullptr);
     return DisplayUsableArea();
   };
@@ -227,6 +304,38 @@ TEST_F(X11WindowInput, FollowsTheUsableArea) {
   EXPECT_EQ(setArea({1, 2}, 0), all);
   XDeleteProperty(artist.display, artist.root, AtomOf("_NET_WORKAREA"));
   XDeleteProperty(artist.display, artist.root, AtomOf("_NET_CURRENT_DESKTOP"));
+}
+
+TEST_F(X11WindowInput, UsableAreaLeavesOutThePanelsWhereNobodyWorksItOut) {
+  if (HasManager()) GTEST_SKIP() << "it works it out";
+  const PixelRect all = {0, 0, artist.Width(), artist.Height()};
+  OwnManager manager(&artist);
+  Window left = NewDock({30, 0, 0, 0}), bottom = NewDock({0, 0, 0, 40});
+  auto becomes = [&](const PixelRect& area) {
+    Until([&] { return (Next(Kind::kScreenChanged, nullptr), DisplayUsableArea() == area); });
+  };
+  WriteLongs(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(bottom)});
+  becomes({30, 0, all.right, all.bottom - 40});
+  WriteLongs(bottom, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, {0, 20, 0, 50, 0, 0, 0, 0, 0, 0, 0, 0});
+  becomes({30, 0, all.right - 20, all.bottom - 50});
+  WriteLongs(bottom, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, {0, 0, 70000, 70000, 0, 0, 0, 0, 0, 0, 0, 0});
+  becomes(all); // nothing would be left
+  XDestroyWindow(artist.display, bottom);
+  WriteLongs(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left)});
+  becomes({30, 0, all.right, all.bottom});
+}
+
+TEST_F(X11WindowInput, TellsOfAnotherResolution) {
+  const int32_t width = artist.Width(), height = artist.Height();
+  DisplayUsableArea();
+  Drain();
+  for (const auto& [w, h] : {std::pair{width - 60, height - 40}, std::pair{width, height}}) {
+    artist.ResizeScreen(w, h);
+    Next(Kind::kScreenChanged, nullptr);
+    EXPECT_EQ(DisplayScreen().width, w);
+    EXPECT_EQ(DisplayScreen().height, h);
+    Until([&] { return (Drain(), DisplayUsableArea() == PixelRect{0, 0, w, h}); });
+  }
 }
 
 } // namespace

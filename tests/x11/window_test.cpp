@@ -120,10 +120,13 @@ TEST_F(X11Window, IsAskedToShowAgainWhatWasUncovered) {
 TEST_F(X11Window, RefreshReachesEveryWindow) {
   if (HasCompositor()) GTEST_SKIP() << "a compositor keeps what windows show";
   Window others = artist.Show(artist.Noise(60, 40, 1), 10, 10);
+  XSetWindowBackground(artist.display, others, artist.White());
   DisplayWindow* window = Show(Role::kMain, {100, 100, 250, 200});
   Drain();
-  DisplayRefreshAll();
-  EXPECT_EQ(Next(Kind::kExposed, window).rect, (PixelRect{0, 0, 150, 100}));
+  const Picture before = artist.Look();
+  DisplayRefresh({0, 0, 140, 640});
+  EXPECT_EQ(Difference(Seen(), before), "") << "nobody has painted yet";
+  EXPECT_EQ(Next(Kind::kExposed, window).rect, (PixelRect{0, 0, 40, 100}));
   XEvent exposed;
   XWindowEvent(artist.display, others, ExposureMask, &exposed);
   EXPECT_EQ(exposed.xexpose.width, 60);
@@ -233,11 +236,17 @@ TEST_F(X11Window, AsksNothingAtRest) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
   DisplayUsableArea();
   DisplayCapturePointer(nullptr);
+  DisplayKeyIsDown('A');
   Drain();
+  int32_t x, y;
+  DisplayPointerPlace(&x, &y);
   unsigned long before = NextRequest(X11Live()->display);
   DisplayEvent event;
   for (int32_t i = 0; i < 10; i++) {
     EXPECT_FALSE(DisplayNextEvent(&event));
+    EXPECT_TRUE(DisplayPointerPlace(&x, &y));
+    X11Live()->keyboard.pressedTick--; // long ago
+    EXPECT_FALSE(DisplayKeyIsDown('A'));
     EXPECT_EQ(DisplayUsableArea().left, 0);
     DisplayShowWindow(window, true);
     DisplayPlaceWindow(window, {10, 10, 110, 110});
@@ -274,7 +283,7 @@ TEST_F(X11Window, ALostConnectionLeavesEveryCallWithoutEffect) {
   DisplayActivateWindow(window);
   EXPECT_FALSE(DisplayDragWindow(window, 20, 20));
   DisplayPresent(window, surface.surface, {0, 0, 100, 100});
-  DisplayRefreshAll();
+  DisplayRefresh({0, 0, 100, 100});
   DisplayCapturePointer(window);
   DisplayPointerShape(window, PointerShape::kWait, nullptr);
   DisplayBeep();

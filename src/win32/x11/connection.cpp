@@ -82,6 +82,7 @@ bool DisplayOpen() {
   X11MakeContexts(x);
   X11ReadSharing(x);
   X11WatchPointer(x);
+  X11WatchDevices(x);
   X11InternAtoms(x);
   return X11Live() != nullptr;
 }
@@ -114,10 +115,11 @@ void X11TakeEvents(X11Connection* x, int queued) {
   while (XEventsQueued(x->display, queued) > 0) {
     XEvent event;
     XNextEvent(x->display, &event);
-    if (X11TakePointerEvent(x, event)) continue;
+    if (X11TakeDeviceEvent(x, event) || X11TakePointerEvent(x, event)) continue;
     if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
       x->facts.width = event.xconfigure.width;
       x->facts.height = event.xconfigure.height;
+      x->devices.pointerStale = true; // the server keeps it on the screen
       X11NoteScreenChanged(x);
       continue;
     }

@@ -97,6 +97,23 @@ void GrabPointer(X11Connection* x) {
   if (answer != GrabSuccess && answer != GrabNotViewable && X11Live()) LoseCapture(x);
 }
 
+// ---- Dragging by the window manager --------------------------------------------------------------------------------
+
+// The button went up before the window manager had taken the pointer, and it would wait for the release for ever: the
+// EWMH has the client that gets the release take the request back. Where the pointer had got to, the window follows,
+// and that it does is news of the desktop's.
+void EndDrag(X11Connection* x, int32_t pointerX, int32_t pointerY) {
+  const X11Drag drag = x->desktop.drag;
+  x->desktop.drag = {};
+  X11AskNotToDrag(x, *drag.window);
+  XMoveWindow(x->display, drag.window->id, pointerX + drag.right, pointerY + drag.down);
+  XFlush(x->display);
+}
+
+bool EndsDrag(const X11Desktop& desktop, const XEvent& event) {
+  return desktop.drag.window && event.type == ButtonRelease && event.xbutton.button == Button1;
+}
+
 // ---- Places and states -------------------------------------------------------------------------------------------
 
 bool Same(const PixelRect& a, const PixelRect& b) {
@@ -161,9 +178,17 @@ void OnViewable(X11Connection* x, DisplayWindow* window) {
   XFlush(x->display);
 }
 
+// A release outside of our windows reaches nobody while the window manager has not taken the pointer.
+void AskDrag(X11Connection* x) {
+  x->desktop.drag.unsure = false;
+  bool up = !(X11AskPointer(x) & Button1Mask);
+  if (up && X11Live()) EndDrag(x, x->pointerX, x->pointerY);
+}
+
 // Asks for what events have told in part; false when there was nothing.
 bool Settle(X11Connection* x) {
-  bool asked = false;
+  bool asked = x->desktop.drag.window && x->desktop.drag.unsure;
+  if (asked) AskDrag(x);
   for (DisplayWindow* window : x->desktop.windows) {
     asked = asked || window->placeUnsure || window->stateUnsure || window->becameViewable;
     if (window->placeUnsure) AskPlace(x, window);
@@ -269,11 +294,19 @@ void X11TakeWindowEvent(X11Connection* x, XEvent* event) {
   if (event->type == PropertyNotify) return TakeProperty(x, event->xproperty.window, event->xproperty.atom);
   DisplayWindow* window = X11WindowOf(x, event->xany.window);
   if (!window) return;
+  if (event->type == MotionNotify || event->type == EnterNotify || event->type == LeaveNotify) {
+    x->devices.pointerStale = true;
+  }
   switch (event->type) {
   case MotionNotify:
   case ButtonPress:
   case ButtonRelease:
-    return QueueMouse(x, window, *event);
+    return EndsDrag(x->desktop, *event) ? EndDrag(x, event->xbutton.x_root, event->xbutton.y_root)
+                                        : QueueMouse(x, window, *event);
+  case LeaveNotify:
+    // The window manager has the pointer now, and gets the release.
+    if (event->xcrossing.mode == NotifyGrab) x->desktop.drag = {};
+    return;
   case KeyPress:
   case KeyRelease:
     return QueueKey(x, window, *event);
@@ -309,6 +342,7 @@ void X11ForgetWindow(X11Connection* x, const DisplayWindow* window) {
   }
   // The server releases it as the window goes.
   if (desktop.captured == window) desktop.captured = nullptr;
+  if (desktop.drag.window == window) desktop.drag = {};
 }
 
 void DisplayCapturePointer(DisplayWindow* window) {
@@ -348,6 +382,7 @@ bool DisplayNextEvent(DisplayEvent* event) {
   X11Connection* x = X11Live();
   if (!x) return false;
   std::deque<DisplayEvent>& events = x->desktop.events;
+  X11ForgetPalette(x);
   if (events.empty()) X11TakeEvents(x, QueuedAfterFlush);
   // More may have come along with the answers.
   while (X11Live() && Settle(x)) X11TakeEvents(x, QueuedAlready);

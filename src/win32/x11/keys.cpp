@@ -8,7 +8,9 @@
 #define XK_XKB_KEYS
 #include <X11/keysymdef.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "win32/x11/x11_display.h"
 
@@ -18,6 +20,7 @@ namespace {
 
 constexpr int32_t kFirstKey = 8;        // of every server
 constexpr uint8_t kCharacterKey = 0xDF; // a key that has a character but no name
+constexpr unsigned int kButtons = Button1Mask | Button2Mask | Button3Mask;
 
 struct NamedKey {
   KeySym symbol;
@@ -150,19 +153,27 @@ void Rebuild(X11Connection* x) {
   keys.numLock = XkbKeysymToModifiers(x->display, XK_Num_Lock);
 }
 
-// Asks what is down, unless it has been asked in this very millisecond: a chord takes several questions.
+bool AnyPressed(const X11Keys& keys) {
+  auto down = [](char eight) { return eight != 0; };
+  return keys.buttons & kButtons || std::any_of(std::begin(keys.pressed), std::end(keys.pressed), down);
+}
+
+// Whether what was read last still holds. That nothing is down holds until a device is heard of; of what is down it is
+// better to make sure, but once a millisecond will do: a chord takes several questions.
+bool KnowsPressed(const X11Connection* x) {
+  const X11Keys& keys = x->keyboard;
+  if (!keys.hasPressed || x->devices.pressedStale) return false;
+  return keys.pressedTick == DisplayTick() || (x->devices.tell && !AnyPressed(keys));
+}
+
 void ReadPressed(X11Connection* x) {
   X11Keys& keys = x->keyboard;
-  uint32_t now = DisplayTick();
-  if (keys.hasPressed && keys.pressedTick == now) return;
-  Window root, child;
-  int rootX, rootY, windowX, windowY;
-  keys.buttons = 0;
+  x->devices.pressedStale = false;
   std::memset(keys.pressed, 0, sizeof keys.pressed);
-  XQueryPointer(x->display, x->root, &root, &child, &rootX, &rootY, &windowX, &windowY, &keys.buttons);
+  keys.buttons = X11AskPointer(x);
   XQueryKeymap(x->display, keys.pressed);
   keys.hasPressed = true;
-  keys.pressedTick = now;
+  keys.pressedTick = DisplayTick();
 }
 
 unsigned int ButtonMask(uint8_t virtualKey) {
@@ -203,9 +214,9 @@ uint8_t X11VirtualKey(X11Connection* x, uint8_t code, unsigned int state) {
 bool DisplayKeyIsDown(uint8_t virtualKey) {
   X11Connection* x = X11Live();
   if (!x || virtualKey == 0) return false;
-  X11TakeEvents(x, QueuedAlready);
-  X11ReadKeys(x);
-  if (X11Live()) ReadPressed(x);
+  X11TakeEvents(x, QueuedAfterReading);
+  if (X11Live()) X11ReadKeys(x);
+  if (X11Live() && !KnowsPressed(x)) ReadPressed(x);
   if (!X11Live()) return false;
   const X11Keys& keys = x->keyboard;
   if (unsigned int mask = ButtonMask(virtualKey)) return keys.buttons & mask;

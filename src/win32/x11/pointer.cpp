@@ -1,5 +1,9 @@
 // The pointer of the X11 display. Its picture comes from the XFixes extension and is asked for again only when the
-// server has told that it changed.
+// server has told that it changed; its place only when a device (devices.cpp), a window of ours or our own doing has
+// told that it may have moved.
+//
+// One thing goes untold: another program that moves the pointer by itself (XWarpPointer) while it is over no window of
+// ours. Over ours the server tells, and a frame of a recording asks in any case.
 #include <X11/extensions/Xfixes.h>
 
 #include "win32/x11/x11_display.h"
@@ -46,6 +50,17 @@ bool X11TakePointerEvent(X11Connection* x, const XEvent& event) {
   return true;
 }
 
+unsigned int X11AskPointer(X11Connection* x) {
+  Window root, child;
+  int windowX, windowY;
+  unsigned int buttons = 0;
+  // What is heard from here on is newer than the answer, or taken for it.
+  x->devices.pointerStale = false;
+  x->pointerHere =
+      XQueryPointer(x->display, x->root, &root, &child, &x->pointerX, &x->pointerY, &windowX, &windowY, &buttons);
+  return buttons;
+}
+
 const PointerPicture* DisplayPointer() {
   X11Connection* x = X11Live();
   if (!x || !x->hasPointerPictures) return nullptr;
@@ -58,15 +73,12 @@ const PointerPicture* DisplayPointer() {
 bool DisplayPointerPlace(int32_t* x, int32_t* y) {
   X11Connection* connection = X11Live();
   if (!connection) return false;
-  Window root, child;
-  int rootX = 0, rootY = 0, windowX, windowY;
-  unsigned int buttons;
-  if (!XQueryPointer(connection->display, connection->root, &root, &child, &rootX, &rootY, &windowX, &windowY,
-                     &buttons)) {
-    return false;
-  }
-  *x = rootX;
-  *y = rootY;
+  X11TakeEvents(connection, QueuedAfterReading);
+  bool known = connection->devices.tell && !connection->devices.pointerStale;
+  if (X11Live() && !known) X11AskPointer(connection);
+  if (!X11Live() || !connection->pointerHere) return false;
+  *x = connection->pointerX;
+  *y = connection->pointerY;
   return true;
 }
 
@@ -76,6 +88,7 @@ void DisplayMovePointer(int32_t x, int32_t y) {
   // The protocol's places have 16 bits; the server keeps the pointer on the screen by itself.
   auto place = [](int32_t v) { return v < -32768 ? -32768 : v > 32767 ? 32767 : v; };
   XWarpPointer(connection->display, None, connection->root, 0, 0, 0, 0, place(x), place(y));
+  connection->devices.pointerStale = true; // what programs do is no device's doing
   XFlush(connection->display);
 }
 

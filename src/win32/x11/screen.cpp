@@ -1,5 +1,6 @@
 // The screen of the X11 display: its facts, its palette, surfaces in its format, reading from it and drawing on it,
 // over all windows. Shared memory is in segments.cpp, the server's packing of pixels in pixels.cpp.
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -13,7 +14,6 @@ namespace {
 constexpr int64_t kSharedFrom = 65536;
 // Sizes of pictures have 16 bits in the protocol, and places have a sign.
 constexpr int32_t kProtocolMax = 32767;
-constexpr int32_t kPaletteDepthMax = 8;
 
 bool operator==(const PixelLayout& a, const PixelLayout& b) {
   return a.depth == b.depth && a.bytesPerPixel == b.bytesPerPixel && a.redMask == b.redMask &&
@@ -58,6 +58,18 @@ PixelLayout LayoutOf(int32_t depth, const Visual& visual) {
 void QueryColours(const X11Connection* x, int32_t count, XColor* cells) {
   for (int32_t i = 0; i < count; i++) cells[i] = {static_cast<unsigned long>(i), 0, 0, 0, 0, 0};
   XQueryColors(x->display, DefaultColormap(x->display, DefaultScreen(x->display)), cells, count);
+}
+
+void ReadPalette(X11Connection* x) {
+  int32_t count = 1 << x->facts.layout.depth;
+  XColor cells[1 << kPaletteDepthMax];
+  QueryColours(x, count, cells);
+  for (int32_t i = 0; i < count; i++) {
+    const XColor& cell = cells[x->format.turned ? count - 1 - i : i];
+    x->palette[i] = {static_cast<uint8_t>(cell.red >> 8), static_cast<uint8_t>(cell.green >> 8),
+                     static_cast<uint8_t>(cell.blue >> 8)};
+  }
+  x->knowsPalette = X11Live() != nullptr;
 }
 
 bool IsFirstLighter(const X11Connection* x) {
@@ -235,18 +247,17 @@ ScreenFacts DisplayScreen() {
   return X11Live() ? x->facts : ScreenFacts{};
 }
 
+void X11ForgetPalette(X11Connection* x) {
+  // Of the classes of visuals those with an odd number have colours that programs may change, and no event tells of it.
+  bool changeable = DefaultVisual(x->display, DefaultScreen(x->display))->c_class & 1;
+  if (changeable) x->knowsPalette = false;
+}
+
 void DisplayPalette(PaletteColour* colours) {
   X11Connection* x = X11Live();
   if (!x || x->facts.layout.depth > kPaletteDepthMax) return;
-  int32_t count = 1 << x->facts.layout.depth;
-  XColor cells[1 << kPaletteDepthMax];
-  QueryColours(x, count, cells);
-  if (!X11Live()) return;
-  for (int32_t i = 0; i < count; i++) {
-    const XColor& cell = cells[x->format.turned ? count - 1 - i : i];
-    colours[i] = {static_cast<uint8_t>(cell.red >> 8), static_cast<uint8_t>(cell.green >> 8),
-                  static_cast<uint8_t>(cell.blue >> 8)};
-  }
+  if (!x->knowsPalette) ReadPalette(x);
+  if (x->knowsPalette) std::copy_n(x->palette, 1 << x->facts.layout.depth, colours);
 }
 
 bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
@@ -286,6 +297,9 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
   if (!x) return false;
   // A size that is behind the times is no harm: the server refuses what it does not have.
   X11TakeEvents(x, QueuedAlready);
+  // Whoever draws the pointer into the picture wants it exact, whatever has moved it.
+  x->devices.pointerStale = true;
+  X11ForgetPalette(x);
   if (!X11HasScreenLayout(x, into)) return false;
   if (IsEmpty(where)) return true;
   if (!Holds(ScreenRect(x), where)) return false;

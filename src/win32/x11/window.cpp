@@ -38,7 +38,8 @@ Window Create(const X11Connection* x, const DisplayWindowSpec& spec) {
   attributes.override_redirect = spec.role == WindowRole::kPopup || cover;
   attributes.bit_gravity = NorthWestGravity;
   attributes.event_mask = StructureNotifyMask | VisibilityChangeMask | FocusChangeMask | PropertyChangeMask |
-                          KeyPressMask | KeyReleaseMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask;
+                          KeyPressMask | KeyReleaseMask | ButtonPressMask | ButtonReleaseMask | PointerMotionMask |
+                          EnterWindowMask | LeaveWindowMask;
   unsigned long said = CWOverrideRedirect | CWEventMask;
   // A window without output has neither pixels to keep nor any to paint.
   if (!cover) {
@@ -251,11 +252,11 @@ void DisplayActivateWindow(DisplayWindow* window) {
 bool DisplayDragWindow(DisplayWindow* window, int32_t pointerX, int32_t pointerY) {
   X11Connection* x = X11Live();
   if (!x || !X11IsManaged(*window) || !X11ManagerCan(x, kNetWmMoveResize)) return false;
-  constexpr long move = 8, leftButton = 1, application = 1;
   // The window manager takes the pointer, which must be free for it.
   x->desktop.captured = nullptr;
   XUngrabPointer(x->display, CurrentTime);
-  X11AskManager(x, *window, kNetWmMoveResize, {pointerX, pointerY, move, leftButton, application});
+  X11AskToDrag(x, *window, pointerX, pointerY);
+  x->desktop.drag = {window, window->place.left - pointerX, window->place.top - pointerY, false};
   XFlush(x->display);
   return X11Live() != nullptr;
 }
@@ -268,16 +269,28 @@ void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRe
   if (!IsEmpty(on)) X11PutPixels(x, window->id, surface, on, on.left, on.top);
 }
 
-void DisplayRefreshAll() {
+// A window that comes and goes uncovers the others. The server fills what it uncovers with the windows' backgrounds, so
+// the pixels are kept meanwhile and put back; the root, which nobody paints, keeps its background.
+void DisplayRefresh(const PixelRect& where) {
   X11Connection* x = X11Live();
   if (!x) return;
-  // A window that comes and goes uncovers all others. It has no background, so nothing flickers.
+  const PixelRect cut = Intersect(where, {0, 0, x->facts.width, x->facts.height});
+  if (IsEmpty(cut)) return;
+  const auto width = static_cast<unsigned>(cut.right - cut.left), height = static_cast<unsigned>(cut.bottom - cut.top);
   XSetWindowAttributes attributes{};
   attributes.override_redirect = True;
-  Window all = XCreateWindow(x->display, x->root, 0, 0, std::max(1, x->facts.width), std::max(1, x->facts.height), 0,
-                             CopyFromParent, InputOutput, CopyFromParent, CWOverrideRedirect, &attributes);
-  XMapRaised(x->display, all);
-  XDestroyWindow(x->display, all);
+  XGrabServer(x->display); // a program that paints at once is not to be overdrawn
+  Pixmap kept = XCreatePixmap(x->display, x->root, width, height,
+                              static_cast<unsigned>(DefaultDepth(x->display, DefaultScreen(x->display))));
+  XCopyArea(x->display, x->root, kept, x->drawing, cut.left, cut.top, width, height, 0, 0);
+  Window over = XCreateWindow(x->display, x->root, cut.left, cut.top, width, height, 0, CopyFromParent, InputOutput,
+                              CopyFromParent, CWOverrideRedirect, &attributes);
+  XMapRaised(x->display, over);
+  XDestroyWindow(x->display, over);
+  XCopyArea(x->display, kept, x->root, x->drawing, 0, 0, width, height, cut.left, cut.top);
+  XClearArea(x->display, x->root, cut.left, cut.top, width, height, False);
+  XFreePixmap(x->display, kept);
+  XUngrabServer(x->display);
   XFlush(x->display);
 }
 

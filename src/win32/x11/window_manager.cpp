@@ -51,6 +51,9 @@ constexpr long kItemsMax = 65536;
 // The most of an icon that fits one request of any server.
 constexpr int32_t kIconSideMax = 128;
 
+// What _NET_WM_MOVERESIZE says: how to move, by the left button, on an application's behalf.
+constexpr long kDragMove = 8, kDragCancel = 11, kDragButton = 1, kDragSource = 1;
+
 // ---- Properties --------------------------------------------------------------------------------------------------
 
 // Items of 32 bits; Xlib takes each in an unsigned long.
@@ -233,6 +236,14 @@ void X11AskManager(X11Connection* x, const DisplayWindow& window, X11Atom what, 
   event.xclient.format = 32;
   std::copy(std::begin(data), std::end(data), event.xclient.data.l);
   XSendEvent(x->display, x->root, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+}
+
+void X11AskToDrag(X11Connection* x, const DisplayWindow& window, int32_t pointerX, int32_t pointerY) {
+  X11AskManager(x, window, kNetWmMoveResize, {pointerX, pointerY, kDragMove, kDragButton, kDragSource});
+}
+
+void X11AskNotToDrag(X11Connection* x, const DisplayWindow& window) {
+  X11AskManager(x, window, kNetWmMoveResize, {0, 0, kDragCancel, kDragButton, kDragSource});
 }
 
 void X11Describe(X11Connection* x, const DisplayWindow& window) {

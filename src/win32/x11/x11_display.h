@@ -20,6 +20,8 @@ namespace framereel {
 
 inline constexpr int32_t kOwnByteOrder = std::endian::native == std::endian::little ? LSBFirst : MSBFirst;
 
+inline constexpr int32_t kPaletteDepthMax = 8;
+
 // How the server packs images of the screen's depth (format ZPixmap of the core protocol).
 struct X11Format {
   int32_t depth;        // as the server counts: 15 where the layout says 16, 30 where it says 32
@@ -46,6 +48,14 @@ struct X11Stipple {
 // Enough for the steps in which a moving outline shifts its pattern, so that in the long run none is sent again.
 inline constexpr int32_t kStipplesKept = 16;
 
+// What has been heard of mice and keyboards since their state was asked for last.
+struct X11Devices {
+  bool tell;         // the server tells of them; else whoever wants their state asks for it each time
+  int extension;     // the number that their events carry
+  bool pointerStale; // the pointer may stand elsewhere
+  bool pressedStale; // keys or buttons may have gone up or down
+};
+
 struct X11Connection {
   Display* display;
   Window root;
@@ -53,6 +63,9 @@ struct X11Connection {
 
   X11Format format;
   ScreenFacts facts; // as of the last event taken
+
+  bool knowsPalette;
+  PaletteColour palette[1 << kPaletteDepthMax]; // of a palette screen, in the order of the surfaces' pixels
 
   GC drawing, inverting; // of the root, over all windows
   GC stippling;          // of bitmaps; null until the first pattern
@@ -69,7 +82,10 @@ struct X11Connection {
   unsigned long pointerSerial;
   PointerPicture pointer; // pixels null when there is none
   std::vector<uint32_t> pointerPixels;
+  bool pointerHere;           // on this screen of the server, when it was asked for last
+  int32_t pointerX, pointerY; // where, if so
 
+  X11Devices devices;
   X11Desktop desktop;
   X11Keys keyboard;
 };
@@ -87,6 +103,8 @@ void X11TakeEvents(X11Connection* x, int queued);
 // Reads what never changes during a connection, and the size.
 void X11ReadScreenFacts(X11Connection* x);
 void X11MakeContexts(X11Connection* x);
+// The colours may have changed since they were asked for.
+void X11ForgetPalette(X11Connection* x);
 bool X11HasScreenLayout(const X11Connection* x, const Surface& surface);
 // Sends a part that lies on the surface, of the screen's layout, to the root or a window of ours, its top left pixel at
 // toX, toY.
@@ -95,8 +113,17 @@ void X11PutPixels(X11Connection* x, Drawable to, const Surface& from, const Pixe
 // ---- pointer.cpp ----
 
 void X11WatchPointer(X11Connection* x);
+// Asks where the pointer is and answers its buttons, as XQueryPointer tells them.
+unsigned int X11AskPointer(X11Connection* x);
 // True when it was a notice of the pointer's picture.
 bool X11TakePointerEvent(X11Connection* x, const XEvent& event);
+
+// ---- devices.cpp ----
+
+// Makes the server tell, where it can.
+void X11WatchDevices(X11Connection* x);
+// True when it was word of a device.
+bool X11TakeDeviceEvent(X11Connection* x, const XEvent& event);
 
 // ---- segments.cpp ----
 

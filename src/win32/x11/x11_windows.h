@@ -71,14 +71,22 @@ enum X11Atom : uint8_t {
   kAtomCount,
 };
 
+// The window manager has been asked to move a window, and nothing has told yet that it does.
+struct X11Drag {
+  DisplayWindow* window; // null: none, or the window manager has the pointer
+  int32_t right, down;   // from the pointer to the window's corner
+  bool unsure;           // a button has gone up somewhere
+};
+
 struct X11Desktop {
   Atom atoms[kAtomCount];
   std::vector<DisplayWindow*> windows; // ours; of those that are not managed, the topmost is last
   std::deque<DisplayEvent> events;     // taken from the connection, not yet by the caller
-  DisplayWindow* captured;             // gets all mouse events
-  bool captureWaits;                   // for its window to stand on the screen
-  Cursor shapes[4];                    // the system's own, None until used
-  Time userTime;                       // of the last press, as the server counts
+  X11Drag drag;
+  DisplayWindow* captured; // gets all mouse events
+  bool captureWaits;       // for its window to stand on the screen
+  Cursor shapes[4];        // the system's own, None until used
+  Time userTime;           // of the last press, as the server counts
   bool knowsClock;
   uint32_t clockAhead;                // our tick minus the server's time, as close as events have told
   std::vector<unsigned long> talents; // atoms of what the window manager can do
@@ -122,6 +130,9 @@ bool X11HasManager(X11Connection* x);
 bool X11ManagerCan(X11Connection* x, X11Atom what);
 // Sends one of the messages that window managers listen for on the root.
 void X11AskManager(X11Connection* x, const DisplayWindow& window, X11Atom what, const long (&data)[5]);
+// Asks it to move the window with the pointer, and takes that back.
+void X11AskToDrag(X11Connection* x, const DisplayWindow& window, int32_t pointerX, int32_t pointerY);
+void X11AskNotToDrag(X11Connection* x, const DisplayWindow& window);
 
 // What window managers and task bars read: once, and again when it changes.
 void X11Describe(X11Connection* x, const DisplayWindow& window);
