@@ -93,8 +93,6 @@ AreaProgram::~AreaProgram() {
   StreamFree(stream);
 }
 
-// begin; m X Y moves the pointer; d u are the left button, D U the right one; S s press and release Shift; frame puts a
-// frame into the animation; the other words are keys.
 void AreaProgram::Act(const std::string& steps) {
   const std::pair<const char*, uint8_t> keys[] = {{"space", VK_SPACE}, {"esc", VK_ESCAPE},  {"left", VK_LEFT},
                                                   {"up", VK_UP},       {"right", VK_RIGHT}, {"down", VK_DOWN},
@@ -146,7 +144,8 @@ Picture WithLine(Picture picture, const Rect& outline, int phase) {
     for (int x = 0; x < display.width; ++x) {
       if (x < outline.left || x >= outline.right || y < outline.top || y >= outline.bottom) continue;
       const bool onLine = x == outline.left || x == outline.right - 1 || y == outline.top || y == outline.bottom - 1;
-      if (onLine && ((x + y - phase) & 7) >= 4) picture[size_t(y * display.width + x)] ^= PixelBits(display.layout);
+      if (onLine && ((x + y - phase) & 7) >= 4)
+        picture[size_t(y) * size_t(display.width) + size_t(x)] ^= PixelBits(display.layout);
     }
   }
   return picture;

@@ -20,7 +20,9 @@ public:
   ~AreaProgram();
   AreaProgram(const AreaProgram&) = delete;
 
-  // The user and the program act, step by step; see Act in the source.
+  // What happens, word by word: "begin" is SelectionBegin, "m X Y" moves the pointer, "d" and "u" are the left button,
+  // "D" and "U" the right one, "S" and "s" press and release Shift, "frame" puts a frame into the animation, and
+  // "space", "esc", "left", "up", "right", "down" and "x" are keys.
   void Act(const std::string& steps);
   // "rest", "armed" or "dragging", the area, and what the panel has been told since the last time.
   std::string State();

@@ -140,7 +140,7 @@ TEST(Selection, EndsWithTheProgramInTheMiddleOfIt) {
   }
 }
 
-TEST(Selection, DoesWithoutAPanel) {
+TEST(Selection, DoesWithoutLabelsAndWithoutFunctions) {
   AreaProgram program;
   program.panel = {};
   program.panel.window = program.area.panel.window;
