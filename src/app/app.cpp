@@ -3,9 +3,7 @@
 
 #include <cstdio>
 
-#include "app/panel.h"
-#include "app/slide_frame.h"
-#include "platform/app_callbacks.h"
+#include "app/application.h"
 #include "platform/display_caps.h"
 #include "platform/platform_init.h"
 #include "platform/pump.h"
@@ -14,17 +12,11 @@
 namespace framereel {
 namespace {
 
-// The close box of the main window.
-void Quit(void*) {
-  EndEventLoop();
-}
-
-// The platform floor takes the windows down; only what is not its own is ended here.
 void AppRun() {
-  SetAppCallback(kQuitHandler, Quit, nullptr);
-  BuildPanel();
+  static Application app;
+  ApplicationStart(app);
   RunEventLoop();
-  SlideFrameCancel();
+  ApplicationEnd(app);
 }
 
 int Fail(const char* message) {

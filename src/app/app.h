@@ -1,5 +1,5 @@
-// The program as a whole: start here. main.cpp calls AppMain; AppRun sets the application up and runs it; the panel
-// stands in panel.h.
+// The program as a whole: start here. main.cpp calls AppMain; AppRun sets the application up
+// (application.h) and runs it.
 #pragma once
 
 #include "win32/win32.h"

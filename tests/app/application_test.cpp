@@ -1,0 +1,137 @@
+// The application at work on a desktop in memory: what the user does from the choice of an area to a recording.
+#include "app/application.h"
+
+#include <gtest/gtest.h>
+
+#include "gif/stream_bytes.h"
+#include "support/gif_reader.h"
+#include "support/temporary_folder.h"
+#include "support/window_program.h"
+#include "toolkit/core/timers.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+constexpr uint32_t kBlue = 0x0000FF, kRed = 0xFF0000, kBlack = 0;
+
+// The program's panel has come in at the right, and another program's window stands at the left.
+class ApplicationTest : public testing::Test {
+protected:
+  void Start() {
+    ApplicationStart(app);
+    runs = true;
+    RunFor(4000);
+    scene = MemoryOpenWindow("Scene", {0, 0, 300, 300}, kBlue);
+    ReturnToProgram();
+  }
+  void End() {
+    if (runs) ApplicationEnd(app);
+    runs = false;
+  }
+  ~ApplicationTest() override { End(); }
+
+  std::string Area() const {
+    const Rect& r = app.recorder.captureArea;
+    return testing::PrintToString(std::vector<int>{r.left, r.top, r.right, r.bottom});
+  }
+  void SelectByKeysAndMouse(int32_t left, int32_t top, int32_t right, int32_t bottom) {
+    MemoryMovePointerTo(left, top);
+    Type(VK_SPACE);
+    MemoryMovePointerTo(right - 1, bottom - 1);
+    Settle();
+    MemoryPressButton();
+    MemoryReleaseButton();
+    Settle();
+  }
+  void HoldStartStop() {
+    for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryPressKey(uint8_t(key));
+    RunFor(400); // over a tick
+    for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryReleaseKey(uint8_t(key));
+    RunFor(250);
+  }
+  // What the file shows at a place of the area.
+  uint32_t Seen(size_t frame, int x, int y) {
+    std::vector<uint8_t> bytes = StreamBytes(app.stream);
+    bytes.push_back(0x3B);
+    const GifPicture gif = ReadGif(bytes);
+    return frame < gif.frames.size() ? Composite(gif, frame)[size_t(y * gif.width + x)] : kUncovered;
+  }
+
+  WorkingFolder folder;
+  WindowProgram program;
+  Application app;
+  DisplayWindow* scene = nullptr;
+  bool runs = false;
+};
+
+TEST_F(ApplicationTest, RecordsTheAreaThatTheUserDrawsAndKeepsItForTheNextRun) {
+  Start();
+  SelectByKeysAndMouse(50, 60, 150, 140);
+  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
+  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 30), "Recording Area:50,60 100x80\r\nF");
+
+  MemoryGiveKeyboard(scene);
+  HoldStartStop();
+  RunFor(3100);
+  MemoryPaintWindow(*scene, {90, 90, 100, 100}, kRed);
+  RunFor(700);
+  HoldStartStop();
+  RunFor(1000);
+  EXPECT_EQ(app.recorder.frameCount, 2u);
+  EXPECT_FALSE(app.recorder.control.recording);
+  EXPECT_EQ(Seen(0, 0, 0), kBlack); // the border
+  EXPECT_EQ(Seen(0, 45, 35), kBlue);
+  EXPECT_EQ(Seen(1, 45, 35), kRed);
+  EXPECT_EQ(Seen(1, 55, 35), kBlue);
+
+  ReturnToProgram();
+  SelectByKeysAndMouse(10, 10, 20, 20); // not any more: an animation is there
+  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
+  End();
+  Start();
+  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
+}
+
+TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
+  WriteWholeFile(folder / "Settings.prf", "Recording Size:44\r\nFrame Delay:60\r\nRecording Area:10,20 100x50\r\n");
+  Start();
+  EXPECT_EQ(Area(), "{ 9, 19, 111, 70 }"); // in whole blocks of 3
+  EXPECT_EQ(app.recorder.outputWidth, 68);
+  EXPECT_EQ(app.recorder.outputHeight, 34);
+  EXPECT_EQ(app.options.frameDelay, 50);
+  End();
+  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 17), "Recording Size:44");
+}
+
+// In a selection, in the countdown, between two frames, and with a line on the screen.
+TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) {
+  for (const char* state : {"armed", "dragging", "counting", "recording"}) {
+    SCOPED_TRACE(state);
+    Start();
+    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+    switch (*state) {
+    case 'a':
+      MemoryMovePointerTo(50, 60);
+      Type(VK_SPACE);
+      break;
+    case 'd':
+      MemoryMovePointerTo(50, 60);
+      Type(VK_SPACE);
+      MemoryMovePointerTo(250, 260);
+      RunFor(500);
+      break;
+    default:
+      HoldStartStop();
+      RunFor(*state == 'c' ? 1000 : 4000);
+    }
+    End();
+    Settle();
+    EXPECT_FALSE(TimerPending());
+    EXPECT_EQ(TheMemoryDisplay().screen, before);
+    MemoryCloseWindow(scene);
+  }
+}
+
+} // namespace
+} // namespace framereel
