@@ -60,6 +60,10 @@ void RestorePictureArea(RecorderControl& control) {
   CopyBits(&control.savedScreen->port, control.pictureBounds, control.pictureRect, 1);
   FreeOffscreen(control.savedScreen);
   control.savedScreen = nullptr;
+  // What was kept is behind the times where a program has painted since.
+  const Rect& r = control.pictureRect;
+  const RECT where = {r.left, r.top, r.right, r.bottom};
+  ::InvalidateRect(nullptr, &where, TRUE);
 }
 
 } // namespace framereel

@@ -330,7 +330,7 @@ int ReleaseDC(HWND window, HDC context);
 HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
 BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
 // Asks for painting of a rectangle of the client area, null for all of it. A null window stands for all windows of all
-// programs.
+// programs, with the rectangle on the screen.
 BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 // Sends WM_PAINT at once to the window and its children where an update region is left.
 BOOL UpdateWindow(HWND window);

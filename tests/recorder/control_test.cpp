@@ -33,9 +33,8 @@ protected:
     RecorderInit(recorder());
     began = ::GetTickCount();
     scene = MemoryOpenWindow("Scene", {0, 0, 640, 480}, 0);
-    for (int32_t x = 0; x < 640; x += 10) {
-      MemoryPaintWindow(*scene, {x, 0, x + 5, 480}, MemoryPixelOf(255, 255, 255));
-    }
+    scene->paint = [this] { PaintScene(); };
+    PaintScene();
     MemoryGiveKeyboard(scene);
     Settle();
     before = TheMemoryDisplay().screen;
@@ -59,8 +58,14 @@ protected:
   void HoldGrab(uint32_t from, uint32_t to) { Hold(from, to, {VK_CONTROL, VK_MENU, VK_SPACE}); }
   // Something in the area changes its colour, so that the next frame has something to show.
   void Change() {
-    MemoryPaintWindow(*scene, {330, 110, 340, 120}, MemoryPixelOf(grey, grey, grey));
-    grey = uint8_t(~grey);
+    block = MemoryPixelOf(255, 255, 255) - block;
+    MemoryPaintWindow(*scene, blockPlace, block);
+  }
+  void PaintScene() const {
+    for (int32_t x = 0; x < 640; x += 5) {
+      MemoryPaintWindow(*scene, {x, 0, x + 5, 480}, x % 2 ? 0 : MemoryPixelOf(255, 255, 255));
+    }
+    MemoryPaintWindow(*scene, blockPlace, block);
   }
 
   bool ScreenIsAsBefore() const { return TheMemoryDisplay().screen == before; }
@@ -89,7 +94,8 @@ protected:
   Recording recording;
   Watch watch;
   DisplayWindow* scene; // of another program, which has the keyboard
-  uint8_t grey = 0;
+  PixelRect blockPlace = {330, 110, 340, 120};
+  uint32_t block = 0;
   uint32_t began;
   std::vector<uint32_t> before; // what stood on the screen
 };
@@ -181,6 +187,24 @@ TEST_F(Control, StopsInTheCountdownWithoutAFrameOrATrace) {
   EXPECT_EQ(::GetTickCount(), now) << "a stop when nothing is recorded shows no sign";
 }
 
+// A program paints where the picture stands: what was kept of the screen is not true any more.
+TEST_F(Control, LeavesWhatOthersHavePaintedMeanwhile) {
+  blockPlace = {440, 190, 470, 200};
+  RecorderStart(recorder());
+  RunUntil(1500);
+  Change();
+  Change();
+  EXPECT_EQ(MemoryPixel(447, 180), MemoryPixelOf(255, 255, 255)); // the picture stands
+  Change();
+  RunUntil(3 * kDigit + 50);
+  const GifPicture gif = ReadGif(recording.Saved());
+  ASSERT_EQ(gif.frames.size(), 1u) << gif.error;
+  EXPECT_EQ(Composite(gif, 0)[size_t((195 - 100) * 280 + 465 - 320)], 0xFFFFFFu);
+  Change();
+  RecorderStop(recorder());
+  EXPECT_EQ(MemoryPixel(465, 195), 0u);
+}
+
 TEST_F(Control, CountsAChordOnceAndOnlyItsOwnKeys) {
   HoldGrab(210, 2000);
   RunUntil(2500);
@@ -195,7 +219,6 @@ TEST_F(Control, CountsAChordOnceAndOnlyItsOwnKeys) {
   EXPECT_EQ(recorder().frameCount, 1u);
   HoldStartStop(4000, 4300);
   Hold(4400, 5600, {VK_CONTROL, VK_MENU, VK_SPACE}); // while it counts and records, Grab means nothing
-  At(5700, [&] { Change(); });
   RunUntil(4000 + 3 * kDigit + 350);
   EXPECT_TRUE(IsRecording());
   EXPECT_EQ(recorder().frameCount, 2u);

@@ -46,7 +46,7 @@ TEST(MemoryWindows, KeepWhatIsDrawnOnTheScreenUntilTheyPaint) {
   };
   MemoryFill({0, 0, 6, 1}, 9);
   EXPECT_EQ(Row(0, 0, 6), "999999");
-  DisplayRefreshAll();
+  DisplayRefresh({0, 0, 6, 1});
   EXPECT_EQ(painted, 1);
   EXPECT_EQ(Row(0, 0, 6), "033440");
   MemoryDisplaySetMode(6, 2, 8);

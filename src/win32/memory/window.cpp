@@ -332,9 +332,9 @@ void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRe
   });
 }
 
-void DisplayRefreshAll() {
+void DisplayRefresh(const PixelRect& where) {
   ++TheMemoryDesktop().refreshes;
-  MemoryExpose(Region(ScreenBounds()));
+  MemoryExpose(Region(where));
 }
 
 PixelRect DisplayUsableArea() {
