@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Records 1280x720 at 40 frames a second for ten seconds while a scene runs on a private screen, and tells ticks, frames
-# and processor time; beside it ffmpeg, where it is installed, with the same rectangle and rate.
+# and processor time; beside it ffmpeg, where it is installed, with the same rectangle and rate. Then the program with
+# its window does the same, counting down first.
 #
 #   bench/live.sh BUILDFOLDER
 set -euo pipefail
@@ -28,6 +29,13 @@ if command -v ffmpeg >/dev/null; then
   stop
   stat -c '%n %s bytes' "$out/ours.gif" "$out/theirs.gif" | sed 's|.*/||'
 fi
+cd "$out" # no settings are there
+for size in "640 480" "1280 720"; do
+  play
+  # shellcheck disable=SC2086 # two arguments
+  "$build/bench/program_bench" $size
+  stop
+done
 INSIDE
 
 for kind in 0 1; do

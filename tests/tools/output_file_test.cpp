@@ -10,23 +10,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "gif/own_writer.h"
 #include "support/temporary_folder.h"
 
 namespace framereel {
 namespace {
 
-// An animation of the bytes "GIF", or of more; made once, since a compressor is never given back.
+// An animation of the bytes "GIF", or of more.
 GifWriter& Animation(size_t length = 3) {
-  static AnimationStream stream;
-  static GifWriter gif;
-  if (!gif.stream) {
-    StreamInit(stream);
-    GifWriterInit(gif, &stream);
-  }
-  StreamClear(stream);
+  static OwnWriter gif;
+  StreamClear(gif.ownStream);
   std::string bytes(length, 'x');
   bytes.replace(0, 3, "GIF");
-  StreamAppend(stream, static_cast<uint32_t>(length), bytes.data());
+  StreamAppend(gif.ownStream, static_cast<uint32_t>(length), bytes.data());
   return gif;
 }
 

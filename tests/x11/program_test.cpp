@@ -1,0 +1,152 @@
+// The program as its user has it, on a real desktop: the mouse draws the area, the chord records a moving scene while
+// another program holds the keyboard, and the file shows the scene and nothing of ours.
+#include "x11/user.h"
+
+#include "app/application.h"
+#include "area/ants.h"
+#include "area/selection.h"
+#include "gif/stream_bytes.h"
+#include "platform/platform_init.h"
+#include "platform/pump.h"
+#include "support/gif_reader.h"
+#include "support/temporary_folder.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr PixelRect kScene = {20, 100, 260, 280}, kArea = {40, 120, 240, 260};
+constexpr int kWidth = kArea.right - kArea.left, kHeight = kArea.bottom - kArea.top, kBlock = 30;
+constexpr int kPatience = 2000; // passes, each of up to 50 ms
+
+char module;
+
+class X11Program : public X11WindowTest {
+protected:
+  void SetUp() override {
+    X11WindowTest::SetUp();
+    ASSERT_TRUE(PlatformInit(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL));
+    ApplicationStart(app);
+    app.options.overlayBorder = app.options.overlayCursor = false;
+    Picture white = {kScene.right - kScene.left, kScene.bottom - kScene.top, {}};
+    white.pixels.assign(size_t(white.width) * size_t(white.height), uint32_t(artist.White()) & artist.PixelBits());
+    scene = artist.Show(white, kScene.left, kScene.top);
+    drawing = XCreateGC(artist.display, scene, 0, nullptr);
+    PaintScene(0);
+  }
+  void TearDown() override {
+    XFreeGC(artist.display, drawing);
+    ApplicationEnd(app);
+    PlatformShutdown();
+    X11WindowTest::TearDown();
+  }
+
+  // Passes of the event loop until it holds.
+  void Run(const std::function<bool()>& holds, std::source_location where = std::source_location::current()) {
+    for (int pass = 0; !holds(); ++pass) {
+      ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line();
+      PumpOneEvent(nullptr, true);
+    }
+  }
+
+  // The area's part of the scene, in one go: white, with a black block that moves from state to state.
+  void PaintScene(int state) {
+    const Pixmap picture = XCreatePixmap(artist.display, scene, kWidth, kHeight, unsigned(artist.Depth()));
+    XSetForeground(artist.display, drawing, artist.White());
+    XFillRectangle(artist.display, picture, drawing, 0, 0, kWidth, kHeight);
+    XSetForeground(artist.display, drawing, artist.Black());
+    XFillRectangle(artist.display, picture, drawing, BlockLeft(state), 50, kBlock, kBlock);
+    XCopyArea(artist.display, picture, scene, drawing, 0, 0, kWidth, kHeight, kArea.left - kScene.left,
+              kArea.top - kScene.top);
+    XFreePixmap(artist.display, picture);
+    XSync(artist.display, False);
+  }
+  static int BlockLeft(int state) { return state * 25; }
+  static std::vector<uint32_t> SceneInTheFile(int state) {
+    std::vector<uint32_t> pixels(size_t(kWidth) * kHeight, 0xFFFFFF);
+    for (int y = 50; y < 50 + kBlock; ++y) {
+      std::fill_n(pixels.begin() + y * kWidth + BlockLeft(state), kBlock, 0u);
+    }
+    return pixels;
+  }
+  // Whether all of the scene, what lies round the area included, is on the screen with nothing over it.
+  bool SceneStands(int state) {
+    const Picture screen = artist.Look();
+    const std::vector<uint32_t> area = SceneInTheFile(state);
+    for (int32_t y = kScene.top; y < kScene.bottom; ++y) {
+      for (int32_t x = kScene.left; x < kScene.right; ++x) {
+        const bool inside = x >= kArea.left && x < kArea.right && y >= kArea.top && y < kArea.bottom;
+        const bool black = inside && area[size_t((y - kArea.top) * kWidth + x - kArea.left)] == 0;
+        const unsigned long wanted = black ? artist.Black() : artist.White();
+        if (screen.At(x, y) != (uint32_t(wanted) & artist.PixelBits())) return false;
+      }
+    }
+    return true;
+  }
+
+  void Chord(bool down) {
+    for (const KeySym key : {XK_Control_L, XK_Alt_L, XK_Shift_L}) Key(key, down);
+  }
+  bool BackdropStands() const {
+    XWindowAttributes state = {};
+    return XGetWindowAttributes(artist.display, WindowAt(kArea.left, kArea.top), &state) && state.c_class == InputOnly;
+  }
+  void DrawTheArea() {
+    SelectionBegin(app.area);
+    Run([&] { return BackdropStands(); });
+    MovePointer(kArea.left, kArea.top);
+    Button(1, true);
+    Run([&] { return app.area.selectionDragging; });
+    MovePointer(kArea.right - 1, kArea.bottom - 1);
+    Run([&] { return app.area.cornerX == kArea.right - 1 && app.area.cornerY == kArea.bottom - 1; });
+    Button(1, false);
+    Run([&] { return !app.area.backdrop; });
+  }
+
+  WorkingFolder folder;
+  Application app;
+  Window scene = None;
+  GC drawing = nullptr;
+};
+
+TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
+  DrawTheArea();
+  const Rect& area = app.recorder.captureArea;
+  EXPECT_EQ((PixelRect{area.left, area.top, area.right, area.bottom}), kArea);
+  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 31), "Recording Area:40,120 200x140\r\n");
+  Run([&] { return SceneStands(0); });
+  AntsShow(app.area); // the line stays up while frames are taken
+
+  XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+  Chord(true);
+  Run([&] { return app.recorder.control.recording; });
+  Chord(false);
+  Run([&] { return app.recorder.frameCount == 1; });
+  for (int state = 1; state <= 5; ++state) {
+    const uint32_t frames = app.recorder.frameCount;
+    PaintScene(state);
+    Run([&] { return app.recorder.frameCount > frames; });
+  }
+  Chord(true);
+  Run([&] { return !app.recorder.control.recording; });
+  Chord(false);
+  XUngrabKeyboard(artist.display, CurrentTime);
+  AntsHide(app.area);
+  Run([&] { return SceneStands(5); });
+
+  std::vector<uint8_t> bytes = StreamBytes(app.stream);
+  bytes.push_back(0x3B);
+  const GifPicture gif = ReadGif(bytes);
+  ASSERT_GE(gif.frames.size(), 6u) << gif.error;
+  int state = 0;
+  for (size_t frame = 0; frame < gif.frames.size(); ++frame) {
+    const std::vector<uint32_t> seen = Composite(gif, frame);
+    while (state < 5 && seen != SceneInTheFile(state)) ++state;
+    EXPECT_EQ(seen == SceneInTheFile(state), true) << "frame " << frame << " shows something else than the scene";
+  }
+  EXPECT_EQ(state, 5);
+}
+
+} // namespace
+
+} // namespace framereel
