@@ -54,6 +54,30 @@ protected:
     XFreePixmap(d, pixmap);
   }
 
+  void MoveMouse(int32_t x, int32_t y) {
+    XTestFakeMotionEvent(artist.display, -1, x, y, CurrentTime);
+    XSync(artist.display, False);
+    Catch();
+  }
+  void WarpByAnotherProgram(int32_t x, int32_t y) {
+    XWarpPointer(artist.display, None, artist.root, 0, 0, 0, 0, x, y);
+    XSync(artist.display, False);
+    Catch();
+  }
+  Point Place() {
+    Point at{-1, -1};
+    EXPECT_TRUE(DisplayPointerPlace(&at.x, &at.y));
+    return at;
+  }
+  // Makes the display believe that the pointer has stood still for long.
+  void Rest() {
+    Place();
+    X11Live()->devices.movedTick -= 10000;
+    X11Live()->devices.pointerStale = true;
+    Place();
+    ASSERT_TRUE(X11Live()->devices.hearsMotion);
+  }
+
 private:
   void Use(Cursor cursor) {
     XDefineCursor(artist.display, artist.root, cursor);
@@ -120,52 +144,58 @@ TEST_F(X11Pointer, StandsWhereItWasMoved) {
   }
 }
 
-TEST_F(X11Pointer, PlaceIsAskedForOnlyWhenItMayHaveChanged) {
-  Window root = artist.root;
-  auto place = [&] {
-    Catch();
-    Point at{-1, -1};
-    EXPECT_TRUE(DisplayPointerPlace(&at.x, &at.y));
-    return at;
-  };
-  ASSERT_TRUE(X11Live()->devices.tell);
+TEST_F(X11Pointer, AtRestIsNotAskedForUntilADeviceIsHeard) {
   DisplayMovePointer(10, 10);
-  EXPECT_EQ(place(), (Point{10, 10}));
+  Rest();
   unsigned long before = NextRequest(X11Live()->display);
-  for (int32_t i = 0; i < 5; i++) {
-    Point at;
-    DisplayPointerPlace(&at.x, &at.y);
-  }
+  for (int32_t i = 0; i < 5; i++) EXPECT_EQ(Place(), (Point{10, 10}));
   EXPECT_EQ(NextRequest(X11Live()->display), before);
 
-  XTestFakeMotionEvent(artist.display, -1, 31, 41, CurrentTime);
-  XSync(artist.display, False);
-  EXPECT_EQ(place(), (Point{31, 41}));
+  MoveMouse(31, 41);
+  EXPECT_EQ(Place(), (Point{31, 41}));
+  // On its way it is asked for each time, and the mouse is not listened to.
+  EXPECT_FALSE(X11Live()->devices.hearsMotion);
+  WarpByAnotherProgram(33, 43);
+  EXPECT_EQ(Place(), (Point{33, 43}));
+  Rest();
   // Held by another program, the mouse is still heard.
-  XGrabPointer(artist.display, root, False, 0, GrabModeAsync, GrabModeAsync, None, None, CurrentTime);
-  XTestFakeMotionEvent(artist.display, -1, 32, 42, CurrentTime);
-  XSync(artist.display, False);
-  EXPECT_EQ(place(), (Point{32, 42}));
+  XGrabPointer(artist.display, artist.root, False, 0, GrabModeAsync, GrabModeAsync, None, None, CurrentTime);
+  MoveMouse(32, 42);
+  EXPECT_EQ(Place(), (Point{32, 42}));
   XUngrabPointer(artist.display, CurrentTime);
-  // Nobody tells when a program moves it, but a frame has it where it stands.
-  XWarpPointer(artist.display, None, root, 0, 0, 0, 0, 77, 88);
-  XSync(artist.display, False);
-  OwnSurface into(10, 10);
-  ASSERT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
-  EXPECT_EQ(place(), (Point{77, 88}));
+
+  // A server that does not tell is asked each time.
+  Rest();
+  X11Live()->devices.tell = X11Live()->devices.hearsMotion = false;
+  WarpByAnotherProgram(12, 13);
+  EXPECT_EQ(Place(), (Point{12, 13}));
+}
+
+TEST_F(X11Pointer, PlaceIsTrueAfterMovesThatNoDeviceMakes) {
+  Rest();
   const int32_t width = artist.Width(), height = artist.Height();
   DisplayMovePointer(width - 1, height - 1);
-  EXPECT_EQ(place(), (Point{width - 1, height - 1}));
+  EXPECT_EQ(Place(), (Point{width - 1, height - 1}));
   artist.ResizeScreen(width - 100, height - 100);
-  Point pushed = place();
+  Point pushed = Place();
   artist.ResizeScreen(width, height);
   EXPECT_EQ(pushed, (Point{width - 101, height - 101}));
 
-  // A server that does not tell is asked each time.
-  X11Live()->devices.tell = false;
-  XWarpPointer(artist.display, None, root, 0, 0, 0, 0, 12, 13);
-  XSync(artist.display, False);
-  EXPECT_EQ(place(), (Point{12, 13}));
+  // A frame that is read has the pointer where it stands.
+  WarpByAnotherProgram(77, 88);
+  OwnSurface into(10, 10);
+  ASSERT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
+  EXPECT_EQ(Place(), (Point{77, 88}));
+  // Our windows tell.
+  DisplayWindow* window = DisplayNewWindow({WindowRole::kPopup, {100, 100, 200, 200}, nullptr, ""});
+  DisplayShowWindow(window, true);
+  Catch();
+  for (const Point& to : {Point{110, 120}, Point{150, 130}, Point{300, 300}}) {
+    WarpByAnotherProgram(to.x, to.y);
+    EXPECT_EQ(Place(), to);
+  }
+  EXPECT_TRUE(X11Live()->devices.hearsMotion);
+  DisplayFreeWindow(window);
 }
 
 } // namespace

@@ -120,12 +120,9 @@ TEST_F(X11Window, IsAskedToShowAgainWhatWasUncovered) {
 TEST_F(X11Window, RefreshReachesEveryWindow) {
   if (HasCompositor()) GTEST_SKIP() << "a compositor keeps what windows show";
   Window others = artist.Show(artist.Noise(60, 40, 1), 10, 10);
-  XSetWindowBackground(artist.display, others, artist.White());
   DisplayWindow* window = Show(Role::kMain, {100, 100, 250, 200});
   Drain();
-  const Picture before = artist.Look();
   DisplayRefresh({0, 0, 140, 640});
-  EXPECT_EQ(Difference(Seen(), before), "") << "nobody has painted yet";
   EXPECT_EQ(Next(Kind::kExposed, window).rect, (PixelRect{0, 0, 40, 100}));
   XEvent exposed;
   XWindowEvent(artist.display, others, ExposureMask, &exposed);
@@ -239,13 +236,15 @@ TEST_F(X11Window, AsksNothingAtRest) {
   DisplayKeyIsDown('A');
   Drain();
   int32_t x, y;
+  X11Live()->devices.movedTick -= 10000; // long ago
+  DisplayPointerPlace(&x, &y);
   DisplayPointerPlace(&x, &y);
   unsigned long before = NextRequest(X11Live()->display);
   DisplayEvent event;
   for (int32_t i = 0; i < 10; i++) {
     EXPECT_FALSE(DisplayNextEvent(&event));
     EXPECT_TRUE(DisplayPointerPlace(&x, &y));
-    X11Live()->keyboard.pressedTick--; // long ago
+    X11Live()->keyboard.pressedTick--;
     EXPECT_FALSE(DisplayKeyIsDown('A'));
     EXPECT_EQ(DisplayUsableArea().left, 0);
     DisplayShowWindow(window, true);

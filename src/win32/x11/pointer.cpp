@@ -1,6 +1,6 @@
 // The pointer of the X11 display. Its picture comes from the XFixes extension and is asked for again only when the
-// server has told that it changed; its place only when a device (devices.cpp), a window of ours or our own doing has
-// told that it may have moved.
+// server has told that it changed; its place, while it rests, only when a device (devices.cpp), a window of ours or our
+// own doing has told that it may have moved.
 //
 // One thing goes untold: another program that moves the pointer by itself (XWarpPointer) while it is over no window of
 // ours. Over ours the server tells, and a frame of a recording asks in any case.
@@ -28,6 +28,13 @@ void FetchPicture(X11Connection* x) {
   if (!image) return;
   KeepPicture(x, *image);
   XFree(image);
+}
+
+void AskPlace(X11Connection* x) {
+  int32_t wasX = x->pointerX, wasY = x->pointerY;
+  X11AskPointer(x);
+  bool moved = x->pointerX != wasX || x->pointerY != wasY;
+  if (X11Live() && X11ListensFrom(x, moved)) X11AskPointer(x);
 }
 
 } // namespace
@@ -74,8 +81,8 @@ bool DisplayPointerPlace(int32_t* x, int32_t* y) {
   X11Connection* connection = X11Live();
   if (!connection) return false;
   X11TakeEvents(connection, QueuedAfterReading);
-  bool known = connection->devices.tell && !connection->devices.pointerStale;
-  if (X11Live() && !known) X11AskPointer(connection);
+  bool known = connection->devices.hearsMotion && !connection->devices.pointerStale;
+  if (X11Live() && !known) AskPlace(connection);
   if (!X11Live() || !connection->pointerHere) return false;
   *x = connection->pointerX;
   *y = connection->pointerY;

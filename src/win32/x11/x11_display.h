@@ -50,10 +50,12 @@ inline constexpr int32_t kStipplesKept = 16;
 
 // What has been heard of mice and keyboards since their state was asked for last.
 struct X11Devices {
-  bool tell;         // the server tells of them; else whoever wants their state asks for it each time
-  int extension;     // the number that their events carry
-  bool pointerStale; // the pointer may stand elsewhere
-  bool pressedStale; // keys or buttons may have gone up or down
+  bool tell;          // the server tells of them; else whoever wants their state asks for it each time
+  int extension;      // the number that their events carry
+  bool hearsMotion;   // and just now of moves too
+  uint32_t movedTick; // when the pointer was last seen to have moved
+  bool pointerStale;  // the pointer may stand elsewhere
+  bool pressedStale;  // keys or buttons may have gone up or down
 };
 
 struct X11Connection {
@@ -122,6 +124,9 @@ bool X11TakePointerEvent(X11Connection* x, const XEvent& event);
 
 // Makes the server tell, where it can.
 void X11WatchDevices(X11Connection* x);
+// To be told with each answer to where the pointer is. True when the server tells of moves from now on, and the pointer
+// may have moved just before.
+bool X11ListensFrom(X11Connection* x, bool pointerMoved);
 // True when it was word of a device.
 bool X11TakeDeviceEvent(X11Connection* x, const XEvent& event);
 
