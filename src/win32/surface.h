@@ -47,6 +47,10 @@ inline bool IsEmpty(const PixelRect& r) {
   return r.left >= r.right || r.top >= r.bottom;
 }
 
+inline bool Same(const PixelRect& a, const PixelRect& b) {
+  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
 inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
   return {a.left > b.left ? a.left : b.left, a.top > b.top ? a.top : b.top, a.right < b.right ? a.right : b.right,
           a.bottom < b.bottom ? a.bottom : b.bottom};

@@ -153,9 +153,6 @@ inline PixelRect Moved(const PixelRect& r, int32_t dx, int32_t dy) {
 inline bool Holds(const PixelRect& r, int32_t x, int32_t y) {
   return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
 }
-inline bool Same(const PixelRect& a, const PixelRect& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
 inline RECT RectOf(const PixelRect& r) {
   return {r.left, r.top, r.right, r.bottom};
 }

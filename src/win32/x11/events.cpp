@@ -97,7 +97,7 @@ void GrabPointer(X11Connection* x) {
   if (answer != GrabSuccess && answer != GrabNotViewable && X11Live()) LoseCapture(x);
 }
 
-// ---- Dragging by the window manager --------------------------------------------------------------------------------
+// ---- Dragging by the window manager ------------------------------------------------------------------------------
 
 // The button went up before the window manager had taken the pointer, and it would wait for the release for ever: the
 // EWMH has the client that gets the release take the request back. Where the pointer had got to, the window follows,
@@ -110,15 +110,22 @@ void EndDrag(X11Connection* x, int32_t pointerX, int32_t pointerY) {
   XFlush(x->display);
 }
 
-bool EndsDrag(const X11Desktop& desktop, const XEvent& event) {
-  return desktop.drag.window && event.type == ButtonRelease && event.xbutton.button == Button1;
+// ---- The mouse ---------------------------------------------------------------------------------------------------
+
+void TakeMouse(X11Connection* x, DisplayWindow* window, const XEvent& event) {
+  x->devices.pointerStale = true; // it may have moved without a device's doing
+  bool endsDrag = x->desktop.drag.window && event.type == ButtonRelease && event.xbutton.button == Button1;
+  if (endsDrag) return EndDrag(x, event.xbutton.x_root, event.xbutton.y_root);
+  QueueMouse(x, window, event);
+}
+
+void TakeCrossing(X11Connection* x, const XCrossingEvent& event) {
+  x->devices.pointerStale = true;
+  // The window manager has the pointer now, and gets the release.
+  if (event.type == LeaveNotify && event.mode == NotifyGrab) x->desktop.drag = {};
 }
 
 // ---- Places and states -------------------------------------------------------------------------------------------
-
-bool Same(const PixelRect& a, const PixelRect& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
 
 // The window stands there, as an answer to what was asked or by the desktop's own doing.
 void NotePlace(X11Connection* x, DisplayWindow* window, const PixelRect& place) {
@@ -294,19 +301,14 @@ void X11TakeWindowEvent(X11Connection* x, XEvent* event) {
   if (event->type == PropertyNotify) return TakeProperty(x, event->xproperty.window, event->xproperty.atom);
   DisplayWindow* window = X11WindowOf(x, event->xany.window);
   if (!window) return;
-  if (event->type == MotionNotify || event->type == EnterNotify || event->type == LeaveNotify) {
-    x->devices.pointerStale = true;
-  }
   switch (event->type) {
   case MotionNotify:
   case ButtonPress:
   case ButtonRelease:
-    return EndsDrag(x->desktop, *event) ? EndDrag(x, event->xbutton.x_root, event->xbutton.y_root)
-                                        : QueueMouse(x, window, *event);
+    return TakeMouse(x, window, *event);
+  case EnterNotify:
   case LeaveNotify:
-    // The window manager has the pointer now, and gets the release.
-    if (event->xcrossing.mode == NotifyGrab) x->desktop.drag = {};
-    return;
+    return TakeCrossing(x, event->xcrossing);
   case KeyPress:
   case KeyRelease:
     return QueueKey(x, window, *event);

@@ -6,6 +6,8 @@
 // ours. Over ours the server tells, and a frame of a recording asks in any case.
 #include <X11/extensions/Xfixes.h>
 
+#include <algorithm>
+
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -92,8 +94,8 @@ bool DisplayPointerPlace(int32_t* x, int32_t* y) {
 void DisplayMovePointer(int32_t x, int32_t y) {
   X11Connection* connection = X11Live();
   if (!connection) return;
-  // The protocol's places have 16 bits; the server keeps the pointer on the screen by itself.
-  auto place = [](int32_t v) { return v < -32768 ? -32768 : v > 32767 ? 32767 : v; };
+  // The server keeps the pointer on the screen by itself.
+  auto place = [](int32_t v) { return std::clamp(v, kX11PlaceMin, kX11PlaceMax); };
   XWarpPointer(connection->display, None, connection->root, 0, 0, 0, 0, place(x), place(y));
   connection->devices.pointerStale = true; // what programs do is no device's doing
   XFlush(connection->display);

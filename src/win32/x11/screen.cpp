@@ -12,8 +12,6 @@ namespace {
 
 // Less than this is not worth an own segment, of which a system has a limited number, nor a wait for the server.
 constexpr int64_t kSharedFrom = 65536;
-// Sizes of pictures have 16 bits in the protocol, and places have a sign.
-constexpr int32_t kProtocolMax = 32767;
 
 bool operator==(const PixelLayout& a, const PixelLayout& b) {
   return a.depth == b.depth && a.bytesPerPixel == b.bytesPerPixel && a.redMask == b.redMask &&
@@ -271,7 +269,7 @@ bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
   int64_t bytes = stride * height;
   *out = {layout, width, height, static_cast<int32_t>(stride), nullptr, nullptr};
 
-  if (direct && bytes >= kSharedFrom && width <= kProtocolMax && height <= kProtocolMax) {
+  if (direct && bytes >= kSharedFrom && width <= kX11PlaceMax && height <= kX11PlaceMax) {
     if (X11Segment* segment = X11NewSegment(x, static_cast<size_t>(bytes)).release()) {
       out->pixels = reinterpret_cast<uint8_t*>(segment->shared.shmaddr);
       out->memory = segment;

@@ -16,22 +16,6 @@ namespace {
 // More answers than this never wait in practice; one that never comes must not make the list grow.
 constexpr size_t kUnansweredMax = 64;
 
-struct ProtocolPlace {
-  int32_t x, y, width, height;
-};
-
-ProtocolPlace ProtocolOf(const PixelRect& place) {
-  auto within = [](int64_t v, int32_t low, int32_t high) {
-    return static_cast<int32_t>(v < low ? low : v > high ? high : v);
-  };
-  return {within(place.left, -32768, 32767), within(place.top, -32768, 32767),
-          within(int64_t{place.right} - place.left, 1, 32767), within(int64_t{place.bottom} - place.top, 1, 32767)};
-}
-
-bool Same(const PixelRect& a, const PixelRect& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
-
 Window Create(const X11Connection* x, const DisplayWindowSpec& spec) {
   bool cover = spec.role == WindowRole::kCover;
   XSetWindowAttributes attributes{};
@@ -46,7 +30,7 @@ Window Create(const X11Connection* x, const DisplayWindowSpec& spec) {
     attributes.event_mask |= ExposureMask;
     said |= CWBitGravity;
   }
-  ProtocolPlace place = ProtocolOf(spec.place);
+  X11Place place = X11PlaceOf(spec.place);
   return XCreateWindow(x->display, x->root, place.x, place.y, place.width, place.height, 0, cover ? 0 : CopyFromParent,
                        cover ? InputOnly : InputOutput, CopyFromParent, said, &attributes);
 }
@@ -95,6 +79,12 @@ void ForgetPointer(X11Connection* x, DisplayWindow* window) {
 }
 
 } // namespace
+
+X11Place X11PlaceOf(const PixelRect& place) {
+  auto size = [](int64_t v) { return static_cast<int32_t>(std::clamp<int64_t>(v, 1, kX11PlaceMax)); };
+  return {std::clamp(place.left, kX11PlaceMin, kX11PlaceMax), std::clamp(place.top, kX11PlaceMin, kX11PlaceMax),
+          size(int64_t{place.right} - place.left), size(int64_t{place.bottom} - place.top)};
+}
 
 DisplayWindow* X11WindowOf(const X11Connection* x, Window id) {
   for (DisplayWindow* window : x->desktop.windows) {
@@ -182,8 +172,8 @@ void DisplayShowWindow(DisplayWindow* window, bool shown) {
 void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place) {
   X11Connection* x = X11Live();
   if (!x || Same(place, window->place)) return;
-  ProtocolPlace before = ProtocolOf(window->place);
-  ProtocolPlace after = ProtocolOf(place);
+  X11Place before = X11PlaceOf(window->place);
+  X11Place after = X11PlaceOf(place);
   bool sized = before.width != after.width || before.height != after.height;
   window->place = place;
   window->unanswered.push_back(place);

@@ -277,14 +277,14 @@ void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPi
 }
 
 void X11WritePlace(X11Connection* x, const DisplayWindow& window) {
-  const PixelRect& place = window.place;
+  const X11Place place = X11PlaceOf(window.place);
   XSizeHints hints{};
   // The user's position counts more than the program's with every window manager, and ours is to be kept to.
   hints.flags = USPosition | PPosition | USSize | PSize | PMinSize | PMaxSize | PWinGravity;
-  hints.x = place.left;
-  hints.y = place.top;
-  hints.width = hints.min_width = hints.max_width = std::clamp(place.right - place.left, 1, 32767);
-  hints.height = hints.min_height = hints.max_height = std::clamp(place.bottom - place.top, 1, 32767);
+  hints.x = place.x;
+  hints.y = place.y;
+  hints.width = hints.min_width = hints.max_width = place.width;
+  hints.height = hints.min_height = hints.max_height = place.height;
   // Places are the window's own, whatever frame may come around it.
   hints.win_gravity = StaticGravity;
   XSetWMNormalHints(x->display, window.id, &hints);

@@ -17,6 +17,13 @@ namespace framereel {
 
 struct X11Connection;
 
+// Places in the protocol have 16 bits with a sign; no size above the last place is of any use.
+inline constexpr int32_t kX11PlaceMin = -32768, kX11PlaceMax = 32767;
+
+struct X11Place {
+  int32_t x, y, width, height;
+};
+
 struct DisplayWindow {
   Window id;
   WindowRole role;
@@ -112,6 +119,8 @@ struct X11Keys {
 
 // ---- window.cpp ----
 
+// What of a place the protocol can say.
+X11Place X11PlaceOf(const PixelRect& place);
 DisplayWindow* X11WindowOf(const X11Connection* x, Window id);
 // Main windows and dialogs.
 bool X11IsManaged(const DisplayWindow& window);
