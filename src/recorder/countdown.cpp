@@ -1,6 +1,8 @@
 // See countdown.h.
 #include "recorder/countdown.h"
 
+#include <cstring>
+
 #include "platform/ports.h"
 #include "platform/standard_drawing.h"
 
@@ -21,6 +23,40 @@ void DrawOnScreen() {
   UseDrawState(DrawStateDefault());
 }
 
+void CopyTo(Offscreen* offscreen, const Port* source, const Rect& from) {
+  SetPortOffscreen(offscreen);
+  UseDrawState(DrawStateDefault());
+  CopyBits(source, from, OffscreenBounds(offscreen), 1);
+}
+
+// The pixels of the Offscreen; the caller frees them. Null without memory.
+DibBuffer* ReadPixels(Offscreen* offscreen) {
+  DibBuffer* pixels = NewDibBuffer24(offscreen->width, offscreen->height);
+  ReadDibBuffer24(pixels, 0, offscreen, 0, offscreen->height);
+  return pixels;
+}
+
+// Whether the picture does not stand on the screen as it was drawn. What lies off the screen counts as whole.
+bool IsPaintedOver(const RecorderControl& control) {
+  Offscreen* seen = NewOffscreen(control.pictureBounds.right, control.pictureBounds.bottom, true);
+  if (!seen) return true;
+  CopyTo(seen, &control.shownPicture->port, control.pictureBounds);
+  DibBuffer* drawn = ReadPixels(seen);
+  CopyTo(seen, ScreenPort(), control.pictureRect);
+  DibBuffer* now = ReadPixels(seen);
+  const bool same = ::memcmp(drawn->bits, now->bits, size_t(now->rowSize) * size_t(now->height)) == 0;
+  FreeDibBuffer(drawn);
+  FreeDibBuffer(now);
+  FreeOffscreen(seen);
+  return !same;
+}
+
+// Another program that has painted where the picture stands has left its mark on it, and what was kept of the screen is
+// behind the times.
+void LookForOthers(RecorderControl& control) {
+  if (control.shownPicture && IsPaintedOver(control)) control.paintedOver = true;
+}
+
 } // namespace
 
 void LoadCountdownPictures(RecorderControl& control) {
@@ -39,28 +75,30 @@ void SavePictureArea(RecorderState& recorder) {
   for (const Offscreen* picture : control.pictures) {
     if (!picture) return;
   }
+  control.paintedOver = false;
   control.pictureBounds = OffscreenBounds(control.pictures[kPictureOne]);
   control.pictureRect = Centred(control.pictureBounds, recorder.captureArea);
   control.savedScreen = NewOffscreen(control.pictureBounds.right, control.pictureBounds.bottom, true);
-  if (!control.savedScreen) return;
-  SetPortOffscreen(control.savedScreen);
-  UseDrawState(DrawStateDefault());
-  CopyBits(ScreenPort(), control.pictureRect, control.pictureBounds, 1);
+  if (control.savedScreen) CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
 }
 
-void ShowPicture(const RecorderControl& control, CountdownPicture picture) {
+void ShowPicture(RecorderControl& control, CountdownPicture picture) {
   if (!control.savedScreen) return;
+  LookForOthers(control);
   DrawOnScreen();
   CopyBits(&control.pictures[picture]->port, control.pictureBounds, control.pictureRect, 1);
+  control.shownPicture = control.pictures[picture];
 }
 
 void RestorePictureArea(RecorderControl& control) {
   if (!control.savedScreen) return;
+  LookForOthers(control);
+  control.shownPicture = nullptr;
   DrawOnScreen();
   CopyBits(&control.savedScreen->port, control.pictureBounds, control.pictureRect, 1);
   FreeOffscreen(control.savedScreen);
   control.savedScreen = nullptr;
-  // What was kept is behind the times where a program has painted since.
+  if (!control.paintedOver) return;
   const Rect& r = control.pictureRect;
   const RECT where = {r.left, r.top, r.right, r.bottom};
   ::InvalidateRect(nullptr, &where, TRUE);

@@ -50,15 +50,17 @@ struct RecorderPanel {
 
 // When frames are taken; see control.h.
 struct RecorderControl {
-  bool recording = false;           // Start was taken and Stop not yet
-  int16_t countdown = 0;            // steps left of it: 4 down to 0
-  bool optionsFrozen = false;       // those of enableOptions
-  uint16_t lastKeyState = 0;        // of KeyBit, at the last poll
-  Timer* activeTimer = nullptr;     // the one that is pending
-  Offscreen* pictures[4] = {};      // the digits 1, 2 and 3, and the pause sign; owned
-  Rect pictureBounds = {};          // their size, from 0, 0
-  Rect pictureRect = {};            // where the one on the screen stands
-  Offscreen* savedScreen = nullptr; // what lies under it; null when none is up
+  bool recording = false;            // Start was taken and Stop not yet
+  int16_t countdown = 0;             // steps left of it: 4 down to 0
+  bool optionsFrozen = false;        // those of enableOptions
+  uint16_t lastKeyState = 0;         // of KeyBit, at the last poll
+  Timer* activeTimer = nullptr;      // the one that is pending
+  Offscreen* pictures[4] = {};       // the digits 1, 2 and 3, and the pause sign; owned
+  Rect pictureBounds = {};           // their size, from 0, 0
+  Rect pictureRect = {};             // where the one on the screen stands
+  Offscreen* savedScreen = nullptr;  // what lies under it; null when none is up
+  Offscreen* shownPicture = nullptr; // the one on the screen, one of `pictures`
+  bool paintedOver = false;          // another program has painted there since savedScreen was taken
 };
 
 enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };

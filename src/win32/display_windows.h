@@ -56,7 +56,7 @@ bool DisplayDragWindow(DisplayWindow* window, int32_t pointerX, int32_t pointerY
 void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRect& part);
 
 // Asks every program to paint anew what its windows have in the rectangle of the screen, ours included (kExposed). Until
-// a program has done so, its pixels stay as they are.
+// a program has done so, its background may be seen there.
 void DisplayRefresh(const PixelRect& where);
 
 // The part of the screen that docks and task bars leave free; the whole screen when there are none.

@@ -129,6 +129,21 @@ TEST_F(X11Window, RefreshReachesEveryWindow) {
   EXPECT_EQ(exposed.xexpose.width, 60);
 }
 
+TEST_F(X11Window, RefreshClearsWhatWasDrawnOverAWindow) {
+  Window others = artist.Show(artist.Noise(60, 40, 1), 10, 10);
+  XSetWindowBackground(artist.display, others, artist.White()); // it repaints itself by its background alone
+  XClearWindow(artist.display, others);
+  const Picture white = {60, 40, std::vector<uint32_t>(60 * 40, uint32_t(artist.White()) & artist.PixelBits())};
+  Picture expected = artist.Look();
+  Paste(white, 10, 10, &expected);
+  Until([&] { return Difference(Seen(), expected).empty(); });
+  const uint8_t all[8] = {255, 255, 255, 255, 255, 255, 255, 255};
+  DisplayInvertScreen({5, 5, 40, 40}, all);
+  EXPECT_NE(Difference(Seen(), expected), "");
+  DisplayRefresh({5, 5, 40, 40});
+  Until([&] { return Difference(Seen(), expected).empty(); });
+}
+
 TEST_F(X11Window, DialogsAndPopupsStandAboveTheMainWindow) {
   DisplayWindow* main = Show(Role::kMain, {20, 20, 320, 220});
   DisplayWindow* dialog = Show(Role::kDialog, {60, 60, 200, 160}, main);

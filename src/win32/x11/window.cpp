@@ -259,31 +259,6 @@ void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRe
   if (!IsEmpty(on)) X11PutPixels(x, window->id, surface, on, on.left, on.top);
 }
 
-// A window that comes and goes uncovers the others. The server fills what it uncovers with the windows' backgrounds, so
-// the pixels are kept meanwhile and put back; the root, which nobody paints, keeps its background.
-void DisplayRefresh(const PixelRect& where) {
-  X11Connection* x = X11Live();
-  if (!x) return;
-  const PixelRect cut = Intersect(where, {0, 0, x->facts.width, x->facts.height});
-  if (IsEmpty(cut)) return;
-  const auto width = static_cast<unsigned>(cut.right - cut.left), height = static_cast<unsigned>(cut.bottom - cut.top);
-  XSetWindowAttributes attributes{};
-  attributes.override_redirect = True;
-  XGrabServer(x->display); // a program that paints at once is not to be overdrawn
-  Pixmap kept = XCreatePixmap(x->display, x->root, width, height,
-                              static_cast<unsigned>(DefaultDepth(x->display, DefaultScreen(x->display))));
-  XCopyArea(x->display, x->root, kept, x->drawing, cut.left, cut.top, width, height, 0, 0);
-  Window over = XCreateWindow(x->display, x->root, cut.left, cut.top, width, height, 0, CopyFromParent, InputOutput,
-                              CopyFromParent, CWOverrideRedirect, &attributes);
-  XMapRaised(x->display, over);
-  XDestroyWindow(x->display, over);
-  XCopyArea(x->display, kept, x->root, x->drawing, 0, 0, width, height, cut.left, cut.top);
-  XClearArea(x->display, x->root, cut.left, cut.top, width, height, False);
-  XFreePixmap(x->display, kept);
-  XUngrabServer(x->display);
-  XFlush(x->display);
-}
-
 PixelRect DisplayUsableArea() {
   X11Connection* x = X11Live();
   if (!x) return {};
