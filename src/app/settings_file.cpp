@@ -1,10 +1,10 @@
 // See settings_file.h. A new setting is a row of kSettings.
 #include "app/settings_file.h"
 
-#include "app/frame_rates.h"
 #include "area/area.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
+#include "recorder/frame_rates.h"
 #include "recorder/recorder_state.h"
 #include "recorder/reduce.h"
 #include "toolkit/core/app_strings.h"

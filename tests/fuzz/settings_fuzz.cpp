@@ -18,10 +18,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/frame_rates.h"
 #include "app/settings_program.h"
 #include "platform/main_window.h"
 #include "platform/usable_area.h"
+#include "recorder/frame_rates.h"
 #include "toolkit/rects.h"
 
 namespace framereel {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "recorder/frame_rates.h"
 #include "recorder/reduce.h"
 
 namespace framereel {
@@ -60,14 +61,14 @@ bool TakeArea(RecordOptions& options, const char* value) {
 
 bool TakeDelay(RecordOptions& options, const char* value) {
   int32_t delay;
-  if (!ReadInteger(value, 25, 5000, &delay)) return false;
+  if (!ReadInteger(value, kShortestDelay, kLongestDelay, &delay)) return false;
   options.recording.frameDelay = static_cast<uint16_t>(delay);
   return true;
 }
 
 bool TakeFps(RecordOptions& options, const char* value) {
   double rate;
-  if (!ReadDecimal(value, 0.2, 40, &rate)) return false;
+  if (!ReadDecimal(value, 1000.0 / kLongestDelay, 1000.0 / kShortestDelay, &rate)) return false;
   options.recording.frameDelay = static_cast<uint16_t>(std::lround(1000 / rate));
   return true;
 }
@@ -113,6 +114,7 @@ template <bool RecordOptions::*field> bool SetFlag(RecordOptions& options, const
   return true;
 }
 
+static_assert(kShortestDelay == 25 && kLongestDelay == 5000, "the texts below say so");
 constexpr Option kOptions[] = {
     {"--area", "\"L,T WxH\"", "\"L,T WxH\" in screen pixels, such as \"0,0 640x480\", W and H from 1 to 32767",
      TakeArea, "record this rectangle of the screen, in pixels; default: all of it"},

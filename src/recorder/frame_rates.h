@@ -1,4 +1,5 @@
-// The frame rates that the user can choose from. The panel's popup shows them; the settings file keeps the delay.
+// The frame rates that the user can choose from. The panel's popup shows them and the settings file keeps the delay;
+// the command line takes any delay between the two ends.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +17,8 @@ inline constexpr FrameRate FrameRateTable[] = {
     {77, 1000}, {34, 500},  {35, 333},  {36, 250},  {37, 200}, {38, 100}, {39, 50}, {33, 25},
 };
 inline constexpr uint16_t kFrameRateCount = sizeof FrameRateTable / sizeof FrameRateTable[0];
+inline constexpr uint16_t kLongestDelay = FrameRateTable[0].delay;
+inline constexpr uint16_t kShortestDelay = FrameRateTable[kFrameRateCount - 1].delay;
 
 // The first row whose delay is not above the one given, in ms; the fastest for a delay below them all.
 uint16_t FrameRateIndex(int32_t delay);

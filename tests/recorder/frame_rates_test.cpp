@@ -1,5 +1,5 @@
 // The frame rates: what the popup says is the delay, and any delay finds its rate.
-#include "app/frame_rates.h"
+#include "recorder/frame_rates.h"
 
 #include <gtest/gtest.h>
 

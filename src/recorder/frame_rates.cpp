@@ -1,5 +1,5 @@
 // See frame_rates.h.
-#include "app/frame_rates.h"
+#include "recorder/frame_rates.h"
 
 namespace framereel {
 
