@@ -1,6 +1,7 @@
 // The screen's colours, and what a bitmap in its format is like.
 #include "platform/bitmaps.h"
 #include "platform/display_caps.h"
+#include "resources/standard_colours.h"
 #include "toolkit/core/memory.h"
 
 namespace framereel {
@@ -32,17 +33,9 @@ void ListPalette(ColourList* out) {
   }
 }
 
-void ListSixteen(ColourList* out) {
-  AllocateColours(out, 16);
-  // Dark colours, then light grey, dark grey, and the full ones.
-  for (int i = 0; i < 7; ++i) {
-    out->colours[out->count++] = Widen(i & 1 ? 128 : 0, i & 2 ? 128 : 0, i & 4 ? 128 : 0);
-  }
-  out->colours[out->count++] = Widen(192, 192, 192);
-  out->colours[out->count++] = Widen(128, 128, 128);
-  for (int i = 1; i < 8; ++i) {
-    out->colours[out->count++] = Widen(i & 1 ? 255 : 0, i & 2 ? 255 : 0, i & 4 ? 255 : 0);
-  }
+void ListStandard(ColourList* out) {
+  AllocateColours(out, kStandardColourCount);
+  for (const PaletteColour& c : kStandardColours) out->colours[out->count++] = Widen(c.red, c.green, c.blue);
 }
 
 // Asks for an even spread of 512 colours and keeps what the screen has for them, up to the number that it tells.
@@ -71,7 +64,7 @@ PixelSpec ScreenPixelSpec() {
 
 void ScreenColours(ColourList* out) {
   if (::GetDeviceCaps(ScreenContext(), RASTERCAPS) & RC_PALETTE) return ListPalette(out);
-  if (ScreenDepth() == 4) return ListSixteen(out);
+  if (ScreenDepth() == 4) return ListStandard(out);
   ListNearest(out);
 }
 

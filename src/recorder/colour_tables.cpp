@@ -5,17 +5,11 @@
 
 #include "platform/ports.h"
 #include "recorder/reduce.h"
+#include "resources/standard_colours.h"
 #include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {
-
-// The table of a 16-colour screen, not asked of the platform: red, green, blue.
-constexpr uint8_t DefaultColours16[16][3] = {
-    {0, 0, 0},     {128, 0, 0},     {0, 128, 0},     {128, 128, 0},   {0, 0, 128}, {128, 0, 128},
-    {0, 128, 128}, {192, 192, 192}, {128, 128, 128}, {255, 0, 0},     {0, 255, 0}, {255, 255, 0},
-    {0, 0, 255},   {255, 0, 255},   {0, 255, 255},   {255, 255, 255},
-};
 
 // What a PixelFormat means for the colour table.
 struct FormatColours {
@@ -86,7 +80,8 @@ int ReadScreenPalette(RecorderState& recorder, uint8_t table[kColourTableBytes])
   if (format.format == kFormatTrueColour) {
     BuildCubeTable(table);
   } else if (format.format == kFormat4Bit) {
-    ::memcpy(table, DefaultColours16, sizeof DefaultColours16);
+    static_assert(sizeof kStandardColours == 3 * kStandardColourCount, "packed like the table");
+    ::memcpy(table, kStandardColours, sizeof kStandardColours); // not asked of the platform
   } else {
     CopySystemPalette(table, format.colours);
   }

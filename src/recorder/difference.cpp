@@ -138,17 +138,18 @@ bool NextFrameConvert(RecorderState& recorder, bool transparent) {
   Walk walk = NewWalk(recorder, transparent);
   bool gaveUp = false;
   int32_t column = 0;
-  for (int32_t y = WalkRows(recorder, walk, &column), collisions = 1; y < walk.height; ++collisions) {
+  const int32_t stopped = WalkRows(recorder, walk, &column);
+  if (stopped < walk.height) {
     const uint8_t oldTransparent = recorder.colours.captureTransparent;
-    if (collisions == 1 && FindFreeIndex(recorder)) {
-      RepairPrevious(recorder, y, column, oldTransparent);
-    } else {
+    gaveUp = !FindFreeIndex(recorder);
+    if (gaveUp) {
       walk.transparent = false;
-      gaveUp = true;
+    } else {
+      RepairPrevious(recorder, stopped, column, oldTransparent);
     }
     walk.filled = 0;
     walk.before = kNoPixel;
-    y = WalkRows(recorder, walk, &column);
+    WalkRows(recorder, walk, &column); // to the end: no pixel has the new index
   }
   if (recorder.options->explorerCompatible) walk.minX = walk.minY = 0;
   SetDirtyRect(recorder, walk.minX, walk.minY, walk.maxX + 1, walk.maxY + 1);

@@ -12,7 +12,7 @@ namespace {
 void FillSixteenMap(uint8_t map[16]) {
   PaletteColour palette[256];
   DisplayPalette(palette);
-  for (int i = 0; i < 16; ++i) map[i] = uint8_t(NearestColour(palette[i], kSixteenColours, 16));
+  for (int i = 0; i < 16; ++i) map[i] = uint8_t(NearestColour(palette[i], kStandardColours, kStandardColourCount));
 }
 
 // What a run of rows is turned by; the sixteen map is filled where it is needed.

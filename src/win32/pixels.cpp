@@ -12,12 +12,6 @@
 
 namespace framereel {
 
-const PaletteColour kSixteenColours[16] = {
-    {0, 0, 0},     {128, 0, 0},     {0, 128, 0},     {128, 128, 0},   {0, 0, 128}, {128, 0, 128},
-    {0, 128, 128}, {192, 192, 192}, {128, 128, 128}, {255, 0, 0},     {0, 255, 0}, {255, 255, 0},
-    {0, 0, 255},   {255, 0, 255},   {0, 255, 255},   {255, 255, 255},
-};
-
 uint32_t PixelBits(const PixelLayout& layout) {
   return IsPalette(layout) ? (1U << layout.depth) - 1 : layout.redMask | layout.greenMask | layout.blueMask;
 }

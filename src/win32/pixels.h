@@ -21,9 +21,6 @@ void SetPixelAt(const Surface& surface, int32_t x, int32_t y, uint32_t pixel);
 // Index of the nearest colour by squared distance; the lowest of equals. `count` is at least 1.
 int32_t NearestColour(PaletteColour colour, const PaletteColour* colours, int32_t count);
 
-// The sixteen standard colours, as screens of 4 bits are recorded.
-extern const PaletteColour kSixteenColours[16];
-
 // Turns between pixels and colours on one layout. `palette` holds 2^depth entries at palette depths.
 struct ColourMap {
   PixelLayout layout;

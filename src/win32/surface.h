@@ -3,11 +3,9 @@
 
 #include <cstdint>
 
-namespace framereel {
+#include "resources/standard_colours.h"
 
-struct PaletteColour {
-  uint8_t red, green, blue;
-};
+namespace framereel {
 
 // How a pixel lies in memory. Palette depths (1, 2, 4, 8) take one byte a pixel, the colour index; true colour takes
 // 2 or 4 bytes in the machine's byte order, with a mask for each channel.

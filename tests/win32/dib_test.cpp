@@ -85,7 +85,7 @@ TEST(GetDIBits, GivesTheFixedSixteenWhateverOrderTheScreensPaletteHas) {
   BITMAPINFO info = InfoOf(canvas.bitmap, 8);
   ASSERT_EQ(::GetDIBits(screen.context, canvas.bitmap, 0, 1, bits, &info, DIB_PAL_COLORS), 1);
   for (size_t x = 0; x < 16; ++x) {
-    const PaletteColour fixed = kSixteenColours[bits[x]];
+    const PaletteColour fixed = kStandardColours[bits[x]];
     EXPECT_EQ(fixed.red, palette[x].red) << x;
     EXPECT_EQ(fixed.green, palette[x].green) << x;
     EXPECT_EQ(fixed.blue, palette[x].blue) << x;

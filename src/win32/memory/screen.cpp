@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 
 #include "win32/memory/memory_display.h"
 #include "win32/pixels.h"
@@ -34,7 +35,7 @@ void MemoryFill(const PixelRect& where, uint32_t pixel) {
 std::vector<PaletteColour> MemoryStandardPalette(int32_t depth) {
   std::vector<PaletteColour> palette;
   if (depth == 4) {
-    palette.assign(kSixteenColours, kSixteenColours + 16);
+    palette.assign(std::begin(kStandardColours), std::end(kStandardColours));
   } else if (depth == 8) {
     for (int i = 0; i < 256; ++i) {
       palette.push_back({uint8_t((i >> 5) * 255 / 7), uint8_t((i >> 2 & 7) * 255 / 7), uint8_t((i & 3) * 85)});
