@@ -28,7 +28,7 @@ int DescriptorOf(HANDLE file) {
 int OpenFlags(DWORD access, DWORD disposition) {
   int flags = O_CLOEXEC | O_NOCTTY;
   if ((access & GENERIC_WRITE) == 0) {
-    flags |= O_RDONLY;
+    flags |= O_RDONLY | O_NONBLOCK; // a pipe that nobody writes to is an empty file, and not waited for
   } else {
     flags |= (access & GENERIC_READ) ? O_RDWR : O_WRONLY;
   }
