@@ -104,6 +104,22 @@ TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
   EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 17), "Recording Size:44");
 }
 
+// Part of the area lies off the screen now, in the countdown and between two frames.
+TEST_F(ApplicationTest, GoesOnWhenTheScreenBecomesSmallerThanTheArea) {
+  Start();
+  SelectByKeysAndMouse(200, 150, 300, 250);
+  HoldStartStop();
+  MemoryDisplaySetMode(250, 200, 24);
+  RunFor(4000);
+  MemoryDisplaySetMode(100, 80, 24);
+  RunFor(1000);
+  MemoryDisplaySetMode(640, 480, 24);
+  RunFor(1000);
+  HoldStartStop();
+  EXPECT_FALSE(app.recorder.control.recording);
+  EXPECT_EQ(Seen(app.recorder.frameCount - 1, 50, 50), kBlue);
+}
+
 // In a selection, in the countdown, between two frames, and with a line on the screen.
 TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) {
   for (const char* state : {"armed", "dragging", "counting", "recording"}) {
