@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "support/desktop.h"
-#include "toolkit/core/memory.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -16,21 +15,6 @@ namespace {
 
 constexpr uint8_t kUntouched = 0xE7;
 constexpr int kDepths[] = {1, 2, 4, 8, 16, 24, 32};
-
-void PaintScreen(std::mt19937& random, int32_t depth) {
-  for (uint32_t& pixel : TheMemoryDisplay().screen) {
-    pixel = uint32_t(random()) & (depth < 24 ? (1U << depth) - 1 : 0xFFFFFF);
-  }
-}
-
-// What stands in the Port, put back on a black screen at 0, 0.
-std::vector<uint32_t> ShownOnScreen(Offscreen* offscreen) {
-  std::fill(TheMemoryDisplay().screen.begin(), TheMemoryDisplay().screen.end(), 0);
-  SetPortScreen();
-  CopyBits(&offscreen->port, OffscreenBounds(offscreen), OffscreenBounds(offscreen), 1);
-  ReleasePort();
-  return TheMemoryDisplay().screen;
-}
 
 TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
   for (const int depth : kDepths) {
@@ -41,9 +25,8 @@ TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
     EXPECT_EQ(like->colourCount, depth < 16 ? 1 << depth : 0);
     EXPECT_EQ(like->colourCapacity, depth < 16 ? 1 << depth : 0);
     EXPECT_EQ(like->byteSize, uint32_t(depth * 7 * 8 + 24));
-    const Rect bounds = OffscreenBounds(like);
-    EXPECT_EQ(bounds.bottom, 7);
-    EXPECT_EQ(bounds.right, 33);
+    EXPECT_EQ(OffscreenBounds(like).bottom, 7);
+    EXPECT_EQ(OffscreenBounds(like).right, 33);
     Offscreen* mono = NewOffscreen(2, 1, false);
     EXPECT_EQ(mono->depth, 1);
     EXPECT_EQ(mono->colourCount, 2);
@@ -56,37 +39,23 @@ TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
   }
 }
 
-TEST(ScreenColours, AreThoseThatTheDisplayHas) {
-  for (const int depth : {1, 2, 4, 8}) {
-    SCOPED_TRACE(depth);
-    const Desktop desktop(40, 30, depth);
-    const std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
-    const PixelSpec pixels = ScreenPixelSpec();
-    ASSERT_EQ(pixels.colours.count, 1U << depth);
-    for (uint32_t i = 0; i < pixels.colours.count; ++i) {
-      const Colour& colour = pixels.colours.colours[i];
-      EXPECT_EQ(colour.red, palette[i].red * 257) << i;
-      EXPECT_EQ(colour.green, palette[i].green * 257) << i;
-      EXPECT_EQ(colour.blue, palette[i].blue * 257) << i;
-    }
-    MemFree(pixels.colours.colours);
-  }
-}
-
 TEST(CopyBits, MovesTheScreenIntoAnOffscreenAndBack) {
   std::mt19937 random(1);
   for (const int depth : kDepths) {
     SCOPED_TRACE(depth);
     const Desktop desktop(40, 30, depth);
+    std::vector<uint32_t>& screen = TheMemoryDisplay().screen;
+    for (uint32_t& pixel : screen) pixel = uint32_t(random()) & (depth < 24 ? (1U << depth) - 1 : 0xFFFFFF);
+    const std::vector<uint32_t> before = screen;
     Offscreen* offscreen = NewOffscreen(9, 5, true);
-    PaintScreen(random, depth);
-    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
     SetPortOffscreen(offscreen);
     CopyBits(ScreenPort(), {11, 20, 16, 29}, {0, 0, 5, 9}, 1);
-    const std::vector<uint32_t> shown = ShownOnScreen(offscreen);
-    for (size_t i = 0; i < shown.size(); ++i) {
+    std::fill(screen.begin(), screen.end(), 0);
+    SetPortScreen();
+    CopyBits(&offscreen->port, {0, 0, 5, 9}, {0, 0, 5, 9}, 1);
+    for (size_t i = 0; i < screen.size(); ++i) {
       const size_t x = i % 40, y = i / 40;
-      ASSERT_EQ(shown[i], x < 9 && y < 5 ? before[(y + 11) * 40 + x + 20] : 0) << x << ", " << y;
+      ASSERT_EQ(screen[i], x < 9 && y < 5 ? before[(y + 11) * 40 + x + 20] : 0) << x << ", " << y;
     }
   }
 }
@@ -94,6 +63,10 @@ TEST(CopyBits, MovesTheScreenIntoAnOffscreenAndBack) {
 TEST(CopyBits, CombinesByItsModesAndStretches) {
   const Desktop desktop(8, 4, 8);
   Offscreen* offscreen = NewOffscreen(2, 1, true);
+  MemoryPixel(0, 0) = 0x0F;
+  MemoryPixel(1, 0) = 0x3C;
+  SetPortOffscreen(offscreen);
+  CopyBits(ScreenPort(), {0, 0, 1, 2}, {0, 0, 1, 2}, 1);
   struct Case {
     int mode;
     uint32_t left, right;
@@ -101,10 +74,6 @@ TEST(CopyBits, CombinesByItsModesAndStretches) {
   const Case cases[] = {{0, 0, 0},       {1, 0x0F, 0x3C}, {2, 0x05, 0x14}, {3, 0x0F, 0x3C},
                         {4, 0x5F, 0x7D}, {5, 0xF5, 0xD7}, {6, 0x55, 0x55}, {-1, 0x55, 0x55}};
   for (const Case& c : cases) {
-    MemoryPixel(0, 0) = 0x0F;
-    MemoryPixel(1, 0) = 0x3C;
-    SetPortOffscreen(offscreen);
-    CopyBits(ScreenPort(), {0, 0, 1, 2}, {0, 0, 1, 2}, 1);
     MemoryFill({0, 0, 8, 4}, 0x55);
     SetPortScreen();
     CopyBits(&offscreen->port, {0, 0, 1, 2}, {1, 2, 3, 6}, c.mode);
@@ -112,9 +81,6 @@ TEST(CopyBits, CombinesByItsModesAndStretches) {
     EXPECT_EQ(MemoryPixel(4, 2), c.right) << "mode " << c.mode;
     EXPECT_EQ(MemoryPixel(6, 1), 0x55U);
   }
-  ReleasePort();
-  CopyBits(&offscreen->port, {0, 0, 1, 2}, {0, 0, 1, 2}, 1); // with no Port, nothing
-  EXPECT_EQ(MemoryPixel(0, 0), 0x55U);
 }
 
 struct Kind {
@@ -124,36 +90,38 @@ struct Kind {
   uint32_t rowUnit;
 };
 
-const Kind kKind24 = {24, NewDibBuffer24, ReadDibBuffer24, 1}, kKind8 = {8, NewDibBuffer8, ReadDibBuffer8, 1},
-           kKind2 = {2, NewDibBuffer2, ReadDibBuffer2, 1}, kKind1 = {1, NewDibBuffer1, ReadDibBuffer1, 4};
-
-const Kind& KindOfDepth(int depth) {
-  return depth > 8 ? kKind24 : depth > 2 ? kKind8 : depth == 2 ? kKind2 : kKind1;
-}
+const Kind kKinds[] = {{24, NewDibBuffer24, ReadDibBuffer24, 1},
+                       {8, NewDibBuffer8, ReadDibBuffer8, 1},
+                       {2, NewDibBuffer2, ReadDibBuffer2, 1},
+                       {1, NewDibBuffer1, ReadDibBuffer1, 4}};
 
 TEST(DibBuffers, HaveRowsOfWholeWordsAndAllBitsClear) {
   struct Case {
     int16_t width;
-    uint32_t row24, row8, row2, words1;
+    uint32_t rowSizes[4]; // of each kind
   };
-  const Case cases[] = {{1, 4, 4, 4, 1},
-                        {4, 12, 4, 4, 1},
-                        {5, 16, 8, 4, 1},
-                        {9, 28, 12, 4, 1},
-                        {17, 52, 20, 8, 1},
-                        {33, 100, 36, 12, 2},
-                        {32767, 98304, 32768, 8192, 1024}};
+  const Case cases[] = {{1, {4, 4, 4, 1}},
+                        {5, {16, 8, 4, 1}},
+                        {17, {52, 20, 8, 1}},
+                        {33, {100, 36, 12, 2}},
+                        {32767, {98304, 32768, 8192, 1024}}};
   for (const Case& c : cases) {
-    const uint32_t rowSizes[] = {c.row24, c.row8, c.row2, c.words1};
-    const Kind* kinds[] = {&kKind24, &kKind8, &kKind2, &kKind1};
     for (int i = 0; i < 4; ++i) {
-      DibBuffer* buffer = kinds[i]->make(c.width, 3);
-      EXPECT_EQ(buffer->rowSize, rowSizes[i]) << kinds[i]->bitsPerPixel << " bits, width " << c.width;
-      const uint32_t bytes = 3 * buffer->rowSize * kinds[i]->rowUnit;
+      DibBuffer* buffer = kKinds[i].make(c.width, 3);
+      EXPECT_EQ(buffer->rowSize, c.rowSizes[i]) << kKinds[i].bitsPerPixel << " bits, width " << c.width;
+      const uint32_t bytes = 3 * buffer->rowSize * kKinds[i].rowUnit;
       EXPECT_EQ(std::count(buffer->bits, buffer->bits + bytes, 0), bytes);
       FreeDibBuffer(buffer);
     }
   }
+}
+
+// An Offscreen as wide as asked for with what stands at the left of the screen. It is the current Port.
+Offscreen* CopyOfScreen(int16_t width, int16_t height) {
+  Offscreen* offscreen = NewOffscreen(width, height, true);
+  SetPortOffscreen(offscreen);
+  CopyBits(ScreenPort(), OffscreenBounds(offscreen), OffscreenBounds(offscreen), 1);
+  return offscreen;
 }
 
 // The first byte of a row whose pixels all have this value.
@@ -162,23 +130,29 @@ uint8_t FirstByte(const Kind& kind, int depth, uint32_t pixel) {
   return uint8_t(kind.bitsPerPixel == 8 ? pixel : pixel * 0xFF / ((1U << depth) - 1));
 }
 
-TEST(DibBuffers, TakeAnyRowsOfAnOffscreenFromTheBottomUp) {
+TEST(DibBuffers, TakeAnyRowsOfAnOffscreenOfTheirWidthFromTheBottomUp) {
   constexpr int16_t kWidth = 8, kHeight = 6;
   for (const int depth : kDepths) {
-    const Desktop desktop(kWidth, kHeight, depth);
-    const Kind& kind = KindOfDepth(depth);
-    for (int32_t y = 0; y < kHeight; ++y)
-      MemoryFill({0, y, kWidth, y + 1}, uint32_t(y + 1) & ((2U << (depth - 1)) - 1));
-    Offscreen* offscreen = NewOffscreen(kWidth, kHeight, true);
-    SetPortOffscreen(offscreen);
-    CopyBits(ScreenPort(), OffscreenBounds(offscreen), OffscreenBounds(offscreen), 1);
+    const Desktop desktop(kWidth + 1, kHeight, depth);
+    const Kind& kind = kKinds[depth > 8 ? 0 : depth > 2 ? 1 : depth == 2 ? 2 : 3];
+    for (int32_t y = 0; y < kHeight; ++y) {
+      MemoryFill({0, y, kWidth + 1, y + 1}, uint32_t(y + 1) & ((2U << (depth - 1)) - 1));
+    }
     DibBuffer* buffer = kind.make(kWidth, kHeight);
-    const uint32_t rowBytes = buffer->rowSize * kind.rowUnit;
+    const uint32_t rowBytes = buffer->rowSize * kind.rowUnit, bytes = rowBytes * kHeight;
+    std::fill(buffer->bits, buffer->bits + bytes, kUntouched);
+    for (const int16_t other : {kWidth - 1, kWidth + 1}) {
+      Offscreen* offscreen = CopyOfScreen(other, kHeight);
+      kind.read(buffer, 0, offscreen, 0, kHeight);
+      EXPECT_EQ(std::count(buffer->bits, buffer->bits + bytes, kUntouched), bytes) << depth << " bits, width " << other;
+      EXPECT_EQ(CurrentPort(), &offscreen->port);
+    }
+    Offscreen* offscreen = CopyOfScreen(kWidth, kHeight);
     // Every place, and beyond every end.
     for (int i = 0; i < 9 * 9 * 9; ++i) {
       const int bufferRow = i % 9 - 1, row = i / 9 % 9 - 1, rows = i / 81 - 1;
       SCOPED_TRACE(testing::Message() << depth << " bits: " << rows << " rows from " << row << " to " << bufferRow);
-      std::fill(buffer->bits, buffer->bits + rowBytes * kHeight, kUntouched);
+      std::fill(buffer->bits, buffer->bits + bytes, kUntouched);
       kind.read(buffer, int16_t(bufferRow), offscreen, int16_t(row), int16_t(rows));
       const bool fits = bufferRow >= 0 && row >= 0 && bufferRow + rows <= kHeight && row + rows <= kHeight;
       for (int k = 0; k < kHeight; ++k) {
@@ -188,24 +162,7 @@ TEST(DibBuffers, TakeAnyRowsOfAnOffscreenFromTheBottomUp) {
         ASSERT_EQ(byte, read ? FirstByte(kind, depth, MemoryPixel(0, imageRow)) : kUntouched) << "buffer row " << k;
       }
     }
-    FreeDibBuffer(buffer);
-  }
-}
-
-TEST(DibBuffers, StayUntouchedByAnOffscreenOfAnotherWidthAndReleaseTheCurrentPort) {
-  for (const int depth : kDepths) {
-    const Desktop desktop(20, 10, depth);
-    const Kind& kind = KindOfDepth(depth);
-    MemoryFill({0, 0, 20, 10}, 1);
-    DibBuffer* buffer = kind.make(8, 2);
-    for (const int16_t width : {int16_t{7}, int16_t{9}, int16_t{8}}) {
-      Offscreen* offscreen = NewOffscreen(width, 2, true);
-      SetPortOffscreen(offscreen);
-      CopyBits(ScreenPort(), OffscreenBounds(offscreen), OffscreenBounds(offscreen), 1);
-      kind.read(buffer, 0, offscreen, 0, 2);
-      EXPECT_EQ(buffer->bits[0] != 0, width == 8) << depth << " bits";
-      EXPECT_EQ(CurrentPort() == nullptr, width == 8);
-    }
+    EXPECT_EQ(CurrentPort(), nullptr); // reading has let go of it
     FreeDibBuffer(buffer);
   }
 }

@@ -1,20 +1,15 @@
-// Files: the table of types, names and paths, and reading and writing in a directory of the test's own.
+// Files: the table of types, names and paths, and reading and writing in a folder of the test's own.
 #include "platform/files.h"
 
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <fcntl.h>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
-#include <sstream>
-#include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/temporary_folder.h"
 #include "toolkit/core/strings.h"
 
 namespace framereel {
@@ -34,35 +29,33 @@ std::string PathOf(const FileRef* ref) {
   return Owned<char>(FileRefPath(ref)).get();
 }
 
+Owned<FileRef> Ref(const std::string& path) {
+  return Owned<FileRef>(FileRefFromPath(path.c_str()));
+}
+
 // ---- Types --------------------------------------------------------------------------------------------------------
 
-TEST(FileTypes, RowsComeFromTheirColumns) {
+TEST(FileTypes, RowsComeFromTheirColumnsAndExtensionsAreFoundInAnyCase) {
   const struct {
     uint16_t index;
     FileTypeRow row;
+    const char* typed; // an extension that leads here
   } cases[] = {
-      {0, {"txt", ".txt", "Text Files (.TXT)"}},
-      {1, {"prf", ".prf", "Preferences (.PRF)"}},
-      {6, {"", "", ""}},
-      {11, {"ps", ".ps", "Postscript Files (.PS)"}},
-      {16, {"", ".*", "All Files (.*)"}},
-      {19, {"rc", ".rc", "Resource Source Files (.RC)"}},
-      {20, {"dta", ".dta", "Data Files (.DTA)"}},
+      {0, {"txt", ".txt", "Text Files (.TXT)"}, "tXt"},    {1, {"prf", ".prf", "Preferences (.PRF)"}, "prf"},
+      {11, {"ps", ".ps", "Postscript Files (.PS)"}, "PS"}, {19, {"rc", ".rc", "Resource Source Files (.RC)"}, "rc"},
+      {12, {"dta", ".dta", "Data Files (.DTA)"}, ""},      {12, {"dta", ".dta", "Data Files (.DTA)"}, "giff"},
   };
   for (const auto& one : cases) {
-    EXPECT_STREQ(FileTypeRowAt(one.index).extension, one.row.extension);
-    EXPECT_STREQ(FileTypeRowAt(one.index).pattern, one.row.pattern);
-    EXPECT_STREQ(FileTypeRowAt(one.index).description, one.row.description);
+    const FileTypeRow& row = FileTypeRowAt(one.index);
+    EXPECT_STREQ(row.extension, one.row.extension);
+    EXPECT_STREQ(row.pattern, one.row.pattern);
+    EXPECT_STREQ(row.description, one.row.description);
+    Owned<FileType> type(FileTypeForExtension(one.typed));
+    EXPECT_EQ(type->index, one.index) << one.typed;
+    EXPECT_EQ(type->extension, row.extension);
   }
-}
-
-TEST(FileTypes, ExtensionsAreFoundInAnyCaseAndUnknownOnesAreData) {
-  const std::pair<const char*, uint16_t> cases[] = {{"GIF", 2}, {"Bat", 18}, {"ps", 11}, {"", 12}, {"giff", 12}};
-  for (const auto& [text, index] : cases) {
-    Owned<FileType> type(FileTypeForExtension(text));
-    EXPECT_EQ(type->index, index) << text;
-    EXPECT_EQ(type->extension, FileTypeRowAt(index).extension);
-  }
+  EXPECT_STREQ(FileTypeRowAt(6).description, "");
+  EXPECT_STREQ(FileTypeRowAt(20).extension, "dta"); // behind the last
 }
 
 // ---- Names --------------------------------------------------------------------------------------------------------
@@ -77,118 +70,95 @@ TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
       {"/film.GIF", "/", "film", 2, "/film.gif"},
       {"./a.b.txt", "./", "a.b", 0, "./a.b.txt"},
       {"/d/.prf", "/d/", "", 1, "/d/.prf"},
-      {"/d/picture.png", "/d/", "picture", 12, "/d/picture.dta"},
       {"/d.gif/name", "/d.gif/", "name", 12, "/d.gif/name.dta"},
       {"/d/\xFF\xFE \xC3.gif", "/d/", "\xFF\xFE \xC3", 2, "/d/\xFF\xFE \xC3.gif"},
   };
   for (const auto& one : cases) {
-    Owned<FileRef> ref(FileRefFromPath(one.path));
+    Owned<FileRef> ref = Ref(one.path);
     ASSERT_TRUE(ref) << one.path;
     EXPECT_STREQ(ref->directory, one.directory) << one.path;
     EXPECT_STREQ(ref->name, one.name) << one.path;
     EXPECT_EQ(ref->type->index, one.type) << one.path;
     EXPECT_EQ(PathOf(ref.get()), one.back);
   }
-  EXPECT_EQ(FileRefFromPath("/home/film"), nullptr);
-  EXPECT_EQ(FileRefFromPath("film.gif"), nullptr);
+  EXPECT_FALSE(Ref("/home/film"));
+  EXPECT_FALSE(Ref("film.gif"));
 }
 
 TEST(FileRefs, AGivenTypeNeedsNoDotAndReplacesTheExtension) {
-  Owned<FileType> gif(NewFileType(kFileTypeGif));
-  Owned<FileRef> bare(FileRefFromPathAndType("/d/film", gif.get()));
-  EXPECT_EQ(PathOf(bare.get()), "/d/film.gif");
-  Owned<FileRef> other(FileRefFromPathAndType("/d.x/film.png", gif.get()));
-  EXPECT_EQ(PathOf(other.get()), "/d.x/film.gif");
+  Owned<FileType> gif(NewFileType(kFileTypeGif)), directory(NewFileType(10));
+  const auto path = [](const char* text, const Owned<FileType>& type) {
+    return PathOf(Owned<FileRef>(FileRefFromPathAndType(text, type.get())).get());
+  };
+  EXPECT_EQ(path("/d/film", gif), "/d/film.gif");
+  EXPECT_EQ(path("/d.x/film.png", gif), "/d.x/film.gif");
+  EXPECT_EQ(path("/d/film", directory), "/d/film");
   EXPECT_EQ(FileRefFromPathAndType("film", gif.get()), nullptr);
-  Owned<FileType> directory(NewFileType(10));
-  Owned<FileRef> none(FileRefFromPathAndType("/d/film", directory.get()));
-  EXPECT_EQ(PathOf(none.get()), "/d/film");
 }
 
 TEST(FileRefs, CopiesStandOnTheirOwnAndLongPathsStayWhole) {
   std::string path = std::string("/").append(3000, 'd').append("/").append(3000, 'n').append(".gif");
-  Owned<FileRef> ref(FileRefFromPath(path.c_str()));
+  Owned<FileRef> ref = Ref(path);
   Owned<FileRef> copy(CopyFileRef(ref.get()));
   ref.reset();
   EXPECT_EQ(PathOf(copy.get()), path);
   EXPECT_EQ(std::string(Owned<char>(FileRefName(copy.get())).get()), std::string(3000, 'n'));
 }
 
-// ---- Files in a directory of the test's own -----------------------------------------------------------------------
-
-class FilesTest : public ::testing::Test {
-protected:
-  fs::path before = fs::current_path();
-  fs::path directory;
-
-  FilesTest() {
-    std::string pattern = (fs::temp_directory_path() / "files_test_XXXXXX").string();
-    directory = ::mkdtemp(pattern.data());
-  }
-  ~FilesTest() override {
-    fs::current_path(before);
-    fs::remove_all(directory);
-  }
-
-  std::string PathTo(const char* name) { return (directory / name).string(); }
-
-  Owned<FileRef> Ref(const char* name) { return Owned<FileRef>(FileRefFromPath(PathTo(name).c_str())); }
-
-  Owned<FileRef> Written(const char* name, const std::string& contents) {
-    std::ofstream(directory / name, std::ios::binary) << contents;
-    return Ref(name);
-  }
-
-  std::string Contents(const char* name) {
-    std::ostringstream text;
-    text << std::ifstream(directory / name, std::ios::binary).rdbuf();
-    return text.str();
-  }
-};
-
-TEST_F(FilesTest, TheProgramsOwnFilesAreInTheCurrentDirectoryOrTheRoot) {
+TEST(FileRefs, OfTheProgramItselfAreInTheCurrentDirectoryOrTheRoot) {
+  const WorkingFolder folder;
   Owned<FileType> type(NewFileType(kFileTypePreferences));
   auto settings = [&] { return PathOf(Owned<FileRef>(AppFileRef("Settings", type.get())).get()); };
-  fs::current_path(directory);
-  EXPECT_EQ(settings(), PathTo("Settings.prf"));
+  EXPECT_EQ(settings(), folder / "Settings.prf");
   fs::current_path("/");
   EXPECT_EQ(settings(), "/Settings.prf");
-  fs::create_directory(directory / "gone");
-  fs::current_path(directory / "gone");
-  fs::remove(directory / "gone");
+  fs::create_directory(folder / "gone");
+  fs::current_path(folder / "gone");
+  fs::remove(folder / "gone");
   EXPECT_EQ(settings(), "/Settings.prf");
 }
 
+// ---- Files ---------------------------------------------------------------------------------------------------------
+
+class FilesTest : public ::testing::Test {
+protected:
+  // film.gif with these contents, opened.
+  Owned<File> Open(const std::string& contents, FileMode mode) {
+    WriteWholeFile(path, contents);
+    return Owned<File>(FileOpen(Ref(path).get(), mode));
+  }
+
+  TemporaryFolder folder;
+  std::string path = folder / "film.gif";
+};
+
 TEST_F(FilesTest, CreatingAndDeletingAnswerForWhatIsThere) {
-  Owned<FileRef> ref = Ref("film.gif");
+  Owned<FileRef> ref = Ref(path);
   EXPECT_FALSE(FileExists(ref.get()));
   EXPECT_FALSE(FileDelete(ref.get()));
   EXPECT_EQ(FileOpen(ref.get(), FileModeWrite), nullptr);
   mode_t mask = ::umask(0026);
   EXPECT_TRUE(FileCreate(ref.get()));
   ::umask(mask);
-  EXPECT_EQ(fs::status(PathTo("film.gif")).permissions(), fs::perms{0640});
-  Written("film.gif", "kept");
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms{0640});
+  WriteWholeFile(path, "kept");
   EXPECT_FALSE(FileCreate(ref.get()));
-  EXPECT_EQ(Contents("film.gif"), "kept");
+  EXPECT_EQ(ReadWholeFile(path), "kept");
   EXPECT_TRUE(FileDelete(ref.get()));
   EXPECT_FALSE(FileExists(ref.get()));
-  EXPECT_FALSE(FileCreate(Ref("missing/film.gif").get()));
-  fs::create_directory(directory / "d.gif"); // a directory is no file
-  EXPECT_FALSE(FileExists(Ref("d.gif").get()));
-  EXPECT_FALSE(FileCreate(Ref("d.gif").get()));
-  EXPECT_FALSE(FileDelete(Ref("d.gif").get()));
+  EXPECT_FALSE(FileCreate(Ref(folder / "missing/film.gif").get()));
+  fs::create_directory(path); // a directory is no file
+  EXPECT_FALSE(FileExists(ref.get()));
+  EXPECT_FALSE(FileCreate(ref.get()));
+  EXPECT_FALSE(FileDelete(ref.get()));
 }
 
 TEST_F(FilesTest, WhatIsWrittenCanBeReadBack) {
-  Owned<FileRef> ref = Ref("film.gif");
-  ASSERT_TRUE(FileCreate(ref.get()));
   std::string bytes(300'000, '\0');
   for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7 % 251);
-  Owned<File> file(FileOpen(ref.get(), FileModeWrite));
+  Owned<File> file = Open("", FileModeWrite);
   ASSERT_TRUE(file);
-  ref.reset(); // the file has its own copy
-  EXPECT_EQ(PathOf(file->ref), PathTo("film.gif"));
+  EXPECT_EQ(PathOf(file->ref), path);
   EXPECT_TRUE(FileWrite(file.get(), static_cast<uint32_t>(bytes.size()), bytes.data()));
   EXPECT_TRUE(FileWrite(file.get(), 0, nullptr));
   uint32_t position = 0;
@@ -204,12 +174,12 @@ TEST_F(FilesTest, WhatIsWrittenCanBeReadBack) {
   EXPECT_EQ(count, 0u);
   EXPECT_FALSE(FileSeek(file.get(), 0x80000000u));
   EXPECT_TRUE(FileClose(file.release()));
-  EXPECT_EQ(Contents("film.gif"), bytes);
+  EXPECT_EQ(ReadWholeFile(path), bytes);
 }
 
 TEST_F(FilesTest, ModesKeepWhatTheyExclude) {
-  Owned<FileRef> ref = Written("film.gif", "abc");
-  Owned<File> reader(FileOpen(ref.get(), FileModeRead));
+  Owned<File> reader = Open("abc", FileModeRead);
+  Owned<FileRef> ref = Ref(path);
   Owned<File> second(FileOpen(ref.get(), FileModeRead));
   EXPECT_TRUE(reader && second);
   EXPECT_FALSE(FileWrite(reader.get(), 1, "x"));
@@ -220,89 +190,73 @@ TEST_F(FilesTest, ModesKeepWhatTheyExclude) {
   Owned<File> writer(FileOpen(ref.get(), FileModeWrite));
   EXPECT_TRUE(writer);
   EXPECT_EQ(FileOpen(ref.get(), FileModeRead), nullptr);
-  EXPECT_EQ(Contents("film.gif"), "abc");
+  EXPECT_EQ(ReadWholeFile(path), "abc");
 }
-
-// ---- Lines --------------------------------------------------------------------------------------------------------
 
 using Lines = std::vector<std::string>;
 
-Lines ReadLines(File* file, uint32_t bufferSize) {
+// With a buffer of eight bytes.
+Lines ReadLines(File* file) {
   Lines lines;
-  std::string buffer(bufferSize, '\n'); // what was not read must not look like the end of a line
+  char buffer[] = "\n\n\n\n\n\n\n"; // what was not read must not look like the end of a line
   for (;;) {
-    uint32_t count = bufferSize;
-    EXPECT_TRUE(FileReadLine(file, &count, buffer.data()));
+    uint32_t count = sizeof buffer;
+    EXPECT_TRUE(FileReadLine(file, &count, buffer));
     if (count == 0 || lines.size() > 20) return lines;
-    lines.push_back(buffer.substr(0, count));
+    lines.emplace_back(buffer, count);
   }
 }
 
 TEST_F(FilesTest, LinesComeWithoutTheirEnds) {
-  const struct {
-    const char* contents;
-    Lines lines;
-  } cases[] = {
+  const std::pair<const char*, Lines> cases[] = {
       {"ab\r\ncd", {"ab", "cd"}},
       {"ab\r\ncd\r\n", {"ab", "cd"}},
-      {"ab\r", {"ab\r"}},
-      {"a\nb\rc", {"a\nb\rc"}},
-      {"x", {"x"}},
+      {"a\nb\rc\r", {"a\nb\rc\r"}},
       {"12345678abc\r\nz", {"12345678", "abc", "z"}}, // longer than the buffer
       {"1234567\r\nab\r\n", {"1234567\r", "\nab"}},   // the end itself is torn
       {"", {}},
       {"ab\r\n\r\ncd", {"ab"}}, // an empty line looks like the end
   };
-  for (const auto& one : cases) {
-    Owned<FileRef> ref = Written("lines.txt", one.contents);
-    Owned<File> file(FileOpen(ref.get(), FileModeRead));
-    EXPECT_EQ(ReadLines(file.get(), 8), one.lines) << one.contents;
+  for (const auto& [contents, lines] : cases) {
+    EXPECT_EQ(ReadLines(Open(contents, FileModeRead).get()), lines) << contents;
   }
-}
-
-TEST_F(FilesTest, AWrittenLineIsReadBackWhereTheFileStands) {
-  Owned<FileRef> ref = Written("lines.txt", "");
-  Owned<File> file(FileOpen(ref.get(), FileModeWrite));
+  Owned<File> file = Open("", FileModeWrite);
   EXPECT_TRUE(FileWriteLine(file.get(), 3, "one"));
   EXPECT_TRUE(FileWriteLine(file.get(), 0, ""));
   EXPECT_TRUE(FileWriteLine(file.get(), 3, "two"));
-  EXPECT_EQ(Contents("lines.txt"), "one\r\n\r\ntwo\r\n");
+  EXPECT_EQ(ReadWholeFile(path), "one\r\n\r\ntwo\r\n");
   EXPECT_TRUE(FileSeek(file.get(), 7));
-  EXPECT_EQ(ReadLines(file.get(), 132), Lines{"two"});
+  EXPECT_EQ(ReadLines(file.get()), Lines{"two"});
 }
 
 // ---- The platform calls -------------------------------------------------------------------------------------------
 
-struct Pipe {
-  int ends[2];
-
-  Pipe() { EXPECT_EQ(::pipe(ends), 0); }
-  ~Pipe() { ::close(ends[0]); }
-};
+HANDLE OpenToWrite(const std::string& path) {
+  return ::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
 
 TEST_F(FilesTest, AFileWithoutANameServesForWritingOnly) {
-  Pipe pipe;
-  auto* file = static_cast<File*>(::HeapAlloc(::GetProcessHeap(), 0, sizeof(File)));
-  *file = {nullptr, ::CreateFileA(("/proc/self/fd/" + std::to_string(pipe.ends[1])).c_str(), GENERIC_WRITE, 0, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)};
-  ::close(pipe.ends[1]);
-  ASSERT_NE(file->handle, INVALID_HANDLE_VALUE);
-  EXPECT_TRUE(FileWrite(file, 3, "abc"));
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  File file = {nullptr, OpenToWrite("/proc/self/fd/" + std::to_string(ends[1]))};
+  ::close(ends[1]);
+  ASSERT_NE(file.handle, INVALID_HANDLE_VALUE);
+  EXPECT_TRUE(FileWrite(&file, 3, "abc"));
   uint32_t position = 0, count = 1;
   char byte = 0;
-  EXPECT_FALSE(FileTell(file, &position));
-  EXPECT_FALSE(FileReadLine(file, &count, &byte));
+  EXPECT_FALSE(FileTell(&file, &position));
+  EXPECT_FALSE(FileReadLine(&file, &count, &byte));
   EXPECT_EQ(count, 0u);
-  EXPECT_TRUE(::FlushFileBuffers(file->handle)); // nothing of it is to reach a disk
-  EXPECT_TRUE(FileClose(file));
+  EXPECT_TRUE(::FlushFileBuffers(file.handle)); // nothing of it is to reach a disk
+  EXPECT_TRUE(::CloseHandle(file.handle));
   char came[4] = "";
-  EXPECT_EQ(::read(pipe.ends[0], came, sizeof came), 3);
+  EXPECT_EQ(::read(ends[0], came, sizeof came), 3);
   EXPECT_STREQ(came, "abc");
+  ::close(ends[0]);
 }
 
 TEST_F(FilesTest, AWriteThatTheDiskCutsShortFailsAndTellsHowMuchWentOut) {
-  Owned<FileRef> ref = Written("film.gif", "");
-  Owned<File> file(FileOpen(ref.get(), FileModeWrite));
+  Owned<File> file = Open("", FileModeWrite);
   auto onLimit = ::signal(SIGXFSZ, SIG_IGN);
   rlimit whole;
   ::getrlimit(RLIMIT_FSIZE, &whole);
@@ -320,10 +274,7 @@ TEST_F(FilesTest, AWriteThatTheDiskCutsShortFailsAndTellsHowMuchWentOut) {
 }
 
 TEST_F(FilesTest, AFullDeviceIsAFailureAndTwoMayHoldOne) {
-  auto open = [] {
-    return ::CreateFileA("/dev/full", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  };
-  File one = {nullptr, open()}, two = {nullptr, open()};
+  File one = {nullptr, OpenToWrite("/dev/full")}, two = {nullptr, OpenToWrite("/dev/full")};
   EXPECT_FALSE(FileWrite(&one, 1, "x"));
   EXPECT_EQ(errno, ENOSPC);
   EXPECT_TRUE(::CloseHandle(one.handle));
@@ -333,23 +284,21 @@ TEST_F(FilesTest, AFullDeviceIsAFailureAndTwoMayHoldOne) {
 }
 
 TEST_F(FilesTest, MovingReplacesOnlyWhenAskedTo) {
-  Written("from", "new");
-  Written("to", "old");
-  std::string from = PathTo("from"), to = PathTo("to");
+  const std::string from = folder / "from", to = folder / "to";
+  WriteWholeFile(from, "new");
+  WriteWholeFile(to, "old");
   EXPECT_FALSE(::MoveFileExA(from.c_str(), to.c_str(), 0));
   EXPECT_EQ(errno, EEXIST);
-  EXPECT_EQ(Contents("to"), "old");
+  EXPECT_EQ(ReadWholeFile(to), "old");
   EXPECT_TRUE(::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING));
-  EXPECT_EQ(Contents("to"), "new");
-  EXPECT_FALSE(fs::exists(from));
-  EXPECT_FALSE(::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING));
-  EXPECT_EQ(Contents("to"), "new");
+  EXPECT_EQ(ReadWholeFile(to), "new");
+  EXPECT_FALSE(::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING)); // it has gone from there
+  EXPECT_EQ(ReadWholeFile(to), "new");
 }
 
 TEST_F(FilesTest, PositionsBeyondThirtyTwoBitsAreRefused) {
-  Owned<FileRef> ref = Written("film.gif", "");
-  fs::resize_file(directory / "film.gif", 0x1'0000'0010);
-  Owned<File> file(FileOpen(ref.get(), FileModeRead));
+  Owned<File> file = Open("", FileModeRead);
+  fs::resize_file(path, 0x1'0000'0010);
   EXPECT_TRUE(FileSeek(file.get(), INT32_MAX));
   EXPECT_EQ(::SetFilePointer(file->handle, INT32_MAX, nullptr, FILE_CURRENT), 0xFFFFFFFEu);
   EXPECT_EQ(::SetFilePointer(file->handle, 1, nullptr, FILE_CURRENT), INVALID_SET_FILE_POINTER);

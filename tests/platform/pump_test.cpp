@@ -27,10 +27,6 @@ void NotePaint(ChildWindow* window) {
   calls += window->title;
 }
 
-void NoteKey(ChildWindow*, const KeyEvent& event, int16_t, int16_t) {
-  calls += char(event.character);
-}
-
 char timerA[] = "a", timerB[] = "b";
 
 class PumpTest : public ::testing::Test {
@@ -79,14 +75,16 @@ TEST_F(PumpTest, AStreamOfMessagesLetsATimerInAtThe64th) {
 }
 
 TEST_F(PumpTest, APassForOneWindowSeesItsMessagesAloneAndNoTimer) {
-  ChildWindow* one = OpenTestWindow(kWindowUnclamped);
-  ChildWindow* two = OpenTestWindow(kWindowUnclamped);
-  PlaceChildWindow(two, 100, 300);
-  Settle();
-  SetChildWindowTitle(one, "1");
-  SetChildWindowTitle(two, "2");
-  SetWindowMethod(one, &WindowMethods::paint, NotePaint);
-  SetWindowMethod(two, &WindowMethods::paint, NotePaint);
+  const auto open = [](const char* title, int16_t y) {
+    ChildWindow* window = OpenTestWindow(kWindowUnclamped);
+    PlaceChildWindow(window, 100, y);
+    SetChildWindowTitle(window, title);
+    Settle();
+    SetWindowMethod(window, &WindowMethods::paint, NotePaint);
+    return window;
+  };
+  ChildWindow *one = open("1", 100), *two = open("2", 300);
+  calls.clear();
   InvalidateChildWindow(one);
   InvalidateChildWindow(two);
   TimerSchedule(Note, timerA, 0);
@@ -99,41 +97,32 @@ TEST_F(PumpTest, APassForOneWindowSeesItsMessagesAloneAndNoTimer) {
   EXPECT_EQ(calls, "21a");
 }
 
-TEST_F(PumpTest, FlushedPaintsLeaveKeysWhereTheyAre) {
+TEST_F(PumpTest, FlushedPaintsLeaveKeysWhereTheyAreAndComeToAnEnd) {
   ChildWindow* window = OpenTestWindow(kWindowUnclamped);
-  SetChildWindowTitle(window, "P");
-  SetWindowMethod(window, &WindowMethods::paint, NotePaint);
-  SetWindowMethod(window, &WindowMethods::keyDown, NoteKey);
+  SetWindowMethod(
+      window, &WindowMethods::keyDown,
+      +[](ChildWindow*, const KeyEvent& event, int16_t, int16_t) { calls += char(event.character); });
+  SetWindowMethod(window, &WindowMethods::paint, InvalidateChildWindow); // paints for ever
   MemoryTypeKey('K');
-  InvalidateChildWindow(window);
-  FlushPaints();
-  EXPECT_EQ(calls, "P");
-  Settle();
-  EXPECT_EQ(calls, "Pk");
-}
-
-TEST_F(PumpTest, AWindowThatPaintsForEverDoesNotHoldTheFlush) {
-  ChildWindow* window = OpenTestWindow(kWindowUnclamped);
-  SetWindowMethod(window, &WindowMethods::paint, InvalidateChildWindow);
   InvalidateChildWindow(window);
   FlushPaints();
   SetWindowMethod(window, &WindowMethods::paint, NotePaint);
   FlushPaints();
   EXPECT_EQ(calls, "Test");
-}
-
-// Idles with a heap that gives nothing, and leaves with 3 if nothing was asked of any.
-[[noreturn]] void IdleWithoutMemory() {
-  const size_t before = NewCalls();
-  FailAllocationsAfter(0); // whoever asks MemAlloc now ends the process with 0
-  RunFor(5000);
-  ::_exit(NewCalls() == before ? 3 : 4);
+  Settle();
+  EXPECT_EQ(calls, "Testk");
 }
 
 TEST_F(PumpTest, AnIdlePassAllocatesNothingAndShowsNothing) {
   TimerSchedule(Note, timerA, 10000);
   RunFor(500);
-  EXPECT_EXIT(IdleWithoutMemory(), ::testing::ExitedWithCode(3), "");
+  const auto idleWithoutMemory = [] {
+    const size_t before = NewCalls();
+    FailAllocationsAfter(0); // whoever asks MemAlloc now ends the process with 0
+    RunFor(5000);
+    ::_exit(NewCalls() == before ? 3 : 4);
+  };
+  EXPECT_EXIT(idleWithoutMemory(), ::testing::ExitedWithCode(3), "");
   const uint32_t presents = TheMemoryDisplay().desktop.presents;
   RunFor(5000);
   EXPECT_EQ(TheMemoryDisplay().desktop.presents, presents);
@@ -189,21 +178,19 @@ TEST_F(PumpTest, ALostDisplayEndsAllLoops) {
   TheMemoryDisplay().lost = false;
 }
 
-void CloseAndLookBack(ChildWindow* window, const KeyEvent&, int16_t, int16_t) {
-  CloseChildWindow(window);
-  calls += window->flags & kWindowClosed ? "closed " : "open ";
-  calls += IsOpenChildWindow(window) ? "listed" : "gone";
-}
-
 TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEnds) {
   ChildWindow* window = OpenTestWindow(kWindowUnclamped);
-  SetWindowMethod(window, &WindowMethods::keyDown, CloseAndLookBack);
+  SetWindowMethod(
+      window, &WindowMethods::keyDown, +[](ChildWindow* closing, const KeyEvent&, int16_t, int16_t) {
+        CloseChildWindow(closing);
+        calls += closing->flags & kWindowClosed ? "closed " : "open ";
+        calls += IsOpenChildWindow(closing) ? "listed" : "gone";
+      });
   Type('X');
   EXPECT_EQ(calls, "closed gone");
-  EXPECT_FALSE(IsOpenChildWindow(window));
 }
 
-TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdown) {
+TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdownAndNotWithoutADisplay) {
   const HWND first = TheMainWindow()->window;
   EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
   EXPECT_EQ(TheMainWindow()->window, first);
@@ -211,14 +198,11 @@ TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdown) {
   PlatformShutdown();
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0u);
   EXPECT_EQ(TheMainWindow()->window, nullptr);
-  EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
-  EXPECT_NE(MemoryWindowTitled("Framereel"), nullptr);
-}
-
-TEST_F(PumpTest, WithoutADisplayThereIsNoStart) {
-  PlatformShutdown();
   TheMemoryDisplay().present = false;
   EXPECT_FALSE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
+  TheMemoryDisplay().present = true;
+  EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
+  EXPECT_NE(MemoryWindowTitled("Framereel"), nullptr);
 }
 
 } // namespace
