@@ -29,7 +29,7 @@ void CopyTo(Offscreen* offscreen, const Port* source, const Rect& from) {
   CopyBits(source, from, OffscreenBounds(offscreen), 1);
 }
 
-// The pixels of the Offscreen; the caller frees them. Null without memory.
+// The pixels of the Offscreen, which the caller frees.
 DibBuffer* ReadPixels(Offscreen* offscreen) {
   DibBuffer* pixels = NewDibBuffer24(offscreen->width, offscreen->height);
   ReadDibBuffer24(pixels, 0, offscreen, 0, offscreen->height);

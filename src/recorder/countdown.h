@@ -16,8 +16,8 @@ void FreeCountdownPictures(RecorderControl& control);
 
 // Keeps what lies in the middle of the area, under the pictures to come. Without memory for that no picture is shown.
 void SavePictureArea(RecorderState& recorder);
-// Both do nothing when nothing has been saved. Once RestorePictureArea has returned, nothing of the picture is
-// read from the screen any more.
+// Both do nothing when nothing has been saved. Once RestorePictureArea has returned, nothing of the picture is read from
+// the screen any more.
 void ShowPicture(RecorderControl& control, CountdownPicture picture);
 void RestorePictureArea(RecorderControl& control);
 
