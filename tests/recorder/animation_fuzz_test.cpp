@@ -1,5 +1,5 @@
-// Animations of random doings on small desktops of every depth, frame by frame against the plain rules, and then as the
-// file that comes out, read back by a foreign reader and laid over what stood on the screen.
+// Animations of random doings on small desktops of every depth, recorded and read back by a foreign reader: each frame
+// must be as the plain rules say, and at full size the picture what stood on the screen.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -7,18 +7,13 @@
 #include "recorder/plain_difference.h"
 #include "recorder/recording.h"
 #include "support/desktop.h"
-#include "support/gif_reader.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels.h"
 
 namespace framereel {
 namespace {
 
-struct Scenario {
-  int32_t depth;
-  uint16_t recordingSize;
-  uint32_t seed;
-};
+constexpr int kWidth = 150, kHeight = 30; // of the desktop
 
 PixelFormat FormatOf(int32_t depth) {
   return depth == 1   ? kFormat1Bit
@@ -31,58 +26,58 @@ PixelFormat FormatOf(int32_t depth) {
 // Something on the screen that draws, moves the mouse, turns options and lets time pass.
 class Actor {
 public:
-  explicit Actor(const Scenario& scenario) : random(scenario.seed), depth(scenario.depth) {
+  Actor(uint32_t seed, int32_t screenDepth) : random(seed), depth(screenDepth) {
     changesDepth = depth >= 16 && Below(3) == 0;
-    showsPointer = Below(3) == 0;
-    if (depth < 4 || depth == 8) ShufflePalette();
+    if (depth < 4 || depth == 8) {
+      for (PaletteColour& c : TheMemoryDisplay().palette) c = AnyColour();
+    }
     for (uint32_t& colour : colours) colour = AnyPixel();
     if (depth == 8) colours[0] = 77;
-    if (showsPointer) ShowWhitePointer(3, 2, 1, 1);
+    if (Below(3) == 0) ShowWhitePointer(3, 2, 1, 1);
   }
 
   int Below(int n) { return int(random() % uint32_t(n)); }
-  bool Often() { return Below(4) != 0; }
 
-  Rect AnyArea(int denominator) {
-    const int widths[] = {1, 5, 9, 33, 18, 67, 130}, heights[] = {1, 2, 9, 17};
-    const auto whole = [denominator](int side) { return (side + denominator - 1) / denominator * denominator; };
-    const int width = whole(widths[Below(7)]), height = whole(heights[Below(4)]);
+  // Its sides are whole blocks.
+  Rect AnyArea(int block) {
+    const int widths[] = {1, 5, 9, 18, 33, 67, 130}, heights[] = {1, 2, 9, 17};
+    const int width = (widths[Below(7)] + block - 1) / block * block;
+    const int height = (heights[Below(4)] + block - 1) / block * block;
     const int left = Below(kWidth - width + 1), top = Below(kHeight - height + 1);
     return {int16_t(top), int16_t(left), int16_t(top + height), int16_t(left + width)};
   }
 
   void TurnOptions(RecordingOptions& options) {
-    options.interframeTransparency = Often();
-    options.explorerCompatible = !Often();
-    options.recordTimingInfo = Often();
-    options.overlayBorder = !Often();
+    for (bool* usual : {&options.interframeTransparency, &options.recordTimingInfo, &options.overlayCursor}) {
+      *usual = Below(4) != 0;
+    }
+    for (bool* rare : {&options.explorerCompatible, &options.overlayBorder}) *rare = Below(4) == 0;
     options.frameDelay = uint16_t(25 * (1 + Below(200)));
   }
 
   void Act(Desktop& desktop, const Rect& area, int captureTransparent) {
-    ::Sleep(DWORD(Below(10) == 0 ? Below(2000000) : Below(700)));
+    const int kind = Below(40); // of the pause: short, longer than the field of 16 bits, longer than 2^31 ms
+    ::Sleep(kind == 0 ? 0x80000000 + DWORD(Below(1000000)) : DWORD(Below(kind < 4 ? 2000000 : 700)));
     if (changesDepth && Below(6) == 0) desktop.SetDepth(depth = 8 * (2 + Below(3)));
-    if (showsPointer) DisplayMovePointer(area.left + Below(40) - 4, area.top + Below(20) - 3);
+    DisplayMovePointer(area.left + Below(40) - 4, area.top + Below(20) - 3);
     for (int i = Below(4); i > 0; --i) Draw(area, captureTransparent);
   }
 
-  static constexpr int kWidth = 150, kHeight = 30;
-
 private:
-  void ShufflePalette() {
-    for (PaletteColour& colour : TheMemoryDisplay().palette) {
-      const auto any = uint32_t(random());
-      colour = {uint8_t(any), uint8_t(any >> 8), uint8_t(any >> 16)};
-    }
+  // On a screen whose depth changes, one that no depth rounds to another level; on few colours, often as dark as
+  // another.
+  PaletteColour AnyColour() {
+    PaletteColour any = {uint8_t(random()), uint8_t(random()), uint8_t(random())};
+    if (!changesDepth && depth >= 4) return any;
+    const uint8_t steady[] = {0, 90, 170, 255};
+    for (uint8_t* channel : {&any.red, &any.green, &any.blue}) *channel = steady[*channel % 4];
+    return any;
   }
 
-  // On a screen whose depth changes, colours that no depth rounds to another level.
   uint32_t AnyPixel() {
-    const uint8_t steady[] = {0, 90, 170, 255};
     if (depth < 16) return uint32_t(Below(1 << depth));
-    const auto channel = [&] { return changesDepth ? steady[Below(4)] : uint8_t(random()); };
-    const uint8_t red = channel(), green = channel(), blue = channel();
-    return MemoryPixelOf(red, green, blue);
+    const PaletteColour any = AnyColour();
+    return MemoryPixelOf(any.red, any.green, any.blue);
   }
 
   uint32_t Colour(int captureTransparent) {
@@ -114,95 +109,59 @@ private:
 
   std::mt19937 random;
   int32_t depth;
-  bool changesDepth, showsPointer;
+  bool changesDepth;
   uint32_t colours[4];
 };
 
-PaletteColour WithPointer(int32_t x, int32_t y, bool* covered) {
-  const MemoryDisplay& display = TheMemoryDisplay();
-  const int32_t dx = x - display.pointerX + display.hotX, dy = y - display.pointerY + display.hotY;
-  *covered = display.hasPointer && dx >= 0 && dy >= 0 && dx < display.pointerWidth && dy < display.pointerHeight;
-  return {255, 255, 255};
-}
-
-// What stands in the area, white pointer included, as indices.
-std::vector<uint8_t> IndicesOnScreen(const Rect& area) {
-  const MemoryDisplay& display = TheMemoryDisplay();
-  const bool palette = IsPalette(display.layout);
+// What stands in the area, as indices. The pointer is white.
+std::vector<uint8_t> IndicesOnScreen(const Rect& area, bool withPointer) {
+  const MemoryDisplay& d = TheMemoryDisplay();
+  const bool palette = IsPalette(d.layout);
+  const auto white =
+      uint8_t(palette ? NearestColour({255, 255, 255}, d.palette.data(), int32_t(d.palette.size())) : 215);
   std::vector<uint8_t> indices;
   for (int32_t y = area.top; y < area.bottom; ++y) {
     for (int32_t x = area.left; x < area.right; ++x) {
-      bool covered = false;
-      const PaletteColour white = WithPointer(x, y, &covered);
-      if (palette) {
-        const auto nearest = uint8_t(NearestColour(white, display.palette.data(), int32_t(display.palette.size())));
-        indices.push_back(covered ? nearest : uint8_t(MemoryPixel(x, y)));
-      } else {
-        indices.push_back(PlainCubeIndex(covered ? white : MemoryColourOf(MemoryPixel(x, y))));
-      }
+      const int32_t dx = x - d.pointerX + d.hotX, dy = y - d.pointerY + d.hotY;
+      const bool covered = withPointer && dx >= 0 && dy >= 0 && dx < d.pointerWidth && dy < d.pointerHeight;
+      const uint32_t pixel = MemoryPixel(x, y);
+      indices.push_back(covered ? white : palette ? uint8_t(pixel) : PlainCubeIndex(MemoryColourOf(pixel)));
     }
   }
   return indices;
 }
 
-void ExpectFrame(const RecorderState& recorder, const PlainAnimation& plain, const PlainFrame& frame) {
-  ASSERT_EQ(recorder.frameCount, plain.frames);
-  ASSERT_EQ(recorder.colours.captureTransparent, plain.captureTransparent);
-  ASSERT_EQ(recorder.colours.outputTransparent, plain.outputTransparent);
-  ASSERT_EQ(recorder.colours.blackIndex, plain.blackIndex);
-  const size_t pixels = plain.previous.size();
-  ASSERT_EQ(std::vector<uint8_t>(recorder.previousFrame, recorder.previousFrame + pixels), plain.previous);
-  if (!frame.written) {
-    ASSERT_LT(recorder.dirtyWidth, 1);
-    return;
-  }
-  ASSERT_EQ(recorder.dirtyLeft - recorder.frameLeft, frame.left);
-  ASSERT_EQ(recorder.dirtyTop - recorder.frameTop, frame.top);
-  ASSERT_EQ(recorder.dirtyRight, recorder.dirtyLeft + frame.width);
-  ASSERT_EQ(recorder.dirtyBottom, recorder.dirtyTop + frame.height);
-  ASSERT_EQ(recorder.dirtyWidth, frame.width);
-  ASSERT_EQ(recorder.dirtyHeight, frame.height);
-  for (int i = 0; i < frame.width * frame.height; ++i) {
-    const int x = frame.left + i % frame.width, y = frame.top + i / frame.width;
-    ASSERT_EQ(recorder.workFrame[y * plain.width + x], frame.pixels[size_t(i)]) << x << ", " << y;
-  }
-}
-
-// A whole animation, in three tellings.
+// An animation in three tellings.
 struct Take {
   std::vector<uint8_t> file;
   PlainAnimation plain;
-  std::vector<PlainFrame> frames;            // that were written
+  std::vector<GifFrame> frames;              // that must be in the file
   std::vector<std::vector<uint8_t>> screens; // the indices on the screen at each of them
   bool bordered = false;                     // some frame has a border
 };
 
-void Record(const Scenario& scenario, Take& take) {
-  Desktop desktop(Actor::kWidth, Actor::kHeight, scenario.depth);
-  TheMemoryDisplay().tick = scenario.seed % 2 ? 0xFFFFF000 : 0; // the clock wraps during every other one
-  Actor actor(scenario);
+void Record(int32_t depth, uint16_t recordingSize, uint32_t seed, Take& take) {
+  Desktop desktop(kWidth, kHeight, depth);
+  TheMemoryDisplay().tick = seed % 2 ? 0xFFFFF000 : 0; // the clock wraps during every other one
+  Actor actor(seed, depth);
   RecordingOptions options;
-  options.recordingSize = scenario.recordingSize;
-  const Rect area = actor.AnyArea(scenario.recordingSize == kSize25 ? 2 : scenario.recordingSize == kSize44 ? 3 : 1);
+  options.recordingSize = recordingSize;
+  const Rect area = actor.AnyArea(recordingSize == kSize25 ? 2 : recordingSize == kSize44 ? 3 : 1);
   Recording recording(area, options);
-  take.plain = PlainBegin(FormatOf(scenario.depth), scenario.recordingSize, area.right - area.left,
+  take.plain = PlainBegin(FormatOf(depth), std::min(recordingSize, kSize100), area.right - area.left,
                           area.bottom - area.top, TheMemoryDisplay().palette);
+  bool pointer = false;
   for (int i = 0; i < 16; ++i) {
-    SCOPED_TRACE(testing::Message() << "tick " << i);
     actor.Act(desktop, area, take.plain.captureTransparent);
     actor.TurnOptions(recording.options);
+    if (i == 0) pointer = TheMemoryDisplay().hasPointer && recording.options.overlayCursor;
     const bool grab = actor.Below(5) == 0;
-    const uint32_t streamSize = recording.stream.streamSize;
-    const std::vector<uint8_t> screen = IndicesOnScreen(area);
-    const PlainFrame frame = PlainTake(take.plain, screen, recording.options, grab, ::GetTickCount());
-    ASSERT_EQ(recording.Capture(grab), frame.written);
-    ASSERT_NO_FATAL_FAILURE(ExpectFrame(recording.recorder, take.plain, frame));
-    if (!frame.written) {
-      ASSERT_EQ(recording.stream.streamSize, streamSize);
-      continue;
-    }
+    const std::vector<uint8_t> screen = IndicesOnScreen(area, pointer);
+    const auto frame = PlainTake(take.plain, screen, recording.options, grab, ::GetTickCount());
+    ASSERT_EQ(recording.Capture(grab), frame.has_value()) << "tick " << i;
+    if (!frame) continue;
     take.bordered |= recording.options.overlayBorder;
-    take.frames.push_back(frame);
+    take.frames.push_back(*frame);
     take.screens.push_back(screen);
   }
   take.file = recording.Saved();
@@ -213,73 +172,58 @@ uint32_t WordOf(const PaletteColour& colour) {
   return uint32_t{colour.red} << 16 | uint32_t{colour.green} << 8 | colour.blue;
 }
 
-void ExpectTable(const GifPicture& gif, const Take& take) {
-  const std::vector<PaletteColour> table = PlainColourTable(take.plain);
+void ExpectTable(const GifPicture& gif, const std::vector<PaletteColour>& table) {
   // Room for the colours and, but on 256 of them, a transparent index.
-  const size_t entries = table.size() > 16 ? 256 : 2 * table.size();
-  ASSERT_EQ(gif.colours.size(), entries);
-  for (size_t i = 0; i < table.size(); ++i) {
-    ASSERT_EQ(gif.colours[i], WordOf(table[i])) << i;
-  }
+  ASSERT_EQ(gif.colours.size(), table.size() > 16 ? 256 : 2 * table.size());
+  for (size_t i = 0; i < table.size(); ++i) ASSERT_EQ(gif.colours[i], WordOf(table[i])) << i;
 }
 
-void ExpectFramesInFile(const GifPicture& gif, const Take& take) {
+void ExpectFrames(const GifPicture& gif, const Take& take) {
   ASSERT_EQ(gif.frames.size(), take.frames.size());
   for (size_t i = 0; i < gif.frames.size(); ++i) {
     SCOPED_TRACE(testing::Message() << "frame " << i);
-    const GifFrame& frame = gif.frames[i];
-    const PlainFrame& plain = take.frames[i];
+    const GifFrame &frame = gif.frames[i], &plain = take.frames[i];
     ASSERT_EQ(frame.left, plain.left);
     ASSERT_EQ(frame.top, plain.top);
     ASSERT_EQ(frame.width, plain.width);
     ASSERT_EQ(frame.height, plain.height);
-    ASSERT_EQ(frame.indices, plain.pixels);
+    ASSERT_EQ(frame.indices, plain.indices);
     ASSERT_EQ(frame.delay, plain.delay);
-    ASSERT_EQ(frame.transparent, plain.transparent ? plain.transparentIndex : -1);
+    ASSERT_EQ(frame.transparent, plain.transparent);
+    ASSERT_EQ(frame.disposal, plain.disposal);
   }
 }
 
-// The picture after each frame is what stood on the screen, but for the border.
+// But for the border.
 void ExpectPictures(const GifPicture& gif, const Take& take) {
-  const std::vector<PaletteColour> table = PlainColourTable(take.plain);
   for (size_t i = 0; i < gif.frames.size(); ++i) {
-    const std::vector<uint8_t> image = PlainReduction(take.plain, take.screens[i]);
     const std::vector<uint32_t> shown = Composite(gif, i);
-    ASSERT_EQ(shown.size(), image.size());
-    for (size_t k = 0; k < image.size(); ++k) {
+    ASSERT_EQ(shown.size(), take.screens[i].size());
+    for (size_t k = 0; k < shown.size(); ++k) {
       const int x = int(k) % gif.width, y = int(k) / gif.width;
       if (take.bordered && (x == 0 || y == 0 || x == gif.width - 1 || y == gif.height - 1)) continue;
-      ASSERT_EQ(shown[k], WordOf(table[image[k]])) << "frame " << i << ", " << x << ", " << y;
+      ASSERT_EQ(shown[k], gif.colours[take.screens[i][k]]) << "frame " << i << ", " << x << ", " << y;
     }
   }
 }
 
 class AnimationFuzz : public testing::TestWithParam<int32_t> {};
 
-TEST_P(AnimationFuzz, EqualsThePlainRulesFrameByFrameAndAsAFile) {
-  for (uint32_t seed = 0; seed < 3 * 30; ++seed) {
-    const Scenario scenario = {GetParam(), uint16_t(seed % 3), seed};
-    SCOPED_TRACE(testing::Message() << "size " << scenario.recordingSize << ", seed " << seed);
+TEST_P(AnimationFuzz, EqualsThePlainRulesAndShowsWhatStoodOnTheScreen) {
+  const uint16_t sizes[] = {kSize25, kSize44, kSize100, 65535}; // a size past the table counts as full
+  for (uint32_t seed = 0; seed < 120; ++seed) {
+    const uint16_t size = sizes[seed / 2 % 4];
+    SCOPED_TRACE(testing::Message() << "size " << size << ", seed " << seed);
     Take take;
-    ASSERT_NO_FATAL_FAILURE(Record(scenario, take));
+    ASSERT_NO_FATAL_FAILURE(Record(GetParam(), size, seed, take));
     const GifPicture gif = ReadGif(take.file);
     ASSERT_EQ(gif.error, "");
-    ASSERT_EQ(gif.width, PlainOutputSide(scenario.recordingSize, take.plain.width));
-    ASSERT_EQ(gif.height, PlainOutputSide(scenario.recordingSize, take.plain.height));
-    ASSERT_NO_FATAL_FAILURE(ExpectTable(gif, take));
-    ASSERT_NO_FATAL_FAILURE(ExpectFramesInFile(gif, take));
-    // A reduced frame without transparency that shows nothing but colour 77 has no index for it on 256 colours.
-    if (scenario.depth != 8 || scenario.recordingSize == kSize100) ExpectPictures(gif, take);
-  }
-}
-
-TEST_P(AnimationFuzz, GivesTheSameBytesForTheSameFrames) {
-  for (uint32_t seed = 0; seed < 3; ++seed) {
-    Take first, second;
-    const Scenario scenario = {GetParam(), uint16_t(seed), 100 + seed};
-    ASSERT_NO_FATAL_FAILURE(Record(scenario, first));
-    ASSERT_NO_FATAL_FAILURE(Record(scenario, second));
-    EXPECT_EQ(first.file, second.file);
+    ASSERT_EQ(gif.width, PlainOutputSide(size, take.plain.width));
+    ASSERT_EQ(gif.height, PlainOutputSide(size, take.plain.height));
+    ASSERT_NO_FATAL_FAILURE(ExpectTable(gif, PlainColourTable(take.plain)));
+    ASSERT_NO_FATAL_FAILURE(ExpectFrames(gif, take));
+    if (size < kSize100) continue;
+    ASSERT_NO_FATAL_FAILURE(ExpectPictures(gif, take));
   }
 }
 

@@ -2,32 +2,39 @@
 #include "recorder/plain_difference.h"
 
 #include <algorithm>
+#include <array>
 
 namespace framereel {
 namespace {
 
 constexpr int kCubeFree = 216;
 
-struct Levels {
-  int red, green, blue;
-};
+using Channels = std::array<int, 3>; // red, green, blue
 
-int LevelOfChannel(int channel) {
+Channels ChannelsOf(PaletteColour colour) {
+  return {colour.red, colour.green, colour.blue};
+}
+
+int LevelOf(int channel) {
   return (10 * channel + 255) / 510;
 }
 
-Levels LevelsOfCube(int index) {
+Channels CubeLevels(int index) {
   return {index / 36, index / 6 % 6, index % 6};
 }
 
-uint8_t CubeOf(const Levels& levels) {
-  return uint8_t(36 * levels.red + 6 * levels.green + levels.blue);
+uint8_t CubeOf(const Channels& levels) {
+  return uint8_t(36 * levels[0] + 6 * levels[1] + levels[2]);
 }
 
-PaletteColour ColourOfCube(int index) {
-  const Levels levels = LevelsOfCube(index);
-  return {uint8_t(levels.red * 51), uint8_t(levels.green * 51), uint8_t(levels.blue * 51)};
+// The lowest index of those with the smallest sum of channels.
+int DarkestColour(const std::vector<PaletteColour>& palette) {
+  const auto brightness = [](PaletteColour c) { return c.red + c.green + c.blue; };
+  const auto darker = [&](PaletteColour a, PaletteColour b) { return brightness(a) < brightness(b); };
+  return int(std::min_element(palette.begin(), palette.end(), darker) - palette.begin());
 }
+
+// ---- Difference --------------------------------------------------------------------------------------------------
 
 // Edges of a rectangle in the frame, right and bottom one past the last pixel.
 struct Edges {
@@ -38,18 +45,6 @@ struct Difference {
   Edges edges;
   bool gaveUp;
 };
-
-int DarkestColour(const std::vector<PaletteColour>& palette) {
-  int least = 768, darkest = 0;
-  for (size_t i = 0; i < palette.size(); ++i) {
-    const int sum = palette[i].red + palette[i].green + palette[i].blue;
-    if (sum < least) {
-      least = sum;
-      darkest = int(i);
-    }
-  }
-  return darkest;
-}
 
 bool FindFree(PlainAnimation& a, const std::vector<uint8_t>& frame) {
   for (int value = 0; value < 256; ++value) {
@@ -62,7 +57,8 @@ bool FindFree(PlainAnimation& a, const std::vector<uint8_t>& frame) {
 }
 
 Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool transparent, bool explorer) {
-  int minX = a.width, maxX = -1, minY = a.height, maxY = -1, collisions = 0;
+  Edges e = {a.width, a.height, 0, 0};
+  int collisions = 0;
   bool gaveUp = false;
   for (size_t i = 0; i < frame.size(); ++i) {
     const int x = int(i) % a.width, y = int(i) / a.width, index = frame[i];
@@ -71,7 +67,7 @@ Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool tr
       a.work[i] = uint8_t(transparent && before != index ? a.captureTransparent : index);
       continue;
     }
-    if (a.format == 1 && transparent && index == a.captureTransparent) {
+    if (a.format == kFormat8Bit && transparent && index == a.captureTransparent) {
       const int oldTransparent = a.captureTransparent;
       ++collisions;
       if (collisions == 1 && FindFree(a, frame)) {
@@ -86,165 +82,110 @@ Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool tr
       continue;
     }
     a.previous[i] = a.work[i] = uint8_t(index);
-    minX = std::min(minX, x), maxX = std::max(maxX, x);
-    minY = std::min(minY, y), maxY = std::max(maxY, y);
+    e = {std::min(e.left, x), std::min(e.top, y), std::max(e.right, x + 1), std::max(e.bottom, y + 1)};
   }
-  if (explorer) minX = minY = 0;
-  return {{minX, minY, maxX + 1, maxY + 1}, gaveUp};
+  if (explorer) e.left = e.top = 0;
+  return {e, gaveUp};
 }
 
 // ---- Reduction ---------------------------------------------------------------------------------------------------
 
-// Up to nine pixels, row after row: as they stand in the frame, and their true indices.
-struct Block {
-  int side;
-  int marked[9], shown[9];
+// A pixel of a block, and what it weighs in an output pixel.
+struct Share {
+  int x, y, weight;
 };
+using Shares = std::array<Share, 4>;
 
-Block BlockAt(const PlainAnimation& a, const std::vector<uint8_t>& frame, int side, int x, int y) {
-  Block block = {side, {}, {}};
-  for (int i = 0; i < side * side; ++i) {
-    const size_t at = size_t((y * side + i / side) * a.width + x * side + i % side);
-    block.marked[i] = frame[at];
-    block.shown[i] = frame[at] == a.captureTransparent ? a.previous[at] : frame[at];
+// The output pixel that the shares of the block at x, y of `from` make. Halves on a palette screen are means of
+// colours, all others of levels; halves are cut, thirds rounded.
+uint8_t MeanOf(const PlainAnimation& a, const std::vector<uint8_t>& from, int x, int y, const Shares& shares) {
+  const bool half = a.recordingSize == kSize25, cube = a.format == kFormatTrueColour;
+  bool marked = true;
+  Channels mean = {};
+  for (const Share& share : shares) {
+    const auto at = size_t((y + share.y) * a.width + x + share.x);
+    const bool unchanged = from[at] == a.captureTransparent;
+    const int index = unchanged ? a.previous[at] : from[at];
+    const Channels colour = cube ? CubeLevels(index) : ChannelsOf(a.palette[size_t(index)]);
+    for (size_t c = 0; c < 3; ++c) mean[c] += share.weight * (cube || half ? colour[c] : LevelOf(colour[c]));
+    marked = marked && unchanged;
   }
-  return block;
+  if (marked) return kCubeFree;
+  for (int& sum : mean) sum = !half ? (10 * sum + 45) / 90 : cube ? sum / 4 : LevelOf(sum / 4);
+  return CubeOf(mean);
 }
 
-PaletteColour ScreenColour(const PlainAnimation& a, int index) {
-  return size_t(index) < a.palette.size() ? a.palette[size_t(index)] : PaletteColour{0, 0, 0};
-}
-
-Levels LevelsOfIndex(const PlainAnimation& a, int index) {
-  if (a.format == 3) return LevelsOfCube(index);
-  const PaletteColour c = ScreenColour(a, index);
-  return {LevelOfChannel(c.red), LevelOfChannel(c.green), LevelOfChannel(c.blue)};
-}
-
-bool AllMarked(const PlainAnimation& a, const Block& block, std::initializer_list<int> places) {
-  return std::all_of(places.begin(), places.end(), [&](int i) { return block.marked[i] == a.captureTransparent; });
-}
-
-uint8_t Half(const PlainAnimation& a, const Block& block) {
-  if (AllMarked(a, block, {0, 1, 2, 3})) return kCubeFree;
-  Levels sum = {0, 0, 0};
-  for (int i = 0; i < 4; ++i) {
-    const Levels levels = LevelsOfCube(block.shown[i]);
-    const PaletteColour colour = ScreenColour(a, block.shown[i]);
-    const bool cube = a.format == 3;
-    sum.red += cube ? levels.red : colour.red;
-    sum.green += cube ? levels.green : colour.green;
-    sum.blue += cube ? levels.blue : colour.blue;
-  }
-  if (a.format == 3) return CubeOf({sum.red / 4, sum.green / 4, sum.blue / 4});
-  return CubeOf({LevelOfChannel(sum.red / 4), LevelOfChannel(sum.green / 4), LevelOfChannel(sum.blue / 4)});
-}
-
-uint8_t Corner(const PlainAnimation& a, const Block& block, int corner, int beside, int below) {
-  if (AllMarked(a, block, {corner, beside, below, 4})) return kCubeFree;
-  Levels sum = {0, 0, 0};
-  const int places[] = {corner, beside, below, 4}, weights[] = {4, 2, 2, 1};
-  for (int i = 0; i < 4; ++i) {
-    const Levels levels = LevelsOfIndex(a, block.shown[places[i]]);
-    sum.red += weights[i] * levels.red;
-    sum.green += weights[i] * levels.green;
-    sum.blue += weights[i] * levels.blue;
-  }
-  const auto level = [](int weighted) { return (10 * weighted + 45) / 90; };
-  return CubeOf({level(sum.red), level(sum.green), level(sum.blue)});
-}
-
-// The output pixels of whole blocks of `from`, laid down in `to` with the frame's row length.
-void ReduceBlocks(const PlainAnimation& a, const std::vector<uint8_t>& from, const Edges& blocks,
-                  std::vector<uint8_t>& to) {
-  const bool half = a.recordingSize == kSize25;
-  for (int y = blocks.top; y < blocks.bottom; ++y) {
-    for (int x = blocks.left; x < blocks.right; ++x) {
-      const Block block = BlockAt(a, from, half ? 2 : 3, x, y);
-      if (half) {
-        to[size_t(y * a.width + x)] = Half(a, block);
-        continue;
-      }
-      uint8_t* out = &to[size_t(2 * y * a.width + 2 * x)];
-      out[0] = Corner(a, block, 0, 1, 3);
-      out[1] = Corner(a, block, 2, 1, 5);
-      out[a.width] = Corner(a, block, 6, 3, 7);
-      out[a.width + 1] = Corner(a, block, 8, 5, 7);
-    }
-  }
-}
-
+// Shrinks whole blocks of `work` and answers where they are then.
 Edges Reduce(PlainAnimation& a, const Edges& e) {
   if (a.recordingSize == kSize100) return e;
-  const int side = a.recordingSize == kSize25 ? 2 : 3, out = side - 1;
-  const Edges blocks = {e.left / side, e.top / side, (e.right + side - 1) / side, (e.bottom + side - 1) / side};
+  const int side = a.recordingSize == kSize25 ? 2 : 3, n = side - 1;
+  const Edges out = {e.left / side * n, e.top / side * n, (e.right + side - 1) / side * n,
+                     (e.bottom + side - 1) / side * n};
   const std::vector<uint8_t> source = a.work;
-  ReduceBlocks(a, source, blocks, a.work);
-  return {blocks.left * out, blocks.top * out, blocks.right * out, blocks.bottom * out};
+  for (int y = out.top; y < out.bottom; ++y) {
+    for (int x = out.left; x < out.right; ++x) {
+      Shares shares = {{{0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}}};
+      const int cornerX = 2 * (x % n), cornerY = 2 * (y % n);
+      if (side == 3) shares = {{{cornerX, cornerY, 4}, {1, cornerY, 2}, {cornerX, 1, 2}, {1, 1, 1}}};
+      a.work[size_t(y * a.width + x)] = MeanOf(a, source, x / n * side, y / n * side, shares);
+    }
+  }
+  return out;
 }
 
 // ---- Border, delay -----------------------------------------------------------------------------------------------
 
 void DrawBorder(PlainAnimation& a, int value) {
   const int width = PlainOutputSide(a.recordingSize, a.width), height = PlainOutputSide(a.recordingSize, a.height);
-  for (int i = 0; i < width * height; ++i) {
-    const int x = i % width, y = i / width;
-    if (x == 0 || y == 0 || x == width - 1 || y == height - 1) a.work[size_t(y * a.width + x)] = uint8_t(value);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      if (x == 0 || y == 0 || x == width - 1 || y == height - 1) a.work[size_t(y * a.width + x)] = uint8_t(value);
+    }
   }
 }
 
+// In hundredths of a second, cut to 16 bits; more than 2^31 ms count as negative.
 uint16_t DelayOf(const PlainAnimation& a, const RecordingOptions& options, bool grab, uint32_t tick) {
-  int32_t delay = 0;
-  if (options.recordTimingInfo && grab) {
-    delay = options.frameDelay;
-  } else if (options.recordTimingInfo && a.frames > 0) {
-    delay = int32_t(tick - a.lastTick);
-  }
-  return uint16_t(delay / 10);
+  if (!options.recordTimingInfo) return 0;
+  const int32_t passed = a.frames > 0 ? int32_t(tick - a.lastTick) : 0;
+  return uint16_t((grab ? options.frameDelay : passed) / 10);
 }
 
 } // namespace
 
 PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width, int height,
                           const std::vector<PaletteColour>& palette) {
-  const auto pixels = size_t(width * height);
-  PlainAnimation a = {format, recordingSize, width, height, palette, 0, 0, 0, {}, {}, 0, 0};
-  a.previous.resize(pixels);
-  a.work.resize(pixels);
-  a.captureTransparent = format == 1 ? 77 : format == 3 ? 216 : int(palette.size());
-  a.outputTransparent = recordingSize == kSize100 ? a.captureTransparent : kCubeFree;
-  a.blackIndex = (format == 6 || format == 7) && recordingSize == kSize100 ? DarkestColour(palette) : 0;
+  const std::vector<uint8_t> black(size_t(width * height));
+  PlainAnimation a = {format, recordingSize, width, height, palette, kCubeFree, kCubeFree, 0, black, black, 0, 0};
+  if (format != kFormatTrueColour) a.captureTransparent = format == kFormat8Bit ? 77 : int(palette.size());
+  if (recordingSize == kSize100) {
+    a.outputTransparent = a.captureTransparent;
+    if (format == kFormat1Bit || format == kFormat2Bit) a.blackIndex = DarkestColour(palette);
+  }
   return a;
 }
 
-PlainFrame PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices, const RecordingOptions& options, bool grab,
-                     uint32_t tick) {
+std::optional<GifFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices,
+                                  const RecordingOptions& options, bool grab, uint32_t tick) {
   const bool first = a.frames == 0;
-  bool transparent = options.interframeTransparency;
   Difference difference = {{0, 0, a.width, a.height}, false};
   if (first) {
     a.previous = a.work = indices;
     difference.gaveUp = std::find(indices.begin(), indices.end(), a.captureTransparent) != indices.end();
   } else {
-    difference = Compare(a, indices, transparent, options.explorerCompatible);
+    difference = Compare(a, indices, options.interframeTransparency, options.explorerCompatible);
   }
-  if (difference.gaveUp) transparent = false;
-  if (difference.edges.right - difference.edges.left < 1) return {};
+  if (difference.edges.right <= difference.edges.left) return {};
 
+  const bool transparent = options.interframeTransparency && !difference.gaveUp;
   const Edges out = Reduce(a, difference.edges);
   if (options.overlayBorder) DrawBorder(a, transparent && !first ? a.outputTransparent : a.blackIndex);
-  PlainFrame frame = {true,
-                      transparent,
-                      a.outputTransparent,
-                      out.left,
-                      out.top,
-                      out.right - out.left,
-                      out.bottom - out.top,
-                      {},
-                      DelayOf(a, options, grab, tick)};
+  GifFrame frame = {out.left, out.top, out.right - out.left, out.bottom - out.top, {}, 0, -1, 1};
+  if (transparent) frame.transparent = a.outputTransparent;
+  frame.delay = DelayOf(a, options, grab, tick);
   for (int y = out.top; y < out.bottom; ++y) {
     const auto row = a.work.begin() + y * a.width;
-    frame.pixels.insert(frame.pixels.end(), row + out.left, row + out.right);
+    frame.indices.insert(frame.indices.end(), row + out.left, row + out.right);
   }
   ++a.frames;
   a.lastTick = tick;
@@ -252,28 +193,17 @@ PlainFrame PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices, con
 }
 
 uint8_t PlainCubeIndex(PaletteColour colour) {
-  return CubeOf({LevelOfChannel(colour.red), LevelOfChannel(colour.green), LevelOfChannel(colour.blue)});
+  return CubeOf({LevelOf(colour.red), LevelOf(colour.green), LevelOf(colour.blue)});
 }
 
 std::vector<PaletteColour> PlainColourTable(const PlainAnimation& a) {
-  if (a.recordingSize == kSize100 && a.format != 3) return a.palette;
+  if (a.recordingSize == kSize100 && a.format != kFormatTrueColour) return a.palette;
   std::vector<PaletteColour> cube;
-  for (int i = 0; i < kCubeFree; ++i) cube.push_back(ColourOfCube(i));
-  return cube;
-}
-
-std::vector<uint8_t> PlainReduction(const PlainAnimation& a, const std::vector<uint8_t>& indices) {
-  if (a.recordingSize == kSize100) return indices;
-  PlainAnimation copy = a;
-  copy.captureTransparent = -1; // nothing is marked
-  copy.work = indices;
-  const Edges out = Reduce(copy, {0, 0, a.width, a.height});
-  std::vector<uint8_t> image;
-  for (int y = 0; y < out.bottom; ++y) {
-    const auto row = copy.work.begin() + y * a.width;
-    image.insert(image.end(), row, row + out.right);
+  for (int i = 0; i < kCubeFree; ++i) {
+    const Channels levels = CubeLevels(i);
+    cube.push_back({uint8_t(51 * levels[0]), uint8_t(51 * levels[1]), uint8_t(51 * levels[2])});
   }
-  return image;
+  return cube;
 }
 
 int PlainOutputSide(uint16_t recordingSize, int side) {

@@ -1,13 +1,15 @@
 // The engine's rules once more, pixel by pixel and with no thought of speed: what the engine must equal.
 //
-// It is handed each frame as the colour indices that stand on the screen and answers what the stream must get. Nothing
+// It is handed each frame as the colour indices that stand on the screen and answers what the file must hold. Nothing
 // of the engine's own arithmetic is used here.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "recorder/recorder_state.h"
+#include "support/gif_reader.h"
 #include "win32/surface.h"
 
 namespace framereel {
@@ -15,7 +17,7 @@ namespace framereel {
 // Everything of an animation that lasts from frame to frame.
 struct PlainAnimation {
   PixelFormat format;
-  uint16_t recordingSize;
+  uint16_t recordingSize;             // of the table
   int width, height;                  // of the frame, at full size
   std::vector<PaletteColour> palette; // of the screen; empty on true colour
   int captureTransparent, outputTransparent, blackIndex;
@@ -23,27 +25,17 @@ struct PlainAnimation {
   uint32_t frames, lastTick;
 };
 
-// A frame as it must stand in the file; `written` false: nothing changed.
-struct PlainFrame {
-  bool written, transparent;
-  int transparentIndex;
-  int left, top, width, height; // in the output image
-  std::vector<uint8_t> pixels;
-  uint16_t delay; // in hundredths of a second
-};
-
 PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width, int height,
                           const std::vector<PaletteColour>& palette);
-// The options are those of this moment, `tick` the clock in ms.
-PlainFrame PlainTake(PlainAnimation& animation, const std::vector<uint8_t>& indices, const RecordingOptions& options,
-                     bool grab, uint32_t tick);
+// The frame as it must stand in the file; nothing if none must. The options are those of this moment, `tick` the clock
+// in ms.
+std::optional<GifFrame> PlainTake(PlainAnimation& animation, const std::vector<uint8_t>& indices,
+                                  const RecordingOptions& options, bool grab, uint32_t tick);
 
 // The index of a true colour: each channel's nearest level of six.
 uint8_t PlainCubeIndex(PaletteColour colour);
 // The colour table that the file must have, as long as the animation has colours.
 std::vector<PaletteColour> PlainColourTable(const PlainAnimation& animation);
-// A whole frame at output size; rows of the output's width.
-std::vector<uint8_t> PlainReduction(const PlainAnimation& animation, const std::vector<uint8_t>& indices);
 int PlainOutputSide(uint16_t recordingSize, int side);
 
 } // namespace framereel
