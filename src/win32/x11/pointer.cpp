@@ -24,7 +24,7 @@ void KeepPicture(X11Connection* x, const XFixesCursorImage& image) {
 }
 
 void FetchPicture(X11Connection* x) {
-  x->pointerStale = false;
+  x->pictureStale = false;
   x->pointer = {};
   XFixesCursorImage* image = XFixesGetCursorImage(x->display);
   if (!image) return;
@@ -47,7 +47,7 @@ void X11WatchPointer(X11Connection* x) {
   x->hasPointerPictures = XFixesQueryExtension(x->display, &events, &errors);
   if (!x->hasPointerPictures) return;
   x->pointerEvent = events + XFixesCursorNotify;
-  x->pointerStale = true;
+  x->pictureStale = true;
   XFixesSelectCursorInput(x->display, x->root, XFixesDisplayCursorNotifyMask);
 }
 
@@ -55,7 +55,7 @@ bool X11TakePointerEvent(X11Connection* x, const XEvent& event) {
   if (!x->hasPointerPictures || event.type != x->pointerEvent) return false;
   const auto& notice = reinterpret_cast<const XFixesCursorNotifyEvent&>(event);
   // A notice may be older than the picture that stands.
-  x->pointerStale = !x->pointer.pixels || notice.cursor_serial != x->pointerSerial;
+  x->pictureStale = !x->pointer.pixels || notice.cursor_serial != x->pointerSerial;
   return true;
 }
 
@@ -75,7 +75,7 @@ const PointerPicture* DisplayPointer() {
   if (!x || !x->hasPointerPictures) return nullptr;
   X11TakeEvents(x, QueuedAfterReading);
   if (!X11Live()) return nullptr;
-  if (x->pointerStale) FetchPicture(x);
+  if (x->pictureStale) FetchPicture(x);
   return x->pointer.pixels ? &x->pointer : nullptr;
 }
 

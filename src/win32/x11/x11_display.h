@@ -80,7 +80,7 @@ struct X11Connection {
 
   bool hasPointerPictures; // XFixes is there
   int32_t pointerEvent;    // the number of its notice
-  bool pointerStale;       // the picture below is not the one on the screen
+  bool pictureStale;       // the picture below is not the one on the screen
   unsigned long pointerSerial;
   PointerPicture pointer; // pixels null when there is none
   std::vector<uint32_t> pointerPixels;
