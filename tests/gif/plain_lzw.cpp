@@ -77,7 +77,7 @@ bool FindPair(const PlainLzw& lzw, int32_t prefix, int32_t pixel, int32_t& slot)
 
 } // namespace
 
-void PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vector<uint8_t>& out) {
+bool PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vector<uint8_t>& out) {
   PlainLzw lzw;
   lzw.out = &out;
   lzw.initBits = lzw.codeBits = initBits;
@@ -86,6 +86,7 @@ void PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vecto
   lzw.nextCode = lzw.clearCode + 2;
   std::fill(std::begin(lzw.hash), std::end(lzw.hash), -1);
 
+  bool lostKeyZero = false;
   int32_t prefix = pixels[0];
   PutCode(lzw, lzw.clearCode);
   for (size_t i = 1; i < pixels.size(); ++i) {
@@ -96,6 +97,7 @@ void PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vecto
     }
     PutCode(lzw, prefix);
     if (lzw.nextCode < kCodeLimit) {
+      lostKeyZero = lostKeyZero || lzw.hash[slot] == 0;
       lzw.codes[slot] = static_cast<uint16_t>(lzw.nextCode++);
       lzw.hash[slot] = pixels[i] * 4096 + prefix;
     } else {
@@ -106,6 +108,7 @@ void PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vecto
   PutCode(lzw, prefix);
   PutCode(lzw, lzw.clearCode + 1);
   FlushBits(lzw);
+  return lostKeyZero;
 }
 
 } // namespace framereel

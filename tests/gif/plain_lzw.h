@@ -9,7 +9,8 @@
 
 namespace framereel {
 
-// Appends the sub-blocks of the pixels, which are at least one, to `out`. initBits is the code size plus one.
-void PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vector<uint8_t>& out);
+// Appends the sub-blocks of the pixels, which are at least one, to `out`. initBits is the code size plus one. Answers
+// whether key 0, the string 0 0, lost its place.
+bool PlainLzwEncode(const std::vector<uint8_t>& pixels, int initBits, std::vector<uint8_t>& out);
 
 } // namespace framereel
