@@ -5,6 +5,7 @@
 
 #include "app/panel.h"
 #include "app/slide_frame.h"
+#include "area/ants.h"
 #include "platform/app_callbacks.h"
 #include "platform/input_keys.h"
 #include "platform/pump.h"
@@ -15,6 +16,7 @@
 #include "toolkit/core/app_strings.h"
 #include "toolkit/core/memory.h"
 #include "toolkit/core/notices.h"
+#include "toolkit/rects.h"
 
 namespace framereel {
 namespace {
@@ -33,6 +35,25 @@ void HearOfChange(intptr_t code, void* recorder) {
   if (code == kChangeDisplay) RecorderCheckScreen(*static_cast<RecorderState*>(recorder));
 }
 
+// Around an area smaller than the pictures the line would run across them, and both would be kept as what was below.
+void MakeWayForPicture(void* owner, const Rect& where, bool stands) {
+  Application& app = *static_cast<Application*>(owner);
+  if (stands && !RectInside(where, app.recorder.captureArea)) {
+    AntsHide(app.area);
+    app.lineGaveWay = true;
+  } else if (!stands && app.lineGaveWay) {
+    app.lineGaveWay = false;
+    AntsShow(app.area);
+  }
+}
+
+RecorderPanel PanelOfRecorder(Application& app) {
+  RecorderPanel panel;
+  panel.owner = &app;
+  panel.pictureStands = MakeWayForPicture;
+  return panel;
+}
+
 AreaPanel PanelOfArea(Application& app) {
   AreaPanel panel;
   panel.owner = &app;
@@ -45,6 +66,7 @@ AreaPanel PanelOfArea(Application& app) {
 } // namespace
 
 void ApplicationStart(Application& app) {
+  app.lineGaveWay = false;
   SetMemFailureHook(TellThatMemoryEnded, nullptr);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);
@@ -55,6 +77,7 @@ void ApplicationStart(Application& app) {
   SettingsInit(app.settings, &app.options, &app.area);
   SetAppCallback(kQuitHandler, Quit, nullptr);
   BuildPanel();
+  RecorderTakePanel(app.recorder, PanelOfRecorder(app));
   AreaTakePanel(app.area, PanelOfArea(app));
   NotifyAdd(HearOfChange, &app.recorder);
   RecorderCheckScreen(app.recorder);

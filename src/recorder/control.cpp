@@ -96,7 +96,7 @@ void CountdownTick(void* argument) {
     ShowPicture(control, CountdownPicture(step - 2));
     ArmRecorderTimer(recorder, CountdownTick, kDigitInterval);
   } else {
-    RestorePictureArea(control);
+    RestorePictureArea(recorder);
     FrameTick(&recorder);
   }
 }
@@ -110,7 +110,7 @@ void RecorderInit(RecorderState& recorder) {
 
 void RecorderShutDown(RecorderState& recorder) {
   CancelRecorderTimer(recorder);
-  RestorePictureArea(recorder.control);
+  RestorePictureArea(recorder);
   FreeCountdownPictures(recorder.control);
 }
 
@@ -129,14 +129,14 @@ void RecorderStop(RecorderState& recorder) {
   RecorderControl& control = recorder.control;
   if (!control.recording) return;
   control.countdown = 0;
-  RestorePictureArea(control);
+  RestorePictureArea(recorder);
   SetRecorderTimer(recorder, IdlePoll, kIdleInterval);
   control.recording = false;
   UpdateRecordButtons(recorder);
   SavePictureArea(recorder);
   ShowPicture(control, kPicturePause);
   SleepFor(kPauseTime);
-  RestorePictureArea(control);
+  RestorePictureArea(recorder);
 }
 
 void RecorderThaw(RecorderState& recorder) {

@@ -57,6 +57,11 @@ void LookForOthers(RecorderControl& control) {
   if (control.shownPicture && IsPaintedOver(control)) control.paintedOver = true;
 }
 
+void TellPanel(const RecorderState& recorder, bool stands) {
+  const RecorderPanel& panel = recorder.panel;
+  if (panel.pictureStands) panel.pictureStands(panel.owner, recorder.control.pictureRect, stands);
+}
+
 } // namespace
 
 void LoadCountdownPictures(RecorderControl& control) {
@@ -79,7 +84,9 @@ void SavePictureArea(RecorderState& recorder) {
   control.pictureBounds = OffscreenBounds(control.pictures[kPictureOne]);
   control.pictureRect = Centred(control.pictureBounds, recorder.captureArea);
   control.savedScreen = NewOffscreen(control.pictureBounds.right, control.pictureBounds.bottom, true);
-  if (control.savedScreen) CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
+  if (!control.savedScreen) return;
+  TellPanel(recorder, true);
+  CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
 }
 
 void ShowPicture(RecorderControl& control, CountdownPicture picture) {
@@ -90,7 +97,8 @@ void ShowPicture(RecorderControl& control, CountdownPicture picture) {
   control.shownPicture = control.pictures[picture];
 }
 
-void RestorePictureArea(RecorderControl& control) {
+void RestorePictureArea(RecorderState& recorder) {
+  RecorderControl& control = recorder.control;
   if (!control.savedScreen) return;
   LookForOthers(control);
   control.shownPicture = nullptr;
@@ -98,10 +106,10 @@ void RestorePictureArea(RecorderControl& control) {
   CopyBits(&control.savedScreen->port, control.pictureBounds, control.pictureRect, 1);
   FreeOffscreen(control.savedScreen);
   control.savedScreen = nullptr;
-  if (!control.paintedOver) return;
   const Rect& r = control.pictureRect;
   const RECT where = {r.left, r.top, r.right, r.bottom};
-  ::InvalidateRect(nullptr, &where, TRUE);
+  if (control.paintedOver) ::InvalidateRect(nullptr, &where, TRUE);
+  TellPanel(recorder, false);
 }
 
 } // namespace framereel

@@ -19,6 +19,6 @@ void SavePictureArea(RecorderState& recorder);
 // Both do nothing when nothing has been saved. Once RestorePictureArea has returned, nothing of the picture is read from
 // the screen any more.
 void ShowPicture(RecorderControl& control, CountdownPicture picture);
-void RestorePictureArea(RecorderControl& control);
+void RestorePictureArea(RecorderState& recorder);
 
 } // namespace framereel

@@ -46,6 +46,8 @@ struct RecorderPanel {
   // The options that hold for a whole animation can be changed, or not any more: the area, loop, border, pointer and
   // recording size.
   void (*enableOptions)(void* owner, bool enabled) = nullptr;
+  // A picture of the countdown is about to stand on the screen, or has gone: what else is drawn there gives way.
+  void (*pictureStands)(void* owner, const Rect& where, bool stands) = nullptr;
 };
 
 // When frames are taken; see control.h.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "area/ants.h"
 #include "gif/stream_bytes.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
@@ -118,6 +119,23 @@ TEST_F(ApplicationTest, GoesOnWhenTheScreenBecomesSmallerThanTheArea) {
   HoldStartStop();
   EXPECT_FALSE(app.recorder.control.recording);
   EXPECT_EQ(Seen(app.recorder.frameCount - 1, 50, 50), kBlue);
+}
+
+TEST_F(ApplicationTest, ALineRoundASmallAreaGivesWayToThePictures) {
+  Start();
+  SelectByKeysAndMouse(100, 100, 120, 110);
+  RunFor(2000);
+  const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+  AntsShow(app.area);
+  EXPECT_NE(TheMemoryDisplay().screen, before);
+  HoldStartStop();
+  RunFor(5000);
+  HoldStartStop();
+  EXPECT_NE(TheMemoryDisplay().screen, before);
+  RunFor(500);
+  AntsHide(app.area);
+  EXPECT_EQ(TheMemoryDisplay().screen, before);
+  EXPECT_EQ(Seen(0, 10, 5), kBlue);
 }
 
 // In a selection, in the countdown, between two frames, and with a line on the screen.
