@@ -55,44 +55,29 @@ struct StandardOutputIs {
   }
 };
 
-TEST(OutputFile, AppearsWithTheSaveAndNotBefore) {
-  const TemporaryFolder folder;
-  const std::string place = folder / "a.gif";
-  OutputFile output;
-  Refusal refusal;
-  ASSERT_TRUE(OutputFind(output, place.c_str(), refusal));
-  EXPECT_EQ(folder.EntryCount(), 0u);
-  const mode_t mask = ::umask(0026);
-  ASSERT_TRUE(OutputOpen(output, refusal));
-  ::umask(mask);
-  EXPECT_FALSE(std::filesystem::exists(place));
-  EXPECT_EQ(folder.EntryCount(), 1u);
-
-  ASSERT_TRUE(OutputSave(output, Animation(), refusal));
-  OutputDiscard(output);
-  EXPECT_EQ(ReadWholeFile(place), kSaved);
-  EXPECT_EQ(folder.EntryCount(), 1u);
-  struct stat status;
-  ASSERT_EQ(::stat(place.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777, 0640u);
-}
-
-TEST(OutputFile, LeavesAnOlderFileUntilTheNewOneIsComplete) {
-  const TemporaryFolder folder;
-  const std::string place = folder / "a.gif";
-  WriteWholeFile(place, "older");
-  OutputFile output;
-  Refusal refusal;
-  ASSERT_TRUE(OutputFind(output, place.c_str(), refusal));
-  ASSERT_TRUE(OutputOpen(output, refusal));
-  EXPECT_EQ(ReadWholeFile(place), "older");
-  OutputDiscard(output);
-  EXPECT_EQ(ReadWholeFile(place), "older");
-  EXPECT_EQ(folder.EntryCount(), 1u);
-
-  EXPECT_EQ(Save(place), "");
-  EXPECT_EQ(ReadWholeFile(place), kSaved);
-  EXPECT_EQ(folder.EntryCount(), 1u);
+TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
+  for (const std::string older : {"", "older"}) {
+    const TemporaryFolder folder;
+    const std::string place = folder / "a.gif";
+    if (older != "") WriteWholeFile(place, older);
+    const size_t entries = folder.EntryCount();
+    for (const bool saves : {false, true}) {
+      OutputFile output;
+      Refusal refusal;
+      ASSERT_TRUE(OutputFind(output, place.c_str(), refusal));
+      EXPECT_EQ(folder.EntryCount(), entries);
+      const mode_t mask = ::umask(0026);
+      ASSERT_TRUE(OutputOpen(output, refusal));
+      ::umask(mask);
+      EXPECT_EQ(folder.EntryCount(), entries + 1);
+      EXPECT_EQ(ReadWholeFile(place), older);
+      EXPECT_TRUE(!saves || OutputSave(output, Animation(), refusal));
+      OutputDiscard(output);
+      EXPECT_EQ(ReadWholeFile(place), saves ? kSaved : older);
+      EXPECT_EQ(folder.EntryCount(), saves ? 1 : entries);
+    }
+    EXPECT_EQ(std::filesystem::status(place).permissions(), std::filesystem::perms(0640));
+  }
 }
 
 TEST(OutputFile, GivesWayToATemporaryFileThatStandsThere) {
@@ -117,11 +102,9 @@ TEST(OutputFile, KeepsTheOlderFileWhenTheDiskIsFull) {
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
   const rlimit small = {100000, limit.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-  const std::string reason = Save(place, Animation(100001));
+  EXPECT_EQ(Save(place, Animation(100001)), "cannot write " + place + ": File too large");
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
   std::signal(SIGXFSZ, before);
-
-  EXPECT_EQ(reason, "cannot write " + place + ": File too large");
   EXPECT_EQ(ReadWholeFile(place), "older");
   EXPECT_EQ(folder.EntryCount(), 1u);
 }
@@ -166,14 +149,13 @@ TEST(OutputFile, WritesDirectlyToWhatCannotBeReplaced) {
 TEST(OutputFile, RefusesPlacesWhereNoFileCanBe) {
   const TemporaryFolder folder;
   WriteWholeFile(folder / "file", "");
-  const std::string longName(300, 'n');
-  const std::string longPath(5000, 'p');
   EXPECT_EQ(Save(folder.path), folder.path + " is a directory; FILE names the file in it, too");
   EXPECT_EQ(Save(folder / "new/"), (folder / "new/") + " is the name of a directory; FILE names the file in it, too");
-  EXPECT_EQ(Save(folder / "none/a"), "cannot write " + (folder / "none/a") + ": No such file or directory");
-  EXPECT_EQ(Save(folder / "file/a"), "cannot write " + (folder / "file/a") + ": Not a directory");
-  EXPECT_EQ(Save(folder / longName), "cannot write " + (folder / longName) + ": File name too long");
-  EXPECT_NE(Save(longPath), "");
+  const std::pair<std::string, const char*> cases[] = {{"none/a", "No such file or directory"},
+                                                       {"file/a", "Not a directory"},
+                                                       {std::string(300, 'n'), "File name too long"}};
+  for (const auto& [name, why] : cases) EXPECT_EQ(Save(folder / name), "cannot write " + (folder / name) + ": " + why);
+  EXPECT_NE(Save(std::string(5000, 'p')), "");
   EXPECT_EQ(folder.EntryCount(), 1u);
 }
 
