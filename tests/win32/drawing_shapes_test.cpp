@@ -9,30 +9,20 @@ namespace {
 
 constexpr int kDepths[] = {1, 2, 4, 8, 16, 24, 32};
 
-// What the pen holds while one of these stands.
-struct Pen {
+// What a context holds while one of these stands, which owns it.
+struct Selected {
   HDC context;
-  HPEN pen;
-  HGDIOBJ before;
-  Pen(HDC to, COLORREF colour) : context(to), pen(::CreatePen(PS_SOLID, 1, colour)) {
-    before = ::SelectObject(context, pen);
-  }
-  ~Pen() {
+  HGDIOBJ object, before;
+  Selected(HDC to, HGDIOBJ selected) : context(to), object(selected), before(::SelectObject(to, selected)) {}
+  ~Selected() {
     ::SelectObject(context, before);
-    EXPECT_TRUE(::DeleteObject(pen));
+    EXPECT_TRUE(::DeleteObject(object));
   }
 };
 
-struct Brush {
-  HDC context;
-  HBRUSH brush;
-  HGDIOBJ before;
-  Brush(HDC to, HBRUSH selected) : context(to), brush(selected) { before = ::SelectObject(context, brush); }
-  ~Brush() {
-    ::SelectObject(context, before);
-    EXPECT_TRUE(::DeleteObject(brush));
-  }
-};
+HPEN PenOf(COLORREF colour) {
+  return ::CreatePen(PS_SOLID, 1, colour);
+}
 
 // A brush of stripes: black where (x + y) modulo 8 is k.
 HBRUSH StripeBrush(int k) {
@@ -40,11 +30,6 @@ HBRUSH StripeBrush(int k) {
   HBRUSH brush = ::CreatePatternBrush(bitmap);
   ::DeleteObject(bitmap);
   return brush;
-}
-
-uint32_t PixelOf(HDC context, COLORREF colour) {
-  const ColourMap map = MapOf(LayoutOf(*context), HasScreenColours(*context));
-  return PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
 }
 
 using Places = std::set<std::pair<int, int>>;
@@ -65,10 +50,9 @@ void Clear(HDC context) {
 }
 
 TEST(Polyline, DrawsTheNearestPixelOfEachStepAndNotTheLastPoint) {
-  MemoryDisplayReset(13, 13, 24);
-  ScreenCanvas screen;
+  ScreenCanvas screen(13, 13, 24);
   BitmapCanvas bitmap(screen.context, 13, 13, false);
-  Pen pen(bitmap.context, RGB(255, 255, 255));
+  Selected pen(bitmap.context, PenOf(RGB(255, 255, 255)));
   for (int i = 0; i < 169; ++i) {
     const POINT ends[] = {{6, 6}, {i % 13, i / 13}};
     Clear(bitmap.context);
@@ -86,30 +70,15 @@ TEST(Polyline, DrawsTheNearestPixelOfEachStepAndNotTheLastPoint) {
   }
 }
 
-TEST(Polyline, DrawsEachPixelOfAFrameOnce) {
-  MemoryDisplayReset(12, 12, 8);
-  ScreenCanvas screen;
-  ::SetROP2(screen.context, R2_NOTXORPEN);
-  const POINT frame[] = {{2, 3}, {9, 3}, {9, 8}, {2, 8}, {2, 3}};
-  ASSERT_TRUE(::Polyline(screen.context, frame, 5));
-  for (int i = 0; i < 144; ++i) {
-    const int x = i % 12, y = i / 12;
-    const bool inside = x >= 2 && x <= 9 && y >= 3 && y <= 8, deeper = x > 2 && x < 9 && y > 3 && y < 8;
-    EXPECT_EQ(TheMemoryDisplay().screen[size_t(i)], inside && !deeper ? 255U : 0U) << x << ", " << y;
-  }
-}
-
 TEST(Rectangle, FillsInsideItsBorderAndWithoutAPenOneColumnAndRowLess) {
-  MemoryDisplayReset(10, 10, 24);
-  ScreenCanvas screen;
-  Pen pen(screen.context, RGB(1, 2, 3));
-  Brush brush(screen.context, ::CreateSolidBrush(RGB(4, 5, 6)));
+  ScreenCanvas screen(10, 10, 24);
+  Selected pen(screen.context, PenOf(RGB(1, 2, 3)));
+  Selected brush(screen.context, ::CreateSolidBrush(RGB(4, 5, 6)));
   ASSERT_TRUE(::Rectangle(screen.context, 7, 8, 2, 1)); // sides in any order
-  for (int i = 0; i < 100; ++i) {
-    const int x = i % 10, y = i / 10;
+  ExpectPixels(screen.context, [](int x, int y) {
     const bool whole = x >= 2 && x < 7 && y >= 1 && y<8, inside = x> 2 && x < 6 && y > 1 && y < 7;
-    EXPECT_EQ(TheMemoryDisplay().screen[size_t(i)], inside ? 0x040506U : whole ? 0x010203U : 0) << x << ", " << y;
-  }
+    return inside ? 0x040506U : whole ? 0x010203U : 0;
+  });
   MemoryFill({0, 0, 10, 10}, 0);
   ::SelectObject(screen.context, ::GetStockObject(NULL_PEN));
   ASSERT_TRUE(::Rectangle(screen.context, 3, 3, 5, 6)); // one column of two rows
@@ -121,8 +90,7 @@ TEST(Rectangle, FillsInsideItsBorderAndWithoutAPenOneColumnAndRowLess) {
 }
 
 TEST(Polygon, FillsWhatLiesInsideByTheEvenOddRuleAndDrawsNoPixelTwice) {
-  MemoryDisplayReset(30, 30, 24);
-  ScreenCanvas screen;
+  ScreenCanvas screen(30, 30, 24);
   BitmapCanvas bitmap(screen.context, 30, 30, false);
   const std::vector<std::vector<POINT>> shapes = {
       {{3, 3}, {20, 3}, {20, 12}, {3, 12}},                 // a rectangle
@@ -143,7 +111,7 @@ TEST(Polygon, FillsWhatLiesInsideByTheEvenOddRuleAndDrawsNoPixelTwice) {
   for (const std::vector<POINT>& shape : shapes) {
     Clear(bitmap.context);
     {
-      Pen pen(bitmap.context, RGB(255, 255, 255));
+      Selected pen(bitmap.context, PenOf(RGB(255, 255, 255)));
       std::vector<POINT> closed = shape;
       closed.push_back(shape[0]);
       ::Polyline(bitmap.context, closed.data(), int(closed.size()));
@@ -151,14 +119,13 @@ TEST(Polygon, FillsWhatLiesInsideByTheEvenOddRuleAndDrawsNoPixelTwice) {
     const Places outline = Marked(bitmap.context);
     Clear(bitmap.context);
     ::SetROP2(bitmap.context, R2_NOTXORPEN);
-    Brush brush(bitmap.context, ::CreateSolidBrush(RGB(0, 0, 0)));
+    Selected brush(bitmap.context, ::CreateSolidBrush(RGB(0, 0, 0)));
     ASSERT_TRUE(::Polygon(bitmap.context, shape.data(), int(shape.size())));
     ::SetROP2(bitmap.context, R2_COPYPEN);
     const Places drawn = Marked(bitmap.context);
     for (int i = 0; i < 900; ++i) {
-      const std::pair<int, int> place = {i % 30, i / 30};
-      const bool expected = outline.count(place) || inside(shape, place.first, place.second);
-      EXPECT_EQ(drawn.count(place) > 0, expected) << place.first << ", " << place.second;
+      const bool expected = outline.count({i % 30, i / 30}) || inside(shape, i % 30, i / 30);
+      EXPECT_EQ(drawn.count({i % 30, i / 30}) > 0, expected) << i % 30 << ", " << i / 30;
     }
   }
 }
@@ -166,8 +133,7 @@ TEST(Polygon, FillsWhatLiesInsideByTheEvenOddRuleAndDrawsNoPixelTwice) {
 TEST(FillRect, CopiesSolidColoursAndPatternsAtEveryDepthWhateverTheMode) {
   for (const int depth : kDepths) {
     SCOPED_TRACE(depth);
-    MemoryDisplayReset(20, 10, depth);
-    ScreenCanvas screen;
+    ScreenCanvas screen(20, 10, depth);
     BitmapCanvas deep(screen.context, 20, 10), mono(screen.context, 20, 10, false);
     for (const HDC context : {screen.context, deep.context, mono.context}) {
       ::SetROP2(context, R2_NOTXORPEN);
@@ -179,14 +145,11 @@ TEST(FillRect, CopiesSolidColoursAndPatternsAtEveryDepthWhateverTheMode) {
       const RECT left = {1, 1, 10, 9}, right = {10, 2, 19, 100};
       EXPECT_TRUE(::FillRect(context, &left, stripes));
       EXPECT_TRUE(::FillRect(context, &right, solid));
-      const Picture picture = PictureOf(context);
-      for (int i = 0; i < 200; ++i) {
-        const int x = i % 20, y = i / 20;
-        uint32_t expected = PixelOf(context, RGB(0, 0, 0));
-        if (x >= 1 && x < 10 && y >= 1 && y < 9) expected = (x + y) % 8 == 3 ? red : white;
-        if (x >= 10 && x < 19 && y >= 2) expected = red;
-        ASSERT_EQ(picture.pixels[size_t(i)], expected) << x << ", " << y;
-      }
+      ExpectPixels(context, [&](int x, int y) {
+        if (x >= 10 && x < 19 && y >= 2) return red;
+        if (x >= 1 && x < 10 && y >= 1 && y < 9) return (x + y) % 8 == 3 ? red : white;
+        return PixelOf(context, RGB(0, 0, 0));
+      });
       EXPECT_TRUE(::DeleteObject(stripes));
       EXPECT_TRUE(::DeleteObject(solid));
     }
@@ -196,17 +159,17 @@ TEST(FillRect, CopiesSolidColoursAndPatternsAtEveryDepthWhateverTheMode) {
 // Pens and brushes of every kind, drawn in the inverting mode.
 void DrawInverted(HDC context) {
   for (const COLORREF colour : {RGB(0, 0, 0), RGB(240, 220, 77), RGB(255, 255, 255)}) {
-    Pen pen(context, colour);
-    Brush brush(context, ::CreateSolidBrush(colour));
+    Selected pen(context, PenOf(colour));
+    Selected brush(context, ::CreateSolidBrush(colour));
     const POINT line[] = {{-3, 2}, {9, 14}, {25, 1}, {2, 1}};
     ::Polyline(context, line, 4);
     ::Rectangle(context, 3, 4, 30, 9);
     ::Polygon(context, line, 4);
     ::SetTextColor(context, colour);
-    Brush stripes(context, StripeBrush(5));
+    Selected stripes(context, StripeBrush(5));
     ::SelectObject(context, ::GetStockObject(NULL_PEN));
     ::Rectangle(context, 1, 0, 15, 12);
-    ::SelectObject(context, pen.pen);
+    ::SelectObject(context, pen.object);
   }
 }
 
@@ -214,8 +177,7 @@ TEST(InvertingMode, IsUndoneByDrawingTheSameAgainAtEveryDepth) {
   std::mt19937 random(7);
   for (const int depth : kDepths) {
     SCOPED_TRACE(depth);
-    MemoryDisplayReset(20, 10, depth);
-    ScreenCanvas screen;
+    ScreenCanvas screen(20, 10, depth);
     BitmapCanvas deep(screen.context, 20, 10), mono(screen.context, 20, 10, false);
     for (const HDC context : {screen.context, deep.context, mono.context}) {
       Scribble(context, random);
@@ -233,29 +195,26 @@ TEST(InvertingMode, InvertsUnderBlackAndLeavesUnderWhiteWithoutReadingTheScreen)
   std::mt19937 random(8);
   for (const int depth : kDepths) {
     SCOPED_TRACE(depth);
-    MemoryDisplayReset(17, 11, depth);
+    ScreenCanvas screen(17, 11, depth);
     if (depth == 8) { // a palette whose black and white lie anywhere
       for (int i = 0; i < 256; ++i) TheMemoryDisplay().palette[size_t(i)] = {uint8_t(i * 7), uint8_t(i * 3), 9};
     }
-    ScreenCanvas screen;
     Scribble(screen.context, random);
-    Picture expected = PictureOf(screen.context);
+    Picture before = PictureOf(screen.context);
     ::SetROP2(screen.context, R2_NOTXORPEN);
     ::SelectObject(screen.context, ::GetStockObject(NULL_PEN));
-    Brush stripes(screen.context, StripeBrush(6));
+    Selected stripes(screen.context, StripeBrush(6));
     ASSERT_TRUE(::Rectangle(screen.context, -4, 2, 16, 30));
-    for (int i = 0; i < 17 * 11; ++i) {
-      const int x = i % 17, y = i / 17;
-      if (x < 15 && y >= 2 && (x + y) % 8 == 6) expected.At(x, y) ^= PixelBits(LayoutOf(*screen.context));
-    }
-    EXPECT_EQ(TheMemoryDisplay().screen, expected.pixels);
+    ExpectPixels(screen.context, [&](int x, int y) {
+      const bool inverted = x < 15 && y >= 2 && (x + y) % 8 == 6;
+      return before.At(x, y) ^ (inverted ? PixelBits(LayoutOf(*screen.context)) : 0);
+    });
     EXPECT_EQ(TheMemoryDisplay().screenReads, 0U);
   }
 }
 
 TEST(SetPixel, CopiesWhateverTheModeAndTellsTheColourDrawn) {
-  MemoryDisplayReset(4, 4, 4);
-  ScreenCanvas screen;
+  ScreenCanvas screen(4, 4, 4);
   ::SetROP2(screen.context, R2_NOTXORPEN);
   EXPECT_EQ(::SetPixel(screen.context, 2, 1, RGB(250, 3, 4)), RGB(255, 0, 0));
   EXPECT_EQ(MemoryPixel(2, 1), 9U);
@@ -263,8 +222,7 @@ TEST(SetPixel, CopiesWhateverTheModeAndTellsTheColourDrawn) {
 }
 
 TEST(Drawing, OnANullContextOrWithNullObjectsDoesNothing) {
-  MemoryDisplayReset(4, 4, 24);
-  ScreenCanvas screen;
+  ScreenCanvas screen(4, 4, 24);
   const POINT points[] = {{0, 0}, {3, 3}};
   const RECT all = {0, 0, 4, 4};
   EXPECT_FALSE(::Polyline(nullptr, points, 2));
@@ -282,20 +240,16 @@ TEST(Drawing, OnANullContextOrWithNullObjectsDoesNothing) {
 }
 
 TEST(DeleteObject, LeavesWhatAContextHoldsAndStockObjects) {
-  MemoryDisplayReset(4, 4, 24);
-  ScreenCanvas screen;
-  HPEN pen = ::CreatePen(PS_SOLID, 1, RGB(1, 1, 1));
+  ScreenCanvas screen(4, 4, 24);
   LOGFONTA what = {};
-  HFONT font = ::CreateFontIndirectA(&what);
-  HGDIOBJ first = ::SelectObject(screen.context, pen);
-  EXPECT_EQ(first, ::GetStockObject(BLACK_PEN));
-  HGDIOBJ systemFont = ::SelectObject(screen.context, font);
-  EXPECT_FALSE(::DeleteObject(pen));
-  EXPECT_FALSE(::DeleteObject(font));
-  EXPECT_EQ(::SelectObject(screen.context, first), pen);
-  EXPECT_EQ(::SelectObject(screen.context, systemFont), font);
-  EXPECT_TRUE(::DeleteObject(pen));
-  EXPECT_TRUE(::DeleteObject(font));
+  for (const HGDIOBJ object : {HGDIOBJ(PenOf(RGB(1, 1, 1))), HGDIOBJ(::CreateFontIndirectA(&what))}) {
+    const HGDIOBJ before = ::SelectObject(screen.context, object);
+    EXPECT_NE(before, nullptr);
+    EXPECT_FALSE(::DeleteObject(object));
+    EXPECT_EQ(::SelectObject(screen.context, before), object);
+    EXPECT_TRUE(::DeleteObject(object));
+  }
+  EXPECT_EQ(::SelectObject(screen.context, ::GetStockObject(BLACK_PEN)), ::GetStockObject(BLACK_PEN));
   EXPECT_FALSE(::DeleteObject(::GetStockObject(BLACK_BRUSH)));
   EXPECT_FALSE(::DeleteObject(nullptr));
 }

@@ -1,60 +1,66 @@
 // Fonts and text: what they measure agrees with what they draw, and there is always something to draw.
-#include <unistd.h>
-
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "support/temporary_folder.h"
 #include "win32/canvas.h"
 #include "win32/fonts.h"
 
 namespace framereel {
 namespace {
 
-constexpr COLORREF kInk = RGB(255, 255, 255);
-
-struct Font {
-  HFONT handle;
-  explicit Font(int height, int weight = FW_NORMAL, bool italic = false, const char* family = "MS Sans Serif",
-                int width = 0) {
-    LOGFONTA what = {};
-    what.lfHeight = height;
-    what.lfWidth = width;
-    what.lfWeight = weight;
-    what.lfItalic = italic;
-    std::snprintf(what.lfFaceName, LF_FACESIZE, "%s", family);
-    handle = ::CreateFontIndirectA(&what);
-  }
-  ~Font() { EXPECT_TRUE(::DeleteObject(handle)); }
+// What of a font a test asks for.
+struct FontWish {
+  int height, weight = FW_NORMAL;
+  bool italic = false;
+  const char* family = "MS Sans Serif";
+  int width = 0;
 };
 
 // A black bitmap that text is written on in white.
 struct Sheet : BitmapCanvas {
   HGDIOBJ systemFont = nullptr;
-  Sheet(HDC screen, int width, int height, bool ofScreen = true) : BitmapCanvas(screen, width, height, ofScreen) {
+
+  Sheet(const ScreenCanvas& screen, int width, int height, bool ofScreen = true)
+      : BitmapCanvas(screen.context, width, height, ofScreen) {
     Clear();
-    ::SetTextColor(context, kInk);
+    ::SetTextColor(context, RGB(255, 255, 255));
     ::SetTextAlign(context, TA_BASELINE);
   }
-  ~Sheet() {
-    if (systemFont) ::SelectObject(context, systemFont);
+  ~Sheet() { DropFont(); }
+
+  // In place of the one before. The sheet owns it.
+  void Use(const FontWish& wish) {
+    DropFont();
+    LOGFONTA what = {};
+    what.lfHeight = wish.height;
+    what.lfWidth = wish.width;
+    what.lfWeight = wish.weight;
+    what.lfItalic = wish.italic;
+    std::snprintf(what.lfFaceName, LF_FACESIZE, "%s", wish.family);
+    const HFONT font = ::CreateFontIndirectA(&what);
+    ASSERT_NE(font, nullptr);
+    systemFont = ::SelectObject(context, font);
   }
-  void Use(const Font& font) {
-    HGDIOBJ last = ::SelectObject(context, font.handle);
-    if (!systemFont) systemFont = last;
+  void DropFont() {
+    if (!systemFont) return;
+    EXPECT_TRUE(::DeleteObject(::SelectObject(context, systemFont)));
+    systemFont = nullptr;
   }
   void Clear() {
     const RECT all = {0, 0, 10000, 10000};
     ::FillRect(context, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
   }
+  void Write(int x, int y, const std::string& text) {
+    ASSERT_TRUE(::TextOutA(context, x, y, text.data(), int(text.size())));
+  }
   // The smallest rectangle round the ink.
   PixelRect Ink() const {
     const Picture picture = PictureOf(context);
-    const uint32_t ground = PixelOfColour(MapOf(LayoutOf(*context), HasScreenColours(*context)), {0, 0, 0});
+    const uint32_t ground = PixelOf(context, RGB(0, 0, 0));
     PixelRect ink = {picture.width, picture.height, 0, 0};
     for (int i = 0; i < int(picture.pixels.size()); ++i) {
       const int x = i % picture.width, y = i / picture.width;
@@ -63,115 +69,97 @@ struct Sheet : BitmapCanvas {
     }
     return ink;
   }
+  int WidthOf(const std::string& text) const {
+    SIZE size = {};
+    EXPECT_TRUE(::GetTextExtentPointA(context, text.data(), int(text.size()), &size));
+    return size.cx;
+  }
+  TEXTMETRICA Metrics() const {
+    TEXTMETRICA metrics = {};
+    EXPECT_TRUE(::GetTextMetricsA(context, &metrics));
+    return metrics;
+  }
 };
-
-int WidthOf(HDC context, const std::string& text) {
-  SIZE size = {};
-  EXPECT_TRUE(::GetTextExtentPointA(context, text.data(), int(text.size()), &size));
-  return size.cx;
-}
-
-TEXTMETRICA MetricsOf(HDC context) {
-  TEXTMETRICA metrics = {};
-  EXPECT_TRUE(::GetTextMetricsA(context, &metrics));
-  return metrics;
-}
-
-void Write(HDC context, int x, int y, const std::string& text) {
-  ASSERT_TRUE(::TextOutA(context, x, y, text.data(), int(text.size())));
-}
 
 TEST(Text, StaysWithinTheCellThatItMeasuresInEveryLetterSizeAndStyle) {
   for (const int depth : {1, 8, 16, 24}) {
-    MemoryDisplayReset(8, 8, depth);
-    ScreenCanvas screen;
-    Sheet sheet(screen.context, 160, 80);
-    for (const int height : {6, 9, 13, 15, 16, 21, 34}) {
-      for (const bool italic : {false, true}) {
-        Font font(height, height % 2 ? FW_BOLD : FW_NORMAL, italic);
-        sheet.Use(font);
-        const TEXTMETRICA metrics = MetricsOf(sheet.context);
-        EXPECT_EQ(metrics.tmHeight, height);
-        EXPECT_EQ(metrics.tmAscent + metrics.tmDescent, height);
-        for (int letter = 0x21; letter < 0x100; ++letter) {
-          const bool inkless = (letter >= 0x7F && letter <= 0xA0) || letter == 0xAD;
-          if (inkless) continue;
-          sheet.Clear();
-          const std::string text(1, char(letter));
-          Write(sheet.context, 40, 40, text);
-          const PixelRect ink = sheet.Ink();
-          // The smallest marks may vanish at the smallest sizes.
-          const bool mark = letter > 0x7F || !std::isalnum(letter);
-          if (IsEmpty(ink) && mark && height < 9) continue;
-          ASSERT_FALSE(IsEmpty(ink)) << letter << " at " << height;
-          ASSERT_GE(ink.top, 40 - metrics.tmAscent) << letter << " at " << height;
-          ASSERT_LE(ink.bottom, 40 + metrics.tmDescent) << letter << " at " << height;
-          const int slack = italic ? 3 + height / 4 : 2;
-          ASSERT_GE(ink.left, 40 - slack) << letter << " at " << height;
-          ASSERT_LE(ink.right, 40 + WidthOf(sheet.context, text) + slack) << letter << " at " << height;
-        }
-        ::SelectObject(sheet.context, sheet.systemFont);
+    ScreenCanvas screen(8, 8, depth);
+    Sheet sheet(screen, 160, 80);
+    for (int i = 0; i < 14; ++i) {
+      const int heights[] = {6, 9, 13, 15, 16, 21, 34}, height = heights[i / 2];
+      const bool italic = i % 2;
+      sheet.Use({height, height % 2 ? FW_BOLD : FW_NORMAL, italic});
+      const TEXTMETRICA metrics = sheet.Metrics();
+      EXPECT_EQ(metrics.tmHeight, height);
+      EXPECT_EQ(metrics.tmAscent + metrics.tmDescent, height);
+      for (int letter = 0x21; letter < 0x100; ++letter) {
+        const bool inkless = (letter >= 0x7F && letter <= 0xA0) || letter == 0xAD;
+        if (inkless) continue;
+        SCOPED_TRACE(testing::Message() << letter << " at " << height);
+        sheet.Clear();
+        const std::string text(1, char(letter));
+        sheet.Write(40, 40, text);
+        const PixelRect ink = sheet.Ink();
+        // The smallest marks may vanish at the smallest sizes.
+        const bool mark = letter > 0x7F || !std::isalnum(letter);
+        if (IsEmpty(ink) && mark && height < 9) continue;
+        ASSERT_FALSE(IsEmpty(ink));
+        ASSERT_GE(ink.top, 40 - metrics.tmAscent);
+        ASSERT_LE(ink.bottom, 40 + metrics.tmDescent);
+        const int slack = italic ? 3 + height / 4 : 2;
+        ASSERT_GE(ink.left, 40 - slack);
+        ASSERT_LE(ink.right, 40 + sheet.WidthOf(text) + slack);
       }
     }
   }
 }
 
 TEST(Text, IsMeasuredLetterByLetterAndWritesEachWhereTheLastEnds) {
-  MemoryDisplayReset(8, 8, 24);
-  ScreenCanvas screen;
-  Sheet together(screen.context, 200, 30), apart(screen.context, 200, 30);
-  Font font(15, FW_BOLD);
+  ScreenCanvas screen(8, 8, 24);
+  Sheet together(screen, 200, 30), apart(screen, 200, 30);
   const std::string text = "Start recording";
   for (const int extra : {0, 2}) {
-    int x = 10;
     for (Sheet* sheet : {&together, &apart}) {
       sheet->Clear();
-      sheet->Use(font);
+      sheet->Use({15, FW_BOLD});
       ::SetTextCharacterExtra(sheet->context, extra);
     }
-    Write(together.context, x, 20, text);
+    int x = 10;
+    together.Write(x, 20, text);
     for (const char letter : text) {
-      Write(apart.context, x, 20, std::string(1, letter));
-      x += WidthOf(apart.context, std::string(1, letter)) + extra;
+      apart.Write(x, 20, std::string(1, letter));
+      x += apart.WidthOf(std::string(1, letter)) + extra;
     }
     EXPECT_EQ(PictureOf(together.context).pixels, PictureOf(apart.context).pixels);
-    EXPECT_EQ(x, 10 + WidthOf(together.context, text) + extra * int(text.size()));
+    EXPECT_EQ(x, 10 + together.WidthOf(text) + extra * int(text.size()));
   }
-  EXPECT_EQ(WidthOf(together.context, ""), 0);
-  ::SelectObject(together.context, together.systemFont);
-  ::SelectObject(apart.context, apart.systemFont);
+  EXPECT_EQ(together.WidthOf(""), 0);
 }
 
 TEST(Text, IsSmoothOnTrueColourAndPlainOnPalettesAndBitmapsOfOneBit) {
   for (const int depth : {2, 8, 16, 24, 32}) {
     SCOPED_TRACE(depth);
-    MemoryDisplayReset(8, 8, depth);
-    ScreenCanvas screen;
-    Sheet deep(screen.context, 200, 40), mono(screen.context, 200, 40, false);
-    Font font(22);
+    ScreenCanvas screen(8, 8, depth);
+    Sheet deep(screen, 200, 40), mono(screen, 200, 40, false);
     for (Sheet* sheet : {&deep, &mono}) {
-      sheet->Use(font);
-      Write(sheet->context, 4, 30, "Shades of grey? 0");
-      const ColourMap map = MapOf(LayoutOf(*sheet->context), HasScreenColours(*sheet->context));
-      const uint32_t ground = PixelOfColour(map, {0, 0, 0}), ink = PixelOfColour(map, {255, 255, 255});
-      int inked = 0, between = 0;
-      for (const uint32_t pixel : PictureOf(sheet->context).pixels) {
-        inked += pixel == ink;
-        between += pixel != ink && pixel != ground;
-      }
-      EXPECT_GT(inked, 50);
-      EXPECT_EQ(between > 0, sheet == &deep && depth >= 16);
-      ::SelectObject(sheet->context, sheet->systemFont);
+      sheet->Use({22});
+      sheet->Write(4, 30, "Shades of grey? 0");
+      const std::vector<uint32_t> pixels = PictureOf(sheet->context).pixels;
+      const auto count = [&](COLORREF colour) {
+        return std::count(pixels.begin(), pixels.end(), PixelOf(sheet->context, colour));
+      };
+      const int64_t ink = count(RGB(255, 255, 255)), ground = count(RGB(0, 0, 0));
+      EXPECT_GT(ink, 50);
+      EXPECT_EQ(ink + ground < 200 * 40, sheet == &deep && depth >= 16);
     }
   }
 }
 
 TEST(Text, BlendsBetweenTheGroundAndItsColourAndNeverBeyond) {
-  MemoryDisplayReset(120, 30, 24);
-  ScreenCanvas screen;
+  ScreenCanvas screen(120, 30, 24);
   MemoryFill({0, 0, 120, 30}, 0x204060);
   ::SetTextColor(screen.context, RGB(0xE0, 0x10, 0x60));
-  Write(screen.context, 3, 3, "On the screen"); // placed by the top of its cell
+  ASSERT_TRUE(::TextOutA(screen.context, 3, 3, "On the screen", 13)); // placed by the top of its cell
   int shades = 0;
   for (const uint32_t pixel : TheMemoryDisplay().screen) {
     const int red = int(pixel >> 16), green = int(pixel >> 8 & 255), blue = int(pixel & 255);
@@ -184,71 +172,50 @@ TEST(Text, BlendsBetweenTheGroundAndItsColourAndNeverBeyond) {
 }
 
 TEST(Fonts, FallToASansSerifOneAndObeyHeightWidthAndWeight) {
-  MemoryDisplayReset(8, 8, 24);
-  ScreenCanvas screen;
-  Sheet sheet(screen.context, 10, 10);
-  Font known(20), unknown(20, FW_NORMAL, false, "No such family anywhere"), bold(20, FW_BOLD), letters(-20);
-  Font wide(20, FW_NORMAL, false, "MS Sans Serif", 14), narrow(20, FW_NORMAL, false, "MS Sans Serif", 5);
-  sheet.Use(known);
-  const TEXTMETRICA metrics = MetricsOf(sheet.context);
-  const int width = WidthOf(sheet.context, "Framereel");
-  sheet.Use(unknown);
-  EXPECT_EQ(WidthOf(sheet.context, "Framereel"), width);
-  sheet.Use(bold);
-  EXPECT_GT(WidthOf(sheet.context, "Framereel"), width);
-  sheet.Use(letters);
-  EXPECT_EQ(MetricsOf(sheet.context).tmHeight - MetricsOf(sheet.context).tmInternalLeading, 20);
-  EXPECT_GT(WidthOf(sheet.context, "Framereel"), width);
-  sheet.Use(wide);
-  EXPECT_NEAR(MetricsOf(sheet.context).tmAveCharWidth, 14, 1);
-  EXPECT_EQ(MetricsOf(sheet.context).tmHeight, metrics.tmHeight);
-  sheet.Use(narrow);
-  EXPECT_NEAR(MetricsOf(sheet.context).tmAveCharWidth, 5, 1);
-  ::SelectObject(sheet.context, sheet.systemFont);
-}
-
-TEST(Fonts, TakeAnyHeight) {
-  MemoryDisplayReset(8, 8, 24);
-  ScreenCanvas screen;
-  Sheet sheet(screen.context, 40, 40);
-  for (const int height : {INT32_MIN, -65535, -1, 0, 1, 2, 3, 65535, INT32_MAX}) {
-    Font font(height);
-    ASSERT_NE(font.handle, nullptr);
-    sheet.Use(font);
-    Write(sheet.context, 5, 30, "x");
-    EXPECT_GT(MetricsOf(sheet.context).tmHeight, 0) << height;
-    ::SelectObject(sheet.context, sheet.systemFont);
+  ScreenCanvas screen(8, 8, 24);
+  Sheet sheet(screen, 40, 40);
+  sheet.Use({20});
+  const int width = sheet.WidthOf("Framereel"), height = sheet.Metrics().tmHeight;
+  sheet.Use({20, FW_NORMAL, false, "No such family anywhere"});
+  EXPECT_EQ(sheet.WidthOf("Framereel"), width);
+  sheet.Use({20, FW_BOLD});
+  EXPECT_GT(sheet.WidthOf("Framereel"), width);
+  sheet.Use({-20}); // of the letters alone
+  EXPECT_EQ(sheet.Metrics().tmHeight - sheet.Metrics().tmInternalLeading, 20);
+  EXPECT_GT(sheet.WidthOf("Framereel"), width);
+  for (const int average : {5, 14}) {
+    sheet.Use({20, FW_NORMAL, false, "MS Sans Serif", average});
+    EXPECT_NEAR(sheet.Metrics().tmAveCharWidth, average, 1);
+    EXPECT_EQ(sheet.Metrics().tmHeight, height);
+  }
+  for (const int any : {INT32_MIN, -65535, -1, 0, 1, 2, 3, 65535, INT32_MAX}) {
+    sheet.Use({any});
+    sheet.Write(5, 30, "x");
+    EXPECT_GT(sheet.Metrics().tmHeight, 0) << any;
   }
 }
 
 TEST(Fonts, DrawBoxesWhereNoneIsInstalled) {
-  const std::filesystem::path folder =
-      std::filesystem::path(::testing::TempDir()) / ("framereel-no-fonts-" + std::to_string(::getpid()));
-  std::filesystem::create_directories(folder);
-  std::ofstream(folder / "fonts.conf") << "<?xml version=\"1.0\"?><fontconfig><cachedir>" << folder.string()
-                                       << "</cachedir></fontconfig>";
+  const TemporaryFolder folder;
+  WriteWholeFile(folder / "fonts.conf",
+                 "<?xml version=\"1.0\"?><fontconfig><cachedir>" + folder.path + "</cachedir></fontconfig>");
   ::setenv("FONTCONFIG_FILE", (folder / "fonts.conf").c_str(), 1);
   ForgetInstalledFonts();
   {
-    MemoryDisplayReset(8, 8, 24);
-    ScreenCanvas screen;
-    Sheet sheet(screen.context, 100, 30);
-    Font font(15, FW_BOLD);
-    sheet.Use(font);
-    const TEXTMETRICA metrics = MetricsOf(sheet.context);
-    EXPECT_EQ(metrics.tmHeight, 15);
-    Write(sheet.context, 10, 20, "Two words");
+    ScreenCanvas screen(8, 8, 24);
+    Sheet sheet(screen, 100, 30);
+    sheet.Use({15, FW_BOLD});
+    EXPECT_EQ(sheet.Metrics().tmHeight, 15);
+    sheet.Write(10, 20, "Two words");
     const PixelRect ink = sheet.Ink();
-    EXPECT_GE(ink.top, 20 - metrics.tmAscent);
+    EXPECT_GE(ink.top, 20 - sheet.Metrics().tmAscent);
     EXPECT_EQ(ink.bottom, 20);
     EXPECT_EQ(ink.left, 10);
-    EXPECT_EQ(ink.right, 10 + WidthOf(sheet.context, "Two words") - 1);
+    EXPECT_EQ(ink.right, 10 + sheet.WidthOf("Two words") - 1);
     EXPECT_EQ(::GetPixel(sheet.context, 12, 18), RGB(0, 0, 0)); // hollow
-    ::SelectObject(sheet.context, sheet.systemFont);
   }
   ::unsetenv("FONTCONFIG_FILE");
   ForgetInstalledFonts();
-  std::filesystem::remove_all(folder);
 }
 
 } // namespace

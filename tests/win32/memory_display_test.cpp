@@ -5,7 +5,6 @@
 
 #include <string>
 
-#include "win32/pixels.h"
 #include "win32/win32.h"
 
 namespace framereel {
@@ -84,26 +83,6 @@ TEST(MemoryDisplay, ChangesItsModeAndKeepsTheRest) {
   int32_t x = 0, y = 0;
   EXPECT_TRUE(DisplayPointerPlace(&x, &y));
   EXPECT_EQ(x, 3);
-}
-
-TEST(MemoryDisplay, InvertsUnderThePatternAndTwiceIsAsBefore) {
-  const uint8_t pattern[8] = {0x80, 0x01, 0xFF, 0, 0, 0, 0, 0x0F};
-  for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
-    SCOPED_TRACE(depth);
-    MemoryDisplayReset(20, 12, depth);
-    for (int32_t i = 0; i < 240; ++i) MemoryPixel(i % 20, i / 20) = uint32_t(i) & 1;
-    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-    const PixelLayout& layout = TheMemoryDisplay().layout;
-    const uint32_t all = IsPalette(layout) ? (1U << depth) - 1 : layout.redMask | layout.greenMask | layout.blueMask;
-    ASSERT_TRUE(DisplayInvertScreen({-3, 1, 19, 30}, pattern));
-    for (int32_t i = 0; i < 240; ++i) {
-      const int32_t x = i % 20, y = i / 20;
-      const bool inverted = y >= 1 && x < 19 && (pattern[y % 8] & 0x80 >> x % 8);
-      ASSERT_EQ(MemoryPixel(x, y), before[size_t(i)] ^ (inverted ? all : 0)) << x << ", " << y;
-    }
-    ASSERT_TRUE(DisplayInvertScreen({-3, 1, 19, 30}, pattern));
-    EXPECT_EQ(TheMemoryDisplay().screen, before);
-  }
 }
 
 } // namespace

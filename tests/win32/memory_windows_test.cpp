@@ -54,25 +54,5 @@ TEST(MemoryWindows, KeepWhatIsDrawnOnTheScreenUntilTheyPaint) {
   EXPECT_EQ(Row(0, 0, 6), "033440");
 }
 
-TEST(MemoryWindows, ATaskBarTakesItsEdgeOfTheUsableArea) {
-  MemoryDisplayReset(640, 480, 24);
-  APPBARDATA bar = {};
-  bar.cbSize = sizeof bar;
-  EXPECT_FALSE(::SHAppBarMessage(ABM_GETTASKBARPOS, &bar));
-  const PixelRect edges[] = {{0, 452, 640, 480}, {0, 0, 640, 30}, {0, 0, 60, 480}, {600, 0, 640, 480}};
-  for (const PixelRect& edge : edges) {
-    MemorySetTaskBar(edge);
-    EXPECT_TRUE(::SHAppBarMessage(ABM_GETTASKBARPOS, &bar));
-    EXPECT_EQ(bar.rc.left, edge.left);
-    EXPECT_EQ(bar.rc.top, edge.top);
-    EXPECT_EQ(bar.rc.right, edge.right);
-    EXPECT_EQ(bar.rc.bottom, edge.bottom);
-    EXPECT_NE(MemoryPixel(edge.left, edge.top), 0U);
-  }
-  MemorySetTaskBar({});
-  EXPECT_FALSE(::SHAppBarMessage(ABM_GETTASKBARPOS, &bar));
-  EXPECT_EQ(MemoryPixel(639, 479), 0U);
-}
-
 } // namespace
 } // namespace framereel

@@ -34,14 +34,6 @@ TEST(Channels, AreTheNearestValueAndComeBackThroughEveryMask) {
   }
 }
 
-struct BytesOfPixel {
-  uint8_t blue, green, red;
-};
-
-BytesOfPixel PlainBgr(uint32_t pixel, const PixelLayout& layout) {
-  return {ChannelOf(pixel, layout.blueMask), ChannelOf(pixel, layout.greenMask), ChannelOf(pixel, layout.redMask)};
-}
-
 // A row of the pixels at an odd place, turned to bytes and compared with the plain form; what lies behind stays.
 void ExpectBgr(const std::vector<uint32_t>& pixels, const PixelLayout& layout, size_t misalignment) {
   std::vector<uint8_t> row(misalignment + pixels.size() * layout.bytesPerPixel);
@@ -50,11 +42,10 @@ void ExpectBgr(const std::vector<uint32_t>& pixels, const PixelLayout& layout, s
   std::vector<uint8_t> bgr(misalignment + 3 * pixels.size() + 1, kUntouched);
   RowToBgr(surface.pixels, layout, pixels.size(), bgr.data() + misalignment);
   for (size_t i = 0; i < pixels.size(); ++i) {
-    const BytesOfPixel plain = PlainBgr(pixels[i], layout);
     const uint8_t* out = &bgr[misalignment + 3 * i];
-    ASSERT_EQ(out[0], plain.blue) << "pixel " << i << " of " << pixels.size();
-    ASSERT_EQ(out[1], plain.green) << "pixel " << i << " of " << pixels.size();
-    ASSERT_EQ(out[2], plain.red) << "pixel " << i << " of " << pixels.size();
+    ASSERT_EQ(out[0], ChannelOf(pixels[i], layout.blueMask)) << "pixel " << i << " of " << pixels.size();
+    ASSERT_EQ(out[1], ChannelOf(pixels[i], layout.greenMask)) << "pixel " << i << " of " << pixels.size();
+    ASSERT_EQ(out[2], ChannelOf(pixels[i], layout.redMask)) << "pixel " << i << " of " << pixels.size();
   }
   ASSERT_EQ(bgr.back(), kUntouched) << pixels.size() << " pixels";
 }
@@ -78,29 +69,6 @@ TEST(RowToBgr, IsThePlainFormAtAnyLengthAndPlaceInEveryLayout) {
       for (uint32_t& pixel : pixels) pixel = uint32_t(random());
       ExpectBgr(pixels, layout, length % 5);
     }
-  }
-}
-
-TEST(PackRow, PutsTheLeftmostPixelInTheTopBitsAndZerosBehindTheLast) {
-  const uint8_t indices[] = {1, 0, 1, 1, 0, 0, 0, 1, 3, 2, 0xFF};
-  struct Case {
-    size_t count;
-    int bits;
-    std::vector<uint8_t> packed;
-  };
-  const Case cases[] = {
-      {0, 1, {kUntouched}},
-      {1, 1, {0x80, kUntouched}},
-      {8, 1, {0xB1, kUntouched}},
-      {11, 1, {0xB1, 0xA0, kUntouched}},
-      {1, 2, {0x40, kUntouched}},
-      {4, 2, {0x45, kUntouched}},
-      {11, 2, {0x45, 0x01, 0xEC, kUntouched}},
-  };
-  for (const Case& c : cases) {
-    std::vector<uint8_t> packed(c.packed.size(), kUntouched);
-    PackRow(indices, c.count, c.bits, packed.data());
-    EXPECT_EQ(packed, c.packed) << c.count << " pixels of " << c.bits << " bits";
   }
 }
 

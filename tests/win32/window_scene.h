@@ -3,10 +3,11 @@
 // The user and the other programs act through win32/memory/memory_windows.h.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <initializer_list>
 #include <string>
-#include <vector>
 
 #include "win32/memory/memory_display.h"
 #include "win32/win32.h"
@@ -31,11 +32,22 @@ HWND MakeWindow(const char* title, DWORD style, const PixelRect& place, HWND par
 HWND ShowFrame(const char* title, const PixelRect& place, HWND owner = nullptr); // active, and the queue is empty
 HWND ShowChild(const char* title, const PixelRect& place, HWND parent, DWORD style = kChildStyle);
 
-// What the messages of a kind told, as "title message" each, in their order; the log is empty then. Messages are named
-// as Win32 names them without WM_, followed by what matters of them: "main SIZE 0 94x75". Nothing but the messages in
-// `names` if there are any.
-std::vector<std::string> TakeLog(std::initializer_list<const char*> names = {});
-std::string Joined(const std::vector<std::string>& lines);
+// A window called "main", active and alone; its client area lies from 103, 122 to 303, 322.
+inline constexpr PixelRect kMainPlace = {100, 100, 306, 325};
+class OneWindow : public ::testing::Test {
+protected:
+  WindowScene scene;
+  HWND main = ShowFrame("main", kMainPlace);
+  DisplayWindow* shown = MemoryWindowTitled("main");
+};
+
+// Shown over the whole screen and all that is on it; its client area begins at -1999, -1999.
+HWND ShowCover(HWND owner);
+
+// What the messages of a kind told, as "title message; title message", in their order; the log is empty then. Messages
+// are named as Win32 names them without WM_, followed by what matters of them: "main SIZE 0 94x75". Nothing but the
+// messages in `names` if there are any.
+std::string TakeLog(std::initializer_list<const char*> names = {});
 
 // Runs instead of the default for a message of any window; an answer of its own ends it there.
 using Handler = std::function<LRESULT(HWND window, WPARAM wParam, LPARAM lParam)>;
@@ -43,6 +55,8 @@ void Answer(UINT message, Handler handler);
 
 // Takes and dispatches all messages that there are.
 void Drain();
+// The user types a key while others are held down. Nothing is taken.
+void TypeWith(std::initializer_list<uint8_t> held, uint8_t key);
 // The client area filled with the colour when it is painted.
 void PaintIn(HWND window, COLORREF colour);
 
