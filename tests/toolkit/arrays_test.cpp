@@ -47,64 +47,38 @@ TEST(GrowArrays, AFullOneStaysAsItIs) {
 
 // ---- Notifiers ----------------------------------------------------------------------------------------------------
 
-struct Listener {
-  char name;
-  Notifier* notifier; // null: it only listens
-};
-
 std::string calls;
 
-void Hear(intptr_t subject, void* argument) {
-  calls += static_cast<Listener*>(argument)->name;
-  calls += std::to_string(subject);
-}
-
-void HearAndLeave(intptr_t subject, void* argument) {
-  auto* listener = static_cast<Listener*>(argument);
-  Hear(subject, argument);
-  NotifierRemove(listener->notifier, HearAndLeave, argument);
-}
-
-void HearAndEndAll(intptr_t subject, void* argument) {
-  Hear(subject, argument);
-  NotifierClear(static_cast<Listener*>(argument)->notifier);
-}
-
-void HearAndAdd(intptr_t subject, void* argument) {
-  Hear(subject, argument);
-  NotifierAdd(static_cast<Listener*>(argument)->notifier, Hear, argument);
-}
-
-class NotifierTest : public ::testing::Test {
-protected:
-  Notifier notifier = {};
-  Listener a = {'a', &notifier}, b = {'b', &notifier}, c = {'c', &notifier};
-
-  NotifierTest() { calls.clear(); }
-  ~NotifierTest() override { NotifierClear(&notifier); }
+// Notes its name and the subject, and does what it is told to.
+struct Listener {
+  char name;
+  void (*act)(Notifier& notifier, Listener& self);
+  Notifier* notifier;
 };
 
-TEST_F(NotifierTest, ListenersRunFromTheLastToTheFirst) {
-  NotifierSend(&notifier, 1);
-  NotifierAdd(&notifier, Hear, &a);
-  NotifierAdd(&notifier, Hear, &b);
-  NotifierAdd(&notifier, Hear, &a);
-  NotifierSend(&notifier, 2);
-  NotifierRemove(&notifier, Hear, &a);
-  NotifierRemove(&notifier, HearAndLeave, &b);
-  NotifierSend(&notifier, 3);
-  EXPECT_EQ(calls, "a2b2a2b3a3");
+void Hear(intptr_t subject, void* argument) {
+  Listener& listener = *static_cast<Listener*>(argument);
+  calls += listener.name + std::to_string(subject);
+  if (listener.act) listener.act(*listener.notifier, listener);
 }
 
-TEST_F(NotifierTest, ListenersMayChangeTheListWhileItIsWalked) {
-  NotifierAdd(&notifier, Hear, &a);
-  NotifierAdd(&notifier, HearAndLeave, &b);
-  NotifierAdd(&notifier, HearAndAdd, &c);
+TEST(Notifiers, RunFromTheLastToTheFirstAndMayChangeMeanwhile) {
+  calls.clear();
+  Notifier notifier = {};
+  Listener a = {'a', nullptr, &notifier}, b = {'b', nullptr, &notifier};
+  Listener leaves = {'l', [](Notifier& n, Listener& self) { NotifierRemove(&n, Hear, &self); }, &notifier};
+  Listener adds = {'+', [](Notifier& n, Listener& self) { NotifierAdd(&n, Hear, &self); }, &notifier};
+  Listener ends = {'e', [](Notifier& n, Listener&) { NotifierClear(&n); }, &notifier};
   NotifierSend(&notifier, 1);
-  EXPECT_EQ(calls, "c1b1a1");
-  NotifierAdd(&notifier, HearAndEndAll, &b);
+  for (Listener* one : {&a, &b, &a, &leaves}) NotifierAdd(&notifier, Hear, one);
   NotifierSend(&notifier, 2);
-  EXPECT_EQ(calls, "c1b1a1b2");
+  NotifierRemove(&notifier, Hear, &a); // the last of the two
+  NotifierRemove(&notifier, Hear, &leaves);
+  NotifierAdd(&notifier, Hear, &adds);
+  NotifierSend(&notifier, 3);
+  NotifierAdd(&notifier, Hear, &ends);
+  NotifierSend(&notifier, 4);
+  EXPECT_EQ(calls, "l2a2b2a2+3b3a3e4");
   EXPECT_EQ(notifier.count, 0);
 }
 

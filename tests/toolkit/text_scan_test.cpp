@@ -8,7 +8,6 @@
 
 #include "toolkit/core/memory.h"
 #include "toolkit/core/strings.h"
-#include "toolkit/core/text_format.h"
 #include "toolkit/core/toolkit_init.h"
 
 namespace framereel {
@@ -84,17 +83,6 @@ TEST(TextScan, StoresTheSizeOfItsLetterAndNoMore) {
   EXPECT_EQ(std::memcmp(memory, expected, sizeof memory), 0);
 }
 
-TEST(TextScan, ReadsWhatTheFormatLanguageWrote) {
-  char text[64];
-  FormatInto(text, "%ds%,%ds% %ds%x%ds%", -10, 20, 300, 32767);
-  int16_t area[4] = {};
-  EXPECT_TRUE(ScanText(text, "%ds%,%ds% %ds%x%ds%", area, area + 1, area + 2, area + 3));
-  EXPECT_EQ(area[0], -10);
-  EXPECT_EQ(area[1], 20);
-  EXPECT_EQ(area[2], 300);
-  EXPECT_EQ(area[3], 32767);
-}
-
 TEST(TextScan, SkippedValuesTakeNoAddress) {
   int32_t second = 0;
   char c = 0;
@@ -139,26 +127,27 @@ TEST(TextScan, TellsWhereItStopped) {
   EXPECT_FALSE(ScanText("5;6 and more", "%d%,%d%", &a, &b));
   EXPECT_EQ(a, 5);
   EXPECT_EQ(b, -1);
-  EXPECT_EQ(LastScan().matched, 1u);
-  EXPECT_EQ(LastScan().consumed, 1u);
-  EXPECT_EQ(LastScan().inputLength, 12u);
-  EXPECT_EQ(LastScan().formatPosition, 3u);
-  EXPECT_EQ(LastScan().formatLength, 7u);
-  EXPECT_EQ(LastScan().success, 0);
+  const ScanResult& last = LastScan();
+  EXPECT_EQ(last.matched, 1u);
+  EXPECT_EQ(last.consumed, 1u);
+  EXPECT_EQ(last.inputLength, 12u);
+  EXPECT_EQ(last.formatPosition, 3u);
+  EXPECT_EQ(last.formatLength, 7u);
+  EXPECT_EQ(last.success, 0);
   EXPECT_FALSE(ScanText("5,x", "%d%,%d%", &a, &b));
-  EXPECT_EQ(LastScan().formatPosition, 4u);
+  EXPECT_EQ(last.formatPosition, 4u);
 }
 
 TEST(TextScan, LiteralsMatchExactlyAndSoDoesAPercentSignAtTheEnd) {
-  int32_t a = 0;
-  EXPECT_TRUE(ScanText("rest", ""));
-  EXPECT_FALSE(ScanText("", "a"));
-  EXPECT_FALSE(ScanText("A", "a"));
-  EXPECT_TRUE(ScanText("25%", "%d%%", &a));
-  EXPECT_FALSE(ScanText("25", "%d%%", &a));
-  EXPECT_FALSE(ScanText("%", "%%%"));
-  EXPECT_FALSE(ScanText("q", "%q%"));
-  EXPECT_TRUE(ScanText("25", "%d", &a));
+  const struct {
+    const char *input, *format;
+    bool succeeds;
+  } cases[] = {{"rest", "", true},    {"", "a", false},    {"A", "a", false},   {"25%", "%d%%", true},
+               {"25", "%d%%", false}, {"%", "%%%", false}, {"q", "%q%", false}, {"25", "%d", true}};
+  for (const auto& one : cases) {
+    int32_t value = 0;
+    EXPECT_EQ(ScanText(one.input, one.format, &value), one.succeeds) << one.input << " by " << one.format;
+  }
 }
 
 TEST(TextScan, AdvancesTheInputOnSuccessOnly) {
