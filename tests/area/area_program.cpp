@@ -1,7 +1,9 @@
 // See area_program.h.
 #include "area_program.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
 #include <utility>
 
@@ -94,9 +96,9 @@ AreaProgram::~AreaProgram() {
 }
 
 void AreaProgram::Act(const std::string& steps) {
-  const std::pair<const char*, uint8_t> keys[] = {{"space", VK_SPACE}, {"esc", VK_ESCAPE},  {"left", VK_LEFT},
-                                                  {"up", VK_UP},       {"right", VK_RIGHT}, {"down", VK_DOWN},
-                                                  {"x", 'X'}};
+  const std::map<std::string, uint8_t> keys = {{"space", VK_SPACE}, {"esc", VK_ESCAPE},  {"left", VK_LEFT},
+                                               {"up", VK_UP},       {"right", VK_RIGHT}, {"down", VK_DOWN},
+                                               {"x", 'X'}};
   std::istringstream in(steps);
   for (std::string step; in >> step; Settle()) {
     if (step == "begin") SelectionBegin(area);
@@ -105,13 +107,11 @@ void AreaProgram::Act(const std::string& steps) {
     if (step == "S") MemoryPressKey(VK_SHIFT);
     if (step == "s") MemoryReleaseKey(VK_SHIFT);
     if (step == "frame") StreamAppend(stream, 1, "x");
+    if (keys.contains(step)) MemoryTypeKey(keys.at(step));
     if (step == "m") {
       int x = 0, y = 0;
       in >> x >> y;
       MemoryMovePointerTo(x, y);
-    }
-    for (const auto& [name, key] : keys) {
-      if (step == name) MemoryTypeKey(key);
     }
   }
 }
@@ -140,12 +140,10 @@ Picture Screen() {
 
 Picture WithLine(Picture picture, const Rect& outline, int phase) {
   const MemoryDisplay& display = TheMemoryDisplay();
-  for (int y = 0; y < display.height; ++y) {
-    for (int x = 0; x < display.width; ++x) {
-      if (x < outline.left || x >= outline.right || y < outline.top || y >= outline.bottom) continue;
+  for (int y = std::max<int>(outline.top, 0); y < std::min<int>(outline.bottom, display.height); ++y) {
+    for (int x = std::max<int>(outline.left, 0); x < std::min<int>(outline.right, display.width); ++x) {
       const bool onLine = x == outline.left || x == outline.right - 1 || y == outline.top || y == outline.bottom - 1;
-      if (onLine && ((x + y - phase) & 7) >= 4)
-        picture[size_t(y) * size_t(display.width) + size_t(x)] ^= PixelBits(display.layout);
+      if (onLine && ((x + y - phase) & 7) >= 4) picture[size_t(y * display.width + x)] ^= PixelBits(display.layout);
     }
   }
   return picture;
