@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace framereel {
@@ -41,6 +42,14 @@ struct WorkingFolder : TemporaryFolder {
 
   WorkingFolder() { std::filesystem::current_path(path); }
   ~WorkingFolder() { std::filesystem::current_path(before); }
+};
+
+// Nobody's rights, when the tests run as root, whom nothing is forbidden.
+struct AsNobody {
+  const bool root = ::geteuid() == 0;
+  AsNobody() { EXPECT_TRUE(!root || ::seteuid(65534) == 0); }
+  ~AsNobody() { EXPECT_TRUE(!root || ::seteuid(0) == 0); }
+  AsNobody(const AsNobody&) = delete;
 };
 
 // "" for a file that does not exist, too.

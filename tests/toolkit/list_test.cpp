@@ -37,11 +37,9 @@ TEST_F(ListTest, AWalkStartsOffTheListAndEndsThere) {
   EXPECT_EQ(ListNext(list), 0);
   Fill({1, 2, 3});
   ListSeek(list, nullptr);
-  Values forward = {ListNext(list), ListNext(list), ListNext(list), ListNext(list), ListNext(list)};
-  EXPECT_EQ(forward, (Values{1, 2, 3, 0, 1}));
+  for (const ListValue value : {1, 2, 3, 0, 1}) EXPECT_EQ(ListNext(list), value);
   ListSeek(list, nullptr);
-  Values back = {ListPrev(list), ListPrev(list), ListPrev(list), ListPrev(list), ListPrev(list)};
-  EXPECT_EQ(back, (Values{3, 2, 1, 0, 3}));
+  for (const ListValue value : {3, 2, 1, 0, 3}) EXPECT_EQ(ListPrev(list), value);
   EXPECT_EQ(ListFirst(list), 1);
 }
 
@@ -107,9 +105,8 @@ TEST_F(ListTest, HandlesOutliveChangesElsewhere) {
   EXPECT_EQ(Contents(), (Values{0, 2}));
 }
 
-Values drained;
-
 TEST_F(ListTest, DrainingHandsOverEachValueOnceInOrder) {
+  static Values drained;
   auto note = [](ListValue value) { drained.push_back(value); };
   ListDrain(list, note);
   Fill({3, 0, 1});

@@ -129,8 +129,6 @@ TEST(Numbers, LimitsIncludeTheirBoundsAndLowWinsWhereTheyCross) {
   EXPECT_EQ(PinValue(5, 3, 1), 5);
   EXPECT_TRUE(InRange(1, 1, 2) && InRange(1, 2, 2));
   EXPECT_FALSE(InRange(1, 0, 2) || InRange(1, 3, 2) || InRange(0.5, 0.4999, 1.0));
-  EXPECT_EQ(Minimum(-0.5, 0.25), -0.5);
-  EXPECT_EQ(Maximum(-0.5, 0.25), 0.25);
 }
 
 } // namespace

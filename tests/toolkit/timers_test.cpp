@@ -56,11 +56,7 @@ TEST_F(TimerTest, OneFiresAPassInOrderOfTimeAndEqualTimesLastScheduledFirst) {
   TimerSchedule(Note, &a, 10);
   TimerSchedule(Note, &c, 20);
   TimerSchedule(Note, &d, 30);
-  EXPECT_EQ(PassAt(1000), "a");
-  EXPECT_EQ(PassAt(1000), "c");
-  EXPECT_EQ(PassAt(1000), "b");
-  EXPECT_EQ(PassAt(1000), "d");
-  EXPECT_EQ(PassAt(1000), "");
+  for (const char* next : {"a", "c", "b", "d", ""}) EXPECT_EQ(PassAt(1000), next);
 }
 
 Timer* other;

@@ -38,13 +38,6 @@ std::string Save(const std::string& name, GifWriter& gif = Animation()) {
   return saved ? "" : refusal.text;
 }
 
-// Nobody's rights, when the tests run as root, whom nothing is forbidden.
-struct AsNobody {
-  const bool root = ::geteuid() == 0;
-  AsNobody() { EXPECT_TRUE(!root || ::seteuid(65534) == 0); }
-  ~AsNobody() { EXPECT_TRUE(!root || ::seteuid(0) == 0); }
-};
-
 // Puts a descriptor in the place of standard output for a while.
 struct StandardOutputIs {
   const int kept = ::dup(STDOUT_FILENO);
