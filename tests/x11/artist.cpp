@@ -1,12 +1,12 @@
-// See artist.h. Pictures go through Xlib's own pixel access, one pixel at a time: slow, and independent of the code
-// under test.
+// See artist.h.
 #include "x11/artist.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <cstring>
-#include <string>
+#include <random>
 
-#include <X11/extensions/XShm.h>
 #include <X11/extensions/Xrandr.h>
 
 #include "win32/x11/x11_display.h"
@@ -15,19 +15,63 @@ namespace framereel {
 
 namespace {
 
-uint32_t NextNoise(uint32_t* state) {
-  // xorshift32 (Marsaglia, 2003)
-  *state ^= *state << 13;
-  *state ^= *state >> 17;
-  *state ^= *state << 5;
-  return *state;
-}
-
-int AnswersExpose(Display*, XEvent* event, XPointer window) {
-  return event->type == Expose && event->xexpose.window == *reinterpret_cast<Window*>(window);
+XImage ImageOfSurface(const Surface& s) {
+  int32_t depth =
+      IsPalette(s.layout) ? s.layout.depth : std::popcount(s.layout.redMask | s.layout.greenMask | s.layout.blueMask);
+  return ImageOf(s.pixels, s.width, s.height, depth, 8 * s.layout.bytesPerPixel, s.stride);
 }
 
 } // namespace
+
+// ---- Pictures ----------------------------------------------------------------------------------------------------
+
+XImage ImageOf(void* rows, int32_t width, int32_t height, int32_t depth, int32_t bitsPerPixel, int32_t rowBytes) {
+  XImage image{};
+  image.width = width;
+  image.height = height;
+  image.format = ZPixmap;
+  image.data = static_cast<char*>(rows);
+  image.byte_order = image.bitmap_bit_order = kOwnByteOrder;
+  image.bitmap_unit = image.bitmap_pad = 8;
+  image.depth = depth;
+  image.bits_per_pixel = bitsPerPixel;
+  image.bytes_per_line = rowBytes;
+  EXPECT_TRUE(XInitImage(&image));
+  return image;
+}
+
+Picture PictureOf(XImage* image) {
+  Picture picture{image->width, image->height, {}};
+  for (int32_t y = 0; y < image->height; y++) {
+    for (int32_t x = 0; x < image->width; x++) {
+      picture.pixels.push_back(static_cast<uint32_t>(XGetPixel(image, x, y)));
+    }
+  }
+  return picture;
+}
+
+void Copy(const Picture& from, const PixelRect& part, int32_t x, int32_t y, Picture* to) {
+  const PixelRect cut = Intersect(part, from.All());
+  for (int32_t row = cut.top; row < cut.bottom; row++) {
+    for (int32_t column = cut.left; column < cut.right; column++) {
+      int64_t toX = int64_t{x} + column - part.left;
+      int64_t toY = int64_t{y} + row - part.top;
+      if (toX < 0 || toY < 0 || toX >= to->width || toY >= to->height) continue;
+      to->At(static_cast<int32_t>(toX), static_cast<int32_t>(toY)) = from.At(column, row);
+    }
+  }
+}
+
+std::string Difference(const Picture& found, const Picture& expected) {
+  if (found.width != expected.width || found.height != expected.height) return "the sizes differ";
+  auto at = std::mismatch(found.pixels.begin(), found.pixels.end(), expected.pixels.begin());
+  if (at.first == found.pixels.end()) return "";
+  auto place = at.first - found.pixels.begin();
+  return "at " + std::to_string(place % found.width) + ", " + std::to_string(place / found.width) + ": " +
+         std::to_string(*at.first) + " instead of " + std::to_string(*at.second);
+}
+
+// ---- The artist --------------------------------------------------------------------------------------------------
 
 Artist::Artist() : display(XOpenDisplay(nullptr)) {
   if (!display) {
@@ -37,81 +81,57 @@ Artist::Artist() : display(XOpenDisplay(nullptr)) {
   root = DefaultRootWindow(display);
 }
 
-Artist::~Artist() {
-  XCloseDisplay(display);
+XWindowAttributes Artist::State(Window window) const {
+  XWindowAttributes state{};
+  XGetWindowAttributes(display, window, &state);
+  return state;
 }
 
-int32_t Artist::Width() const {
-  XWindowAttributes attributes{};
-  XGetWindowAttributes(display, root, &attributes);
-  return attributes.width;
+Picture Artist::Noise(int32_t width, int32_t height, uint32_t seed) const {
+  Picture picture{width, height, std::vector<uint32_t>(static_cast<size_t>(width) * height)};
+  std::mt19937 noise(seed);
+  for (uint32_t& pixel : picture.pixels) pixel = static_cast<uint32_t>(noise()) & PixelBits();
+  return picture;
 }
 
-int32_t Artist::Height() const {
-  XWindowAttributes attributes{};
-  XGetWindowAttributes(display, root, &attributes);
-  return attributes.height;
+void Artist::Put(const Picture& picture, Drawable to, int32_t depth) const {
+  uint32_t* rows = const_cast<uint32_t*>(picture.pixels.data());
+  XImage image = ImageOf(rows, picture.width, picture.height, depth, 32, 4 * picture.width);
+  GC context = XCreateGC(display, to, 0, nullptr);
+  XPutImage(display, to, context, &image, 0, 0, 0, 0, picture.width, picture.height);
+  XFreeGC(display, context);
 }
 
-bool Artist::HasSharedMemory() const {
-  return XShmQueryExtension(display);
-}
-
-Window Artist::Show(const Picture& picture, int32_t x, int32_t y) {
-  int screen = DefaultScreen(display);
+Window Artist::Show(const Picture& picture, int32_t x, int32_t y) const {
   XSetWindowAttributes attributes{};
   attributes.override_redirect = True;
   attributes.event_mask = ExposureMask;
   Window window = XCreateWindow(display, root, x, y, picture.width, picture.height, 0, CopyFromParent, InputOutput,
                                 CopyFromParent, CWOverrideRedirect | CWEventMask, &attributes);
-  windows.push_back(window);
   XMapRaised(display, window);
-  XEvent event;
-  XIfEvent(display, &event, AnswersExpose, reinterpret_cast<XPointer>(&window));
-
-  XImage* image = XCreateImage(display, DefaultVisual(display, screen), Depth(), ZPixmap, 0, nullptr, picture.width,
-                               picture.height, 32, 0);
-  image->data = static_cast<char*>(std::calloc(picture.height, image->bytes_per_line));
-  for (int32_t row = 0; row < picture.height; row++) {
-    for (int32_t column = 0; column < picture.width; column++) {
-      XPutPixel(image, column, row, picture.At(column, row));
-    }
-  }
-  GC context = XCreateGC(display, window, 0, nullptr);
-  XPutImage(display, window, context, image, 0, 0, 0, 0, picture.width, picture.height);
-  XFreeGC(display, context);
-  XDestroyImage(image);
+  XEvent exposed;
+  XWindowEvent(display, window, ExposureMask, &exposed);
+  Put(picture, window, Depth());
   XSync(display, False);
   return window;
 }
 
-Picture Artist::Noise(int32_t width, int32_t height, uint32_t seed) const {
-  Picture picture{width, height, std::vector<uint32_t>(static_cast<size_t>(width) * height)};
-  uint32_t state = seed * 2654435761u + 1;
-  for (uint32_t& pixel : picture.pixels) pixel = NextNoise(&state) & PixelBits();
-  return picture;
-}
-
-Picture Artist::CoverScreen(uint32_t seed) {
+Picture Artist::CoverScreen(uint32_t seed) const {
   Picture picture = Noise(Width(), Height(), seed);
   Show(picture, 0, 0);
   return picture;
 }
 
-Picture Artist::Look() const {
-  Picture picture{Width(), Height(), {}};
-  XImage* image = XGetImage(display, root, 0, 0, picture.width, picture.height, AllPlanes, ZPixmap);
-  for (int32_t y = 0; y < picture.height; y++) {
-    for (int32_t x = 0; x < picture.width; x++) {
-      picture.pixels.push_back(static_cast<uint32_t>(XGetPixel(image, x, y)) & PixelBits());
-    }
-  }
+Picture Artist::Look(const PixelRect& where) const {
+  XImage* image = XGetImage(display, root, where.left, where.top, where.right - where.left, where.bottom - where.top,
+                            AllPlanes, ZPixmap);
+  Picture picture = PictureOf(image);
   XDestroyImage(image);
   return picture;
 }
 
 // Without a monitor, the server takes any size.
-void Artist::ResizeScreen(int32_t width, int32_t height) {
+void Artist::ResizeScreen(int32_t width, int32_t height) const {
   XRRScreenResources* resources = XRRGetScreenResources(display, root);
   for (int i = 0; i < resources->ncrtc; i++) {
     XRRSetCrtcConfig(display, resources, resources->crtcs[i], CurrentTime, 0, 0, None, RR_Rotate_0, nullptr, 0);
@@ -121,75 +141,35 @@ void Artist::ResizeScreen(int32_t width, int32_t height) {
   XSync(display, False);
 }
 
+// ---- The display -------------------------------------------------------------------------------------------------
+
 void X11Test::Catch() {
   if (X11Connection* x = X11Live()) XSync(x->display, False);
 }
 
 OwnSurface::OwnSurface(int32_t width, int32_t height, uint8_t fill) {
-  if (!DisplayNewSurface(width, height, &surface)) {
-    ADD_FAILURE() << "no surface of " << width << " by " << height;
-    std::abort();
-  }
+  EXPECT_TRUE(DisplayNewSurface(width, height, &surface));
   Fill(fill);
 }
 
-uint32_t OwnSurface::At(int32_t x, int32_t y) const {
-  int32_t bytes = surface.layout.bytesPerPixel;
-  const uint8_t* at = RowOf(surface, y) + int64_t{x} * bytes;
-  uint32_t pixel = 0;
-  if (bytes == 1) return *at;
-  if (bytes == 2) {
-    uint16_t half;
-    std::memcpy(&half, at, 2);
-    pixel = half;
-  } else {
-    std::memcpy(&pixel, at, 4);
-  }
-  return pixel & (surface.layout.redMask | surface.layout.greenMask | surface.layout.blueMask);
-}
-
-void OwnSurface::Set(int32_t x, int32_t y, uint32_t pixel) {
-  int32_t bytes = surface.layout.bytesPerPixel;
-  uint8_t* at = RowOf(surface, y) + int64_t{x} * bytes;
-  uint16_t half = static_cast<uint16_t>(pixel);
-  if (bytes == 1) *at = static_cast<uint8_t>(pixel);
-  if (bytes == 2) std::memcpy(at, &half, 2);
-  if (bytes == 4) std::memcpy(at, &pixel, 4);
+OwnSurface::OwnSurface(const Picture& picture) : OwnSurface(picture.width, picture.height) {
+  Load(picture);
 }
 
 void OwnSurface::Fill(uint8_t byte) {
   std::memset(surface.pixels, byte, static_cast<size_t>(surface.stride) * surface.height);
 }
 
+void OwnSurface::Load(const Picture& picture) {
+  XImage image = ImageOfSurface(surface);
+  for (int32_t y = 0; y < picture.height; y++) {
+    for (int32_t x = 0; x < picture.width; x++) XPutPixel(&image, x, y, picture.At(x, y));
+  }
+}
+
 Picture OwnSurface::Pixels() const {
-  Picture picture{surface.width, surface.height, {}};
-  for (int32_t y = 0; y < surface.height; y++) {
-    for (int32_t x = 0; x < surface.width; x++) picture.pixels.push_back(At(x, y));
-  }
-  return picture;
-}
-
-void Paste(const Picture& over, int32_t x, int32_t y, Picture* under) {
-  for (int32_t row = 0; row < over.height; row++) {
-    for (int32_t column = 0; column < over.width; column++) {
-      int64_t atX = int64_t{x} + column;
-      int64_t atY = int64_t{y} + row;
-      if (atX < 0 || atY < 0 || atX >= under->width || atY >= under->height) continue;
-      under->At(static_cast<int32_t>(atX), static_cast<int32_t>(atY)) = over.At(column, row);
-    }
-  }
-}
-
-std::string Difference(const Picture& found, const Picture& expected) {
-  if (found.width != expected.width || found.height != expected.height) return "the sizes differ";
-  for (int32_t y = 0; y < found.height; y++) {
-    for (int32_t x = 0; x < found.width; x++) {
-      if (found.At(x, y) == expected.At(x, y)) continue;
-      return "at " + std::to_string(x) + ", " + std::to_string(y) + ": " + std::to_string(found.At(x, y)) +
-             " instead of " + std::to_string(expected.At(x, y));
-    }
-  }
-  return "";
+  XImage image = ImageOfSurface(surface);
+  return PictureOf(&image);
 }
 
 } // namespace framereel

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "win32/display.h"
@@ -12,6 +13,7 @@
 // Behind gtest, which uses names that these make macros of.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <X11/extensions/XShm.h>
 
 namespace framereel {
 
@@ -20,34 +22,47 @@ struct Picture {
   int32_t width, height;
   std::vector<uint32_t> pixels;
 
+  PixelRect All() const { return {0, 0, width, height}; }
   uint32_t& At(int32_t x, int32_t y) { return pixels[static_cast<size_t>(y) * width + x]; }
   uint32_t At(int32_t x, int32_t y) const { return pixels[static_cast<size_t>(y) * width + x]; }
 };
 
+// Rows of pixels in memory, in its own byte order, for Xlib's access to single pixels: slow, and independent of the
+// code under test.
+XImage ImageOf(void* rows, int32_t width, int32_t height, int32_t depth, int32_t bitsPerPixel, int32_t rowBytes);
+Picture PictureOf(XImage* image);
+// Puts a part of a picture onto another, its top left pixel at x, y. What lies off either is cut.
+void Copy(const Picture& from, const PixelRect& part, int32_t x, int32_t y, Picture* to);
+// Empty when both are alike; else the first pixel in which they differ.
+std::string Difference(const Picture& found, const Picture& expected);
+
 struct Artist {
   Display* display;
   Window root;
-  std::vector<Window> windows;
 
   Artist();
-  ~Artist();
+  ~Artist() { XCloseDisplay(display); }
   int32_t Depth() const { return DefaultDepth(display, DefaultScreen(display)); }
-  int32_t Width() const;
-  int32_t Height() const;
-  bool HasSharedMemory() const;
+  XWindowAttributes State(Window window) const;
+  int32_t Width() const { return State(root).width; }
+  int32_t Height() const { return State(root).height; }
+  bool HasSharedMemory() const { return XShmQueryExtension(display); }
   // All bits that the screen's pixels have.
   uint32_t PixelBits() const { return Depth() >= 32 ? ~0u : (1u << Depth()) - 1; }
   unsigned long Black() const { return BlackPixel(display, DefaultScreen(display)); }
   unsigned long White() const { return WhitePixel(display, DefaultScreen(display)); }
 
-  // Shows a window of any program with the picture at that place, above the others, and waits until it stands there.
-  Window Show(const Picture& picture, int32_t x, int32_t y);
-  // Noise over the whole screen; no two neighbours are alike in general. The same for the same seed.
-  Picture CoverScreen(uint32_t seed);
+  // Noise of the screen's pixels, the same for the same seed; no two neighbours are alike in general.
   Picture Noise(int32_t width, int32_t height, uint32_t seed) const;
-  // What stands on the screen now.
-  Picture Look() const;
-  void ResizeScreen(int32_t width, int32_t height);
+  void Put(const Picture& picture, Drawable to, int32_t depth) const;
+  // Shows a window of any program with the picture at that place, above the others, and waits until it stands there.
+  Window Show(const Picture& picture, int32_t x, int32_t y) const;
+  // Noise over the whole screen.
+  Picture CoverScreen(uint32_t seed) const;
+  // What stands on the screen now, or on a part of it.
+  Picture Look() const { return Look({0, 0, Width(), Height()}); }
+  Picture Look(const PixelRect& where) const;
+  void ResizeScreen(int32_t width, int32_t height) const;
 };
 
 // The display under test and an artist beside it, fresh for each test.
@@ -68,25 +83,19 @@ protected:
   Artist artist;
 };
 
-// A surface of the display's, freed with it. Every byte is set to `fill`.
+// A surface of the display's, freed with it.
 struct OwnSurface {
   Surface surface{};
 
   OwnSurface(int32_t width, int32_t height, uint8_t fill = 0xA5);
+  explicit OwnSurface(const Picture& picture);
   ~OwnSurface() { DisplayFreeSurface(&surface); }
   OwnSurface(const OwnSurface&) = delete;
   OwnSurface& operator=(const OwnSurface&) = delete;
 
-  // The pixel's bits that count.
-  uint32_t At(int32_t x, int32_t y) const;
-  void Set(int32_t x, int32_t y, uint32_t pixel);
-  void Fill(uint8_t byte);
+  void Fill(uint8_t byte); // every one
+  void Load(const Picture& picture);
   Picture Pixels() const;
 };
-
-// `under` with the part of `over` that lies on it, its top left pixel at x, y.
-void Paste(const Picture& over, int32_t x, int32_t y, Picture* under);
-// Empty when both are alike; else the first pixel in which they differ.
-std::string Difference(const Picture& found, const Picture& expected);
 
 } // namespace framereel

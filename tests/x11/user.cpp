@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <ostream>
 
-#include <X11/Xatom.h>
 #include <X11/extensions/XTest.h>
 
 namespace framereel {
@@ -14,6 +13,15 @@ namespace framereel {
 namespace {
 
 constexpr int kLongMs = 20000; // after so long without any event nothing comes any more
+
+// What Xlib has read already the connection does not tell of again.
+bool WaitForMore() {
+  X11Connection* x = X11Live();
+  if (!x) return false;
+  if (XEventsQueued(x->display, QueuedAfterFlush) > 0) return true;
+  pollfd connection = {ConnectionNumber(x->display), POLLIN, 0};
+  return ::poll(&connection, 1, kLongMs) > 0;
+}
 
 } // namespace
 
@@ -30,32 +38,31 @@ void X11WindowTest::TearDown() {
   X11Test::TearDown();
 }
 
-DisplayWindow* X11WindowTest::Open(WindowRole role, const PixelRect& place, DisplayWindow* owner, const char* title) {
-  DisplayWindow* window = DisplayNewWindow({role, place, owner, title});
+// ---- The program -------------------------------------------------------------------------------------------------
+
+DisplayWindow* X11WindowTest::Open(Role role, const PixelRect& place, DisplayWindow* owner) {
+  DisplayWindow* window = DisplayNewWindow({role, place, owner, "test"});
   EXPECT_NE(window, nullptr);
   windows.push_back(window);
   Catch(); // others may look at it
   return window;
 }
 
-DisplayWindow* X11WindowTest::Show(WindowRole role, const PixelRect& place, DisplayWindow* owner) {
+DisplayWindow* X11WindowTest::Show(Role role, const PixelRect& place, DisplayWindow* owner) {
   DisplayWindow* window = Open(role, place, owner);
   DisplayShowWindow(window, true);
   Until([=, this] { return StandsOnScreen(window); });
   WaitForManager();
-  if (role != WindowRole::kCover) Next(DisplayEventKind::kExposed, window);
+  if (role != Role::kCover) Next(Kind::kExposed, window);
   return window;
-}
-
-void X11WindowTest::Free(DisplayWindow* window) {
-  std::erase(windows, window);
-  DisplayFreeWindow(window);
 }
 
 void X11WindowTest::Activate(DisplayWindow* window) {
   DisplayActivateWindow(window);
   Until([&] { return (Drain(), window->active); });
 }
+
+// ---- The user ----------------------------------------------------------------------------------------------------
 
 void X11WindowTest::MovePointer(int32_t x, int32_t y) {
   XTestFakeMotionEvent(artist.display, -1, x, y, CurrentTime);
@@ -73,27 +80,19 @@ void X11WindowTest::Key(KeySym symbol, bool down) {
 }
 
 void X11WindowTest::Type(KeyCode code) {
-  XTestFakeKeyEvent(artist.display, code, True, CurrentTime);
-  XTestFakeKeyEvent(artist.display, code, False, CurrentTime);
+  for (bool down : {true, false}) XTestFakeKeyEvent(artist.display, code, down, CurrentTime);
   XSync(artist.display, False);
 }
 
-bool X11WindowTest::HasManager() const {
-  XWindowAttributes state{};
-  return XGetWindowAttributes(artist.display, artist.root, &state) && state.all_event_masks & SubstructureRedirectMask;
-}
+// ---- The desktop -------------------------------------------------------------------------------------------------
 
 // Asked how thick a frame would be, it answers on the window, and it works off everything in its order.
 void X11WindowTest::WaitForManager() {
   if (!HasManager()) return;
   Window window = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0);
   Tell(artist.root, window, "_NET_REQUEST_FRAME_EXTENTS", {});
-  Until([&] { return !Longs(window, "_NET_FRAME_EXTENTS").empty(); });
+  Until([&] { return !Items(window, "_NET_FRAME_EXTENTS").empty(); });
   XDestroyWindow(artist.display, window);
-}
-
-bool X11WindowTest::HasCompositor() {
-  return XGetSelectionOwner(artist.display, AtomOf("_NET_WM_CM_S0")) != None;
 }
 
 void X11WindowTest::Tell(Window to, Window about, const char* type, std::vector<long> data) {
@@ -108,7 +107,7 @@ void X11WindowTest::Tell(Window to, Window about, const char* type, std::vector<
   XSync(artist.display, False);
 }
 
-std::vector<long> X11WindowTest::Longs(Window window, const char* property) const {
+std::vector<long> X11WindowTest::Items(Window window, const char* property) const {
   Atom type;
   int format;
   unsigned long count = 0, rest;
@@ -116,39 +115,25 @@ std::vector<long> X11WindowTest::Longs(Window window, const char* property) cons
   XGetWindowProperty(artist.display, window, AtomOf(property), 0, 65536, False, AnyPropertyType, &type, &format, &count,
                      &rest, &data);
   std::vector<long> items;
-  // Xlib keeps each in a long, with its sign.
-  for (unsigned long i = 0; data && format == 32 && i < count; i++) {
-    items.push_back(reinterpret_cast<long*>(data)[i] & 0xFFFFFFFF);
+  for (unsigned long i = 0; data && i < count; i++) {
+    // Xlib keeps an item of 32 bits in a long, with its sign.
+    items.push_back(format == 32 ? reinterpret_cast<long*>(data)[i] & 0xFFFFFFFF : data[i]);
   }
   if (data) XFree(data);
   return items;
 }
 
 std::string X11WindowTest::Text(Window window, const char* property) const {
-  Atom type;
-  int format;
-  unsigned long count = 0, rest;
-  unsigned char* data = nullptr;
-  XGetWindowProperty(artist.display, window, AtomOf(property), 0, 65536, False, AnyPropertyType, &type, &format, &count,
-                     &rest, &data);
-  std::string text = data && format == 8 ? std::string(reinterpret_cast<char*>(data), count) : "";
-  if (data) XFree(data);
-  return text;
+  std::vector<long> bytes = Items(window, property);
+  return std::string(bytes.begin(), bytes.end());
 }
 
 PixelRect X11WindowTest::PlaceOf(const DisplayWindow* window) const {
-  XWindowAttributes size{};
+  XWindowAttributes size = artist.State(window->id);
   int x = 0, y = 0;
   Window child;
-  XGetWindowAttributes(artist.display, window->id, &size);
   XTranslateCoordinates(artist.display, window->id, artist.root, 0, 0, &x, &y, &child);
   return {x, y, x + size.width, y + size.height};
-}
-
-bool X11WindowTest::StandsOnScreen(const DisplayWindow* window) const {
-  XWindowAttributes state{};
-  XGetWindowAttributes(artist.display, window->id, &state);
-  return state.map_state == IsViewable;
 }
 
 Window X11WindowTest::WindowAt(int32_t x, int32_t y) const {
@@ -161,16 +146,9 @@ Window X11WindowTest::WindowAt(int32_t x, int32_t y) const {
   return window;
 }
 
-bool X11WindowTest::WaitForMore() {
-  X11Connection* x = X11Live();
-  if (!x) return false;
-  // What Xlib has read already the connection does not tell of again.
-  if (XEventsQueued(x->display, QueuedAfterFlush) > 0) return true;
-  pollfd connection = {ConnectionNumber(x->display), POLLIN, 0};
-  return ::poll(&connection, 1, kLongMs) > 0;
-}
+// ---- Waiting -----------------------------------------------------------------------------------------------------
 
-DisplayEvent X11WindowTest::Next(DisplayEventKind kind, const DisplayWindow* window, std::source_location where) {
+DisplayEvent X11WindowTest::Next(Kind kind, const DisplayWindow* window, std::source_location where) {
   do {
     DisplayEvent event;
     while (DisplayNextEvent(&event)) {
@@ -201,8 +179,13 @@ std::vector<DisplayEvent> X11WindowTest::Drain() {
   return events;
 }
 
+bool X11WindowTest::Came(Kind kind) {
+  std::vector<DisplayEvent> events = Drain();
+  return std::any_of(events.begin(), events.end(), [=](const DisplayEvent& event) { return event.kind == kind; });
+}
+
 bool operator==(const PixelRect& a, const PixelRect& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+  return Same(a, b);
 }
 
 void PrintTo(const PixelRect& r, std::ostream* out) {

@@ -7,8 +7,6 @@
 
 #include <functional>
 #include <source_location>
-#include <string>
-#include <vector>
 
 #include "win32/x11/x11_display.h"
 
@@ -16,17 +14,18 @@ namespace framereel {
 
 class X11WindowTest : public X11Test {
 protected:
+  using Kind = DisplayEventKind;
+  using Role = WindowRole;
+
   void SetUp() override;
   void TearDown() override;
 
   // ---- The program ----
 
   // A window of ours, freed with the test.
-  DisplayWindow* Open(WindowRole role, const PixelRect& place, DisplayWindow* owner = nullptr,
-                      const char* title = "test");
+  DisplayWindow* Open(Role role, const PixelRect& place, DisplayWindow* owner = nullptr);
   // The same, shown, and waited for.
-  DisplayWindow* Show(WindowRole role, const PixelRect& place, DisplayWindow* owner = nullptr);
-  void Free(DisplayWindow* window);
+  DisplayWindow* Show(Role role, const PixelRect& place, DisplayWindow* owner = nullptr);
   // Gives it the keyboard, and waits until it has it.
   void Activate(DisplayWindow* window);
 
@@ -40,33 +39,35 @@ protected:
 
   // ---- The desktop ----
 
-  bool HasManager() const;
+  bool HasManager() const { return artist.State(artist.root).all_event_masks & SubstructureRedirectMask; }
   // Waits until the window manager has worked off all that happened up to now.
   void WaitForManager();
-  bool HasCompositor();
-  Atom AtomOf(const char* name) const { return XInternAtom(artist.display, name, False); }
+  bool HasCompositor() const { return XGetSelectionOwner(artist.display, AtomOf("_NET_WM_CM_S0")) != None; }
+  long AtomOf(const char* name) const { return static_cast<long>(XInternAtom(artist.display, name, False)); }
   // A message of a task bar's or a window manager's: to the root about the window, or to the window itself.
   void Tell(Window to, Window about, const char* type, std::vector<long> data);
-  std::vector<long> Longs(Window window, const char* property) const;
+  // The items of a property of 32 bits, or its bytes.
+  std::vector<long> Items(Window window, const char* property) const;
   std::string Text(Window window, const char* property) const;
   // Where the window stands on the screen, by the server's own word.
   PixelRect PlaceOf(const DisplayWindow* window) const;
-  bool StandsOnScreen(const DisplayWindow* window) const;
+  bool StandsOnScreen(const DisplayWindow* window) const { return artist.State(window->id).map_state == IsViewable; }
   // The innermost window at a place of the screen.
   Window WindowAt(int32_t x, int32_t y) const;
 
   // ---- Waiting ----
 
   // Takes events until one is of the kind and for the window, and answers it; the others are dropped.
-  DisplayEvent Next(DisplayEventKind kind, const DisplayWindow* window,
+  DisplayEvent Next(Kind kind, const DisplayWindow* window,
                     std::source_location where = std::source_location::current());
-  // Takes events until it holds.
+  // Asks until it holds.
   void Until(const std::function<bool()>& holds, std::source_location where = std::source_location::current());
-  // All events that have come, once both sides agree.
+  // Takes all events that have come, once both sides agree.
   std::vector<DisplayEvent> Drain();
+  // The same; whether one of the kind was among them.
+  bool Came(Kind kind);
 
 private:
-  bool WaitForMore();
   std::vector<DisplayWindow*> windows;
 };
 

@@ -2,18 +2,17 @@
 // minimising, dragging, and the part of the screen that is free. With and without a window manager.
 #include "x11/user.h"
 
+#include <utility>
+
 #include <X11/Xatom.h>
 
 namespace framereel {
 
 namespace {
 
-using Kind = DisplayEventKind;
-using Role = WindowRole;
-
 class X11WindowInput : public X11WindowTest {
 protected:
-  void WriteLongs(Window window, const char* property, Atom type, std::vector<long> items) {
+  void WriteItems(Window window, const char* property, Atom type, std::vector<long> items) {
     XChangeProperty(artist.display, window, AtomOf(property), type, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
     XSync(artist.display, False);
@@ -21,16 +20,31 @@ protected:
   // A panel at the screen's edge; `thick` as _NET_WM_STRUT_PARTIAL begins: left, right, top, bottom.
   Window NewDock(std::vector<long> thick) {
     Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
-    WriteLongs(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {long(AtomOf("_NET_WM_WINDOW_TYPE_DOCK"))});
+    WriteItems(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {AtomOf("_NET_WM_WINDOW_TYPE_DOCK")});
+    SetDock(dock, thick);
+    return dock;
+  }
+  void SetDock(Window dock, std::vector<long> thick) {
     thick.resize(12);
     thick[9] = artist.Width() - 1; // as far as a strip at the top reaches
-    WriteLongs(dock, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, thick);
-    return dock;
+    WriteItems(dock, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, thick);
+  }
+  void UsableAreaBecomes(const PixelRect& area, std::source_location where = std::source_location::current()) {
+    Until([&] { return (Next(Kind::kScreenChanged, nullptr, where), DisplayUsableArea() == area); }, where);
   }
   XEvent NextOfArtist(int type) {
     XEvent event{};
     Until([&] { return XCheckTypedEvent(artist.display, type, &event); });
     return event;
+  }
+  // Presses where the window's caption could be, and asks the desktop to drag the window.
+  bool StartDrag(DisplayWindow* window) {
+    MovePointer(window->place.left + 40, window->place.top + 40);
+    Button(1, true);
+    DisplayEvent down = Next(Kind::kMouseDown, window);
+    bool drags = DisplayDragWindow(window, down.x, down.y);
+    Catch();
+    return drags;
   }
 };
 
@@ -38,7 +52,7 @@ protected:
 struct OwnManager {
   Artist* artist;
 
-  OwnManager(Artist* a) : artist(a) { Listen(SubstructureRedirectMask); }
+  explicit OwnManager(Artist* a) : artist(a) { Listen(SubstructureRedirectMask); }
   ~OwnManager() {
     for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
       XDeleteProperty(artist->display, artist->root, XInternAtom(artist->display, name, False));
@@ -62,24 +76,19 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedFor) {
   DisplayActivateWindow(second);
   EXPECT_FALSE(Next(Kind::kActive, first).flag);
   EXPECT_TRUE(Next(Kind::kActive, second).flag);
-  Key(XK_b, true);
+  Type(CodeOf(XK_b));
   EXPECT_EQ(Next(Kind::kKeyDown, second).key, 'B');
-  Key(XK_b, false);
-  EXPECT_EQ(Next(Kind::kKeyUp, second).key, 'B');
+
+  // A grab of the keys is no loss of the keyboard.
+  XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+  EXPECT_FALSE(Came(Kind::kActive));
+  XUngrabKeyboard(artist.display, CurrentTime);
+  EXPECT_FALSE(Came(Kind::kActive));
 
   Window others = artist.Show(artist.Noise(50, 50, 1), 10, 200);
   XSetInputFocus(artist.display, others, RevertToPointerRoot, CurrentTime);
   XSync(artist.display, False);
   EXPECT_FALSE(Next(Kind::kActive, second).flag);
-}
-
-TEST_F(X11WindowInput, AGrabOfTheKeysIsNoLossOfTheKeyboard) {
-  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
-  Activate(window);
-  XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
-  for (const DisplayEvent& event : Drain()) EXPECT_NE(event.kind, Kind::kActive);
-  XUngrabKeyboard(artist.display, CurrentTime);
-  for (const DisplayEvent& event : Drain()) EXPECT_NE(event.kind, Kind::kActive);
 }
 
 // ---- The mouse ---------------------------------------------------------------------------------------------------
@@ -105,16 +114,21 @@ TEST_F(X11WindowInput, MouseEventsTellPlaceAndButton) {
   // The wheel is no button.
   Button(4, true);
   Button(4, false);
-  for (const DisplayEvent& event : Drain()) EXPECT_NE(event.kind, Kind::kMouseDown);
+  EXPECT_FALSE(Came(Kind::kMouseDown));
 }
 
-TEST_F(X11WindowInput, CaptureTakesAllMouseEventsAndGivesThemBack) {
-  DisplayWindow* main = Show(Role::kMain, {10, 10, 210, 210});
+TEST_F(X11WindowInput, CaptureTakesAllMouseEventsUntilItIsGivenBackOrLost) {
+  DisplayWindow* main = Open(Role::kMain, {10, 10, 210, 210});
+  DisplayCapturePointer(main); // waits for the window
+  DisplayShowWindow(main, true);
+  Until([&] { return (Drain(), !main->becameViewable && main->viewable); });
+  MovePointer(400, 300);
+  EXPECT_EQ(Next(Kind::kMouseMove, main).x, 400);
+
   DisplayWindow* popup = Show(Role::kPopup, {300, 100, 400, 200}, main);
   DisplayCapturePointer(popup);
   MovePointer(50, 50);
-  DisplayEvent event = Next(Kind::kMouseMove, popup);
-  EXPECT_EQ(event.x, 50);
+  EXPECT_EQ(Next(Kind::kMouseMove, popup).x, 50);
   Button(1, true);
   EXPECT_EQ(Next(Kind::kMouseDown, popup).y, 50);
   Button(1, false);
@@ -123,57 +137,39 @@ TEST_F(X11WindowInput, CaptureTakesAllMouseEventsAndGivesThemBack) {
   Catch();
   MovePointer(60, 60);
   EXPECT_EQ(Next(Kind::kMouseMove, main).x, 60);
-}
 
-TEST_F(X11WindowInput, CaptureBeforeTheWindowIsShownWaitsForIt) {
-  DisplayWindow* window = Open(Role::kMain, {10, 10, 210, 210});
-  DisplayCapturePointer(window);
-  DisplayShowWindow(window, true);
-  Until([&] { return (Drain(), !window->becameViewable && window->viewable); });
-  MovePointer(400, 300);
-  EXPECT_EQ(Next(Kind::kMouseMove, window).x, 400);
-}
-
-TEST_F(X11WindowInput, CaptureIsLostWithTheWindowOrToAnotherProgram) {
-  DisplayWindow* window = Show(Role::kPopup, {10, 10, 210, 210});
-  DisplayCapturePointer(window);
-  DisplayShowWindow(window, false);
-  Next(Kind::kCaptureLost, window);
-  DisplayShowWindow(window, true);
+  // Lost with the window, and to another program.
+  DisplayCapturePointer(popup);
+  DisplayShowWindow(popup, false);
+  Next(Kind::kCaptureLost, popup);
+  DisplayShowWindow(popup, true);
   XGrabPointer(artist.display, artist.root, False, 0, GrabModeAsync, GrabModeAsync, None, None, CurrentTime);
   XSync(artist.display, False);
-  DisplayCapturePointer(window);
-  Next(Kind::kCaptureLost, window);
+  DisplayCapturePointer(popup);
+  Next(Kind::kCaptureLost, popup);
   XUngrabPointer(artist.display, CurrentTime);
 }
 
 TEST_F(X11WindowInput, PointerHasTheShapeOfItsWindow) {
   DisplayWindow* window = Show(Role::kPopup, {10, 10, 210, 210});
   MovePointer(50, 50);
-  DisplayPointerShape(window, PointerShape::kIBeam, nullptr);
-  Catch();
-  auto pixels = [] {
-    const PointerPicture* picture = DisplayPointer();
-    return picture ? std::vector<uint32_t>(picture->pixels, picture->pixels + picture->width * picture->height)
-                   : std::vector<uint32_t>();
-  };
-  std::vector<uint32_t> beam = pixels();
-  EXPECT_FALSE(beam.empty());
-  DisplayPointerShape(window, PointerShape::kArrow, nullptr);
-  Catch();
-  EXPECT_NE(pixels(), beam);
-
-  // Three pixels: white, nothing, dark.
-  const uint32_t three[] = {0xFFE0E0E0, 0, 0xFF300000};
-  const PointerPicture own = {3, 1, 2, 0, three};
-  DisplayPointerShape(window, PointerShape::kOwn, &own);
-  Catch();
-  const PointerPicture* shown = DisplayPointer();
-  ASSERT_NE(shown, nullptr);
-  EXPECT_EQ(shown->hotX, 2);
-  EXPECT_EQ(shown->pixels[0], 0xFFFFFFFF);
-  EXPECT_EQ(shown->pixels[1], 0u);
-  EXPECT_EQ(shown->pixels[2], 0xFF000000);
+  const uint32_t lightNoneDark[] = {0xFFE0E0E0, 0, 0xFF300000};
+  const PointerPicture own = {3, 1, 2, 0, lightNoneDark};
+  std::vector<uint32_t> before;
+  for (PointerShape shape : {PointerShape::kIBeam, PointerShape::kArrow, PointerShape::kOwn}) {
+    DisplayPointerShape(window, shape, &own);
+    Catch();
+    const PointerPicture* shown = DisplayPointer();
+    ASSERT_NE(shown, nullptr);
+    std::vector<uint32_t> pixels(shown->pixels, shown->pixels + shown->width * shown->height);
+    EXPECT_NE(pixels, before);
+    before = pixels;
+  }
+  EXPECT_EQ(DisplayPointer()->hotX, 2);
+  ASSERT_GE(before.size(), 3u);
+  EXPECT_EQ(before[0], 0xFFFFFFFF);
+  EXPECT_EQ(before[1], 0u);
+  EXPECT_EQ(before[2], 0xFF000000);
 }
 
 // ---- Minimising and dragging -------------------------------------------------------------------------------------
@@ -185,7 +181,7 @@ TEST_F(X11WindowInput, MinimisesAndComesBack) {
   DisplayMinimiseWindow(window, false);
   Until([&] { return StandsOnScreen(window); });
   EXPECT_EQ(PlaceOf(window), (PixelRect{10, 10, 160, 110}));
-  for (const DisplayEvent& event : Drain()) EXPECT_NE(event.kind, Kind::kMinimised);
+  EXPECT_FALSE(Came(Kind::kMinimised));
 
   DisplayWindow* later = Open(Role::kMain, {200, 10, 350, 110});
   DisplayMinimiseWindow(later, true);
@@ -194,11 +190,8 @@ TEST_F(X11WindowInput, MinimisesAndComesBack) {
   EXPECT_FALSE(StandsOnScreen(later));
   DisplayMinimiseWindow(later, false);
   Until([&] { return StandsOnScreen(later); });
-}
 
-TEST_F(X11WindowInput, TellsWhenTheDesktopMinimisesIt) {
-  if (!HasManager()) GTEST_SKIP() << "nobody would";
-  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
+  if (!HasManager()) return;
   Tell(artist.root, window->id, "WM_CHANGE_STATE", {IconicState});
   EXPECT_TRUE(Next(Kind::kMinimised, window).flag);
   constexpr long byPager = 2;
@@ -208,10 +201,7 @@ TEST_F(X11WindowInput, TellsWhenTheDesktopMinimisesIt) {
 
 TEST_F(X11WindowInput, DesktopDragsItWhereThereIsOneThatDoes) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
-  MovePointer(50, 50);
-  Button(1, true);
-  Next(Kind::kMouseDown, window);
-  bool drags = DisplayDragWindow(window, 50, 50);
+  const bool drags = StartDrag(window);
   EXPECT_EQ(drags, HasManager());
   if (drags) {
     // The window manager takes over when it gets round to it.
@@ -225,45 +215,12 @@ TEST_F(X11WindowInput, DesktopDragsItWhereThereIsOneThatDoes) {
   }
   Button(1, false);
   if (!drags) return;
-  Until([&] { return PlaceOf(window) == PixelRect{210, 90, 360, 190}; });
-  Until([&] { return (Drain(), window->place == PixelRect{210, 90, 360, 190}); });
-}
+  const PixelRect dragged = {210, 90, 360, 190};
+  Until([&] { return (Drain(), PlaceOf(window) == dragged && window->place == dragged); });
 
-TEST_F(X11WindowInput, AReleaseBeforeTheDesktopDragsTakesTheRequestBack) {
-  if (HasManager()) GTEST_SKIP() << "it may be quicker";
-  constexpr long byMouse = 8, cancel = 11;
-  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
-  OwnManager manager(&artist);
-  WriteLongs(artist.root, "_NET_SUPPORTED", XA_ATOM, {long(AtomOf("_NET_WM_MOVERESIZE"))});
-  // Over the window, where the release comes to us, and beside it, where it comes to nobody.
-  for (const auto& [x, y] : {std::pair{70, 90}, std::pair{400, 300}}) {
-    const PixelRect before = window->place;
-    MovePointer(before.left + 40, before.top + 40);
-    Button(1, true);
-    DisplayEvent down = Next(Kind::kMouseDown, window);
-    ASSERT_TRUE(DisplayDragWindow(window, down.x, down.y));
-    Catch();
-    MovePointer(x, y);
-    Button(1, false);
-    for (const DisplayEvent& event : Drain()) EXPECT_NE(event.kind, Kind::kMouseUp);
-    EXPECT_EQ(NextOfArtist(ClientMessage).xclient.data.l[2], byMouse);
-    XEvent taken = NextOfArtist(ClientMessage);
-    EXPECT_EQ(taken.xclient.message_type, AtomOf("_NET_WM_MOVERESIZE"));
-    EXPECT_EQ(taken.xclient.data.l[2], cancel);
-    const XConfigureRequestEvent move = NextOfArtist(ConfigureRequest).xconfigurerequest;
-    XMoveWindow(artist.display, window->id, move.x, move.y);
-    XSync(artist.display, False);
-    EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{x - 40, y - 40, x + 110, y + 60}));
-  }
-}
-
-TEST_F(X11WindowInput, AShortClickDoesNotLeaveTheDesktopDragging) {
-  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
+  // A short click does not leave it dragging.
   for (int32_t i = 0; i < 5; i++) {
-    MovePointer(50, 50);
-    Button(1, true);
-    Next(Kind::kMouseDown, window);
-    DisplayDragWindow(window, 50, 50);
+    StartDrag(window);
     Button(1, false);
     Drain();
     WaitForManager();
@@ -271,62 +228,84 @@ TEST_F(X11WindowInput, AShortClickDoesNotLeaveTheDesktopDragging) {
     WaitForManager();
     MovePointer(300, 200);
     WaitForManager();
-    EXPECT_EQ(PlaceOf(window), (PixelRect{10, 10, 160, 110}));
+    EXPECT_EQ(PlaceOf(window), dragged);
+  }
+}
+
+TEST_F(X11WindowInput, AReleaseBeforeTheDesktopDragsTakesTheRequestBack) {
+  if (HasManager()) GTEST_SKIP() << "it may be quicker";
+  constexpr long byMouse = 8, cancel = 11;
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
+  OwnManager manager(&artist);
+  WriteItems(artist.root, "_NET_SUPPORTED", XA_ATOM, {AtomOf("_NET_WM_MOVERESIZE")});
+  // Over the window, where the release comes to us, and beside it, where it comes to nobody.
+  for (const auto& [x, y] : {std::pair{70, 90}, std::pair{400, 300}}) {
+    ASSERT_TRUE(StartDrag(window));
+    MovePointer(x, y);
+    Button(1, false);
+    EXPECT_FALSE(Came(Kind::kMouseUp));
+    EXPECT_EQ(NextOfArtist(ClientMessage).xclient.data.l[2], byMouse);
+    const XClientMessageEvent taken = NextOfArtist(ClientMessage).xclient;
+    EXPECT_EQ(long(taken.message_type), AtomOf("_NET_WM_MOVERESIZE"));
+    EXPECT_EQ(taken.data.l[2], cancel);
+    const XConfigureRequestEvent move = NextOfArtist(ConfigureRequest).xconfigurerequest;
+    XMoveWindow(artist.display, window->id, move.x, move.y);
+    XSync(artist.display, False);
+    EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{x - 40, y - 40, x + 110, y + 60}));
   }
 }
 
 // ---- The screen --------------------------------------------------------------------------------------------------
 
-TEST_F(X11WindowInput, FollowsTheUsableArea) {
+TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
   const PixelRect all = {0, 0, artist.Width(), artist.Height()};
   if (HasManager()) {
     Until([&] { return (Drain(), DisplayUsableArea() == all); });
     Window dock = NewDock({0, 0, 24, 0});
     XMapWindow(artist.display, dock);
     XSync(artist.display, False);
-    const PixelRect rest = {0, 24, all.right, all.bottom};
-    Until([&] { return (Next(Kind::kScreenChanged, nullptr), DisplayUsableArea() == rest); });
+    UsableAreaBecomes({0, 24, all.right, all.bottom});
     XDestroyWindow(artist.display, dock);
     XSync(artist.display, False);
-    Until([&] { return (Next(Kind::kScreenChanged, nullptr), DisplayUsableArea() == all); });
+    UsableAreaBecomes(all);
     return;
   }
   EXPECT_EQ(DisplayUsableArea(), all);
-  auto setArea = [&](std::vector<long> area, long desktop) {
-    WriteLongs(artist.root, "_NET_WORKAREA", XA_CARDINAL, area);
-    WriteLongs(artist.root, "_NET_CURRENT_DESKTOP", XA_CARDINAL, {desktop});
+  const struct {
+    std::vector<long> areas;
+    long desktop;
+    PixelRect usable;
+  } works[] = {{{0, 0, 640, 480, 10, 20, 300, 200}, 1, {10, 20, 310, 220}},
+               {{0, 0, 640, 480, 10, 20, 300, 200}, 7, {0, 0, 640, 480}},
+               {{0, 30, 70000, 70000}, 0, {0, 30, all.right, all.bottom}},
+               {{1, 2}, 0, all}};
+  for (const auto& work : works) {
+    WriteItems(artist.root, "_NET_WORKAREA", XA_CARDINAL, work.areas);
+    WriteItems(artist.root, "_NET_CURRENT_DESKTOP", XA_CARDINAL, {work.desktop});
     Next(Kind::kScreenChanged, nullptr);
-    return DisplayUsableArea();
-  };
-  EXPECT_EQ(setArea({0, 0, 640, 480, 10, 20, 300, 200}, 1), (PixelRect{10, 20, 310, 220}));
-  EXPECT_EQ(setArea({0, 0, 640, 480, 10, 20, 300, 200}, 7), (PixelRect{0, 0, 640, 480}));
-  EXPECT_EQ(setArea({0, 30, 70000, 70000}, 0), (PixelRect{0, 30, all.right, all.bottom}));
-  EXPECT_EQ(setArea({1, 2}, 0), all);
-  XDeleteProperty(artist.display, artist.root, AtomOf("_NET_WORKAREA"));
-  XDeleteProperty(artist.display, artist.root, AtomOf("_NET_CURRENT_DESKTOP"));
-}
+    EXPECT_EQ(DisplayUsableArea(), work.usable);
+  }
+  for (const char* name : {"_NET_WORKAREA", "_NET_CURRENT_DESKTOP"}) {
+    XDeleteProperty(artist.display, artist.root, AtomOf(name));
+  }
 
-TEST_F(X11WindowInput, UsableAreaLeavesOutThePanelsWhereNobodyWorksItOut) {
-  if (HasManager()) GTEST_SKIP() << "it works it out";
-  const PixelRect all = {0, 0, artist.Width(), artist.Height()};
+  // Where nobody works it out, the panels are left out.
   OwnManager manager(&artist);
   Window left = NewDock({30, 0, 0, 0}), bottom = NewDock({0, 0, 0, 40});
-  auto becomes = [&](const PixelRect& area) {
-    Until([&] { return (Next(Kind::kScreenChanged, nullptr), DisplayUsableArea() == area); });
-  };
-  WriteLongs(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(bottom)});
-  becomes({30, 0, all.right, all.bottom - 40});
-  WriteLongs(bottom, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, {0, 20, 0, 50, 0, 0, 0, 0, 0, 0, 0, 0});
-  becomes({30, 0, all.right - 20, all.bottom - 50});
-  WriteLongs(bottom, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, {0, 0, 70000, 70000, 0, 0, 0, 0, 0, 0, 0, 0});
-  becomes(all); // nothing would be left
+  WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(bottom)});
+  UsableAreaBecomes({30, 0, all.right, all.bottom - 40});
+  SetDock(bottom, {0, 20, 0, 50});
+  UsableAreaBecomes({30, 0, all.right - 20, all.bottom - 50});
+  SetDock(bottom, {0, 0, 70000, 70000});
+  UsableAreaBecomes(all); // nothing would be left
   XDestroyWindow(artist.display, bottom);
-  WriteLongs(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left)});
-  becomes({30, 0, all.right, all.bottom});
+  WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left)});
+  UsableAreaBecomes({30, 0, all.right, all.bottom});
 }
 
-TEST_F(X11WindowInput, TellsOfAnotherResolution) {
+TEST_F(X11WindowInput, FollowsTheResolution) {
   const int32_t width = artist.Width(), height = artist.Height();
+  OwnSurface into(100, 100);
   DisplayUsableArea();
   Drain();
   for (const auto& [w, h] : {std::pair{width - 60, height - 40}, std::pair{width, height}}) {
@@ -334,6 +313,8 @@ TEST_F(X11WindowInput, TellsOfAnotherResolution) {
     Next(Kind::kScreenChanged, nullptr);
     EXPECT_EQ(DisplayScreen().width, w);
     EXPECT_EQ(DisplayScreen().height, h);
+    EXPECT_TRUE(DisplayReadScreen({w - 100, h - 100, w, h}, into.surface, 0, 0));
+    EXPECT_FALSE(DisplayReadScreen({w - 99, h - 99, w + 1, h + 1}, into.surface, 0, 0));
     Until([&] { return (Drain(), DisplayUsableArea() == PixelRect{0, 0, w, h}); });
   }
 }

@@ -1,0 +1,294 @@
+// The screen: how the server packs it, reading it, drawing on it over everybody's windows, and recording it. The artist
+// knows what stands there.
+#include "x11/artist.h"
+
+#include <map>
+#include <tuple>
+
+#include "gif/own_writer.h"
+#include "platform/start_up.h"
+#include "recorder/recorder_core.h"
+#include "support/gif_reader.h"
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr PixelLayout kRgb555 = {16, 2, 0x7C00, 0x03E0, 0x001F}, kRgb30 = {32, 4, 0x3FF00000, 0x000FFC00, 0x000003FF};
+
+// ---- Packings ----------------------------------------------------------------------------------------------------
+
+struct Packing {
+  int32_t depth, bitsPerPixel, bitUnit;
+  PixelLayout layout;
+};
+
+constexpr Packing kPackings[] = {
+    {1, 1, 8, {1, 1, 0, 0, 0}},    {1, 1, 16, {1, 1, 0, 0, 0}},   {1, 1, 32, {1, 1, 0, 0, 0}},
+    {1, 8, 32, {1, 1, 0, 0, 0}},   {2, 4, 32, {2, 1, 0, 0, 0}},   {2, 8, 32, {2, 1, 0, 0, 0}},
+    {4, 4, 32, {4, 1, 0, 0, 0}},   {4, 8, 32, {4, 1, 0, 0, 0}},   {8, 8, 32, {8, 1, 0, 0, 0}},
+    {15, 16, 32, kRgb555},         {16, 16, 32, kLayoutRgb565},   {16, 32, 32, kLayoutRgb565},
+    {24, 24, 32, kLayoutXrgb8888}, {24, 32, 32, kLayoutXrgb8888}, {30, 32, 32, kRgb30},
+};
+
+void ExpectUnpacked(const Packing& p, int32_t byteOrder, int32_t bitOrder, bool turned) {
+  SCOPED_TRACE(testing::Message() << "depth " << p.depth << " in " << p.bitsPerPixel << ", byte order " << byteOrder
+                                  << ", bit order " << bitOrder << ", unit " << p.bitUnit << ", turned " << turned);
+  constexpr int32_t width = 67;
+  uint8_t row[4 * width + 4];
+  for (size_t i = 0; i < sizeof row; i++) row[i] = static_cast<uint8_t>(i * 2654435761u >> 13);
+  XImage image = ImageOf(row, width, 1, p.depth, p.bitsPerPixel, 0);
+  image.byte_order = byteOrder;
+  image.bitmap_bit_order = bitOrder;
+  image.bitmap_unit = p.bitUnit;
+  image.bitmap_pad = 32;
+  image.bytes_per_line = 0;
+  ASSERT_TRUE(XInitImage(&image));
+  Picture expected = PictureOf(&image);
+  for (uint32_t& pixel : expected.pixels) pixel ^= turned ? 1 : 0;
+
+  X11Format format = {p.depth, p.bitsPerPixel, 32, byteOrder, bitOrder, p.bitUnit, turned};
+  EXPECT_EQ(X11RowBytes(format, width), image.bytes_per_line);
+  int32_t bytes = p.layout.bytesPerPixel;
+  std::vector<uint8_t> out(width * bytes + 1, 0xA5);
+  X11UnpackRow(format, row, width, p.layout, out.data());
+  // An index fills its byte, and nothing else is in it.
+  XImage unpacked = ImageOf(out.data(), width, 1, bytes == 1 ? 8 : p.depth, 8 * bytes, width * bytes);
+  EXPECT_EQ(Difference(PictureOf(&unpacked), expected), "");
+  EXPECT_EQ(out.back(), 0xA5) << "beyond the row";
+}
+
+// Those that servers of today no longer use among them, so no server is asked: Xlib knows them all.
+TEST(X11Packing, IsUndoneToTheLayout) {
+  for (const Packing& packing : kPackings) {
+    for (int32_t order : {LSBFirst, MSBFirst}) ExpectUnpacked(packing, order, order, false);
+    if (packing.bitsPerPixel > 1) continue;
+    ExpectUnpacked(packing, LSBFirst, MSBFirst, false);
+    ExpectUnpacked(packing, MSBFirst, LSBFirst, true); // a server whose pixel 1 is black
+  }
+}
+
+// ---- Reading -----------------------------------------------------------------------------------------------------
+
+// Reads into a filled surface and compares all of it.
+void ExpectExactRead(const Picture& screen, const PixelRect& where, OwnSurface* into, int32_t toX, int32_t toY) {
+  into->Fill(0xA5);
+  Picture expected = into->Pixels();
+  Copy(screen, where, toX, toY, &expected);
+  ASSERT_TRUE(DisplayReadScreen(where, into->surface, toX, toY));
+  ASSERT_EQ(Difference(into->Pixels(), expected), "")
+      << where.left << ", " << where.top << ", " << where.right << ", " << where.bottom << " to " << toX << ", " << toY;
+}
+
+class X11Screen : public X11Test {};
+
+TEST_F(X11Screen, HasTheLayoutOfItsDepth) {
+  const std::map<int32_t, PixelLayout> layouts = {
+      {8, {8, 1, 0, 0, 0}}, {15, kRgb555}, {16, kLayoutRgb565}, {24, kLayoutXrgb8888}, {30, kRgb30}};
+  auto fields = [](const PixelLayout& l) {
+    return std::tuple(l.depth, l.bytesPerPixel, l.redMask, l.greenMask, l.blueMask);
+  };
+  EXPECT_EQ(fields(DisplayScreen().layout), fields(layouts.at(artist.Depth())));
+}
+
+TEST_F(X11Screen, IsReadExactlyAtAllOffsetsAndWidths) {
+  Picture screen = artist.CoverScreen(1);
+  OwnSurface small(23, 9);
+  for (int32_t width = 1; width <= 9; width++) {
+    for (int32_t left = 0; left < 9; left++) {
+      for (int32_t toX = 0; toX < 9; toX++) {
+        ExpectExactRead(screen, {left, left, left + width, left + 4}, &small, toX, toX % 5);
+      }
+    }
+  }
+  const int32_t w = screen.width, h = screen.height;
+  ExpectExactRead(screen, {w - 1, h - 1, w, h}, &small, 22, 8);
+
+  Picture window = artist.Noise(101, 67, 2);
+  artist.Show(window, 33, 245);
+  Copy(window, window.All(), 33, 245, &screen);
+  OwnSurface whole(w, h), narrow(w - 3, h); // whose rows end in padding at most depths
+  EXPECT_EQ(whole.surface.memory && narrow.surface.memory, artist.HasSharedMemory());
+  ExpectExactRead(screen, screen.All(), &whole, 0, 0);
+  ExpectExactRead(screen, {0, 200, w, 300}, &whole, 0, 7);
+  ExpectExactRead(screen, {3, 0, w, h}, &narrow, 0, 0);
+  ExpectExactRead(screen, {5, 7, 6, 8}, &narrow, 300, 200);
+  ExpectExactRead(screen, {1, 1, w - 3, h}, &narrow, 1, 0);
+  // One pixel narrower, with the same padded row as the surface.
+  for (int32_t toX : {0, 1}) ExpectExactRead(screen, {0, 0, w - 4, 100}, &narrow, toX, 300);
+}
+
+TEST_F(X11Screen, RefusesWhatDoesNotFit) {
+  const int32_t w = artist.Width(), h = artist.Height();
+  OwnSurface into(40, 30);
+  Picture before = into.Pixels();
+  const PixelRect off[] = {
+      {-1, 0, 9, 9}, {0, -1, 9, 9}, {w - 9, 0, w + 1, 9}, {0, h - 9, 9, h + 1}, {65536, 0, 65540, 4}};
+  for (const PixelRect& where : off) EXPECT_FALSE(DisplayReadScreen(where, into.surface, 0, 0));
+  EXPECT_FALSE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 31, 0));
+  EXPECT_FALSE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 21));
+  EXPECT_FALSE(DisplayReadScreen({0, 0, 10, 10}, into.surface, -1, 0));
+  EXPECT_TRUE(DisplayReadScreen({5, 5, 5, 9}, into.surface, 0, 0));
+  EXPECT_EQ(Difference(into.Pixels(), before), "");
+
+  Picture screen = artist.CoverScreen(3);
+  Surface other = into.surface;
+  other.layout = kLayoutMono;
+  EXPECT_FALSE(DisplayReadScreen({0, 0, 10, 10}, other, 0, 0));
+  EXPECT_FALSE(DisplayDrawScreen(other, {0, 0, 10, 10}, 0, 0));
+  EXPECT_EQ(Difference(Seen(), screen), "");
+
+  // The server answers before the display has heard of a change: its error means the same as not being there.
+  OwnSurface wide(w + 100, 100);
+  X11Live()->facts.width += 100;
+  EXPECT_FALSE(DisplayReadScreen({w, 0, w + 10, 10}, into.surface, 0, 0));
+  EXPECT_FALSE(DisplayReadScreen({0, 0, w + 100, 100}, wide.surface, 0, 0));
+  EXPECT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
+  EXPECT_FALSE(DisplayIsLost());
+
+  const std::pair<int32_t, int32_t> sizes[] = {{0, 10}, {10, -1}, {INT32_MAX, INT32_MAX}};
+  for (const auto& [width, height] : sizes) EXPECT_FALSE(DisplayNewSurface(width, height, &other));
+}
+
+TEST_F(X11Screen, IsAskedForOncePerFrame) {
+  OwnSurface whole(artist.Width(), artist.Height()), part(50, 50);
+  ASSERT_TRUE(DisplayReadScreen({0, 0, 50, 50}, part.surface, 0, 0));
+  const unsigned long before = NextRequest(X11Live()->display);
+  for (int32_t i = 0; i < 10; i++) {
+    ScreenFacts facts = DisplayScreen();
+    ASSERT_TRUE(DisplayReadScreen({0, 0, facts.width, facts.height}, whole.surface, 0, 0));
+    ASSERT_TRUE(DisplayReadScreen({i, i, i + 50, i + 50}, part.surface, 0, 0));
+  }
+  EXPECT_EQ(NextRequest(X11Live()->display) - before, 20u);
+}
+
+// ---- Drawing -----------------------------------------------------------------------------------------------------
+
+TEST_F(X11Screen, TakesPixelsOverAllWindowsAndCutsWhatLiesOff) {
+  Picture screen = artist.CoverScreen(4);
+  const int32_t w = screen.width, h = screen.height;
+  for (int32_t size : {20, 300}) { // sent with the request, and through shared memory
+    Picture picture = artist.Noise(size, size, 5);
+    OwnSurface from(picture);
+    const PixelRect all = picture.All();
+    const struct {
+      PixelRect part;
+      int32_t x, y;
+    } draws[] = {{all, 45, 49},
+                 {{5, 6, 12, 16}, 200, 101},
+                 {{-3, -4, size + 9, size + 9}, 0, 0},
+                 {all, -7, 30},
+                 {all, 30, -7},
+                 {all, w - 5, 40},
+                 {all, 40, h - 5},
+                 {all, -size, 0},
+                 {all, w - 1, 1 - size},
+                 {all, 65546, 0},
+                 {all, -65526, 0},
+                 {all, 0, -65526}, // on it by the protocol's 16 bits
+                 {all, INT32_MAX, 9},
+                 {all, 9, INT32_MIN}};
+    for (const auto& draw : draws) {
+      ASSERT_TRUE(DisplayDrawScreen(from.surface, draw.part, draw.x, draw.y));
+      Copy(picture, draw.part, draw.x, draw.y, &screen);
+      ASSERT_EQ(Difference(Seen(), screen), "") << draw.x << ", " << draw.y;
+    }
+  }
+}
+
+TEST_F(X11Screen, IsDoneWithASurfaceWhenADrawReturns) {
+  Picture picture = artist.Noise(artist.Width(), artist.Height(), 6);
+  OwnSurface from(picture);
+  ASSERT_TRUE(DisplayDrawScreen(from.surface, picture.All(), 0, 0));
+  Display* display = X11Live()->display;
+  EXPECT_EQ(LastKnownRequestProcessed(display) == NextRequest(display) - 1, artist.HasSharedMemory());
+  from.Fill(0);
+  EXPECT_EQ(Difference(Seen(), picture), "");
+}
+
+TEST_F(X11Screen, InvertsUnderPatternsInScreenCoordinates) {
+  Picture screen = artist.CoverScreen(7);
+  // What the display does to the screen, the words of its contract do to the picture.
+  auto invert = [&](const PixelRect& where, std::vector<uint8_t> pattern) {
+    ASSERT_TRUE(DisplayInvertScreen(where, pattern.data()));
+    PixelRect seen = Intersect(where, screen.All());
+    for (int32_t y = seen.top; y < seen.bottom; y++) {
+      for (int32_t x = seen.left; x < seen.right; x++) {
+        if (pattern[y % 8] >> (7 - x % 8) & 1)
+          screen.At(x, y) ^= static_cast<uint32_t>(artist.Black() ^ artist.White());
+      }
+    }
+  };
+  const PixelRect places[] = {
+      {13, 11, 141, 139}, {7, 200, 8, 300}, {-20, -20, 30, 5}, {500, 400, 70000, 70000}, {65540, 0, 65600, 50}};
+  for (const PixelRect& where : places) {
+    invert(where, {0x87, 0x43, 0xA1, 0xD0, 0x68, 0x34, 0x1A, 0x0D});
+    EXPECT_EQ(Difference(Seen(), screen), "");
+  }
+  // More patterns than the server keeps: new, kept, and just gone.
+  for (int32_t i = 0; i < 3 * kStipplesKept; i++) {
+    for (int32_t back : {0, 1, 5, kStipplesKept - 1, kStipplesKept}) {
+      std::vector<uint8_t> pattern(8, static_cast<uint8_t>((i - back) * 37));
+      pattern[7] ^= static_cast<uint8_t>(i);
+      invert({3, 3, 43, 19}, pattern);
+    }
+  }
+  EXPECT_EQ(Difference(Seen(), screen), "");
+}
+
+// ---- Recording ---------------------------------------------------------------------------------------------------
+
+// What a file is to show for a pixel of the screen: its colour on a palette screen, else the nearest of the cube.
+uint32_t ColourInTheFile(const Artist& artist, uint32_t pixel) {
+  XColor cell{pixel, 0, 0, 0, 0, 0};
+  XQueryColor(artist.display, DefaultColormap(artist.display, DefaultScreen(artist.display)), &cell);
+  uint32_t colour = 0;
+  for (uint32_t channel : {cell.red, cell.green, cell.blue}) {
+    uint32_t nearest = (channel * 255 + 32767) / 65535;
+    colour = colour << 8 | (artist.Depth() == 8 ? channel >> 8 : (nearest * 5 + 127) / 255 * 51);
+  }
+  return colour;
+}
+
+TEST(X11Recording, ShowsTheScreenAndThePointerOnItInTheColoursOfTheTable) {
+  constexpr PixelRect area = {13, 17, 114, 84}; // at no even place, of no even size
+  Artist artist;
+  ASSERT_TRUE(EngineStartUp());
+  OwnWriter writer;
+  RecordingOptions options;
+  options.overlayBorder = false;
+  options.overlayCursor = true;
+  RecorderState recorder;
+  RecorderSetUp(recorder, &writer.ownStream, &writer, &options);
+  ASSERT_TRUE(recorder.recordingAllowed);
+  recorder.captureArea = {area.top, area.left, area.bottom, area.right};
+  recorder.outputWidth = area.right - area.left;
+  recorder.outputHeight = area.bottom - area.top;
+
+  artist.CoverScreen(8);
+  Picture shown = artist.Noise(recorder.outputWidth, recorder.outputHeight, 9);
+  Window window = artist.Show(shown, area.left, area.top);
+  const char there[] = {0x0F, 0x1F, 0x1F}; // 5 by 3 pixels, black; the right top one is not there
+  Pixmap mask = XCreateBitmapFromData(artist.display, artist.root, there, 5, 3);
+  XColor black{};
+  XDefineCursor(artist.display, window, XCreatePixmapCursor(artist.display, mask, mask, &black, &black, 3, 1));
+  XWarpPointer(artist.display, None, window, 0, 0, 0, 0, 47, 23);
+  XSync(artist.display, False);
+  for (int32_t i = 0; i < 15; i++) {
+    if (i != 4) shown.At(44 + i % 5, 22 + i / 5) = static_cast<uint32_t>(artist.Black());
+  }
+
+  RecorderCaptureFrame(recorder, false);
+  GifWriteTrailer(writer);
+  GifPicture gif = ReadGif(writer.Bytes());
+  ASSERT_EQ(gif.frames.size(), 1u) << gif.error;
+  for (uint32_t& pixel : shown.pixels) pixel = ColourInTheFile(artist, pixel);
+  EXPECT_EQ(Composite(gif, 0), shown.pixels);
+  RecorderTearDown(recorder);
+  EngineShutDown();
+}
+
+} // namespace
+
+} // namespace framereel
