@@ -7,7 +7,6 @@
 #include "platform/bitmaps.h"
 #include "recorder/recording.h"
 #include "resources/bitmaps.h"
-#include "support/gif_reader.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 
@@ -27,9 +26,9 @@ RecordingOptions Plain() {
   return options;
 }
 
-class Control : public testing::TestWithParam<int32_t> {
+class Control : public testing::Test {
 protected:
-  explicit Control(int32_t depth = 24) : program(640, 480, depth), recording(kArea, Plain()), watch(&recorder()) {
+  Control() : recording(kArea, Plain()), watch(&recorder()) {
     RecorderInit(recorder());
     began = ::GetTickCount();
     scene = MemoryOpenWindow("Scene", {0, 0, 640, 480}, 0);
@@ -45,14 +44,11 @@ protected:
   // The script's times are ms since RecorderInit.
   void At(uint32_t time, std::function<void()> run) { MemoryAt(began + time, std::move(run)); }
   void RunUntil(uint32_t time) { RunFor(began + time - ::GetTickCount()); }
-  void Hold(uint32_t from, uint32_t to, std::initializer_list<int> keys) {
-    const std::vector<int> held = keys;
-    At(from, [held] {
-      for (const int key : held) MemoryPressKey(uint8_t(key));
-    });
-    At(to, [held] {
-      for (const int key : held) MemoryReleaseKey(uint8_t(key));
-    });
+  void Hold(uint32_t from, uint32_t to, const std::vector<uint8_t>& keys) {
+    for (const uint8_t key : keys) {
+      At(from, [key] { MemoryPressKey(key); });
+      At(to, [key] { MemoryReleaseKey(key); });
+    }
   }
   void HoldStartStop(uint32_t from, uint32_t to) { Hold(from, to, {VK_CONTROL, VK_MENU, VK_SHIFT}); }
   void HoldGrab(uint32_t from, uint32_t to) { Hold(from, to, {VK_CONTROL, VK_MENU, VK_SPACE}); }
@@ -81,14 +77,13 @@ protected:
     }
     return TheMemoryDisplay().screen == expected;
   }
-  bool IsReady() const {
+  bool CanTake(bool start, bool grab, bool stop) const {
     const RecordButtons& b = recording.buttons;
-    return b.start && b.grab && !b.stop;
+    return b.start == start && b.grab == grab && b.stop == stop;
   }
-  bool IsRecording() const {
-    const RecordButtons& b = recording.buttons;
-    return !b.start && !b.grab && b.stop;
-  }
+  bool IsReady() const { return CanTake(true, true, false); }
+  bool IsRecording() const { return CanTake(false, false, true); }
+  bool IsBlocked() const { return CanTake(false, false, false); }
 
   WindowProgram program;
   Recording recording;
@@ -119,8 +114,8 @@ TEST_F(Control, CountsThreeSecondsDownAndTakesTheFirstFrameOfACleanScreen) {
     EXPECT_EQ(recording.status.substr(0, 8), "1 Frame ");
   });
   RunUntil(first + 2);
-  const GifPicture gif = ReadGif(recording.Saved());
-  ASSERT_EQ(gif.frames.size(), 1u) << gif.error;
+  const GifPicture gif = recording.Read();
+  ASSERT_EQ(gif.frames.size(), 1u);
   const std::vector<uint32_t> seen = Composite(gif, 0);
   for (int32_t y = 0; y < 200; y += 3) {
     for (int32_t x = 0; x < 280; ++x) {
@@ -139,8 +134,8 @@ TEST_F(Control, TakesAFrameEveryDelayAndTellsTheTrueTimes) {
   At(first + 40 * 25 + 1, [&] { recording.options.frameDelay = 1999; }); // taken up behind the next tick
   At(first + 41 * 25 + 1, [&] { Change(); });
   RunUntil(first + 41 * 25 + 2001);
-  const GifPicture gif = ReadGif(recording.Saved());
-  ASSERT_EQ(gif.frames.size(), 42u) << gif.error;
+  const GifPicture gif = recording.Read();
+  ASSERT_EQ(gif.frames.size(), 42u);
   for (size_t n = 1; n <= 40; ++n) EXPECT_EQ(gif.frames[n].delay, 2) << n;
   EXPECT_EQ(gif.frames[41].delay, 202); // nothing had changed at the 41st tick
   RecorderStop(recorder());
@@ -197,8 +192,8 @@ TEST_F(Control, LeavesWhatOthersHavePaintedMeanwhile) {
   EXPECT_EQ(MemoryPixel(447, 180), MemoryPixelOf(255, 255, 255)); // the picture stands
   Change();
   RunUntil(3 * kDigit + 50);
-  const GifPicture gif = ReadGif(recording.Saved());
-  ASSERT_EQ(gif.frames.size(), 1u) << gif.error;
+  const GifPicture gif = recording.Read();
+  ASSERT_EQ(gif.frames.size(), 1u);
   EXPECT_EQ(Composite(gif, 0)[size_t((195 - 100) * 280 + 465 - 320)], 0xFFFFFFu);
   Change();
   RecorderStop(recorder());
@@ -222,8 +217,8 @@ TEST_F(Control, CountsAChordOnceAndOnlyItsOwnKeys) {
   RunUntil(4000 + 3 * kDigit + 350);
   EXPECT_TRUE(IsRecording());
   EXPECT_EQ(recorder().frameCount, 2u);
-  const GifPicture gif = ReadGif(recording.Saved());
-  ASSERT_EQ(gif.frames.size(), 2u) << gif.error;
+  const GifPicture gif = recording.Read();
+  ASSERT_EQ(gif.frames.size(), 2u);
   EXPECT_EQ(gif.frames[0].delay, 9) << "a grabbed frame tells the delay that is asked for";
 }
 
@@ -234,7 +229,7 @@ TEST_F(Control, BeepsAtAChordWhoseActionIsNotToBeHad) {
   RunUntil(1200);
   EXPECT_EQ(TheMemoryDesktop().beeps, 2u);
   EXPECT_EQ(recorder().frameCount, 0u);
-  EXPECT_FALSE(recording.buttons.start || recording.buttons.grab || recording.buttons.stop);
+  EXPECT_TRUE(IsBlocked());
 }
 
 // The depth goes at that time behind the start and comes back a second later: while it is ready, counts, records.
@@ -247,7 +242,7 @@ TEST_F(Control, OutlivesAChangeOfDepthInEveryState) {
     const uint32_t now = ::GetTickCount() - began;
     At(now + wait, [] { MemoryDisplaySetMode(640, 480, 8); });
     At(now + wait + 600, [&] {
-      EXPECT_FALSE(recording.buttons.start || recording.buttons.grab || recording.buttons.stop);
+      EXPECT_TRUE(IsBlocked());
       EXPECT_NE(recording.message, "");
     });
     At(now + wait + 1000, [] { MemoryDisplaySetMode(640, 480, 24); });

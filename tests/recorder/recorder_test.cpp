@@ -8,7 +8,6 @@
 #include "recorder/plain_difference.h"
 #include "recorder/recording.h"
 #include "support/desktop.h"
-#include "support/gif_reader.h"
 #include "toolkit/core/memory.h"
 #include "win32/heap_faults.h"
 #include "win32/memory/memory_display.h"
@@ -19,19 +18,13 @@ namespace {
 
 constexpr Rect kArea = {2, 3, 14, 21}; // 18 by 12 pixels
 
-GifPicture Read(const Recording& recording) {
-  GifPicture gif = ReadGif(recording.Saved());
-  EXPECT_EQ(gif.error, "");
-  return gif;
-}
-
 TEST(Animation, BeginsWithTheHeadRecordsThatItsOptionsAskFor) {
   const Desktop desktop(40, 30, 24);
   for (const bool loop : {true, false}) {
     Recording recording(kArea);
     recording.options.loop = loop;
     recording.Capture();
-    const GifPicture gif = Read(recording);
+    const GifPicture gif = recording.Read();
     EXPECT_EQ(gif.loopCount, loop ? 0 : -1);
     EXPECT_EQ(gif.comment, "Created by a tester, using Framereel v1.23.");
   }
@@ -57,7 +50,7 @@ TEST(Animation, BeginsAnewAtAnotherSizeAndDepthBehindAReset) {
     ::Sleep(40);
     MemoryFill({8, 4, 9, 5}, depth > 8 ? 0xFF0000 : 1);
     ASSERT_TRUE(recording.Capture());
-    const GifPicture gif = Read(recording);
+    const GifPicture gif = recording.Read();
     EXPECT_EQ(gif.width, depth == 24 ? 13 : depth + 2);
     EXPECT_EQ(gif.height, depth == 24 ? 3 : 6);
     ASSERT_EQ(gif.frames.size(), 2U);
@@ -81,7 +74,7 @@ TEST(Grab, TakesFramesAsWideAndAsHighAsTheFieldsHold) {
     ASSERT_TRUE(recording.Capture());
     TheMemoryDisplay().screen[kMost - 1] = 0xFFFFFF;
     ASSERT_TRUE(recording.Capture());
-    const GifPicture gif = Read(recording);
+    const GifPicture gif = recording.Read();
     EXPECT_EQ(gif.frames.at(0).indices, expected);
     EXPECT_EQ(gif.frames.at(1).left + gif.frames.at(1).top, kMost - 1);
     EXPECT_EQ(gif.frames.at(1).indices, std::vector<uint8_t>{215});

@@ -1,9 +1,10 @@
 // See recording.h.
 #include "recorder/recording.h"
 
+#include <gtest/gtest.h>
+
 #include "gif/stream_bytes.h"
 #include "recorder/reduce.h"
-#include "recorder/status.h"
 
 namespace framereel {
 namespace {
@@ -68,6 +69,12 @@ std::vector<uint8_t> Recording::Saved() const {
   std::vector<uint8_t> bytes = StreamBytes(stream);
   bytes.push_back(0x3B);
   return bytes;
+}
+
+GifPicture Recording::Read() const {
+  GifPicture picture = ReadGif(Saved());
+  EXPECT_EQ(picture.error, "");
+  return picture;
 }
 
 } // namespace framereel

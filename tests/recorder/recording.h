@@ -6,6 +6,7 @@
 
 #include "recorder/recorder_core.h"
 #include "recorder/status.h"
+#include "support/gif_reader.h"
 #include "toolkit/core/notices.h"
 
 namespace framereel {
@@ -31,8 +32,9 @@ struct Recording {
   // A tick, or a grabbed frame, at a time of the display's clock; the status line follows. Answers whether a frame was
   // written.
   bool Capture(bool grab = false);
-  // The file that a save would write now.
+  // The file that a save would write now, and what a foreign reader sees in it.
   std::vector<uint8_t> Saved() const;
+  GifPicture Read() const;
 };
 
 // Hears of changes of the display as the program does.

@@ -1,4 +1,4 @@
-// The two channels of notices.
+// Who hears that the program becomes active. The other channel is a Notifier: arrays_test.cpp.
 #include "toolkit/core/notices.h"
 
 #include <gtest/gtest.h>
@@ -10,10 +10,6 @@ namespace framereel {
 namespace {
 
 std::string calls;
-
-void HearChange(intptr_t code, void* argument) {
-  calls += *static_cast<const char*>(argument) + std::to_string(code);
-}
 
 void HearActive(void* argument, bool active) {
   EXPECT_EQ(ActiveGet(), active); // the flag stands ahead of the calls
@@ -28,23 +24,8 @@ void HearActiveOnce(void* argument, bool active) {
 
 char a = 'a', b = 'b', c = 'c';
 
-TEST(Notices, ChangesReachTheLastListenerFirst) {
-  ToolkitInit();
-  calls.clear();
-  NotifyAdd(HearChange, &a);
-  NotifyAdd(HearChange, &b);
-  ToolkitInit(); // a second call changes nothing
-  NotifySend(nullptr, kChangeDisplay);
-  NotifyRemove(HearChange, &b);
-  NotifySend(&calls, kChangeMainMoved);
-  NotifyRemove(HearChange, &a);
-  NotifySend(nullptr, kChangeMainSize);
-  EXPECT_EQ(calls, "b2a2a5");
-}
-
 TEST(Notices, ActiveStateReachesTheFirstListenerFirst) {
   ToolkitInit();
-  calls.clear();
   EXPECT_TRUE(ActiveGet());
   ActiveAdd(HearActive, &a);
   ActiveAdd(HearActive, &b);

@@ -164,31 +164,22 @@ TEST(OutputFile, RefusesProtectedFoldersAndFiles) {
 }
 
 TEST(OutputFile, IsStandardOutputOnlyWhereThatCanTakeIt) {
-  int pipe[2];
+  int pipe[2], master, terminal;
   ASSERT_EQ(::pipe(pipe), 0);
-  {
-    const StandardOutputIs standard(pipe[1]);
-    EXPECT_EQ(Save("-"), "");
+  ASSERT_EQ(::openpty(&master, &terminal, nullptr, nullptr, nullptr), 0);
+  const std::pair<int, const char*> cases[] = {
+      {pipe[1], ""},
+      {pipe[0], "standard output cannot be written to; give a FILE or redirect it"},
+      {terminal, "standard output is a terminal; give a FILE or redirect it"}};
+  for (const auto& [descriptor, refusal] : cases) {
+    const StandardOutputIs standard(descriptor);
+    EXPECT_EQ(Save("-"), refusal);
     EXPECT_GE(::fcntl(STDOUT_FILENO, F_GETFD), 0) << "it is not ours to close";
   }
   char bytes[16] = {};
   EXPECT_EQ(::read(pipe[0], bytes, sizeof bytes), 4);
   EXPECT_STREQ(bytes, kSaved);
-  {
-    const StandardOutputIs standard(pipe[0]);
-    EXPECT_EQ(Save("-"), "standard output cannot be written to; give a FILE or redirect it");
-  }
-  ::close(pipe[0]);
-  ::close(pipe[1]);
-
-  int master, terminal;
-  ASSERT_EQ(::openpty(&master, &terminal, nullptr, nullptr, nullptr), 0);
-  {
-    const StandardOutputIs standard(terminal);
-    EXPECT_EQ(Save("-"), "standard output is a terminal; give a FILE or redirect it");
-  }
-  ::close(master);
-  ::close(terminal);
+  for (const int descriptor : {pipe[0], pipe[1], master, terminal}) ::close(descriptor);
 }
 
 } // namespace
