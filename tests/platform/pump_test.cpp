@@ -132,18 +132,17 @@ TEST_F(PumpTest, AnIdlePassAllocatesNothingAndShowsNothing) {
 
 // ---- Loops -------------------------------------------------------------------------------------------------------
 
-void LeaveMenu(void*) {
-  calls += CurrentPort() == &TheMainWindow()->port ? "on main " : "elsewhere ";
-  MemoryTypeKey(VK_ESCAPE);
-}
-
 TEST_F(PumpTest, TimersRunOnWhileTheSystemMenuIsOpen) {
   MemoryPressKey(VK_MENU);
   MemoryTypeKey(VK_SPACE);
   MemoryReleaseKey(VK_MENU);
   const size_t windows = TheMemoryDisplay().desktop.windows.size();
   MemoryAt(::GetTickCount() + 150, [=] { EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows + 1); });
-  TimerSchedule(LeaveMenu, nullptr, 200);
+  const auto leaveMenu = [](void*) {
+    calls += CurrentPort() == &TheMainWindow()->port ? "on main " : "elsewhere ";
+    MemoryTypeKey(VK_ESCAPE);
+  };
+  TimerSchedule(leaveMenu, nullptr, 200);
   Settle();
   EXPECT_EQ(calls, "on main ");
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows);
@@ -154,16 +153,15 @@ void Close(void* window) {
   CloseChildWindow(static_cast<ChildWindow*>(window));
 }
 
-void RunNestedLoop(void* window) {
-  TimerSchedule(Close, window, 20);
-  EndEventLoop();
-  calls += "in ";
-  RunModalLoop(static_cast<ChildWindow*>(window), false);
-  calls += "out ";
-}
-
 TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
-  TimerSchedule(RunNestedLoop, OpenTestWindow(kWindowModal), 0);
+  const auto runNestedLoop = [](void* window) {
+    TimerSchedule(Close, window, 20);
+    EndEventLoop();
+    calls += "in ";
+    RunModalLoop(static_cast<ChildWindow*>(window), false);
+    calls += "out ";
+  };
+  TimerSchedule(runNestedLoop, OpenTestWindow(kWindowModal), 0);
   RunEventLoop();
   EXPECT_EQ(calls, "in close out ");
   EXPECT_EQ(CurrentPort(), nullptr);

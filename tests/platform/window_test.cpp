@@ -25,27 +25,29 @@ void NoteChange(intptr_t code, void*) {
   calls += std::to_string(code);
 }
 
-// Client place and size.
-using Box = std::tuple<int, int, int, int>;
+using Box = std::tuple<int, int, int, int>; // left, top, width, height
+using Size = std::pair<int, int>;
 
 Box ClientOf(const WindowGeometry& g) {
   return {g.clientLeft, g.clientTop, g.clientWidth, g.clientHeight};
 }
 
-void ExpectRule(const WindowGeometry& g) {
-  EXPECT_EQ(g.outerLeft, g.clientLeft - g.insetLeft);
-  EXPECT_EQ(g.outerTop, g.clientTop - g.insetTop);
-  EXPECT_EQ(g.outerWidth, g.clientWidth + g.insetLeft + g.insetRight);
-  EXPECT_EQ(g.outerHeight, g.clientHeight + g.insetTop + g.insetBottom);
+Box OuterOf(const WindowGeometry& g) {
+  return {g.outerLeft, g.outerTop, g.outerWidth, g.outerHeight};
 }
 
-// The record is what the platform has, in toolkit coordinates.
+Size ClientSizeOf(const WindowGeometry& g) {
+  return {g.clientWidth, g.clientHeight};
+}
+
+// The record is what the platform has, in toolkit coordinates, with the frame round it.
 void ExpectAgreement(const WindowGeometry& g, HWND window) {
   const MainWindow* main = TheMainWindow();
   const PixelRect client = ClientOnScreen(*window);
-  const Box place = {client.left - main->originX, client.top - main->originY, WidthOf(client), HeightOf(client)};
-  EXPECT_EQ(ClientOf(g), place);
-  ExpectRule(g);
+  const int left = client.left - main->originX, top = client.top - main->originY;
+  EXPECT_EQ(ClientOf(g), Box(left, top, WidthOf(client), HeightOf(client)));
+  EXPECT_EQ(OuterOf(g), Box(left - g.insetLeft, top - g.insetTop, WidthOf(client) + g.insetLeft + g.insetRight,
+                            HeightOf(client) + g.insetTop + g.insetBottom));
 }
 
 class WindowTest : public ::testing::Test {
@@ -93,36 +95,31 @@ TEST_F(WindowTest, SizesStayWithinTheLimitsOfTheKind) {
   for (const auto& [flags, least] : kinds) {
     ChildWindow* window = OpenTestWindow(flags);
     SizeChildWindow(window, 0, -5);
-    EXPECT_EQ(window->geometry.clientWidth, least) << flags;
-    EXPECT_EQ(window->geometry.clientHeight, least) << flags;
+    EXPECT_EQ(ClientSizeOf(window->geometry), Size(least, least)) << flags;
     SizeChildWindow(window, 5000, 5000);
     EXPECT_EQ(window->geometry.clientWidth, 800) << flags;
     SetMaxChildSize(window, 300, 90);
-    EXPECT_EQ(window->geometry.clientWidth, 300) << flags;
-    EXPECT_EQ(window->geometry.clientHeight, 90) << flags;
+    EXPECT_EQ(ClientSizeOf(window->geometry), Size(300, 90)) << flags;
     CloseChildWindow(window);
   }
 }
 
 TEST_F(WindowTest, AClampedWindowKeepsFivePixelsFromTheEdges) {
-  ChildWindow* window = OpenTestWindow(0);
   const int left = main->geometry.clientLeft, top = main->geometry.clientTop;
-  PlaceChildWindow(window, -1000, 20000);
-  EXPECT_EQ(ClientOf(window->geometry), Box(left + 5, top + 395, 200, 100));
-  ChildWindow* free = OpenTestWindow(kWindowUnclamped);
-  PlaceChildWindow(free, -1000, 2000);
+  ChildWindow *clamped = OpenTestWindow(0), *free = OpenTestWindow(kWindowUnclamped);
+  for (ChildWindow* window : {clamped, free}) PlaceChildWindow(window, -1000, 2000);
+  EXPECT_EQ(ClientOf(clamped->geometry), Box(left + 5, top + 395, 200, 100));
   EXPECT_EQ(ClientOf(free->geometry), Box(-1000, 2000, 200, 100));
 }
 
 TEST_F(WindowTest, KeptInsideMeansTheWholeFrame) {
   ChildWindow* window = OpenTestWindow(kWindowPopup | kWindowUnclamped);
-  const WindowGeometry &g = window->geometry, &frame = main->geometry;
+  const WindowGeometry& g = window->geometry;
+  const int left = main->geometry.clientLeft, top = main->geometry.clientTop;
   KeepChildWindowInside(window, 490, 390);
-  EXPECT_EQ(g.outerLeft + g.outerWidth, frame.clientLeft + frame.clientWidth);
-  EXPECT_EQ(g.outerTop + g.outerHeight, frame.clientTop + frame.clientHeight);
+  EXPECT_EQ(OuterOf(g), Box(left + 500 - g.outerWidth, top + 400 - g.outerHeight, g.outerWidth, g.outerHeight));
   KeepChildWindowInside(window, -10, -10);
-  EXPECT_EQ(g.outerLeft, frame.clientLeft);
-  EXPECT_EQ(g.outerTop, frame.clientTop);
+  EXPECT_EQ(OuterOf(g), Box(left, top, g.outerWidth, g.outerHeight));
   KeepChildWindowInside(window, 60, 70);
   EXPECT_EQ(ClientOf(g), Box(60, 70, 200, 100));
 }
@@ -164,25 +161,25 @@ TEST_F(WindowTest, WindowsOnTheScreenStayThereWhenTheMainWindowMoves) {
   ChildWindow* panel = OpenTestWindow(kWindowUnclamped);
   SetWindowMethod(
       dialog, &WindowMethods::moved, +[](ChildWindow*) { calls += "moved "; });
-  const Point before = OnScreen(dialog, 0, 0);
+  const auto place = [dialog] { return Size(OnScreen(dialog, 0, 0).h, OnScreen(dialog, 0, 0).v); };
+  const Size before = place();
   MoveMainWindow(nullptr, 150, 90);
   Settle();
-  EXPECT_EQ(OnScreen(dialog, 0, 0).h, before.h);
-  EXPECT_EQ(OnScreen(dialog, 0, 0).v, before.v);
+  EXPECT_EQ(place(), before);
   ExpectAgreement(dialog->geometry, dialog->window);
   EXPECT_EQ(ClientOf(panel->geometry), Box(100, 100, 200, 100));
   EXPECT_EQ(calls, "5");
 }
 
 TEST_F(WindowTest, TheMainWindowMovesAndGrowsByItsClientArea) {
+  const WindowGeometry& g = main->geometry;
   MoveMainWindow(nullptr, 60, 70);
-  EXPECT_EQ(main->originX, 60 - main->geometry.insetLeft);
-  SetMainClientSize(nullptr, 300, 200);
-  EXPECT_EQ(main->originY, 70 - main->geometry.insetTop);
-  EXPECT_EQ(main->geometry.clientWidth, 300);
+  SetMainClientSize(nullptr, 300, 280);
+  EXPECT_EQ(Size(main->originX, main->originY), Size(60 - g.insetLeft, 70 - g.insetTop));
+  EXPECT_EQ(ClientSizeOf(g), Size(300, 280));
   SetMainMinimumSize(nullptr, 1, 1);
   SetMainBounds(nullptr, 20, 30, 100, 90);
-  ExpectAgreement(main->geometry, main->window);
+  ExpectAgreement(g, main->window);
   EXPECT_EQ(calls, "5151");
 }
 
@@ -228,8 +225,7 @@ TEST_F(WindowTest, AMainWindowThatFillsTheUsableAreaGoesOnFillingIt) {
                 int16_t(600 - g.insetTop - g.insetBottom));
   MemorySetTaskBar({0, 560, 800, 600});
   Settle();
-  EXPECT_EQ(g.outerHeight, 560);
-  EXPECT_EQ(g.outerWidth, 800);
+  EXPECT_EQ(Size(g.outerWidth, g.outerHeight), Size(800, 560));
   MemorySetTaskBar({});
   Settle();
   EXPECT_EQ(g.outerHeight, 600);
@@ -240,8 +236,7 @@ TEST_F(WindowTest, ANewDepthIsToldOnceAndANewResolutionNot) {
   MemoryDisplaySetMode(1024, 768, 24);
   Settle();
   EXPECT_EQ(calls, "");
-  EXPECT_EQ(main->screenWidth, 1024);
-  EXPECT_EQ(main->usableHeight, 768);
+  EXPECT_EQ(Size(main->screenWidth, main->usableHeight), Size(1024, 768));
   MemoryDisplaySetMode(1024, 768, 8);
   Settle();
   EXPECT_EQ(calls, "2");

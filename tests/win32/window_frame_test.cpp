@@ -1,6 +1,8 @@
 // The frame: its thickness and look, its boxes, dragging by the caption, the system menu.
 #include <algorithm>
+#include <vector>
 
+#include "win32/window.h"
 #include "win32/window_scene.h"
 
 namespace framereel {
@@ -64,16 +66,13 @@ void LetGo() {
 }
 
 TEST_F(WindowFrame, TakesItsThicknessOffTheClientArea) {
-  const auto insets = [](DWORD style) {
-    HWND window = MakeWindow("x", style, {0, 0, 200, 100});
-    const SIZE client = ClientSize(window);
-    const POINT origin = OnScreen(window, 0, 0);
-    return std::to_string(origin.x) + "," + std::to_string(origin.y) + " " + std::to_string(client.cx) + "x" +
-           std::to_string(client.cy);
+  const auto clientWith = [](DWORD style) {
+    const PixelRect client = ClientOnScreen(*MakeWindow("x", style, {0, 0, 200, 100}));
+    return std::vector<int32_t>{client.left, client.top, client.right, client.bottom};
   };
-  EXPECT_EQ(insets(WS_POPUP), "0,0 200x100");
-  EXPECT_EQ(insets(WS_POPUP | WS_BORDER), "1,1 198x98");
-  EXPECT_EQ(insets(WS_POPUP | WS_CAPTION), "3,22 194x75");
+  EXPECT_EQ(clientWith(WS_POPUP), (std::vector<int32_t>{0, 0, 200, 100}));
+  EXPECT_EQ(clientWith(WS_POPUP | WS_BORDER), (std::vector<int32_t>{1, 1, 199, 99}));
+  EXPECT_EQ(clientWith(WS_POPUP | WS_CAPTION), (std::vector<int32_t>{3, 22, 197, 97}));
 }
 
 TEST(FrameOnAnyDesktop, LightsTheCaptionOfTheActiveWindowAndLettersItsTitle) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 #include <vector>
 
 #include "win32/window.h"
@@ -20,90 +21,60 @@ Scene& TheScene() {
   return scene;
 }
 
-std::string Number(int64_t number) {
-  return std::string(1, ' ').append(std::to_string(number));
+using Names = std::vector<std::pair<UINT, const char*>>;
+#define NAMED(name) std::pair(UINT(WM_##name), #name)
+
+// The log tells nothing of these but their names.
+const Names kPlain = {NAMED(CREATE),        NAMED(DESTROY),  NAMED(SETFOCUS),   NAMED(KILLFOCUS),
+                      NAMED(PAINT),         NAMED(CLOSE),    NAMED(ERASEBKGND), NAMED(WININICHANGE),
+                      NAMED(GETMINMAXINFO), NAMED(NCCREATE), NAMED(NCDESTROY)};
+// Of these a place or a size.
+const Names kPlaced = {NAMED(MOVE), NAMED(SIZE), NAMED(DISPLAYCHANGE), NAMED(NCCALCSIZE), NAMED(WINDOWPOSCHANGED)};
+// Of these wParam.
+const Names kNumbered = {NAMED(ACTIVATE), NAMED(ENABLE),     NAMED(SHOWWINDOW), NAMED(ACTIVATEAPP), NAMED(NCACTIVATE),
+                         NAMED(KEYDOWN),  NAMED(KEYUP),      NAMED(CHAR),       NAMED(SYSKEYDOWN),  NAMED(SYSKEYUP),
+                         NAMED(SYSCHAR),  NAMED(SYSCOMMAND), NAMED(ENTERIDLE)};
+// Of these wParam and the point.
+const Names kMouse = {NAMED(NCMOUSEMOVE), NAMED(NCLBUTTONDOWN), NAMED(NCLBUTTONUP), NAMED(MOUSEMOVE),
+                      NAMED(LBUTTONDOWN), NAMED(LBUTTONUP),     NAMED(RBUTTONDOWN), NAMED(RBUTTONUP),
+                      NAMED(MBUTTONDOWN), NAMED(MBUTTONUP)};
+#undef NAMED
+
+// Null when the message is none of them.
+const char* NameIn(const Names& names, UINT message) {
+  for (const auto& [number, name] : names) {
+    if (number == message) return name;
+  }
+  return nullptr;
 }
 
-std::string Size(int64_t width, int64_t height) {
-  return Number(width).append("x").append(std::to_string(height));
+std::string NameOf(UINT message) {
+  for (const Names* names : {&kPlain, &kPlaced, &kNumbered, &kMouse}) {
+    if (const char* name = NameIn(*names, message)) return name;
+  }
+  return std::to_string(message);
 }
 
-std::string Pair(LPARAM lParam) {
-  return Number(SHORT(LOWORD(uintptr_t(lParam)))).append(",").append(std::to_string(SHORT(HIWORD(uintptr_t(lParam)))));
+// What the log tells behind the name.
+std::string DetailOf(UINT message, WPARAM wParam, LPARAM lParam) {
+  const int low = SHORT(LOWORD(uintptr_t(lParam))), high = SHORT(HIWORD(uintptr_t(lParam)));
+  std::ostringstream text;
+  if (NameIn(kNumbered, message)) text << ' ' << wParam;
+  if (NameIn(kMouse, message)) text << ' ' << wParam << " at " << low << ',' << high;
+  if (message == WM_MOVE) text << ' ' << low << ',' << high;
+  if (message == WM_SIZE || message == WM_DISPLAYCHANGE) text << ' ' << wParam << ' ' << low << 'x' << high;
+  if (message == WM_NCCALCSIZE) {
+    const RECT& r = *reinterpret_cast<const RECT*>(lParam);
+    text << ' ' << r.right - r.left << 'x' << r.bottom - r.top;
+  }
+  if (message == WM_WINDOWPOSCHANGED) {
+    const WINDOWPOS& pos = *reinterpret_cast<const WINDOWPOS*>(lParam);
+    if (!(pos.flags & SWP_NOMOVE)) text << ' ' << pos.x << ',' << pos.y;
+    if (!(pos.flags & SWP_NOSIZE)) text << ' ' << pos.cx << 'x' << pos.cy;
+    if (!(pos.flags & SWP_NOZORDER)) text << " order";
+  }
+  return text.str();
 }
-
-std::string Nothing(WPARAM, LPARAM) {
-  return "";
-}
-std::string FirstNumber(WPARAM wParam, LPARAM) {
-  return Number(int64_t(wParam));
-}
-std::string Point(WPARAM, LPARAM lParam) {
-  return Pair(lParam);
-}
-std::string NumberAndPoint(WPARAM wParam, LPARAM lParam) {
-  return Number(int64_t(wParam)) + " at" + Pair(lParam);
-}
-std::string NumberAndSize(WPARAM wParam, LPARAM lParam) {
-  return Number(int64_t(wParam)) + Size(LOWORD(uintptr_t(lParam)), HIWORD(uintptr_t(lParam)));
-}
-std::string Proposed(WPARAM, LPARAM lParam) {
-  const RECT& r = *reinterpret_cast<const RECT*>(lParam);
-  return Size(r.right - r.left, r.bottom - r.top);
-}
-std::string Position(WPARAM, LPARAM lParam) {
-  const WINDOWPOS& pos = *reinterpret_cast<const WINDOWPOS*>(lParam);
-  std::string text;
-  if (!(pos.flags & SWP_NOMOVE)) text.append(Number(pos.x)).append(",").append(std::to_string(pos.y));
-  if (!(pos.flags & SWP_NOSIZE)) text += Size(pos.cx, pos.cy);
-  if (!(pos.flags & SWP_NOZORDER)) text += " order";
-  return text;
-}
-
-struct Known {
-  UINT message;
-  const char* name;
-  std::string (*tell)(WPARAM, LPARAM);
-};
-const Known kKnown[] = {{WM_CREATE, "CREATE", Nothing},
-                        {WM_DESTROY, "DESTROY", Nothing},
-                        {WM_MOVE, "MOVE", Point},
-                        {WM_SIZE, "SIZE", NumberAndSize},
-                        {WM_ACTIVATE, "ACTIVATE", FirstNumber},
-                        {WM_SETFOCUS, "SETFOCUS", Nothing},
-                        {WM_KILLFOCUS, "KILLFOCUS", Nothing},
-                        {WM_ENABLE, "ENABLE", FirstNumber},
-                        {WM_PAINT, "PAINT", Nothing},
-                        {WM_CLOSE, "CLOSE", Nothing},
-                        {WM_ERASEBKGND, "ERASEBKGND", Nothing},
-                        {WM_SHOWWINDOW, "SHOWWINDOW", FirstNumber},
-                        {WM_WININICHANGE, "WININICHANGE", Nothing},
-                        {WM_ACTIVATEAPP, "ACTIVATEAPP", FirstNumber},
-                        {WM_GETMINMAXINFO, "GETMINMAXINFO", Nothing},
-                        {WM_WINDOWPOSCHANGED, "WINDOWPOSCHANGED", Position},
-                        {WM_DISPLAYCHANGE, "DISPLAYCHANGE", NumberAndSize},
-                        {WM_NCCREATE, "NCCREATE", Nothing},
-                        {WM_NCDESTROY, "NCDESTROY", Nothing},
-                        {WM_NCCALCSIZE, "NCCALCSIZE", Proposed},
-                        {WM_NCACTIVATE, "NCACTIVATE", FirstNumber},
-                        {WM_NCMOUSEMOVE, "NCMOUSEMOVE", NumberAndPoint},
-                        {WM_NCLBUTTONDOWN, "NCLBUTTONDOWN", NumberAndPoint},
-                        {WM_NCLBUTTONUP, "NCLBUTTONUP", NumberAndPoint},
-                        {WM_KEYDOWN, "KEYDOWN", FirstNumber},
-                        {WM_KEYUP, "KEYUP", FirstNumber},
-                        {WM_CHAR, "CHAR", FirstNumber},
-                        {WM_SYSKEYDOWN, "SYSKEYDOWN", FirstNumber},
-                        {WM_SYSKEYUP, "SYSKEYUP", FirstNumber},
-                        {WM_SYSCHAR, "SYSCHAR", FirstNumber},
-                        {WM_SYSCOMMAND, "SYSCOMMAND", FirstNumber},
-                        {WM_ENTERIDLE, "ENTERIDLE", FirstNumber},
-                        {WM_MOUSEMOVE, "MOUSEMOVE", NumberAndPoint},
-                        {WM_LBUTTONDOWN, "LBUTTONDOWN", NumberAndPoint},
-                        {WM_LBUTTONUP, "LBUTTONUP", NumberAndPoint},
-                        {WM_RBUTTONDOWN, "RBUTTONDOWN", NumberAndPoint},
-                        {WM_RBUTTONUP, "RBUTTONUP", NumberAndPoint},
-                        {WM_MBUTTONDOWN, "MBUTTONDOWN", NumberAndPoint},
-                        {WM_MBUTTONUP, "MBUTTONUP", NumberAndPoint}};
 
 void PaintColour(HWND window) {
   PAINTSTRUCT paint;
@@ -117,11 +88,8 @@ void PaintColour(HWND window) {
 
 LRESULT LoggingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   Scene& scene = TheScene();
-  const auto known = std::find_if(std::begin(kKnown), std::end(kKnown),
-                                  [message](const Known& one) { return one.message == message; });
-  const bool isKnown = known != std::end(kKnown);
-  const std::string name = isKnown ? known->name : "?";
-  scene.log.emplace_back(name, window->title + " " + name + (isKnown ? known->tell(wParam, lParam) : Number(message)));
+  const std::string name = NameOf(message);
+  scene.log.emplace_back(name, window->title + " " + name + DetailOf(message, wParam, lParam));
   const auto handler = scene.handlers.find(message);
   if (handler != scene.handlers.end()) return handler->second(window, wParam, lParam);
   if (message == WM_PAINT && scene.colours.count(window)) {
