@@ -143,18 +143,16 @@ TEST_F(WindowFrame, ABoxLooksPressedWhileTheMouseIsOnItAndLetsGoWhenTheReleaseNe
   EXPECT_EQ(Commands(), "");
 }
 
+std::function<void()> CaptionDraggedBy(int dx, int dy) {
+  return [=] { MoveTo({kCaption.x + dx, kCaption.y + dy}); };
+}
+
 TEST_F(WindowFrame, TheCaptionDragsWithTheDesktopOrWithoutIt) {
   for (const bool byDesktop : {true, false}) {
     SCOPED_TRACE(byDesktop);
     ::MoveWindow(main, 100, 100, 206, 225, TRUE);
     TheMemoryDisplay().desktop.leavesDragging = !byDesktop;
-    PressAndThen(kCaption, {[] {
-                              MoveTo({kCaption.x + 30, kCaption.y - 20});
-                            },
-                            [] {
-                              MoveTo({kCaption.x + 40, kCaption.y + 50});
-                            },
-                            LetGo});
+    PressAndThen(kCaption, {CaptionDraggedBy(30, -20), CaptionDraggedBy(40, 50), LetGo});
     ::Sleep(100);
     Drain();
     ExpectCorner(main, 140, 150);
@@ -171,7 +169,7 @@ TEST_F(WindowFrame, IsGivenToTheDesktopToDragOnlyWhenItMovesWithTheButtonDown) {
       EXPECT_EQ(TheMemoryDisplay().desktop.dragged, nullptr);
       // The release has gone to somebody else.
       if (released) TheMemoryDisplay().desktop.keys[VK_LBUTTON] = false;
-      MoveTo({kCaption.x + 30, kCaption.y - 20});
+      CaptionDraggedBy(30, -20)();
     };
     PressAndThen(kCaption, {drag});
     EXPECT_EQ(TheMemoryDisplay().desktop.dragged != nullptr, !released);
