@@ -1,14 +1,10 @@
-// The screen: how the server packs it, reading it, drawing on it over everybody's windows, and recording it. The artist
-// knows what stands there.
+// The screen: how the server packs it, reading it, and drawing on it over everybody's windows. The artist knows what
+// stands there.
 #include "x11/artist.h"
 
 #include <map>
 #include <tuple>
 
-#include "gif/own_writer.h"
-#include "platform/start_up.h"
-#include "recorder/recorder_core.h"
-#include "support/gif_reader.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -235,58 +231,6 @@ TEST_F(X11Screen, InvertsUnderPatternsInScreenCoordinates) {
     }
   }
   EXPECT_EQ(Difference(Seen(), screen), "");
-}
-
-// ---- Recording ---------------------------------------------------------------------------------------------------
-
-// What a file is to show for a pixel of the screen: its colour on a palette screen, else the nearest of the cube.
-uint32_t ColourInTheFile(const Artist& artist, uint32_t pixel) {
-  XColor cell{pixel, 0, 0, 0, 0, 0};
-  XQueryColor(artist.display, DefaultColormap(artist.display, DefaultScreen(artist.display)), &cell);
-  uint32_t colour = 0;
-  for (uint32_t channel : {cell.red, cell.green, cell.blue}) {
-    uint32_t nearest = (channel * 255 + 32767) / 65535;
-    colour = colour << 8 | (artist.Depth() == 8 ? channel >> 8 : (nearest * 5 + 127) / 255 * 51);
-  }
-  return colour;
-}
-
-TEST(X11Recording, ShowsTheScreenAndThePointerOnItInTheColoursOfTheTable) {
-  constexpr PixelRect area = {13, 17, 114, 84}; // at no even place, of no even size
-  Artist artist;
-  ASSERT_TRUE(EngineStartUp());
-  OwnWriter writer;
-  RecordingOptions options;
-  options.overlayBorder = false;
-  options.overlayCursor = true;
-  RecorderState recorder;
-  RecorderSetUp(recorder, &writer.ownStream, &writer, &options);
-  ASSERT_TRUE(recorder.recordingAllowed);
-  recorder.captureArea = {area.top, area.left, area.bottom, area.right};
-  recorder.outputWidth = area.right - area.left;
-  recorder.outputHeight = area.bottom - area.top;
-
-  artist.CoverScreen(8);
-  Picture shown = artist.Noise(recorder.outputWidth, recorder.outputHeight, 9);
-  Window window = artist.Show(shown, area.left, area.top);
-  const char there[] = {0x0F, 0x1F, 0x1F}; // 5 by 3 pixels, black; the right top one is not there
-  Pixmap mask = XCreateBitmapFromData(artist.display, artist.root, there, 5, 3);
-  XColor black{};
-  XDefineCursor(artist.display, window, XCreatePixmapCursor(artist.display, mask, mask, &black, &black, 3, 1));
-  XWarpPointer(artist.display, None, window, 0, 0, 0, 0, 47, 23);
-  XSync(artist.display, False);
-  for (int32_t i = 0; i < 15; i++) {
-    if (i != 4) shown.At(44 + i % 5, 22 + i / 5) = static_cast<uint32_t>(artist.Black());
-  }
-
-  RecorderCaptureFrame(recorder, false);
-  GifWriteTrailer(writer);
-  GifPicture gif = ReadGif(writer.Bytes());
-  ASSERT_EQ(gif.frames.size(), 1u) << gif.error;
-  for (uint32_t& pixel : shown.pixels) pixel = ColourInTheFile(artist, pixel);
-  EXPECT_EQ(Composite(gif, 0), shown.pixels);
-  RecorderTearDown(recorder);
-  EngineShutDown();
 }
 
 } // namespace

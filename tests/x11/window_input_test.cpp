@@ -42,26 +42,21 @@ protected:
     MovePointer(window->place.left + 40, window->place.top + 40);
     Button(1, true);
     DisplayEvent down = Next(Kind::kMouseDown, window);
-    bool drags = DisplayDragWindow(window, down.x, down.y);
-    Catch();
-    return drags;
+    return DisplayDragWindow(window, down.x, down.y);
   }
 };
 
 // The artist as a window manager, of which the tests know what it does and when, on a desktop without one.
 struct OwnManager {
-  Artist* artist;
+  const Artist& artist;
 
-  explicit OwnManager(Artist* a) : artist(a) { Listen(SubstructureRedirectMask); }
+  explicit OwnManager(const Artist& a) : artist(a) { XSelectInput(a.display, a.root, SubstructureRedirectMask); }
   ~OwnManager() {
     for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
-      XDeleteProperty(artist->display, artist->root, XInternAtom(artist->display, name, False));
+      XDeleteProperty(artist.display, artist.root, XInternAtom(artist.display, name, False));
     }
-    Listen(NoEventMask);
-  }
-  void Listen(long mask) {
-    XSelectInput(artist->display, artist->root, mask);
-    XSync(artist->display, False);
+    XSelectInput(artist.display, artist.root, NoEventMask);
+    XSync(artist.display, False);
   }
 };
 
@@ -155,21 +150,18 @@ TEST_F(X11WindowInput, PointerHasTheShapeOfItsWindow) {
   MovePointer(50, 50);
   const uint32_t lightNoneDark[] = {0xFFE0E0E0, 0, 0xFF300000};
   const PointerPicture own = {3, 1, 2, 0, lightNoneDark};
-  std::vector<uint32_t> before;
+  std::vector<uint32_t> pixels;
   for (PointerShape shape : {PointerShape::kIBeam, PointerShape::kArrow, PointerShape::kOwn}) {
+    const std::vector<uint32_t> before = pixels;
     DisplayPointerShape(window, shape, &own);
     Catch();
     const PointerPicture* shown = DisplayPointer();
     ASSERT_NE(shown, nullptr);
-    std::vector<uint32_t> pixels(shown->pixels, shown->pixels + shown->width * shown->height);
+    pixels.assign(shown->pixels, shown->pixels + shown->width * shown->height);
     EXPECT_NE(pixels, before);
-    before = pixels;
   }
   EXPECT_EQ(DisplayPointer()->hotX, 2);
-  ASSERT_GE(before.size(), 3u);
-  EXPECT_EQ(before[0], 0xFFFFFFFF);
-  EXPECT_EQ(before[1], 0u);
-  EXPECT_EQ(before[2], 0xFF000000);
+  EXPECT_EQ(pixels, (std::vector<uint32_t>{0xFFFFFFFF, 0, 0xFF000000}));
 }
 
 // ---- Minimising and dragging -------------------------------------------------------------------------------------
@@ -236,11 +228,12 @@ TEST_F(X11WindowInput, AReleaseBeforeTheDesktopDragsTakesTheRequestBack) {
   if (HasManager()) GTEST_SKIP() << "it may be quicker";
   constexpr long byMouse = 8, cancel = 11;
   DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
-  OwnManager manager(&artist);
+  OwnManager manager(artist);
   WriteItems(artist.root, "_NET_SUPPORTED", XA_ATOM, {AtomOf("_NET_WM_MOVERESIZE")});
   // Over the window, where the release comes to us, and beside it, where it comes to nobody.
   for (const auto& [x, y] : {std::pair{70, 90}, std::pair{400, 300}}) {
     ASSERT_TRUE(StartDrag(window));
+    Catch();
     MovePointer(x, y);
     Button(1, false);
     EXPECT_FALSE(Came(Kind::kMouseUp));
@@ -290,7 +283,7 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
   }
 
   // Where nobody works it out, the panels are left out.
-  OwnManager manager(&artist);
+  OwnManager manager(artist);
   Window left = NewDock({30, 0, 0, 0}), bottom = NewDock({0, 0, 0, 40});
   WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(bottom)});
   UsableAreaBecomes({30, 0, all.right, all.bottom - 40});
