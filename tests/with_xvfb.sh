@@ -3,10 +3,10 @@
 #
 #   tests/with_xvfb.sh WIDTHxHEIGHTxDEPTH COMMAND [ARGUMENT...]
 #
-# The command finds the server in DISPLAY. FRAMEREEL_XVFB_ARGS holds further arguments for the server, separated by
-# spaces ("-extension MIT-SHM" refuses shared memory). The server takes a free display number by itself, listens on
-# this machine only, keeps its state between clients, and ends with this script. A server that does not start is
-# status 125, with what it said.
+# The command finds the server in DISPLAY, and a folder for its lifetime in FRAMEREEL_XVFB_FOLDER. FRAMEREEL_XVFB_ARGS
+# holds further arguments for the server, separated by spaces ("-extension MIT-SHM" refuses shared memory). The server
+# takes a free display number by itself, listens on this machine only, keeps its state between clients, and ends with
+# this script. A server that does not start is status 125, with what it said.
 set -eu
 
 if [ $# -lt 2 ]; then
@@ -50,5 +50,5 @@ if ! read -r number <"$folder/number"; then
 fi
 
 status=0
-DISPLAY=":$number" "$@" || status=$?
+DISPLAY=":$number" FRAMEREEL_XVFB_FOLDER=$folder "$@" || status=$?
 exit "$status"
