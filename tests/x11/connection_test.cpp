@@ -79,7 +79,7 @@ TEST_F(X11Whole, OutlivesABrokenConnectionWhicheverCallFindsIt) {
   Surface surface{};
   DisplayWindow* window = nullptr;
   const std::function<bool()> calls[] = {
-      // what each answers it answers only while the connection stands
+      // True is an answer that only a standing connection could give.
       [&] { return DisplayScreen().width != 0; },
       [&] { return DisplayReadScreen(all, surface, 0, 0); },
       [&] { return DisplayDrawScreen(surface, all, 0, 0); },

@@ -77,7 +77,7 @@ void ExpectExactRead(const Picture& screen, const PixelRect& where, OwnSurface* 
       << where.left << ", " << where.top << ", " << where.right << ", " << where.bottom << " to " << toX << ", " << toY;
 }
 
-class X11Screen : public X11Test {};
+using X11Screen = X11Test;
 
 TEST_F(X11Screen, HasTheLayoutOfItsDepth) {
   const std::map<int32_t, PixelLayout> layouts = {
@@ -180,9 +180,8 @@ TEST_F(X11Screen, TakesPixelsOverAllWindowsAndCutsWhatLiesOff) {
                  {all, 40, h - 5},
                  {all, -size, 0},
                  {all, w - 1, 1 - size},
-                 {all, 65546, 0},
-                 {all, -65526, 0},
-                 {all, 0, -65526}, // on it by the protocol's 16 bits
+                 {all, 65546, 0}, // 10, 0 in the protocol's 16 bits
+                 {all, 0, -65526},
                  {all, INT32_MAX, 9},
                  {all, 9, INT32_MIN}};
     for (const auto& draw : draws) {
@@ -205,14 +204,14 @@ TEST_F(X11Screen, IsDoneWithASurfaceWhenADrawReturns) {
 
 TEST_F(X11Screen, InvertsUnderPatternsInScreenCoordinates) {
   Picture screen = artist.CoverScreen(7);
+  const uint32_t bits = static_cast<uint32_t>(artist.Black() ^ artist.White());
   // What the display does to the screen, the words of its contract do to the picture.
   auto invert = [&](const PixelRect& where, std::vector<uint8_t> pattern) {
     ASSERT_TRUE(DisplayInvertScreen(where, pattern.data()));
     PixelRect seen = Intersect(where, screen.All());
     for (int32_t y = seen.top; y < seen.bottom; y++) {
       for (int32_t x = seen.left; x < seen.right; x++) {
-        if (pattern[y % 8] >> (7 - x % 8) & 1)
-          screen.At(x, y) ^= static_cast<uint32_t>(artist.Black() ^ artist.White());
+        if (pattern[y % 8] >> (7 - x % 8) & 1) screen.At(x, y) ^= bits;
       }
     }
   };
