@@ -127,25 +127,18 @@ TEST(Selection, DoesWithoutLabelsAndWithoutFunctions) {
 TEST(AreaReadouts, TellTheAlignedAreaAndTheAnimationsSize) {
   const struct {
     uint16_t recordingSize;
-    int16_t anchorX, anchorY, cornerX, cornerY;
-    const char* readouts;
+    const char *steps, *readouts;
   } cases[] = {
-      {kSize100, 439, 0, 0, 329, "Size: 440x330, Top Left: 0,0"},
-      {kSize44, 10, 20, 309, 319, "Size: 300x300 (200x200), Top Left: 10,20"},
-      {kSize25, 310, 20, 10, 320, "Size: 302x302 (151x151), Top Left: 9,19"}, // room on the low side
-      {kSize25, 1, 1, 101, 101, "Size: 102x102 (51x51), Top Left: 1,1"},      // none there
-      {kSize44, 0, 0, 639, 479, "Size: 639x480 (426x320), Top Left: 1,0"},    // none at all
-      {kSize100, 0, 32767, 32767, 32767, "Size: 32767x0, Top Left: 0,32767"}, // no screen reaches so far
+      {kSize100, "m 439 0 d m 0 329", "Size: 440x330, Top Left: 0,0"},
+      {kSize44, "m 10 20 d m 309 319", "Size: 300x300 (200x200), Top Left: 10,20"},
+      {kSize25, "m 310 20 d m 10 320", "Size: 302x302 (151x151), Top Left: 9,19"}, // room on the low side
+      {kSize25, "m 1 1 d m 101 101", "Size: 102x102 (51x51), Top Left: 1,1"},      // none there
+      {kSize44, "m 0 0 d m 639 479", "Size: 639x480 (426x320), Top Left: 1,0"},    // none at all
   };
   AreaProgram program;
   for (const auto& c : cases) {
     program.options.recordingSize = c.recordingSize;
-    program.area.anchorX = c.anchorX;
-    program.area.anchorY = c.anchorY;
-    program.area.cornerX = c.cornerX;
-    program.area.cornerY = c.cornerY;
-    AreaFromCorners(program.area);
-    ShowAreaReadouts(program.area);
+    program.Act("begin " + std::string(c.steps) + " u");
     EXPECT_EQ(program.size + ", " + program.topLeft, c.readouts);
   }
 }
