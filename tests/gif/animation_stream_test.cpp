@@ -1,49 +1,74 @@
-// The chunked store: where chunks begin and end, and that nothing is lost or moved there.
+// The chunked store and its saves: where chunks begin and end, and that nothing is lost or moved there.
 #include "gif/animation_stream.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "gif/stream_bytes.h"
+#include "gif/own_writer.h"
+#include "gif/save_animation.h"
+#include "support/temporary_folder.h"
 
 namespace framereel {
 namespace {
 
+using Bytes = std::vector<uint8_t>;
+
 constexpr uint32_t kChunk = kStreamChunkSize;
 
-// The stream holds these bytes, by its own account as well.
-void ExpectHolds(const AnimationStream& stream, const std::vector<uint8_t>& bytes) {
-  const uint32_t current = stream.currentChunk ? stream.currentUsed : 0;
-  EXPECT_LT(current, kChunk);
-  EXPECT_EQ(stream.streamSize, bytes.size());
-  EXPECT_EQ(stream.streamSize, ListCount(stream.fullChunks) * kChunk + current);
-  EXPECT_EQ(StreamBytes(stream), bytes);
-}
+class AnimationStreamTest : public testing::Test {
+protected:
+  // Whether a save into the file took all bytes.
+  bool Save(FileMode mode) {
+    FileRef* ref = FileRefFromPath(path.c_str());
+    File* file = FileOpen(ref, mode);
+    const bool saved = file && SaveAnimationTo(gif, file);
+    FileClose(file);
+    FreeFileRef(ref);
+    return saved;
+  }
 
-void ExpectGoesOn(AnimationStream& stream, std::vector<uint8_t> bytes) {
-  const std::vector<uint8_t> more = SomeBytes(2 * kChunk + 10, 2);
-  StreamAppend(stream, uint32_t(more.size()), more.data());
-  bytes.insert(bytes.end(), more.begin(), more.end());
-  ExpectHolds(stream, bytes);
-}
+  // The stream holds these bytes, by its own account as well, and a save writes them and a trailer.
+  void ExpectHolds(const Bytes& bytes) {
+    const uint32_t current = stream.currentChunk ? stream.currentUsed : 0;
+    EXPECT_LT(current, kChunk);
+    EXPECT_EQ(stream.streamSize, bytes.size());
+    EXPECT_EQ(stream.streamSize, ListCount(stream.fullChunks) * kChunk + current);
+    EXPECT_TRUE(StreamBytes(stream) == bytes);
+    WriteWholeFile(path, "");
+    EXPECT_TRUE(Save(FileModeWrite));
+    EXPECT_TRUE(ReadWholeFile(path) == std::string(bytes.begin(), bytes.end()) + ';');
+    EXPECT_TRUE(StreamBytes(stream) == bytes);
+    EXPECT_EQ(stream.streamSize, bytes.size());
+  }
 
-TEST(AnimationStream, SplitsAppendsAtTheEndsOfChunksAndMovesNothing) {
-  for (const uint32_t length : {0u, 5u, kChunk - 1, kChunk, kChunk + 1, 3 * kChunk + 7}) {
+  void Append(Bytes& bytes, const Bytes& more) {
+    StreamAppend(stream, uint32_t(more.size()), more.data());
+    bytes.insert(bytes.end(), more.begin(), more.end());
+    ExpectHolds(bytes);
+  }
+
+  const TemporaryFolder folder;
+  const std::string path = folder / "saved.gif";
+  OwnWriter gif;
+  AnimationStream& stream = gif.ownStream;
+};
+
+TEST_F(AnimationStreamTest, SplitsAppendsAtTheEndsOfChunksAndMovesNothing) {
+  for (const uint32_t length : {0u, 5u, kChunk - 2, kChunk - 1, kChunk, kChunk + 1, 3 * kChunk + 7}) {
     SCOPED_TRACE(length);
-    OwnStream stream;
-    const std::vector<uint8_t> bytes = SomeBytes(length);
     const uint8_t* chunk = stream.currentChunk;
-    StreamAppend(stream, length, bytes.data());
-    ExpectHolds(stream, bytes);
+    Bytes bytes;
+    Append(bytes, SomeBytes(length));
     StreamAppend(stream, 0, nullptr);
     EXPECT_NE(stream.currentChunk, nullptr);
-    ExpectGoesOn(stream, bytes);
+    Append(bytes, SomeBytes(2 * kChunk + 10, 2));
     EXPECT_EQ(FromListValue<uint8_t>(ListFirst(stream.fullChunks)), chunk);
+    StreamClear(stream);
   }
 }
 
-TEST(AnimationStream, KeepsExactlyTheFirstBytesWhenTruncated) {
+TEST_F(AnimationStreamTest, KeepsExactlyTheFirstBytesWhenTruncated) {
   const uint32_t lengths[][2] = {
       {5, 0},
       {5, 6},
@@ -57,29 +82,35 @@ TEST(AnimationStream, KeepsExactlyTheFirstBytesWhenTruncated) {
   };
   for (const auto& [before, after] : lengths) {
     SCOPED_TRACE(testing::Message() << before << " to " << after);
-    OwnStream stream;
-    std::vector<uint8_t> bytes = SomeBytes(before);
-    StreamAppend(stream, before, bytes.data());
+    Bytes bytes;
+    Append(bytes, SomeBytes(before));
     StreamTruncate(stream, after);
     bytes.resize(std::min(before, after));
-    ExpectHolds(stream, bytes);
-    ExpectGoesOn(stream, bytes);
+    ExpectHolds(bytes);
+    Append(bytes, SomeBytes(2 * kChunk + 10, 2));
+    StreamClear(stream);
   }
 }
 
-TEST(AnimationStream, KeepsItsCurrentChunkWhenCleared) {
+TEST_F(AnimationStreamTest, KeepsItsCurrentChunkWhenCleared) {
   for (const uint32_t length : {5u, kChunk, 3 * kChunk + 5}) {
     SCOPED_TRACE(length);
-    OwnStream stream;
     StreamAppend(stream, length, SomeBytes(length).data());
     const uint8_t* chunk = stream.currentChunk;
     stream.savedSize = stream.streamSize;
     StreamClear(stream);
     EXPECT_EQ(stream.savedSize, 0u);
     EXPECT_EQ(stream.currentChunk, chunk);
-    ExpectHolds(stream, {});
-    ExpectGoesOn(stream, {});
+    ExpectHolds({});
   }
+}
+
+TEST_F(AnimationStreamTest, StaysAsItIsWhenAFileTakesNoBytes) {
+  const Bytes bytes = SomeBytes(5);
+  StreamAppend(stream, 5, bytes.data());
+  WriteWholeFile(path, "x");
+  EXPECT_FALSE(Save(FileModeRead));
+  ExpectHolds(bytes);
 }
 
 } // namespace

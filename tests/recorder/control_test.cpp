@@ -9,6 +9,7 @@
 #include "resources/bitmaps.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/pixels.h"
 
 namespace framereel {
 namespace {
@@ -24,6 +25,11 @@ RecordingOptions Plain() {
   options.overlayBorder = options.overlayCursor = false;
   options.frameDelay = 99; // a frame every 100 ms
   return options;
+}
+
+// At each depth.
+uint32_t White() {
+  return PixelBits(TheMemoryDisplay().layout);
 }
 
 class Control : public testing::Test {
@@ -54,14 +60,12 @@ protected:
   void HoldGrab(uint32_t from, uint32_t to) { Hold(from, to, {VK_CONTROL, VK_MENU, VK_SPACE}); }
   // Something in the area changes its colour, so that the next frame has something to show.
   void Change() {
-    block = MemoryPixelOf(255, 255, 255) - block;
-    MemoryPaintWindow(*scene, blockPlace, block);
+    blockIsWhite = !blockIsWhite;
+    MemoryPaintWindow(*scene, blockPlace, blockIsWhite ? White() : 0);
   }
   void PaintScene() const {
-    for (int32_t x = 0; x < 640; x += 5) {
-      MemoryPaintWindow(*scene, {x, 0, x + 5, 480}, x % 2 ? 0 : MemoryPixelOf(255, 255, 255));
-    }
-    MemoryPaintWindow(*scene, blockPlace, block);
+    for (int32_t x = 0; x < 640; x += 5) MemoryPaintWindow(*scene, {x, 0, x + 5, 480}, x % 2 ? 0 : White());
+    MemoryPaintWindow(*scene, blockPlace, blockIsWhite ? White() : 0);
   }
 
   bool ScreenIsAsBefore() const { return TheMemoryDisplay().screen == before; }
@@ -71,8 +75,7 @@ protected:
     std::vector<uint32_t> expected = before;
     for (int32_t y = 0; y < picture.height; ++y) {
       for (int32_t x = 0; x < picture.width; ++x) {
-        expected[size_t((168 + y) * 640 + 428 + x)] =
-            picture.rows[y][x] == '#' ? MemoryPixelOf(0, 0, 0) : MemoryPixelOf(255, 255, 255);
+        expected[size_t((168 + y) * 640 + 428 + x)] = picture.rows[y][x] == '#' ? 0 : White();
       }
     }
     return TheMemoryDisplay().screen == expected;
@@ -90,7 +93,7 @@ protected:
   Watch watch;
   DisplayWindow* scene; // of another program, which has the keyboard
   PixelRect blockPlace = {330, 110, 340, 120};
-  uint32_t block = 0;
+  bool blockIsWhite = false;
   uint32_t began;
   std::vector<uint32_t> before; // what stood on the screen
 };
@@ -189,7 +192,7 @@ TEST_F(Control, LeavesWhatOthersHavePaintedMeanwhile) {
   RunUntil(1500);
   Change();
   Change();
-  EXPECT_EQ(MemoryPixel(447, 180), MemoryPixelOf(255, 255, 255)); // the picture stands
+  EXPECT_EQ(MemoryPixel(447, 180), White()); // the picture stands
   Change();
   RunUntil(3 * kDigit + 50);
   const GifPicture gif = recording.Read();

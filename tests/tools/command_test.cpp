@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,13 +16,30 @@
 namespace framereel {
 namespace {
 
+// The display's clock. Times are ms since the test began.
+struct TestClock {
+  uint32_t begin = 0;
+  uint32_t stopAt = UINT32_MAX;   // the user ends the recording
+  uint32_t sleepsAt = UINT32_MAX; // the first wait that reaches this time ...
+  uint32_t wakesAt = 0;           // ... ends at that one only
+};
+
 uint32_t Now(void*) {
   return ::GetTickCount();
 }
 
-bool Wait(void*, uint32_t milliseconds) {
-  ::Sleep(milliseconds);
-  return false;
+bool Wait(void* owner, uint32_t milliseconds) {
+  TestClock& clock = *static_cast<TestClock*>(owner);
+  const uint32_t now = ::GetTickCount() - clock.begin;
+  uint32_t until = now + milliseconds;
+  if (until >= clock.sleepsAt) {
+    until = clock.wakesAt;
+    clock.sleepsAt = UINT32_MAX;
+  }
+  const bool stopped = until >= clock.stopAt;
+  if (stopped) until = std::max(now, clock.stopAt);
+  ::Sleep(until - now);
+  return stopped;
 }
 
 // Fills the screen with what does not compress; another picture for each seed.
@@ -38,6 +56,7 @@ protected:
   std::string place = folder / "a.gif";
   std::string messages;
   bool terminal = false;
+  TestClock clock;
 
   void SetUp() override { MemoryDisplayReset(64, 48, 24); }
 
@@ -48,9 +67,10 @@ protected:
     return command;
   }
 
-  // Runs the command into `place`, ten times a second; `messages` gets what it says.
+  // Runs the command into `place`, ten times a second if no more is said; `messages` gets what it says.
   int Run(std::vector<const char*> arguments) {
-    arguments.insert(arguments.end(), {"--delay=100", place.c_str(), nullptr});
+    arguments.insert(arguments.begin(), "--delay=100");
+    arguments.insert(arguments.end(), {place.c_str(), nullptr});
     char* text = nullptr;
     size_t length = 0;
     RecordCommand& command = Command();
@@ -58,7 +78,7 @@ protected:
     Refusal refusal;
     EXPECT_EQ(ReadOptions(arguments.data(), &command.options, refusal), Request::kRecord) << refusal.text;
     EXPECT_TRUE(OutputFind(command.output, command.options.file, refusal)) << refusal.text;
-    command.clock = {nullptr, Now, Wait};
+    command.clock = {&clock, Now, Wait};
     command.messages = ::open_memstream(&text, &length);
     command.terminal = terminal;
     const int status = RecordCommandRun(command);
@@ -149,12 +169,62 @@ TEST_F(CommandTest, LeavesNoFileWhenTheDisplayIsLostAtOnce) {
   ExpectRefused({}, "the connection to the display was lost; nothing was recorded");
 }
 
-TEST_F(CommandTest, TellsFiguresThatProgramsCanRead) {
-  MemoryAt(150, [] { DrawNoise(1); });
-  EXPECT_EQ(Run({"--stats", "--seconds=0.5"}), kExitDone);
-  const std::string expected =
+// ---- When frames are taken, by the figures that programs can read ------------------------------------------------
+
+TEST_F(CommandTest, TakesATickAtOnceAndThenOneEachDelayUntilItsEnd) {
+  const struct {
+    uint32_t begin;
+    const char* end;
+    uint32_t stopAt, wakesAt; // wakesAt 0: it does not sleep too long, at 300
+    const char* figures;
+    uint32_t passed;
+  } cases[] = {
+      {0, "--seconds=1", UINT32_MAX, 0, "ticks=10 frames=1 lost=0", 1000}, // the one at the end is not taken any more
+      {UINT32_MAX - 149, "--seconds=0.5", UINT32_MAX, 0, "ticks=5 frames=1 lost=0", 500}, // the clock wraps
+      {0, "--frames=5", UINT32_MAX, 0, "ticks=5 frames=1 lost=0", 400},                   // it ends with its last tick
+      {0, "--no-loop", 250, 0, "ticks=3 frames=1 lost=0", 250},
+      {0, "--no-loop", 0, 0, "ticks=1 frames=1 lost=0", 0},                  // one frame in any case
+      {0, "--seconds=1", UINT32_MAX, 399, "ticks=10 frames=1 lost=0", 1000}, // late, the next one is still to come
+      {0, "--seconds=1", UINT32_MAX, 400, "ticks=9 frames=1 lost=1", 1000},  // two are due: the older one is lost
+      {0, "--seconds=1", UINT32_MAX, 720, "ticks=6 frames=1 lost=4", 1000},  // 700 is taken at 720, 800 in time
+      {0, "--seconds=1", UINT32_MAX, 999, "ticks=4 frames=1 lost=6", 1000},
+      {0, "--seconds=1", UINT32_MAX, 1000, "ticks=3 frames=1 lost=7", 1000}, // past the end nothing is taken
+      {0, "--seconds=1", UINT32_MAX, 50000, "ticks=3 frames=1 lost=7", 50000},
+  };
+  for (const auto& c : cases) {
+    MemoryDisplayReset(64, 48, 24);
+    TheMemoryDisplay().tick = c.begin;
+    clock = {c.begin, c.stopAt, c.wakesAt ? 300 : UINT32_MAX, c.wakesAt};
+    EXPECT_EQ(Run({"--stats", c.end}), kExitDone);
+    EXPECT_EQ(messages.substr(0, messages.find(" bytes=")), c.figures) << c.wakesAt;
+    EXPECT_EQ(::GetTickCount() - c.begin, c.passed) << c.wakesAt;
+  }
+}
+
+TEST_F(CommandTest, GoesOnOnAScreenThatGetsSmallerAndTellsTheBytesOfTheFile) {
+  MemoryAt(250, [] { MemoryDisplaySetMode(16, 12, 24); });
+  MemoryAt(350, [] { MemoryPixel(5, 5) = 0xFFFFFF; });
+  EXPECT_EQ(Run({"--stats", "--frames=5"}), kExitDone);
+  const std::string figures =
       "ticks=5 frames=2 lost=0 bytes=" + std::to_string(ReadWholeFile(place).size()) + " wall_s=";
-  EXPECT_EQ(messages.substr(0, expected.size()), expected);
+  EXPECT_EQ(messages.substr(0, figures.size()), figures);
+}
+
+TEST_F(CommandTest, EndsAheadOfAStreamThatMightNotHoldAnotherFrame) {
+  const uint32_t lastWithRoom = UINT32_MAX - 2 * 64 * 48 - 4096;
+  MemoryAt(50, [&] { Command().stream.streamSize = lastWithRoom; });
+  MemoryAt(250, [&] { Command().stream.streamSize = lastWithRoom + 1; });
+  EXPECT_EQ(Run({}), kExitFailed);
+  EXPECT_EQ(messages,
+            "framereel-record: the animation has reached 4 GiB; " + place + " holds the 1 frame before that\n");
+  EXPECT_EQ(::GetTickCount(), 300u);
+}
+
+TEST_F(CommandTest, ShowsHowItGoesDuringLongWaitsToo) {
+  terminal = true;
+  EXPECT_EQ(Run({"--delay=5000", "--frames=2"}), kExitDone);
+  EXPECT_EQ(std::count(messages.begin(), messages.end(), '\r'), 20 + 1) << "four times a second, and wiped in the end";
+  EXPECT_EQ(::GetTickCount(), 5000u);
 }
 
 TEST_F(CommandTest, ShowsProgressAndOutcomeOnATerminal) {
@@ -164,7 +234,7 @@ TEST_F(CommandTest, ShowsProgressAndOutcomeOnATerminal) {
   EXPECT_NE(messages.find("0:00  [############............]\x1b[K"), std::string::npos);
   const std::string outcome = "\r\x1b[K" + place + ": 1 frame, ";
   EXPECT_EQ(messages.substr(messages.rfind('\r'), outcome.size()), outcome);
-  EXPECT_EQ(messages.back(), '\n');
+  EXPECT_TRUE(messages.ends_with(", 0:01\n"));
   EXPECT_EQ(Run({"--seconds=1", "--quiet"}), kExitDone);
   EXPECT_EQ(messages, "");
 }

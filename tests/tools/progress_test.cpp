@@ -1,4 +1,4 @@
-// The texts that tell how a recording goes.
+// The line that tells how a recording goes. When it is drawn stands in command_test.cpp.
 #include "record/progress.h"
 
 #include <gtest/gtest.h>
@@ -46,20 +46,6 @@ TEST(Progress, TellsFramesSizeTimeAndWhatIsDoneOnOneLine) {
   recording.ticks = recording.lostTicks = recording.frames = recording.frameBytes = UINT32_MAX;
   recording.elapsed = UINT64_MAX;
   EXPECT_LT(Shown(recording, 1000).size(), size_t{kProgressTextSize - 1}) << "nothing was cut";
-}
-
-TEST(Progress, IsDrawnAtMostTenTimesASecond) {
-  char* text = nullptr;
-  size_t length = 0;
-  FILE* to = ::open_memstream(&text, &length);
-  Progress progress = {to, false, 0};
-  ProgressClear(progress);
-  EXPECT_EQ(length, 0u) << "nothing stands there to be cleared";
-  Recording recording = {};
-  for (; recording.elapsed <= 1000; recording.elapsed += 25) ProgressShow(progress, recording);
-  fclose(to);
-  EXPECT_EQ(length, 11 * std::string("\r0 frames, 0 bytes, 0:00\x1b[K").size());
-  free(text);
 }
 
 } // namespace
