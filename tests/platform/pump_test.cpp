@@ -198,6 +198,7 @@ TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdownAndNotWithoutADisplay) {
   EXPECT_EQ(TheMainWindow()->window, nullptr);
   TheMemoryDisplay().present = false;
   EXPECT_FALSE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
+  PlatformShutdown(); // there is nothing to shut down
   TheMemoryDisplay().present = true;
   EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
   EXPECT_NE(MemoryWindowTitled("Framereel"), nullptr);
