@@ -268,8 +268,8 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
     std::vector<long> areas;
     long desktop;
     PixelRect usable;
-  } works[] = {{{0, 0, 640, 480, 10, 20, 300, 200}, 1, {10, 20, 310, 220}},
-               {{0, 0, 640, 480, 10, 20, 300, 200}, 7, {0, 0, 640, 480}},
+  } works[] = {{{0, 5, 600, 400, 10, 20, 300, 200}, 1, {10, 20, 310, 220}},
+               {{0, 5, 600, 400, 10, 20, 300, 200}, 7, {0, 5, 600, 405}},
                {{0, 30, 70000, 70000}, 0, {0, 30, all.right, all.bottom}},
                {{1, 2}, 0, all}};
   for (const auto& work : works) {

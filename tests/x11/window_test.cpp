@@ -161,6 +161,7 @@ TEST_F(X11Window, TellsWhatItIs) {
   EXPECT_EQ(Items(main->id, "_NET_WM_WINDOW_TYPE"), std::vector{AtomOf("_NET_WM_WINDOW_TYPE_NORMAL")});
   EXPECT_EQ(Items(dialog->id, "_NET_WM_WINDOW_TYPE"), std::vector{AtomOf("_NET_WM_WINDOW_TYPE_DIALOG")});
   EXPECT_EQ(Items(dialog->id, "WM_TRANSIENT_FOR"), std::vector{long(main->id)});
+  EXPECT_EQ(Items(main->id, "WM_PROTOCOLS"), (std::vector{AtomOf("WM_DELETE_WINDOW"), AtomOf("_NET_WM_PING")}));
   EXPECT_EQ(Items(main->id, "_MOTIF_WM_HINTS").at(2), 0);
   EXPECT_EQ(Items(main->id, "_NET_WM_ICON"), (std::vector<long>{2, 1, 0xFF102030, 0x80800000}));
 }
