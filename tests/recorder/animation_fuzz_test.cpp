@@ -32,8 +32,10 @@ public:
       for (PaletteColour& c : TheMemoryDisplay().palette) c = AnyColour();
     }
     for (uint32_t& colour : colours) colour = AnyPixel();
-    if (depth == 8) colours[0] = 77; // transparent at first
-    if (depth == 8) colours[1] = 255;
+    if (depth == 8) {
+      colours[0] = 77; // transparent at first
+      colours[1] = 255;
+    }
     if (Below(3) == 0) ShowWhitePointer(3, 2, 1, 1);
   }
 
