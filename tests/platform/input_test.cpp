@@ -192,7 +192,7 @@ TEST_F(InputTest, HeldCaptureBringsEverythingToTheModalWindow) {
   MoveOver(a, 55, 60);
   Release();
   EXPECT_EQ(Heard(), "c~50,60 cv16@50,60 c~55,60 c^16@55,60 ");
-  // The release before has not let the mouse go.
+  EXPECT_NE(TheMemoryDisplay().desktop.captured, nullptr); // the release has not let the mouse go
   EXPECT_EQ(Click(a, 50, 60), "c~50,60 cv16@50,60 c^16@50,60 ");
   ReleaseHeldCapture();
   CloseChildWindow(cover);
