@@ -33,6 +33,10 @@ TEST(MemoryWindows, StandAboveTheDesktopInTheirOrderAndLeaveItAsItWas) {
   EXPECT_EQ(Row(0, 0, 10), "6666222226");
   EXPECT_EQ(MemoryWindowAt(4, 0), high);
   EXPECT_EQ(MemoryWindowAt(3, 0), nullptr);
+  MemorySetTaskBar({0, 0, 3, 1});
+  EXPECT_NE(MemoryPixel(0, 0), 6U);
+  MemorySetTaskBar({});
+  EXPECT_EQ(Row(0, 0, 10), "6666222226");
 }
 
 TEST(MemoryWindows, KeepWhatIsDrawnOnTheScreenUntilTheyPaint) {
