@@ -2,6 +2,7 @@
 #include "app/settings_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <string>
@@ -142,6 +143,13 @@ TEST(SettingsFile, TheDefaultAreaFitsASmallScreenAndATaskBar) {
 }
 
 // ---- A world that says no -----------------------------------------------------------------------------------------
+
+TEST(SettingsFile, APipeWithoutAWriterInItsPlaceIsAnEmptyFile) {
+  SettingsProgram program;
+  ASSERT_EQ(::mkfifo(program.place.c_str(), 0600), 0);
+  SettingsLoad(program.settings); // does not wait
+  EXPECT_EQ(program.Told(), kDefaults);
+}
 
 TEST(SettingsFile, AFolderInItsPlaceIsLeftAlone) {
   SettingsProgram program;
