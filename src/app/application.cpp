@@ -42,8 +42,7 @@ void MakeWayForPicture(void* owner, const Rect& where, bool stands) {
     AntsHide(app.area);
     app.lineGaveWay = true;
   } else if (!stands && app.lineGaveWay) {
-    app.lineGaveWay = false;
-    AntsShow(app.area);
+      AntsShow(app.area);
   }
 }
 

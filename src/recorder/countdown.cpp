@@ -18,6 +18,11 @@ Rect Centred(const Rect& bounds, const Rect& area) {
   return {int16_t(top), int16_t(left), int16_t(top + bounds.bottom), int16_t(left + bounds.right)};
 }
 
+// The pictures are of one size.
+Rect BoundsOf(const RecorderControl& control) {
+  return OffscreenBounds(control.pictures[kPictureOne]);
+}
+
 void DrawOnScreen() {
   SetPortScreen();
   UseDrawState(DrawStateDefault());
@@ -38,9 +43,10 @@ DibBuffer* ReadPixels(Offscreen* offscreen) {
 
 // Whether the picture does not stand on the screen as it was drawn. What lies off the screen counts as whole.
 bool IsPaintedOver(const RecorderControl& control) {
-  Offscreen* seen = NewOffscreen(control.pictureBounds.right, control.pictureBounds.bottom, true);
+  const Rect bounds = BoundsOf(control);
+  Offscreen* seen = NewOffscreen(bounds.right, bounds.bottom, true);
   if (!seen) return true;
-  CopyTo(seen, &control.shownPicture->port, control.pictureBounds);
+  CopyTo(seen, &control.shownPicture->port, bounds);
   DibBuffer* drawn = ReadPixels(seen);
   CopyTo(seen, ScreenPort(), control.pictureRect);
   DibBuffer* now = ReadPixels(seen);
@@ -81,9 +87,9 @@ void SavePictureArea(RecorderState& recorder) {
     if (!picture) return;
   }
   control.paintedOver = false;
-  control.pictureBounds = OffscreenBounds(control.pictures[kPictureOne]);
-  control.pictureRect = Centred(control.pictureBounds, recorder.captureArea);
-  control.savedScreen = NewOffscreen(control.pictureBounds.right, control.pictureBounds.bottom, true);
+  const Rect bounds = BoundsOf(control);
+  control.pictureRect = Centred(bounds, recorder.captureArea);
+  control.savedScreen = NewOffscreen(bounds.right, bounds.bottom, true);
   if (!control.savedScreen) return;
   TellPanel(recorder, true);
   CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
@@ -93,7 +99,7 @@ void ShowPicture(RecorderControl& control, CountdownPicture picture) {
   if (!control.savedScreen) return;
   LookForOthers(control);
   DrawOnScreen();
-  CopyBits(&control.pictures[picture]->port, control.pictureBounds, control.pictureRect, 1);
+  CopyBits(&control.pictures[picture]->port, BoundsOf(control), control.pictureRect, 1);
   control.shownPicture = control.pictures[picture];
 }
 
@@ -103,7 +109,7 @@ void RestorePictureArea(RecorderState& recorder) {
   LookForOthers(control);
   control.shownPicture = nullptr;
   DrawOnScreen();
-  CopyBits(&control.savedScreen->port, control.pictureBounds, control.pictureRect, 1);
+  CopyBits(&control.savedScreen->port, BoundsOf(control), control.pictureRect, 1);
   FreeOffscreen(control.savedScreen);
   control.savedScreen = nullptr;
   const Rect& r = control.pictureRect;

@@ -58,7 +58,6 @@ struct RecorderControl {
   uint16_t lastKeyState = 0;         // of KeyBit, at the last poll
   Timer* activeTimer = nullptr;      // the one that is pending
   Offscreen* pictures[4] = {};       // the digits 1, 2 and 3, and the pause sign; owned
-  Rect pictureBounds = {};           // their size, from 0, 0
   Rect pictureRect = {};             // where the one on the screen stands
   Offscreen* savedScreen = nullptr;  // what lies under it; null when none is up
   Offscreen* shownPicture = nullptr; // the one on the screen, one of `pictures`

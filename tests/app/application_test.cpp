@@ -53,9 +53,7 @@ protected:
   }
   // What the file shows at a place of the area.
   uint32_t Seen(size_t frame, int x, int y) {
-    std::vector<uint8_t> bytes = StreamBytes(app.stream);
-    bytes.push_back(0x3B);
-    const GifPicture gif = ReadGif(bytes);
+    const GifPicture gif = ReadGif(FileBytes(app.stream));
     return frame < gif.frames.size() ? Composite(gif, frame)[size_t(y * gif.width + x)] : kUncovered;
   }
 

@@ -60,7 +60,6 @@ void ShowPatternedDesktop() {
 } // namespace
 
 AreaProgram::AreaProgram(int32_t depth) : platformIsUp((ViewsStartUp(), 1)), program(640, 480, depth) {
-  TimerFireDue(); // there is none: the clock has begun anew, and the timers are to know
   SetMainClientSize(nullptr, 180, 120);
   MoveMainWindow(nullptr, 400, 60);
   ShowPatternedDesktop();

@@ -27,6 +27,13 @@ inline std::vector<uint8_t> StreamBytes(const AnimationStream& stream) {
   return bytes;
 }
 
+// The file that a save would write now.
+inline std::vector<uint8_t> FileBytes(const AnimationStream& stream) {
+  std::vector<uint8_t> bytes = StreamBytes(stream);
+  bytes.push_back(0x3B); // the trailer
+  return bytes;
+}
+
 // Noise, the same in every test.
 inline std::vector<uint8_t> SomeBytes(uint32_t count, uint32_t seed = 1) {
   std::vector<uint8_t> bytes(count);

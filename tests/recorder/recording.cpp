@@ -66,9 +66,7 @@ bool Recording::Capture(bool grab) {
 }
 
 std::vector<uint8_t> Recording::Saved() const {
-  std::vector<uint8_t> bytes = StreamBytes(stream);
-  bytes.push_back(0x3B);
-  return bytes;
+  return FileBytes(stream);
 }
 
 GifPicture Recording::Read() const {

@@ -3,6 +3,7 @@
 #include "platform/main_window.h"
 #include "platform/platform_init.h"
 #include "platform/pump.h"
+#include "toolkit/core/timers.h"
 #include "win32/memory/memory_display.h"
 #include "win32/window.h"
 
@@ -15,6 +16,7 @@ char module;
 
 WindowProgram::WindowProgram(int32_t width, int32_t height, int32_t depth) {
   MemoryDisplayReset(width, height, depth);
+  TimerFireDue(); // there is none: the clock has begun anew, and the timers are to know
   PlatformInit(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL);
   MoveMainWindow(nullptr, TheMainWindow()->geometry.insetLeft, TheMainWindow()->geometry.insetTop);
   ReturnToProgram();

@@ -134,9 +134,7 @@ TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   AntsHide(app.area);
   Run([&] { return SceneStands(5); });
 
-  std::vector<uint8_t> bytes = StreamBytes(app.stream);
-  bytes.push_back(0x3B);
-  const GifPicture gif = ReadGif(bytes);
+  const GifPicture gif = ReadGif(FileBytes(app.stream));
   ASSERT_GE(gif.frames.size(), 6u) << gif.error;
   int state = 0;
   for (size_t frame = 0; frame < gif.frames.size(); ++frame) {
