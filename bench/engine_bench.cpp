@@ -12,12 +12,12 @@
 #include "gif/animation_stream.h"
 #include "gif/gif_records.h"
 #include "platform/start_up.h"
-#include "recorder/difference.h"
-#include "recorder/grab.h"
-#include "recorder/index_rows.h"
-#include "recorder/recorder_core.h"
-#include "recorder/reduce.h"
-#include "win32/display.h"
+#include "recorder/engine/difference.h"
+#include "recorder/engine/grab.h"
+#include "recorder/engine/index_rows.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/reduce.h"
+#include "win32/pixels/display.h"
 
 namespace framereel::bench {
 namespace {

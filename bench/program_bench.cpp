@@ -8,11 +8,11 @@
 
 #include "app/application.h"
 #include "area/area.h"
+#include "core/timers.h"
 #include "platform/display_caps.h"
 #include "platform/platform_init.h"
 #include "platform/pump.h"
-#include "recorder/control.h"
-#include "toolkit/core/timers.h"
+#include "recorder/control/recording_control.h"
 #include "toolkit/view_class.h"
 
 using namespace framereel;

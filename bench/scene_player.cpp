@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "content.h"
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 
 using namespace framereel;
 

@@ -14,7 +14,7 @@ floors='
 1 win32/x11
 1 win32/memory
 2 win32
-3 toolkit/core
+3 core
 4 platform
 5 gif
 5 toolkit
@@ -23,7 +23,7 @@ floors='
 8 app
 9 record
 '
-contract='win32/display.h win32/display_windows.h win32/surface.h win32/region.h win32/pixels.h'
+contract='win32/pixels/display.h win32/pixels/display_windows.h win32/pixels/surface.h win32/pixels/region.h win32/pixels/pixels.h'
 x11_rooms='^(src/win32/x11/|tests/x11/|tools/demo_scene\.cpp:)'
 
 # includes_in WHAT FOLDER...: the #include lines of all sources whose name begins with WHAT.

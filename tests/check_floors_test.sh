@@ -14,10 +14,10 @@ put() {
 }
 
 mkdir -p "$tree/tests"
-put src/win32/x11/screen.cpp '"win32/display.h"' '"win32/x11/x11_display.h"' '<X11/Xlib.h>'
-put src/win32/display.h '"win32/surface.h"' '<vector>'
-put src/gif/stream.cpp '"toolkit/core/list.h"'
-put src/toolkit/controls/box.cpp '"toolkit/views.h"' '"toolkit/core/list.h"'
+put src/win32/x11/screen.cpp '"win32/pixels/display.h"' '"win32/x11/x11_display.h"' '<X11/Xlib.h>'
+put src/win32/pixels/display.h '"win32/pixels/surface.h"' '<vector>'
+put src/gif/stream.cpp '"core/list.h"'
+put src/toolkit/controls/box.cpp '"toolkit/views.h"' '"core/list.h"'
 put tools/record/main.cpp '"record/options.h"' '"area/area.h"'
 put tools/demo_scene.cpp '<X11/Xlib.h>'
 if ! found=$("$check" "$tree"); then

@@ -6,16 +6,16 @@
 #include "app/panel.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
+#include "core/app_strings.h"
+#include "core/memory.h"
+#include "core/notices.h"
 #include "platform/app_callbacks.h"
 #include "platform/input_keys.h"
 #include "platform/pump.h"
-#include "recorder/control.h"
-#include "recorder/owner_name.h"
-#include "recorder/recorder_core.h"
-#include "recorder/status.h"
-#include "toolkit/core/app_strings.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/notices.h"
+#include "recorder/control/recording_control.h"
+#include "recorder/engine/owner_name.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/status.h"
 #include "toolkit/rects.h"
 
 namespace framereel {
@@ -42,7 +42,7 @@ void MakeWayForPicture(void* owner, const Rect& where, bool stands) {
     AntsHide(app.area);
     app.lineGaveWay = true;
   } else if (!stands && app.lineGaveWay) {
-      AntsShow(app.area);
+    AntsShow(app.area);
   }
 }
 

@@ -7,7 +7,7 @@
 #include "area/area.h"
 #include "gif/animation_stream.h"
 #include "gif/gif_records.h"
-#include "recorder/recorder_state.h"
+#include "recorder/engine/recorder_state.h"
 
 namespace framereel {
 

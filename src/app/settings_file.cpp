@@ -2,15 +2,15 @@
 #include "app/settings_file.h"
 
 #include "area/area.h"
-#include "platform/files.h"
+#include "core/app_strings.h"
+#include "core/file_refs.h"
+#include "core/strings.h"
+#include "core/text_format.h"
+#include "core/text_scan.h"
 #include "platform/main_window.h"
-#include "recorder/frame_rates.h"
-#include "recorder/recorder_state.h"
-#include "recorder/reduce.h"
-#include "toolkit/core/app_strings.h"
-#include "toolkit/core/strings.h"
-#include "toolkit/core/text_format.h"
-#include "toolkit/core/text_scan.h"
+#include "recorder/engine/frame_rates.h"
+#include "recorder/engine/recorder_state.h"
+#include "recorder/engine/reduce.h"
 #include "toolkit/rects.h"
 
 namespace framereel {

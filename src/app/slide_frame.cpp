@@ -3,9 +3,9 @@
 
 #include <cstdlib>
 
+#include "core/numbers.h"
+#include "core/timers.h"
 #include "platform/main_window.h"
-#include "toolkit/core/numbers.h"
-#include "toolkit/core/timers.h"
 
 namespace framereel {
 namespace {

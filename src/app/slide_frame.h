@@ -1,7 +1,7 @@
 // The main window's way in: from beyond the right edge of the screen to its resting place.
 #pragma once
 
-#include "toolkit/core/geometry.h"
+#include "core/geometry.h"
 
 namespace framereel {
 

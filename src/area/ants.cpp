@@ -2,11 +2,11 @@
 // 7, in screen coordinates. The drawing layer has a pattern for each of the eight diagonals.
 #include "area/ants.h"
 
+#include "core/timers.h"
 #include "platform/drawing.h"
 #include "platform/ports.h"
 #include "platform/primitives.h"
 #include "platform/pump.h"
-#include "toolkit/core/timers.h"
 
 namespace framereel {
 namespace {

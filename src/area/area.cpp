@@ -6,16 +6,16 @@
 #include "area/ants.h"
 #include "area/area_geometry.h"
 #include "area/selection.h"
+#include "core/memory.h"
+#include "core/notices.h"
+#include "core/timers.h"
 #include "platform/drawing.h"
 #include "platform/main_window.h"
 #include "platform/ports.h"
 #include "platform/usable_area.h"
 #include "platform/window_geometry.h"
-#include "recorder/key_chords.h"
-#include "recorder/recorder_state.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/notices.h"
-#include "toolkit/core/timers.h"
+#include "recorder/control/key_chords.h"
+#include "recorder/engine/recorder_state.h"
 
 namespace framereel {
 namespace {

@@ -1,8 +1,8 @@
 // See area_geometry.h.
 #include "area/area_geometry.h"
 
-#include "recorder/recorder_state.h"
-#include "recorder/reduce.h"
+#include "recorder/engine/recorder_state.h"
+#include "recorder/engine/reduce.h"
 
 namespace framereel {
 

@@ -4,14 +4,14 @@
 #include <algorithm>
 
 #include "area/ants.h"
+#include "core/timers.h"
 #include "gif/animation_stream.h"
 #include "platform/child_window.h"
 #include "platform/cursor.h"
 #include "platform/input_mouse.h"
 #include "platform/main_window.h"
 #include "platform/window_classes.h"
-#include "recorder/recorder_state.h"
-#include "toolkit/core/timers.h"
+#include "recorder/engine/recorder_state.h"
 #include "toolkit/view.h"
 
 namespace framereel {

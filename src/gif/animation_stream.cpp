@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "toolkit/core/memory.h"
+#include "core/memory.h"
 
 namespace framereel {
 namespace {

@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
-#include "platform/files.h"
-#include "toolkit/core/list.h"
+#include "core/file_refs.h"
+#include "core/list.h"
 
 namespace framereel {
 

@@ -16,11 +16,11 @@
 #include <cstring>
 #include <iterator>
 
+#include "core/memory.h"
 #include "gif/code_packer.h"
 #include "gif/lzw_probe_rule.h"
 #include "gif/lzw_tables.h"
 #include "gif/pixel_reader.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {

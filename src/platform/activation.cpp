@@ -1,10 +1,10 @@
 // See activation.h.
 #include "platform/activation.h"
 
+#include "core/notices.h"
 #include "platform/child_window.h"
 #include "platform/main_window.h"
 #include "platform/modal.h"
-#include "toolkit/core/notices.h"
 
 namespace framereel {
 namespace {

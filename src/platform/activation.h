@@ -30,7 +30,7 @@ void ForgetActiveWindow(const ChildWindow* window);
 // ---- From the window procedures ----------------------------------------------------------------------------------
 
 // Works out anew whether the program is the active one, which a minimised program is not; tells the listeners
-// (toolkit/core/notices.h) of a change.
+// (core/notices.h) of a change.
 void CheckActiveState();
 // WM_ACTIVATE.
 void ChildActivated(ChildWindow* window);

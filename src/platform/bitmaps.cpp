@@ -3,9 +3,9 @@
 
 #include <cstring>
 
+#include "core/list.h"
+#include "core/memory.h"
 #include "platform/display_caps.h"
-#include "toolkit/core/list.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {

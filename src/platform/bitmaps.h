@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
+#include "core/geometry.h"
 #include "platform/colour.h"
 #include "platform/ports.h"
-#include "toolkit/core/geometry.h"
 #include "win32/win32.h"
 
 namespace framereel {

@@ -1,6 +1,8 @@
 // See child_window.h: making, showing and closing windows.
 #include "platform/child_window.h"
 
+#include "core/memory.h"
+#include "core/strings.h"
 #include "platform/activation.h"
 #include "platform/cursor.h"
 #include "platform/input_mouse.h"
@@ -10,8 +12,6 @@
 #include "platform/procedures.h"
 #include "platform/view_record.h"
 #include "platform/window_classes.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/strings.h"
 
 namespace framereel {
 namespace {

@@ -6,13 +6,13 @@
 
 #include <cstdint>
 
+#include "core/arrays.h"
+#include "core/list.h"
 #include "platform/colour.h"
 #include "platform/control_table.h"
 #include "platform/input_events.h"
 #include "platform/ports.h"
 #include "platform/window_geometry.h"
-#include "toolkit/core/arrays.h"
-#include "toolkit/core/list.h"
 #include "win32/win32.h"
 
 namespace framereel {

@@ -1,8 +1,8 @@
 // Saving, narrowing and restoring the clip.
 #include "platform/clip.h"
 
+#include "core/memory.h"
 #include "platform/ports.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 

@@ -1,7 +1,7 @@
 // See control_table.h. Free slots are chained, and each holds the next one of the chain.
 #include "platform/control_table.h"
 
-#include "toolkit/core/memory.h"
+#include "core/memory.h"
 
 namespace framereel {
 

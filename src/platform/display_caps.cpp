@@ -1,9 +1,9 @@
 // Reading what the display is.
 #include "platform/display_caps.h"
 
+#include "core/notices.h"
 #include "platform/ports.h"
-#include "toolkit/core/notices.h"
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 
 namespace framereel {
 namespace {

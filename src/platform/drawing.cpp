@@ -1,10 +1,10 @@
 // DrawStates, and what of the one in use is selected into the current context.
 #include "platform/drawing.h"
 
+#include "core/list.h"
+#include "core/memory.h"
 #include "platform/fonts.h"
 #include "platform/ports.h"
-#include "toolkit/core/list.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
+#include "core/memory.h"
+#include "core/strings.h"
 #include "platform/ports.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/strings.h"
 
 namespace framereel {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "toolkit/core/arrays.h"
-#include "toolkit/core/list.h"
+#include "core/arrays.h"
+#include "core/list.h"
 #include "win32/win32.h"
 
 namespace framereel {

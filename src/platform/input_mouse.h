@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "toolkit/core/geometry.h"
+#include "core/geometry.h"
 #include "win32/win32.h"
 
 namespace framereel {

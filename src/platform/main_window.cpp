@@ -2,9 +2,9 @@
 // it calls the procedure, which finds a record without a window and so leaves alone what needs one.
 #include "platform/main_window.h"
 
+#include "core/text_scan.h"
 #include "platform/usable_area.h"
 #include "platform/window_classes.h"
-#include "toolkit/core/text_scan.h"
 
 namespace framereel {
 namespace {

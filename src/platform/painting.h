@@ -1,7 +1,7 @@
 // The paints of the two kinds of windows.
 #pragma once
 
-#include "toolkit/core/geometry.h"
+#include "core/geometry.h"
 #include "win32/win32.h"
 
 namespace framereel {

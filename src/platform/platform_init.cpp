@@ -1,6 +1,8 @@
 // The order of starting up, with windows.
 #include "platform/platform_init.h"
 
+#include "core/memory.h"
+#include "core/toolkit_init.h"
 #include "platform/activation.h"
 #include "platform/app_callbacks.h"
 #include "platform/bitmaps.h"
@@ -20,9 +22,7 @@
 #include "platform/usable_area.h"
 #include "platform/view_record.h"
 #include "platform/window_classes.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/toolkit_init.h"
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 
 namespace framereel {
 namespace {

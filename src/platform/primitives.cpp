@@ -1,12 +1,12 @@
 // The primitives, each one call of the platform or a few.
 #include "platform/primitives.h"
 
+#include "core/memory.h"
+#include "core/strings.h"
 #include "platform/drawing.h"
 #include "platform/fonts.h"
 #include "platform/ports.h"
 #include "platform/standard_drawing.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/strings.h"
 
 namespace framereel {
 namespace {

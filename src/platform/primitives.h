@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "toolkit/core/geometry.h"
+#include "core/geometry.h"
 
 namespace framereel {
 

@@ -1,13 +1,13 @@
 // What the two window procedures share.
 #include "platform/procedures.h"
 
+#include "core/timers.h"
 #include "platform/activation.h"
 #include "platform/input_keys.h"
 #include "platform/main_window.h"
 #include "platform/modal.h"
 #include "platform/ports.h"
 #include "platform/usable_area.h"
-#include "toolkit/core/timers.h"
 
 namespace framereel {
 namespace {

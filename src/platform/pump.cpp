@@ -1,15 +1,15 @@
 // See pump.h.
 #include "platform/pump.h"
 
+#include "core/memory.h"
+#include "core/numbers.h"
+#include "core/timers.h"
 #include "platform/child_window.h"
 #include "platform/display_caps.h"
 #include "platform/input_mouse.h"
 #include "platform/later_modules.h"
 #include "platform/main_window.h"
 #include "platform/ports.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/numbers.h"
-#include "toolkit/core/timers.h"
 
 namespace framereel {
 namespace {

@@ -1,8 +1,8 @@
 // The screen's colours, and what a bitmap in its format is like.
+#include "core/memory.h"
 #include "platform/bitmaps.h"
 #include "platform/display_caps.h"
 #include "resources/standard_colours.h"
-#include "toolkit/core/memory.h"
 
 namespace framereel {
 namespace {

@@ -1,11 +1,11 @@
 // The order of starting up.
 #include "platform/start_up.h"
 
+#include "core/toolkit_init.h"
 #include "platform/bitmaps.h"
 #include "platform/display_caps.h"
 #include "platform/ports.h"
-#include "toolkit/core/toolkit_init.h"
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 
 namespace framereel {
 

@@ -1,7 +1,7 @@
 // The part of the screen that the task bar leaves free, and how the main window keeps up with the display.
 #pragma once
 
-#include "toolkit/core/geometry.h"
+#include "core/geometry.h"
 
 namespace framereel {
 

@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
+#include "core/arrays.h"
 #include "platform/input_events.h"
-#include "toolkit/core/arrays.h"
 #include "win32/win32.h"
 
 namespace framereel {

@@ -1,11 +1,11 @@
 // See window_classes.h.
 #include "platform/window_classes.h"
 
+#include "core/memory.h"
+#include "core/strings.h"
+#include "core/text_format.h"
+#include "core/text_scan.h"
 #include "platform/procedures.h"
-#include "toolkit/core/memory.h"
-#include "toolkit/core/strings.h"
-#include "toolkit/core/text_format.h"
-#include "toolkit/core/text_scan.h"
 
 namespace framereel {
 namespace {

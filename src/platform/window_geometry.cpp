@@ -2,13 +2,13 @@
 // back through ChildPlaceChanged and MainPlaceChanged, which alone store it.
 #include "platform/window_geometry.h"
 
+#include "core/notices.h"
+#include "core/numbers.h"
 #include "platform/activation.h"
 #include "platform/child_window.h"
 #include "platform/main_window.h"
 #include "platform/ports.h"
 #include "platform/usable_area.h"
-#include "toolkit/core/notices.h"
-#include "toolkit/core/numbers.h"
 
 namespace framereel {
 namespace {

@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-#include "toolkit/core/geometry.h"
-#include "toolkit/core/numbers.h"
+#include "core/geometry.h"
+#include "core/numbers.h"
 #include "win32/win32.h"
 
 namespace framereel {

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
+#include "core/memory.h"
 #include "platform/display_caps.h"
 #include "platform/primitives.h"
 #include "platform/standard_drawing.h"
 #include "toolkit/child_set.h"
-#include "toolkit/core/memory.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"
 #include "toolkit/view_class.h"

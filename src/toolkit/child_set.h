@@ -4,9 +4,9 @@
 // is its own: size, place, look, and how children come and go.
 #pragma once
 
+#include "core/arrays.h"
+#include "core/geometry.h"
 #include "platform/view_record.h"
-#include "toolkit/core/arrays.h"
-#include "toolkit/core/geometry.h"
 
 namespace framereel {
 

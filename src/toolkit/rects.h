@@ -1,9 +1,9 @@
-// Arithmetic on Rects. Right and bottom lie one past the last pixel; see toolkit/core/geometry.h.
+// Arithmetic on Rects. Right and bottom lie one past the last pixel; see core/geometry.h.
 #pragma once
 
 #include <cstdint>
 
-#include "toolkit/core/geometry.h"
+#include "core/geometry.h"
 
 namespace framereel {
 

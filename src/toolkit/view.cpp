@@ -1,12 +1,12 @@
 // See view.h.
 #include "toolkit/view.h"
 
+#include "core/memory.h"
 #include "platform/child_window.h"
 #include "platform/drawing.h"
 #include "platform/input_mouse.h"
 #include "platform/ports.h"
 #include "platform/standard_drawing.h"
-#include "toolkit/core/memory.h"
 #include "toolkit/rects.h"
 
 namespace framereel {

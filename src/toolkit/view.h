@@ -7,9 +7,9 @@
 
 #include <cstdint>
 
+#include "core/geometry.h"
 #include "platform/colour.h"
 #include "platform/view_record.h"
-#include "toolkit/core/geometry.h"
 
 namespace framereel {
 

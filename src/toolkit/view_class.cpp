@@ -1,9 +1,9 @@
 // The default operations of a class, and what the toolkit hands down.
 #include "toolkit/view_class.h"
 
+#include "core/memory.h"
 #include "platform/input_keys.h"
 #include "toolkit/box.h"
-#include "toolkit/core/memory.h"
 #include "toolkit/view.h"
 
 namespace framereel {

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "area/ants.h"
+#include "core/timers.h"
 #include "gif/stream_bytes.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
-#include "toolkit/core/timers.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

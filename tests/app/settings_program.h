@@ -7,9 +7,9 @@
 
 #include "app/settings_file.h"
 #include "area/area.h"
-#include "platform/files.h"
-#include "recorder/recorder_state.h"
-#include "recorder/reduce.h"
+#include "core/file_refs.h"
+#include "recorder/engine/recorder_state.h"
+#include "recorder/engine/reduce.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "recorder/recorder_state.h"
+#include "recorder/engine/recorder_state.h"
 
 namespace framereel {
 namespace {

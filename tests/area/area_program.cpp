@@ -8,14 +8,14 @@
 #include <utility>
 
 #include "area/selection.h"
+#include "core/timers.h"
 #include "platform/main_window.h"
 #include "platform/primitives.h"
 #include "platform/standard_drawing.h"
-#include "toolkit/core/timers.h"
 #include "toolkit/view.h"
 #include "toolkit/view_class.h"
 #include "win32/memory/memory_display.h"
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 namespace {

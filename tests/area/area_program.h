@@ -8,7 +8,7 @@
 
 #include "area/area.h"
 #include "gif/animation_stream.h"
-#include "recorder/recorder_state.h"
+#include "recorder/engine/recorder_state.h"
 #include "support/window_program.h"
 
 namespace framereel {

@@ -5,12 +5,12 @@
 
 #include "area/ants.h"
 #include "area_program.h"
+#include "core/timers.h"
 #include "platform/cursor.h"
 #include "platform/main_window.h"
 #include "platform/primitives.h"
 #include "platform/standard_drawing.h"
 #include "platform/usable_area.h"
-#include "toolkit/core/timers.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"
 #include "win32/memory/memory_display.h"

@@ -21,7 +21,7 @@
 #include "app/settings_program.h"
 #include "platform/main_window.h"
 #include "platform/usable_area.h"
-#include "recorder/frame_rates.h"
+#include "recorder/engine/frame_rates.h"
 #include "toolkit/rects.h"
 
 namespace framereel {

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include "core/memory.h"
 #include "platform/bitmaps.h"
 #include "platform/start_up.h"
 #include "support/desktop.h"
-#include "toolkit/core/memory.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

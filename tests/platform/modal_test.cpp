@@ -4,14 +4,14 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "core/notices.h"
 #include "platform/activation.h"
 #include "platform/child_window.h"
 #include "platform/later_modules.h"
 #include "platform/main_window.h"
 #include "support/window_program.h"
-#include "toolkit/core/notices.h"
 #include "win32/memory/memory_display.h"
-#include "win32/window.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {

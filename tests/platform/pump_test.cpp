@@ -5,14 +5,14 @@
 #include <string>
 #include <unistd.h>
 
+#include "core/timers.h"
 #include "platform/main_window.h"
 #include "platform/platform_init.h"
 #include "platform/ports.h"
 #include "support/allocations.h"
 #include "support/window_program.h"
-#include "toolkit/core/timers.h"
-#include "win32/heap_faults.h"
 #include "win32/memory/memory_display.h"
+#include "win32/system/heap_faults.h"
 
 namespace framereel {
 namespace {

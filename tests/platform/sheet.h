@@ -11,8 +11,8 @@
 #include "platform/primitives.h"
 #include "platform/standard_drawing.h"
 #include "support/window_program.h"
-#include "win32/gdi.h"
-#include "win32/pixels.h"
+#include "win32/drawing/gdi.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 

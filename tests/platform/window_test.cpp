@@ -3,6 +3,7 @@
 #include <string>
 #include <tuple>
 
+#include "core/notices.h"
 #include "platform/child_window.h"
 #include "platform/display_caps.h"
 #include "platform/main_window.h"
@@ -12,9 +13,8 @@
 #include "platform/usable_area.h"
 #include "platform/window_classes.h"
 #include "support/window_program.h"
-#include "toolkit/core/notices.h"
 #include "win32/memory/memory_display.h"
-#include "win32/window.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {

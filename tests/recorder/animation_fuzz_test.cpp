@@ -8,7 +8,7 @@
 #include "recorder/recording.h"
 #include "support/desktop.h"
 #include "win32/memory/memory_display.h"
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 namespace {

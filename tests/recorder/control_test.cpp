@@ -1,16 +1,16 @@
 // When frames are taken, by the display's clock and a script of what the user does, exact to the tick.
-#include "recorder/control.h"
+#include "recorder/control/recording_control.h"
 
 #include <functional>
 #include <gtest/gtest.h>
 
+#include "core/timers.h"
 #include "platform/bitmaps.h"
 #include "recorder/recording.h"
 #include "resources/bitmaps.h"
 #include "support/window_program.h"
-#include "toolkit/core/timers.h"
 #include "win32/memory/memory_display.h"
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 namespace {

@@ -1,12 +1,12 @@
 // The frame rates: what the popup says is the delay, and any delay finds its rate.
-#include "recorder/frame_rates.h"
+#include "recorder/engine/frame_rates.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "core/app_strings.h"
 #include "support/desktop.h"
-#include "toolkit/core/app_strings.h"
 
 namespace framereel {
 namespace {

@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "recorder/cube_index.h"
+#include "recorder/engine/cube_index.h"
 #include "recorder/plain_difference.h"
 
 namespace framereel {

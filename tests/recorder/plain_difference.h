@@ -8,9 +8,9 @@
 #include <optional>
 #include <vector>
 
-#include "recorder/recorder_state.h"
+#include "recorder/engine/recorder_state.h"
 #include "support/gif_reader.h"
-#include "win32/surface.h"
+#include "win32/pixels/surface.h"
 
 namespace framereel {
 

@@ -1,14 +1,14 @@
 // The animation around its frames, and what happens when it cannot go on. The frames themselves stand in
 // animation_fuzz_test.cpp.
-#include "recorder/recorder_core.h"
+#include "recorder/engine/recorder_core.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "core/memory.h"
 #include "recorder/plain_difference.h"
 #include "recorder/recording.h"
 #include "support/desktop.h"
-#include "toolkit/core/memory.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "gif/stream_bytes.h"
-#include "recorder/reduce.h"
+#include "recorder/engine/reduce.h"
 
 namespace framereel {
 namespace {

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "recorder/recorder_core.h"
-#include "recorder/status.h"
+#include "core/notices.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/status.h"
 #include "support/gif_reader.h"
-#include "toolkit/core/notices.h"
 
 namespace framereel {
 

@@ -1,5 +1,5 @@
 // What the engine tells the user: sizes, the status line, and why the screen cannot be recorded.
-#include "recorder/status.h"
+#include "recorder/engine/status.h"
 
 #include <gtest/gtest.h>
 

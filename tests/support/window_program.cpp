@@ -1,11 +1,11 @@
 #include "support/window_program.h"
 
+#include "core/timers.h"
 #include "platform/main_window.h"
 #include "platform/platform_init.h"
 #include "platform/pump.h"
-#include "toolkit/core/timers.h"
 #include "win32/memory/memory_display.h"
-#include "win32/window.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
-#include "win32/heap_faults.h"
 #include "win32/memory/memory_display.h"
+#include "win32/system/heap_faults.h"
 
 namespace framereel {
 namespace {

@@ -6,9 +6,9 @@
 #include <random>
 #include <vector>
 
-#include "win32/gdi.h"
+#include "win32/drawing/gdi.h"
 #include "win32/memory/memory_display.h"
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 

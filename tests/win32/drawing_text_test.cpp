@@ -7,7 +7,7 @@
 
 #include "support/temporary_folder.h"
 #include "win32/canvas.h"
-#include "win32/fonts.h"
+#include "win32/drawing/fonts.h"
 
 namespace framereel {
 namespace {

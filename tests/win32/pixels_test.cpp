@@ -1,5 +1,5 @@
 // Pixel arithmetic against plain rules, over whole domains: rows through the wide forms, channels through every mask.
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 #include <gtest/gtest.h>
 

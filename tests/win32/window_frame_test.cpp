@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "win32/window.h"
 #include "win32/window_scene.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {

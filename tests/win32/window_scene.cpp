@@ -5,7 +5,7 @@
 #include <sstream>
 #include <vector>
 
-#include "win32/window.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {

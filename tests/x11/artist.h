@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 
 // Behind gtest, which uses names that these make macros of.
 #include <X11/Xlib.h>

@@ -1,9 +1,9 @@
 // From the rectangle that the user asks for to the one that can be recorded on this screen.
 #pragma once
 
+#include "core/geometry.h"
 #include "record/options.h"
 #include "record/refusal.h"
-#include "toolkit/core/geometry.h"
 
 namespace framereel {
 

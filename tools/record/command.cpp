@@ -5,12 +5,12 @@
 #include <cstdlib>
 
 #include "area/area_geometry.h"
+#include "core/memory.h"
 #include "platform/display_caps.h"
 #include "platform/start_up.h"
 #include "record/capture_area.h"
-#include "recorder/owner_name.h"
-#include "recorder/recorder_core.h"
-#include "toolkit/core/memory.h"
+#include "recorder/engine/owner_name.h"
+#include "recorder/engine/recorder_core.h"
 
 namespace framereel {
 

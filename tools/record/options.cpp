@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstring>
 
-#include "recorder/frame_rates.h"
-#include "recorder/reduce.h"
+#include "recorder/engine/frame_rates.h"
+#include "recorder/engine/reduce.h"
 
 namespace framereel {
 

@@ -7,7 +7,7 @@
 #include <cstdio>
 
 #include "record/refusal.h"
-#include "recorder/recorder_state.h"
+#include "recorder/engine/recorder_state.h"
 
 namespace framereel {
 

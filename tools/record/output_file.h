@@ -6,8 +6,8 @@
 
 #include <climits>
 
+#include "core/file_refs.h"
 #include "gif/gif_records.h"
-#include "platform/files.h"
 #include "record/refusal.h"
 
 namespace framereel {

@@ -8,7 +8,7 @@
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 
-#include "recorder/status.h"
+#include "recorder/engine/status.h"
 
 namespace framereel {
 

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
+#include "core/memory.h"
 #include "platform/display_caps.h"
-#include "recorder/recorder_core.h"
-#include "recorder/status.h"
-#include "toolkit/core/memory.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/status.h"
 
 namespace framereel {
 

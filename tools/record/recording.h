@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "recorder/recorder_state.h"
+#include "recorder/engine/recorder_state.h"
 
 namespace framereel {
 

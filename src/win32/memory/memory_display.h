@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "win32/display.h"
 #include "win32/memory/memory_windows.h"
+#include "win32/pixels/display.h"
 
 namespace framereel {
 

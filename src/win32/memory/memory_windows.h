@@ -16,8 +16,8 @@
 #include <string>
 #include <vector>
 
-#include "win32/display_windows.h"
-#include "win32/region.h"
+#include "win32/pixels/display_windows.h"
+#include "win32/pixels/region.h"
 
 namespace framereel {
 

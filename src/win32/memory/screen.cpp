@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "win32/memory/memory_display.h"
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "win32/memory/memory_display.h"
-#include "win32/pixels.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 

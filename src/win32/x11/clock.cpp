@@ -2,7 +2,7 @@
 #include <cerrno>
 #include <ctime>
 
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 
 namespace framereel {
 

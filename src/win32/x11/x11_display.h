@@ -13,7 +13,7 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XShm.h>
 
-#include "win32/display.h"
+#include "win32/pixels/display.h"
 #include "win32/x11/x11_windows.h"
 
 namespace framereel {

@@ -11,7 +11,7 @@
 
 #include <X11/Xlib.h>
 
-#include "win32/display_windows.h"
+#include "win32/pixels/display_windows.h"
 
 namespace framereel {
 

@@ -1,0 +1,32 @@
+// The first frame.
+#include "recorder/engine/full_frame.h"
+
+#include <cstring>
+
+#include "recorder/engine/grab.h"
+#include "recorder/engine/index_rows.h"
+
+namespace framereel {
+
+void SetDirtyRect(RecorderState& recorder, int32_t left, int32_t top, int32_t right, int32_t bottom) {
+  recorder.dirtyLeft = int16_t(recorder.frameLeft + left);
+  recorder.dirtyTop = int16_t(recorder.frameTop + top);
+  recorder.dirtyRight = int16_t(recorder.frameLeft + right);
+  recorder.dirtyBottom = int16_t(recorder.frameTop + bottom);
+  recorder.dirtyWidth = int16_t(right - left);
+  recorder.dirtyHeight = int16_t(bottom - top);
+}
+
+bool FirstFrameConvert(RecorderState& recorder) {
+  GrabScreen(recorder);
+  const int32_t width = recorder.frameWidth, height = recorder.frameHeight;
+  for (int32_t y = 0; y < height; ++y) {
+    IndexRow(recorder, y, recorder.previousFrame + static_cast<int64_t>(y) * width);
+  }
+  const size_t bytes = size_t(width) * size_t(height);
+  ::memcpy(recorder.workFrame, recorder.previousFrame, bytes);
+  SetDirtyRect(recorder, 0, 0, width, height);
+  return ::memchr(recorder.previousFrame, recorder.colours.captureTransparent, bytes) != nullptr;
+}
+
+} // namespace framereel

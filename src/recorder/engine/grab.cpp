@@ -1,0 +1,100 @@
+// Buffers, the copy of the screen, and the mouse pointer in it.
+#include "recorder/engine/grab.h"
+
+#include <algorithm>
+
+#include "core/memory.h"
+#include "platform/display_caps.h"
+#include "recorder/engine/overlays.h"
+
+namespace framereel {
+namespace {
+
+// How each format's rows come out of an Offscreen.
+struct GrabKind {
+  PixelFormat format;
+  DibBuffer* (*make)(int16_t width, int16_t height);
+  void (*read)(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows);
+  uint32_t rowUnit;   // bytes that rowSize counts
+  uint32_t bandBytes; // of rows at a time
+};
+
+// True colour is converted from the first cache; the others are copied as they are and gain nothing from small bands.
+constexpr uint32_t kSmallBand = 8 << 10, kLargeBand = 1 << 20;
+
+constexpr GrabKind kGrabKinds[] = {
+    {kFormat8Bit, NewDibBuffer8, ReadDibBuffer8, 1, kLargeBand},
+    {kFormat4Bit, NewDibBuffer8, ReadDibBuffer8, 1, kLargeBand},
+    {kFormatTrueColour, NewDibBuffer24, ReadDibBuffer24, 1, kSmallBand},
+    {kFormat2Bit, NewDibBuffer2, ReadDibBuffer2, 1, kLargeBand},
+    {kFormat1Bit, NewDibBuffer1, ReadDibBuffer1, 4, kLargeBand},
+};
+
+const GrabKind* KindOf(PixelFormat format) {
+  for (const GrabKind& kind : kGrabKinds) {
+    if (kind.format == format) return &kind;
+  }
+  return nullptr;
+}
+
+} // namespace
+
+void FreeGrabBuffers(RecorderState& recorder) {
+  if (recorder.grab.offscreen) FreeOffscreen(recorder.grab.offscreen);
+  if (recorder.grab.buffer) FreeDibBuffer(recorder.grab.buffer);
+  recorder.grab = {};
+}
+
+void PrepareGrabBuffers(RecorderState& recorder) {
+  FreeGrabBuffers(recorder);
+  GrabPipeline& grab = recorder.grab;
+  grab.format = recorder.screenFormat;
+  const GrabKind* kind = KindOf(grab.format);
+  // Rows of packed pixels begin at a whole byte of the screen.
+  grab.lead = grab.format == kFormat2Bit ? recorder.frameLeft % 4 : 0;
+  const auto width = int16_t(recorder.frameWidth + grab.lead);
+  const uint32_t mostRows = kind->bandBytes / (uint32_t(width) * 3);
+  grab.bandRows = std::clamp(int32_t(mostRows), 1, int32_t{recorder.frameHeight});
+  grab.buffer = kind->make(width, int16_t(grab.bandRows));
+  grab.grabRowBytes = grab.buffer->rowSize * kind->rowUnit;
+  grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * static_cast<int64_t>(grab.grabRowBytes);
+  grab.offscreen = NewOffscreen(width, recorder.frameHeight, true);
+  // No bitmap on a display that stands means that memory has ended; without one all frames would be black.
+  if (!grab.offscreen && !ScreenIsLost()) FatalExit();
+}
+
+void GrabScreen(RecorderState& recorder) {
+  GrabPipeline& grab = recorder.grab;
+  grab.bandCount = 0;
+  if (!grab.offscreen) return;
+  SetPortOffscreen(grab.offscreen);
+  const Rect bounds = OffscreenBounds(grab.offscreen);
+  const auto left = int16_t(recorder.frameLeft - grab.lead);
+  const Rect source = {recorder.frameTop, left, int16_t(recorder.frameTop + bounds.bottom),
+                       int16_t(left + bounds.right)};
+  CopyBits(ScreenPort(), source, bounds, 1);
+  if (recorder.cursorOverlayOn) OverlayCursor(left, recorder.frameTop);
+  ReleasePort();
+}
+
+namespace {
+
+// Brings the rows from `first` on, as many as the band holds.
+void ReadBand(RecorderState& recorder, int32_t first) {
+  GrabPipeline& grab = recorder.grab;
+  grab.bandFirst = first;
+  grab.bandCount = std::min(grab.bandRows, recorder.frameHeight - first);
+  if (!grab.offscreen) return;
+  const auto bufferRow = int16_t(grab.bandRows - grab.bandCount);
+  KindOf(grab.format)->read(grab.buffer, bufferRow, grab.offscreen, int16_t(first), int16_t(grab.bandCount));
+}
+
+} // namespace
+
+const uint8_t* GrabRow(RecorderState& recorder, int32_t y) {
+  const GrabPipeline& grab = recorder.grab;
+  if (y < grab.bandFirst || y >= grab.bandFirst + grab.bandCount) ReadBand(recorder, y);
+  return grab.grabTopRow - static_cast<int64_t>(y - grab.bandFirst) * grab.grabRowBytes;
+}
+
+} // namespace framereel

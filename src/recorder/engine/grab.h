@@ -1,0 +1,26 @@
+// The only door to the screen: the area's pixels as rows in the layout of a PixelFormat.
+//
+// A frame is one copy of the screen into an Offscreen in the display's own format, the pointer drawn into it, and a
+// read of the Offscreen into a DibBuffer. The read goes in bands just ahead of whoever turns the rows into indices: a
+// band stays in the processor's first cache, where a buffer of the whole frame would travel to memory and back.
+#pragma once
+
+#include <cstdint>
+
+#include "recorder/engine/recorder_state.h"
+
+namespace framereel {
+
+// Makes the Offscreen and the buffer for frameWidth x frameHeight in screenFormat, releasing those of an earlier
+// animation. When memory ends for either, the program ends in FatalExit.
+void PrepareGrabBuffers(RecorderState& recorder);
+void FreeGrabBuffers(RecorderState& recorder);
+
+// Copies the area from the screen and draws the pointer into it, if it is wanted.
+void GrabScreen(RecorderState& recorder);
+
+// Row y of the grabbed image, counted from the top, in the format's layout; good until the next call. In format 6 its
+// first `lead` pixels lie ahead of the frame. Rows are best asked for from the top down.
+const uint8_t* GrabRow(RecorderState& recorder, int32_t y);
+
+} // namespace framereel

@@ -1,0 +1,42 @@
+// The pointer and the border.
+#include "recorder/engine/overlays.h"
+
+#include <cstring>
+
+#include "platform/ports.h"
+
+namespace framereel {
+
+void OverlayCursor(int32_t left, int32_t top) {
+  const HCURSOR cursor = ::GetCursor();
+  POINT place;
+  if (!cursor || !::GetCursorPos(&place)) return;
+  int32_t x = place.x - left;
+  int32_t y = place.y - top;
+  ICONINFO info;
+  if (::GetIconInfo(cursor, &info)) {
+    x -= int32_t(info.xHotspot);
+    y -= int32_t(info.yHotspot);
+    ::DeleteObject(info.hbmMask);
+    ::DeleteObject(info.hbmColor);
+  }
+  ::DrawIcon(CurrentContext(), x, y, cursor);
+}
+
+void OverlayBorder(RecorderState& recorder, bool transparent, bool later) {
+  const AnimationColours& colours = recorder.colours;
+  const uint8_t value = transparent && later ? colours.outputTransparent : colours.blackIndex;
+  const size_t rowBytes = size_t(recorder.frameWidth);
+  const size_t width = size_t(recorder.outputWidth);
+  const size_t height = size_t(recorder.outputHeight);
+  if (width == 0 || height == 0) return;
+  uint8_t* const top = recorder.workFrame;
+  ::memset(top, value, width);
+  ::memset(top + (height - 1) * rowBytes, value, width);
+  for (size_t y = 0; y < height; ++y) {
+    top[y * rowBytes] = value;
+    top[y * rowBytes + width - 1] = value;
+  }
+}
+
+} // namespace framereel

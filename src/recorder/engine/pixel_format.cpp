@@ -1,0 +1,44 @@
+// From the screen's depth to a PixelFormat.
+#include "recorder/engine/pixel_format.h"
+
+#include "core/app_strings.h"
+#include "core/text_format.h"
+#include "platform/bitmaps.h"
+#include "recorder/engine/recorder_state.h"
+
+namespace framereel {
+namespace {
+
+inline constexpr uint16_t kStringMillionsOf = 85;
+
+struct DepthFormat {
+  uint16_t depth; // bits per pixel
+  PixelFormat format;
+};
+
+constexpr DepthFormat kDepthFormats[] = {
+    {1, kFormat1Bit},        {2, kFormat2Bit},        {4, kFormat4Bit},        {8, kFormat8Bit},
+    {16, kFormatTrueColour}, {24, kFormatTrueColour}, {32, kFormatTrueColour},
+};
+
+} // namespace
+
+void DetectPixelFormat(RecorderState& recorder) {
+  recorder.screenFormatSupported = false;
+  for (const DepthFormat& row : kDepthFormats) {
+    if (row.depth != ScreenDepth()) continue;
+    recorder.screenFormat = row.format;
+    recorder.screenFormatSupported = true;
+  }
+}
+
+const char* FormatColourCount(PixelFormat format) {
+  if (format == kFormatTrueColour) return AppString(kStringMillionsOf);
+  uint16_t depth = 0;
+  for (const DepthFormat& row : kDepthFormats) {
+    if (row.format == format) depth = row.depth;
+  }
+  return FormatTemp("%d%", 1 << depth);
+}
+
+} // namespace framereel

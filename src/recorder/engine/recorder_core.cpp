@@ -1,0 +1,119 @@
+// A frame's life in one view, and the animation around it.
+#include "recorder/engine/recorder_core.h"
+
+#include "core/app_strings.h"
+#include "core/memory.h"
+#include "core/text_format.h"
+#include "recorder/engine/colour_tables.h"
+#include "recorder/engine/difference.h"
+#include "recorder/engine/full_frame.h"
+#include "recorder/engine/grab.h"
+#include "recorder/engine/overlays.h"
+#include "recorder/engine/pacing.h"
+#include "recorder/engine/reduce.h"
+#include "recorder/engine/status.h"
+
+namespace framereel {
+namespace {
+
+inline constexpr uint16_t kStringCreatedBy = 24;
+
+void TakeGeometry(RecorderState& recorder) {
+  const Rect& area = recorder.captureArea;
+  recorder.frameLeft = area.left;
+  recorder.frameTop = area.top;
+  recorder.frameWidth = int16_t(area.right - area.left);
+  recorder.frameHeight = int16_t(area.bottom - area.top);
+}
+
+void AllocateFrames(RecorderState& recorder) {
+  const size_t pixels = size_t(recorder.frameWidth) * size_t(recorder.frameHeight);
+  recorder.previousFrame = static_cast<uint8_t*>(MemAlloc(pixels));
+  recorder.workFrame = static_cast<uint8_t*>(MemAlloc(pixels));
+  recorder.rowIndices = static_cast<uint8_t*>(MemAlloc(size_t(recorder.frameWidth)));
+}
+
+void WriteHead(RecorderState& recorder, int bits, const uint8_t* table) {
+  GifWriter& gif = *recorder.gif;
+  GifWriteHeader(gif, recorder.outputWidth, recorder.outputHeight, 0, 0, uint8_t(bits), table);
+  if (recorder.options->loop) GifWriteLoop(gif, 0);
+  char* comment = FormatNew(AppString(kStringCreatedBy), recorder.ownerName);
+  GifWriteComment(gif, comment);
+  MemFree(comment);
+}
+
+void BeginAnimation(RecorderState& recorder) {
+  recorder.cursorOverlayOn = recorder.options->overlayCursor;
+  uint8_t table[kColourTableBytes] = {};
+  const int bits = BuildColourTable(recorder, table);
+  TakeGeometry(recorder);
+  ChooseSpecialIndices(recorder);
+  PrepareGrabBuffers(recorder);
+  AllocateFrames(recorder);
+  WriteHead(recorder, bits, table);
+}
+
+void EndAnimation(RecorderState& recorder) {
+  for (uint8_t** block : {&recorder.previousFrame, &recorder.workFrame, &recorder.rowIndices}) {
+    MemFree(*block);
+    *block = nullptr;
+  }
+  recorder.haveLastFrameTick = false;
+}
+
+// Answers whether a frame went to the stream.
+bool ProcessFrame(RecorderState& recorder, bool first, bool grab) {
+  bool transparent = recorder.options->interframeTransparency;
+  const bool clash = first ? FirstFrameConvert(recorder) : NextFrameConvert(recorder, transparent);
+  if (clash) transparent = false;
+  if (recorder.dirtyWidth < 1) return false;
+  ReduceFrame(recorder);
+  if (recorder.options->overlayBorder) OverlayBorder(recorder, transparent, !first);
+  WriteFrame(recorder, transparent, grab);
+  return true;
+}
+
+} // namespace
+
+void RecorderSetUp(RecorderState& recorder, AnimationStream* stream, GifWriter* gif, const RecordingOptions* options,
+                   const RecorderPanel& panel) {
+  recorder = {};
+  recorder.stream = stream;
+  recorder.gif = gif;
+  recorder.options = options;
+  recorder.panel = panel;
+  RecorderCheckScreen(recorder);
+}
+
+void RecorderTearDown(RecorderState& recorder) {
+  EndAnimation(recorder);
+  FreeGrabBuffers(recorder);
+  MemFree(recorder.colours.screenPalette);
+  MemFree(recorder.colours.paletteLanes);
+  recorder = {};
+}
+
+void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
+  if (!recorder.recordingAllowed || recorder.captureBusy) return;
+  recorder.captureBusy = true;
+  if (!recorder.animationStarted) {
+    BeginAnimation(recorder);
+    recorder.animationStarted = true;
+    recorder.animationFormat = recorder.screenFormat;
+  }
+  if (ProcessFrame(recorder, recorder.frameCount == 0, grab)) ++recorder.frameCount;
+  recorder.captureBusy = false;
+}
+
+void RecorderReset(RecorderState& recorder) {
+  if (!recorder.animationStarted) return;
+  recorder.frameCount = 0;
+  recorder.shownFrameCount = -1;
+  recorder.animationStarted = false;
+  RecorderShowStatus(recorder);
+  EndAnimation(recorder);
+  recorder.animationFormat = kFormatNone;
+  RecorderCheckScreen(recorder);
+}
+
+} // namespace framereel

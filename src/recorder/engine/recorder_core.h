@@ -1,0 +1,32 @@
+// The spine of the engine: one frame, from the moment that it is asked for to bytes in the stream.
+//
+//   RecorderCaptureFrame     guards, and begins the animation at its first frame
+//     ProcessFrame           the road of a frame
+//       FirstFrameConvert, NextFrameConvert   the screen to colour indices and the changed rectangle
+//       ReduceFrame, OverlayBorder            on that rectangle
+//       WriteFrame                            into the stream
+//
+// An animation exists from its first frame until RecorderReset. It has one colour table, one pixel layout, one area and
+// one recording size, all fixed at the first frame.
+#pragma once
+
+#include "recorder/engine/recorder_state.h"
+
+namespace framereel {
+
+// Makes the record ready: nothing recorded, the screen's format detected and the panel told if it cannot be recorded.
+// The objects handed over stay the caller's and live as long as the record. Fill captureArea, outputWidth and
+// outputHeight, and ownerName if wanted, before the first frame.
+void RecorderSetUp(RecorderState& recorder, AnimationStream* stream, GifWriter* gif, const RecordingOptions* options,
+                   const RecorderPanel& panel = {});
+// Releases what the record holds. The stream stays.
+void RecorderTearDown(RecorderState& recorder);
+
+// Takes one frame; `grab` is a single frame at the user's request. Does nothing while the screen cannot be recorded, or
+// inside another capture. A frame in which nothing changed changes neither frameCount nor the stream.
+void RecorderCaptureFrame(RecorderState& recorder, bool grab);
+
+// Ends the animation, if there is one: the next frame begins another. The stream is the caller's to clear.
+void RecorderReset(RecorderState& recorder);
+
+} // namespace framereel

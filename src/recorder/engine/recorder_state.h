@@ -1,0 +1,134 @@
+// The records of the recording engine: the user's options, the one state record, and what the engine is handed.
+//
+// The road of a frame begins in recorder_core.h; who fills which field stands beside it.
+#pragma once
+
+#include <cstdint>
+
+#include "core/geometry.h"
+#include "gif/animation_stream.h"
+#include "gif/gif_records.h"
+#include "platform/bitmaps.h"
+#include "recorder/engine/pixel_format.h"
+
+namespace framereel {
+
+struct Timer;
+
+// Index into the size table (reduce.h).
+inline constexpr uint16_t kSize25 = 0, kSize44 = 1, kSize100 = 2;
+
+// The user's settings. The engine reads them at the moments that stand beside them.
+struct RecordingOptions {
+  uint16_t frameDelay = 333;          // ms; at every tick and every grabbed frame
+  bool interframeTransparency = true; // at every frame
+  bool recordTimingInfo = true;       // at every frame
+  bool loop = true;                   // once, at the first frame
+  bool overlayBorder = true;          // at every frame
+  bool overlayCursor = true;          // once, at the first frame
+  bool explorerCompatible = false;    // at every later frame
+  uint16_t recordingSize = kSize100;  // once, at the first frame; it does not change while an animation is there
+  bool fakeScreen = true;             // never; a setting that is kept for the file's sake
+};
+
+// Which of the three actions the user may take now.
+struct RecordButtons {
+  bool start, grab, stop;
+};
+
+// What the engine shows and where: the program's panel, or nothing. A null function is not called.
+struct RecorderPanel {
+  void* owner = nullptr; // passed to the functions
+  void (*setStatus)(void* owner, const char* text) = nullptr;
+  void (*showMessage)(void* owner, const char* text) = nullptr; // why the screen cannot be recorded
+  void (*hideMessage)(void* owner) = nullptr;
+  void (*enableButtons)(void* owner, const RecordButtons& buttons) = nullptr;
+  // The options that hold for a whole animation can be changed, or not any more: the area, loop, border, pointer and
+  // recording size.
+  void (*enableOptions)(void* owner, bool enabled) = nullptr;
+  // A picture of the countdown is about to stand on the screen, or has gone: what else is drawn there gives way.
+  void (*pictureStands)(void* owner, const Rect& where, bool stands) = nullptr;
+};
+
+// When frames are taken; see control.h.
+struct RecorderControl {
+  bool recording = false;            // Start was taken and Stop not yet
+  int16_t countdown = 0;             // steps left of it: 4 down to 0
+  bool optionsFrozen = false;        // those of enableOptions
+  uint16_t lastKeyState = 0;         // of KeyBit, at the last poll
+  Timer* activeTimer = nullptr;      // the one that is pending
+  Offscreen* pictures[4] = {};       // the digits 1, 2 and 3, and the pause sign; owned
+  Rect pictureRect = {};             // where the one on the screen stands
+  Offscreen* savedScreen = nullptr;  // what lies under it; null when none is up
+  Offscreen* shownPicture = nullptr; // the one on the screen, one of `pictures`
+  bool paintedOver = false;          // another program has painted there since savedScreen was taken
+};
+
+enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };
+
+// The road of pixels from the screen to rows; see grab.h. The buffer holds a band of the image's rows at a time.
+struct GrabPipeline {
+  Offscreen* offscreen = nullptr;   // receives the copy of the screen; the pointer is drawn into it
+  DibBuffer* buffer = nullptr;      // receives rows of the Offscreen in the format's layout
+  PixelFormat format = kFormatNone; // the layout of `buffer`
+  uint32_t grabRowBytes = 0;        // from a row of `buffer` to the next
+  uint8_t* grabTopRow = nullptr;    // the band's top row, the last one in `buffer`; the next lies grabRowBytes before
+  int32_t bandRows = 0;             // rows that `buffer` has room for
+  int32_t bandFirst = 0;            // the image's row at grabTopRow
+  int32_t bandCount = 0;            // rows that have been read
+  int32_t lead = 0;                 // pixels of each row ahead of the frame's first; only format 6 has any
+};
+
+// The tables of one animation; see colour_tables.h.
+struct AnimationColours {
+  uint8_t captureTransparent = 0;   // marks an unchanged pixel in workFrame ahead of the reduction
+  uint8_t outputTransparent = 0;    // the index that the graphic control extension names
+  uint8_t blackIndex = 0;           // the darkest colour; the border is drawn with it
+  uint8_t darkestEntry = 0;         // of the screen's palette, as last read
+  uint8_t* screenPalette = nullptr; // 256 RGB triples, for reduced recordings; allocated once
+  uint32_t* paletteLanes = nullptr; // 256 words, for recordings at 44 %; allocated once
+};
+
+// The one state record of the engine. It is made by RecorderSetUp and lives for the program's run.
+struct RecorderState {
+  AnimationStream* stream = nullptr;         // where frames go; not owned
+  GifWriter* gif = nullptr;                  // writes into `stream`; not owned
+  const RecordingOptions* options = nullptr; // not owned
+  const char* ownerName = "";                // for the comment; not owned
+  RecorderPanel panel;
+
+  bool recordingAllowed = true;
+  bool screenFormatSupported = false;
+  bool animationStarted = false;
+  bool captureBusy = false;                  // guards RecorderCaptureFrame against itself
+  bool cursorOverlayOn = false;              // the option as it stood at the first frame
+  PixelFormat screenFormat = 0;              // as last detected
+  PixelFormat animationFormat = kFormatNone; // kFormatNone: there is no animation
+  ScreenStatus screenStatus = kScreenFine;
+  uint32_t frameCount = 0;      // frames in the stream
+  int32_t shownFrameCount = -1; // the count that the status line shows
+
+  // What is to be recorded, in screen pixels, inside the screen. Read at the first frame.
+  Rect captureArea = {0, 0, 0, 0};
+  // The frame's geometry, fixed at the first frame.
+  int16_t frameLeft = 0, frameTop = 0, frameWidth = 0, frameHeight = 0;
+  // Size of the GIF's logical screen. Whoever sets captureArea sets it, by the size table.
+  int16_t outputWidth = 0, outputHeight = 0;
+  // The part of the frame to be written, frameLeft and frameTop included. Empty means a width below 1.
+  int16_t dirtyLeft = 0, dirtyTop = 0, dirtyRight = 0, dirtyBottom = 0;
+  int16_t dirtyWidth = 0, dirtyHeight = 0;
+
+  // frameWidth x frameHeight colour indices each, without padding, the top row first.
+  uint8_t* previousFrame = nullptr; // the frame last seen, at full size, never with a transparent mark
+  uint8_t* workFrame = nullptr;     // the frame on its way to the compressor
+  uint8_t* rowIndices = nullptr;    // a row of the frame being compared
+  GrabPipeline grab;
+  AnimationColours colours;
+
+  RecorderControl control;
+
+  uint32_t lastFrameTick = 0; // of the frame last written, in ms
+  bool haveLastFrameTick = false;
+};
+
+} // namespace framereel

@@ -1,0 +1,110 @@
+// Which fonts are installed: Fontconfig finds the file for a family, FreeType opens it.
+#include <fontconfig/fontconfig.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include "win32/drawing/fonts.h"
+
+namespace framereel {
+namespace {
+
+struct KnownFile {
+  std::string family;
+  bool bold, italic; // as asked for
+  FontFile file;
+};
+
+struct InstalledFonts {
+  FT_Library library;
+  FcConfig* config;
+  std::vector<KnownFile> known; // what has been asked for
+
+  // Fontconfig loses sight of some of its own blocks unless it is told to free them.
+  ~InstalledFonts() {
+    if (config) FcConfigDestroy(config);
+  }
+};
+
+InstalledFonts installed;
+
+FcConfig* TheConfig() {
+  if (!installed.config) installed.config = FcInitLoadConfigAndFonts();
+  return installed.config;
+}
+
+FT_Library TheLibrary() {
+  if (!installed.library && FT_Init_FreeType(&installed.library) != 0) installed.library = nullptr;
+  return installed.library;
+}
+
+const FcChar8* Utf8(const char* text) {
+  return reinterpret_cast<const FcChar8*>(text);
+}
+
+// The family, or any without serifs, with an outline and the letters of Latin-1's first half.
+FcPattern* NewQuestion(const char* family, bool bold, bool italic) {
+  FcPattern* pattern = FcPatternCreate();
+  FcCharSet* letters = FcCharSetCreate();
+  for (FcChar32 letter = 0x20; letter < 0x7F; ++letter) FcCharSetAddChar(letters, letter);
+  FcPatternAddString(pattern, FC_FAMILY, Utf8(family));
+  FcPatternAddString(pattern, FC_FAMILY, Utf8("sans-serif"));
+  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+  FcPatternAddBool(pattern, FC_OUTLINE, FcTrue);
+  FcPatternAddCharSet(pattern, FC_CHARSET, letters);
+  FcCharSetDestroy(letters);
+  FcConfigSubstitute(TheConfig(), pattern, FcMatchPattern);
+  FcDefaultSubstitute(pattern);
+  return pattern;
+}
+
+FontFile AskFontconfig(const char* family, bool bold, bool italic) {
+  FontFile file = {};
+  if (!TheConfig()) return file;
+  FcPattern* question = NewQuestion(family, bold, italic);
+  FcResult result = FcResultNoMatch;
+  FcPattern* answer = FcFontMatch(TheConfig(), question, &result);
+  FcPatternDestroy(question);
+  FcChar8* path = nullptr;
+  if (answer && FcPatternGetString(answer, FC_FILE, 0, &path) == FcResultMatch) {
+    int index = 0, weight = FC_WEIGHT_REGULAR, slant = FC_SLANT_ROMAN;
+    FcPatternGetInteger(answer, FC_INDEX, 0, &index);
+    FcPatternGetInteger(answer, FC_WEIGHT, 0, &weight);
+    FcPatternGetInteger(answer, FC_SLANT, 0, &slant);
+    file = {reinterpret_cast<const char*>(path), index, weight >= FC_WEIGHT_DEMIBOLD, slant != FC_SLANT_ROMAN};
+  }
+  if (answer) FcPatternDestroy(answer);
+  return file;
+}
+
+} // namespace
+
+FontFile FindFontFile(const char* family, bool bold, bool italic) {
+  for (const KnownFile& known : installed.known) {
+    if (known.bold == bold && known.italic == italic && known.family == family) return known.file;
+  }
+  FontFile file = AskFontconfig(family, bold, italic);
+  installed.known.push_back({family, bold, italic, file});
+  return file;
+}
+
+FT_Face OpenFace(const FontFile& file) {
+  FT_Face face = nullptr;
+  if (file.path.empty() || !TheLibrary()) return nullptr;
+  if (FT_New_Face(TheLibrary(), file.path.c_str(), file.index, &face) != 0) return nullptr;
+  if (FT_IS_SCALABLE(face) && FT_Select_Charmap(face, FT_ENCODING_UNICODE) == 0) return face;
+  FT_Done_Face(face);
+  return nullptr;
+}
+
+void CloseFace(FT_Face face) {
+  if (face) FT_Done_Face(face);
+}
+
+void ForgetInstalledFonts() {
+  if (installed.config) FcConfigDestroy(installed.config);
+  installed.config = nullptr;
+  installed.known.clear();
+}
+
+} // namespace framereel

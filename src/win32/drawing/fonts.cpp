@@ -1,0 +1,122 @@
+// Making fonts: from what a caller asks for to a face at a size whose letters fit the cell.
+#include "win32/drawing/fonts.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace framereel {
+namespace {
+
+constexpr int32_t kDefaultHeight = 16;
+constexpr int32_t kHeightMax = 1024; // larger letters are drawn at this size
+
+// So many design units at a size, in whole pixels that hold them.
+int32_t UnitsUp(const FontRecord& font, int32_t units, int32_t size) {
+  const int32_t em = font.face->units_per_EM;
+  return (units * size + em - 1) / em;
+}
+
+// Sets the face to a size of `size` pixels an em and fits ascent and descent round its letters.
+bool TrySize(FontRecord* font, int32_t size) {
+  if (FT_Set_Pixel_Sizes(font->face, 0, FT_UInt(size)) != 0) return false;
+  const InkReach ink = InkReachOf(*font);
+  font->ascent = std::max(UnitsUp(*font, font->face->ascender, size), ink.above);
+  font->descent = std::max(UnitsUp(*font, -font->face->descender, size), ink.below);
+  const int32_t gap = font->face->height - (font->face->ascender - font->face->descender);
+  font->internalLeading = font->ascent + font->descent - size;
+  font->externalLeading = std::max(0, gap) * size / font->face->units_per_EM;
+  return true;
+}
+
+// The largest size whose cell is not higher than `height`, and the ascent takes what is left over.
+bool FitCell(FontRecord* font, int32_t height) {
+  const int32_t units = std::max(1, font->face->ascender - font->face->descender);
+  int32_t size = std::max(1, height * font->face->units_per_EM / units);
+  while (TrySize(font, size)) {
+    const int32_t over = font->ascent + font->descent - height;
+    if (over > 0 && size > 1) {
+      --size;
+      continue;
+    }
+    font->ascent -= std::min(over, 0);
+    font->internalLeading -= std::min(over, 0);
+    return true;
+  }
+  return false;
+}
+
+// Makes letters wider or narrower so that their mean is `width`. Those made so far are for the other width.
+void FitWidth(FontRecord* font, int32_t width) {
+  const int32_t mean = AverageWidth(font, Rendition::kSmooth);
+  const int32_t size = font->face->size->metrics.y_ppem * 64;
+  const int64_t wide = std::clamp<int64_t>(int64_t{size} * width / mean, 64, int64_t{kHeightMax} * 64);
+  for (auto& glyphs : font->glyphs) std::fill(std::begin(glyphs), std::end(glyphs), Glyph{});
+  FT_Set_Char_Size(font->face, FT_F26Dot6(wide), size, 72, 72);
+}
+
+bool SizeFace(FontRecord* font, const LOGFONTA& what) {
+  const int32_t height = std::clamp(what.lfHeight, -kHeightMax, kHeightMax);
+  const bool sized = height < 0 ? TrySize(font, -height) : FitCell(font, height ? height : kDefaultHeight);
+  if (sized && what.lfWidth > 0) FitWidth(font, what.lfWidth);
+  return sized;
+}
+
+void SizeBoxes(FontRecord* font, const LOGFONTA& what) {
+  const int32_t height = std::clamp(std::abs(std::max(what.lfHeight, -kHeightMax)), 0, kHeightMax);
+  const int32_t cell = std::max(4, height ? height : kDefaultHeight);
+  font->descent = cell / 5;
+  font->ascent = cell - font->descent;
+}
+
+void FillRecord(FontRecord* font, const LOGFONTA& what) {
+  char family[LF_FACESIZE + 1] = {};
+  std::memcpy(family, what.lfFaceName, LF_FACESIZE);
+  const bool bold = what.lfWeight >= 600, italic = what.lfItalic != 0;
+  const FontFile file = FindFontFile(family, bold, italic);
+  font->face = OpenFace(file);
+  font->embolden = bold && !file.bold;
+  font->slant = italic && !file.italic;
+  if (font->face && SizeFace(font, what)) return;
+  CloseFace(font->face);
+  font->face = nullptr;
+  SizeBoxes(font, what);
+}
+
+} // namespace
+
+void FreeFont(HFONT font) {
+  CloseFace(font->record->face);
+  delete font->record;
+  delete font;
+}
+
+HFONT SystemFont() {
+  static const HFONT font = [] {
+    const LOGFONTA what = {};
+    HFONT made = ::CreateFontIndirectA(&what);
+    if (made) made->object.stock = true;
+    return made;
+  }();
+  return font;
+}
+
+} // namespace framereel
+
+using namespace framereel;
+
+HFONT CreateFontIndirectA(const LOGFONTA* what) {
+  if (!what) return nullptr;
+  auto* record = new (std::nothrow) FontRecord{};
+  auto* font = record ? new (std::nothrow) Win32Font{{GdiKind::kFont, false, 0}, record} : nullptr;
+  if (font) {
+    FillRecord(record, *what);
+  } else {
+    delete record;
+  }
+  return font;
+}

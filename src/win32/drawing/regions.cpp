@@ -1,0 +1,65 @@
+// Regions and the clip. The arithmetic is pixman's; a region in a context is a copy of the caller's.
+#include <algorithm>
+#include <new>
+
+#include "win32/drawing/drawing_target.h"
+
+using namespace framereel;
+
+namespace {
+
+int ComplexityOf(const Region& area) {
+  const int32_t count = area.Rectangles();
+  return count == 0 ? NULLREGION : count == 1 ? SIMPLEREGION : COMPLEXREGION;
+}
+
+int BoxOf(const Region& area, RECT* box) {
+  const PixelRect bounds = area.Bounds();
+  *box = area.IsEmpty() ? RECT{0, 0, 0, 0} : RECT{bounds.left, bounds.top, bounds.right, bounds.bottom};
+  return ComplexityOf(area);
+}
+
+} // namespace
+
+HRGN CreateRectRgn(int left, int top, int right, int bottom) {
+  const PixelRect r = {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
+  return new (std::nothrow) Win32Region{{GdiKind::kRegion, false, 0}, Region(r)};
+}
+
+int CombineRgn(HRGN into, HRGN a, HRGN b, int how) {
+  if (!into || !a || !b || how != RGN_AND) return 0;
+  Region both = a->area;
+  both.Intersect(b->area);
+  into->area = both;
+  return ComplexityOf(into->area);
+}
+
+int GetRgnBox(HRGN region, RECT* box) {
+  return region && box ? BoxOf(region->area, box) : 0;
+}
+
+BOOL RectInRegion(HRGN region, const RECT* rect) {
+  return region && rect && region->area.Touches({rect->left, rect->top, rect->right, rect->bottom});
+}
+
+int SelectClipRgn(HDC context, HRGN region) {
+  if (!context) return 0;
+  context->clipped = region != nullptr;
+  if (!region) return SIMPLEREGION;
+  context->clip = region->area;
+  return ComplexityOf(region->area);
+}
+
+int GetClipRgn(HDC context, HRGN region) {
+  if (!context || !region) return -1;
+  if (!context->clipped) return 0;
+  region->area = context->clip;
+  return 1;
+}
+
+int GetClipBox(HDC context, RECT* box) {
+  if (!context || !box) return 0;
+  Region region = DrawableRegion(*context, BoundsOf(*context));
+  region.Offset(-context->originX, -context->originY);
+  return BoxOf(region, box);
+}

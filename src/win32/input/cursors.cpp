@@ -1,0 +1,95 @@
+// Cursors and icons that can be loaded, and which one the pointer shows over our windows.
+#include "win32/pixels/cursor.h"
+#include "win32/windows/window.h"
+
+namespace framereel {
+namespace {
+
+struct StockCursor {
+  const char* name;
+  Win32Cursor cursor;
+};
+StockCursor stockCursors[] = {
+    {IDC_ARROW, {nullptr, PointerShape::kArrow}},
+    {IDC_IBEAM, {nullptr, PointerShape::kIBeam}},
+    {IDC_WAIT, {nullptr, PointerShape::kWait}},
+    {IDC_CROSS, {nullptr, PointerShape::kCross}},
+};
+
+constexpr int32_t kIconSize = 32;
+
+// The stock icon: a window with a caption.
+uint32_t IconPixel(int32_t x, int32_t y) {
+  const int32_t left = 3, top = 5, right = 28, bottom = 26;
+  if (x < left || x > right || y < top || y > bottom) return 0;
+  if (x == left || x == right || y == top || y == bottom) return 0xFF000000;
+  return y < top + 5 ? 0xFF000080 : 0xFFFFFFFF;
+}
+
+HICON StockIcon() {
+  static uint32_t pixels[kIconSize * kIconSize];
+  static const PointerPicture picture = {kIconSize, kIconSize, 0, 0, pixels};
+  static Win32Cursor icon = {&picture, PointerShape::kOwn};
+  for (int32_t i = 0; i < kIconSize * kIconSize; ++i) pixels[i] = IconPixel(i % kIconSize, i / kIconSize);
+  return &icon;
+}
+
+void ShowOn(ShownSurface* shown, HCURSOR cursor) {
+  if (!cursor || shown->pointer == cursor) return;
+  shown->pointer = cursor;
+  DisplayPointerShape(shown->display, cursor->shape, cursor->picture);
+}
+
+} // namespace
+
+const PointerPicture& PictureOf(HICON icon) {
+  return *icon->picture;
+}
+
+void ShowFirstPointer(HWND topLevel) {
+  ShowOn(&topLevel->top->shown, topLevel->windowClass->cursor);
+}
+
+void ShowPointerFor(HWND window, int hit) {
+  WindowSystem& system = TheWindows();
+  system.pointed = window;
+  system.pointedHit = hit;
+  const HCURSOR cursor = hit == HTCLIENT ? window->windowClass->cursor : ::LoadCursorA(nullptr, IDC_ARROW);
+  if (!cursor) return;
+  system.cursor = cursor;
+  ShowOn(&TopLevelOf(window)->top->shown, cursor);
+}
+
+void RefreshPointer() {
+  const WindowSystem& system = TheWindows();
+  if (!system.capture && IsLive(system.pointed)) ShowPointerFor(system.pointed, system.pointedHit);
+}
+
+} // namespace framereel
+
+using namespace framereel;
+
+HCURSOR LoadCursorA(HINSTANCE instance, const char* name) {
+  for (StockCursor& stock : stockCursors) {
+    if (!instance && stock.name == name) return &stock.cursor;
+  }
+  return nullptr;
+}
+
+HICON LoadIconA(HINSTANCE instance, const char* name) {
+  return !instance && name == IDI_APPLICATION ? StockIcon() : nullptr;
+}
+
+HCURSOR SetCursor(HCURSOR cursor) {
+  WindowSystem& system = TheWindows();
+  const HCURSOR before = system.cursor;
+  system.cursor = cursor;
+  const HWND window = system.capture ? system.capture : system.pointed;
+  if (IsLive(window)) ShowOn(&TopLevelOf(window)->top->shown, cursor);
+  return before;
+}
+
+BOOL SetCursorPos(int x, int y) {
+  DisplayMovePointer(x, y);
+  return TRUE;
+}

@@ -1,0 +1,178 @@
+// The message queue: what is in it, what is taken out next, and how messages reach window procedures.
+#include <algorithm>
+
+#include "win32/windows/window.h"
+
+namespace framereel {
+namespace {
+
+constexpr uint32_t kNapMs = 10; // of a call that waits for a message
+
+struct Filter {
+  HWND window;
+  UINT first, last;
+};
+
+bool InRange(const Filter& filter, UINT message) {
+  return (filter.first == 0 && filter.last == 0) || (message >= filter.first && message <= filter.last);
+}
+
+bool Passes(const Filter& filter, const MSG& message) {
+  return InRange(filter, message.message) && (!filter.window || IsWithin(message.hwnd, filter.window));
+}
+
+// Looks through the queue in its order; what means nothing to anybody falls out on the way.
+bool FromQueue(const Filter& filter, bool remove, MSG* message) {
+  std::vector<QueueEntry>& queue = TheWindows().queue;
+  for (size_t i = 0; i < queue.size();) {
+    const QueueEntry entry = queue[i];
+    const auto here = queue.begin() + ptrdiff_t(i);
+    MSG made = entry.message;
+    if (!entry.posted && !MessageOfInput(entry.event, &made)) {
+      queue.erase(here);
+      TakeInput(entry.event, {});
+      continue;
+    }
+    ++i;
+    if (!Passes(filter, made)) continue;
+    *message = made;
+    if (!remove) return true;
+    queue.erase(here);
+    if (!entry.posted) TakeInput(entry.event, made);
+    return true;
+  }
+  return false;
+}
+
+bool FromQuit(bool remove, MSG* message) {
+  WindowSystem& system = TheWindows();
+  if (!system.quits) return false;
+  *message = {nullptr, WM_QUIT, WPARAM(system.exitCode), 0, DisplayTick(), {0, 0}};
+  if (remove) system.quits = false;
+  return true;
+}
+
+bool FromPaints(const Filter& filter, MSG* message) {
+  const HWND window = InRange(filter, WM_PAINT) ? WindowToPaint(filter.window) : nullptr;
+  if (!window) return false;
+  *message = {window, WM_PAINT, 0, 0, DisplayTick(), {0, 0}};
+  return true;
+}
+
+bool Next(const Filter& filter, bool remove, MSG* message) {
+  WindowSystem& system = TheWindows();
+  if (system.procedures == 0) system.destroyed.clear();
+  PumpDisplay();
+  PresentIfLate();
+  if (FromQueue(filter, remove, message) || FromQuit(remove, message) || FromPaints(filter, message)) return true;
+  PresentAll();
+  return false;
+}
+
+bool IsWaitingMove(const QueueEntry& entry, const DisplayEvent& event) {
+  return !entry.posted && entry.event.kind == DisplayEventKind::kMouseMove && entry.event.window == event.window;
+}
+
+} // namespace
+
+LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  WindowSystem& system = TheWindows();
+  ++system.procedures;
+  const LRESULT answer = window->procedure(window, message, wParam, lParam);
+  --system.procedures;
+  return answer;
+}
+
+void SendToTopLevels(UINT message, WPARAM wParam, LPARAM lParam) {
+  const std::vector<HWND> windows = TheWindows().topLevels;
+  for (HWND window : windows) {
+    if (IsLive(window)) Send(window, message, wParam, lParam);
+  }
+}
+
+void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool first) {
+  std::vector<QueueEntry>& queue = TheWindows().queue;
+  POINT point = {0, 0};
+  const QueueEntry entry = {true, {window, message, wParam, lParam, DisplayTick(), point}, {}};
+  queue.insert(first ? queue.begin() : queue.end(), entry);
+}
+
+void EnqueueInput(const DisplayEvent& event) {
+  std::vector<QueueEntry>& queue = TheWindows().queue;
+  const bool replaces =
+      event.kind == DisplayEventKind::kMouseMove && !queue.empty() && IsWaitingMove(queue.back(), event);
+  if (replaces) queue.pop_back();
+  queue.push_back({false, {}, event});
+}
+
+void ForgetInput(HWND window) {
+  std::vector<QueueEntry>& queue = TheWindows().queue;
+  const DisplayWindow* display = window->top ? window->top->shown.display : nullptr;
+  const auto isForIt = [=](const QueueEntry& entry) {
+    return entry.posted ? entry.message.hwnd == window : display && entry.event.window == display;
+  };
+  queue.erase(std::remove_if(queue.begin(), queue.end(), isForIt), queue.end());
+}
+
+bool NextInput(DisplayEvent* event) {
+  PumpDisplay();
+  std::vector<QueueEntry>& queue = TheWindows().queue;
+  const auto input = std::find_if(queue.begin(), queue.end(), [](const QueueEntry& entry) { return !entry.posted; });
+  if (input != queue.end()) {
+    *event = input->event;
+    queue.erase(input);
+    TakeInput(*event, {});
+    PresentIfLate();
+    return true;
+  }
+  while (const HWND window = WindowToPaint(nullptr)) {
+    Send(window, WM_PAINT, 0, 0);
+    // A procedure that leaves it unpainted would be asked for ever.
+    if (IsLive(window)) window->update.Clear();
+  }
+  PresentAll();
+  return false;
+}
+
+} // namespace framereel
+
+using namespace framereel;
+
+BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
+  if (!message || (window && !IsLive(window))) return FALSE;
+  return Next({window, first, last}, remove & PM_REMOVE, message);
+}
+
+BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
+  if (!message) return FALSE;
+  while (!Next({window, first, last}, true, message)) {
+    // Nothing will come any more.
+    if (DisplayIsLost()) ::PostQuitMessage(1);
+    DisplaySleep(kNapMs);
+  }
+  return message->message != WM_QUIT;
+}
+
+BOOL TranslateMessage(const MSG* message) {
+  const bool system = message && message->message == WM_SYSKEYDOWN;
+  if (!message || (message->message != WM_KEYDOWN && !system)) return FALSE;
+  WORD characters = 0;
+  const int count = CharactersOf(HIWORD(uintptr_t(message->lParam)) & 255, &characters);
+  const UINT posted = system ? WM_SYSCHAR : WM_CHAR;
+  if (count == 2) Post(message->hwnd, posted, characters >> 8, message->lParam, true);
+  if (count >= 1) Post(message->hwnd, posted, characters & 255, message->lParam, true);
+  return count != 0;
+}
+
+LRESULT DispatchMessageA(const MSG* message) {
+  return message ? ::SendMessageA(message->hwnd, message->message, message->wParam, message->lParam) : 0;
+}
+
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return IsLive(window) ? Send(window, message, wParam, lParam) : 0;
+}
+
+void PostQuitMessage(int exitCode) {
+  TheWindows().quits = true;
+  TheWindows().exitCode = exitCode;
+}

@@ -1,0 +1,121 @@
+// What every window does with a message that its procedure leaves alone: a table from message to handler.
+#include "win32/windows/window.h"
+
+namespace framereel {
+namespace {
+
+LRESULT OnNcCreate(HWND, WPARAM, LPARAM) {
+  return 1;
+}
+
+LRESULT OnNcCalcSize(HWND window, WPARAM, LPARAM lParam) {
+  auto* rect = reinterpret_cast<RECT*>(lParam);
+  if (!window->minimised) *rect = RectOf(ClientInside(*window, PixelsOf(*rect)));
+  return 0;
+}
+
+LRESULT OnNcActivate(HWND window, WPARAM wParam, LPARAM) {
+  window->captionLit = wParam != 0;
+  InvalidateFrame(window);
+  return 1;
+}
+
+LRESULT OnNcButtonDown(HWND window, WPARAM wParam, LPARAM lParam) {
+  PressFrame(window, int(wParam), SHORT(LOWORD(uintptr_t(lParam))), SHORT(HIWORD(uintptr_t(lParam))));
+  return 0;
+}
+
+LRESULT OnActivate(HWND window, WPARAM wParam, LPARAM) {
+  if (LOWORD(wParam) && !window->minimised) ::SetFocus(window);
+  return 0;
+}
+
+LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
+  return EraseBackground(window, reinterpret_cast<HDC>(wParam));
+}
+
+LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
+  PAINTSTRUCT paint;
+  ::BeginPaint(window, &paint);
+  ::EndPaint(window, &paint);
+  return 0;
+}
+
+LRESULT OnClose(HWND window, WPARAM, LPARAM) {
+  ::DestroyWindow(window);
+  return 0;
+}
+
+LRESULT OnPosChanged(HWND window, WPARAM, LPARAM lParam) {
+  const UINT flags = reinterpret_cast<const WINDOWPOS*>(lParam)->flags;
+  if (!(flags & SWP_NOMOVE)) Send(window, WM_MOVE, 0, MAKELPARAM(window->client.left, window->client.top));
+  if (!IsLive(window) || flags & SWP_NOSIZE) return 0;
+  return Send(window, WM_SIZE, window->minimised, MAKELPARAM(WidthOf(window->client), HeightOf(window->client)));
+}
+
+LRESULT OnSystemKeyDown(HWND window, WPARAM wParam, LPARAM) {
+  if (wParam == VK_F4 && KeyIsDown(VK_MENU)) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_CLOSE, 0);
+  return 0;
+}
+
+LRESULT OnSystemChar(HWND window, WPARAM wParam, LPARAM) {
+  if (wParam == VK_SPACE) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, VK_SPACE);
+  return 0;
+}
+
+LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam) {
+  const int x = SHORT(LOWORD(uintptr_t(lParam))), y = SHORT(HIWORD(uintptr_t(lParam)));
+  switch (wParam & 0xFFF0) {
+  case SC_MOVE:
+    DragWindow(window, !(wParam & 15), x, y);
+    return 0;
+  case SC_MINIMIZE:
+    ::ShowWindow(window, SW_MINIMIZE);
+    return 0;
+  case SC_RESTORE:
+    ::ShowWindow(window, SW_RESTORE);
+    return 0;
+  case SC_CLOSE:
+    return Send(window, WM_CLOSE, 0, 0);
+  case SC_MOUSEMENU:
+    RunSystemMenu(window, false);
+    return 0;
+  case SC_KEYMENU:
+    if (lParam == VK_SPACE) RunSystemMenu(window, true);
+    return 0;
+  default:
+    return 0;
+  }
+}
+
+struct Handler {
+  UINT message;
+  LRESULT (*run)(HWND window, WPARAM wParam, LPARAM lParam);
+};
+constexpr Handler kHandlers[] = {
+    {WM_ACTIVATE, OnActivate},
+    {WM_PAINT, OnPaint},
+    {WM_CLOSE, OnClose},
+    {WM_ERASEBKGND, OnEraseBackground},
+    {WM_WINDOWPOSCHANGED, OnPosChanged},
+    {WM_NCCREATE, OnNcCreate},
+    {WM_NCCALCSIZE, OnNcCalcSize},
+    {WM_NCACTIVATE, OnNcActivate},
+    {WM_NCLBUTTONDOWN, OnNcButtonDown},
+    {WM_SYSKEYDOWN, OnSystemKeyDown},
+    {WM_SYSCHAR, OnSystemChar},
+    {WM_SYSCOMMAND, OnSystemCommand},
+};
+
+} // namespace
+} // namespace framereel
+
+using namespace framereel;
+
+LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (!IsLive(window)) return 0;
+  for (const Handler& handler : kHandlers) {
+    if (handler.message == message) return handler.run(window, wParam, lParam);
+  }
+  return 0;
+}

@@ -1,0 +1,9 @@
+// The record behind cursors and icons. Internal to the layer.
+#pragma once
+
+#include "win32/pixels/display_windows.h"
+
+struct Win32Cursor {
+  const framereel::PointerPicture* picture; // null for the display's own shapes
+  framereel::PointerShape shape;            // kOwn: the picture
+};

@@ -1,0 +1,74 @@
+// What a display does for the platform calls. Two implement it, with the same files on each side: x11/ a real X
+// screen, memory/ a whole desktop without a server. Which one a program gets is chosen when it is linked.
+//
+// This is its screen half: facts, pixels, pointer, clock. Except where said, failure means that the display is lost
+// (DisplayIsLost); the calls then do nothing and answer false or null. One thread.
+#pragma once
+
+#include <cstdint>
+
+#include "win32/pixels/surface.h"
+
+namespace framereel {
+
+// ---- Connection --------------------------------------------------------------------------------------------------
+
+// Connects, once; further calls answer the same. X11 takes the server named by DISPLAY.
+bool DisplayOpen();
+void DisplayClose();
+// True once a connection that stood has broken, and from then on.
+bool DisplayIsLost();
+
+// ---- The screen --------------------------------------------------------------------------------------------------
+
+struct ScreenFacts {
+  int32_t width, height; // pixels
+  PixelLayout layout;    // of everything that is read from the screen or drawn on it
+};
+
+// As of now: a change of resolution or depth is seen at the next call. All zero before DisplayOpen.
+ScreenFacts DisplayScreen();
+
+// The colours of a palette screen: 2^depth entries from `colours` on. At depth 1 entry 0 is the darker one; a display
+// whose hardware has it the other way round turns the bits. Does nothing on a true-colour screen. Colours that another
+// program changes are seen once an event has been asked for or the screen read.
+void DisplayPalette(PaletteColour* colours);
+
+// Makes a surface of the screen's layout whose memory the display reads into without a further copy, where it can.
+// Contents undefined; width and height are positive. False when memory has ended. DisplayFreeSurface releases it.
+bool DisplayNewSurface(int32_t width, int32_t height, Surface* out);
+void DisplayFreeSurface(Surface* surface);
+
+// Reads the rectangle of the screen, all windows included and without the pointer, into the surface with its top left
+// pixel at toX, toY. The rectangle lies on the screen and fits the surface. The layout must still be the screen's, else
+// false and nothing is read.
+bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY);
+
+// Puts the part of a surface of the screen's layout on the screen, over all windows, with its top left pixel at x, y.
+// What lies off the screen is cut.
+bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, int32_t y);
+
+// Inverts the pixels of the rectangle where the 8 by 8 pattern has a 1: bit 7 - x mod 8 of pattern[y mod 8], in screen
+// coordinates. Twice is as before.
+bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]);
+
+// ---- The pointer -------------------------------------------------------------------------------------------------
+
+// A picture of up to 32 bits: alpha in the top byte, then red, green, blue, premultiplied by it. Rows without padding.
+struct PointerPicture {
+  int32_t width, height; // pixels
+  int32_t hotX, hotY;    // the pixel that points
+  const uint32_t* pixels;
+};
+
+// The picture on the screen now, the display's own until the next call. Null when the pointer has none.
+const PointerPicture* DisplayPointer();
+bool DisplayPointerPlace(int32_t* x, int32_t* y);
+void DisplayMovePointer(int32_t x, int32_t y);
+
+// ---- The clock ---------------------------------------------------------------------------------------------------
+
+uint32_t DisplayTick();                   // milliseconds; wraps to 0 after 2^32
+void DisplaySleep(uint32_t milliseconds); // at least so long, whatever happens meanwhile
+
+} // namespace framereel

@@ -1,0 +1,118 @@
+// The window half of what a display does for the platform calls: holding our top-level surfaces as windows of the
+// system, and telling what the user and the system do. The screen half stands in display.h, and what is said there of
+// failure and of the two sides holds here too: window.cpp, events.cpp and keys.cpp on each side.
+//
+// All places are screen pixels. Callers draw captions, borders and everything inside on a surface of the window's size
+// and present it; the display adds nothing to it.
+#pragma once
+
+#include <cstdint>
+
+#include "win32/pixels/display.h"
+
+namespace framereel {
+
+struct DisplayWindow; // the display's own record
+
+// ---- Windows -----------------------------------------------------------------------------------------------------
+
+enum class WindowRole : uint8_t {
+  kMain,   // the program's frame: managed by the desktop, listed in its task bar
+  kDialog, // managed, kept above its owner, not listed
+  kPopup,  // not managed: stands where it is put, above all managed windows
+  kCover,  // not managed, on top of everything, shows what lies under it and takes all mouse and key events in its
+           // place; nothing is presented on it
+};
+
+struct DisplayWindowSpec {
+  WindowRole role;
+  PixelRect place;      // not empty
+  DisplayWindow* owner; // of a dialog, popup or cover; may be null
+  const char* title;    // bytes as the user typed them; Latin-1
+};
+
+// Makes a window, hidden; null when the display has none to give. DisplayFreeWindow takes it away at once.
+DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec);
+void DisplayFreeWindow(DisplayWindow* window);
+
+// Shows it without giving it the keyboard, or takes it off the screen. A shown managed window stands where it was
+// placed, not where a window manager would like it.
+void DisplayShowWindow(DisplayWindow* window, bool shown);
+// Moves and sizes it; the desktop's answer comes as kPlaced if it differs.
+void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place);
+// On top of, or below, all other windows of its kind.
+void DisplayStackWindow(DisplayWindow* window, bool top);
+void DisplayTitleWindow(DisplayWindow* window, const char* title);
+void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon);
+// Into the task bar and back; a display without one just hides it.
+void DisplayMinimiseWindow(DisplayWindow* window, bool minimised);
+// Asks for the keyboard; kActive tells when it has come.
+void DisplayActivateWindow(DisplayWindow* window);
+// Lets the desktop move the window with the pointer, which stands there with its left button down; the release comes as
+// no event. False when the desktop does not do that: the caller then moves the window itself while the pointer drags.
+bool DisplayDragWindow(DisplayWindow* window, int32_t pointerX, int32_t pointerY);
+
+// Shows a part of the surface, which has the window's size and the screen's layout, at the same place of the window.
+void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRect& part);
+
+// Asks every program to paint anew what its windows have in the rectangle of the screen, ours included (kExposed).
+// Until a program has done so, its background may be seen there.
+void DisplayRefresh(const PixelRect& where);
+
+// The part of the screen that docks and task bars leave free; the whole screen when there are none.
+PixelRect DisplayUsableArea();
+
+// ---- Input -------------------------------------------------------------------------------------------------------
+
+// All mouse events go to the window, wherever the pointer is, until null is given or the display takes it away
+// (kCaptureLost).
+void DisplayCapturePointer(DisplayWindow* window);
+
+enum class PointerShape : uint8_t { kArrow, kIBeam, kWait, kCross, kOwn };
+// The pointer over a window of ours; `picture` is for kOwn and may go afterwards.
+void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const PointerPicture* picture);
+
+// Whether the key is down at this moment, whoever has the focus. Virtual keys as win32.h names them; the mouse buttons
+// are 1, 2 and 4.
+bool DisplayKeyIsDown(uint8_t virtualKey);
+bool DisplayCapsLockIsOn();
+
+// The Latin-1 character that a key gives by the layout in force, or 0 for none. `dead` is set when it is an accent that
+// waits for the next key; the character is then the accent's own (` ' ^ ~ " ...). `scan` is the event's.
+uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead);
+
+void DisplayBeep();
+
+// ---- Events ------------------------------------------------------------------------------------------------------
+
+enum class DisplayEventKind : uint8_t {
+  kMouseMove,     // x, y
+  kMouseDown,     // x, y, button
+  kMouseUp,       // x, y, button
+  kKeyDown,       // key, scan; repeats come as further downs
+  kKeyUp,         // key, scan
+  kExposed,       // rect, in the window: present it again
+  kPlaced,        // rect: where the desktop or the user put the window
+  kMinimised,     // flag: minimised, or restored
+  kActive,        // flag: the window has the keyboard, or has lost it
+  kCloseRequest,  // the user asked the desktop to close the window
+  kCaptureLost,   // the display took the pointer away
+  kScreenChanged, // resolution, depth or usable area are not what they were; window is null
+};
+
+struct DisplayEvent {
+  DisplayEventKind kind;
+  DisplayWindow* window;
+  int32_t x, y;   // of the pointer, on the screen
+  uint8_t button; // 1 left, 2 middle, 3 right
+  uint8_t key;    // virtual key; 0 for a key without one
+  uint8_t scan;   // the key's own number, for DisplayKeyCharacter
+  bool flag;
+  PixelRect rect;
+  uint32_t tick; // of DisplayTick, when it happened
+};
+
+// Takes the oldest event without waiting; false when there is none. Costs the server nothing when nothing has arrived.
+bool DisplayNextEvent(DisplayEvent* event);
+
+} // namespace framereel

@@ -1,0 +1,197 @@
+// The frame that this layer draws round windows: border, caption, system menu button, minimise and close boxes.
+//
+// A window with a caption has a raised border of 3 pixels and a caption of 18 with a line under it; one with a border
+// alone has a black line. What presses on the frame do is told in frame_mouse.cpp.
+#include <algorithm>
+#include <string>
+
+#include "win32/drawing/system_colours.h"
+#include "win32/windows/window.h"
+
+namespace framereel {
+namespace {
+
+constexpr int32_t kEdge = 3;      // the raised border
+constexpr int32_t kCaption = 18;  // the coloured strip
+constexpr int32_t kUnderline = 1; // between it and the client area
+constexpr int32_t kBoxWidth = 16, kBoxHeight = 14, kBoxGap = 2;
+
+// Signs on the boxes: rows from the top, the leftmost pixel in the top bit.
+constexpr uint8_t kCross[] = {0xC3, 0x66, 0x3C, 0x18, 0x3C, 0x66, 0xC3};
+constexpr uint8_t kBar[] = {0x00, 0x00, 0x00, 0x00, 0x00, 0x7E, 0x7E};
+constexpr uint8_t kMenuSign[] = {0x00, 0x00, 0xFF, 0x81, 0xFF, 0x00, 0x00};
+constexpr int32_t kSignWidth = 8, kSignHeight = 7;
+
+bool HasCaption(const Win32Window& window) {
+  return Has(window, WS_CAPTION);
+}
+
+// A line round the inside of the rectangle, in one colour at the left and top and another at the right and bottom.
+void Edge(HDC context, const PixelRect& r, int leftTop, int rightBottom) {
+  const COLORREF light = ::GetSysColor(leftTop), dark = ::GetSysColor(rightBottom);
+  FillPixels(context, {r.left, r.top, r.right - 1, r.top + 1}, light);
+  FillPixels(context, {r.left, r.top + 1, r.left + 1, r.bottom - 1}, light);
+  FillPixels(context, {r.left, r.bottom - 1, r.right, r.bottom}, dark);
+  FillPixels(context, {r.right - 1, r.top, r.right, r.bottom - 1}, dark);
+}
+
+PixelRect Shrunk(const PixelRect& r, int32_t by) {
+  return {r.left + by, r.top + by, r.right - by, r.bottom - by};
+}
+
+void DrawSign(HDC context, const PixelRect& box, const uint8_t* sign, int32_t shift) {
+  const int32_t left = box.left + (WidthOf(box) - kSignWidth) / 2 + shift;
+  const int32_t top = box.top + (HeightOf(box) - kSignHeight) / 2 + shift;
+  for (int32_t y = 0; y < kSignHeight; ++y) {
+    for (int32_t x = 0; x < kSignWidth; ++x) {
+      const bool set = sign[y] >> (7 - x) & 1;
+      if (set) FillPixels(context, {left + x, top + y, left + x + 1, top + y + 1}, ::GetSysColor(kColourButtonText));
+    }
+  }
+}
+
+void DrawBox(HDC context, const PixelRect& box, const uint8_t* sign, bool pressed) {
+  if (IsEmpty(box)) return;
+  FillPixels(context, box, ::GetSysColor(COLOR_BTNFACE));
+  Edge(context, box, pressed ? kColourButtonDarkShadow : kColourButtonHighlight,
+       pressed ? kColourButtonHighlight : kColourButtonDarkShadow);
+  Edge(context, Shrunk(box, 1), pressed ? COLOR_BTNSHADOW : COLOR_3DLIGHT, pressed ? COLOR_3DLIGHT : COLOR_BTNSHADOW);
+  DrawSign(context, box, sign, pressed ? 1 : 0);
+}
+
+// The strip of the caption, in a window at the given place.
+PixelRect CaptionStrip(const PixelRect& place) {
+  return {place.left + kEdge, place.top + kEdge, place.right - kEdge,
+          std::min(place.top + kEdge + kCaption, place.bottom - kEdge)};
+}
+
+// A box in the caption, the first or second from the right.
+PixelRect BoxFromRight(const PixelRect& strip, int32_t number) {
+  const int32_t right = strip.right - kBoxGap - number * (kBoxWidth + kBoxGap);
+  return {right - kBoxWidth, strip.top + kBoxGap, right, strip.top + kBoxGap + kBoxHeight};
+}
+
+PixelRect Part(const Win32Window& window, const PixelRect& place, int hit) {
+  const PixelRect strip = CaptionStrip(place);
+  const PixelRect none = {0, 0, 0, 0};
+  if (!HasCaption(window)) return none;
+  switch (hit) {
+  case HTCAPTION:
+    return strip;
+  case HTSYSMENU:
+    return Has(window, WS_SYSMENU) ? PixelRect{strip.left + kBoxGap, strip.top + kBoxGap,
+                                               strip.left + kBoxGap + kBoxWidth, strip.top + kBoxGap + kBoxHeight}
+                                   : none;
+  case HTCLOSE:
+    return Has(window, WS_SYSMENU) ? BoxFromRight(strip, 0) : none;
+  case HTMINBUTTON:
+    return Has(window, WS_MINIMIZEBOX) ? BoxFromRight(strip, Has(window, WS_SYSMENU) ? 1 : 0) : none;
+  default:
+    return none;
+  }
+}
+
+bool IsPressed(const Win32Window& window, int hit) {
+  return TheWindows().pressedWindow == &window && TheWindows().pressedBox == hit;
+}
+
+int TextWidth(HDC context, const std::string& text) {
+  SIZE size = {0, 0};
+  ::GetTextExtentPointA(context, text.data(), int(text.size()), &size);
+  return size.cx;
+}
+
+// The title, with dots in the place of what has no room.
+std::string Fitting(HDC context, const std::string& title, int32_t width) {
+  if (TextWidth(context, title) <= width) return title;
+  for (size_t length = title.size(); length > 0; --length) {
+    const std::string cut = title.substr(0, length - 1) + "...";
+    if (TextWidth(context, cut) <= width) return cut;
+  }
+  return "";
+}
+
+void DrawTitle(HDC context, const Win32Window& window, const PixelRect& place, COLORREF stripColour) {
+  const PixelRect strip = CaptionStrip(place);
+  int32_t left = strip.left + 2 * kBoxGap, right = strip.right - kBoxGap;
+  for (const int box : {HTCLOSE, HTMINBUTTON}) {
+    const PixelRect part = Part(window, place, box);
+    if (!IsEmpty(part)) right = std::min(right, part.left - kBoxGap);
+  }
+  if (Has(window, WS_SYSMENU)) left += kBoxWidth + kBoxGap;
+  TEXTMETRICA metrics = {};
+  ::GetTextMetricsA(context, &metrics);
+  const COLORREF text = ::GetSysColor(window.captionLit ? kColourCaptionText : kColourInactiveCaptionText);
+  ::SetTextColor(context, Legible(context, text, stripColour));
+  ::SetBkMode(context, TRANSPARENT);
+  ::SetTextAlign(context, 0);
+  const std::string title = Fitting(context, window.title, right - left);
+  ::TextOutA(context, left, strip.top + (kCaption - metrics.tmHeight) / 2, title.data(), int(title.size()));
+}
+
+void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& place) {
+  FillPixels(context, place, ::GetSysColor(COLOR_BTNFACE));
+  Edge(context, place, COLOR_3DLIGHT, kColourButtonDarkShadow);
+  Edge(context, Shrunk(place, 1), kColourButtonHighlight, COLOR_BTNSHADOW);
+  const COLORREF strip = ::GetSysColor(window.captionLit ? COLOR_ACTIVECAPTION : kColourInactiveCaption);
+  FillPixels(context, CaptionStrip(place), strip);
+  DrawTitle(context, window, place, strip);
+  DrawBox(context, Part(window, place, HTSYSMENU), kMenuSign, IsPressed(window, HTSYSMENU));
+  DrawBox(context, Part(window, place, HTMINBUTTON), kBar, IsPressed(window, HTMINBUTTON));
+  DrawBox(context, Part(window, place, HTCLOSE), kCross, IsPressed(window, HTCLOSE));
+}
+
+} // namespace
+
+COLORREF Legible(HDC context, COLORREF colour, COLORREF ground) {
+  const COLORREF under = ::GetNearestColor(context, ground);
+  if (::GetNearestColor(context, colour) != under) return colour;
+  return under == RGB(0, 0, 0) ? RGB(255, 255, 255) : RGB(0, 0, 0);
+}
+
+PixelRect ClientInside(const Win32Window& window, const PixelRect& place) {
+  if (HasCaption(window)) {
+    return {place.left + kEdge, place.top + kEdge + kCaption + kUnderline, place.right - kEdge, place.bottom - kEdge};
+  }
+  return Shrunk(place, Has(window, WS_BORDER) ? 1 : 0);
+}
+
+PixelRect FramePart(const Win32Window& window, int hit) {
+  return Part(window, PlaceOnScreen(window), hit);
+}
+
+int HitTest(const Win32Window& window, int32_t x, int32_t y) {
+  if (Holds(ClientOnScreen(window), x, y)) return HTCLIENT;
+  for (const int hit : {HTCLOSE, HTMINBUTTON, HTSYSMENU, HTCAPTION}) {
+    if (Holds(FramePart(window, hit), x, y)) return hit;
+  }
+  return Holds(PlaceOnScreen(window), x, y) ? HTBORDER : HTNOWHERE;
+}
+
+void InvalidateFrame(HWND window) {
+  window->frameDirty = true;
+}
+
+void PaintFrame(HWND window) {
+  window->frameDirty = false;
+  if (TopLevelOf(window)->top->role == WindowRole::kCover) return;
+  WindowContext* held = BeginContext(window, true);
+  if (!held) return;
+  const PixelRect place = {0, 0, WidthOf(window->place), HeightOf(window->place)};
+  if (HasCaption(*window)) {
+    DrawCaptioned(held->context, *window, place);
+  } else if (Has(*window, WS_BORDER)) {
+    Edge(held->context, place, COLOR_WINDOWFRAME, COLOR_WINDOWFRAME);
+  }
+  EndContext(held);
+}
+
+} // namespace framereel
+
+using namespace framereel;
+
+BOOL DrawMenuBar(HWND window) {
+  if (!IsLive(window)) return FALSE;
+  InvalidateFrame(window);
+  return TRUE;
+}
