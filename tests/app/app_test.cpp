@@ -8,6 +8,7 @@
 #include "platform/child_window.h"
 #include "platform/main_window.h"
 #include "win32/memory/memory_display.h"
+#include "win32/windows/create.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

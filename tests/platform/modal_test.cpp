@@ -12,6 +12,7 @@
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

@@ -14,7 +14,9 @@
 #include "platform/window_classes.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/pixels/rectangles.h"
 #include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

@@ -5,6 +5,7 @@
 #include "platform/platform_init.h"
 #include "platform/pump.h"
 #include "win32/memory/memory_display.h"
+#include "win32/windows/create.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

@@ -4,6 +4,7 @@
 
 #include "win32/window_scene.h"
 #include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

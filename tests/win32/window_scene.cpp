@@ -5,7 +5,10 @@
 #include <sstream>
 #include <vector>
 
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/create.h"
 #include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

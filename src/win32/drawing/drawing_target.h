@@ -6,6 +6,7 @@
 
 #include "win32/drawing/gdi.h"
 #include "win32/pixels/pixels.h"
+#include "win32/pixels/rectangles.h"
 
 namespace framereel {
 
@@ -31,10 +32,6 @@ bool CloseTarget(DrawingTarget* target);
 
 inline uint32_t PixelOf(const ColourMap& map, COLORREF colour) {
   return PixelOfColour(map, {GetRValue(colour), GetGValue(colour), GetBValue(colour)});
-}
-
-inline PixelRect Moved(const PixelRect& r, int32_t dx, int32_t dy) {
-  return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
 }
 
 } // namespace framereel

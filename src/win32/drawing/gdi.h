@@ -80,10 +80,6 @@ namespace framereel {
 
 GdiKind KindOf(HGDIOBJ object); // of any object, not null
 
-inline constexpr PixelRect BoundsOf(const Surface& surface) {
-  return {0, 0, surface.width, surface.height};
-}
-
 // A context with the state of a new one and no target yet; null without memory. The window code fills in the target
 // of those that it gives out and may keep them up to date while windows move. ResetContext puts the state back as it
 // was and takes the clip away, so that a context can be handed out again without an allocation.

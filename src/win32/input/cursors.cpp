@@ -1,6 +1,9 @@
 // Cursors and icons that can be loaded, and which one the pointer shows over our windows.
+#include "win32/input/cursors.h"
+
 #include "win32/pixels/cursor.h"
-#include "win32/windows/window.h"
+#include "win32/windows/window_surfaces.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -34,21 +37,7 @@ HICON StockIcon() {
   return &icon;
 }
 
-void ShowOn(ShownSurface* shown, HCURSOR cursor) {
-  if (!cursor || shown->pointer == cursor) return;
-  shown->pointer = cursor;
-  DisplayPointerShape(shown->display, cursor->shape, cursor->picture);
-}
-
 } // namespace
-
-const PointerPicture& PictureOf(HICON icon) {
-  return *icon->picture;
-}
-
-void ShowFirstPointer(HWND topLevel) {
-  ShowOn(&topLevel->top->shown, topLevel->windowClass->cursor);
-}
 
 void ShowPointerFor(HWND window, int hit) {
   WindowSystem& system = TheWindows();
@@ -57,14 +46,18 @@ void ShowPointerFor(HWND window, int hit) {
   const HCURSOR cursor = hit == HTCLIENT ? window->windowClass->cursor : ::LoadCursorA(nullptr, IDC_ARROW);
   if (!cursor) return;
   system.cursor = cursor;
-  ShowOn(&TopLevelOf(window)->top->shown, cursor);
+  ShowPointerOn(&TopLevelOf(window)->top->shown, cursor);
 }
 
+namespace {
+
+// A class has another cursor.
 void RefreshPointer() {
   const WindowSystem& system = TheWindows();
   if (!system.capture && IsLive(system.pointed)) ShowPointerFor(system.pointed, system.pointedHit);
 }
 
+} // namespace
 } // namespace framereel
 
 using namespace framereel;
@@ -80,12 +73,21 @@ HICON LoadIconA(HINSTANCE instance, const char* name) {
   return !instance && name == IDI_APPLICATION ? StockIcon() : nullptr;
 }
 
+LONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value) {
+  if (!IsLive(window) || index != GCL_HCURSOR) return 0;
+  WindowClass& windowClass = *window->windowClass;
+  const auto before = reinterpret_cast<LONG_PTR>(windowClass.cursor);
+  windowClass.cursor = reinterpret_cast<HCURSOR>(value);
+  if (windowClass.cursor != reinterpret_cast<HCURSOR>(before)) RefreshPointer();
+  return before;
+}
+
 HCURSOR SetCursor(HCURSOR cursor) {
   WindowSystem& system = TheWindows();
   const HCURSOR before = system.cursor;
   system.cursor = cursor;
   const HWND window = system.capture ? system.capture : system.pointed;
-  if (IsLive(window)) ShowOn(&TopLevelOf(window)->top->shown, cursor);
+  if (IsLive(window)) ShowPointerOn(&TopLevelOf(window)->top->shown, cursor);
   return before;
 }
 

@@ -1,6 +1,14 @@
 // What the display tells: the user's and the desktop's doings with our windows, and with the screen. Input goes into
 // the queue; the rest takes effect at once.
-#include "win32/windows/window.h"
+#include "win32/input/desktop_events.h"
+
+#include "win32/input/keyboard.h"
+#include "win32/windows/activation.h"
+#include "win32/windows/message_queue.h"
+#include "win32/windows/placement.h"
+#include "win32/windows/screen_changes.h"
+#include "win32/windows/window_surfaces.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -35,34 +43,6 @@ void OnCaptureLost(const DisplayEvent& event) {
   TheWindows().capture = nullptr;
   // For whoever follows the mouse in a loop of its own.
   EnqueueInput(event);
-}
-
-bool SameScreen(const ScreenFacts& a, const ScreenFacts& b) {
-  return a.width == b.width && a.height == b.height && a.layout.depth == b.layout.depth;
-}
-
-// Pixels of another layout are of no use: all windows get new ones and paint.
-void RemakeSurfaces() {
-  for (HWND window : TheWindows().topLevels) {
-    FitSurface(window);
-    Expose(window, VisibleWindow(*window));
-  }
-  RefreshContexts();
-}
-
-void OnScreenChanged() {
-  WindowSystem& system = TheWindows();
-  const ScreenFacts facts = DisplayScreen();
-  const PixelRect usable = DisplayUsableArea();
-  const bool otherScreen = !SameScreen(facts, system.screen);
-  const bool otherArea = !Same(usable, system.usableArea);
-  system.screen = facts;
-  system.usableArea = usable;
-  if (otherScreen) {
-    RemakeSurfaces();
-    SendToTopLevels(WM_DISPLAYCHANGE, WPARAM(facts.layout.depth), MAKELPARAM(facts.width, facts.height));
-  }
-  if (otherArea) SendToTopLevels(WM_WININICHANGE, 0, 0);
 }
 
 void OnWindowEvent(HWND window, const DisplayEvent& event) {
@@ -108,13 +88,6 @@ void PumpDisplay() {
   DisplayEvent event;
   while (DisplayNextEvent(&event)) Handle(event);
   SettleKeyboard();
-}
-
-void NoteScreen() {
-  WindowSystem& system = TheWindows();
-  if (!system.topLevels.empty()) return;
-  system.screen = DisplayScreen();
-  system.usableArea = DisplayUsableArea();
 }
 
 } // namespace framereel

@@ -1,7 +1,16 @@
 // What the mouse does on a frame: the caption drags the window, the boxes work like buttons.
 //
 // While a button is held here, this layer follows the mouse in a loop of its own; windows go on painting.
-#include "win32/windows/window.h"
+#include "win32/input/frame_mouse.h"
+
+#include "win32/input/keyboard.h"
+#include "win32/input/message_loop.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/placement.h"
+#include "win32/windows/sending.h"
+#include "win32/windows/update_regions.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

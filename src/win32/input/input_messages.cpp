@@ -1,5 +1,11 @@
 // From keys and buttons to messages: for whom they are, and what they say.
-#include "win32/windows/window.h"
+#include "win32/input/input_messages.h"
+
+#include "win32/input/cursors.h"
+#include "win32/input/keyboard.h"
+#include "win32/windows/activation.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

@@ -2,6 +2,8 @@
 //
 // An accent that waits belongs to the key press that made it: asking about that press again answers the accent again,
 // and the next press with a character uses it up. So a caller may ask twice about one press, with Shift and without.
+#include "win32/input/keyboard.h"
+
 #include <cstring>
 
 #include "win32/windows/window.h"

@@ -1,5 +1,13 @@
 // What every window does with a message that its procedure leaves alone: a table from message to handler.
-#include "win32/windows/window.h"
+#include "win32/input/frame_mouse.h"
+#include "win32/input/keyboard.h"
+#include "win32/menus/menus.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/painting.h"
+#include "win32/windows/sending.h"
+#include "win32/windows/update_regions.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

@@ -2,12 +2,20 @@
 //
 // It is a window of the display's but not one of the tree, and runs a loop of its own: while it is open all keys and
 // the mouse are its own. A press outside, Escape, or another program taking the keyboard closes it.
+#include "win32/menus/menu_popup.h"
+
 #include <algorithm>
 #include <cctype>
 
+#include "win32/drawing/gdi.h"
+#include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
-#include "win32/menus/menu.h"
-#include "win32/windows/window.h"
+#include "win32/input/keyboard.h"
+#include "win32/input/message_loop.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/sending.h"
+#include "win32/windows/window_surfaces.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

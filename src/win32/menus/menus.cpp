@@ -1,7 +1,12 @@
 // Menus as records: the system menu of each window, and changing items.
+#include "win32/menus/menus.h"
+
 #include <algorithm>
 
-#include "win32/windows/window.h"
+#include "win32/menus/menu_popup.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/message_queue.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -17,9 +22,24 @@ std::string Copied(const char* text) {
   return text ? text : "";
 }
 
+std::unique_ptr<Win32Menu> NewSystemMenu() {
+  auto menu = std::make_unique<Win32Menu>();
+  menu->items = {
+      {SC_RESTORE, 0, "&Restore"}, {SC_MOVE, 0, "&Move"},           {SC_MINIMIZE, 0, "Mi&nimise"},
+      {0, MF_SEPARATOR, ""},       {SC_CLOSE, 0, "&Close\tAlt+F4"},
+  };
+  return menu;
+}
+
+// Null for a window whose style has none.
+Win32Menu* SystemMenuOf(Win32Window* window) {
+  if (!window->systemMenu && Has(*window, WS_SYSMENU)) window->systemMenu = NewSystemMenu();
+  return window->systemMenu.get();
+}
+
 // What of the system menu can be done with the window as it is.
-Win32Menu AsThingsStand(const Win32Window& window) {
-  Win32Menu menu = *window.systemMenu;
+Win32Menu AsThingsStand(const Win32Menu& systemMenu, const Win32Window& window) {
+  Win32Menu menu = systemMenu;
   const auto grey = [&menu](UINT id, bool is) {
     if (MenuItem* item = is ? ItemOf(&menu, id) : nullptr) item->flags |= MF_GRAYED;
   };
@@ -31,18 +51,10 @@ Win32Menu AsThingsStand(const Win32Window& window) {
 
 } // namespace
 
-std::unique_ptr<Win32Menu> NewSystemMenu() {
-  auto menu = std::make_unique<Win32Menu>();
-  menu->items = {
-      {SC_RESTORE, 0, "&Restore"}, {SC_MOVE, 0, "&Move"},           {SC_MINIMIZE, 0, "Mi&nimise"},
-      {0, MF_SEPARATOR, ""},       {SC_CLOSE, 0, "&Close\tAlt+F4"},
-  };
-  return menu;
-}
-
 void RunSystemMenu(HWND window, bool byKeyboard) {
-  if (!window->systemMenu || !IsShown(*window)) return;
-  const UINT chosen = ChooseFromMenu(window, AsThingsStand(*window), FramePart(*window, HTSYSMENU), byKeyboard);
+  const Win32Menu* menu = SystemMenuOf(window);
+  if (!menu || !IsShown(*window)) return;
+  const UINT chosen = ChooseFromMenu(window, AsThingsStand(*menu, *window), FramePart(*window, HTSYSMENU), byKeyboard);
   if (chosen && IsLive(window)) Post(window, WM_SYSCOMMAND, chosen, 0, false);
 }
 
@@ -51,9 +63,9 @@ void RunSystemMenu(HWND window, bool byKeyboard) {
 using namespace framereel;
 
 HMENU GetSystemMenu(HWND window, BOOL revert) {
-  if (!IsLive(window) || !window->systemMenu) return nullptr;
-  if (revert) window->systemMenu = NewSystemMenu();
-  return revert ? nullptr : window->systemMenu.get();
+  if (!IsLive(window)) return nullptr;
+  if (revert) window->systemMenu = nullptr;
+  return revert ? nullptr : SystemMenuOf(window);
 }
 
 BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, UINT id, const char* text) {

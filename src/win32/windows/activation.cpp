@@ -2,7 +2,10 @@
 //
 // Among our own windows a change takes effect at once, and the display follows. When another program has the keyboard,
 // the display is asked for it, and everything happens once it says that the keyboard has come.
-#include "win32/windows/window.h"
+#include "win32/windows/activation.h"
+
+#include "win32/windows/sending.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {

@@ -1,5 +1,5 @@
 // Window classes: what windows of one name have in common.
-#include "win32/windows/window.h"
+#include "win32/windows/classes.h"
 
 namespace framereel {
 
@@ -20,13 +20,4 @@ ATOM RegisterClassA(const WNDCLASSA* what) {
   classes.push_back(std::make_unique<WindowClass>(WindowClass{what->lpszClassName, what->style, what->lpfnWndProc,
                                                               what->hIcon, what->hCursor, what->hbrBackground}));
   return ATOM(classes.size());
-}
-
-LONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value) {
-  if (!IsLive(window) || index != GCL_HCURSOR) return 0;
-  WindowClass& windowClass = *window->windowClass;
-  const auto before = reinterpret_cast<LONG_PTR>(windowClass.cursor);
-  windowClass.cursor = reinterpret_cast<HCURSOR>(value);
-  if (windowClass.cursor != reinterpret_cast<HCURSOR>(before)) RefreshPointer();
-  return before;
 }

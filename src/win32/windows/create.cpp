@@ -1,9 +1,21 @@
 // How a window comes into being, and how it goes.
+#include "win32/windows/create.h"
+
 #include <algorithm>
 #include <new>
 
+#include "win32/pixels/cursor.h"
 #include "win32/pixels/presenter.h"
-#include "win32/windows/window.h"
+#include "win32/windows/activation.h"
+#include "win32/windows/classes.h"
+#include "win32/windows/message_queue.h"
+#include "win32/windows/placement.h"
+#include "win32/windows/presenting.h"
+#include "win32/windows/screen_changes.h"
+#include "win32/windows/sending.h"
+#include "win32/windows/window_contexts.h"
+#include "win32/windows/window_surfaces.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -37,7 +49,6 @@ HWND NewRecord(WindowClass* windowClass, DWORD style, DWORD extendedStyle, const
   } else {
     record->owner = TopLevelOf(parent);
   }
-  record->systemMenu = style & WS_SYSMENU ? NewSystemMenu() : nullptr;
   HWND window = record.get();
   TheWindows().windows.push_back(std::move(record));
   return window;
@@ -50,9 +61,9 @@ bool OpenOnDisplay(HWND window) {
   ShownSurface& shown = window->top->shown;
   shown.display = DisplayNewWindow({window->top->role, DisplayPlace(*window), owner, window->title.c_str()});
   if (!shown.display) return false;
-  if (HICON icon = window->windowClass->icon) DisplayIconWindow(shown.display, PictureOf(icon));
+  if (HICON icon = window->windowClass->icon) DisplayIconWindow(shown.display, *icon->picture);
   TheWindows().shown.push_back(&shown);
-  ShowFirstPointer(window);
+  ShowPointerOn(&shown, window->windowClass->cursor);
   return true;
 }
 
@@ -73,7 +84,7 @@ void Forget(HWND window) {
   if (system.active == window) system.active = nullptr;
   std::vector<HWND>& siblings = SiblingsOf(window);
   siblings.erase(std::remove(siblings.begin(), siblings.end(), window), siblings.end());
-  ForgetInput(window);
+  ForgetQueued(window);
   if (window->top) FreeShown(&window->top->shown);
   const auto place = std::find_if(system.windows.begin(), system.windows.end(),
                                   [=](const auto& live) { return live.get() == window; });
@@ -113,6 +124,14 @@ void DestroyOwned(HWND owner) {
 }
 
 } // namespace
+
+void ForgetAllWindows() {
+  WindowSystem& system = TheWindows();
+  FreeContexts();
+  for (HWND window : system.topLevels) FreeShown(&window->top->shown);
+  system = {};
+}
+
 } // namespace framereel
 
 using namespace framereel;

@@ -2,11 +2,17 @@
 //
 // A window with a caption has a raised border of 3 pixels and a caption of 18 with a line under it; one with a border
 // alone has a black line. What presses on the frame do is told in frame_mouse.cpp.
+#include "win32/windows/frame.h"
+
 #include <algorithm>
 #include <string>
 
+#include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
-#include "win32/windows/window.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/update_regions.h"
+#include "win32/windows/window_contexts.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -26,19 +32,6 @@ bool HasCaption(const Win32Window& window) {
   return Has(window, WS_CAPTION);
 }
 
-// A line round the inside of the rectangle, in one colour at the left and top and another at the right and bottom.
-void Edge(HDC context, const PixelRect& r, int leftTop, int rightBottom) {
-  const COLORREF light = ::GetSysColor(leftTop), dark = ::GetSysColor(rightBottom);
-  FillPixels(context, {r.left, r.top, r.right - 1, r.top + 1}, light);
-  FillPixels(context, {r.left, r.top + 1, r.left + 1, r.bottom - 1}, light);
-  FillPixels(context, {r.left, r.bottom - 1, r.right, r.bottom}, dark);
-  FillPixels(context, {r.right - 1, r.top, r.right, r.bottom - 1}, dark);
-}
-
-PixelRect Shrunk(const PixelRect& r, int32_t by) {
-  return {r.left + by, r.top + by, r.right - by, r.bottom - by};
-}
-
 void DrawSign(HDC context, const PixelRect& box, const uint8_t* sign, int32_t shift) {
   const int32_t left = box.left + (WidthOf(box) - kSignWidth) / 2 + shift;
   const int32_t top = box.top + (HeightOf(box) - kSignHeight) / 2 + shift;
@@ -53,9 +46,10 @@ void DrawSign(HDC context, const PixelRect& box, const uint8_t* sign, int32_t sh
 void DrawBox(HDC context, const PixelRect& box, const uint8_t* sign, bool pressed) {
   if (IsEmpty(box)) return;
   FillPixels(context, box, ::GetSysColor(COLOR_BTNFACE));
-  Edge(context, box, pressed ? kColourButtonDarkShadow : kColourButtonHighlight,
-       pressed ? kColourButtonHighlight : kColourButtonDarkShadow);
-  Edge(context, Shrunk(box, 1), pressed ? COLOR_BTNSHADOW : COLOR_3DLIGHT, pressed ? COLOR_3DLIGHT : COLOR_BTNSHADOW);
+  DrawEdge(context, box, pressed ? kColourButtonDarkShadow : kColourButtonHighlight,
+           pressed ? kColourButtonHighlight : kColourButtonDarkShadow);
+  DrawEdge(context, Shrunk(box, 1), pressed ? COLOR_BTNSHADOW : COLOR_3DLIGHT,
+           pressed ? COLOR_3DLIGHT : COLOR_BTNSHADOW);
   DrawSign(context, box, sign, pressed ? 1 : 0);
 }
 
@@ -131,8 +125,8 @@ void DrawTitle(HDC context, const Win32Window& window, const PixelRect& place, C
 
 void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& place) {
   FillPixels(context, place, ::GetSysColor(COLOR_BTNFACE));
-  Edge(context, place, COLOR_3DLIGHT, kColourButtonDarkShadow);
-  Edge(context, Shrunk(place, 1), kColourButtonHighlight, COLOR_BTNSHADOW);
+  DrawEdge(context, place, COLOR_3DLIGHT, kColourButtonDarkShadow);
+  DrawEdge(context, Shrunk(place, 1), kColourButtonHighlight, COLOR_BTNSHADOW);
   const COLORREF strip = ::GetSysColor(window.captionLit ? COLOR_ACTIVECAPTION : kColourInactiveCaption);
   FillPixels(context, CaptionStrip(place), strip);
   DrawTitle(context, window, place, strip);
@@ -142,12 +136,6 @@ void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& plac
 }
 
 } // namespace
-
-COLORREF Legible(HDC context, COLORREF colour, COLORREF ground) {
-  const COLORREF under = ::GetNearestColor(context, ground);
-  if (::GetNearestColor(context, colour) != under) return colour;
-  return under == RGB(0, 0, 0) ? RGB(255, 255, 255) : RGB(0, 0, 0);
-}
 
 PixelRect ClientInside(const Win32Window& window, const PixelRect& place) {
   if (HasCaption(window)) {
@@ -168,10 +156,6 @@ int HitTest(const Win32Window& window, int32_t x, int32_t y) {
   return Holds(PlaceOnScreen(window), x, y) ? HTBORDER : HTNOWHERE;
 }
 
-void InvalidateFrame(HWND window) {
-  window->frameDirty = true;
-}
-
 void PaintFrame(HWND window) {
   window->frameDirty = false;
   if (TopLevelOf(window)->top->role == WindowRole::kCover) return;
@@ -181,7 +165,7 @@ void PaintFrame(HWND window) {
   if (HasCaption(*window)) {
     DrawCaptioned(held->context, *window, place);
   } else if (Has(*window, WS_BORDER)) {
-    Edge(held->context, place, COLOR_WINDOWFRAME, COLOR_WINDOWFRAME);
+    DrawEdge(held->context, place, COLOR_WINDOWFRAME, COLOR_WINDOWFRAME);
   }
   EndContext(held);
 }

@@ -1,17 +1,23 @@
 // Where windows stand: moving, sizing, showing, stacking, minimising.
+#include "win32/windows/placement.h"
+
 #include <algorithm>
 
-#include "win32/windows/window.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/activation.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/sending.h"
+#include "win32/windows/update_regions.h"
+#include "win32/windows/visible.h"
+#include "win32/windows/window_contexts.h"
+#include "win32/windows/window_surfaces.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
 
 constexpr UINT kPosNothing = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
 constexpr int32_t kIconWidth = 160; // of a minimised child: its caption
-
-bool SameSize(const PixelRect& a, const PixelRect& b) {
-  return WidthOf(a) == WidthOf(b) && HeightOf(a) == HeightOf(b);
-}
 
 PixelRect NotNegative(const PixelRect& r) {
   return {r.left, r.top, std::max(r.right, r.left), std::max(r.bottom, r.top)};
@@ -168,12 +174,6 @@ void Stack(HWND window, bool top) {
 }
 
 } // namespace
-
-PixelRect DisplayPlace(const Win32Window& window) {
-  // The display shows nothing smaller than a pixel.
-  const PixelRect& place = window.place;
-  return {place.left, place.top, std::max(place.right, place.left + 1), std::max(place.bottom, place.top + 1)};
-}
 
 PixelRect ClientFor(HWND window, const PixelRect& place) {
   RECT rect = RectOf(place);

@@ -1,5 +1,7 @@
 // What can be seen of a window, and asking for paint where more of it can be seen than before.
-#include "win32/windows/window.h"
+#include "win32/windows/visible.h"
+
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -45,20 +47,6 @@ Region VisibleFrame(const Win32Window& window) {
   Region region = VisibleWindow(window);
   region.Subtract(ClientOnScreen(window));
   return region;
-}
-
-void Expose(HWND window, const Region& region) {
-  Region frame = VisibleFrame(*window);
-  frame.Intersect(region);
-  if (!frame.IsEmpty()) window->frameDirty = true;
-  Region client = VisibleClient(*window);
-  client.Intersect(region);
-  const PixelRect origin = ClientOnScreen(*window);
-  client.Offset(-origin.left, -origin.top);
-  InvalidateOwn(window, client, true);
-  for (HWND child : window->children) {
-    if (Has(*child, WS_VISIBLE)) Expose(child, region);
-  }
 }
 
 } // namespace framereel

@@ -1,13 +1,15 @@
-// The pixels of top-level windows and menus, and bringing them to the display.
+// The pixels of top-level windows and menus, and what of them is yet to be shown.
+#include "win32/windows/window_surfaces.h"
+
 #include <algorithm>
 #include <cstring>
 
-#include "win32/windows/window.h"
+#include "win32/pixels/cursor.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
-
-constexpr uint32_t kLateMs = 20; // how long drawing may wait for the queue to run empty
 
 PixelRect Union(const PixelRect& a, const PixelRect& b) {
   return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right), std::max(a.bottom, b.bottom)};
@@ -36,13 +38,6 @@ void CopyRows(const Surface& from, const Surface& to, int32_t width, int32_t hei
 
 void Clear(const Surface& surface) {
   std::memset(surface.pixels, 0, size_t(surface.height) * size_t(surface.stride));
-}
-
-void PresentOne(ShownSurface* shown) {
-  if (shown->onScreen) {
-    for (int32_t i = 0; i < shown->damages; ++i) DisplayPresent(shown->display, shown->surface, shown->damage[i]);
-  }
-  shown->damages = 0;
 }
 
 } // namespace
@@ -94,6 +89,12 @@ void NoteDamage(ShownSurface* shown, const PixelRect& part) {
   }
 }
 
+void ShowPointerOn(ShownSurface* shown, HCURSOR cursor) {
+  if (!cursor || shown->pointer == cursor) return;
+  shown->pointer = cursor;
+  DisplayPointerShape(shown->display, cursor->shape, cursor->picture);
+}
+
 void CopyPixels(HWND window, const Region& to, int32_t dx, int32_t dy) {
   const HWND topLevel = TopLevelOf(window);
   ShownSurface& shown = topLevel->top->shown;
@@ -119,19 +120,6 @@ void CopyPixels(HWND window, const Region& to, int32_t dx, int32_t dy) {
     }
     NoteDamage(&shown, r);
   });
-}
-
-void PresentAll() {
-  WindowSystem& system = TheWindows();
-  GatherDamage();
-  if (!system.damaged) return;
-  system.damaged = false;
-  for (ShownSurface* shown : system.shown) PresentOne(shown);
-}
-
-void PresentIfLate() {
-  const WindowSystem& system = TheWindows();
-  if (system.damaged && DisplayTick() - system.damagedSince >= kLateMs) PresentAll();
 }
 
 } // namespace framereel

@@ -1,20 +1,16 @@
 // Who is whose parent, owner and sibling, and which window stands at a point.
+#include "win32/windows/window_tree.h"
+
 #include <algorithm>
 
-#include "win32/windows/window.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/update_regions.h"
 
 namespace framereel {
 
 WindowSystem& TheWindows() {
   static WindowSystem system;
   return system;
-}
-
-void ForgetAllWindows() {
-  WindowSystem& system = TheWindows();
-  FreeContexts();
-  for (HWND window : system.topLevels) FreeShown(&window->top->shown);
-  system = {};
 }
 
 bool IsLive(HWND window) {
@@ -81,6 +77,12 @@ PixelRect ClientOnScreen(const Win32Window& window) {
   if (!window.parent) return window.client;
   const PixelRect around = ClientOnScreen(*window.parent);
   return Moved(window.client, around.left, around.top);
+}
+
+PixelRect DisplayPlace(const Win32Window& window) {
+  // The display shows nothing smaller than a pixel.
+  const PixelRect& place = window.place;
+  return {place.left, place.top, std::max(place.right, place.left + 1), std::max(place.bottom, place.top + 1)};
 }
 
 namespace {

@@ -1,7 +1,16 @@
-// The message queue: what is in it, what is taken out next, and how messages reach window procedures.
+// Taking messages: what comes next, and the loops in which others wait for it.
+#include "win32/input/message_loop.h"
+
 #include <algorithm>
 
-#include "win32/windows/window.h"
+#include "win32/input/desktop_events.h"
+#include "win32/input/input_messages.h"
+#include "win32/input/keyboard.h"
+#include "win32/windows/message_queue.h"
+#include "win32/windows/painting.h"
+#include "win32/windows/presenting.h"
+#include "win32/windows/sending.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -69,50 +78,7 @@ bool Next(const Filter& filter, bool remove, MSG* message) {
   return false;
 }
 
-bool IsWaitingMove(const QueueEntry& entry, const DisplayEvent& event) {
-  return !entry.posted && entry.event.kind == DisplayEventKind::kMouseMove && entry.event.window == event.window;
-}
-
 } // namespace
-
-LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  WindowSystem& system = TheWindows();
-  ++system.procedures;
-  const LRESULT answer = window->procedure(window, message, wParam, lParam);
-  --system.procedures;
-  return answer;
-}
-
-void SendToTopLevels(UINT message, WPARAM wParam, LPARAM lParam) {
-  const std::vector<HWND> windows = TheWindows().topLevels;
-  for (HWND window : windows) {
-    if (IsLive(window)) Send(window, message, wParam, lParam);
-  }
-}
-
-void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam, bool first) {
-  std::vector<QueueEntry>& queue = TheWindows().queue;
-  POINT point = {0, 0};
-  const QueueEntry entry = {true, {window, message, wParam, lParam, DisplayTick(), point}, {}};
-  queue.insert(first ? queue.begin() : queue.end(), entry);
-}
-
-void EnqueueInput(const DisplayEvent& event) {
-  std::vector<QueueEntry>& queue = TheWindows().queue;
-  const bool replaces =
-      event.kind == DisplayEventKind::kMouseMove && !queue.empty() && IsWaitingMove(queue.back(), event);
-  if (replaces) queue.pop_back();
-  queue.push_back({false, {}, event});
-}
-
-void ForgetInput(HWND window) {
-  std::vector<QueueEntry>& queue = TheWindows().queue;
-  const DisplayWindow* display = window->top ? window->top->shown.display : nullptr;
-  const auto isForIt = [=](const QueueEntry& entry) {
-    return entry.posted ? entry.message.hwnd == window : display && entry.event.window == display;
-  };
-  queue.erase(std::remove_if(queue.begin(), queue.end(), isForIt), queue.end());
-}
 
 bool NextInput(DisplayEvent* event) {
   PumpDisplay();
@@ -162,17 +128,4 @@ BOOL TranslateMessage(const MSG* message) {
   if (count == 2) Post(message->hwnd, posted, characters >> 8, message->lParam, true);
   if (count >= 1) Post(message->hwnd, posted, characters & 255, message->lParam, true);
   return count != 0;
-}
-
-LRESULT DispatchMessageA(const MSG* message) {
-  return message ? ::SendMessageA(message->hwnd, message->message, message->wParam, message->lParam) : 0;
-}
-
-LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return IsLive(window) ? Send(window, message, wParam, lParam) : 0;
-}
-
-void PostQuitMessage(int exitCode) {
-  TheWindows().quits = true;
-  TheWindows().exitCode = exitCode;
 }

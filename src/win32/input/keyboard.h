@@ -1,0 +1,15 @@
+// The state of keys as messages tell it, and the characters that keys give. Internal to the layer.
+#pragma once
+
+#include "win32/win32.h"
+
+namespace framereel {
+
+void NoteKey(uint8_t key, bool down);
+void SyncKeys(); // Shift, Ctrl, Alt and buttons may have changed while another program had the keyboard
+bool KeyIsDown(int key);
+WPARAM MouseKeys();
+// The characters of a key press without letting it use up a waiting accent; as ToAscii.
+int CharactersOf(UINT scan, WORD* characters);
+
+} // namespace framereel

@@ -1,0 +1,18 @@
+// Where windows stand: moving, sizing, showing, stacking, minimising. Internal to the layer.
+#pragma once
+
+#include "win32/windows/window.h"
+
+namespace framereel {
+
+// Sends WM_NCCALCSIZE and answers the client area for a place.
+PixelRect ClientFor(HWND window, const PixelRect& place);
+// The place with its size limited as WM_GETMINMAXINFO answers.
+PixelRect LimitedPlace(HWND window, const PixelRect& place);
+// Moves and sizes it with all that is sent and painted. `byDesktop`: the display has done so already.
+void Place(HWND window, const PixelRect& place, bool byDesktop);
+void SetVisible(HWND window, bool visible);
+void Minimise(HWND window, bool byDesktop);
+void Restore(HWND window, bool byDesktop);
+
+} // namespace framereel

@@ -1,0 +1,33 @@
+// Calling window procedures.
+#include "win32/windows/sending.h"
+
+#include "win32/windows/window_tree.h"
+
+namespace framereel {
+
+LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  WindowSystem& system = TheWindows();
+  ++system.procedures;
+  const LRESULT answer = window->procedure(window, message, wParam, lParam);
+  --system.procedures;
+  return answer;
+}
+
+void SendToTopLevels(UINT message, WPARAM wParam, LPARAM lParam) {
+  const std::vector<HWND> windows = TheWindows().topLevels;
+  for (HWND window : windows) {
+    if (IsLive(window)) Send(window, message, wParam, lParam);
+  }
+}
+
+} // namespace framereel
+
+using namespace framereel;
+
+LRESULT DispatchMessageA(const MSG* message) {
+  return message ? ::SendMessageA(message->hwnd, message->message, message->wParam, message->lParam) : 0;
+}
+
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return IsLive(window) ? Send(window, message, wParam, lParam) : 0;
+}
