@@ -16,6 +16,7 @@
 #include "recorder/engine/grab.h"
 #include "recorder/engine/index_rows.h"
 #include "recorder/engine/recorder_core.h"
+#include "recorder/engine/recording_scale.h"
 #include "recorder/engine/reduce.h"
 #include "win32/pixels/display.h"
 

@@ -42,7 +42,7 @@ fi
 
 put src/win32/memory/screen.cpp '"win32/win32.h"' '"win32/x11/x11_display.h"'
 put src/win32/drawing/pens.h '"win32/windows/tree.h"' '"win32/stray/a.h"'
-put src/win32/drawing/lost.cpp '"win32/win32.h"'
+put src/toolkit/views/lost.cpp '"core/list.h"'
 put src/win32/win32.h '"win32/drawing/pens.h"'
 put src/gif/upward.cpp '"recorder/grab.h"' '"toolkit/views/view.h"' '"view.h"'
 put src/recorder/stray.cpp '<X11/Xlib.h>' '"record/options.h"'
@@ -62,7 +62,7 @@ src/new/room.cpp:1: the folder has no floor or room
 src/recorder/stray.cpp:1:#include <X11/Xlib.h>: X11 outside its rooms
 src/recorder/stray.cpp:2: recorder includes upward: "record/options.h"
 src/toolkit/loose.h:1: the folder has no floor or room
-src/win32/drawing/lost.cpp: has no header of its own
+src/toolkit/views/lost.cpp: has no header of its own
 src/win32/drawing/pens.h:1: win32/drawing includes upward: "win32/windows/tree.h"
 src/win32/drawing/pens.h:2: "win32/stray/a.h" is in no folder with a floor or room
 src/win32/memory/screen.cpp:1: win32/memory includes upward: "win32/win32.h"

@@ -10,7 +10,7 @@
 #include "platform/main_window.h"
 #include "recorder/engine/frame_rates.h"
 #include "recorder/engine/recorder_state.h"
-#include "recorder/engine/reduce.h"
+#include "recorder/engine/recording_scale.h"
 #include "toolkit/rects.h"
 
 namespace framereel {

@@ -2,7 +2,7 @@
 #include "area/area_geometry.h"
 
 #include "recorder/engine/recorder_state.h"
-#include "recorder/engine/reduce.h"
+#include "recorder/engine/recording_scale.h"
 
 namespace framereel {
 

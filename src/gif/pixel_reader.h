@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "gif/lzw_encoder.h"
+#include "gif/pixel_cursor.h"
 
 namespace framereel {
 

@@ -9,7 +9,7 @@
 #include "area/area.h"
 #include "core/file_refs.h"
 #include "recorder/engine/recorder_state.h"
-#include "recorder/engine/reduce.h"
+#include "recorder/engine/recording_scale.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 

@@ -11,7 +11,9 @@
 #include "platform/primitives.h"
 #include "platform/standard_drawing.h"
 #include "support/window_program.h"
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/contexts.h"
+#include "win32/drawing/fonts.h"
+#include "win32/drawing/objects.h"
 #include "win32/pixels/pixels.h"
 
 namespace framereel {

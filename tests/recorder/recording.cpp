@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "gif/stream_bytes.h"
-#include "recorder/engine/reduce.h"
+#include "recorder/engine/recording_scale.h"
 
 namespace framereel {
 namespace {

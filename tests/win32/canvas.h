@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/contexts.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
 

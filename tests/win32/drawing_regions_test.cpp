@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "win32/canvas.h"
+#include "win32/drawing/objects.h"
 
 namespace framereel {
 namespace {

@@ -7,7 +7,9 @@
 
 #include "support/temporary_folder.h"
 #include "win32/canvas.h"
+#include "win32/drawing/font_files.h"
 #include "win32/drawing/fonts.h"
+#include "win32/drawing/glyphs.h"
 
 namespace framereel {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "area/area_geometry.h"
-#include "recorder/engine/reduce.h"
+#include "recorder/engine/recording_scale.h"
 
 namespace framereel {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "recorder/engine/frame_rates.h"
-#include "recorder/engine/reduce.h"
+#include "recorder/engine/recording_scale.h"
 
 namespace framereel {
 

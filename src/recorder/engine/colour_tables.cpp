@@ -5,7 +5,6 @@
 
 #include "core/memory.h"
 #include "platform/ports.h"
-#include "recorder/engine/reduce.h"
 #include "resources/standard_colours.h"
 
 namespace framereel {

@@ -9,7 +9,6 @@
 #include "recorder/engine/full_frame.h"
 #include "recorder/engine/grab.h"
 #include "recorder/engine/index_rows.h"
-#include "recorder/engine/reduce.h"
 #include "recorder/engine/work_rows.h"
 
 namespace framereel {

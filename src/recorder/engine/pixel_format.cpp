@@ -4,7 +4,6 @@
 #include "core/app_strings.h"
 #include "core/text_format.h"
 #include "platform/bitmaps.h"
-#include "recorder/engine/recorder_state.h"
 
 namespace framereel {
 namespace {
@@ -23,13 +22,13 @@ constexpr DepthFormat kDepthFormats[] = {
 
 } // namespace
 
-void DetectPixelFormat(RecorderState& recorder) {
-  recorder.screenFormatSupported = false;
+bool DetectPixelFormat(PixelFormat* format) {
   for (const DepthFormat& row : kDepthFormats) {
     if (row.depth != ScreenDepth()) continue;
-    recorder.screenFormat = row.format;
-    recorder.screenFormatSupported = true;
+    *format = row.format;
+    return true;
   }
+  return false;
 }
 
 const char* FormatColourCount(PixelFormat format) {

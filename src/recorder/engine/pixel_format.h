@@ -5,8 +5,6 @@
 
 namespace framereel {
 
-struct RecorderState;
-
 using PixelFormat = uint16_t;
 
 inline constexpr PixelFormat kFormat8Bit = 1;       // a byte a pixel, an index into 256 colours
@@ -16,9 +14,8 @@ inline constexpr PixelFormat kFormat1Bit = 7;       // eight pixels a byte, left
 inline constexpr PixelFormat kFormat4Bit = 8;       // a byte a pixel, the index in its low four bits
 inline constexpr PixelFormat kFormatNone = 9;       // no animation
 
-// Sets screenFormat and screenFormatSupported from the screen's depth. At a depth that cannot be recorded screenFormat
-// keeps its value.
-void DetectPixelFormat(RecorderState& recorder);
+// The screen's format by its depth. False at a depth that cannot be recorded, and `format` then keeps its value.
+bool DetectPixelFormat(PixelFormat* format);
 
 // The number of colours of a format in words for the user, good until the current event ends.
 const char* FormatColourCount(PixelFormat format);

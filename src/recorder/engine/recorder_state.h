@@ -10,13 +10,11 @@
 #include "gif/gif_records.h"
 #include "platform/bitmaps.h"
 #include "recorder/engine/pixel_format.h"
+#include "recorder/engine/recording_scale.h"
 
 namespace framereel {
 
 struct Timer;
-
-// Index into the size table (reduce.h).
-inline constexpr uint16_t kSize25 = 0, kSize44 = 1, kSize100 = 2;
 
 // The user's settings. The engine reads them at the moments that stand beside them.
 struct RecordingOptions {

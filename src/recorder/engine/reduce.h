@@ -9,22 +9,6 @@
 
 namespace framereel {
 
-// A recording size: every `denominator` pixels of a side become `numerator`. The percentage is the share of the area.
-struct RecordingScale {
-  uint16_t percent;
-  int16_t numerator, denominator;
-};
-
-inline constexpr RecordingScale kRecordingScales[] = {{25, 1, 2}, {44, 2, 3}, {100, 1, 1}};
-
-// A size past the table counts as the last, 100 %.
-inline constexpr const RecordingScale& ScaleOf(uint16_t recordingSize) {
-  return kRecordingScales[recordingSize < kSize100 ? recordingSize : kSize100];
-}
-inline constexpr bool IsReduced(uint16_t recordingSize) {
-  return recordingSize < kSize100;
-}
-
 // Shrinks the dirty rectangle, widened to whole blocks, and turns it into output coordinates: frameLeft and frameTop
 // plus the place in the reduced image. Transparent pixels of a block take part with their colour from previousFrame,
 // unless all of the output pixel's are transparent. frameWidth and frameHeight are multiples of the denominator. At

@@ -107,7 +107,7 @@ void RecorderTakePanel(RecorderState& recorder, const RecorderPanel& panel) {
 }
 
 void RecorderCheckScreen(RecorderState& recorder) {
-  DetectPixelFormat(recorder);
+  recorder.screenFormatSupported = DetectPixelFormat(&recorder.screenFormat);
   const ScreenStatus verdict = Verdict(recorder);
   if (verdict == recorder.screenStatus) return;
   recorder.screenStatus = verdict;

@@ -4,6 +4,7 @@
 
 #include "win32/drawing/drawing_target.h"
 #include "win32/drawing/fills.h"
+#include "win32/drawing/objects.h"
 #include "win32/pixels/presenter.h"
 
 namespace framereel {

@@ -1,7 +1,10 @@
 // Device contexts: making, selecting into, deleting. What they hold by default is made in objects.cpp and fonts.cpp.
+#include "win32/drawing/contexts.h"
+
 #include <new>
 
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/fonts.h"
+#include "win32/drawing/objects.h"
 
 namespace framereel {
 namespace {

@@ -4,7 +4,7 @@
 // pixels; on the screen a copy of the piece that the call can reach, put back when the target is closed.
 #pragma once
 
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/contexts.h"
 #include "win32/pixels/pixels.h"
 #include "win32/pixels/rectangles.h"
 

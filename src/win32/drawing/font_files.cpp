@@ -1,9 +1,11 @@
 // Which fonts are installed: Fontconfig finds the file for a family, FreeType opens it.
+#include "win32/drawing/font_files.h"
+
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
-#include "win32/drawing/fonts.h"
+#include <vector>
 
 namespace framereel {
 namespace {

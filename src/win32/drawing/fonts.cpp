@@ -9,6 +9,10 @@
 #include <cstring>
 #include <new>
 
+#include "win32/drawing/font_files.h"
+#include "win32/drawing/gdi.h"
+#include "win32/drawing/glyphs.h"
+
 namespace framereel {
 namespace {
 

@@ -1,9 +1,9 @@
-// The records behind the drawing handles, and what the drawing files share. Internal to the layer.
+// The records behind the drawing handles. Internal to the layer.
 //
-// contexts.cpp makes and selects, objects.cpp makes pens and brushes, regions.cpp regions and the clip,
-// drawing_target.cpp puts pixels at hand, shapes.cpp draws lines and fills with paint.cpp, text.cpp letters with
-// fonts.cpp and glyphs.cpp; blit.cpp copies between targets, dib.cpp reads rows out, pointer.cpp draws the mouse
-// pointer. pixels.h has the arithmetic on single pixels and rows.
+// contexts.cpp makes and selects, objects.cpp makes bitmaps, pens and brushes, regions.cpp regions and the clip,
+// drawing_target.cpp puts pixels at hand, shapes.cpp draws lines and fills with fills.cpp, text.cpp letters with
+// fonts.cpp and glyphs.cpp; blit.cpp copies between targets, dib.cpp reads rows out, pointer_picture.cpp draws the
+// mouse pointer.
 #pragma once
 
 #include "win32/pixels/display.h"
@@ -75,30 +75,3 @@ struct Win32DeviceContext {
   bool clipped;
   framereel::Region clip; // in the context's coordinates
 };
-
-namespace framereel {
-
-GdiKind KindOf(HGDIOBJ object); // of any object, not null
-
-// A context with the state of a new one and no target yet; null without memory. The window code fills in the target
-// of those that it gives out and may keep them up to date while windows move. ResetContext puts the state back as it
-// was and takes the clip away, so that a context can be handed out again without an allocation.
-HDC NewContext();
-void ResetContext(HDC context);
-void FreeContext(HDC context);
-
-// The pixels that the context's target has, in the context's coordinates; empty when a window's surface is gone.
-PixelRect BoundsOf(const Win32DeviceContext& context);
-PixelLayout LayoutOf(const Win32DeviceContext& context);
-// Whether the target's pixels have the screen's colours, which all but plain 1-bit bitmaps do.
-bool HasScreenColours(const Win32DeviceContext& context);
-
-// A surface of the layout in plain memory, all zero; the caller frees it with FreePlainSurface. False without memory.
-bool NewPlainSurface(const PixelLayout& layout, int32_t width, int32_t height, Surface* out);
-void FreePlainSurface(Surface* surface);
-
-// What a new context holds. The font is there for the letters of frames too; null without memory.
-HBRUSH WhiteBrush();
-HFONT SystemFont();
-
-} // namespace framereel

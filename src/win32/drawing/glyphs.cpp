@@ -1,12 +1,12 @@
 // The pictures of letters, each made once for a font and a rendition.
+#include "win32/drawing/glyphs.h"
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_SYNTHESIS_H
 
 #include <algorithm>
 #include <cstring>
-
-#include "win32/drawing/fonts.h"
 
 namespace framereel {
 namespace {

@@ -1,12 +1,13 @@
 // Bitmaps, pens and brushes: making and deleting them, and the stock ones. Fonts are made in fonts.cpp, regions in
 // regions.cpp, but every object is deleted here.
+#include "win32/drawing/objects.h"
+
 #include <cstdlib>
 #include <new>
 #include <type_traits>
 
 #include "resources/bitmaps.h"
 #include "win32/drawing/fonts.h"
-#include "win32/drawing/gdi.h"
 #include "win32/pixels/pixels.h"
 
 namespace framereel {

@@ -1,5 +1,5 @@
 // What a context tells of the screen: its size, depth and colours.
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/contexts.h"
 #include "win32/pixels/pixels.h"
 
 using namespace framereel;

@@ -2,8 +2,9 @@
 #include <algorithm>
 #include <bit>
 
+#include "win32/drawing/contexts.h"
 #include "win32/drawing/drawing_target.h"
-#include "win32/drawing/fonts.h"
+#include "win32/drawing/glyphs.h"
 
 namespace framereel {
 namespace {

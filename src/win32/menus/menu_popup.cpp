@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/contexts.h"
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/input/keyboard.h"

@@ -174,6 +174,14 @@ void PaintFrame(HWND window) {
 
 using namespace framereel;
 
+BOOL SetWindowTextA(HWND window, const char* text) {
+  if (!IsLive(window)) return FALSE;
+  window->title = text ? text : "";
+  if (window->top) DisplayTitleWindow(window->top->shown.display, window->title.c_str());
+  InvalidateFrame(window);
+  return TRUE;
+}
+
 BOOL DrawMenuBar(HWND window) {
   if (!IsLive(window)) return FALSE;
   InvalidateFrame(window);

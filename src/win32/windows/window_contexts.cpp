@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "win32/drawing/gdi.h"
+#include "win32/drawing/contexts.h"
 #include "win32/windows/visible.h"
 #include "win32/windows/window_surfaces.h"
 #include "win32/windows/window_tree.h"

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "win32/pixels/rectangles.h"
-#include "win32/windows/update_regions.h"
 
 namespace framereel {
 
@@ -184,12 +183,4 @@ LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value) {
   if (index == GWL_ID) window->id = value;
   if (index == GWL_WNDPROC) window->procedure = reinterpret_cast<WNDPROC>(value);
   return before;
-}
-
-BOOL SetWindowTextA(HWND window, const char* text) {
-  if (!IsLive(window)) return FALSE;
-  window->title = text ? text : "";
-  if (window->top) DisplayTitleWindow(window->top->shown.display, window->title.c_str());
-  InvalidateFrame(window);
-  return TRUE;
 }

@@ -1,0 +1,42 @@
+// The pictures of letters, each made once for a font and a rendition. Internal to the layer.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+using FT_Face = struct FT_FaceRec_*;
+
+namespace framereel {
+
+// A letter's picture: coverage, 0 to 255, in rows without padding; in a plain one 0 or 255.
+struct Glyph {
+  bool made;             // false: nobody has asked for it yet
+  int32_t advance;       // pixels from this letter to the next
+  int32_t left, top;     // the picture's top left pixel, seen from the pen's place on the baseline; down is positive
+  int32_t width, height; // pixels; 0 for a letter without ink
+  std::vector<uint8_t> coverage;
+};
+
+// How letters are made for a target: smooth where it can show shades, else plain.
+enum class Rendition : uint8_t { kSmooth, kPlain };
+
+struct FontRecord {
+  FT_Face face;            // owned; null when no font is installed: letters are boxes then
+  bool embolden, slant;    // what the file does not have, made from what it has
+  int32_t ascent, descent; // pixels; the ink of every letter lies within
+  int32_t internalLeading; // of the ascent, what is for accents
+  int32_t externalLeading; // between lines
+  Glyph glyphs[2][256];    // by Rendition and Latin-1 byte, made when first asked for
+};
+
+// The letter's picture, good as long as the font.
+const Glyph& GlyphOf(FontRecord* font, Rendition rendition, uint8_t letter);
+// How far the ink of a letter reaches above and below the baseline, at most, in either rendition: pixels.
+struct InkReach {
+  int32_t above, below;
+};
+InkReach InkReachOf(const FontRecord& font);
+// The mean of the 52 letters of the alphabet, small and capital, at least 1.
+int32_t AverageWidth(FontRecord* font, Rendition rendition);
+
+} // namespace framereel
