@@ -9,9 +9,9 @@
 #include "app/application.h"
 #include "area/area.h"
 #include "core/timers.h"
-#include "platform/display_caps.h"
-#include "platform/platform_init.h"
-#include "platform/pump.h"
+#include "platform/display/display_caps.h"
+#include "platform/pump/platform_init.h"
+#include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"
 #include "toolkit/view_class.h"
 

@@ -4,9 +4,9 @@
 #include <cstdio>
 
 #include "app/application.h"
-#include "platform/display_caps.h"
-#include "platform/platform_init.h"
-#include "platform/pump.h"
+#include "platform/display/display_caps.h"
+#include "platform/pump/platform_init.h"
+#include "platform/pump/pump.h"
 #include "toolkit/view_class.h"
 
 namespace framereel {

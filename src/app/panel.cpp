@@ -2,9 +2,9 @@
 #include "app/panel.h"
 
 #include "app/slide_frame.h"
-#include "platform/child_window.h"
-#include "platform/main_window.h"
-#include "platform/standard_drawing.h"
+#include "platform/drawing/standard_drawing.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
 
 namespace framereel {
 namespace {

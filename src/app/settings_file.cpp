@@ -7,7 +7,7 @@
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/text_scan.h"
-#include "platform/main_window.h"
+#include "platform/windows/main_window.h"
 #include "recorder/engine/frame_rates.h"
 #include "recorder/engine/recorder_state.h"
 #include "recorder/engine/recording_scale.h"

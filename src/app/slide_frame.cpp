@@ -5,7 +5,7 @@
 
 #include "core/numbers.h"
 #include "core/timers.h"
-#include "platform/main_window.h"
+#include "platform/windows/main_window.h"
 
 namespace framereel {
 namespace {

@@ -3,10 +3,10 @@
 #include "area/ants.h"
 
 #include "core/timers.h"
-#include "platform/drawing.h"
-#include "platform/ports.h"
-#include "platform/primitives.h"
-#include "platform/pump.h"
+#include "platform/drawing/drawing.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
+#include "platform/pump/pump.h"
 
 namespace framereel {
 namespace {

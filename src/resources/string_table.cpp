@@ -29,7 +29,7 @@ constexpr StringResource kStrings[] = {
     {129, "1100 1171"},
     {160, "1300 1304"},
 
-    // File types (platform/files.h) in fixed columns: extension from 0, pattern from 4, description from 9.
+    // File types (core/file_refs.h) in fixed columns: extension from 0, pattern from 4, description from 9.
     {200, "txt .txt Text Files (.TXT)"},
     {201, "prf .prf Preferences (.PRF)"},
     {202, "gif .gif GIF Files (.GIF)"},

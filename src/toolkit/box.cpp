@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "core/memory.h"
-#include "platform/display_caps.h"
-#include "platform/primitives.h"
-#include "platform/standard_drawing.h"
+#include "platform/display/display_caps.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
 #include "toolkit/child_set.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"

@@ -5,8 +5,8 @@
 // as it is. A child's anchor is the point of it that stays where it is when its size changes.
 #pragma once
 
-#include "platform/colour.h"
-#include "platform/view_record.h"
+#include "platform/records/colour.h"
+#include "platform/records/view_record.h"
 
 namespace framereel {
 

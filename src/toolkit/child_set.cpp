@@ -2,12 +2,12 @@
 // can still be read. So whoever goes on after a call looks at the owner first.
 #include "toolkit/child_set.h"
 
-#include "platform/child_window.h"
-#include "platform/clip.h"
-#include "platform/input_keys.h"
-#include "platform/modal.h"
-#include "platform/painting.h"
-#include "platform/ports.h"
+#include "platform/drawing/clip.h"
+#include "platform/drawing/ports.h"
+#include "platform/input/input_keys.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/modal.h"
+#include "platform/windows/painting.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"
 

@@ -6,7 +6,7 @@
 
 #include "core/arrays.h"
 #include "core/geometry.h"
-#include "platform/view_record.h"
+#include "platform/records/view_record.h"
 
 namespace framereel {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/primitives.h"
+#include "platform/drawing/primitives.h"
 
 namespace framereel {
 

@@ -2,11 +2,11 @@
 #include "toolkit/view.h"
 
 #include "core/memory.h"
-#include "platform/child_window.h"
-#include "platform/drawing.h"
-#include "platform/input_mouse.h"
-#include "platform/ports.h"
-#include "platform/standard_drawing.h"
+#include "platform/drawing/drawing.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/standard_drawing.h"
+#include "platform/input/input_mouse.h"
+#include "platform/windows/child_window.h"
 #include "toolkit/rects.h"
 
 namespace framereel {

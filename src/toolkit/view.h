@@ -1,15 +1,15 @@
 // Views: the nodes of the tree of controls and panes in a ChildWindow.
 //
-// The record and its class stand in platform/view_record.h, the making of classes in view_class.h. A View is hit only
-// when it is both visible and enabled, and drawn only when it is visible; its parents are not asked, so showing a
-// container shows its children too. All operations but ViewResize and ViewFit take a View that is not null.
+// The record and its class stand in platform/records/view_record.h, the making of classes in view_class.h. A View is
+// hit only when it is both visible and enabled, and drawn only when it is visible; its parents are not asked, so
+// showing a container shows its children too. All operations but ViewResize and ViewFit take a View that is not null.
 #pragma once
 
 #include <cstdint>
 
 #include "core/geometry.h"
-#include "platform/colour.h"
-#include "platform/view_record.h"
+#include "platform/records/colour.h"
+#include "platform/records/view_record.h"
 
 namespace framereel {
 

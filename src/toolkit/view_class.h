@@ -1,10 +1,11 @@
-// The classes of Views: tables of operations, made by hand at start-up. The record stands in platform/view_record.h.
+// The classes of Views: tables of operations, made by hand at start-up. The record stands in
+// platform/records/view_record.h.
 //
 // A class is made with ClassNew, which fills in the defaults, and by replacing some of them. There is no other
 // inheritance.
 #pragma once
 
-#include "platform/view_record.h"
+#include "platform/records/view_record.h"
 
 namespace framereel {
 

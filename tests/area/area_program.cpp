@@ -9,9 +9,9 @@
 
 #include "area/selection.h"
 #include "core/timers.h"
-#include "platform/main_window.h"
-#include "platform/primitives.h"
-#include "platform/standard_drawing.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
+#include "platform/windows/main_window.h"
 #include "toolkit/view.h"
 #include "toolkit/view_class.h"
 #include "win32/memory/memory_display.h"

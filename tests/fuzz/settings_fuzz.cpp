@@ -19,8 +19,8 @@
 #include <vector>
 
 #include "app/settings_program.h"
-#include "platform/main_window.h"
-#include "platform/usable_area.h"
+#include "platform/display/usable_area.h"
+#include "platform/windows/main_window.h"
 #include "recorder/engine/frame_rates.h"
 #include "toolkit/rects.h"
 

@@ -1,5 +1,5 @@
 // Offscreens, Ports and DibBuffers on every kind of display.
-#include "platform/bitmaps.h"
+#include "platform/bitmaps/bitmaps.h"
 
 #include <gtest/gtest.h>
 

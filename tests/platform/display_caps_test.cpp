@@ -1,11 +1,11 @@
 // What the program knows of the display. When it is told of a change stands in window_test.cpp.
-#include "platform/display_caps.h"
+#include "platform/display/display_caps.h"
 
 #include <gtest/gtest.h>
 
 #include "core/memory.h"
-#include "platform/bitmaps.h"
-#include "platform/start_up.h"
+#include "platform/bitmaps/bitmaps.h"
+#include "platform/pump/start_up.h"
 #include "support/desktop.h"
 #include "win32/memory/memory_display.h"
 

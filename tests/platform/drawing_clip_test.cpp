@@ -1,8 +1,8 @@
 // The clip, and the Ports of windows: minimised, being painted, scrolled, copied from.
-#include "platform/clip.h"
+#include "platform/drawing/clip.h"
 
-#include "platform/main_window.h"
 #include "platform/sheet.h"
+#include "platform/windows/main_window.h"
 #include "win32/memory/memory_display.h"
 #include "win32/memory/memory_windows.h"
 

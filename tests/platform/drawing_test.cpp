@@ -1,10 +1,10 @@
 // DrawStates and primitives, on Offscreens and the screen.
-#include "platform/drawing.h"
+#include "platform/drawing/drawing.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/fonts.h"
+#include "platform/drawing/fonts.h"
 #include "platform/sheet.h"
 #include "win32/memory/memory_display.h"
 

@@ -1,5 +1,5 @@
 // The toolkit's fonts and text.
-#include "platform/fonts.h"
+#include "platform/drawing/fonts.h"
 #include "platform/sheet.h"
 
 namespace framereel {

@@ -3,13 +3,13 @@
 #include <sstream>
 #include <string>
 
-#include "platform/activation.h"
-#include "platform/child_window.h"
-#include "platform/cursor.h"
-#include "platform/input_keys.h"
-#include "platform/input_mouse.h"
-#include "platform/later_modules.h"
-#include "platform/main_window.h"
+#include "platform/input/input_keys.h"
+#include "platform/input/input_mouse.h"
+#include "platform/records/later_modules.h"
+#include "platform/windows/activation.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/cursor.h"
+#include "platform/windows/main_window.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 

@@ -1,14 +1,14 @@
 // Which window is modal, which is active, and where the keyboard goes.
-#include "platform/modal.h"
+#include "platform/windows/modal.h"
 
 #include <gtest/gtest.h>
 #include <string>
 
 #include "core/notices.h"
-#include "platform/activation.h"
-#include "platform/child_window.h"
-#include "platform/later_modules.h"
-#include "platform/main_window.h"
+#include "platform/records/later_modules.h"
+#include "platform/windows/activation.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/window.h"

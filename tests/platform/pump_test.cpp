@@ -1,14 +1,14 @@
 // The event loop: what a pass does, when timers fire, and how loops nest.
-#include "platform/pump.h"
+#include "platform/pump/pump.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
 
 #include "core/timers.h"
-#include "platform/main_window.h"
-#include "platform/platform_init.h"
-#include "platform/ports.h"
+#include "platform/drawing/ports.h"
+#include "platform/pump/platform_init.h"
+#include "platform/windows/main_window.h"
 #include "support/allocations.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/bitmaps.h"
-#include "platform/drawing.h"
-#include "platform/primitives.h"
-#include "platform/standard_drawing.h"
+#include "platform/bitmaps/bitmaps.h"
+#include "platform/drawing/drawing.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
 #include "support/window_program.h"
 #include "win32/drawing/contexts.h"
 #include "win32/drawing/fonts.h"

@@ -3,8 +3,8 @@
 
 #include <cstdlib>
 
-#include "platform/display_caps.h"
-#include "platform/start_up.h"
+#include "platform/display/display_caps.h"
+#include "platform/pump/start_up.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

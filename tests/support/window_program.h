@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "platform/child_window.h"
+#include "platform/windows/child_window.h"
 
 namespace framereel {
 

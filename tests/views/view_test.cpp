@@ -5,13 +5,13 @@
 #include <string>
 #include <utility>
 
-#include "platform/child_window.h"
-#include "platform/drawing.h"
-#include "platform/input_mouse.h"
-#include "platform/modal.h"
-#include "platform/ports.h"
-#include "platform/primitives.h"
-#include "platform/standard_drawing.h"
+#include "platform/drawing/drawing.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
+#include "platform/input/input_mouse.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/modal.h"
 #include "support/window_program.h"
 #include "toolkit/box.h"
 #include "toolkit/child_set.h"

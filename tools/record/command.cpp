@@ -6,8 +6,8 @@
 
 #include "area/area_geometry.h"
 #include "core/memory.h"
-#include "platform/display_caps.h"
-#include "platform/start_up.h"
+#include "platform/display/display_caps.h"
+#include "platform/pump/start_up.h"
 #include "record/capture_area.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "core/memory.h"
-#include "platform/display_caps.h"
+#include "platform/display/display_caps.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"
 

@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "platform/ports.h"
-#include "platform/standard_drawing.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/standard_drawing.h"
 
 namespace framereel {
 namespace {

@@ -2,8 +2,8 @@
 #include "recorder/control/recording_control.h"
 
 #include "core/timers.h"
-#include "platform/input_keys.h"
-#include "platform/pump.h"
+#include "platform/input/input_keys.h"
+#include "platform/pump/pump.h"
 #include "recorder/control/countdown.h"
 #include "recorder/control/key_chords.h"
 #include "recorder/engine/recorder_core.h"

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "platform/ports.h"
+#include "platform/drawing/ports.h"
 
 namespace framereel {
 

@@ -8,7 +8,7 @@
 #include "core/geometry.h"
 #include "gif/animation_stream.h"
 #include "gif/gif_records.h"
-#include "platform/bitmaps.h"
+#include "platform/bitmaps/bitmaps.h"
 #include "recorder/engine/pixel_format.h"
 #include "recorder/engine/recording_scale.h"
 

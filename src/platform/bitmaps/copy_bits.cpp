@@ -1,0 +1,87 @@
+// Copying pixels between Ports, and looking at a single one.
+#include <iterator>
+
+#include "platform/bitmaps/bitmaps.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
+
+namespace framereel {
+namespace {
+
+// The raster operation of each mode, and that for a mask as the source.
+constexpr DWORD kOperations[] = {0, SRCCOPY, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
+constexpr DWORD kMaskOperations[] = {0, kPatternOrSource, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
+
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+// A context to read a Port's pixels from, and how to give it back.
+struct CopySource {
+  HDC context;
+  int originX, originY; // where the Port's 0, 0 lies in the context
+  HGDIOBJ replaced;     // a bitmap to be selected again
+  HWND window;          // the context's, if it is one
+  bool painting;
+};
+
+CopySource OpenSource(const Port* source) {
+  if (source == CurrentPort() && source->kind != kPortMainWindow)
+    return {CurrentContext(), 0, 0, nullptr, nullptr, true};
+  switch (source->kind) {
+  case kPortScreen:
+    return {ScreenContext(), 0, 0, nullptr, nullptr, false};
+  case kPortMainWindow: {
+    const auto* main = reinterpret_cast<const MainWindow*>(source);
+    return {ScreenContext(), main->originX, main->originY, nullptr, nullptr, false};
+  }
+  case kPortChildWindow: {
+    const HWND window = reinterpret_cast<const ChildWindow*>(source)->window;
+    CopySource open = {nullptr, 0, 0, nullptr, window, false};
+    open.context = TakeWindowContext(window, &open.painting);
+    return open;
+  }
+  default: {
+    const auto* offscreen = reinterpret_cast<const Offscreen*>(source);
+    return {SourceContext(), 0, 0, ::SelectObject(SourceContext(), offscreen->bitmap), nullptr, false};
+  }
+  }
+}
+
+void CloseSource(const CopySource& source) {
+  if (source.replaced) ::SelectObject(source.context, source.replaced);
+  if (source.window) GiveWindowContextBack(source.window, source.context, source.painting);
+}
+
+} // namespace
+
+void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode) {
+  if (mode < 0 || size_t(mode) >= std::size(kOperations)) return;
+  const DWORD operation = source->colour ? kOperations[mode] : kMaskOperations[mode];
+  const CopySource open = OpenSource(source);
+  const int fromLeft = from.left + open.originX, fromTop = from.top + open.originY;
+  const int fromWidth = from.right - from.left, fromHeight = from.bottom - from.top;
+  const int toWidth = to.right - to.left, toHeight = to.bottom - to.top;
+  if (fromWidth == toWidth && fromHeight == toHeight) {
+    ::BitBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, fromLeft, fromTop, operation);
+  } else {
+    ::StretchBlt(CurrentContext(), to.left, to.top, toWidth, toHeight, open.context, fromLeft, fromTop, fromWidth,
+                 fromHeight, operation);
+  }
+  CloseSource(open);
+}
+
+// In the current Port the pixel is copied out, since a clip would hide it from a look in place. On the way to a bitmap
+// of one bit the background colour becomes white, so for this it has to be that.
+bool PixelIsSet(const Offscreen* offscreen, int x, int y) {
+  if (CurrentPort() == &offscreen->port) {
+    const COLORREF before = ::SetBkColor(CurrentContext(), kWhite);
+    ::BitBlt(OnePixelContext(), 0, 0, 1, 1, CurrentContext(), x, y, SRCCOPY);
+    ::SetBkColor(CurrentContext(), before);
+    return ::GetPixel(OnePixelContext(), 0, 0) != kWhite;
+  }
+  const CopySource open = OpenSource(&offscreen->port);
+  const COLORREF colour = ::GetPixel(open.context, x, y);
+  CloseSource(open);
+  return colour != kWhite;
+}
+
+} // namespace framereel

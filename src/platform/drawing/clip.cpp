@@ -1,0 +1,56 @@
+// Saving, narrowing and restoring the clip.
+#include "platform/drawing/clip.h"
+
+#include "core/memory.h"
+#include "platform/drawing/ports.h"
+
+namespace framereel {
+
+struct SavedClip {
+  const Port* port;
+  HRGN region; // owned
+};
+
+namespace {
+
+// Stands for no clip at all: larger than any Port.
+constexpr int kUnclipped = 10000;
+
+} // namespace
+
+SavedClip* SaveClip() {
+  auto* saved = static_cast<SavedClip*>(MemAlloc(sizeof(SavedClip)));
+  *saved = {CurrentPort(), ::CreateRectRgn(0, 0, 0, 0)};
+  if (::GetClipRgn(CurrentContext(), saved->region) == 0) {
+    ::DeleteObject(saved->region);
+    saved->region = ::CreateRectRgn(0, 0, kUnclipped, kUnclipped);
+  }
+  return saved;
+}
+
+void SetClip(int left, int top, int right, int bottom) {
+  HRGN region = IsPortBlind() ? ::CreateRectRgn(0, 0, 0, 0) : ::CreateRectRgn(left, top, right, bottom);
+  ::SelectClipRgn(CurrentContext(), region);
+  ::DeleteObject(region);
+}
+
+SavedClip* NarrowClip(int left, int top, int right, int bottom) {
+  SavedClip* saved = SaveClip();
+  HRGN region = ::CreateRectRgn(left, top, right, bottom);
+  ::CombineRgn(region, region, saved->region, RGN_AND);
+  ::SelectClipRgn(CurrentContext(), region);
+  ::DeleteObject(region);
+  return saved;
+}
+
+void RestoreClip(SavedClip* saved) {
+  if (saved->port == CurrentPort()) ::SelectClipRgn(CurrentContext(), saved->region);
+  DropSavedClip(saved);
+}
+
+void DropSavedClip(SavedClip* saved) {
+  ::DeleteObject(saved->region);
+  MemFree(saved);
+}
+
+} // namespace framereel

@@ -1,0 +1,161 @@
+// The primitives, each one call of the platform or a few.
+#include "platform/drawing/primitives.h"
+
+#include "core/memory.h"
+#include "core/strings.h"
+#include "platform/drawing/drawing.h"
+#include "platform/drawing/fonts.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/standard_drawing.h"
+
+namespace framereel {
+namespace {
+
+POINT PointOf(const Point& p) {
+  return {p.h, p.v};
+}
+
+// The points in the platform's form, with room for one more behind them. The caller frees.
+POINT* WidenPoints(uint16_t count, const Point* points) {
+  auto* wide = static_cast<POINT*>(MemAlloc((size_t{count} + 1) * sizeof(POINT)));
+  for (uint16_t i = 0; i < count; ++i) wide[i] = PointOf(points[i]);
+  return wide;
+}
+
+void WriteText(int x, int y, const char* text) {
+  ::TextOutA(CurrentContext(), x, y, text, int(StrLength(text)));
+}
+
+bool IsOutlined(const DrawState* state) {
+  return state->font && (state->font->style & kFontOutlined);
+}
+
+void DrawOutlinedText(int x, int y, const char* text) {
+  for (int dy = -1; dy <= 1; ++dy) {
+    for (int dx = -1; dx <= 1; ++dx) {
+      if (dx || dy) WriteText(x + dx, y + dy, text);
+    }
+  }
+  const COLORREF before = ::SetTextColor(CurrentContext(), CurrentDrawState()->backRef);
+  WriteText(x, y, text);
+  ::SetTextColor(CurrentContext(), before);
+}
+
+} // namespace
+
+void DrawPixel(int x, int y) {
+  if (CurrentDrawState()) ::SetPixel(CurrentContext(), x, y, CurrentDrawState()->foreRef);
+}
+
+// The platform leaves out the last point of a line, so each gets one more.
+void DrawLine(int x1, int y1, int x2, int y2) {
+  if (x1 < x2) {
+    const POINT points[] = {{x1, y1}, {x2, y2}, {x2 + 1, y2}};
+    ::Polyline(CurrentContext(), points, 3);
+  } else if (x1 > x2) {
+    const POINT points[] = {{x2, y2}, {x1, y1}, {x1 + 1, y1}};
+    ::Polyline(CurrentContext(), points, 3);
+  } else {
+    const POINT points[] = {{x1, y1 < y2 ? y1 : y2}, {x1, (y1 < y2 ? y2 : y1) + 1}};
+    ::Polyline(CurrentContext(), points, 2);
+  }
+}
+
+void FrameRectXY(int left, int top, int right, int bottom) {
+  const POINT points[] = {
+      {left, top}, {right - 1, top}, {right - 1, bottom - 1}, {left, bottom - 1}, {left, top},
+  };
+  ::Polyline(CurrentContext(), points, 5);
+}
+
+void FrameRect(const Rect& r) {
+  FrameRectXY(r.left, r.top, r.right, r.bottom);
+}
+
+void FillRectXY(int left, int top, int right, int bottom) {
+  const DrawState* state = CurrentDrawState();
+  if (!state) return;
+  if (state->penMode == kPenCopy) {
+    const RECT r = {left, top, right, bottom};
+    ::FillRect(CurrentContext(), &r, state->brush);
+    return;
+  }
+  // Rectangle minds the mode. Without a pen it is one column and one row smaller.
+  ::SelectObject(CurrentContext(), ::GetStockObject(NULL_PEN));
+  ::Rectangle(CurrentContext(), left, top, right + 1, bottom + 1);
+  ::SelectObject(CurrentContext(), state->pen);
+}
+
+void FillRect(const Rect& r) {
+  FillRectXY(r.left, r.top, r.right, r.bottom);
+}
+
+void DrawPolyline(uint16_t count, const Point* points) {
+  if (count == 0) return;
+  POINT* wide = WidenPoints(count, points);
+  wide[count] = {wide[count - 1].x + 1, wide[count - 1].y};
+  ::Polyline(CurrentContext(), wide, count + 1);
+  MemFree(wide);
+}
+
+void DrawClosedPolyline(uint16_t count, const Point* points) {
+  if (count == 0) return;
+  POINT* wide = WidenPoints(count, points);
+  wide[count] = wide[0];
+  ::Polyline(CurrentContext(), wide, count + 1);
+  MemFree(wide);
+}
+
+void DrawPolygon(uint16_t count, const Point* points) {
+  if (count == 0) return;
+  POINT* wide = WidenPoints(count, points);
+  wide[count] = wide[0];
+  ::Polygon(CurrentContext(), wide, count + 1);
+  MemFree(wide);
+}
+
+void DrawText(int x, int y, const char* text) {
+  const DrawState* state = CurrentDrawState();
+  if (!state) return;
+  if (IsOutlined(state)) {
+    DrawOutlinedText(x, y, text);
+  } else {
+    WriteText(x, y, text);
+  }
+}
+
+void DrawGreyText(int x, int y, const char* text) {
+  const COLORREF before = ::SetTextColor(CurrentContext(), ColourGreyText());
+  WriteText(x, y, text);
+  ::SetTextColor(CurrentContext(), before);
+}
+
+TextMeasure MeasureText(const char* text) {
+  const DrawState* state = CurrentDrawState();
+  SIZE size = {};
+  if (!state || !state->font || !::GetTextExtentPointA(CurrentContext(), text, int(StrLength(text)), &size)) return {};
+  TextMeasure measure = {0, size.cx, state->font->ascent, state->font->descent, size.cx};
+  if (IsOutlined(state)) {
+    measure.leftOverhang = 1;
+    ++measure.ascent;
+    ++measure.descent;
+    // The outline on both sides, and the two pixels between each letter and the next.
+    measure.width += 2 * int32_t(StrLength(text)) - 1;
+    measure.fullWidth = measure.width;
+  }
+  return measure;
+}
+
+LineMetrics FontMetrics() {
+  const DrawState* state = CurrentDrawState();
+  if (!state || !state->font) return {};
+  const Font& font = *state->font;
+  return {font.ascent, font.descent, font.leadingAbove, font.leadingBelow};
+}
+
+void ScrollPortRect(const Rect& r, int dx, int dy) {
+  const RECT where = {r.left, r.top, r.right, r.bottom};
+  if (CurrentContextWindow()) ::ScrollWindow(CurrentContextWindow(), dx, dy, &where, &where);
+}
+
+} // namespace framereel

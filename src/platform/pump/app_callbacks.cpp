@@ -1,0 +1,28 @@
+// See app_callbacks.h.
+#include "platform/pump/app_callbacks.h"
+
+#include <iterator>
+
+namespace framereel {
+namespace {
+
+struct AppCallback {
+  void (*function)(void* argument);
+  void* argument;
+};
+
+AppCallback callbacks[4];
+
+} // namespace
+
+void SetAppCallback(uint16_t index, void (*function)(void* argument), void* argument) {
+  if (index < std::size(callbacks)) callbacks[index] = {function, argument};
+}
+
+bool CallQuitHandler() {
+  const AppCallback& quit = callbacks[kQuitHandler];
+  if (quit.function) quit.function(quit.argument);
+  return quit.function;
+}
+
+} // namespace framereel

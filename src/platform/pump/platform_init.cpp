@@ -1,0 +1,90 @@
+// The order of starting up, with windows.
+#include "platform/pump/platform_init.h"
+
+#include "core/memory.h"
+#include "core/toolkit_init.h"
+#include "platform/bitmaps/bitmaps.h"
+#include "platform/display/display_caps.h"
+#include "platform/display/usable_area.h"
+#include "platform/drawing/drawing.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/standard_drawing.h"
+#include "platform/input/input_keys.h"
+#include "platform/input/input_mouse.h"
+#include "platform/pump/app_callbacks.h"
+#include "platform/pump/procedures.h"
+#include "platform/pump/pump.h"
+#include "platform/records/view_record.h"
+#include "platform/windows/activation.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/cursor.h"
+#include "platform/windows/main_window.h"
+#include "platform/windows/modal.h"
+#include "platform/windows/painting.h"
+#include "platform/windows/window_classes.h"
+#include "win32/pixels/display.h"
+
+namespace framereel {
+namespace {
+
+bool started;
+
+// Systems of the newer kind, and the older ones from version 4 on.
+bool SystemHasNewShell() {
+  constexpr DWORD kOlderKind = 0x80000000;
+  const DWORD version = ::GetVersion();
+  return !(version & kOlderKind) || BYTE(version) > 3;
+}
+
+void StartWindowState() {
+  PumpStartUp();
+  ActivationStartUp();
+  ModalStartUp();
+  MouseStartUp();
+  KeysStartUp();
+  CursorStartUp();
+  ChildWindowsStartUp();
+}
+
+} // namespace
+
+bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, int showCommand) {
+  if (started) return true;
+  ToolkitInit();
+  if (!PortsStartUp()) return false;
+  started = true;
+  ForgetDisplayCaps();
+  UsableAreaStartUp(SystemHasNewShell());
+  StartHandlingMessages();
+  if (!previousInstance) RegisterWindowClasses(instance);
+  StartWindowState();
+  DrawingStartUp();
+  BitmapsStartUp();
+  PaintingStartUp();
+  if (!CreateMainWindow(instance, showCommand)) {
+    PlatformShutdown();
+    return false;
+  }
+  StandardDrawingStartUp();
+  TheViewCalls().setUpClasses();
+  return true;
+}
+
+void PlatformShutdown() {
+  if (!started) return;
+  StopHandlingMessages();
+  TempScopeBegin(); // for the Views, which live on until an event has been dealt with
+  ChildWindowsShutDown();
+  TempScopeEnd();
+  BitmapsShutDown();
+  PaintingShutDown();
+  DestroyMainWindow();
+  StandardDrawingShutDown();
+  PortsShutDown();
+  DrawingShutDown();
+  DisplayClose();
+  for (uint16_t i = 0; i <= kQuitHandler; ++i) SetAppCallback(i, nullptr, nullptr);
+  started = false;
+}
+
+} // namespace framereel

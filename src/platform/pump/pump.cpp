@@ -1,0 +1,103 @@
+// See pump.h.
+#include "platform/pump/pump.h"
+
+#include "core/memory.h"
+#include "core/numbers.h"
+#include "core/timers.h"
+#include "platform/display/display_caps.h"
+#include "platform/drawing/ports.h"
+#include "platform/input/input_mouse.h"
+#include "platform/records/later_modules.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
+
+namespace framereel {
+namespace {
+
+constexpr uint16_t kPassesPerTimer = 64; // under a stream of messages
+constexpr int32_t kLongestSleep = 50;    // ms
+constexpr int kMostFlushed = 1000;       // paints in one go, should a window ask for another while it paints
+
+struct PumpState {
+  bool run;
+  uint16_t passesLeft; // until the next chance of a timer
+};
+
+PumpState state = {true, kPassesPerTimer};
+
+void DispatchOne(const MSG& message) {
+  SetPortMain(nullptr);
+  ::TranslateMessage(&message);
+  ::DispatchMessageA(&message);
+}
+
+void Idle(bool mayWait) {
+  PollMouse();
+  state.passesLeft = 0;
+  if (!mayWait) return;
+  int32_t delay = Minimum(TimerNextDelay(), kLongestSleep);
+  // A timer of this very tick fires once the tick has moved on: rather than spin until then, sleep.
+  if (delay == 0) delay = 1;
+  if (delay > 0) SleepFor(uint32_t(delay));
+}
+
+void GiveTimersAChance(bool allowed) {
+  if (state.passesLeft > 0) return;
+  state.passesLeft = kPassesPerTimer;
+  if (!allowed || !TimerPending()) return;
+  SetPortMain(nullptr);
+  TimerFireDue();
+}
+
+} // namespace
+
+void PumpStartUp() {
+  state = {true, kPassesPerTimer};
+}
+
+void RunEventLoop() {
+  while (state.run && !ScreenIsLost()) PumpOneEvent(nullptr, true);
+  ReleasePort();
+}
+
+void EndEventLoop() {
+  state.run = false;
+}
+
+void PumpOneEvent(ChildWindow* window, bool mayWait) {
+  TempScopeBegin();
+  TheLaterModules().redrawMenuBar();
+  ReleasePort();
+  const HWND filter = window ? window->window : nullptr;
+  MSG message;
+  if (::PeekMessageA(&message, filter, 0, 0, PM_NOREMOVE)) {
+    ::GetMessageA(&message, filter, 0, 0);
+    DispatchOne(message);
+    --state.passesLeft;
+  } else {
+    Idle(mayWait);
+  }
+  GiveTimersAChance(window == nullptr);
+  ReleasePort();
+  TempScopeEnd();
+}
+
+// The record goes with the pass in which the window is closed, so it is looked for and not looked at.
+void RunModalLoop(ChildWindow* window, bool restrict) {
+  while (IsOpenChildWindow(window) && !ScreenIsLost()) PumpOneEvent(restrict ? window : nullptr, true);
+}
+
+void FlushPaints() {
+  MSG message;
+  for (int n = 0; n < kMostFlushed; ++n) {
+    if (!::PeekMessageA(&message, nullptr, WM_PAINT, WM_PAINT, PM_NOREMOVE) || message.message != WM_PAINT) return;
+    DispatchOne(message);
+  }
+}
+
+void SleepFor(uint32_t milliseconds) {
+  const uint32_t start = ::GetTickCount();
+  for (uint32_t slept = 0; slept < milliseconds; slept = ::GetTickCount() - start) ::Sleep(milliseconds - slept);
+}
+
+} // namespace framereel

@@ -1,0 +1,293 @@
+// See child_window.h: making, showing and closing windows.
+#include "platform/windows/child_window.h"
+
+#include "core/memory.h"
+#include "core/strings.h"
+#include "platform/input/input_mouse.h"
+#include "platform/pump/procedures.h"
+#include "platform/records/later_modules.h"
+#include "platform/records/view_record.h"
+#include "platform/windows/activation.h"
+#include "platform/windows/cursor.h"
+#include "platform/windows/main_window.h"
+#include "platform/windows/modal.h"
+#include "platform/windows/window_classes.h"
+
+namespace framereel {
+namespace {
+
+struct ChildWindowState {
+  List* windows;        // in order of creation
+  ChildWindow* pending; // its platform window is being made
+};
+
+ChildWindowState state;
+
+// What the platform's window is like.
+struct WindowKind {
+  DWORD extendedStyle, style;
+  int16_t least; // width and height of the client area
+};
+
+WindowKind KindOf(uint32_t flags) {
+  constexpr DWORD kFramed = WS_POPUP | WS_CAPTION, kPlain = WS_POPUP | WS_BORDER;
+  constexpr DWORD kDocument = WS_CHILD | WS_CLIPSIBLINGS | WS_CAPTION | WS_SYSMENU;
+  constexpr DWORD kSizableFrame = 0x50000; // thick frame and maximise box, as far as the layer below has them
+  if (flags & kWindowPalette) return {WS_EX_TOPMOST, kFramed | (flags & kWindowMayClose ? WS_SYSMENU : 0), 20};
+  if (flags & kWindowPopup) return {WS_EX_TOPMOST, kPlain, 1};
+  if (flags & kWindowLoosePopup) return {0, kPlain, 1};
+  if (flags & kWindowModal) return {0, kFramed, 40};
+  const DWORD minimise = flags & kWindowNoMinimise ? 0 : WS_MINIMIZEBOX;
+  return {0, kDocument | minimise | (flags & kWindowResizable ? kSizableFrame : WS_BORDER), 40};
+}
+
+// ---- What the methods do at first --------------------------------------------------------------------------------
+
+void NoMethod(ChildWindow*) {}
+void NoMouseMethod(ChildWindow*, uint16_t, int16_t, int16_t) {}
+void NoKeyMethod(ChildWindow*, const KeyEvent&, int16_t, int16_t) {}
+void NoScrollMethod(ChildWindow*, uint16_t, int16_t) {}
+
+constexpr WindowMethods kFirstMethods = {
+    NoMethod,
+    NoMouseMethod,
+    NoMouseMethod,
+    [](ChildWindow*, MenuItem*) {},
+    [](ChildWindow*, int16_t, int16_t) {},
+    NoKeyMethod,
+    NoKeyMethod,
+    [](ChildWindow*) { return true; },
+    NoMethod,
+    NoMethod,
+    NoMethod,
+    NoMethod,
+    NoMethod,
+    NoMethod,
+    NoMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+    NoScrollMethod,
+};
+
+ChildWindow* NewRecord(MainWindow* parent, const char* title, uint32_t flags, int16_t least) {
+  auto* window = static_cast<ChildWindow*>(MemAlloc(sizeof(ChildWindow)));
+  *window = {};
+  window->port = {kPortChildWindow, 1};
+  window->title = StrDup(title);
+  window->methods = kFirstMethods;
+  window->geometry = NoGeometry();
+  window->parent = parent;
+  window->maxWidth = parent->usableWidth;
+  window->maxHeight = parent->usableHeight;
+  window->minWidth = window->minHeight = least;
+  window->flags = flags;
+  window->background = {0xFFFF, 0xFFFF, 0xFFFF};
+  return window;
+}
+
+// The window's own commands take the place of those that mean another thing for a window of the desktop.
+void NameSystemMenu(HWND window) {
+  const HMENU menu = ::GetSystemMenu(window, FALSE);
+  if (!menu) return;
+  ::ModifyMenuA(menu, UINT(SC_CLOSE), 0, UINT(SC_CLOSE), "&Close\tCtrl+F4");
+  ::ModifyMenuA(menu, UINT(SC_TASKLIST), 0, UINT(kNextItem), "Nex&t\tCtrl+F6");
+  if (::IsWindowVisible(window)) ::DrawMenuBar(window);
+}
+
+// No other modal window goes back to this one any more: it leaves its place in their chain.
+void LeaveModalChain(const ChildWindow* leaving) {
+  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
+    if (window->previousModal == leaving) window->previousModal = leaving->previousModal;
+  }
+}
+
+void BecomeModal(ChildWindow* window) {
+  if (GetModalWindow() == window) return;
+  LeaveModalChain(window);
+  window->previousModal = GetModalWindow();
+  SetModal(window);
+}
+
+void ShowStep(ChildWindow* window, bool show, bool front) {
+  if (window->flags & kWindowModal) {
+    BecomeModal(window);
+    front = true;
+  }
+  if (show) ::ShowWindow(window->window, SW_SHOWNORMAL);
+  if (front && window->window != ::GetTopWindow(window->parent->window)) ::BringWindowToTop(window->window);
+  if (window->flags & (kWindowPalette | kWindowModal)) InvalidateChildWindow(window);
+  RestoreFocus();
+}
+
+void ShowCounted(ChildWindow* window, bool front) {
+  if (++window->openCount == 1) ShowStep(window, true, front);
+}
+
+void GiveModalBack(ChildWindow* window) {
+  LeaveModalChain(window);
+  if (GetModalWindow() == window) SetModal(window->previousModal);
+  window->previousModal = nullptr;
+}
+
+void DestroyViews(ChildWindow* window) {
+  while (window->views.count > 0) TheViewCalls().destroy(FromListValue<View>(window->views.entries[0]));
+}
+
+void LeavePort(ChildWindow* window) {
+  if (CurrentPort() == &window->port) SetPortMain(window->parent);
+}
+
+// The record is left, for whoever is still on the stack.
+void TakeApart(ChildWindow* window) {
+  GiveModalBack(window);
+  DestroyViews(window);
+  ControlTableFree(&window->controls);
+  ForgetMouseWindow(window);
+  ForgetActiveWindow(window);
+  LeavePort(window);
+  ::DestroyWindow(window->window);
+  LeavePort(window); // what it was told meanwhile may have drawn
+  window->window = nullptr;
+  ListRemoveHandle(state.windows, window->node);
+  NotifierClear(&window->listeners);
+  StrFree(window->title);
+  window->title = nullptr;
+}
+
+} // namespace
+
+void ChildWindowsStartUp() {
+  state = {ListNew(), nullptr};
+}
+
+void ChildWindowsShutDown() {
+  while (ChildWindow* window = NextChildWindow(nullptr)) {
+    window->flags |= kWindowClosed;
+    TakeApart(window);
+    MemFree(window);
+  }
+  ListFree(state.windows);
+  state = {};
+}
+
+ChildWindow* TakePendingWindow() {
+  ChildWindow* window = state.pending;
+  state.pending = nullptr;
+  return window;
+}
+
+ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t flags) {
+  parent = MainOr(parent);
+  if (flags & kWindowPopup) flags |= kWindowModal;
+  const WindowKind kind = KindOf(flags);
+  const ChildWindowClass windowClass = TakeSelectedWindowClass();
+  ChildWindow* window = NewRecord(parent, title, flags, kind.least);
+  window->cursorCell = windowClass.cursorCell;
+  state.pending = window;
+  window->window =
+      ::CreateWindowExA(kind.extendedStyle, windowClass.name, title, kind.style, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, parent->window, nullptr, parent->instance, nullptr);
+  NameSystemMenu(window->window);
+  // Twice, for the thickness of the frame is known only after the first.
+  StartChildGeometry(window);
+  StartChildGeometry(window);
+  window->node = ListAppendHandle(state.windows, ToListValue(window));
+  if (ListCount(state.windows) == 1) SetCursorShape(GetCursorShape());
+  UpdateCursorOf(window);
+  CentreChildWindow(window);
+  return window;
+}
+
+void ShowChildWindow(ChildWindow* window) {
+  ShowCounted(window, false);
+}
+
+void ShowChildWindowFront(ChildWindow* window) {
+  ShowCounted(window, true);
+}
+
+void BringChildWindowForward(ChildWindow* window) {
+  TheLaterModules().endEditSession(nullptr);
+  ShowStep(window, false, true);
+}
+
+void SendChildWindowBack(ChildWindow* window) {
+  ::SetWindowPos(window->window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+  RestoreFocus();
+}
+
+void CloseChildWindow(ChildWindow* window) {
+  if (window->flags & kWindowClosed) return;
+  window->flags |= kWindowClosed;
+  NotifierSend(&window->listeners, ToListValue(window));
+  TakeApart(window);
+  TempAdopt(window);
+  EvaluateActiveWindow();
+  RestoreFocus();
+}
+
+void RequestClose(ChildWindow* window) {
+  SetPortWindow(window);
+  if (!window->methods.mayClose(window) || window->flags & kWindowClosed) return;
+  SetPortWindow(window);
+  window->methods.close(window);
+  CloseChildWindow(window);
+}
+
+void SetChildWindowTitle(ChildWindow* window, const char* title) {
+  char* copy = StrDup(title);
+  StrFree(window->title);
+  window->title = copy;
+  ::SetWindowTextA(window->window, copy);
+}
+
+void InvalidateChildRect(ChildWindow* window, const Rect& where) {
+  if (!window->window) return; // closed: to the platform null would be all windows there are
+  const RECT rect = {where.left, where.top, where.right, where.bottom};
+  ::InvalidateRect(window->window, &rect, FALSE);
+}
+
+void InvalidateChildWindow(ChildWindow* window) {
+  if (window->window) ::InvalidateRect(window->window, nullptr, FALSE);
+}
+
+Rect ChildBounds(const ChildWindow* window) {
+  return {0, 0, window->geometry.clientHeight, window->geometry.clientWidth};
+}
+
+// ---- All windows -------------------------------------------------------------------------------------------------
+
+ChildWindow* FindChildWindow(HWND handle) {
+  if (!handle) return nullptr;
+  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
+    if (window->window == handle) return window;
+  }
+  return nullptr;
+}
+
+ChildWindow* TopDocumentWindow() {
+  for (HWND handle = ::GetTopWindow(TheMainWindow()->window); handle; handle = ::GetWindow(handle, GW_HWNDNEXT)) {
+    if (ChildWindow* window = FindChildWindow(handle)) return window;
+  }
+  return nullptr;
+}
+
+ChildWindow* NextChildWindow(const ChildWindow* window) {
+  if (!state.windows) return nullptr;
+  const ListNode* node = window ? window->node->next : state.windows->first;
+  return node ? FromListValue<ChildWindow>(node->value) : nullptr;
+}
+
+bool IsOpenChildWindow(const ChildWindow* window) {
+  for (const ChildWindow* one = NextChildWindow(nullptr); one; one = NextChildWindow(one)) {
+    if (one == window) return true;
+  }
+  return false;
+}
+
+} // namespace framereel

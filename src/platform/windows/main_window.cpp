@@ -1,0 +1,85 @@
+// See main_window.h. The order of the steps of CreateMainWindow matters: while the platform makes and shows the window
+// it calls the procedure, which finds a record without a window and so leaves alone what needs one.
+#include "platform/windows/main_window.h"
+
+#include "core/text_scan.h"
+#include "platform/display/usable_area.h"
+#include "platform/windows/window_classes.h"
+
+namespace framereel {
+namespace {
+
+constexpr UINT kTitleString = 100, kFrameTypeString = 101;
+constexpr int16_t kFirstMinimum = 250;  // pixels
+constexpr int16_t kFarOut = 500;        // pixels beyond the usable width: where a window that slides in begins
+constexpr DWORD kStyleFixed = 0xCA0000; // caption, system menu, minimise box
+constexpr DWORD kStyleSizable = 0xCF0000;
+
+MainWindow theMainWindow;
+
+int32_t FrameType() {
+  char text[16];
+  return ::LoadStringA(nullptr, kFrameTypeString, text, sizeof text) ? ScanInt(text) : 0;
+}
+
+void TakeUsableArea(MainWindow* main) {
+  Rect usable, screen;
+  QueryUsableArea(&usable, &screen);
+  StoreUsableArea(main, usable, screen);
+  WindowGeometry* g = &main->geometry;
+  g->clientLeft = main->usableLeft;
+  g->clientTop = main->usableTop;
+  g->clientWidth = main->usableWidth;
+  g->clientHeight = main->usableHeight;
+  OuterFromClient(g);
+}
+
+} // namespace
+
+MainWindow* TheMainWindow() {
+  return &theMainWindow;
+}
+
+MainWindow* MainOr(MainWindow* main) {
+  return main ? main : &theMainWindow;
+}
+
+const MainWindow* MainOr(const MainWindow* main) {
+  return main ? main : &theMainWindow;
+}
+
+bool CreateMainWindow(HINSTANCE instance, int showCommand) {
+  MainWindow* main = &theMainWindow;
+  if (main->window) return true;
+  *main = {};
+  main->port = {kPortMainWindow, 1};
+  main->geometry = NoGeometry();
+  TakeUsableArea(main);
+  const int32_t type = FrameType();
+  if (type == 1 || type == 2) main->originX = PinToShort(main->usableWidth + kFarOut);
+  char title[80];
+  if (!::LoadStringA(nullptr, kTitleString, title, sizeof title)) title[0] = 0;
+  const HWND window =
+      ::CreateWindowExA(0, kMainWindowClass, title[0] ? title : "Test Application",
+                        (type == 1 ? kStyleFixed : kStyleSizable) | WS_CLIPCHILDREN, main->originX, main->originY,
+                        main->usableWidth, main->usableHeight, nullptr, nullptr, instance, nullptr);
+  if (!window) return false;
+  ::ShowWindow(window, type == 1 ? SW_RESTORE : showCommand);
+  ::UpdateWindow(window);
+  main->window = window;
+  main->instance = instance;
+  DisplayChanged();
+  SetMainMinimumSize(main, kFirstMinimum, kFirstMinimum);
+  return true;
+}
+
+void DestroyMainWindow() {
+  ::DestroyWindow(theMainWindow.window);
+  theMainWindow = {};
+}
+
+void SetMainWindowTitle(MainWindow* main, const char* title) {
+  ::SetWindowTextA(MainOr(main)->window, title);
+}
+
+} // namespace framereel
