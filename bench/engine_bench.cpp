@@ -11,7 +11,7 @@
 #include "content.h"
 #include "gif/animation_stream.h"
 #include "gif/gif_records.h"
-#include "platform/pump/start_up.h"
+#include "platform/pump/engine_start.h"
 #include "recorder/engine/difference.h"
 #include "recorder/engine/grab.h"
 #include "recorder/engine/index_rows.h"

@@ -10,7 +10,7 @@
 #include "area/area.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
-#include "platform/pump/platform_init.h"
+#include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"
 #include "toolkit/view_class.h"

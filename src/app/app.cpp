@@ -5,7 +5,7 @@
 
 #include "app/application.h"
 #include "platform/display/display_caps.h"
-#include "platform/pump/platform_init.h"
+#include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "toolkit/view_class.h"
 

@@ -9,7 +9,7 @@
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/notices.h"
-#include "platform/input/input_keys.h"
+#include "platform/input/keys.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"

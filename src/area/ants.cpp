@@ -3,7 +3,7 @@
 #include "area/ants.h"
 
 #include "core/timers.h"
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/pump/pump.h"

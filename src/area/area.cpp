@@ -10,7 +10,7 @@
 #include "core/notices.h"
 #include "core/timers.h"
 #include "platform/display/usable_area.h"
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/window_geometry.h"

@@ -6,9 +6,9 @@
 #include "area/ants.h"
 #include "core/timers.h"
 #include "gif/animation_stream.h"
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/windows/child_window.h"
-#include "platform/windows/cursor.h"
+#include "platform/windows/cursor_shape.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/window_classes.h"
 #include "recorder/engine/recorder_state.h"
@@ -17,7 +17,7 @@
 namespace framereel {
 namespace {
 
-constexpr uint16_t kArrowShape = 1, kCrossShape = 2;     // of cursor.h
+constexpr uint16_t kArrowShape = 1, kCrossShape = 2;     // of cursor_shape.h
 constexpr uint16_t kBackdropClass = 201;                 // without a background
 constexpr int kBackdropReach = 2000, kMostReach = 16000; // pixels from the main window's corner, to all sides
 constexpr uint32_t kFollowInterval = 100;                // ms

@@ -4,10 +4,10 @@
 
 #include "platform/drawing/clip.h"
 #include "platform/drawing/ports.h"
-#include "platform/input/input_keys.h"
+#include "platform/input/keys.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/modal.h"
-#include "platform/windows/painting.h"
+#include "platform/windows/paint_messages.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"
 

@@ -2,10 +2,10 @@
 #include "toolkit/view.h"
 
 #include "core/memory.h"
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/windows/child_window.h"
 #include "toolkit/rects.h"
 

@@ -2,7 +2,7 @@
 #include "toolkit/view_class.h"
 
 #include "core/memory.h"
-#include "platform/input/input_keys.h"
+#include "platform/input/keys.h"
 #include "toolkit/box.h"
 #include "toolkit/view.h"
 

@@ -9,7 +9,7 @@
 #include "platform/display/usable_area.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/windows/cursor.h"
+#include "platform/windows/cursor_shape.h"
 #include "platform/windows/main_window.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"

@@ -5,7 +5,7 @@
 
 #include "core/memory.h"
 #include "platform/bitmaps/bitmaps.h"
-#include "platform/pump/start_up.h"
+#include "platform/pump/engine_start.h"
 #include "support/desktop.h"
 #include "win32/memory/memory_display.h"
 

@@ -1,10 +1,10 @@
 // DrawStates and primitives, on Offscreens and the screen.
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/drawing/fonts.h"
+#include "platform/drawing/font_cache.h"
 #include "platform/sheet.h"
 #include "win32/memory/memory_display.h"
 

@@ -1,5 +1,5 @@
 // The toolkit's fonts and text.
-#include "platform/drawing/fonts.h"
+#include "platform/drawing/font_cache.h"
 #include "platform/sheet.h"
 
 namespace framereel {

@@ -3,12 +3,12 @@
 #include <sstream>
 #include <string>
 
-#include "platform/input/input_keys.h"
-#include "platform/input/input_mouse.h"
+#include "platform/input/keys.h"
+#include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
-#include "platform/windows/cursor.h"
+#include "platform/windows/cursor_shape.h"
 #include "platform/windows/main_window.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"

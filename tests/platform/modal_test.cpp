@@ -6,7 +6,7 @@
 
 #include "core/notices.h"
 #include "platform/records/later_modules.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "support/window_program.h"

@@ -7,7 +7,7 @@
 
 #include "core/timers.h"
 #include "platform/drawing/ports.h"
-#include "platform/pump/platform_init.h"
+#include "platform/pump/platform_start.h"
 #include "platform/windows/main_window.h"
 #include "support/allocations.h"
 #include "support/window_program.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/bitmaps/bitmaps.h"
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "support/window_program.h"

@@ -10,7 +10,7 @@
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
-#include "platform/windows/painting.h"
+#include "platform/windows/paint_messages.h"
 #include "platform/windows/window_classes.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "platform/display/display_caps.h"
-#include "platform/pump/start_up.h"
+#include "platform/pump/engine_start.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

@@ -1,7 +1,7 @@
 #include "support/window_program.h"
 
 #include "core/timers.h"
-#include "platform/pump/platform_init.h"
+#include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/main_window.h"
 #include "win32/memory/memory_display.h"

@@ -5,11 +5,11 @@
 #include <string>
 #include <utility>
 
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"

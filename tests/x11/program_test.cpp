@@ -6,7 +6,7 @@
 #include "area/ants.h"
 #include "area/selection.h"
 #include "gif/stream_bytes.h"
-#include "platform/pump/platform_init.h"
+#include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"

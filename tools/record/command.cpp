@@ -7,7 +7,7 @@
 #include "area/area_geometry.h"
 #include "core/memory.h"
 #include "platform/display/display_caps.h"
-#include "platform/pump/start_up.h"
+#include "platform/pump/engine_start.h"
 #include "record/capture_area.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"

@@ -3,7 +3,7 @@
 
 #include "platform/bitmaps/bitmaps.h"
 #include "platform/drawing/clip.h"
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 

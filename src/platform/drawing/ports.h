@@ -1,7 +1,7 @@
 // Ports: what can be drawn into or copied from, and which one is current.
 //
 // The rest of the program never sees a device context but through the current Port. After a change of the Port nothing
-// of the last one is left selected but its font. What is drawn with stands in drawing.h, the clip in clip.h.
+// of the last one is left selected but its font. What is drawn with stands in draw_state.h, the clip in clip.h.
 // Offscreens, one kind of Port, stand in bitmaps.h, windows in child_window.h and main_window.h.
 //
 // The palette of the screen belongs to the desktop (GetDeviceCaps), so no Port has one to select.
@@ -58,7 +58,7 @@ HWND CurrentContextWindow();
 // All drawing is to be clipped away.
 bool IsPortBlind();
 
-// The contexts that bitmaps.cpp and fonts.cpp work with, made at start-up.
+// The contexts that bitmaps.cpp and font_cache.cpp work with, made at start-up.
 HDC ScreenContext();
 HDC SourceContext();   // holds an Offscreen while pixels are copied out of it
 HDC OnePixelContext(); // holds a bitmap of 32 by 1 bits, for tests of a single pixel

@@ -3,8 +3,8 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
-#include "platform/drawing/drawing.h"
-#include "platform/drawing/fonts.h"
+#include "platform/drawing/draw_state.h"
+#include "platform/drawing/font_cache.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
 

@@ -1,7 +1,7 @@
 // The DrawStates and colours that all parts of the toolkit share, made at start-up.
 #pragma once
 
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/records/colour.h"
 
 namespace framereel {

@@ -1,14 +1,14 @@
 // The messages of ChildWindows.
 #include <iterator>
 
-#include "platform/input/input_mouse.h"
-#include "platform/pump/procedures.h"
+#include "platform/input/mouse.h"
+#include "platform/pump/message_table.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/modal.h"
-#include "platform/windows/painting.h"
+#include "platform/windows/paint_messages.h"
 
 namespace framereel {
 namespace {

@@ -1,12 +1,12 @@
 // The messages of the main window.
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/pump/app_callbacks.h"
-#include "platform/pump/procedures.h"
+#include "platform/pump/message_table.h"
 #include "platform/pump/pump.h"
 #include "platform/records/later_modules.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/main_window.h"
-#include "platform/windows/painting.h"
+#include "platform/windows/paint_messages.h"
 
 namespace framereel {
 namespace {

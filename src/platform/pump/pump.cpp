@@ -6,7 +6,7 @@
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"

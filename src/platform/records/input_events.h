@@ -1,4 +1,4 @@
-// What the mouse and the keyboard send to windows and Views. The routing stands in input_mouse.h and input_keys.h.
+// What the mouse and the keyboard send to windows and Views. The routing stands in the room input.
 #pragma once
 
 #include <cstdint>

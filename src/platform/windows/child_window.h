@@ -1,7 +1,7 @@
 // ChildWindows: every window but the main one. Panels, alerts, popups and the selection's backdrop are ChildWindows.
 //
 // The record mirrors a window of the platform. Where it is stands in window_geometry.h, which window is active in
-// activation.h, which one is modal in modal.h, and how its messages come in in child_procedure.cpp.
+// active_window.h, which one is modal in modal.h, and how its messages come in in child_procedure.cpp.
 #pragma once
 
 #include <cstdint>
@@ -80,7 +80,7 @@ struct ChildWindow {
   Colour background;  // white at creation
   HWND window;        // null once it is closed
   ControlTable controls;
-  uint16_t* cursorCell;       // the cursor number that its class has now (cursor.h)
+  uint16_t* cursorCell;       // the cursor number that its class has now (cursor_shape.h)
   bool iconic;                // minimised
   ChildWindow* previousModal; // the modal window that this one replaced
   ListHandle node;            // its place among all windows

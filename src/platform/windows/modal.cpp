@@ -1,7 +1,7 @@
 // See modal.h.
 #include "platform/windows/modal.h"
 
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
 #include "platform/windows/child_window.h"

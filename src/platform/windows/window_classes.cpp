@@ -5,7 +5,7 @@
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/text_scan.h"
-#include "platform/pump/procedures.h"
+#include "platform/pump/message_table.h"
 
 namespace framereel {
 namespace {

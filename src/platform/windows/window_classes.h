@@ -9,7 +9,7 @@ namespace framereel {
 
 inline constexpr const char* kMainWindowClass = "JMainWindow";
 
-// A class for ChildWindows, and the cell that holds the cursor number that it has now (cursor.h).
+// A class for ChildWindows, and the cell that holds the cursor number that it has now (cursor_shape.h).
 struct ChildWindowClass {
   const char* name;
   uint16_t* cursorCell;

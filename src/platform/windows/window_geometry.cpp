@@ -6,7 +6,7 @@
 #include "core/numbers.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/ports.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 

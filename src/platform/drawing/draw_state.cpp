@@ -1,9 +1,9 @@
 // DrawStates, and what of the one in use is selected into the current context.
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 
 #include "core/list.h"
 #include "core/memory.h"
-#include "platform/drawing/fonts.h"
+#include "platform/drawing/font_cache.h"
 #include "platform/drawing/ports.h"
 
 namespace framereel {

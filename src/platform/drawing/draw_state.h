@@ -2,7 +2,7 @@
 // and a pen mode. One is in use at a time, on the current Port (ports.h); a change of the Port ends its use.
 //
 // The standard states and colours stand in standard_drawing.h, what is drawn with them in primitives.h, fonts in
-// fonts.h.
+// font_cache.h.
 #pragma once
 
 #include <cstdint>

@@ -1,9 +1,9 @@
-// See painting.h. Contexts of windows come from here as well: while a window is being painted, its context is that of
-// the paint.
-#include "platform/windows/painting.h"
+// See paint_messages.h. Contexts of windows come from here as well: while a window is being painted, its context is
+// that of the paint.
+#include "platform/windows/paint_messages.h"
 
 #include "platform/drawing/clip.h"
-#include "platform/drawing/drawing.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"

@@ -1,11 +1,11 @@
 // What the two window procedures share.
-#include "platform/pump/procedures.h"
+#include "platform/pump/message_table.h"
 
 #include "core/timers.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/ports.h"
-#include "platform/input/input_keys.h"
-#include "platform/windows/activation.h"
+#include "platform/input/keys.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
 

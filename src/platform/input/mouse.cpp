@@ -1,11 +1,11 @@
-// See input_mouse.h. Any handler may close its window or destroy its View, so whoever goes on after a call looks at the
+// See mouse.h. Any handler may close its window or destroy its View, so whoever goes on after a call looks at the
 // flags of the records again; those stay readable until the pass of the event loop ends.
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 
-#include "platform/input/input_keys.h"
+#include "platform/input/keys.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"

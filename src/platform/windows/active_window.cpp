@@ -1,5 +1,5 @@
-// See activation.h.
-#include "platform/windows/activation.h"
+// See active_window.h.
+#include "platform/windows/active_window.h"
 
 #include "core/notices.h"
 #include "platform/windows/child_window.h"

@@ -1,5 +1,6 @@
-// See cursor.h. The cell that a window's class has for its shape spares a call for each further window of the class.
-#include "platform/windows/cursor.h"
+// See cursor_shape.h. The cell that a window's class has for its shape spares a call for each further window of the
+// class.
+#include "platform/windows/cursor_shape.h"
 
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"

@@ -1,5 +1,5 @@
 // Families, fonts, and the short list of those that are open.
-#include "platform/drawing/fonts.h"
+#include "platform/drawing/font_cache.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // The order of starting up.
-#include "platform/pump/start_up.h"
+#include "platform/pump/engine_start.h"
 
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/bitmaps.h"

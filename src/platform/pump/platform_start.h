@@ -1,5 +1,5 @@
 // Start-up and teardown of the platform floor for the program with its windows, in their order. A process that does
-// without windows uses EngineStartUp (start_up.h) in its place.
+// without windows uses EngineStartUp (engine_start.h) in its place.
 #pragma once
 
 #include "win32/win32.h"

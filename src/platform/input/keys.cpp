@@ -1,10 +1,10 @@
-// See input_keys.h.
-#include "platform/input/input_keys.h"
+// See keys.h.
+#include "platform/input/keys.h"
 
-#include "platform/input/input_mouse.h"
+#include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/activation.h"
+#include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
