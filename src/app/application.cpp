@@ -9,6 +9,7 @@
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/notices.h"
+#include "core/rects.h"
 #include "platform/input/keys.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/pump.h"
@@ -16,7 +17,6 @@
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"
-#include "toolkit/rects.h"
 
 namespace framereel {
 namespace {

@@ -4,6 +4,7 @@
 #include "area/area.h"
 #include "core/app_strings.h"
 #include "core/file_refs.h"
+#include "core/rects.h"
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/text_scan.h"
@@ -11,7 +12,6 @@
 #include "recorder/engine/frame_rates.h"
 #include "recorder/engine/recorder_state.h"
 #include "recorder/engine/recording_scale.h"
-#include "toolkit/rects.h"
 
 namespace framereel {
 

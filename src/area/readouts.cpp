@@ -2,6 +2,7 @@
 #include "area/area.h"
 #include "area/area_geometry.h"
 #include "core/app_strings.h"
+#include "core/rects.h"
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "platform/drawing/ports.h"
@@ -10,7 +11,6 @@
 #include "platform/pump/pump.h"
 #include "platform/windows/child_window.h"
 #include "recorder/engine/recorder_state.h"
-#include "toolkit/rects.h"
 #include "toolkit/view.h"
 
 namespace framereel {

@@ -11,6 +11,11 @@ constexpr int32_t PinValue(int32_t low, int32_t value, int32_t high) {
   return value >= high ? high : value;
 }
 
+// What lies beyond 16 bits stops at the end.
+constexpr int16_t PinToShort(int32_t value) {
+  return int16_t(PinValue(INT16_MIN, value, INT16_MAX));
+}
+
 // Bounds included.
 constexpr bool InRange(int32_t low, int32_t value, int32_t high) {
   return low <= value && value <= high;

@@ -4,11 +4,11 @@
 #include <algorithm>
 
 #include "core/memory.h"
+#include "core/rects.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "toolkit/child_set.h"
-#include "toolkit/rects.h"
 #include "toolkit/view.h"
 #include "toolkit/view_class.h"
 

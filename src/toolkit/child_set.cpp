@@ -2,13 +2,13 @@
 // can still be read. So whoever goes on after a call looks at the owner first.
 #include "toolkit/child_set.h"
 
+#include "core/rects.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/keys.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/paint_messages.h"
-#include "toolkit/rects.h"
 #include "toolkit/view.h"
 
 namespace framereel {

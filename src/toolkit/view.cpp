@@ -2,12 +2,12 @@
 #include "toolkit/view.h"
 
 #include "core/memory.h"
+#include "core/rects.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/input/mouse.h"
 #include "platform/windows/child_window.h"
-#include "toolkit/rects.h"
 
 namespace framereel {
 namespace {

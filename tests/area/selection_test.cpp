@@ -5,13 +5,13 @@
 
 #include "area/ants.h"
 #include "area_program.h"
+#include "core/rects.h"
 #include "core/timers.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/windows/cursor_shape.h"
 #include "platform/windows/main_window.h"
-#include "toolkit/rects.h"
 #include "toolkit/view.h"
 #include "win32/memory/memory_display.h"
 

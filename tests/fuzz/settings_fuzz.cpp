@@ -19,10 +19,10 @@
 #include <vector>
 
 #include "app/settings_program.h"
+#include "core/rects.h"
 #include "platform/display/usable_area.h"
 #include "platform/windows/main_window.h"
 #include "recorder/engine/frame_rates.h"
-#include "toolkit/rects.h"
 
 namespace framereel {
 namespace {

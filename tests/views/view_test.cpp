@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "core/rects.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
@@ -15,7 +16,6 @@
 #include "support/window_program.h"
 #include "toolkit/box.h"
 #include "toolkit/child_set.h"
-#include "toolkit/rects.h"
 #include "toolkit/view_class.h"
 #include "win32/memory/memory_display.h"
 

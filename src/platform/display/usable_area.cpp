@@ -1,6 +1,7 @@
 // See usable_area.h.
 #include "platform/display/usable_area.h"
 
+#include "core/rects.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
 #include "platform/windows/main_window.h"
@@ -15,10 +16,6 @@ struct UsableArea {
 };
 
 UsableArea area;
-
-bool SameRect(const Rect& a, const Rect& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
 
 // Takes the task bar off the screen. The two diagonals of the screen tell at which edge a bar stands: its centre lies
 // in one of the four triangles between them.
@@ -52,7 +49,7 @@ bool QueryUsableArea(Rect* usable, Rect* screen) {
   APPBARDATA bar = {};
   bar.cbSize = sizeof bar;
   if (area.newShell && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
-  if (area.known && SameRect(*usable, area.last)) return false;
+  if (area.known && RectEqual(*usable, area.last)) return false;
   area.known = true;
   area.last = *usable;
   return true;

@@ -61,6 +61,14 @@ void DrawLine(int x1, int y1, int x2, int y2) {
   }
 }
 
+void DrawHLine(int16_t x1, int16_t y, int16_t x2) {
+  DrawLine(x1, y, x2, y);
+}
+
+void DrawVLine(int16_t x, int16_t y1, int16_t y2) {
+  DrawLine(x, y1, x, y2);
+}
+
 void FrameRectXY(int left, int top, int right, int bottom) {
   const POINT points[] = {
       {left, top}, {right - 1, top}, {right - 1, bottom - 1}, {left, bottom - 1}, {left, top},

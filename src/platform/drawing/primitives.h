@@ -13,6 +13,8 @@ namespace framereel {
 void DrawPixel(int x, int y);
 // Both ends included; from either end the pixels are the same.
 void DrawLine(int x1, int y1, int x2, int y2);
+void DrawHLine(int16_t x1, int16_t y, int16_t x2);
+void DrawVLine(int16_t x, int16_t y1, int16_t y2);
 // The line of one pixel along the inside of the rectangle.
 void FrameRectXY(int left, int top, int right, int bottom);
 void FrameRect(const Rect& r);

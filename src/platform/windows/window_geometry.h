@@ -16,13 +16,9 @@ namespace framereel {
 struct ChildWindow;
 struct MainWindow;
 
-// Sizes and places have 16 bits; what lies beyond them stops at the end.
-constexpr int16_t PinToShort(int32_t value) {
-  return int16_t(PinValue(INT16_MIN, value, INT16_MAX));
-}
-
-// Between the fields holds: outer place = client place - inset, outer size = client size + both insets. Toolkit
-// coordinates; the outer corner of the main window is therefore 0, 0 once it exists.
+// Sizes and places beyond 16 bits stop at the end. Between the fields holds: outer place = client place - inset, outer
+// size = client size + both insets. Toolkit coordinates; the outer corner of the main window is therefore 0, 0 once it
+// exists.
 struct WindowGeometry {
   int16_t clientLeft, clientTop, clientWidth, clientHeight;
   int16_t outerLeft, outerTop, outerWidth, outerHeight; // the whole window with its frame

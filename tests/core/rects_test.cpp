@@ -1,5 +1,5 @@
 // Arithmetic on Rects.
-#include "toolkit/rects.h"
+#include "core/rects.h"
 
 #include <gtest/gtest.h>
 #include <utility>

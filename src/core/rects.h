@@ -1,4 +1,4 @@
-// Arithmetic on Rects. Right and bottom lie one past the last pixel; see core/geometry.h.
+// Arithmetic on Rects. Right and bottom lie one past the last pixel.
 #pragma once
 
 #include <cstdint>
@@ -25,9 +25,5 @@ Rect RectOffset(const Rect& r, int16_t dx, int16_t dy);
 
 // The part of a that b does not cover, as strips: above b, below it, left of it, right of it. Answers their number.
 int RectSubtract(const Rect& a, const Rect& b, Rect out[4]);
-
-// Lines with both ends included, in the current Port and DrawState.
-void DrawHLine(int16_t x1, int16_t y, int16_t x2);
-void DrawVLine(int16_t x, int16_t y1, int16_t y2);
 
 } // namespace framereel

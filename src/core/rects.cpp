@@ -1,9 +1,7 @@
-// See rects.h.
-#include "toolkit/rects.h"
+// The longer ones of the operations on Rects.
+#include "core/rects.h"
 
 #include <algorithm>
-
-#include "platform/drawing/primitives.h"
 
 namespace framereel {
 
@@ -53,14 +51,6 @@ int RectSubtract(const Rect& a, const Rect& b, Rect out[4]) {
   if (b.left > rest.left) out[count++] = {rest.top, rest.left, rest.bottom, b.left};
   if (b.right < rest.right) out[count++] = {rest.top, b.right, rest.bottom, rest.right};
   return count;
-}
-
-void DrawHLine(int16_t x1, int16_t y, int16_t x2) {
-  DrawLine(x1, y, x2, y);
-}
-
-void DrawVLine(int16_t x, int16_t y1, int16_t y2) {
-  DrawLine(x, y1, x, y2);
 }
 
 } // namespace framereel
