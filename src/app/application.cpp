@@ -10,7 +10,7 @@
 #include "core/memory.h"
 #include "core/notices.h"
 #include "core/rects.h"
-#include "platform/input/keys.h"
+#include "platform/display/beep.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"

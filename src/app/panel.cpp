@@ -2,9 +2,11 @@
 #include "app/panel.h"
 
 #include "app/slide_frame.h"
+#include "core/numbers.h"
 #include "platform/drawing/standard_drawing.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/windows/window_geometry.h"
 
 namespace framereel {
 namespace {

@@ -5,7 +5,8 @@
 
 #include "core/numbers.h"
 #include "core/timers.h"
-#include "platform/windows/main_window.h"
+#include "platform/records/window_records.h"
+#include "platform/windows/window_geometry.h"
 
 namespace framereel {
 namespace {

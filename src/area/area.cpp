@@ -8,12 +8,12 @@
 #include "area/selection.h"
 #include "core/memory.h"
 #include "core/notices.h"
+#include "core/numbers.h"
 #include "core/timers.h"
+#include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
-#include "platform/windows/main_window.h"
-#include "platform/windows/window_geometry.h"
 #include "recorder/control/key_chords.h"
 #include "recorder/engine/recorder_state.h"
 
@@ -23,10 +23,10 @@ namespace {
 constexpr uint32_t kModeInterval = 500; // ms
 
 void AlignCaptureArea(AreaState& area) {
-  const MainWindow* main = TheMainWindow();
+  const DisplayCaps& screen = TheDisplayCaps();
   RecorderState& recorder = *area.recorder;
   recorder.captureArea =
-      AlignArea(recorder.captureArea, recorder.options->recordingSize, main->screenWidth, main->screenHeight);
+      AlignArea(recorder.captureArea, recorder.options->recordingSize, screen.screenWidth, screen.screenHeight);
 }
 
 // Shift alone makes the next selection one of a window. The mode does not change during a selection.

@@ -5,11 +5,12 @@
 #include "core/rects.h"
 #include "core/strings.h"
 #include "core/text_format.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/pump/pump.h"
-#include "platform/windows/child_window.h"
+#include "platform/records/window_records.h"
 #include "recorder/engine/recorder_state.h"
 #include "toolkit/view.h"
 

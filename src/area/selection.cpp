@@ -4,13 +4,17 @@
 #include <algorithm>
 
 #include "area/ants.h"
+#include "core/numbers.h"
 #include "core/timers.h"
 #include "gif/animation_stream.h"
+#include "platform/display/display_caps.h"
 #include "platform/input/mouse.h"
+#include "platform/records/input_events.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/cursor_shape.h"
-#include "platform/windows/main_window.h"
 #include "platform/windows/window_classes.h"
+#include "platform/windows/window_geometry.h"
 #include "recorder/engine/recorder_state.h"
 #include "toolkit/view.h"
 
@@ -175,8 +179,8 @@ ChildWindow* OpenBackdrop() {
   SelectWindowClass(kBackdropClass);
   ChildWindow* backdrop = OpenChildWindow(nullptr, "", kWindowUnclamped | kWindowModal | kWindowPopup);
   const MainWindow* main = TheMainWindow();
-  const int16_t x = ReachOver(main->screenWidth, main->originX);
-  const int16_t y = ReachOver(main->screenHeight, main->originY);
+  const int16_t x = ReachOver(TheDisplayCaps().screenWidth, main->originX);
+  const int16_t y = ReachOver(TheDisplayCaps().screenHeight, main->originY);
   SetWindowLimits(backdrop, int16_t(2 * x), int16_t(2 * y));
   SizeChildWindow(backdrop, int16_t(2 * x), int16_t(2 * y));
   PlaceChildWindow(backdrop, int16_t(-x), int16_t(-y));

@@ -6,6 +6,7 @@
 #include "core/memory.h"
 #include "core/rects.h"
 #include "platform/display/display_caps.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "toolkit/child_set.h"

@@ -6,7 +6,7 @@
 #include "platform/drawing/clip.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/keys.h"
-#include "platform/windows/child_window.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/paint_messages.h"
 #include "toolkit/view.h"

@@ -8,6 +8,7 @@
 #include "platform/drawing/standard_drawing.h"
 #include "platform/input/mouse.h"
 #include "platform/windows/child_window.h"
+#include "platform/windows/window_geometry.h"
 
 namespace framereel {
 namespace {

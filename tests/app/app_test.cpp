@@ -5,8 +5,8 @@
 #include "app/app.h"
 #include "app/panel.h"
 #include "app/slide_frame.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/records/window_records.h"
+#include "platform/windows/window_list.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/create.h"
 #include "win32/windows/window.h"
@@ -98,7 +98,7 @@ TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {
   for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
     MemoryDisplayReset(640, 480, depth);
     MemoryAt(1500, [=] { MemoryDisplaySetMode(800, 600, depth == 8 ? 24 : 8); });
-    MemoryAt(4000, [] { EXPECT_EQ(TheMainWindow()->screenWidth, 800); });
+    MemoryAt(4000, [] { EXPECT_EQ(TheMainWindow()->usableWidth, 800); });
     CloseAt(4100);
     EXPECT_EQ(RunProgram(), 0) << depth;
     ForgetAllWindows();

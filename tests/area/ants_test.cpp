@@ -5,6 +5,7 @@
 
 #include "area/selection.h"
 #include "area_program.h"
+#include "platform/windows/child_window.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

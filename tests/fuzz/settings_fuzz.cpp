@@ -20,8 +20,8 @@
 
 #include "app/settings_program.h"
 #include "core/rects.h"
-#include "platform/display/usable_area.h"
-#include "platform/windows/main_window.h"
+#include "platform/display/display_caps.h"
+#include "platform/records/window_records.h"
 #include "recorder/engine/frame_rates.h"
 
 namespace framereel {
@@ -173,9 +173,15 @@ struct Screen {
 
 constexpr Screen kScreens[] = {{640, 480, 0}, {320, 200, 0}, {1280, 1024, 28}, {32767, 32767, 0}, {7, 5, 0}, {4, 4, 0}};
 
+// Only the numbers: a display in memory as large as the largest would take gigabytes.
 void TakeScreen(const Screen& screen) {
-  StoreUsableArea(TheMainWindow(), RectOf(0, 0, screen.width, int16_t(screen.height - screen.bar)),
-                  RectOf(0, 0, screen.width, screen.height));
+  auto& caps = const_cast<DisplayCaps&>(TheDisplayCaps());
+  caps.screenWidth = screen.width;
+  caps.screenHeight = screen.height;
+  MainWindow* main = TheMainWindow();
+  main->usableLeft = main->usableTop = 0;
+  main->usableWidth = screen.width;
+  main->usableHeight = int16_t(screen.height - screen.bar);
 }
 
 void CheckSettings(const Round& round, const Screen& screen) {

@@ -1,5 +1,4 @@
 // Offscreens, Ports and DibBuffers on every kind of display.
-#include "platform/bitmaps/bitmaps.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +6,10 @@
 #include <random>
 #include <vector>
 
+#include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/dib_buffers.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/drawing/ports.h"
 #include "support/desktop.h"
 #include "win32/memory/memory_display.h"
 

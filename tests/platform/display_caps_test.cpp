@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/memory.h"
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/bitmaps/screen_colours.h"
 #include "platform/pump/engine_start.h"
 #include "support/desktop.h"
 #include "win32/memory/memory_display.h"
@@ -20,7 +20,6 @@ TEST(DisplayCaps, TellDepthColourSizeAndColoursOfEveryDisplay) {
     EXPECT_EQ(caps.screenDepth, depth);
     EXPECT_EQ(caps.screenPlanes * caps.screenPlaneBits, depth);
     EXPECT_EQ(caps.screenHasColour, depth > 1);
-    EXPECT_EQ(caps.screenHasGrey, depth > 1);
     EXPECT_EQ(caps.screenWidth, 300 + depth);
     EXPECT_EQ(caps.screenHeight, 200);
     if (depth > 8) continue;

@@ -2,7 +2,6 @@
 #include "platform/drawing/clip.h"
 
 #include "platform/sheet.h"
-#include "platform/windows/main_window.h"
 #include "win32/memory/memory_display.h"
 #include "win32/memory/memory_windows.h"
 
@@ -61,7 +60,7 @@ TEST(WindowPorts, DrawInWindowCoordinatesAndNothingWhileMinimised) {
   ChildWindow* window = OpenTestWindow(kWindowMayClose);
   SetPortWindow(window);
   EXPECT_EQ(CurrentPort(), &window->port);
-  EXPECT_EQ(CurrentContextWindow(), window->window);
+  EXPECT_EQ(TheCurrentPort().window, window->window);
   UseDrawState(DrawStateDefault());
   DrawPixel(3, 4);
   DrawPixel(30, 30);

@@ -3,13 +3,13 @@
 #include <sstream>
 #include <string>
 
+#include "platform/drawing/current_port.h"
 #include "platform/input/keys.h"
 #include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
 #include "platform/windows/active_window.h"
-#include "platform/windows/child_window.h"
 #include "platform/windows/cursor_shape.h"
-#include "platform/windows/main_window.h"
+#include "platform/windows/mouse_targets.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 

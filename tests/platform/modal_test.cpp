@@ -5,10 +5,9 @@
 #include <string>
 
 #include "core/notices.h"
+#include "platform/drawing/current_port.h"
 #include "platform/records/later_modules.h"
 #include "platform/windows/active_window.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/window.h"

@@ -6,9 +6,8 @@
 #include <unistd.h>
 
 #include "core/timers.h"
-#include "platform/drawing/ports.h"
+#include "platform/drawing/current_port.h"
 #include "platform/pump/platform_start.h"
-#include "platform/windows/main_window.h"
 #include "support/allocations.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"

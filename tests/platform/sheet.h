@@ -6,8 +6,12 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/load_bitmaps.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/display/contexts.h"
 #include "platform/drawing/draw_state.h"
+#include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "support/window_program.h"

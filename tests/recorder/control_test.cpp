@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "core/timers.h"
-#include "platform/bitmaps/bitmaps.h"
 #include "recorder/recording.h"
 #include "resources/bitmaps.h"
 #include "support/window_program.h"

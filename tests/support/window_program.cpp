@@ -1,9 +1,9 @@
 #include "support/window_program.h"
 
+#include "core/numbers.h"
 #include "core/timers.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
-#include "platform/windows/main_window.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/create.h"
 #include "win32/windows/window.h"

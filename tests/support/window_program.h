@@ -6,6 +6,8 @@
 #include <cstdint>
 
 #include "platform/windows/child_window.h"
+#include "platform/windows/window_geometry.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 

@@ -7,11 +7,8 @@
 
 #include "core/rects.h"
 #include "platform/drawing/draw_state.h"
-#include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/input/mouse.h"
-#include "platform/windows/child_window.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
 #include "toolkit/box.h"

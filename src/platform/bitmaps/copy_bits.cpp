@@ -1,9 +1,11 @@
-// Copying pixels between Ports, and looking at a single one.
+// Where the pixels of each kind of Port are read from, and the platform calls that copy them.
+#include "platform/bitmaps/copy_bits.h"
+
 #include <iterator>
 
-#include "platform/bitmaps/bitmaps.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/display/contexts.h"
+#include "platform/drawing/ports.h"
+#include "platform/records/window_records.h"
 
 namespace framereel {
 namespace {

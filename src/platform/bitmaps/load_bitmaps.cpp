@@ -1,5 +1,11 @@
-// Offscreens from the program's bitmap resources.
-#include "platform/bitmaps/bitmaps.h"
+// Loading bitmap resources into Offscreens that have been made for them.
+#include "platform/bitmaps/load_bitmaps.h"
+
+#include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/display/contexts.h"
+#include "platform/drawing/draw_state.h"
+#include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
 
 namespace framereel {

@@ -1,6 +1,8 @@
-// The screen's colours, and what a bitmap in its format is like.
+// Asking the device for its colours: a palette, the sixteen standard ones, or what is nearest to an even spread.
+#include "platform/bitmaps/screen_colours.h"
+
 #include "core/memory.h"
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "resources/standard_colours.h"
 

@@ -2,7 +2,7 @@
 #include "platform/display/display_caps.h"
 
 #include "core/notices.h"
-#include "platform/drawing/ports.h"
+#include "platform/display/contexts.h"
 #include "win32/pixels/display.h"
 
 namespace framereel {
@@ -31,7 +31,6 @@ void ReadDisplayCaps() {
   if (depth == caps.screenDepth && colour == caps.screenHasColour) return;
   caps.screenDepth = depth;
   caps.screenHasColour = colour;
-  caps.screenHasGrey = depth > 1;
   NotifySend(nullptr, kChangeDisplay);
 }
 

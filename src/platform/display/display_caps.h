@@ -10,7 +10,7 @@ namespace framereel {
 struct DisplayCaps {
   uint16_t screenPlanes, screenPlaneBits; // as the device tells them
   uint16_t screenDepth;                   // bits per pixel: 1 on a monochrome display, 4 on one of 16 colours
-  bool screenHasColour, screenHasGrey;
+  bool screenHasColour;
   int16_t screenWidth, screenHeight; // pixels
 };
 

@@ -1,21 +1,15 @@
-// See usable_area.h.
+// Asking for the task bar, and taking it off the screen.
 #include "platform/display/usable_area.h"
 
+#include "core/numbers.h"
 #include "core/rects.h"
-#include "platform/display/display_caps.h"
-#include "platform/drawing/ports.h"
-#include "platform/windows/main_window.h"
+#include "platform/display/contexts.h"
+#include "platform/records/window_records.h"
 
 namespace framereel {
 namespace {
 
-struct UsableArea {
-  bool newShell; // there may be a task bar
-  bool known;
-  Rect last; // as it was handed out
-};
-
-UsableArea area;
+bool hasNewShell;
 
 // Takes the task bar off the screen. The two diagonals of the screen tell at which edge a bar stands: its centre lies
 // in one of the four triangles between them.
@@ -33,48 +27,21 @@ void TakeBarOff(const RECT& bar, Rect* screen) {
 } // namespace
 
 void UsableAreaStartUp(bool newShell) {
-  area = {};
-  area.newShell = newShell;
+  hasNewShell = newShell;
 }
 
 bool HasNewShell() {
-  return area.newShell;
+  return hasNewShell;
 }
 
-bool QueryUsableArea(Rect* usable, Rect* screen) {
-  const HDC context = ScreenContext();
-  const int width = ::GetDeviceCaps(context, HORZRES), height = ::GetDeviceCaps(context, VERTRES);
-  *screen = {0, 0, PinToShort(height), PinToShort(width)};
-  *usable = *screen;
+bool QueryUsableArea(Rect* usable) {
+  const HDC screen = ScreenContext();
+  *usable = {0, 0, PinToShort(::GetDeviceCaps(screen, VERTRES)), PinToShort(::GetDeviceCaps(screen, HORZRES))};
   APPBARDATA bar = {};
   bar.cbSize = sizeof bar;
-  if (area.newShell && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
-  if (area.known && RectEqual(*usable, area.last)) return false;
-  area.known = true;
-  area.last = *usable;
-  return true;
-}
-
-void StoreUsableArea(MainWindow* main, const Rect& usable, const Rect& screen) {
-  main->usableLeft = usable.left;
-  main->usableTop = usable.top;
-  main->usableWidth = int16_t(usable.right - usable.left);
-  main->usableHeight = int16_t(usable.bottom - usable.top);
-  main->screenLeft = screen.left;
-  main->screenTop = screen.top;
-  main->screenWidth = int16_t(screen.right - screen.left);
-  main->screenHeight = int16_t(screen.bottom - screen.top);
-}
-
-void DisplayChanged() {
-  ReadDisplayCaps();
-  MainWindow* main = TheMainWindow();
-  Rect usable, screen;
-  if (!main->window || !QueryUsableArea(&usable, &screen)) return;
-  const WindowGeometry& g = main->geometry;
-  const bool filled = g.outerWidth == main->usableWidth && g.outerHeight == main->usableHeight;
-  StoreUsableArea(main, usable, screen);
-  if (filled) SetMainBounds(main, g.insetLeft, g.insetTop, main->usableWidth, main->usableHeight);
+  if (hasNewShell && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
+  const MainWindow* main = TheMainWindow();
+  return !RectEqual(*usable, RectOf(main->usableLeft, main->usableTop, main->usableWidth, main->usableHeight));
 }
 
 } // namespace framereel

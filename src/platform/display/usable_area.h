@@ -1,20 +1,13 @@
-// The part of the screen that the task bar leaves free, and how the main window keeps up with the display.
+// The part of the screen that the task bar leaves free.
 #pragma once
 
 #include "core/geometry.h"
 
 namespace framereel {
 
-struct MainWindow;
-
-// The screen without the task bar, and the whole of it. True when the first is not what was last handed out, and at the
-// first call.
-bool QueryUsableArea(Rect* usable, Rect* screen);
-void StoreUsableArea(MainWindow* main, const Rect& usable, const Rect& screen);
-
-// Reads the display and the usable area again, and keeps the main window's record up to date. A main window that filled
-// the usable area goes on filling it.
-void DisplayChanged();
+// The screen without the task bar. True when that is not what the main window's record holds; what it holds is changed
+// in windows/display_change.h.
+bool QueryUsableArea(Rect* usable);
 
 // newShell: there may be a task bar, and it can be asked for.
 void UsableAreaStartUp(bool newShell);

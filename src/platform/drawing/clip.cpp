@@ -1,8 +1,8 @@
-// Saving, narrowing and restoring the clip.
+// Setting, saving, narrowing and restoring the clip.
 #include "platform/drawing/clip.h"
 
 #include "core/memory.h"
-#include "platform/drawing/ports.h"
+#include "platform/drawing/current_port.h"
 
 namespace framereel {
 
@@ -18,6 +18,14 @@ constexpr int kUnclipped = 10000;
 
 } // namespace
 
+void ResetClip() {
+  if (TheCurrentPort().blind) {
+    SetClip(0, 0, 0, 0);
+  } else {
+    ::SelectClipRgn(CurrentContext(), nullptr);
+  }
+}
+
 SavedClip* SaveClip() {
   auto* saved = static_cast<SavedClip*>(MemAlloc(sizeof(SavedClip)));
   *saved = {CurrentPort(), ::CreateRectRgn(0, 0, 0, 0)};
@@ -29,7 +37,7 @@ SavedClip* SaveClip() {
 }
 
 void SetClip(int left, int top, int right, int bottom) {
-  HRGN region = IsPortBlind() ? ::CreateRectRgn(0, 0, 0, 0) : ::CreateRectRgn(left, top, right, bottom);
+  HRGN region = TheCurrentPort().blind ? ::CreateRectRgn(0, 0, 0, 0) : ::CreateRectRgn(left, top, right, bottom);
   ::SelectClipRgn(CurrentContext(), region);
   ::DeleteObject(region);
 }

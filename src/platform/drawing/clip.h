@@ -5,6 +5,9 @@ namespace framereel {
 
 struct SavedClip; // a Port and its clip as they were
 
+// The clip of a Port that has just become current: none, or one that lets nothing through for a blind Port.
+void ResetClip();
+
 // Restored or dropped by the caller, once.
 SavedClip* SaveClip();
 // The clip is this rectangle, right and bottom one past the last pixel.

@@ -3,8 +3,8 @@
 
 #include "core/list.h"
 #include "core/memory.h"
+#include "platform/drawing/current_port.h"
 #include "platform/drawing/font_cache.h"
-#include "platform/drawing/ports.h"
 
 namespace framereel {
 namespace {

@@ -36,7 +36,7 @@ struct DrawState {
 };
 
 void DrawingStartUp();
-// Frees all DrawStates and fonts. It runs behind PortsShutDown: each context keeps the last font that it had.
+// Frees all DrawStates and fonts. It runs behind ContextsShutDown: each context keeps the last font that it had.
 void DrawingShutDown();
 
 // A state of black on white, solid, copying, in the default family at size 15, bold. It lives until DrawingShutDown.
@@ -56,7 +56,7 @@ void SetFontSize(uint16_t size);        // of the cell, in pixels
 
 COLORREF ColourRef(const Colour& colour);
 
-// The release step of ports.cpp: takes pen, brush and mode out of the context. The font stays.
+// When its Port is released: takes pen, brush and mode out of the context. The font stays.
 void LeaveDrawState(HDC context);
 
 } // namespace framereel

@@ -1,25 +1,18 @@
-// The contexts and the current Port.
+// Changing the current Port: the last one is released, and the new one's context taken.
 #include "platform/drawing/ports.h"
 
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/display/contexts.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/records/offscreen_record.h"
+#include "platform/records/window_records.h"
 
 namespace framereel {
 namespace {
 
 struct PortState {
-  HDC screenContext, memoryContext, sourceContext, onePixelContext;
-  HBITMAP onePixelBitmap;
   WindowContexts windows;
-
-  const Port* currentPort;
-  HDC context;        // of the current Port
-  HWND contextWindow; // whose context it is
-  bool givenOut;      // it is to go back to the window
-  bool blind;
+  bool givenOut;    // the current context is to go back to its window
   HGDIOBJ replaced; // the bitmap that the current Offscreen's took the place of
 };
 
@@ -27,128 +20,61 @@ PortState state;
 const Port theScreenPort = {kPortScreen, 1};
 
 // Leaves nothing of the current Port selected, and gives its context back.
-void Release() {
-  LeaveDrawState(state.context);
-  if (state.replaced) ::SelectObject(state.memoryContext, state.replaced);
-  if (state.givenOut) state.windows.giveBack(state.contextWindow, state.context);
+void Release(bool blind) {
+  const CurrentPortState last = TheCurrentPort();
+  LeaveDrawState(last.context);
+  if (state.replaced) ::SelectObject(MemoryContext(), state.replaced);
+  if (state.givenOut) state.windows.giveBack(last.window, last.context);
   state.replaced = nullptr;
   state.givenOut = false;
-  state.currentPort = nullptr;
-  state.context = nullptr;
-  state.contextWindow = nullptr;
+  StoreCurrentPort({nullptr, nullptr, nullptr, blind});
 }
 
-void ResetClip() {
-  if (state.blind) {
-    SetClip(0, 0, 0, 0);
-  } else {
-    ::SelectClipRgn(state.context, nullptr);
-  }
-}
-
-void AttachWindow(const Port* port, HWND window) {
-  Release();
+void AttachWindow(const Port* port, HWND window, bool blind) {
+  Release(blind);
   bool painting = false;
-  state.context = TakeWindowContext(window, &painting);
-  state.currentPort = port;
-  if (!state.context) return;
-  state.contextWindow = window;
+  const HDC context = TakeWindowContext(window, &painting);
+  StoreCurrentPort({port, context, context ? window : nullptr, blind});
+  if (!context) return;
   state.givenOut = !painting;
   if (!painting) ResetClip();
 }
 
 } // namespace
 
-bool PortsStartUp() {
-  state = {};
-  state.screenContext = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
-  if (!state.screenContext) return false;
-  state.memoryContext = ::CreateCompatibleDC(state.screenContext);
-  state.sourceContext = ::CreateCompatibleDC(state.screenContext);
-  state.onePixelContext = ::CreateCompatibleDC(state.screenContext);
-  state.onePixelBitmap = ::CreateBitmap(32, 1, 1, 1, nullptr);
-  ::SelectObject(state.onePixelContext, state.onePixelBitmap);
-  return true;
-}
-
-void PortsShutDown() {
-  ReleasePort();
-  ::DeleteDC(state.onePixelContext);
-  ::DeleteObject(state.onePixelBitmap);
-  ::DeleteDC(state.sourceContext);
-  ::DeleteDC(state.memoryContext);
-  ::DeleteDC(state.screenContext);
-  state = {};
-}
-
-void SetWindowContexts(const WindowContexts* contexts) {
-  Release();
-  state.windows = contexts ? *contexts : WindowContexts{};
-}
-
 const Port* ScreenPort() {
   return &theScreenPort;
 }
 
 void SetPortWindow(ChildWindow* window) {
-  state.blind = window->iconic;
-  AttachWindow(&window->port, window->window);
+  AttachWindow(&window->port, window->window, window->iconic);
 }
 
 void SetPortMain(MainWindow* main) {
-  state.blind = false;
-  if (!main) main = state.windows.main;
-  if (!main) return Release();
-  AttachWindow(&main->port, main->window);
+  main = MainOr(main);
+  if (!main->window) return Release(false);
+  AttachWindow(&main->port, main->window, false);
 }
 
 void SetPortScreen() {
-  state.blind = false;
-  Release();
-  state.context = state.screenContext;
-  state.currentPort = &theScreenPort;
+  Release(false);
+  StoreCurrentPort({&theScreenPort, ScreenContext(), nullptr, false});
 }
 
 void SetPortOffscreen(Offscreen* offscreen) {
-  state.blind = false;
-  Release();
-  state.context = state.memoryContext;
-  state.replaced = ::SelectObject(state.memoryContext, offscreen->bitmap);
-  state.currentPort = &offscreen->port;
+  Release(false);
+  state.replaced = ::SelectObject(MemoryContext(), offscreen->bitmap);
+  StoreCurrentPort({&offscreen->port, MemoryContext(), nullptr, false});
   ResetClip();
 }
 
 void ReleasePort() {
-  state.blind = true;
-  Release();
+  Release(true);
 }
 
-const Port* CurrentPort() {
-  return state.currentPort;
-}
-
-HDC CurrentContext() {
-  return state.context;
-}
-
-HWND CurrentContextWindow() {
-  return state.contextWindow;
-}
-
-bool IsPortBlind() {
-  return state.blind;
-}
-
-HDC ScreenContext() {
-  return state.screenContext;
-}
-
-HDC SourceContext() {
-  return state.sourceContext;
-}
-
-HDC OnePixelContext() {
-  return state.onePixelContext;
+void SetWindowContexts(const WindowContexts* contexts) {
+  Release(TheCurrentPort().blind);
+  state.windows = contexts ? *contexts : WindowContexts{};
 }
 
 HDC TakeWindowContext(HWND window, bool* painting) {

@@ -3,9 +3,9 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
+#include "platform/drawing/current_port.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
-#include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
 
 namespace framereel {
@@ -163,7 +163,7 @@ LineMetrics FontMetrics() {
 
 void ScrollPortRect(const Rect& r, int dx, int dy) {
   const RECT where = {r.left, r.top, r.right, r.bottom};
-  if (CurrentContextWindow()) ::ScrollWindow(CurrentContextWindow(), dx, dy, &where, &where);
+  if (const HWND window = TheCurrentPort().window) ::ScrollWindow(window, dx, dy, &where, &where);
 }
 
 } // namespace framereel

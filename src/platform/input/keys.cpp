@@ -1,22 +1,22 @@
-// See keys.h.
+// Who gets a key: the menus, the modal window, or the active window and the View that the mouse is over.
 #include "platform/input/keys.h"
 
+#include "platform/drawing/ports.h"
+#include "platform/input/key_events.h"
 #include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
+#include "platform/windows/window_geometry.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {
 
-constexpr int kMenuKeyString = 103; // its first character is "1" when the menu key is Alt and Ctrl together
-constexpr BYTE kKeyIsDown = 0x80;
-
 struct KeyState {
-  uint16_t menuKeyMask;
   bool swallowKeyUp, swallowSysKeyUp; // the next key-up belongs to a menu shortcut
 };
 
@@ -29,53 +29,8 @@ struct KeyTarget {
   int16_t x, y; // window coordinates; toolkit coordinates without a window
 };
 
-// What a key gives, whatever the layout says; 0: what the layout says.
-uint8_t FixedCharacter(WPARAM virtualKey) {
-  switch (virtualKey) {
-  case VK_BACK:
-    return kKeyBackspace;
-  case VK_TAB:
-    return kKeyTab;
-  case VK_RETURN:
-    return kKeyReturn;
-  case VK_ESCAPE:
-    return kKeyEscape;
-  case VK_LEFT:
-    return kKeyLeft;
-  case VK_UP:
-    return kKeyUp;
-  case VK_RIGHT:
-    return kKeyRight;
-  case VK_DOWN:
-    return kKeyDown;
-  case VK_DELETE:
-    return kKeyDelete;
-  default:
-    return 0;
-  }
-}
-
 bool IsLetterOrDigit(uint8_t c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-uint16_t ModifierState() {
-  uint16_t modifiers = 0;
-  if (::GetKeyState(VK_MENU) < 0) modifiers |= kFlagAlt;
-  if (::GetKeyState(VK_SHIFT) < 0) modifiers |= kFlagShift;
-  if (::GetKeyState(VK_CONTROL) < 0) modifiers |= kFlagCtrl;
-  return WithMenuKey(modifiers);
-}
-
-// The characters of the key with Ctrl and Alt ignored, and Shift too if asked; answers their number.
-int CharactersOf(WPARAM virtualKey, LPARAM lParam, bool ignoreShift, WORD* characters) {
-  BYTE keys[256];
-  ::GetKeyboardState(keys);
-  keys[VK_CONTROL] &= BYTE(~kKeyIsDown);
-  keys[VK_MENU] &= BYTE(~kKeyIsDown);
-  if (ignoreShift) keys[VK_SHIFT] &= BYTE(~kKeyIsDown);
-  *characters = 0;
-  return ::ToAscii(UINT(virtualKey), UINT(lParam) >> 16 & 0xFF, keys, characters, 0);
 }
 
 void PutMouseInto(KeyTarget* target) {
@@ -163,43 +118,11 @@ bool WindowKey(WPARAM virtualKey) {
 
 void KeysStartUp() {
   state = {};
-  char first[2];
-  const bool altCtrl = ::LoadStringA(nullptr, kMenuKeyString, first, sizeof first) == 0 || first[0] == '1';
-  state.menuKeyMask = altCtrl ? kFlagAlt | kFlagCtrl : kFlagCtrl;
-}
-
-uint16_t WithMenuKey(uint16_t modifiers) {
-  return (modifiers & (kFlagAlt | kFlagCtrl)) == state.menuKeyMask ? modifiers | kFlagMenuKey : modifiers;
-}
-
-bool MenuKeyIsAltCtrl() {
-  return state.menuKeyMask == (kFlagAlt | kFlagCtrl);
-}
-
-void Beep() {
-  ::MessageBeep(UINT(-1));
-}
-
-int TranslateKey(WPARAM virtualKey, LPARAM lParam, KeyEvent events[2]) {
-  WORD shifted = 0, plain = 0;
-  const int n = CharactersOf(virtualKey, lParam, false, &shifted);
-  const int plainCount = CharactersOf(virtualKey, lParam, true, &plain);
-  // Asked again, the platform may have done with the accent: it is its own, and the letter the second event's.
-  if (n == 2 && plainCount == 1) plain = WORD(uint8_t(shifted) | plain << 8);
-  const uint16_t modifiers = ModifierState();
-  int count = 1;
-  events[0] = {0, 0, modifiers};
-  if (n == 1 || n == 2) events[0] = {uint8_t(shifted), uint8_t(plain), modifiers};
-  if (n == 2) events[count++] = {uint8_t(shifted >> 8), uint8_t(plain >> 8), modifiers};
-  KeyEvent* last = &events[count - 1];
-  if (const uint8_t fixed = FixedCharacter(virtualKey)) last->character = last->unshifted = fixed;
-  if (n != 1 && n != 2 && last->character == 0) return 0;
-  return count;
 }
 
 void SendKeyDown(bool hitTest, KeyEvent event, int16_t x, int16_t y) {
   if (event.modifiers & kFlagMenuKey) {
-    event.modifiers = uint16_t((event.modifiers & ~(kFlagAlt | kFlagCtrl)) | state.menuKeyMask);
+    event.modifiers = uint16_t((event.modifiers & ~(kFlagAlt | kFlagCtrl)) | MenuKeyMask());
   }
   DispatchKeyDown(GivenTarget(hitTest, x, y), event, hitTest);
 }

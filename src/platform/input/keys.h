@@ -1,7 +1,7 @@
 // The way of the keys: from the window procedures to menu shortcuts, Views and windows.
 //
-// Keys come to the main window or the modal one (RestoreFocus), and from there to the active window and the View that
-// the mouse is over.
+// What a key means stands in key_events.h. Keys come to the main window or the modal one (RestoreFocus), and from there
+// to the active window and the View that the mouse is over.
 #pragma once
 
 #include <cstdint>
@@ -16,17 +16,6 @@ namespace framereel {
 // Ctrl and Alt become those of the menu key.
 void SendKeyDown(bool hitTest, KeyEvent event, int16_t x, int16_t y);
 void SendKeyUp(bool hitTest, const KeyEvent& event, int16_t x, int16_t y);
-
-// The events of a key press: 0, 1, or 2 when an accent could not be joined with the letter behind it. Ctrl and Alt do
-// not change the characters, so Ctrl+letter gives the letter; a key without a character gives no event.
-int TranslateKey(WPARAM virtualKey, LPARAM lParam, KeyEvent events[2]);
-
-// Adds kFlagMenuKey if Ctrl and Alt are held in the way that menu shortcuts ask for.
-uint16_t WithMenuKey(uint16_t modifiers);
-// Whether that is Alt and Ctrl together; else it is Ctrl without Alt.
-bool MenuKeyIsAltCtrl();
-
-void Beep();
 
 // ---- From the window procedures ----------------------------------------------------------------------------------
 

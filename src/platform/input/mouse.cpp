@@ -1,33 +1,27 @@
-// See mouse.h. Any handler may close its window or destroy its View, so whoever goes on after a call looks at the
+// Routing the mouse. Any handler may close its window or destroy its View, so whoever goes on after a call looks at the
 // flags of the records again; those stay readable until the pass of the event loop ends.
 #include "platform/input/mouse.h"
 
-#include "platform/input/keys.h"
+#include "core/numbers.h"
+#include "platform/drawing/ports.h"
+#include "platform/input/key_events.h"
+#include "platform/records/input_events.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
+#include "platform/windows/mouse_targets.h"
+#include "platform/windows/window_geometry.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {
 
-constexpr Point kNoPoint = {0, INT16_MIN}; // no mouse is ever there
-constexpr uint32_t kPollInterval = 100;    // ms
+constexpr uint32_t kPollInterval = 100; // ms
 
-struct MouseState {
-  Point last;
-  ChildWindow* enteredWindow; // it and the View have had their mouseEntered
-  View* enteredView;
-  bool pressed;
-  ChildWindow* pressWindow;
-  View* pressView; // null: the press is the window's
-  bool captureHeld;
-  uint32_t pollTick;
-};
-
-MouseState state;
+uint32_t pollTick; // of the last idle poll
 
 bool IsOpen(const ChildWindow* window) {
   return window && !(window->flags & kWindowClosed);
@@ -42,8 +36,14 @@ Point FromScreen(const POINT& p) {
   return {PinToShort(p.y - main->originY), PinToShort(p.x - main->originX)};
 }
 
-Point PointOfMessage(const ChildWindow* window, LPARAM lParam) {
-  return ToToolkitPoint(window, {int16_t(HIWORD(uintptr_t(lParam))), int16_t(LOWORD(uintptr_t(lParam)))});
+// In the coordinates of the window that the message is for.
+Point PointOfMessage(LPARAM lParam) {
+  return {int16_t(HIWORD(uintptr_t(lParam))), int16_t(LOWORD(uintptr_t(lParam)))};
+}
+
+// A point of one window in the coordinates of another.
+Point InWindow(const ChildWindow* target, const ChildWindow* window, Point point) {
+  return target == window ? point : ToWindowPoint(target, ToToolkitPoint(window, point));
 }
 
 uint16_t FlagsOfMessage(uint16_t button, WPARAM wParam) {
@@ -72,55 +72,48 @@ ChildWindow* TrackedWindow(ChildWindow* window) {
 }
 
 void LeaveView(const View* view) {
-  View* entered = state.enteredView;
+  View* entered = TheMouseTargets().enteredView;
   if (!entered || entered == view) return;
-  state.enteredView = nullptr;
+  TheMouseTargets().enteredView = nullptr;
   TheViewCalls().makeCurrent(entered);
   entered->viewClass->mouseLeft(entered);
 }
 
 void LeaveWindow(const ChildWindow* window) {
-  ChildWindow* entered = state.enteredWindow;
+  ChildWindow* entered = TheMouseTargets().enteredWindow;
   if (!entered || entered == window) return;
-  state.enteredWindow = nullptr;
+  TheMouseTargets().enteredWindow = nullptr;
   SetPortWindow(entered);
   entered->methods.mouseLeft(entered);
 }
 
 void EnterWindow(ChildWindow* window) {
-  if (state.enteredWindow == window) return;
-  state.enteredWindow = window;
+  if (TheMouseTargets().enteredWindow == window) return;
+  TheMouseTargets().enteredWindow = window;
   SetPortWindow(window);
   window->methods.mouseEntered(window);
 }
 
 void EnterView(View* view) {
-  if (state.enteredView == view) return;
-  state.enteredView = view;
+  if (TheMouseTargets().enteredView == view) return;
+  TheMouseTargets().enteredView = view;
   TheViewCalls().makeCurrent(view);
   view->viewClass->mouseEntered(view);
 }
 
-void EndMouseTracking() {
-  state.pressWindow = nullptr;
-  state.pressView = nullptr;
-  state.pressed = false;
-  if (!state.captureHeld) ::ReleaseCapture();
-}
-
-void PressMouse(uint16_t flags, ChildWindow* target, Point point) {
+// Both with the point in the coordinates of the window that they are for.
+void PressMouse(uint16_t flags, ChildWindow* target, Point p) {
   TheLaterModules().endEditSession(nullptr);
   if (!IsOpen(target)) return;
-  const Point p = ToWindowPoint(target, point);
+  MouseTargets& targets = TheMouseTargets();
   View* view = GetModalView() ? GetModalView() : HitTestWindow(target, p.h, p.v);
-  state.pressed = true;
-  state.pressWindow = target;
-  if (state.captureHeld) {
+  targets.pressWindow = target;
+  if (targets.captureHeld) {
     view = nullptr;
   } else {
     ::SetCapture(target->window);
   }
-  state.pressView = view;
+  targets.pressView = view;
   if (view) {
     TheViewCalls().makeCurrent(view);
     view->viewClass->mouseDown(view, flags, p.h, p.v);
@@ -130,15 +123,14 @@ void PressMouse(uint16_t flags, ChildWindow* target, Point point) {
   }
 }
 
-void ReleaseMouse(uint16_t flags, Point point) {
-  ChildWindow* window = state.pressWindow;
-  View* view = state.pressView;
+void ReleaseMouse(uint16_t flags, Point p) {
+  ChildWindow* window = TheMouseTargets().pressWindow;
+  View* view = TheMouseTargets().pressView;
   EndMouseTracking();
-  const Point p = ToWindowPoint(window, point);
   if (view) {
     TheViewCalls().makeCurrent(view);
     view->viewClass->mouseUp(view, flags, p.h, p.v);
-  } else if (window) {
+  } else {
     SetPortWindow(window);
     window->methods.mouseUp(window, flags, p.h, p.v);
   }
@@ -147,15 +139,15 @@ void ReleaseMouse(uint16_t flags, Point point) {
 } // namespace
 
 void MouseStartUp() {
-  state = {};
-  state.last = kNoPoint;
+  pollTick = 0;
 }
 
 void TrackMouse(ChildWindow* window, Point point) {
-  const bool moved = point.h != state.last.h || point.v != state.last.v;
-  state.last = point;
-  if (state.pressed) {
-    if (moved && state.pressWindow) CallMoved(state.pressWindow, state.pressView, point);
+  MouseTargets& targets = TheMouseTargets();
+  const bool moved = point.h != targets.last.h || point.v != targets.last.v;
+  targets.last = point;
+  if (targets.pressWindow) {
+    if (moved) CallMoved(targets.pressWindow, targets.pressView, point);
     return;
   }
   window = TrackedWindow(window);
@@ -172,8 +164,8 @@ void TrackMouse(ChildWindow* window, Point point) {
 
 void PollMouse() {
   const uint32_t now = ::GetTickCount();
-  if (now - state.pollTick < kPollInterval) return;
-  state.pollTick = now;
+  if (now - pollTick < kPollInterval) return;
+  pollTick = now;
   POINT cursor = {};
   if (::GetCursorPos(&cursor)) TrackMouse(FindChildWindow(::WindowFromPoint(cursor)), FromScreen(cursor));
 }
@@ -192,43 +184,34 @@ void SetMousePosition(int16_t x, int16_t y) {
 }
 
 void HoldCapture(ChildWindow* window) {
-  state.captureHeld = true;
+  TheMouseTargets().captureHeld = true;
   ::SetCapture(window->window);
 }
 
 void ReleaseHeldCapture() {
-  state.captureHeld = false;
+  TheMouseTargets().captureHeld = false;
   ::ReleaseCapture();
 }
 
 void ReroutePress(ChildWindow* window, uint16_t flags, int16_t x, int16_t y) {
-  if (!state.pressed) return;
-  if (state.pressWindow) ReleaseMouse(flags, {y, x});
-  PressMouse(flags, window, {y, x});
+  const ChildWindow* before = TheMouseTargets().pressWindow;
+  if (!before) return;
+  ReleaseMouse(flags, ToWindowPoint(before, {y, x}));
+  PressMouse(flags, window, ToWindowPoint(window, {y, x}));
   ResetMousePoint();
 }
 
-void ResetMousePoint() {
-  state.last = kNoPoint;
-}
-
 void ForgetView(View* view) {
-  if (state.pressView == view) EndMouseTracking();
+  if (TheMouseTargets().pressView == view) EndMouseTracking();
   if (GetModalView() == view) SetModalView(nullptr);
-  if (state.enteredView == view) state.enteredView = nullptr;
-}
-
-void ForgetMouseWindow(ChildWindow* window) {
-  if (state.pressWindow == window) EndMouseTracking();
-  if (state.enteredWindow == window) state.enteredWindow = nullptr;
+  if (TheMouseTargets().enteredView == view) TheMouseTargets().enteredView = nullptr;
 }
 
 void MouseMoveMessage(ChildWindow* window, LPARAM lParam) {
-  TrackMouse(window, PointOfMessage(window, lParam));
+  TrackMouse(window, ToToolkitPoint(window, PointOfMessage(lParam)));
 }
 
 void PressMessage(ChildWindow* window, uint16_t button, WPARAM wParam, LPARAM lParam) {
-  const Point point = PointOfMessage(window, lParam);
   const uint16_t flags = FlagsOfMessage(button, wParam);
   ChildWindow* target = GetModalWindow();
   if (!target) {
@@ -236,11 +219,12 @@ void PressMessage(ChildWindow* window, uint16_t button, WPARAM wParam, LPARAM lP
     if (window != ActiveWindow() && !(window->flags & kWindowPalette)) return BringChildWindowForward(window);
     target = window;
   }
-  PressMouse(flags, target, point);
+  PressMouse(flags, target, InWindow(target, window, PointOfMessage(lParam)));
 }
 
 void ReleaseMessage(ChildWindow* window, uint16_t button, WPARAM wParam, LPARAM lParam) {
-  if (state.pressed) ReleaseMouse(FlagsOfMessage(button, wParam), PointOfMessage(window, lParam));
+  const ChildWindow* pressed = TheMouseTargets().pressWindow;
+  if (pressed) ReleaseMouse(FlagsOfMessage(button, wParam), InWindow(pressed, window, PointOfMessage(lParam)));
 }
 
 } // namespace framereel

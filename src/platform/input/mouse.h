@@ -1,7 +1,7 @@
 // The way of the mouse: from the window procedures and the idle poll to Views and windows.
 //
-// It owns the press in progress with its capture, and who the mouse is over. Points are toolkit coordinates unless said
-// otherwise; what is called gets window coordinates, with its window as the current Port.
+// Where the press in progress went, and who the mouse is over, stands in windows/mouse_targets.h. Points are toolkit
+// coordinates unless said otherwise; what is called gets window coordinates, with its window as the current Port.
 #pragma once
 
 #include <cstdint>
@@ -29,13 +29,9 @@ void HoldCapture(ChildWindow* window);
 void ReleaseHeldCapture();
 // The press in progress, if there is one, ends for its target and begins for the window; x, y are toolkit coordinates.
 void ReroutePress(ChildWindow* window, uint16_t flags, int16_t x, int16_t y);
-// The next TrackMouse counts as moved.
-void ResetMousePoint();
 
 // The View is going: it loses press, modality and the mouse without being told.
 void ForgetView(View* view);
-// The same for a window; modality is modal.h's.
-void ForgetMouseWindow(ChildWindow* window);
 
 // ---- From the window procedures ----------------------------------------------------------------------------------
 

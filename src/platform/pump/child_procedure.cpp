@@ -1,14 +1,21 @@
-// The messages of ChildWindows.
+// The messages of ChildWindows, a function for each, and at the end their table.
+#include "platform/pump/child_procedure.h"
+
 #include <iterator>
 
+#include "platform/drawing/ports.h"
 #include "platform/input/mouse.h"
 #include "platform/pump/message_table.h"
+#include "platform/records/control_table.h"
+#include "platform/records/input_events.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/paint_messages.h"
+#include "platform/windows/place_messages.h"
 
 namespace framereel {
 namespace {

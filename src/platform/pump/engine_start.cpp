@@ -1,8 +1,9 @@
-// The order of starting up.
+// The order of starting up without windows.
 #include "platform/pump/engine_start.h"
 
 #include "core/toolkit_init.h"
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
 #include "win32/pixels/display.h"
@@ -11,15 +12,16 @@ namespace framereel {
 
 bool EngineStartUp() {
   ToolkitInit();
-  if (!PortsStartUp()) return false;
-  BitmapsStartUp();
+  if (!ContextsStartUp()) return false;
+  OffscreensStartUp();
   ReadDisplayCaps();
   return true;
 }
 
 void EngineShutDown() {
-  BitmapsShutDown();
-  PortsShutDown();
+  OffscreensShutDown();
+  ReleasePort();
+  ContextsShutDown();
   DisplayClose();
 }
 

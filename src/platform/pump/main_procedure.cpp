@@ -1,15 +1,21 @@
-// The messages of the main window.
+// The messages of the main window, a function for each, and at the end their table.
+#include "platform/pump/main_procedure.h"
+
+#include "core/numbers.h"
 #include "platform/input/mouse.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/message_table.h"
 #include "platform/pump/pump.h"
 #include "platform/records/later_modules.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
-#include "platform/windows/main_window.h"
 #include "platform/windows/paint_messages.h"
+#include "platform/windows/place_messages.h"
 
 namespace framereel {
 namespace {
+
+constexpr WORD kFirstSystemCommand = 0xF000; // below it, ids are menu items of the program's own
 
 LRESULT OnDestroy(const WindowMessage&) {
   ::PostQuitMessage(0);

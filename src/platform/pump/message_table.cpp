@@ -1,12 +1,12 @@
-// What the two window procedures share.
+// Finding the row of a message, and the shared rows.
 #include "platform/pump/message_table.h"
 
 #include "core/timers.h"
-#include "platform/display/usable_area.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/keys.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/windows/display_change.h"
 #include "platform/windows/modal.h"
 
 namespace framereel {

@@ -1,5 +1,5 @@
-// The two window procedures: every message of the program's windows comes in here. What each does with a message stands
-// in main_procedure.cpp and child_procedure.cpp, table first.
+// What the two window procedures share: how a message finds its row in a table, and the rows that both tables have. The
+// tables stand in main_procedure.cpp and child_procedure.cpp.
 #pragma once
 
 #include <span>
@@ -10,22 +10,9 @@ namespace framereel {
 
 struct ChildWindow;
 
-LRESULT MainWindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
-LRESULT ChildWindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
-
 // From now on both procedures only forward to the platform's default; and no longer.
 void StopHandlingMessages();
 void StartHandlingMessages();
-
-// ---- Commands of the system menu ---------------------------------------------------------------------------------
-
-inline constexpr WPARAM kSystemCommandBits = 0xFFF0; // the rest is the sender's own
-inline constexpr WORD kFirstSystemCommand = 0xF000;  // below it, ids are menu items of the program's own
-// What a ChildWindow's system menu sends besides the platform's commands.
-inline constexpr WPARAM kCloseItem = 16;
-inline constexpr WPARAM kNextItem = 32;
-
-// ---- Shared by the two -------------------------------------------------------------------------------------------
 
 struct WindowMessage {
   ChildWindow* window; // null in the main procedure
@@ -47,7 +34,10 @@ struct MessageRow {
 LRESULT HandleMessage(std::span<const MessageRow> table, const WindowMessage& message);
 LRESULT DefaultAnswer(const WindowMessage& message);
 
-// Rows that both tables have.
+// ---- Rows that both tables have ----------------------------------------------------------------------------------
+
+inline constexpr WPARAM kSystemCommandBits = 0xFFF0; // of WM_SYSCOMMAND; the rest is the sender's own
+
 LRESULT OnDisplayChange(const WindowMessage& message);
 LRESULT OnActivateApp(const WindowMessage& message);
 LRESULT OnFrameMouse(const WindowMessage& message);

@@ -1,17 +1,20 @@
-// The order of starting up, with windows.
+// The order of starting up with windows.
 #include "platform/pump/platform_start.h"
 
 #include "core/memory.h"
 #include "core/toolkit_init.h"
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/draw_state.h"
-#include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
+#include "platform/input/key_events.h"
 #include "platform/input/keys.h"
 #include "platform/input/mouse.h"
 #include "platform/pump/app_callbacks.h"
+#include "platform/pump/child_procedure.h"
+#include "platform/pump/main_procedure.h"
 #include "platform/pump/message_table.h"
 #include "platform/pump/pump.h"
 #include "platform/records/view_record.h"
@@ -20,6 +23,7 @@
 #include "platform/windows/cursor_shape.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
+#include "platform/windows/mouse_targets.h"
 #include "platform/windows/paint_messages.h"
 #include "platform/windows/window_classes.h"
 #include "win32/pixels/display.h"
@@ -38,11 +42,13 @@ bool SystemHasNewShell() {
 
 void StartWindowState() {
   PumpStartUp();
-  ActivationStartUp();
+  ActiveWindowStartUp();
   ModalStartUp();
+  MouseTargetsStartUp();
   MouseStartUp();
+  KeyEventsStartUp();
   KeysStartUp();
-  CursorStartUp();
+  CursorShapeStartUp();
   ChildWindowsStartUp();
 }
 
@@ -51,16 +57,16 @@ void StartWindowState() {
 bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, int showCommand) {
   if (started) return true;
   ToolkitInit();
-  if (!PortsStartUp()) return false;
+  if (!ContextsStartUp()) return false;
   started = true;
   ForgetDisplayCaps();
   UsableAreaStartUp(SystemHasNewShell());
   StartHandlingMessages();
-  if (!previousInstance) RegisterWindowClasses(instance);
+  if (!previousInstance) RegisterWindowClasses(instance, MainWindowProcedure, ChildWindowProcedure);
   StartWindowState();
   DrawingStartUp();
-  BitmapsStartUp();
-  PaintingStartUp();
+  OffscreensStartUp();
+  PaintStartUp();
   if (!CreateMainWindow(instance, showCommand)) {
     PlatformShutdown();
     return false;
@@ -76,11 +82,11 @@ void PlatformShutdown() {
   TempScopeBegin(); // for the Views, which live on until an event has been dealt with
   ChildWindowsShutDown();
   TempScopeEnd();
-  BitmapsShutDown();
-  PaintingShutDown();
+  OffscreensShutDown();
+  PaintShutDown();
   DestroyMainWindow();
   StandardDrawingShutDown();
-  PortsShutDown();
+  ContextsShutDown();
   DrawingShutDown();
   DisplayClose();
   for (uint16_t i = 0; i <= kQuitHandler; ++i) SetAppCallback(i, nullptr, nullptr);

@@ -8,8 +8,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/input/mouse.h"
 #include "platform/records/later_modules.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {

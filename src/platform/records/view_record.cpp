@@ -1,7 +1,7 @@
 // What the toolkit has handed down, and the search that input and painting share.
 #include "platform/records/view_record.h"
 
-#include "platform/windows/child_window.h"
+#include "platform/records/window_records.h"
 
 namespace framereel {
 namespace {

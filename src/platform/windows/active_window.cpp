@@ -2,9 +2,10 @@
 #include "platform/windows/active_window.h"
 
 #include "core/notices.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/drawing/ports.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {
@@ -56,7 +57,7 @@ ChildWindow* ChooseActiveWindow() {
 
 } // namespace
 
-void ActivationStartUp() {
+void ActiveWindowStartUp() {
   state = {};
   if (!ActiveGet()) ActiveSet(true);
 }

@@ -38,6 +38,6 @@ void ChildDeactivated(ChildWindow* window);
 // WM_NCACTIVATE of the main window, whose caption stays lit as long as the program is the active one.
 LRESULT MainCaptionActivated(HWND handle, WPARAM lit, LPARAM lParam);
 
-void ActivationStartUp();
+void ActiveWindowStartUp();
 
 } // namespace framereel

@@ -1,27 +1,24 @@
-// See child_window.h: making, showing and closing windows.
+// Making, showing and closing windows.
 #include "platform/windows/child_window.h"
 
 #include "core/memory.h"
 #include "core/strings.h"
-#include "platform/input/mouse.h"
-#include "platform/pump/message_table.h"
+#include "platform/drawing/ports.h"
+#include "platform/records/control_table.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/cursor_shape.h"
-#include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
+#include "platform/windows/mouse_targets.h"
 #include "platform/windows/window_classes.h"
+#include "platform/windows/window_geometry.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {
 
-struct ChildWindowState {
-  List* windows;        // in order of creation
-  ChildWindow* pending; // its platform window is being made
-};
-
-ChildWindowState state;
+ChildWindow* pending; // its platform window is being made
 
 // What the platform's window is like.
 struct WindowKind {
@@ -99,20 +96,6 @@ void NameSystemMenu(HWND window) {
   if (::IsWindowVisible(window)) ::DrawMenuBar(window);
 }
 
-// No other modal window goes back to this one any more: it leaves its place in their chain.
-void LeaveModalChain(const ChildWindow* leaving) {
-  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
-    if (window->previousModal == leaving) window->previousModal = leaving->previousModal;
-  }
-}
-
-void BecomeModal(ChildWindow* window) {
-  if (GetModalWindow() == window) return;
-  LeaveModalChain(window);
-  window->previousModal = GetModalWindow();
-  SetModal(window);
-}
-
 void ShowStep(ChildWindow* window, bool show, bool front) {
   if (window->flags & kWindowModal) {
     BecomeModal(window);
@@ -126,12 +109,6 @@ void ShowStep(ChildWindow* window, bool show, bool front) {
 
 void ShowCounted(ChildWindow* window, bool front) {
   if (++window->openCount == 1) ShowStep(window, true, front);
-}
-
-void GiveModalBack(ChildWindow* window) {
-  LeaveModalChain(window);
-  if (GetModalWindow() == window) SetModal(window->previousModal);
-  window->previousModal = nullptr;
 }
 
 void DestroyViews(ChildWindow* window) {
@@ -153,7 +130,7 @@ void TakeApart(ChildWindow* window) {
   ::DestroyWindow(window->window);
   LeavePort(window); // what it was told meanwhile may have drawn
   window->window = nullptr;
-  ListRemoveHandle(state.windows, window->node);
+  UnlistChildWindow(window);
   NotifierClear(&window->listeners);
   StrFree(window->title);
   window->title = nullptr;
@@ -162,7 +139,8 @@ void TakeApart(ChildWindow* window) {
 } // namespace
 
 void ChildWindowsStartUp() {
-  state = {ListNew(), nullptr};
+  WindowListStartUp();
+  pending = nullptr;
 }
 
 void ChildWindowsShutDown() {
@@ -171,13 +149,12 @@ void ChildWindowsShutDown() {
     TakeApart(window);
     MemFree(window);
   }
-  ListFree(state.windows);
-  state = {};
+  WindowListShutDown();
 }
 
 ChildWindow* TakePendingWindow() {
-  ChildWindow* window = state.pending;
-  state.pending = nullptr;
+  ChildWindow* window = pending;
+  pending = nullptr;
   return window;
 }
 
@@ -188,7 +165,7 @@ ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t fla
   const ChildWindowClass windowClass = TakeSelectedWindowClass();
   ChildWindow* window = NewRecord(parent, title, flags, kind.least);
   window->cursorCell = windowClass.cursorCell;
-  state.pending = window;
+  pending = window;
   window->window =
       ::CreateWindowExA(kind.extendedStyle, windowClass.name, title, kind.style, CW_USEDEFAULT, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, parent->window, nullptr, parent->instance, nullptr);
@@ -196,8 +173,8 @@ ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t fla
   // Twice, for the thickness of the frame is known only after the first.
   StartChildGeometry(window);
   StartChildGeometry(window);
-  window->node = ListAppendHandle(state.windows, ToListValue(window));
-  if (ListCount(state.windows) == 1) SetCursorShape(GetCursorShape());
+  ListChildWindow(window);
+  if (NextChildWindow(nullptr) == window) SetCursorShape(GetCursorShape());
   UpdateCursorOf(window);
   CentreChildWindow(window);
   return window;
@@ -258,36 +235,6 @@ void InvalidateChildWindow(ChildWindow* window) {
 
 Rect ChildBounds(const ChildWindow* window) {
   return {0, 0, window->geometry.clientHeight, window->geometry.clientWidth};
-}
-
-// ---- All windows -------------------------------------------------------------------------------------------------
-
-ChildWindow* FindChildWindow(HWND handle) {
-  if (!handle) return nullptr;
-  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
-    if (window->window == handle) return window;
-  }
-  return nullptr;
-}
-
-ChildWindow* TopDocumentWindow() {
-  for (HWND handle = ::GetTopWindow(TheMainWindow()->window); handle; handle = ::GetWindow(handle, GW_HWNDNEXT)) {
-    if (ChildWindow* window = FindChildWindow(handle)) return window;
-  }
-  return nullptr;
-}
-
-ChildWindow* NextChildWindow(const ChildWindow* window) {
-  if (!state.windows) return nullptr;
-  const ListNode* node = window ? window->node->next : state.windows->first;
-  return node ? FromListValue<ChildWindow>(node->value) : nullptr;
-}
-
-bool IsOpenChildWindow(const ChildWindow* window) {
-  for (const ChildWindow* one = NextChildWindow(nullptr); one; one = NextChildWindow(one)) {
-    if (one == window) return true;
-  }
-  return false;
 }
 
 } // namespace framereel

@@ -2,8 +2,8 @@
 // class.
 #include "platform/windows/cursor_shape.h"
 
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/records/window_records.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {
@@ -25,7 +25,7 @@ void SetClassCursor(HWND window, HCURSOR cursor) {
 
 } // namespace
 
-void CursorStartUp() {
+void CursorShapeStartUp() {
   currentShape = 1;
 }
 

@@ -17,6 +17,6 @@ uint16_t GetCursorShape();
 // Gives the window's class the present shape, if it has another.
 void UpdateCursorOf(ChildWindow* window);
 
-void CursorStartUp();
+void CursorShapeStartUp();
 
 } // namespace framereel

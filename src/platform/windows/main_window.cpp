@@ -1,10 +1,13 @@
-// See main_window.h. The order of the steps of CreateMainWindow matters: while the platform makes and shows the window
-// it calls the procedure, which finds a record without a window and so leaves alone what needs one.
+// Making the main window. The order of the steps of CreateMainWindow matters: while the platform makes and shows the
+// window it calls the procedure, which finds a record without a window and so leaves alone what needs one.
 #include "platform/windows/main_window.h"
 
+#include "core/numbers.h"
 #include "core/text_scan.h"
-#include "platform/display/usable_area.h"
+#include "platform/records/port.h"
+#include "platform/windows/display_change.h"
 #include "platform/windows/window_classes.h"
+#include "platform/windows/window_geometry.h"
 
 namespace framereel {
 namespace {
@@ -15,17 +18,14 @@ constexpr int16_t kFarOut = 500;        // pixels beyond the usable width: where
 constexpr DWORD kStyleFixed = 0xCA0000; // caption, system menu, minimise box
 constexpr DWORD kStyleSizable = 0xCF0000;
 
-MainWindow theMainWindow;
-
 int32_t FrameType() {
   char text[16];
   return ::LoadStringA(nullptr, kFrameTypeString, text, sizeof text) ? ScanInt(text) : 0;
 }
 
-void TakeUsableArea(MainWindow* main) {
-  Rect usable, screen;
-  QueryUsableArea(&usable, &screen);
-  StoreUsableArea(main, usable, screen);
+// Before there is a window: the usable area as its client area.
+void TakeFirstPlace(MainWindow* main) {
+  TakeUsableArea();
   WindowGeometry* g = &main->geometry;
   g->clientLeft = main->usableLeft;
   g->clientTop = main->usableTop;
@@ -36,25 +36,13 @@ void TakeUsableArea(MainWindow* main) {
 
 } // namespace
 
-MainWindow* TheMainWindow() {
-  return &theMainWindow;
-}
-
-MainWindow* MainOr(MainWindow* main) {
-  return main ? main : &theMainWindow;
-}
-
-const MainWindow* MainOr(const MainWindow* main) {
-  return main ? main : &theMainWindow;
-}
-
 bool CreateMainWindow(HINSTANCE instance, int showCommand) {
-  MainWindow* main = &theMainWindow;
+  MainWindow* main = TheMainWindow();
   if (main->window) return true;
   *main = {};
   main->port = {kPortMainWindow, 1};
   main->geometry = NoGeometry();
-  TakeUsableArea(main);
+  TakeFirstPlace(main);
   const int32_t type = FrameType();
   if (type == 1 || type == 2) main->originX = PinToShort(main->usableWidth + kFarOut);
   char title[80];
@@ -74,8 +62,9 @@ bool CreateMainWindow(HINSTANCE instance, int showCommand) {
 }
 
 void DestroyMainWindow() {
-  ::DestroyWindow(theMainWindow.window);
-  theMainWindow = {};
+  MainWindow* main = TheMainWindow();
+  ::DestroyWindow(main->window);
+  *main = {};
 }
 
 void SetMainWindowTitle(MainWindow* main, const char* title) {

@@ -1,11 +1,12 @@
-// See modal.h.
+// The modal window and View, and the chain of the modal windows that come back.
 #include "platform/windows/modal.h"
 
-#include "platform/input/mouse.h"
+#include "platform/drawing/ports.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/records/window_records.h"
+#include "platform/windows/mouse_targets.h"
+#include "platform/windows/window_list.h"
 
 namespace framereel {
 namespace {
@@ -38,6 +39,13 @@ void SetModalState(ChildWindow* window, View* view) {
   ResetMousePoint();
 }
 
+// No other modal window goes back to this one any more: it leaves its place in their chain.
+void LeaveModalChain(const ChildWindow* leaving) {
+  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
+    if (window->previousModal == leaving) window->previousModal = leaving->previousModal;
+  }
+}
+
 } // namespace
 
 void ModalStartUp() {
@@ -46,6 +54,19 @@ void ModalStartUp() {
 
 void SetModal(ChildWindow* window) {
   if (window != state.window) SetModalState(window, nullptr);
+}
+
+void BecomeModal(ChildWindow* window) {
+  if (state.window == window) return;
+  LeaveModalChain(window);
+  window->previousModal = state.window;
+  SetModal(window);
+}
+
+void GiveModalBack(ChildWindow* window) {
+  LeaveModalChain(window);
+  if (state.window == window) SetModal(window->previousModal);
+  window->previousModal = nullptr;
 }
 
 void SetModalView(View* view) {

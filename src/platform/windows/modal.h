@@ -9,8 +9,8 @@ namespace framereel {
 struct ChildWindow;
 struct View;
 
-// The window, null for none, becomes the modal one; the modal View goes. ShowChildWindow and CloseChildWindow call it
-// for windows with kWindowModal. A blocking one disables the main window and the menus.
+// The window, null for none, becomes the modal one; the modal View goes. A blocking one disables the main window and
+// the menus.
 void SetModal(ChildWindow* window);
 // The one View that presses and keys go to; its window is then the modal one. Null: the modal window stays.
 void SetModalView(View* view);
@@ -22,6 +22,13 @@ bool ModalIsBlocking();
 ChildWindow* CurrentPopup();
 // Tells the popup, if there is one, to go away.
 void DismissPopup();
+
+// ---- From child_window.h -----------------------------------------------------------------------------------------
+
+// A window with kWindowModal is shown: it becomes the modal one, and the one before comes back behind it.
+void BecomeModal(ChildWindow* window);
+// The window closes: the one before it is modal again, and no other goes back to this one any more.
+void GiveModalBack(ChildWindow* window);
 
 void ModalStartUp();
 

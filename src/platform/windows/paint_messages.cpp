@@ -1,14 +1,14 @@
-// See paint_messages.h. Contexts of windows come from here as well: while a window is being painted, its context is
-// that of the paint.
+// Painting windows. Their contexts come from here as well: while a window is being painted, its context is that of the
+// paint.
 #include "platform/windows/paint_messages.h"
 
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
+#include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
+#include "platform/records/window_records.h"
 
 namespace framereel {
 namespace {
@@ -61,14 +61,14 @@ void DrawWindow(ChildWindow* window) {
 
 } // namespace
 
-void PaintingStartUp() {
+void PaintStartUp() {
   state = {};
   state.updateRegion = ::CreateRectRgn(0, 0, 0, 0);
-  const WindowContexts contexts = {TheMainWindow(), TakeContext, GiveContextBack};
+  const WindowContexts contexts = {TakeContext, GiveContextBack};
   SetWindowContexts(&contexts);
 }
 
-void PaintingShutDown() {
+void PaintShutDown() {
   SetWindowContexts(nullptr);
   ::DeleteObject(state.updateRegion);
   state = {};

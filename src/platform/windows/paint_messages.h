@@ -15,7 +15,7 @@ void PaintChildWindow(ChildWindow* window);
 // Whether a rectangle of the ChildWindow that is being painted needs it; false outside a paint.
 bool RectNeedsPaint(const Rect& rect);
 
-void PaintingStartUp();
-void PaintingShutDown();
+void PaintStartUp();
+void PaintShutDown();
 
 } // namespace framereel

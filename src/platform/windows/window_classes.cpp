@@ -1,11 +1,10 @@
-// See window_classes.h.
+// Registering the classes; the numbered ones by the program's own strings.
 #include "platform/windows/window_classes.h"
 
 #include "core/memory.h"
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/text_scan.h"
-#include "platform/pump/message_table.h"
 
 namespace framereel {
 namespace {
@@ -32,9 +31,9 @@ HBRUSH SystemBrush(int colour) {
   return reinterpret_cast<HBRUSH>(intptr_t{colour + 1});
 }
 
-WNDCLASSA ChildClass(HINSTANCE instance, const char* name) {
+WNDCLASSA ChildClass(HINSTANCE instance, WNDPROC procedure, const char* name) {
   WNDCLASSA what = {};
-  what.lpfnWndProc = ChildWindowProcedure;
+  what.lpfnWndProc = procedure;
   what.hInstance = instance;
   what.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
   what.hbrBackground = SystemBrush(COLOR_WINDOW);
@@ -42,10 +41,10 @@ WNDCLASSA ChildClass(HINSTANCE instance, const char* name) {
   return what;
 }
 
-void RegisterMainClass(HINSTANCE instance) {
+void RegisterMainClass(HINSTANCE instance, WNDPROC procedure) {
   WNDCLASSA what = {};
   what.style = CS_VREDRAW | CS_HREDRAW | CS_OWNDC;
-  what.lpfnWndProc = MainWindowProcedure;
+  what.lpfnWndProc = procedure;
   what.hInstance = instance;
   what.hIcon = ::LoadIconA(instance, MAKEINTRESOURCEA(kMainIcon));
   if (!what.hIcon) what.hIcon = ::LoadIconA(nullptr, IDI_APPLICATION);
@@ -55,9 +54,9 @@ void RegisterMainClass(HINSTANCE instance) {
   ::RegisterClassA(&what);
 }
 
-void RegisterNumberedClass(HINSTANCE instance, uint16_t index, bool erased) {
+void RegisterNumberedClass(HINSTANCE instance, WNDPROC procedure, uint16_t index, bool erased) {
   NumberedClass* numbered = &state.numbered[index];
-  WNDCLASSA what = ChildClass(instance, numbered->name);
+  WNDCLASSA what = ChildClass(instance, procedure, numbered->name);
   what.hIcon = ::LoadIconA(instance, MAKEINTRESOURCEA(WORD(state.first + index + kIconsOfNewShell)));
   if (!erased) what.hbrBackground = nullptr;
   ::RegisterClassA(&what);
@@ -84,18 +83,18 @@ void MakeNumberedRecords(uint16_t count) {
 
 } // namespace
 
-void RegisterWindowClasses(HINSTANCE instance) {
+void RegisterWindowClasses(HINSTANCE instance, WNDPROC mainProcedure, WNDPROC childProcedure) {
   ReadClassRange();
   const auto count = uint16_t(state.last - state.first + 1);
   MakeNumberedRecords(count);
-  const WNDCLASSA plain = ChildClass(instance, "JChildWindow");
+  const WNDCLASSA plain = ChildClass(instance, childProcedure, "JChildWindow");
   ::RegisterClassA(&plain);
-  RegisterMainClass(instance);
+  RegisterMainClass(instance, mainProcedure);
   char digits[64];
   const int length = ::LoadStringA(nullptr, kClassDigitsString, digits, sizeof digits);
   for (uint16_t i = 0; i < count; ++i) {
     const int digit = i < length ? digits[i] - '0' : 0;
-    RegisterNumberedClass(instance, i, digit % 2 == 0);
+    RegisterNumberedClass(instance, childProcedure, i, digit % 2 == 0);
   }
 }
 

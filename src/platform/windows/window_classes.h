@@ -15,9 +15,10 @@ struct ChildWindowClass {
   uint16_t* cursorCell;
 };
 
-// Registers all of them. String 102 holds the first and the last id of the numbered classes; string 103 has a digit for
-// each, odd for a class without a background: its windows show the live desktop.
-void RegisterWindowClasses(HINSTANCE instance);
+// Registers all of them, with the procedure of the main window and that of all others. String 102 holds the first and
+// the last id of the numbered classes; string 103 has a digit for each, odd for a class without a background: its
+// windows show the live desktop.
+void RegisterWindowClasses(HINSTANCE instance, WNDPROC mainProcedure, WNDPROC childProcedure);
 
 // The next ChildWindow is of the numbered class with this id. An id that no class has changes nothing.
 void SelectWindowClass(uint16_t id);

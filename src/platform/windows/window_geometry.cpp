@@ -1,42 +1,15 @@
-// Placing windows, and following where the platform puts them. What is worked out here and sent to the platform comes
-// back through ChildPlaceChanged and MainPlaceChanged, which alone store it.
+// Working out places and sending them to the platform. They come back through place_messages.h, which alone stores
+// them.
 #include "platform/windows/window_geometry.h"
 
-#include "core/notices.h"
 #include "core/numbers.h"
-#include "platform/display/usable_area.h"
-#include "platform/drawing/ports.h"
-#include "platform/windows/active_window.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
 
 namespace framereel {
 namespace {
 
 constexpr int16_t kNowhere = 32767;
 
-// Above 0 while the program itself moves a ChildWindow.
-int quietCount;
-
-struct Insets {
-  int32_t left, top, width, height; // the last two of both sides together
-};
-
-Insets InsetsOf(const WindowGeometry& g) {
-  return {g.insetLeft, g.insetTop, g.insetLeft + g.insetRight, g.insetTop + g.insetBottom};
-}
-
-void ClientFromOuter(WindowGeometry* g) {
-  const Insets insets = InsetsOf(*g);
-  g->clientLeft = PinToShort(g->outerLeft + insets.left);
-  g->clientTop = PinToShort(g->outerTop + insets.top);
-  g->clientWidth = PinToShort(g->outerWidth - insets.width);
-  g->clientHeight = PinToShort(g->outerHeight - insets.height);
-}
-
-bool IsTopLevel(const ChildWindow* window) {
-  return window->flags & kTopLevelWindow;
-}
+int quietCount; // above 0 while the program itself places a ChildWindow
 
 struct PlatformPlace {
   int32_t x, y, width, height;
@@ -105,6 +78,18 @@ WindowGeometry NoGeometry() {
   return {kNowhere, kNowhere, kNowhere, kNowhere, kNowhere, kNowhere, kNowhere, kNowhere, 0, 0, 0, 0};
 }
 
+Insets InsetsOf(const WindowGeometry& g) {
+  return {g.insetLeft, g.insetTop, g.insetLeft + g.insetRight, g.insetTop + g.insetBottom};
+}
+
+void ClientFromOuter(WindowGeometry* g) {
+  const Insets insets = InsetsOf(*g);
+  g->clientLeft = PinToShort(g->outerLeft + insets.left);
+  g->clientTop = PinToShort(g->outerTop + insets.top);
+  g->clientWidth = PinToShort(g->outerWidth - insets.width);
+  g->clientHeight = PinToShort(g->outerHeight - insets.height);
+}
+
 void OuterFromClient(WindowGeometry* g) {
   const Insets insets = InsetsOf(*g);
   g->outerLeft = PinToShort(g->clientLeft - insets.left);
@@ -169,6 +154,10 @@ void StartChildGeometry(ChildWindow* window) {
   ApplyWindowGeometry(window, 0, 0, main.outerWidth / 2, main.outerHeight / 2);
 }
 
+bool ProgramPlacesWindow() {
+  return quietCount > 0;
+}
+
 Point ToWindowPoint(const ChildWindow* window, Point point) {
   if (!window) return point;
   return {PinToShort(point.v - window->geometry.clientTop), PinToShort(point.h - window->geometry.clientLeft)};
@@ -203,121 +192,6 @@ void SetMainMinimumSize(MainWindow* main, int16_t width, int16_t height) {
 
 bool MainIsIconic(const MainWindow* main) {
   return MainOr(main)->iconic;
-}
-
-// ---- What the platform tells -------------------------------------------------------------------------------------
-
-namespace {
-
-bool IsIconic(HWND handle) {
-  WINDOWPLACEMENT placement = {};
-  placement.length = sizeof placement;
-  ::GetWindowPlacement(handle, &placement);
-  return placement.showCmd == SW_SHOWMINIMIZED;
-}
-
-// Learns the frame from what the platform's default takes off the rectangle of WM_NCCALCSIZE.
-LRESULT LearnInsets(WindowGeometry* g, bool iconic, HWND handle, WPARAM wParam, LPARAM lParam) {
-  auto* rect = reinterpret_cast<RECT*>(lParam);
-  const RECT outer = *rect;
-  const LRESULT answer = ::DefWindowProcA(handle, WM_NCCALCSIZE, wParam, lParam);
-  if (!iconic) {
-    g->insetLeft = PinToShort(rect->left - outer.left);
-    g->insetTop = PinToShort(rect->top - outer.top);
-    g->insetRight = PinToShort(outer.right - rect->right);
-    g->insetBottom = PinToShort(outer.bottom - rect->bottom);
-  }
-  ClientFromOuter(g);
-  return answer;
-}
-
-bool StoreSize(WindowGeometry* g, const WINDOWPOS& place) {
-  if (place.cx == g->outerWidth && place.cy == g->outerHeight) return false;
-  const Insets insets = InsetsOf(*g);
-  g->outerWidth = PinToShort(place.cx);
-  g->outerHeight = PinToShort(place.cy);
-  g->clientWidth = PinToShort(g->outerWidth - insets.width);
-  g->clientHeight = PinToShort(g->outerHeight - insets.height);
-  return true;
-}
-
-// The outer corner in toolkit coordinates.
-bool StorePlace(WindowGeometry* g, int32_t x, int32_t y) {
-  const WindowGeometry before = *g;
-  g->outerLeft = PinToShort(x);
-  g->outerTop = PinToShort(y);
-  g->clientLeft = PinToShort(x + g->insetLeft);
-  g->clientTop = PinToShort(y + g->insetTop);
-  return g->outerLeft != before.outerLeft || g->outerTop != before.outerTop || g->clientLeft != before.clientLeft ||
-         g->clientTop != before.clientTop;
-}
-
-// The main window moved and the origin of toolkit coordinates with it. Windows that stand on the screen by themselves
-// stayed where they are, which is another place in those coordinates.
-void FollowOrigin(int32_t dx, int32_t dy) {
-  for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
-    const WindowGeometry& g = window->geometry;
-    if (IsTopLevel(window)) StorePlace(&window->geometry, g.outerLeft - dx, g.outerTop - dy);
-  }
-}
-
-// A slot for what the user did to the window.
-void CallUserSlot(ChildWindow* window, WindowMethod method) {
-  if (quietCount > 0 || window->flags & kWindowClosed) return;
-  SetPortWindow(window);
-  method(window);
-}
-
-} // namespace
-
-void ReadChildIconic(ChildWindow* window) {
-  window->iconic = IsIconic(window->window);
-}
-
-void ReadMainIconic(MainWindow* main) {
-  if (!main->window) return;
-  const bool before = main->iconic;
-  main->iconic = IsIconic(main->window);
-  CheckActiveState();
-  if (main->iconic != before) NotifySend(main, kChangeMainMinimised);
-}
-
-LRESULT ChildFrameChanged(ChildWindow* window, HWND handle, WPARAM wParam, LPARAM lParam) {
-  ReadChildIconic(window);
-  return LearnInsets(&window->geometry, window->iconic, handle, wParam, lParam);
-}
-
-LRESULT MainFrameChanged(MainWindow* main, HWND handle, WPARAM wParam, LPARAM lParam) {
-  ReadMainIconic(main);
-  return LearnInsets(&main->geometry, main->iconic, handle, wParam, lParam);
-}
-
-void ChildPlaceChanged(ChildWindow* window, const WINDOWPOS& place) {
-  EvaluateActiveWindow();
-  ReadChildIconic(window);
-  if (window->iconic) return;
-  const MainWindow* main = window->parent;
-  const bool topLevel = IsTopLevel(window);
-  const int32_t x = place.x + (topLevel ? -main->originX : main->geometry.insetLeft);
-  const int32_t y = place.y + (topLevel ? -main->originY : main->geometry.insetTop);
-  if (StoreSize(&window->geometry, place)) CallUserSlot(window, window->methods.resized);
-  if (StorePlace(&window->geometry, x, y)) CallUserSlot(window, window->methods.moved);
-}
-
-void MainPlaceChanged(MainWindow* main, const WINDOWPOS& place) {
-  WindowGeometry* g = &main->geometry;
-  const int16_t width = g->clientWidth, height = g->clientHeight, originX = main->originX, originY = main->originY;
-  ReadMainIconic(main);
-  if (!main->iconic) {
-    StoreSize(g, place);
-    main->originX = PinToShort(place.x);
-    main->originY = PinToShort(place.y);
-    StorePlace(g, 0, 0);
-    FollowOrigin(main->originX - originX, main->originY - originY);
-  }
-  if (main->originX != originX || main->originY != originY) NotifySend(main, kChangeMainMoved);
-  if (g->clientWidth != width || g->clientHeight != height) NotifySend(main, kChangeMainSize);
-  DisplayChanged();
 }
 
 } // namespace framereel

@@ -3,6 +3,11 @@
 
 #include <cstring>
 
+#include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/dib_buffers.h"
+#include "platform/bitmaps/load_bitmaps.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
 

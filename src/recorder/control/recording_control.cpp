@@ -2,7 +2,7 @@
 #include "recorder/control/recording_control.h"
 
 #include "core/timers.h"
-#include "platform/input/keys.h"
+#include "platform/display/beep.h"
 #include "platform/pump/pump.h"
 #include "recorder/control/countdown.h"
 #include "recorder/control/key_chords.h"

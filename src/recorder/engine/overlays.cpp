@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "platform/drawing/ports.h"
+#include "platform/drawing/current_port.h"
 
 namespace framereel {
 

@@ -3,7 +3,7 @@
 
 #include "core/app_strings.h"
 #include "core/text_format.h"
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/bitmaps/screen_colours.h"
 
 namespace framereel {
 namespace {

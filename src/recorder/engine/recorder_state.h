@@ -8,12 +8,13 @@
 #include "core/geometry.h"
 #include "gif/animation_stream.h"
 #include "gif/gif_records.h"
-#include "platform/bitmaps/bitmaps.h"
 #include "recorder/engine/pixel_format.h"
 #include "recorder/engine/recording_scale.h"
 
 namespace framereel {
 
+struct DibBuffer;
+struct Offscreen;
 struct Timer;
 
 // The user's settings. The engine reads them at the moments that stand beside them.

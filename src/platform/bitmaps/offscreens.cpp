@@ -1,11 +1,12 @@
-// Offscreens, DibBuffers and what lies between them.
-#include "platform/bitmaps/bitmaps.h"
-
-#include <cstring>
+// Making and freeing Offscreens; all that exist stand in a list, for the teardown.
+#include "platform/bitmaps/offscreens.h"
 
 #include "core/list.h"
 #include "core/memory.h"
+#include "platform/bitmaps/screen_colours.h"
+#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
+#include "platform/drawing/ports.h"
 
 namespace framereel {
 namespace {
@@ -55,11 +56,11 @@ Offscreen* NewDirectOffscreen(int16_t width, int16_t height, uint16_t depth) {
 
 } // namespace
 
-void BitmapsStartUp() {
+void OffscreensStartUp() {
   offscreens = ListNew();
 }
 
-void BitmapsShutDown() {
+void OffscreensShutDown() {
   while (ListFirst(offscreens)) FreeOffscreen(FromListValue<Offscreen>(ListFirst(offscreens)));
   ListDelete(offscreens);
   offscreens = nullptr;
@@ -92,69 +93,6 @@ void FreeOffscreen(Offscreen* offscreen) {
 
 Rect OffscreenBounds(const Offscreen* offscreen) {
   return {0, 0, offscreen->height, offscreen->width};
-}
-
-namespace {
-
-// All kinds have rows of whole 32-bit words; only the 1-bit kind counts rowSize in words.
-DibBuffer* NewDibBuffer(int16_t width, int16_t height, uint32_t bitsPerPixel, uint32_t rowUnit) {
-  const uint32_t rowBytes = (uint32_t(width) * bitsPerPixel + 31) / 32 * 4;
-  auto* buffer = static_cast<DibBuffer*>(MemAlloc(sizeof(DibBuffer)));
-  const size_t bytes = size_t{rowBytes} * size_t(height);
-  *buffer = {width, height, rowBytes / rowUnit, static_cast<uint8_t*>(MemAlloc(bytes))};
-  ::memset(buffer->bits, 0, bytes);
-  return buffer;
-}
-
-void ReadDibBuffer(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows,
-                   WORD bitsPerPixel, uint32_t rowUnit) {
-  if (bufferRow < 0 || offscreenRow < 0 || rows < 0) return;
-  if (buffer->width != offscreen->width || offscreenRow + rows > offscreen->height) return;
-  if (bufferRow + rows > buffer->height) return;
-  if (CurrentPort() == &offscreen->port) SetPortMain(nullptr);
-  const DWORD colours = bitsPerPixel == 8 ? 256 : 0;
-  BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), offscreen->width, offscreen->height, 1, bitsPerPixel, BI_RGB, 0, 2834,
-                      2834, colours, colours}};
-  const UINT usage = bitsPerPixel == 8 || bitsPerPixel == 2 ? DIB_PAL_COLORS : DIB_RGB_COLORS;
-  const auto start = UINT(offscreen->height - offscreenRow - rows);
-  ::GetDIBits(ScreenContext(), offscreen->bitmap, start, UINT(rows),
-              buffer->bits + size_t(bufferRow) * buffer->rowSize * rowUnit, &info, usage);
-}
-
-} // namespace
-
-DibBuffer* NewDibBuffer24(int16_t width, int16_t height) {
-  return NewDibBuffer(width, height, 24, 1);
-}
-DibBuffer* NewDibBuffer8(int16_t width, int16_t height) {
-  return NewDibBuffer(width, height, 8, 1);
-}
-DibBuffer* NewDibBuffer2(int16_t width, int16_t height) {
-  return NewDibBuffer(width, height, 2, 1);
-}
-DibBuffer* NewDibBuffer1(int16_t width, int16_t height) {
-  return NewDibBuffer(width, height, 1, 4);
-}
-
-void FreeDibBuffer(DibBuffer* buffer) {
-  MemFree(buffer->bits);
-  MemFree(buffer);
-}
-
-void ReadDibBuffer24(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows) {
-  ReadDibBuffer(buffer, bufferRow, offscreen, offscreenRow, rows, 24, 1);
-}
-
-void ReadDibBuffer8(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows) {
-  ReadDibBuffer(buffer, bufferRow, offscreen, offscreenRow, rows, 8, 1);
-}
-
-void ReadDibBuffer2(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows) {
-  ReadDibBuffer(buffer, bufferRow, offscreen, offscreenRow, rows, 2, 1);
-}
-
-void ReadDibBuffer1(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows) {
-  ReadDibBuffer(buffer, bufferRow, offscreen, offscreenRow, rows, 1, 4);
 }
 
 } // namespace framereel

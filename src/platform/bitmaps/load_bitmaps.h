@@ -1,0 +1,15 @@
+// Offscreens from the program's bitmap resources.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/records/offscreen_record.h"
+
+namespace framereel {
+
+// A bitmap resource as it stands, and one turned into a mask, which then is the current Port. Null when there is none.
+Offscreen* LoadOffscreen(uint16_t id);
+Offscreen* LoadMaskOffscreen(uint16_t id);
+Offscreen* LoadPicture(uint16_t id); // of the pictures, which the toolkit counts from 0
+
+} // namespace framereel

@@ -1,0 +1,12 @@
+// The call behind Beep.
+#include "platform/display/beep.h"
+
+#include "win32/win32.h"
+
+namespace framereel {
+
+void Beep() {
+  ::MessageBeep(UINT(-1));
+}
+
+} // namespace framereel

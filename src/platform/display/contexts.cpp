@@ -1,0 +1,53 @@
+// Making the contexts, and giving them back.
+#include "platform/display/contexts.h"
+
+namespace framereel {
+namespace {
+
+struct Contexts {
+  HDC screen, memory, source, onePixel;
+  HBITMAP onePixelBitmap;
+};
+
+Contexts contexts;
+
+} // namespace
+
+bool ContextsStartUp() {
+  contexts = {};
+  contexts.screen = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  if (!contexts.screen) return false;
+  contexts.memory = ::CreateCompatibleDC(contexts.screen);
+  contexts.source = ::CreateCompatibleDC(contexts.screen);
+  contexts.onePixel = ::CreateCompatibleDC(contexts.screen);
+  contexts.onePixelBitmap = ::CreateBitmap(32, 1, 1, 1, nullptr);
+  ::SelectObject(contexts.onePixel, contexts.onePixelBitmap);
+  return true;
+}
+
+void ContextsShutDown() {
+  ::DeleteDC(contexts.onePixel);
+  ::DeleteObject(contexts.onePixelBitmap);
+  ::DeleteDC(contexts.source);
+  ::DeleteDC(contexts.memory);
+  ::DeleteDC(contexts.screen);
+  contexts = {};
+}
+
+HDC ScreenContext() {
+  return contexts.screen;
+}
+
+HDC MemoryContext() {
+  return contexts.memory;
+}
+
+HDC SourceContext() {
+  return contexts.source;
+}
+
+HDC OnePixelContext() {
+  return contexts.onePixel;
+}
+
+} // namespace framereel

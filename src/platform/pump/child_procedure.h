@@ -1,0 +1,10 @@
+// The window procedure of all ChildWindows.
+#pragma once
+
+#include "win32/win32.h"
+
+namespace framereel {
+
+LRESULT ChildWindowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
+
+} // namespace framereel
