@@ -177,19 +177,17 @@ BOOL TextOutA(HDC context, int x, int y, const char* text, int length);
 inline constexpr int NULLREGION = 1;    // empty
 inline constexpr int SIMPLEREGION = 2;  // one rectangle
 inline constexpr int COMPLEXREGION = 3; // more
-inline constexpr int RGN_AND = 1;
 
 // A rectangle, its sides in order whichever way they are given; empty when two meet.
 HRGN CreateRectRgn(int left, int top, int right, int bottom);
-// Puts what `a` and `b` have in common into `into`, which exists and may be one of them. `how` is RGN_AND. Answers what
-// came of it.
-int CombineRgn(HRGN into, HRGN a, HRGN b, int how);
 // The smallest rectangle around it, all 0 for an empty one. Answers what the region is.
 int GetRgnBox(HRGN region, RECT* box);
 BOOL RectInRegion(HRGN region, const RECT* rect); // whether they share a pixel
 
 // Copies the region into the context as its clip, in its coordinates; null takes the clip away. Answers what it is.
 int SelectClipRgn(HDC context, HRGN region);
+// Takes what lies outside the rectangle, made as above, out of the clip. Answers what that is now.
+int IntersectClipRect(HDC context, int left, int top, int right, int bottom);
 // Copies the clip into the region: 1, or 0 when none is set, and then the region stays; -1 on a null handle.
 int GetClipRgn(HDC context, HRGN region);
 // The smallest rectangle around what can be drawn on: target, visible part and clip together.

@@ -44,10 +44,7 @@ void SetClip(int left, int top, int right, int bottom) {
 
 SavedClip* NarrowClip(int left, int top, int right, int bottom) {
   SavedClip* saved = SaveClip();
-  HRGN region = ::CreateRectRgn(left, top, right, bottom);
-  ::CombineRgn(region, region, saved->region, RGN_AND);
-  ::SelectClipRgn(CurrentContext(), region);
-  ::DeleteObject(region);
+  ::IntersectClipRect(CurrentContext(), left, top, right, bottom);
   return saved;
 }
 

@@ -19,19 +19,15 @@ int BoxOf(const Region& area, RECT* box) {
   return ComplexityOf(area);
 }
 
+PixelRect InOrder(int left, int top, int right, int bottom) {
+  return {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
+}
+
 } // namespace
 
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
-  const PixelRect r = {std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)};
-  return new (std::nothrow) Win32Region{{GdiKind::kRegion, false, 0}, Region(r)};
-}
-
-int CombineRgn(HRGN into, HRGN a, HRGN b, int how) {
-  if (!into || !a || !b || how != RGN_AND) return 0;
-  Region both = a->area;
-  both.Intersect(b->area);
-  into->area = both;
-  return ComplexityOf(into->area);
+  const Region area(InOrder(left, top, right, bottom));
+  return new (std::nothrow) Win32Region{{GdiKind::kRegion, false, 0}, area};
 }
 
 int GetRgnBox(HRGN region, RECT* box) {
@@ -48,6 +44,18 @@ int SelectClipRgn(HDC context, HRGN region) {
   if (!region) return SIMPLEREGION;
   context->clip = region->area;
   return ComplexityOf(region->area);
+}
+
+int IntersectClipRect(HDC context, int left, int top, int right, int bottom) {
+  if (!context) return 0;
+  const PixelRect rect = InOrder(left, top, right, bottom);
+  if (context->clipped) {
+    context->clip.Intersect(rect);
+  } else {
+    context->clip = Region(rect);
+  }
+  context->clipped = true;
+  return ComplexityOf(context->clip);
 }
 
 int GetClipRgn(HDC context, HRGN region) {
