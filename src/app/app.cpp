@@ -7,7 +7,7 @@
 #include "platform/display/display_caps.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
-#include "toolkit/view_class.h"
+#include "toolkit/views_start.h"
 
 namespace framereel {
 namespace {

@@ -1,4 +1,4 @@
-// See box.h.
+// The class Box: its record, its operations in the order of the class table, and what is set on one.
 #include "toolkit/box.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// See child_set.h. A child's operation may destroy the container: its ChildSet is then gone at once, while its record
-// can still be read. So whoever goes on after a call looks at the owner first.
+// Handing events and drawing on to children. A child's operation may destroy the container: its ChildSet is then gone
+// at once, while its record can still be read. So whoever goes on after a call looks at the owner first.
 #include "toolkit/child_set.h"
 
 #include "core/rects.h"

@@ -1,4 +1,4 @@
-// See view.h.
+// What can be done with a View of any class.
 #include "toolkit/view.h"
 
 #include "core/memory.h"

@@ -1,9 +1,8 @@
-// The default operations of a class, and what the toolkit hands down.
+// The default operations of a class.
 #include "toolkit/view_class.h"
 
 #include "core/memory.h"
 #include "platform/input/keys.h"
-#include "toolkit/box.h"
 #include "toolkit/view.h"
 
 namespace framereel {
@@ -80,29 +79,12 @@ constexpr ViewClass kDefaults = {
     .nativeProcedure = nullptr,
 };
 
-// In the order in which later classes may build on earlier ones.
-void SetUpClasses() {
-  BoxSetUpClass();
-}
-
-constexpr ViewCalls kCalls = {
-    .setUpClasses = SetUpClasses,
-    .makeCurrent = ViewMakeCurrent,
-    .draw = ViewDraw,
-    .destroy = ViewDestroy,
-    .hitTest = ViewHitTest,
-};
-
 } // namespace
 
 ViewClass* ClassNew() {
   auto* viewClass = static_cast<ViewClass*>(MemAlloc(sizeof(ViewClass)));
   *viewClass = kDefaults;
   return viewClass;
-}
-
-void ViewsStartUp() {
-  HandDownViewCalls(&kCalls);
 }
 
 } // namespace framereel

@@ -12,8 +12,4 @@ namespace framereel {
 // A table with the defaults, good for the process.
 ViewClass* ClassNew();
 
-// Hands the toolkit's operations down to the platform floor; runs ahead of PlatformInit, which then has all classes
-// set up at its time.
-void ViewsStartUp();
-
 } // namespace framereel

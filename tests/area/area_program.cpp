@@ -15,6 +15,7 @@
 #include "platform/windows/window_geometry.h"
 #include "toolkit/view.h"
 #include "toolkit/view_class.h"
+#include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
 

@@ -14,6 +14,7 @@
 #include "toolkit/box.h"
 #include "toolkit/child_set.h"
 #include "toolkit/view_class.h"
+#include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
