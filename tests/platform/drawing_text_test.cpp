@@ -74,6 +74,14 @@ TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
   EXPECT_EQ(GetFont(nullptr, 9, 0, 1.0), nullptr);
 }
 
+// Handles that are open, of the one family that there is.
+uint16_t OpenFontCount() {
+  const GrowArray& fonts = GetFontFamily(nullptr)->fonts;
+  uint16_t count = 0;
+  for (uint16_t i = 0; i < fonts.count; ++i) count += FromListValue<Font>(fonts.entries[i])->handle != nullptr;
+  return count;
+}
+
 TEST(Fonts, FromTheSeventhOnCloseTheFirstThatNobodyHolds) {
   Sheet sheet(8, 8);
   std::vector<Font*> fonts;

@@ -11,14 +11,15 @@
 namespace framereel {
 namespace {
 
+constexpr Colour kBlack = {0, 0, 0}, kWhite = {0xFFFF, 0xFFFF, 0xFFFF};
+
 List* offscreens; // all that exist
 
 // What the two colours of a monochrome bitmap are.
 bool IsBlackAndWhite(const ColourList& list) {
   if (list.count != 2) return false;
-  const auto full = [](const Colour& c, uint16_t v) { return c.red == v && c.green == v && c.blue == v; };
   const Colour *a = &list.colours[0], *b = &list.colours[1];
-  return (full(*a, 0) && full(*b, 0xFFFF)) || (full(*a, 0xFFFF) && full(*b, 0));
+  return (SameColour(*a, kBlack) && SameColour(*b, kWhite)) || (SameColour(*a, kWhite) && SameColour(*b, kBlack));
 }
 
 // A record for the bitmap, or null when there is no bitmap.
@@ -68,7 +69,7 @@ void OffscreensShutDown() {
 
 Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible) {
   if (!compatible) {
-    Colour blackWhite[2] = {{0, 0, 0}, {0xFFFF, 0xFFFF, 0xFFFF}};
+    Colour blackWhite[2] = {kBlack, kWhite};
     return NewIndexedOffscreen(width, height, {2, blackWhite});
   }
   const PixelSpec spec = ScreenPixelSpec();

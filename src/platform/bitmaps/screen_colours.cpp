@@ -19,8 +19,7 @@ void AllocateColours(ColourList* list, uint32_t count) {
 
 void AddOnce(ColourList* list, const Colour& colour) {
   for (uint32_t i = 0; i < list->count; ++i) {
-    const Colour& has = list->colours[i];
-    if (has.red == colour.red && has.green == colour.green && has.blue == colour.blue) return;
+    if (SameColour(list->colours[i], colour)) return;
   }
   list->colours[list->count++] = colour;
 }

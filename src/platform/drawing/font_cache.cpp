@@ -188,8 +188,4 @@ void DeselectFont(HDC context) {
   fonts.selected = nullptr;
 }
 
-uint16_t OpenFontCount() {
-  return ListCount(fonts.open);
-}
-
 } // namespace framereel

@@ -44,7 +44,5 @@ void ReleaseFont(Font* font); // drops a reference; null does nothing
 void SelectFont(HDC context, Font* font);
 // Puts back the font that the context held before the first selection.
 void DeselectFont(HDC context);
-// How many handles are open.
-uint16_t OpenFontCount();
 
 } // namespace framereel

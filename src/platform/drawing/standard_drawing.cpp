@@ -88,11 +88,6 @@ Colour PrimaryColour(int i) {
   return {channel(4), channel(2), channel(1)};
 }
 
-Colour GreyColour(int i) {
-  const auto level = uint16_t(i * 65535 / 7);
-  return {level, level, level};
-}
-
 const Colour& ColourWorkspace() {
   return standards.workspace;
 }

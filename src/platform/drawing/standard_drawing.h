@@ -26,8 +26,6 @@ DrawState* DrawStateShadow();  // shadows: the button shadow's
 
 // Eight full colours: bit 2 of i is red, bit 1 green, bit 0 blue. So 0 is black and 7 is white.
 Colour PrimaryColour(int i);
-// Eight greys, from 0, black, to 7, white.
-Colour GreyColour(int i);
 
 // The system's colours, as they were at start-up.
 const Colour& ColourWorkspace();

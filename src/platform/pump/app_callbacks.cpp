@@ -1,4 +1,4 @@
-// See app_callbacks.h.
+// The table of callbacks.
 #include "platform/pump/app_callbacks.h"
 
 #include <iterator>

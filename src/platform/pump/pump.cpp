@@ -1,4 +1,4 @@
-// See pump.h.
+// A pass of the event loop, and the loops that are made of passes.
 #include "platform/pump/pump.h"
 
 #include "core/memory.h"

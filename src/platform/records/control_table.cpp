@@ -1,4 +1,4 @@
-// See control_table.h. Free slots are chained, and each holds the next one of the chain.
+// Giving out numbers. Free slots are chained, and each holds the next one of the chain.
 #include "platform/records/control_table.h"
 
 #include "core/memory.h"

@@ -1,4 +1,4 @@
-// See later_modules.h.
+// The record as it is until somebody fills it in.
 #include "platform/records/later_modules.h"
 
 namespace framereel {

@@ -1,4 +1,4 @@
-// See active_window.h.
+// Choosing the active window, telling it, and the main window's caption.
 #include "platform/windows/active_window.h"
 
 #include "core/notices.h"

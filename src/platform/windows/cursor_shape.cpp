@@ -1,5 +1,5 @@
-// See cursor_shape.h. The cell that a window's class has for its shape spares a call for each further window of the
-// class.
+// Loading a shape and giving it to the classes. The cell that a window's class has for its shape spares a call for each
+// further window of the class.
 #include "platform/windows/cursor_shape.h"
 
 #include "platform/records/window_records.h"

@@ -39,6 +39,10 @@ void SetModalState(ChildWindow* window, View* view) {
   ResetMousePoint();
 }
 
+void SetModal(ChildWindow* window) {
+  if (window != state.window) SetModalState(window, nullptr);
+}
+
 // No other modal window goes back to this one any more: it leaves its place in their chain.
 void LeaveModalChain(const ChildWindow* leaving) {
   for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
@@ -50,10 +54,6 @@ void LeaveModalChain(const ChildWindow* leaving) {
 
 void ModalStartUp() {
   state = {};
-}
-
-void SetModal(ChildWindow* window) {
-  if (window != state.window) SetModalState(window, nullptr);
 }
 
 void BecomeModal(ChildWindow* window) {
@@ -85,13 +85,9 @@ bool ModalIsBlocking() {
   return Blocks(state.window);
 }
 
-ChildWindow* CurrentPopup() {
-  return state.window && !Blocks(state.window) ? state.window : nullptr;
-}
-
 void DismissPopup() {
-  ChildWindow* popup = CurrentPopup();
-  if (!popup) return;
+  ChildWindow* popup = state.window;
+  if (!popup || Blocks(popup)) return;
   SetPortWindow(popup);
   popup->methods.menuCommand(popup, nullptr);
 }

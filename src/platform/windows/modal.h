@@ -1,4 +1,5 @@
-// The modal window: it alone gets the mouse and the keys until it closes.
+// The modal window: it alone gets the mouse and the keys until it closes. A blocking one disables the main window and
+// the menus.
 //
 // A popup is modal too, but a passing one: it does not block. The windows behind it stay enabled, and it is told to go
 // away when something else begins.
@@ -9,18 +10,13 @@ namespace framereel {
 struct ChildWindow;
 struct View;
 
-// The window, null for none, becomes the modal one; the modal View goes. A blocking one disables the main window and
-// the menus.
-void SetModal(ChildWindow* window);
 // The one View that presses and keys go to; its window is then the modal one. Null: the modal window stays.
 void SetModalView(View* view);
 
 ChildWindow* GetModalWindow();
 View* GetModalView();
 bool ModalIsBlocking();
-// The modal window if it is a popup, else null.
-ChildWindow* CurrentPopup();
-// Tells the popup, if there is one, to go away.
+// Tells the modal window, if it is a popup, to go away.
 void DismissPopup();
 
 // ---- From child_window.h -----------------------------------------------------------------------------------------
