@@ -7,6 +7,7 @@
 #include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
+#include "platform/records/colour.h"
 
 namespace framereel {
 namespace {

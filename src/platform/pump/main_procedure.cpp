@@ -1,6 +1,7 @@
 // The messages of the main window, a function for each, and at the end their table.
 #include "platform/pump/main_procedure.h"
 
+#include "core/notices.h"
 #include "core/numbers.h"
 #include "platform/input/mouse.h"
 #include "platform/pump/app_callbacks.h"
@@ -8,7 +9,6 @@
 #include "platform/pump/pump.h"
 #include "platform/records/later_modules.h"
 #include "platform/records/window_records.h"
-#include "platform/windows/active_window.h"
 #include "platform/windows/paint_messages.h"
 #include "platform/windows/place_messages.h"
 
@@ -48,8 +48,11 @@ LRESULT OnNcCalcSize(const WindowMessage& m) {
   return MainFrameChanged(TheMainWindow(), m.handle, m.wParam, m.lParam);
 }
 
+// The caption stays lit as long as the program is the active one.
 LRESULT OnNcActivate(const WindowMessage& m) {
-  return MainCaptionActivated(m.handle, m.wParam, m.lParam);
+  WindowMessage lit = m;
+  if (ActiveGet()) lit.wParam = TRUE;
+  return DefaultAnswer(lit);
 }
 
 LRESULT OnCommand(const WindowMessage& m) {

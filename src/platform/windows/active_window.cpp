@@ -1,4 +1,4 @@
-// Choosing the active window, telling it, and the main window's caption.
+// Choosing the active window and telling it.
 #include "platform/windows/active_window.h"
 
 #include "core/notices.h"
@@ -13,7 +13,6 @@ namespace {
 struct ActivationState {
   ChildWindow* active;
   bool suspended;
-  WPARAM captionState; // what the main window's caption shows
 };
 
 ActivationState state;
@@ -108,7 +107,7 @@ void CheckActiveState() {
   if (active == ActiveGet()) return;
   ActiveSet(active);
   EvaluateActiveWindow();
-  if (WPARAM{active} != state.captionState) ::SendMessageA(main->window, WM_NCACTIVATE, 0, 0);
+  ::SendMessageA(main->window, WM_NCACTIVATE, active, 0);
 }
 
 void ChildActivated(ChildWindow* window) {
@@ -119,14 +118,6 @@ void ChildActivated(ChildWindow* window) {
 void ChildDeactivated(ChildWindow* window) {
   if (window == GetModalWindow()) DismissPopup();
   DeactivatedStep(window);
-}
-
-LRESULT MainCaptionActivated(HWND handle, WPARAM lit, LPARAM lParam) {
-  if (ActiveGet()) lit = TRUE;
-  if (lit == state.captionState) return TRUE;
-  state.captionState = lit;
-  ::DefWindowProcA(handle, WM_NCACTIVATE, lit, lParam);
-  return TRUE;
 }
 
 } // namespace framereel

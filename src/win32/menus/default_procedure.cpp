@@ -23,8 +23,11 @@ LRESULT OnNcCalcSize(HWND window, WPARAM, LPARAM lParam) {
 }
 
 LRESULT OnNcActivate(HWND window, WPARAM wParam, LPARAM) {
-  window->captionLit = wParam != 0;
-  InvalidateFrame(window);
+  const bool lit = wParam != 0;
+  if (lit != window->captionLit) {
+    window->captionLit = lit;
+    InvalidateFrame(window);
+  }
   return 1;
 }
 
