@@ -19,15 +19,15 @@ bool IsBlank(char byte) {
 
 // Where the line that begins at `from` is broken, if the text goes on without a line break up to `to`.
 size_t BreakAfter(HDC context, const EditText& edit, size_t from, size_t to, int32_t width) {
-  const size_t fits = width > 0 ? PlaceBefore(context, edit, {from, to}, width) : to;
+  if (width <= 0 || from == to) return to;
+  const size_t fits = std::max(PlaceBefore(context, edit, {from, to}, width), NextCharacter(edit.text, from));
   if (fits == to) return to;
   // Blanks at the break stay on the line, whether there is room for them or not.
   size_t end = fits;
   while (end < to && IsBlank(edit.text[end])) ++end;
   if (end > fits) return end;
   while (end > from && !IsBlank(edit.text[end - 1])) --end;
-  if (end > from) return end;
-  return std::max(fits, NextCharacter(edit.text, from));
+  return end > from ? end : fits;
 }
 
 } // namespace
