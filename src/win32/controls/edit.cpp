@@ -34,7 +34,7 @@ EditState& State(HWND edit) {
 void Changed(HWND edit) {
   State(edit).goalX = kNoGoal;
   Relayout(edit);
-  ShowCaret(edit);
+  RevealCaret(edit);
   NotifyParent(edit, EN_CHANGE);
 }
 
@@ -54,13 +54,13 @@ void EraseUpTo(HWND edit, EditMove move, EditChange kind) {
 void GoTo(HWND edit, size_t place, bool selects) {
   State(edit).goalX = kNoGoal;
   MoveCaret(&State(edit).text, place, selects);
-  ShowCaret(edit);
+  RevealCaret(edit);
 }
 
 void SelectRange(HWND edit, size_t from, size_t to) {
   State(edit).goalX = kNoGoal;
   Select(&State(edit).text, from, to);
-  ShowCaret(edit);
+  RevealCaret(edit);
 }
 
 bool Copy(HWND edit) {
@@ -148,6 +148,7 @@ constexpr KeyHandler kKeys[] = {
     {VK_NEXT, [](HWND edit, bool) { MoveLines(edit, int32_t(LinesInSight(edit))); }},
     {VK_HOME, [](HWND edit, bool control) { control ? Move(edit, EditMove::kTextStart) : MoveInLine(edit, false); }},
     {VK_END, [](HWND edit, bool control) { control ? Move(edit, EditMove::kTextEnd) : MoveInLine(edit, true); }},
+    {VK_CLEAR, [](HWND edit, bool) { Enter(edit, "", EditChange::kOther); }},
     {VK_DELETE, OnDeleteKey},
     {VK_INSERT, OnInsertKey},
 };
@@ -339,7 +340,7 @@ LRESULT OnEnable(HWND edit, WPARAM, LPARAM) {
 }
 
 LRESULT OnSetFocus(HWND edit, WPARAM, LPARAM) {
-  ShowCaret(edit);
+  RevealCaret(edit);
   return 0;
 }
 

@@ -121,7 +121,7 @@ void Relayout(HWND edit) {
   InvalidateAll(edit);
 }
 
-void ShowCaret(HWND edit) {
+void RevealCaret(HWND edit) {
   ScrollToCaret(edit, ControlContext(edit, State(edit).font));
   if (::GetFocus() == edit) StartCaret(edit);
   InvalidateAll(edit);

@@ -33,7 +33,7 @@ PixelRect DefaultFormat(HWND edit);
 // it painted. While the control has the focus the caret stays in sight.
 void Relayout(HWND edit);
 // The caret has moved: brings it into sight, lets it blink from the start, and has all painted.
-void ShowCaret(HWND edit);
+void RevealCaret(HWND edit);
 void StartCaret(HWND edit); // with the focus it comes
 void StopCaret(HWND edit);
 
