@@ -10,7 +10,10 @@
 
 #include "win32/win32_types.h"
 
+#include "win32/win32_controls.h"
 #include "win32/win32_drawing.h"
+#include "win32/win32_input.h"
+#include "win32/win32_menus.h"
 #include "win32/win32_windows.h"
 
 struct PALETTEENTRY {

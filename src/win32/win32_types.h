@@ -1,7 +1,7 @@
 // The plain types that all the platform calls share: numbers, handles, points and rectangles.
 //
-// win32.h is what callers include; it draws in win32_drawing.h (contexts, bitmaps, lines, fills, text) and
-// win32_windows.h (windows, messages, input).
+// win32.h is what callers include; it draws in win32_drawing.h (contexts, bitmaps, lines, fills, text),
+// win32_windows.h (windows and messages), win32_input.h (mouse, keys, pointer), win32_menus.h and win32_controls.h.
 #pragma once
 
 #include <cstddef>
@@ -27,6 +27,15 @@ using HFONT = struct Win32Font*;
 using HRGN = struct Win32Region*;
 using HCURSOR = struct Win32Cursor*;
 using HICON = HCURSOR;
+using HMENU = struct Win32Menu*;
+
+using WPARAM = uintptr_t;
+using LPARAM = intptr_t;
+using LRESULT = intptr_t;
+using LONG_PTR = intptr_t;
+using SHORT = int16_t;
+using ATOM = WORD;
+using WNDPROC = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 inline constexpr BOOL FALSE = 0;
 inline constexpr BOOL TRUE = 1;
@@ -60,4 +69,17 @@ inline constexpr BYTE GetBValue(COLORREF colour) {
 // The name of a numbered resource.
 inline const char* MAKEINTRESOURCEA(WORD id) {
   return reinterpret_cast<const char*>(uintptr_t{id});
+}
+
+inline constexpr WORD LOWORD(uintptr_t value) {
+  return WORD(value);
+}
+inline constexpr WORD HIWORD(uintptr_t value) {
+  return WORD(value >> 16);
+}
+inline constexpr LPARAM MAKELPARAM(int low, int high) {
+  return LPARAM(DWORD{WORD(low)} | DWORD{WORD(high)} << 16);
+}
+inline constexpr WPARAM MAKEWPARAM(int low, int high) {
+  return WPARAM(DWORD{WORD(low)} | DWORD{WORD(high)} << 16);
 }

@@ -1,4 +1,4 @@
-// The platform calls for windows, messages, input and the shell.
+// The platform calls for windows, messages and the shell. What the user does stands in win32_input.h.
 //
 // A window is a record in a tree. A window without a parent is top-level: it has the pixels, and the display shows it.
 // A child draws into its top-level window's pixels, clipped by its parents, and by its siblings and children as the
@@ -18,10 +18,13 @@
 //                     WM_ACTIVATEAPP 1 to all top-level windows; to the window: WM_NCACTIVATE 1, WM_ACTIVATE 1 (2 by
 //                     a click), whose default sets the focus
 //   the focus         WM_KILLFOCUS to the window before, WM_SETFOCUS
+//   the capture       WM_CAPTURECHANGED to the window before, whoever takes the mouse from it
 //   losing            to another program: WM_NCACTIVATE 0, WM_ACTIVATE 0, WM_ACTIVATEAPP 0 to all, WM_KILLFOCUS
-//   EnableWindow      WM_ENABLE, when it changes
-//   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding; then
-//                     WM_DESTROY to it and its children, parents first, and WM_NCDESTROY, children first
+//   EnableWindow      when it changes: what losing capture and focus sends, WM_ENABLE
+//   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding; what
+//                     losing capture and focus sends, where it or a child has them; then WM_DESTROY to it and its
+//                     children, parents first, and WM_NCDESTROY, children first
+//   the title         SetWindowTextA: WM_SETTEXT; GetWindowTextA: WM_GETTEXT; GetWindowTextLengthA: WM_GETTEXTLENGTH
 //
 // A message that has no place in a table above means nothing to this program and is not sent.
 //
@@ -36,25 +39,6 @@
 
 #include "win32/win32_types.h"
 
-using WPARAM = uintptr_t;
-using LPARAM = intptr_t;
-using LRESULT = intptr_t;
-using LONG_PTR = intptr_t;
-using SHORT = int16_t;
-using ATOM = WORD;
-using HMENU = struct Win32Menu*;
-using WNDPROC = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-inline constexpr WORD LOWORD(uintptr_t value) {
-  return WORD(value);
-}
-inline constexpr WORD HIWORD(uintptr_t value) {
-  return WORD(value >> 16);
-}
-inline constexpr LPARAM MAKELPARAM(int low, int high) {
-  return LPARAM(DWORD{WORD(low)} | DWORD{WORD(high)} << 16);
-}
-
 // ---- Messages ----------------------------------------------------------------------------------------------------
 
 inline constexpr UINT WM_CREATE = 1; // lParam is 0 here and in WM_NCCREATE; -1 ends the creation
@@ -65,6 +49,11 @@ inline constexpr UINT WM_ACTIVATE = 6;  // low word of wParam: 0 no, 1 yes, 2 ye
 inline constexpr UINT WM_SETFOCUS = 7;  // wParam: the window before
 inline constexpr UINT WM_KILLFOCUS = 8; // wParam: the window after
 inline constexpr UINT WM_ENABLE = 10;   // wParam: whether it is enabled now
+// The text of a window: its title, or what a control says it is. wParam of WM_GETTEXT is the size of the buffer lParam;
+// the answer is the number of bytes put there, without the zero behind them. The default keeps a title.
+inline constexpr UINT WM_SETTEXT = 12;
+inline constexpr UINT WM_GETTEXT = 13;
+inline constexpr UINT WM_GETTEXTLENGTH = 14;
 inline constexpr UINT WM_PAINT = 15;
 inline constexpr UINT WM_CLOSE = 16;            // the default destroys the window
 inline constexpr UINT WM_QUIT = 18;             // wParam: the exit code
@@ -81,52 +70,11 @@ inline constexpr UINT WM_NCDESTROY = 130;       // the last message of a window
 // window minimised it stays as it is.
 inline constexpr UINT WM_NCCALCSIZE = 131;
 inline constexpr UINT WM_NCACTIVATE = 134; // wParam: lit or not; the default draws the caption so and answers 1
-inline constexpr UINT WM_GETDLGCODE = 135;
-inline constexpr UINT WM_NCMOUSEMOVE = 160; // non-client mouse: wParam one of HT..., lParam screen point
-inline constexpr UINT WM_NCLBUTTONDOWN = 161;
-inline constexpr UINT WM_NCLBUTTONUP = 162;
-inline constexpr UINT WM_NCMBUTTONDBLCLK = 169; // the other buttons lie between, as below
-// Keys: wParam virtual key; lParam bits 0-15 count (1), 16-23 scan code, 29 Alt is down, 30 was down, 31 going up. The
-// system forms come with Alt and without Ctrl, for Alt itself, and when no window has the focus.
-inline constexpr UINT WM_KEYDOWN = 256;
-inline constexpr UINT WM_KEYUP = 257;
-inline constexpr UINT WM_CHAR = 258; // wParam: a Latin-1 character, from TranslateMessage
-inline constexpr UINT WM_SYSKEYDOWN = 260;
-inline constexpr UINT WM_SYSKEYUP = 261;
-inline constexpr UINT WM_SYSCHAR = 262;
-inline constexpr UINT WM_COMMAND = 273;    // low word of wParam: the id; lParam: the control, or 0 from a menu
+inline constexpr UINT WM_COMMAND = 273;    // wParam: id, and a control's notice; lParam: the control, 0 from a menu
 inline constexpr UINT WM_SYSCOMMAND = 274; // wParam: SC_... or an id of the program's own; lParam: screen point, or key
 inline constexpr UINT WM_HSCROLL = 276;
 inline constexpr UINT WM_VSCROLL = 277;
 inline constexpr UINT WM_ENTERIDLE = 289; // again and again to the owner of an open menu while nothing happens
-// Mouse: lParam client point; wParam MK_... of what is down.
-inline constexpr UINT WM_MOUSEMOVE = 512;
-inline constexpr UINT WM_LBUTTONDOWN = 513;
-inline constexpr UINT WM_LBUTTONUP = 514;
-inline constexpr UINT WM_LBUTTONDBLCLK = 515; // no class asks for double clicks, so none comes
-inline constexpr UINT WM_RBUTTONDOWN = 516;
-inline constexpr UINT WM_RBUTTONUP = 517;
-inline constexpr UINT WM_RBUTTONDBLCLK = 518;
-inline constexpr UINT WM_MBUTTONDOWN = 519;
-inline constexpr UINT WM_MBUTTONUP = 520;
-inline constexpr UINT WM_MBUTTONDBLCLK = 521;
-
-inline constexpr WPARAM MK_LBUTTON = 1;
-inline constexpr WPARAM MK_RBUTTON = 2;
-inline constexpr WPARAM MK_SHIFT = 4;
-inline constexpr WPARAM MK_CONTROL = 8;
-inline constexpr WPARAM MK_MBUTTON = 16;
-
-inline constexpr LRESULT DLGC_WANTALLKEYS = 4;
-
-inline constexpr int HTNOWHERE = 0;
-inline constexpr int HTCLIENT = 1;
-inline constexpr int HTCAPTION = 2;
-inline constexpr int HTSYSMENU = 3;
-inline constexpr int HTMINBUTTON = 8;
-inline constexpr int HTBORDER = 18;
-inline constexpr int HTCLOSE = 20;
-
 // System commands: the four low bits of wParam are the sender's own.
 inline constexpr WPARAM SC_MOVE = 0xF010;
 inline constexpr WPARAM SC_MINIMIZE = 0xF020;
@@ -171,14 +119,17 @@ BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// Runs a procedure that SetWindowLongPtrA has answered.
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // What every window does with a message that its procedure leaves alone.
 LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 void PostQuitMessage(int exitCode);
 
-// ---- Classes, cursors, icons -------------------------------------------------------------------------------------
+// ---- Classes, icons ----------------------------------------------------------------------------------------------
 
 inline constexpr UINT CS_VREDRAW = 1; // paint the whole client area on a new height
 inline constexpr UINT CS_HREDRAW = 2; // and on a new width
+inline constexpr UINT CS_DBLCLKS = 8; // tell double clicks
 inline constexpr UINT CS_OWNDC = 32;  // GetDC and BeginPaint answer one context, which keeps its state
 
 struct WNDCLASSA {
@@ -203,21 +154,11 @@ inline constexpr int GCL_HCURSOR = -12;
 // this is the pointer-sized form of the call. Answers the one before.
 LONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value);
 
-inline const char* const IDC_ARROW = MAKEINTRESOURCEA(32512);
-inline const char* const IDC_IBEAM = MAKEINTRESOURCEA(32513);
-inline const char* const IDC_WAIT = MAKEINTRESOURCEA(32514);
-inline const char* const IDC_CROSS = MAKEINTRESOURCEA(32515);
 inline const char* const IDI_APPLICATION = MAKEINTRESOURCEA(32512);
 
-// With a null instance one of the four shapes or the stock icon; with the program's instance (any other value) a
-// resource of its own. Null when there is none. They are the layer's.
-HCURSOR LoadCursorA(HINSTANCE instance, const char* name);
+// With a null instance the stock icon; with the program's instance (any other value) a resource of its own. Null when
+// there is none. They are the layer's.
 HICON LoadIconA(HINSTANCE instance, const char* name);
-// Shows it until the pointer moves to where a class says otherwise; while the mouse is captured, until it is let go.
-// Answers the one before.
-HCURSOR SetCursor(HCURSOR cursor);
-// Moves the pointer. A mouse move follows as if the user had moved it.
-BOOL SetCursorPos(int x, int y);
 
 // ---- Windows -----------------------------------------------------------------------------------------------------
 
@@ -253,6 +194,9 @@ LONG_PTR GetWindowLongPtrA(HWND window, int index);
 LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 
 BOOL SetWindowTextA(HWND window, const char* text);
+// Copies the text, cut to `bufferSize` - 1 bytes, and a zero byte behind it. Answers the number of bytes without it.
+int GetWindowTextA(HWND window, char* buffer, int bufferSize);
+int GetWindowTextLengthA(HWND window); // in bytes, without the zero
 
 // ---- Place, order, visibility ------------------------------------------------------------------------------------
 
@@ -296,24 +240,13 @@ BOOL GetWindowRect(HWND window, RECT* rect); // on the screen
 BOOL GetClientRect(HWND window, RECT* rect); // from 0, 0
 // The topmost child, or the topmost of our top-level windows for null; visible or not.
 HWND GetTopWindow(HWND window);
+HWND GetParent(HWND window); // of a child; null for a top-level window
 inline constexpr UINT GW_HWNDNEXT = 2;
 HWND GetWindow(HWND window, UINT which); // GW_HWNDNEXT: the sibling below
 BOOL IsWindowVisible(HWND window);       // it and all its parents
 // The window of ours at a point of the screen, children before parents, hidden and disabled ones left out; null for
 // none.
 HWND WindowFromPoint(POINT point);
-
-// ---- Enabling, focus, capture ------------------------------------------------------------------------------------
-
-// A disabled window, and every child in it, gets no mouse or key events. Answers whether it was disabled before.
-BOOL EnableWindow(HWND window, BOOL enable);
-// Gives the keyboard to a window, null for none, and activates its top-level window when the program has the keyboard.
-// Does nothing for a disabled or minimised one. Answers the window before.
-HWND SetFocus(HWND window);
-HWND GetFocus();
-// All mouse events go to the window, as client points, until it is let go, destroyed, or the display takes it away.
-HWND SetCapture(HWND window);
-BOOL ReleaseCapture();
 
 // ---- Painting ----------------------------------------------------------------------------------------------------
 
@@ -350,56 +283,6 @@ inline constexpr int COLOR_BTNSHADOW = 16;
 inline constexpr int COLOR_GRAYTEXT = 17;
 inline constexpr int COLOR_3DLIGHT = 22;
 DWORD GetSysColor(int which);
-
-// ---- Keys --------------------------------------------------------------------------------------------------------
-
-inline constexpr int VK_LBUTTON = 1;
-inline constexpr int VK_RBUTTON = 2;
-inline constexpr int VK_MBUTTON = 4;
-inline constexpr int VK_BACK = 8;
-inline constexpr int VK_TAB = 9;
-inline constexpr int VK_RETURN = 13;
-inline constexpr int VK_SHIFT = 16;
-inline constexpr int VK_CONTROL = 17;
-inline constexpr int VK_MENU = 18; // Alt
-inline constexpr int VK_CAPITAL = 20;
-inline constexpr int VK_ESCAPE = 27;
-inline constexpr int VK_SPACE = 32;
-inline constexpr int VK_LEFT = 37;
-inline constexpr int VK_UP = 38;
-inline constexpr int VK_RIGHT = 39;
-inline constexpr int VK_DOWN = 40;
-inline constexpr int VK_DELETE = 46;
-inline constexpr int VK_F4 = 115;
-inline constexpr int VK_F6 = 117;
-inline constexpr int VK_F10 = 121;
-
-// As of the message last taken: below 0 while the key is down, bit 0 the lock of VK_CAPITAL.
-SHORT GetKeyState(int virtualKey);
-// The same for all 256 keys: bit 7 down, bit 0 locked.
-BOOL GetKeyboardState(BYTE* state);
-// At this moment, whoever has the focus: below 0 while the key is down.
-SHORT GetAsyncKeyState(int virtualKey);
-// The characters of a key with the state of Shift, Ctrl and the lock as given. 1: a Latin-1 character in the low byte
-// of `characters`; 2: an accent that could not be joined, and the character in the high byte; 0: none; -1: an accent
-// that waits for the next key. Asking again about the same key press gives the key without the accent that was joined.
-// `scan` is the low byte of the high word of the message's lParam; `flags` is 0.
-int ToAscii(UINT virtualKey, UINT scan, const BYTE* state, WORD* characters, UINT flags);
-
-// ---- Menus -------------------------------------------------------------------------------------------------------
-
-inline constexpr UINT MF_GRAYED = 1;
-inline constexpr UINT MF_CHECKED = 8;
-inline constexpr UINT MF_SEPARATOR = 0x800;
-
-// The window's system menu, or null when it has none; TRUE puts it back as it was made, and answers null.
-HMENU GetSystemMenu(HWND window, BOOL revert);
-// Another id, text ("&" before the letter that picks it, a tab before the name of its keys) and flags for the item with
-// the id `item`. FALSE when there is no such item.
-BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, UINT id, const char* text);
-BOOL AppendMenuA(HMENU menu, UINT flags, UINT id, const char* text);
-// Paints the window's frame again.
-BOOL DrawMenuBar(HWND window);
 
 // ---- System ------------------------------------------------------------------------------------------------------
 

@@ -83,6 +83,75 @@ TEST_F(MouseInput, EndsACaptureWithItsWindowWithDisablingAndWhenTheDisplayTakesI
   }
 }
 
+TEST_F(MouseInput, TellsTheWindowThatLosesACaptureBeforeItIsGone) {
+  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
+  const std::initializer_list<const char*> kept = {"CAPTURECHANGED", "KILLFOCUS", "DESTROY", "NCDESTROY"};
+  ::SetCapture(child);
+  ::SetCapture(child);
+  EXPECT_EQ(TakeLog(kept), "");
+  ::SetCapture(main);
+  EXPECT_EQ(TakeLog(kept), "child CAPTURECHANGED");
+  MemoryTakeCapture();
+  Drain();
+  EXPECT_EQ(TakeLog(kept), "main CAPTURECHANGED");
+  ::SetCapture(child);
+  ::SetFocus(child);
+  TakeLog();
+  // Neither comes back to a window that is on its way out.
+  Answer(WM_DESTROY, [child](HWND, WPARAM, LPARAM) {
+    ::SetFocus(child);
+    ::SetCapture(child);
+    return 0;
+  });
+  ::DestroyWindow(child);
+  EXPECT_EQ(TakeLog(kept), "child CAPTURECHANGED; child KILLFOCUS; child DESTROY; child NCDESTROY");
+  EXPECT_EQ(::GetFocus(), nullptr);
+}
+
+TEST_F(MouseInput, MakesTwoPressesADoubleClickWhereTheClassAsksForIt) {
+  struct Case {
+    const char* className;
+    uint32_t delay;
+    int32_t distance;
+    uint8_t secondButton;
+    const char* behindTheFirst;
+  };
+  const Case cases[] = {
+      {"LogTwice", 500, 4, 1, "LBUTTONDBLCLK 1 at 21,14; child LBUTTONDOWN 1 at 17,18"}, // a third press begins anew
+      {"LogTwice", 501, 0, 1, "LBUTTONDOWN 1 at 17,18; child LBUTTONDBLCLK 1 at 17,18"},
+      {"LogTwice", 0, 5, 1, "LBUTTONDOWN 1 at 22,13; child LBUTTONDOWN 1 at 17,18"},
+      {"LogTwice", 0, 0, 3, "RBUTTONDOWN 2 at 17,18; child LBUTTONDOWN 1 at 17,18"},
+      {"Log", 0, 0, 1, "LBUTTONDOWN 1 at 17,18; child LBUTTONDOWN 1 at 17,18"},
+  };
+  for (const Case& one : cases) {
+    HWND child = MakeWindow("child", kChildStyle | WS_VISIBLE, {10, 10, 60, 60}, main, one.className);
+    MemoryClick(130, 150);
+    TheMemoryDisplay().tick += one.delay;
+    MemoryClick(130 + one.distance, 150 - one.distance, one.secondButton);
+    MemoryClick(130, 150);
+    Drain();
+    EXPECT_EQ(TakeLog({"LBUTTONDOWN", "LBUTTONDBLCLK", "RBUTTONDOWN"}),
+              std::string("child LBUTTONDOWN 1 at 17,18; child ") + one.behindTheFirst);
+    ::DestroyWindow(child);
+    TheMemoryDisplay().tick += 1000;
+  }
+}
+
+TEST_F(MouseInput, OfTheWheelGoesToWhatLiesUnderThePointerAndOnToItsParents) {
+  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
+  MemoryMovePointerTo(120, 140);
+  Mouse();
+  MemoryPressKey(VK_CONTROL);
+  MemoryTurnWheel(1);
+  MemoryReleaseKey(VK_CONTROL);
+  Drain();
+  EXPECT_EQ(TakeLog({"MOUSEWHEEL"}), "child MOUSEWHEEL 7864328 at 120,140; main MOUSEWHEEL 7864328 at 120,140");
+  ::EnableWindow(child, FALSE);
+  MemoryTurnWheel(-2);
+  Drain();
+  EXPECT_EQ(TakeLog({"MOUSEWHEEL"}), "main MOUSEWHEEL 4279238656 at 120,140");
+}
+
 TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
   MemoryMovePointerTo(150, 200);
   Drain();

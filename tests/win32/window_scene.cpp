@@ -30,7 +30,7 @@ using Names = std::vector<std::pair<UINT, const char*>>;
 // The log tells nothing of these but their names.
 const Names kPlain = {NAMED(CREATE),        NAMED(DESTROY),  NAMED(SETFOCUS),   NAMED(KILLFOCUS),
                       NAMED(PAINT),         NAMED(CLOSE),    NAMED(ERASEBKGND), NAMED(WININICHANGE),
-                      NAMED(GETMINMAXINFO), NAMED(NCCREATE), NAMED(NCDESTROY)};
+                      NAMED(GETMINMAXINFO), NAMED(NCCREATE), NAMED(NCDESTROY),  NAMED(CAPTURECHANGED)};
 // Of these a place or a size.
 const Names kPlaced = {NAMED(MOVE), NAMED(SIZE), NAMED(DISPLAYCHANGE), NAMED(NCCALCSIZE), NAMED(WINDOWPOSCHANGED)};
 // Of these wParam.
@@ -40,7 +40,9 @@ const Names kNumbered = {NAMED(ACTIVATE), NAMED(ENABLE),     NAMED(SHOWWINDOW), 
 // Of these wParam and the point.
 const Names kMouse = {NAMED(NCMOUSEMOVE), NAMED(NCLBUTTONDOWN), NAMED(NCLBUTTONUP), NAMED(MOUSEMOVE),
                       NAMED(LBUTTONDOWN), NAMED(LBUTTONUP),     NAMED(RBUTTONDOWN), NAMED(RBUTTONUP),
-                      NAMED(MBUTTONDOWN), NAMED(MBUTTONUP)};
+                      NAMED(MBUTTONDOWN), NAMED(MBUTTONUP),     NAMED(MOUSEWHEEL),  NAMED(LBUTTONDBLCLK)};
+// Of this the control's id and its notice.
+const Names kCommand = {NAMED(COMMAND)};
 #undef NAMED
 
 // Null when the message is none of them.
@@ -52,7 +54,7 @@ const char* NameIn(const Names& names, UINT message) {
 }
 
 std::string NameOf(UINT message) {
-  for (const Names* names : {&kPlain, &kPlaced, &kNumbered, &kMouse}) {
+  for (const Names* names : {&kPlain, &kPlaced, &kNumbered, &kMouse, &kCommand}) {
     if (const char* name = NameIn(*names, message)) return name;
   }
   return std::to_string(message);
@@ -64,6 +66,7 @@ std::string DetailOf(UINT message, WPARAM wParam, LPARAM lParam) {
   std::ostringstream text;
   if (NameIn(kNumbered, message)) text << ' ' << wParam;
   if (NameIn(kMouse, message)) text << ' ' << wParam << " at " << low << ',' << high;
+  if (message == WM_COMMAND) text << ' ' << LOWORD(wParam) << ':' << HIWORD(wParam);
   if (message == WM_MOVE) text << ' ' << low << ',' << high;
   if (message == WM_SIZE || message == WM_DISPLAYCHANGE) text << ' ' << wParam << ' ' << low << 'x' << high;
   if (message == WM_NCCALCSIZE) {
@@ -121,6 +124,7 @@ WindowScene::WindowScene(int32_t width, int32_t height, int32_t depth) {
   Register("LogAnew", CS_HREDRAW | CS_VREDRAW, COLOR_WINDOW + 1);
   Register("LogOwn", CS_OWNDC, COLOR_WINDOW + 1);
   Register("LogBare", 0, 0);
+  Register("LogTwice", CS_DBLCLKS, COLOR_WINDOW + 1);
 }
 
 WindowScene::~WindowScene() {
@@ -147,6 +151,15 @@ HWND ShowChild(const char* title, const PixelRect& place, HWND parent, DWORD sty
   Drain();
   TakeLog();
   return window;
+}
+
+HWND ShowControl(const char* className, const char* text, DWORD style, const PixelRect& r, HWND parent, int id) {
+  HWND control =
+      ::CreateWindowExA(0, className, text, style | kChildStyle | WS_VISIBLE, r.left, r.top, r.right - r.left,
+                        r.bottom - r.top, parent, reinterpret_cast<HMENU>(intptr_t{id}), nullptr, nullptr);
+  Drain();
+  TakeLog();
+  return control;
 }
 
 HWND ShowCover(HWND owner) {

@@ -15,7 +15,8 @@
 namespace framereel {
 
 // A desktop with nothing on it and the window classes "Log" (a background), "LogAnew" (painted anew on every new size),
-// "LogOwn" (a context of its own) and "LogBare" (no background). There is one scene at a time.
+// "LogOwn" (a context of its own), "LogBare" (no background) and "LogTwice" (asks for double clicks). There is one
+// scene at a time.
 class WindowScene {
 public:
   WindowScene(int32_t width = 640, int32_t height = 480, int32_t depth = 24);
@@ -31,6 +32,8 @@ HWND MakeWindow(const char* title, DWORD style, const PixelRect& place, HWND par
                 const char* className = "Log", DWORD extendedStyle = 0);
 HWND ShowFrame(const char* title, const PixelRect& place, HWND owner = nullptr); // active, and the queue is empty
 HWND ShowChild(const char* title, const PixelRect& place, HWND parent, DWORD style = kChildStyle);
+// A control of the system's; its messages are not in the log.
+HWND ShowControl(const char* className, const char* text, DWORD style, const PixelRect& place, HWND parent, int id);
 
 // A window called "main", active and alone; its client area lies from 103, 122 to 303, 322.
 inline constexpr PixelRect kMainPlace = {100, 100, 306, 325};

@@ -106,10 +106,18 @@ TEST_F(X11WindowInput, MouseEventsTellPlaceAndButton) {
     last = down.tick;
     WaitForManager(); // it held the mouse for a moment, to see the press first
   }
-  // The wheel is no button.
-  Button(4, true);
-  Button(4, false);
-  EXPECT_FALSE(Came(Kind::kMouseDown));
+  // The wheel is no button, and other buttons are nobody's.
+  for (unsigned int button : {4, 5, 6}) {
+    Button(button, true);
+    Button(button, false);
+  }
+  std::vector<int> notches;
+  for (const DisplayEvent& event : Drain()) {
+    EXPECT_EQ(event.kind, Kind::kMouseWheel);
+    EXPECT_EQ(event.x, 91);
+    notches.push_back(event.notches);
+  }
+  EXPECT_EQ(notches, (std::vector<int>{1, -1}));
 }
 
 TEST_F(X11WindowInput, CaptureTakesAllMouseEventsUntilItIsGivenBackOrLost) {

@@ -180,6 +180,16 @@ void SelectFont(HDC context, Font* font) {
   ::SetTextCharacterExtra(context, font->style & kFontOutlined ? 2 : 0);
 }
 
+HFONT HoldFont(Font* font) {
+  if (!font) return nullptr;
+  ++font->selectCount; // before it opens, as above
+  return OpenFont(font) ? font->handle : nullptr;
+}
+
+void LetGoOfFont(Font* font) {
+  if (font) --font->selectCount;
+}
+
 void DeselectFont(HDC context) {
   if (!context || !fonts.homeFont) return;
   ::SelectObject(context, fonts.homeFont);

@@ -42,6 +42,10 @@ void ReleaseFont(Font* font); // drops a reference; null does nothing
 
 // Selects the font into the context, opening it where needed. Null in either does nothing.
 void SelectFont(HDC context, Font* font);
+// For native controls, which draw with a font by themselves: it stays open until it has been let go as often. Answers
+// its handle, null when it cannot be opened. Null does nothing.
+HFONT HoldFont(Font* font);
+void LetGoOfFont(Font* font);
 // Puts back the font that the context held before the first selection.
 void DeselectFont(HDC context);
 

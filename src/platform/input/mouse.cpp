@@ -103,7 +103,7 @@ void EnterView(View* view) {
 
 // Both with the point in the coordinates of the window that they are for.
 void PressMouse(uint16_t flags, ChildWindow* target, Point p) {
-  TheLaterModules().endEditSession(nullptr);
+  if (!TheLaterModules().isEditedThere(target, p.h, p.v)) TheLaterModules().endEditSession(nullptr);
   if (!IsOpen(target)) return;
   MouseTargets& targets = TheMouseTargets();
   View* view = GetModalView() ? GetModalView() : HitTestWindow(target, p.h, p.v);

@@ -4,6 +4,7 @@
 #include "core/memory.h"
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
+#include "platform/controls/edit_session.h"
 #include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
@@ -49,6 +50,7 @@ void StartWindowState() {
   KeyEventsStartUp();
   KeysStartUp();
   CursorShapeStartUp();
+  EditSessionStartUp();
   ChildWindowsStartUp();
 }
 

@@ -40,7 +40,7 @@ void OnMinimised(HWND window, bool minimised) {
 }
 
 void OnCaptureLost(const DisplayEvent& event) {
-  TheWindows().capture = nullptr;
+  MoveCapture(nullptr);
   // For whoever follows the mouse in a loop of its own.
   EnqueueInput(event);
 }
@@ -65,6 +65,7 @@ void Handle(const DisplayEvent& event) {
   case DisplayEventKind::kMouseMove:
   case DisplayEventKind::kMouseDown:
   case DisplayEventKind::kMouseUp:
+  case DisplayEventKind::kMouseWheel:
   case DisplayEventKind::kKeyDown:
   case DisplayEventKind::kKeyUp:
     return EnqueueInput(event);

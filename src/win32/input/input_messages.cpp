@@ -1,6 +1,8 @@
 // From keys and buttons to messages: for whom they are, and what they say.
 #include "win32/input/input_messages.h"
 
+#include <cstdlib>
+
 #include "win32/input/cursors.h"
 #include "win32/input/keyboard.h"
 #include "win32/windows/activation.h"
@@ -12,8 +14,12 @@ namespace {
 
 using Kind = DisplayEventKind;
 
+constexpr uint32_t kDoubleClickMs = 500;
+constexpr int32_t kDoubleClickPixels = 4; // how far apart two presses may be, each way
+constexpr int kWheelNotch = 120;          // as WM_MOUSEWHEEL counts
+
 bool IsMouse(Kind kind) {
-  return kind == Kind::kMouseMove || kind == Kind::kMouseDown || kind == Kind::kMouseUp;
+  return kind == Kind::kMouseMove || kind == Kind::kMouseDown || kind == Kind::kMouseUp || kind == Kind::kMouseWheel;
 }
 
 bool IsKey(Kind kind) {
@@ -58,10 +64,32 @@ MouseTarget TargetOf(const DisplayEvent& event) {
   return {window, HitTest(*window, event.x, event.y)};
 }
 
+// Whether a press is the second one of a double click.
+bool IsSecondPress(const DisplayEvent& event, const Win32Window& window) {
+  const ButtonPress& first = window.lastPress;
+  if (event.kind != Kind::kMouseDown || !(window.windowClass->style & CS_DBLCLKS)) return false;
+  const bool together = first.number && first.number == TheWindows().buttonPresses && first.button == event.button;
+  return together && event.tick - first.tick <= kDoubleClickMs && std::abs(event.x - first.x) <= kDoubleClickPixels &&
+         std::abs(event.y - first.y) <= kDoubleClickPixels;
+}
+
+bool WheelMessageOf(const DisplayEvent& event, HWND window, MSG* message) {
+  message->hwnd = window;
+  message->message = WM_MOUSEWHEEL;
+  message->wParam = MAKEWPARAM(int(MouseKeys()), event.notches * kWheelNotch);
+  message->lParam = MAKELPARAM(event.x, event.y);
+  return true;
+}
+
+bool HasButton(const DisplayEvent& event) {
+  return event.kind == Kind::kMouseDown || event.kind == Kind::kMouseUp;
+}
+
 bool MouseMessageOf(const DisplayEvent& event, MSG* message) {
-  if (event.kind != Kind::kMouseMove && (event.button < 1 || event.button > 3)) return false;
+  if (HasButton(event) && (event.button < 1 || event.button > 3)) return false;
   const MouseTarget target = TargetOf(event);
   if (!target.window || target.hit == HTNOWHERE) return false;
+  if (event.kind == Kind::kMouseWheel) return WheelMessageOf(event, target.window, message);
   message->hwnd = target.window;
   if (target.hit != HTCLIENT) {
     message->message = MouseMessage(event, WM_NCMOUSEMOVE, WM_NCLBUTTONDOWN);
@@ -71,6 +99,7 @@ bool MouseMessageOf(const DisplayEvent& event, MSG* message) {
   }
   const PixelRect client = ClientOnScreen(*target.window);
   message->message = MouseMessage(event, WM_MOUSEMOVE, WM_LBUTTONDOWN);
+  if (IsSecondPress(event, *target.window)) message->message += WM_LBUTTONDBLCLK - WM_LBUTTONDOWN;
   message->wParam = KeysWith(event);
   message->lParam = MAKELPARAM(event.x - client.left, event.y - client.top);
   return true;
@@ -108,10 +137,19 @@ void TakeKey(const DisplayEvent& event) {
   NoteKey(event.key, down);
 }
 
+void NotePress(const DisplayEvent& event, const MSG& message) {
+  // The second press of a double click is not the first one of another.
+  const bool first =
+      message.message == WM_LBUTTONDOWN || message.message == WM_RBUTTONDOWN || message.message == WM_MBUTTONDOWN;
+  message.hwnd->lastPress = {first ? TheWindows().buttonPresses : 0, event.button, event.tick, event.x, event.y};
+}
+
 void TakeMouse(const DisplayEvent& event, const MSG& message) {
-  if (event.kind != Kind::kMouseMove) NoteKey(uint8_t(ButtonKey(event.button)), event.kind == Kind::kMouseDown);
+  if (HasButton(event)) NoteKey(uint8_t(ButtonKey(event.button)), event.kind == Kind::kMouseDown);
   TheWindows().altAlone = TheWindows().altAlone && event.kind == Kind::kMouseMove;
-  if (!IsLive(message.hwnd)) return;
+  if (event.kind == Kind::kMouseDown) ++TheWindows().buttonPresses;
+  if (!IsLive(message.hwnd) || event.kind == Kind::kMouseWheel) return;
+  if (event.kind == Kind::kMouseDown) NotePress(event, message);
   const bool framed = message.message >= WM_NCMOUSEMOVE && message.message <= WM_NCMBUTTONDBLCLK;
   if (!TheWindows().capture) ShowPointerFor(message.hwnd, framed ? int(message.wParam) : HTCLIENT);
   if (event.kind == Kind::kMouseDown) Activate(TopLevelOf(message.hwnd), true);

@@ -10,6 +10,7 @@
 #include "win32/windows/painting.h"
 #include "win32/windows/presenting.h"
 #include "win32/windows/sending.h"
+#include "win32/windows/window_timers.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {
@@ -72,6 +73,7 @@ bool Next(const Filter& filter, bool remove, MSG* message) {
   WindowSystem& system = TheWindows();
   if (system.procedures == 0) system.destroyed.clear();
   PumpDisplay();
+  RunTimers();
   PresentIfLate();
   if (FromQueue(filter, remove, message) || FromQuit(remove, message) || FromPaints(filter, message)) return true;
   PresentAll();
@@ -82,6 +84,7 @@ bool Next(const Filter& filter, bool remove, MSG* message) {
 
 bool NextInput(DisplayEvent* event) {
   PumpDisplay();
+  RunTimers();
   std::vector<QueueEntry>& queue = TheWindows().queue;
   const auto input = std::find_if(queue.begin(), queue.end(), [](const QueueEntry& entry) { return !entry.posted; });
   if (input != queue.end()) {

@@ -23,13 +23,14 @@ DisplayWindow* MouseTarget() {
   return MemoryWindowAt(display.pointerX, display.pointerY);
 }
 
-void QueueMouse(Kind kind, uint8_t button) {
+void QueueMouse(Kind kind, uint8_t button, int8_t notches = 0) {
   DisplayWindow* target = MouseTarget();
   if (!target || !target->ours) return;
   DisplayEvent event = {};
   event.kind = kind;
   event.window = target;
   event.button = button;
+  event.notches = notches;
   Queue(event);
 }
 
@@ -103,6 +104,10 @@ void MemoryClick(int32_t x, int32_t y, uint8_t button) {
   MemoryMovePointerTo(x, y);
   MemoryPressButton(button);
   MemoryReleaseButton(button);
+}
+
+void MemoryTurnWheel(int8_t notches) {
+  QueueMouse(Kind::kMouseWheel, 0, notches);
 }
 
 void MemoryGiveKeyboard(DisplayWindow* window) {

@@ -85,6 +85,7 @@ void MemoryMovePointerTo(int32_t x, int32_t y);
 void MemoryPressButton(uint8_t button = 1);
 void MemoryReleaseButton(uint8_t button = 1);
 void MemoryClick(int32_t x, int32_t y, uint8_t button = 1); // moves there, presses, releases
+void MemoryTurnWheel(int8_t notches);                       // away from the user; below 0 towards him
 // Keys by virtual key; pressing one that is down is a repeat.
 void MemoryPressKey(uint8_t key);
 void MemoryReleaseKey(uint8_t key);

@@ -7,6 +7,7 @@
 #include "win32/windows/painting.h"
 #include "win32/windows/sending.h"
 #include "win32/windows/update_regions.h"
+#include "win32/windows/window_text.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {
@@ -43,6 +44,19 @@ LRESULT OnActivate(HWND window, WPARAM wParam, LPARAM) {
 
 LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
   return EraseBackground(window, reinterpret_cast<HDC>(wParam));
+}
+
+LRESULT OnSetText(HWND window, WPARAM, LPARAM lParam) {
+  SetTitle(window, reinterpret_cast<const char*>(lParam));
+  return TRUE;
+}
+
+LRESULT OnGetText(HWND window, WPARAM wParam, LPARAM lParam) {
+  return CopyText(window->title, wParam, lParam);
+}
+
+LRESULT OnGetTextLength(HWND window, WPARAM, LPARAM) {
+  return LRESULT(window->title.size());
 }
 
 LRESULT OnPaint(HWND window, WPARAM, LPARAM) {
@@ -99,12 +113,20 @@ LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+// A wheel that a window has no use for turns what lies around it.
+LRESULT OnMouseWheel(HWND window, WPARAM wParam, LPARAM lParam) {
+  return window->parent ? Send(window->parent, WM_MOUSEWHEEL, wParam, lParam) : 0;
+}
+
 struct Handler {
   UINT message;
   LRESULT (*run)(HWND window, WPARAM wParam, LPARAM lParam);
 };
 constexpr Handler kHandlers[] = {
     {WM_ACTIVATE, OnActivate},
+    {WM_SETTEXT, OnSetText},
+    {WM_GETTEXT, OnGetText},
+    {WM_GETTEXTLENGTH, OnGetTextLength},
     {WM_PAINT, OnPaint},
     {WM_CLOSE, OnClose},
     {WM_ERASEBKGND, OnEraseBackground},
@@ -116,6 +138,7 @@ constexpr Handler kHandlers[] = {
     {WM_SYSKEYDOWN, OnSystemKeyDown},
     {WM_SYSCHAR, OnSystemChar},
     {WM_SYSCOMMAND, OnSystemCommand},
+    {WM_MOUSEWHEEL, OnMouseWheel},
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 // Menus as records: the system menu of each window, and changing items. Internal to the layer.
 #pragma once
 
-#include "win32/win32_windows.h"
+#include "win32/win32_menus.h"
 
 namespace framereel {
 

@@ -89,6 +89,7 @@ enum class DisplayEventKind : uint8_t {
   kMouseMove,     // x, y
   kMouseDown,     // x, y, button
   kMouseUp,       // x, y, button
+  kMouseWheel,    // x, y, notches
   kKeyDown,       // key, scan; repeats come as further downs
   kKeyUp,         // key, scan
   kExposed,       // rect, in the window: present it again
@@ -105,6 +106,7 @@ struct DisplayEvent {
   DisplayWindow* window;
   int32_t x, y;   // of the pointer, on the screen
   uint8_t button; // 1 left, 2 middle, 3 right
+  int8_t notches; // that the wheel has been turned, away from the user
   uint8_t key;    // virtual key; 0 for a key without one
   uint8_t scan;   // the key's own number, for DisplayKeyCharacter
   bool flag;

@@ -132,6 +132,14 @@ void SettleKeyboard() {
   }
 }
 
+void MoveCapture(HWND window) {
+  WindowSystem& system = TheWindows();
+  const HWND before = system.capture;
+  system.capture = window;
+  if (before == window || !IsLive(before)) return;
+  Send(before, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(window));
+}
+
 void ReleaseFrom(HWND window) {
   WindowSystem& system = TheWindows();
   if (system.capture && IsWithin(system.capture, window)) ::ReleaseCapture();
@@ -149,14 +157,14 @@ BOOL EnableWindow(HWND window, BOOL enable) {
   if (!changes) return before;
   window->style = enable ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
   if (!enable) ReleaseFrom(window);
-  Send(window, WM_ENABLE, enable != FALSE, 0);
+  if (IsLive(window)) Send(window, WM_ENABLE, enable != FALSE, 0);
   return before;
 }
 
 HWND SetFocus(HWND window) {
   WindowSystem& system = TheWindows();
   const HWND before = system.focus;
-  if (window && (!IsLive(window) || !IsEnabled(window) || !system.hasKeyboard)) return before;
+  if (window && (!IsLive(window) || !IsEnabled(window) || IsGoing(window) || !system.hasKeyboard)) return before;
   const HWND topLevel = TopLevelOf(window);
   if (topLevel && topLevel->minimised) return before;
   if (topLevel && topLevel != system.active) Activate(topLevel, false);
@@ -171,15 +179,14 @@ HWND GetFocus() {
 HWND SetCapture(HWND window) {
   WindowSystem& system = TheWindows();
   const HWND before = system.capture;
-  if (!IsLive(window)) return before;
-  system.capture = window;
+  if (!IsLive(window) || IsGoing(window)) return before;
   DisplayCapturePointer(TopLevelOf(window)->top->shown.display);
+  MoveCapture(window);
   return before;
 }
 
 BOOL ReleaseCapture() {
-  WindowSystem& system = TheWindows();
-  if (system.capture) DisplayCapturePointer(nullptr);
-  system.capture = nullptr;
+  if (TheWindows().capture) DisplayCapturePointer(nullptr);
+  MoveCapture(nullptr);
   return TRUE;
 }

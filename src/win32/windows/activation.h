@@ -8,6 +8,7 @@ namespace framereel {
 void Activate(HWND topLevel, bool byClick);
 void ActivateNextOf(HWND topLevel); // it goes away: another one takes its place
 void SettleKeyboard();              // acts on what the display has said of the keyboard
-void ReleaseFrom(HWND window);      // it is gone or disabled: it loses focus and capture
+void MoveCapture(HWND window);      // the mouse is its own now, or nobody's; the display knows
+void ReleaseFrom(HWND window);      // it goes or is disabled: it and its children lose focus and capture
 
 } // namespace framereel

@@ -2,12 +2,22 @@
 #include "win32/windows/classes.h"
 
 namespace framereel {
+namespace {
 
-WindowClass* ClassNamed(const char* name) {
+WindowClass* Registered(const char* name) {
   for (const auto& known : TheWindows().classes) {
-    if (name && known->name == name) return known.get();
+    if (known->name == name) return known.get();
   }
   return nullptr;
+}
+
+} // namespace
+
+WindowClass* ClassNamed(const char* name) {
+  if (!name) return nullptr;
+  if (WindowClass* known = Registered(name)) return known;
+  const WNDCLASSA* system = SystemClassNamed(name);
+  return system && ::RegisterClassA(system) ? Registered(name) : nullptr;
 }
 
 } // namespace framereel
@@ -15,7 +25,7 @@ WindowClass* ClassNamed(const char* name) {
 using namespace framereel;
 
 ATOM RegisterClassA(const WNDCLASSA* what) {
-  if (!what || !what->lpszClassName || !what->lpfnWndProc || ClassNamed(what->lpszClassName)) return 0;
+  if (!what || !what->lpszClassName || !what->lpfnWndProc || Registered(what->lpszClassName)) return 0;
   auto& classes = TheWindows().classes;
   classes.push_back(std::make_unique<WindowClass>(WindowClass{what->lpszClassName, what->style, what->lpfnWndProc,
                                                               what->hIcon, what->hCursor, what->hbrBackground}));

@@ -45,11 +45,7 @@ void DrawSign(HDC context, const PixelRect& box, const uint8_t* sign, int32_t sh
 
 void DrawBox(HDC context, const PixelRect& box, const uint8_t* sign, bool pressed) {
   if (IsEmpty(box)) return;
-  FillPixels(context, box, ::GetSysColor(COLOR_BTNFACE));
-  DrawEdge(context, box, pressed ? kColourButtonDarkShadow : kColourButtonHighlight,
-           pressed ? kColourButtonHighlight : kColourButtonDarkShadow);
-  DrawEdge(context, Shrunk(box, 1), pressed ? COLOR_BTNSHADOW : COLOR_3DLIGHT,
-           pressed ? COLOR_3DLIGHT : COLOR_BTNSHADOW);
+  DrawRaised(context, box, pressed);
   DrawSign(context, box, sign, pressed ? 1 : 0);
 }
 
@@ -173,14 +169,6 @@ void PaintFrame(HWND window) {
 } // namespace framereel
 
 using namespace framereel;
-
-BOOL SetWindowTextA(HWND window, const char* text) {
-  if (!IsLive(window)) return FALSE;
-  window->title = text ? text : "";
-  if (window->top) DisplayTitleWindow(window->top->shown.display, window->title.c_str());
-  InvalidateFrame(window);
-  return TRUE;
-}
 
 BOOL DrawMenuBar(HWND window) {
   if (!IsLive(window)) return FALSE;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "win32/win32_windows.h"
+#include "win32/win32_menus.h"
 
 namespace framereel {
 

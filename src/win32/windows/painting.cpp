@@ -42,6 +42,18 @@ bool EraseBackground(HWND window, HDC context) {
   return true;
 }
 
+namespace {
+
+// A window that does not spare its children covers them, also one that has been painted ahead of it.
+void PaintsOver(HWND window) {
+  if (Has(*window, WS_CLIPCHILDREN) || window->children.empty()) return;
+  const PixelRect origin = ClientOnScreen(*window);
+  Region covered = window->update;
+  covered.Offset(origin.left, origin.top);
+  for (HWND child : window->children) Expose(child, covered);
+}
+
+} // namespace
 } // namespace framereel
 
 using namespace framereel;
@@ -56,6 +68,7 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
   HDC context = held->context;
   paint->hdc = context;
   paint->rcPaint = RectOf(window->update.Bounds());
+  PaintsOver(window);
   const bool erase = window->eraseUpdate && !window->update.IsEmpty();
   window->update.Clear();
   window->eraseUpdate = false;

@@ -6,11 +6,7 @@
 namespace framereel {
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  WindowSystem& system = TheWindows();
-  ++system.procedures;
-  const LRESULT answer = window->procedure(window, message, wParam, lParam);
-  --system.procedures;
-  return answer;
+  return ::CallWindowProcA(window->procedure, window, message, wParam, lParam);
 }
 
 void SendToTopLevels(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -26,6 +22,15 @@ using namespace framereel;
 
 LRESULT DispatchMessageA(const MSG* message) {
   return message ? ::SendMessageA(message->hwnd, message->message, message->wParam, message->lParam) : 0;
+}
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (!procedure) return 0;
+  WindowSystem& system = TheWindows();
+  ++system.procedures;
+  const LRESULT answer = procedure(window, message, wParam, lParam);
+  --system.procedures;
+  return answer;
 }
 
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

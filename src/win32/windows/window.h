@@ -25,6 +25,21 @@ struct WindowClass {
   HBRUSH background;
 };
 
+// Something that the message loop does for a window again and again; window_timers.h.
+struct WindowTimer {
+  void (*run)(HWND window);
+  uint32_t period; // ms
+  uint32_t due;    // by DisplayTick
+};
+
+// A press of a mouse button, to tell a double click by.
+struct ButtonPress {
+  uint32_t number; // of WindowSystem::buttonPresses; 0: there is none that could be the first of two
+  uint8_t button;
+  uint32_t tick;
+  int32_t x, y; // on the screen
+};
+
 // A window of the system with its pixels: a top-level window, or an open menu.
 struct ShownSurface {
   DisplayWindow* display;
@@ -62,6 +77,10 @@ struct Win32Window {
   framereel::Region update;    // in client coordinates
   bool eraseUpdate;            // the background of the update region is to be erased
   bool beingDestroyed;
+
+  framereel::ButtonPress lastPress;           // the last one here
+  std::vector<framereel::WindowTimer> timers; // that run now
+  std::shared_ptr<void> control;              // what a control's procedure keeps
 
   std::unique_ptr<Win32Menu> systemMenu;    // made when it is first asked for
   std::unique_ptr<framereel::TopLevel> top; // of a top-level window
@@ -131,8 +150,12 @@ struct WindowSystem {
   // input/keyboard.h, input/input_messages.h
   BYTE keys[256];   // as GetKeyboardState tells them
   uint32_t presses; // counts key downs, so that one can be told from the next
-  bool altAlone;    // Alt is down and nothing else has been pressed since
+  uint32_t buttonPresses;
+  bool altAlone; // Alt is down and nothing else has been pressed since
   WaitingAccent accent;
+
+  // input/clipboard.h
+  std::string clipboard;
 
   // input/cursors.h
   HCURSOR cursor; // as last set

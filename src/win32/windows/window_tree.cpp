@@ -50,6 +50,13 @@ bool IsEnabled(HWND window) {
   return true;
 }
 
+bool IsGoing(HWND window) {
+  for (; window; window = window->parent) {
+    if (window->beingDestroyed) return true;
+  }
+  return false;
+}
+
 HWND TopLevelOf(const DisplayWindow* display) {
   for (HWND window : TheWindows().topLevels) {
     if (window->top->shown.display == display) return window;
@@ -124,6 +131,10 @@ HWND GetTopWindow(HWND window) {
   if (window && !IsLive(window)) return nullptr;
   const std::vector<HWND>& order = window ? window->children : TheWindows().topLevels;
   return order.empty() ? nullptr : order.front();
+}
+
+HWND GetParent(HWND window) {
+  return IsLive(window) ? window->parent : nullptr;
 }
 
 HWND GetWindow(HWND window, UINT which) {

@@ -15,6 +15,7 @@ bool IsWithin(HWND window, HWND ancestor);  // or the same
 std::vector<HWND>& SiblingsOf(HWND window); // itself among them
 bool IsShown(const Win32Window& window);    // visible, like all its parents, and none of them minimised
 bool IsEnabled(HWND window);                // like all its parents
+bool IsGoing(HWND window);                  // it or a parent is being destroyed
 // The deepest visible, enabled window under the point, `window` itself at least; the caller knows that it is there.
 HWND DeepestAt(HWND window, int32_t x, int32_t y);
 // Moves a window to the top or bottom of its siblings; topmost windows stay above others and owned ones above their

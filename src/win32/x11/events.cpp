@@ -38,12 +38,15 @@ void QueueMouse(X11Connection* x, DisplayWindow* window, const XEvent& event) {
     told.y = event.xmotion.y_root;
     told.tick = TickOf(&x->desktop, event, event.xmotion.time);
   } else {
-    // The wheel comes as buttons above these.
-    if (event.xbutton.button < Button1 || event.xbutton.button > Button3) return;
-    told.kind = event.type == ButtonPress ? Kind::kMouseDown : Kind::kMouseUp;
+    unsigned int button = event.xbutton.button;
+    // The wheel comes as buttons of its own, one press for each notch; others are nobody's.
+    bool wheel = button == Button4 || button == Button5;
+    if (button < Button1 || button > Button5 || (wheel && event.type == ButtonRelease)) return;
+    told.kind = wheel ? Kind::kMouseWheel : event.type == ButtonPress ? Kind::kMouseDown : Kind::kMouseUp;
     told.x = event.xbutton.x_root;
     told.y = event.xbutton.y_root;
-    told.button = static_cast<uint8_t>(event.xbutton.button);
+    told.button = wheel ? 0 : static_cast<uint8_t>(button);
+    told.notches = wheel ? (button == Button4 ? 1 : -1) : 0;
     told.tick = TickOf(&x->desktop, event, event.xbutton.time);
     if (event.type == ButtonPress) x->desktop.userTime = event.xbutton.time;
   }

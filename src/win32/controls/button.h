@@ -1,0 +1,10 @@
+// The class "button". Internal to the layer; win32_controls.h tells what it does.
+#pragma once
+
+#include "win32/win32.h"
+
+namespace framereel {
+
+LRESULT ButtonProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+} // namespace framereel

@@ -1,0 +1,65 @@
+// The controls that the system brings: the window classes "button" and "edit", what they are told and what they tell;
+// and the clipboard.
+//
+// A control is a child window. Its parent hears of what happens in it by WM_COMMAND: the low word of wParam is the
+// control's id, the high word the notice, lParam its window. Whoever is told may destroy it at once. The title given to
+// CreateWindowExA and WM_SETTEXT are its text. Both draw in a font of the system's own until WM_SETFONT brings another.
+//
+// "button": pressed by the left button of the mouse, which it takes the focus with, by Space, which like the mouse
+// counts when it goes up, and by Return. A press that leaves the button, that Escape, another key or the loss of the
+// focus ends, or from which the mouse is taken away, counts for nothing.
+//
+// "edit": text to be edited. It goes by whole characters; a line break is CR LF and one character, and only
+// with ES_MULTILINE. Then lines are broken between words at the width of the formatting rectangle, and the text scrolls
+// up and down; without, all is one line that scrolls sideways. The keys are the usual ones: arrows, Home, End and the
+// page keys, by words or to the ends of the text with Ctrl, selecting with Shift; Delete and Backspace; Ctrl+A, C, V,
+// X, and Z, which takes back the last change and, once more, itself. A double click selects a word.
+#pragma once
+
+#include "win32/win32_types.h"
+
+// ---- All controls ------------------------------------------------------------------------------------------------
+
+inline constexpr UINT WM_SETFONT = 48; // wParam: a font that lives as long as it is set; lParam: paint it now
+inline constexpr UINT WM_GETFONT = 49; // answers it; 0 for the system's
+
+// ---- Buttons -----------------------------------------------------------------------------------------------------
+
+inline constexpr DWORD BS_PUSHBUTTON = 0;
+inline constexpr DWORD BS_DEFPUSHBUTTON = 1; // with a thicker edge: the one that a dialog's Return presses
+
+inline constexpr UINT BM_SETSTYLE = 244; // wParam: BS_...; lParam: paint it now
+inline constexpr UINT BM_CLICK = 245;    // as if the user had clicked; nothing while it is disabled
+
+inline constexpr WORD BN_CLICKED = 0;
+
+// ---- Edit controls -----------------------------------------------------------------------------------------------
+
+inline constexpr DWORD ES_MULTILINE = 4;
+
+// Places count bytes. A selection that is given goes from one place to the other, where the caret then stands; beyond
+// the text is its end, and EM_SETSEL 0, -1 selects everything. A place inside a character is the one before it.
+inline constexpr UINT EM_GETSEL = 176; // wParam and lParam: pointers to DWORDs that get the start and the end
+inline constexpr UINT EM_SETSEL = 177; // wParam start, lParam end
+// lParam RECT: where in the client area the text stands and is broken into lines; null is the client area without a
+// margin. A new size of the control sets it back to that. Paints nothing.
+inline constexpr UINT EM_SETRECTNP = 180;
+// lParam: text that takes the place of the selection, the caret behind it. It counts as the user's own change.
+inline constexpr UINT EM_REPLACESEL = 194;
+// wParam: how many bytes the user may enter in all; 0 is the most there is. Text that is set may be longer.
+inline constexpr UINT EM_LIMITTEXT = 197;
+
+inline constexpr WORD EN_CHANGE = 768; // the text has changed, by the user or by WM_SETTEXT
+
+inline constexpr UINT WM_CUT = 768;
+inline constexpr UINT WM_COPY = 769;
+inline constexpr UINT WM_PASTE = 770;
+
+// ---- The clipboard -----------------------------------------------------------------------------------------------
+
+inline constexpr UINT CF_TEXT = 1;
+
+// Around what is asked of the clipboard. FALSE when nobody can ask now.
+BOOL OpenClipboard(HWND owner);
+BOOL CloseClipboard();
+BOOL IsClipboardFormatAvailable(UINT format); // CF_TEXT: whether there is text

@@ -1,0 +1,287 @@
+// Native controls in Views: where the keyboard is, what an edit session lets through and when it ends, and what a click
+// on a button leaves behind.
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+
+#include "core/strings.h"
+#include "platform/controls/edit_field.h"
+#include "platform/controls/native_control.h"
+#include "platform/controls/push_button.h"
+#include "platform/drawing/draw_state.h"
+#include "platform/drawing/font_cache.h"
+#include "platform/records/later_modules.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
+#include "support/window_program.h"
+#include "toolkit/view.h"
+#include "toolkit/view_class.h"
+#include "win32/input/clipboard.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+std::string calls;
+uint16_t editMask; // what the Edit menu shows
+EditTarget editTarget;
+int16_t textWidth; // what fields take their text to need
+
+void Say(const std::string& what) {
+  calls += what + " ";
+}
+
+struct TestButton {
+  HWND control;
+  WNDPROC procedure;
+};
+
+TestButton* ButtonOf(const View* view) {
+  return static_cast<TestButton*>(view->classData);
+}
+EditField* FieldOf(const View* view) {
+  return static_cast<EditField*>(view->classData);
+}
+
+HWND NewControl(View* view, const char* className, DWORD style) {
+  return CreateNativeControl(view, className, style, ControlTableTake(&view->window->controls, view));
+}
+
+void InitButton(View* view) {
+  view->width = 60;
+  view->height = 24;
+  view->classData = new TestButton{NewControl(view, "button", WS_CHILD), nullptr};
+  SubclassButton(view, &ButtonOf(view)->procedure);
+  SetNativeFont(view, ButtonOf(view)->control, view->drawing, true);
+  ShowNativeControl(ButtonOf(view)->control, true);
+}
+
+void InitField(View* view) {
+  view->width = 80;
+  view->height = 40;
+  auto* field = new EditField{};
+  view->classData = field;
+  field->control = NewControl(view, "edit", WS_CHILD | ES_MULTILINE);
+  field->text = StrDup("");
+  field->started = [](View*) { Say("started"); };
+  field->finished = [](View*, const KeyEvent* e) { Say(e ? "finished:" + std::to_string(e->character) : "finished"); };
+  field->requestSize = [](View*, int16_t w, int16_t h) { Say("size:" + std::to_string(w) + "x" + std::to_string(h)); };
+  field->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
+  SubclassEditField(view);
+  SetNativeFont(view, field->control, view->drawing, true);
+  // A bevel of 3 pixels round it.
+  SetNativeSize(view, field->control, 74, 34, 80, 40);
+  SetNativePosition(view, field->control, int16_t(view->x + 3), int16_t(view->y + 3), view->x, view->y);
+  ShowNativeControl(field->control, true);
+}
+
+ViewClass *buttons, *fields;
+
+void MakeClasses() {
+  if (buttons) return;
+  buttons = ClassNew();
+  buttons->init = InitButton;
+  buttons->nativeHandle = [](const View* view) { return ButtonOf(view)->control; };
+  buttons->nativeProcedure = [](const View* view) { return ButtonOf(view)->procedure; };
+  buttons->nativeNotice = [](View*, uint16_t code) { Say("click:" + std::to_string(code)); };
+  buttons->destroy = [](View* view) {
+    DestroyNativeControl(view);
+    delete ButtonOf(view);
+  };
+  fields = ClassNew();
+  fields->init = InitField;
+  fields->nativeHandle = [](const View* view) { return FieldOf(view)->control; };
+  fields->destroy = [](View* view) {
+    DropEditSession(view);
+    DestroyNativeControl(view);
+    StrFree(FieldOf(view)->text);
+    delete FieldOf(view);
+  };
+}
+
+class NativeControls : public ::testing::Test {
+protected:
+  NativeControls() : start((ViewsStartUp(), 0)) {
+    MakeClasses();
+    LaterModules& later = TheLaterModules();
+    saved = later;
+    later.setEditEnabled = [](uint16_t mask) { editMask = mask; };
+    later.setEditTarget = [](const EditTarget* target, EditTarget* before) {
+      if (before) *before = editTarget;
+      editTarget = *target;
+    };
+    later.menuShortcut = [](const KeyEvent& event) {
+      return Say(std::string("shortcut:") + char(event.unshifted)), true;
+    };
+    window = OpenTestWindow(kWindowUnclamped);
+    textWidth = 80;
+    editMask = 0;
+    editTarget = {};
+    calls.clear();
+  }
+  ~NativeControls() override { TheLaterModules() = saved; }
+
+  View* Shown(const ViewClass* viewClass, int16_t x, int16_t y) {
+    View* view = ViewCreateTop(viewClass, window, x, y);
+    ViewShow(view);
+    Settle();
+    return view;
+  }
+  void Click(int16_t x, int16_t y) {
+    Press(window, x, y);
+    Release();
+  }
+  void With(uint8_t held, uint8_t key) {
+    MemoryPressKey(held);
+    Type(key);
+    MemoryReleaseKey(held);
+    Settle();
+  }
+  std::string Heard() { return std::exchange(calls, ""); }
+  std::string TextOf(View* view) {
+    FetchEditText(view);
+    return FieldOf(view)->text;
+  }
+
+  int start;
+  LaterModules saved;
+  WindowProgram program;
+  ChildWindow* window;
+};
+
+TEST_F(NativeControls, AClickTellsTheViewAndGivesTheKeyboardBack) {
+  View* button = Shown(buttons, 10, 10);
+  Press(window, 20, 20);
+  EXPECT_EQ(::GetFocus(), ButtonOf(button)->control);
+  Release();
+  EXPECT_EQ(Heard(), "click:0 ");
+  RunFor(5);
+  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  // So does a press that is taken away.
+  Press(window, 20, 20);
+  MemoryTakeCapture();
+  RunFor(5);
+  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  Release();
+  EXPECT_EQ(Heard(), "");
+}
+
+TEST_F(NativeControls, AButtonMayEndInItsOwnNoticeWithTheKeyboardBack) {
+  View* button = Shown(buttons, 10, 10);
+  const uint16_t held = button->drawing->font->selectCount;
+  static View* victim;
+  victim = button;
+  ViewClass suicidal = *buttons;
+  suicidal.nativeNotice = [](View*, uint16_t) { ViewDestroy(victim); };
+  button->viewClass = &suicidal;
+  Click(20, 20);
+  RunFor(5);
+  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  EXPECT_LT(button->drawing->font->selectCount, held);
+  EXPECT_EQ(ControlTableTake(&window->controls, nullptr), 3); // the number is free again
+}
+
+TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
+  View* field = Shown(fields, 10, 10);
+  struct Case {
+    bool multiLine;
+    uint8_t key;
+    const char* heard;
+    const char* text;
+  };
+  const Case cases[] = {
+      {false, VK_TAB, "finished:9 ", "aB"},
+      {true, VK_TAB, "finished:9 ", "aB"},
+      {false, VK_ESCAPE, "finished:27 ", "aB"},
+      {false, VK_RETURN, "finished:13 ", "aB"},
+      {true, VK_RETURN, "", "aB\n"},
+      {true, VK_BACK, "", "a"},
+  };
+  for (const Case& one : cases) {
+    SetNativeText(FieldOf(field)->control, "old\ntext");
+    EXPECT_EQ(TextOf(field), "old\ntext");
+    FieldOf(field)->multiLine = one.multiLine;
+    FocusEditField(field);
+    EXPECT_EQ(Heard(), "started ");
+    Type('A');
+    With(VK_SHIFT, 'B');
+    Type(one.key);
+    Settle();
+    EXPECT_EQ(Heard(), one.heard) << int(one.key);
+    EXPECT_EQ(TextOf(field), one.text) << int(one.key);
+    EndEditSession(nullptr);
+    EXPECT_EQ(Heard(), *one.heard ? "" : "finished ");
+    EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  }
+}
+
+TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
+  View* field = Shown(fields, 10, 10);
+  View* other = Shown(fields, 100, 10);
+  Click(30, 30);
+  EXPECT_TRUE(HasEditSession(field));
+  EXPECT_EQ(Heard(), "started ");
+  Click(11, 11); // in its own bevel
+  EXPECT_EQ(Heard(), "");
+  Click(130, 30); // in another field
+  EXPECT_TRUE(HasEditSession(other));
+  EXPECT_EQ(Heard(), "finished started ");
+  Click(50, 90); // beside them
+  EXPECT_EQ(Heard(), "finished ");
+  Click(130, 30);
+  With(VK_CONTROL, 'C');
+  EXPECT_EQ(Heard(), "started shortcut:c ");
+  FocusEditField(field);
+  EXPECT_EQ(Heard(), "finished started ");
+  LeaveProgram();
+  EXPECT_EQ(Heard(), "finished ");
+  ReturnToProgram();
+  FocusEditField(field);
+  window->methods.menuCommand(window, nullptr);
+  EXPECT_EQ(Heard(), "started finished ");
+  FocusEditField(field);
+  ViewDestroy(field);
+  EXPECT_EQ(Heard(), "started ");
+  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+}
+
+TEST_F(NativeControls, AFieldThatHasNotBeenPaintedGetsTheKeyboardThen) {
+  View* field = ViewCreateTop(fields, window, 10, 10);
+  FocusEditField(field);
+  EXPECT_EQ(Heard(), "");
+  Settle();
+  EXPECT_EQ(Heard(), "started ");
+}
+
+TEST_F(NativeControls, CutCopyAndPasteFollowSelectionAndClipboard) {
+  View* field = Shown(fields, 10, 10);
+  SetNativeText(FieldOf(field)->control, "word");
+  SetClipboardText("");
+  Click(14, 20);
+  EXPECT_EQ(editMask, 0);
+  With(VK_SHIFT, VK_RIGHT);
+  EXPECT_EQ(editMask, kEditCut | kEditCopy);
+  editTarget.command(editTarget.data, kEditCut);
+  EXPECT_EQ(TextOf(field), "ord");
+  EXPECT_EQ(editMask, kEditPaste);
+  editTarget.command(editTarget.data, kEditPaste);
+  EXPECT_EQ(TextOf(field), "word");
+  EndEditSession(nullptr);
+  EXPECT_EQ(editMask, 0);
+  EXPECT_EQ(editTarget.command, nullptr);
+}
+
+TEST_F(NativeControls, AFieldAsksForTheWidthOfItsTextWhenThatLeavesItsOwn) {
+  Shown(fields, 10, 10);
+  Click(30, 30);
+  Heard();
+  for (const int16_t width : {80, 60, 59, 81}) {
+    textWidth = width;
+    Type('A');
+    Settle();
+  }
+  EXPECT_EQ(Heard(), "size:59x40 size:81x40 ");
+}
+
+} // namespace
+} // namespace framereel
