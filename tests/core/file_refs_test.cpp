@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "core/strings.h"
+#include "support/dice.h"
 #include "support/temporary_folder.h"
 
 namespace framereel {
@@ -59,48 +60,42 @@ TEST(FileTypes, RowsComeFromTheirColumnsAndExtensionsAreFoundInAnyCase) {
 // ---- Names --------------------------------------------------------------------------------------------------------
 
 TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
+  constexpr int kByExtension = -1;
+  const std::string deep(3000, 'd'), endless(3000, 'n');
   const struct {
-    const char *path, *directory, *name;
+    std::string path;
+    int given; // the type
+    std::string directory, name;
     uint16_t type;
-    const char* back;
+    std::string back; // "": there is no such thing
   } cases[] = {
-      {"/home/u/film.gif", "/home/u/", "film", 2, "/home/u/film.gif"},
-      {"/film.GIF", "/", "film", 2, "/film.gif"},
-      {"./a.b.txt", "./", "a.b", 0, "./a.b.txt"},
-      {"/d/.prf", "/d/", "", 1, "/d/.prf"},
-      {"/d.gif/name", "/d.gif/", "name", 12, "/d.gif/name.dta"},
-      {"/d/\xFF\xFE \xC3.gif", "/d/", "\xFF\xFE \xC3", 2, "/d/\xFF\xFE \xC3.gif"},
+      {"/home/u/film.gif", kByExtension, "/home/u/", "film", 2, "/home/u/film.gif"},
+      {"/film.GIF", kByExtension, "/", "film", 2, "/film.gif"},
+      {"./a.b.txt", kByExtension, "./", "a.b", 0, "./a.b.txt"},
+      {"/d/.prf", kByExtension, "/d/", "", 1, "/d/.prf"},
+      {"/d.gif/name", kByExtension, "/d.gif/", "name", 12, "/d.gif/name.dta"},
+      {"/d/\xFF\xFE \xC3.gif", kByExtension, "/d/", "\xFF\xFE \xC3", 2, "/d/\xFF\xFE \xC3.gif"},
+      {"/" + deep + "/" + endless, 2, "/" + deep + "/", endless, 2, "/" + deep + "/" + endless + ".gif"},
+      {"/d.x/film.png", 2, "/d.x/", "film", 2, "/d.x/film.gif"},
+      {"/d/film", 10, "/d/", "film", 10, "/d/film"},
+      {"/home/film", kByExtension, "", "", 0, ""},
+      {"film.gif", kByExtension, "", "", 0, ""},
+      {"film", 2, "", "", 0, ""},
   };
   for (const auto& one : cases) {
-    Owned<FileRef> ref = Ref(one.path);
-    ASSERT_TRUE(ref) << one.path;
-    EXPECT_STREQ(ref->directory, one.directory) << one.path;
-    EXPECT_STREQ(ref->name, one.name) << one.path;
-    EXPECT_EQ(ref->type->index, one.type) << one.path;
-    EXPECT_EQ(PathOf(ref.get()), one.back);
+    SCOPED_TRACE(one.path);
+    const Owned<FileType> type(NewFileType(uint16_t(one.given)));
+    Owned<FileRef> ref(one.given < 0 ? FileRefFromPath(one.path.c_str())
+                                     : FileRefFromPathAndType(one.path.c_str(), type.get()));
+    ASSERT_EQ(ref != nullptr, one.back != "");
+    if (!ref) continue;
+    const Owned<FileRef> copy(CopyFileRef(ref.get()));
+    ref.reset();
+    EXPECT_EQ(copy->directory, one.directory);
+    EXPECT_EQ(Owned<char>(FileRefName(copy.get())).get(), one.name);
+    EXPECT_EQ(copy->type->index, one.type);
+    EXPECT_EQ(PathOf(copy.get()), one.back);
   }
-  EXPECT_FALSE(Ref("/home/film"));
-  EXPECT_FALSE(Ref("film.gif"));
-}
-
-TEST(FileRefs, AGivenTypeNeedsNoDotAndReplacesTheExtension) {
-  Owned<FileType> gif(NewFileType(kFileTypeGif)), directory(NewFileType(10));
-  const auto path = [](const char* text, const Owned<FileType>& type) {
-    return PathOf(Owned<FileRef>(FileRefFromPathAndType(text, type.get())).get());
-  };
-  EXPECT_EQ(path("/d/film", gif), "/d/film.gif");
-  EXPECT_EQ(path("/d.x/film.png", gif), "/d.x/film.gif");
-  EXPECT_EQ(path("/d/film", directory), "/d/film");
-  EXPECT_EQ(FileRefFromPathAndType("film", gif.get()), nullptr);
-}
-
-TEST(FileRefs, CopiesStandOnTheirOwnAndLongPathsStayWhole) {
-  std::string path = std::string("/").append(3000, 'd').append("/").append(3000, 'n').append(".gif");
-  Owned<FileRef> ref = Ref(path);
-  Owned<FileRef> copy(CopyFileRef(ref.get()));
-  ref.reset();
-  EXPECT_EQ(PathOf(copy.get()), path);
-  EXPECT_EQ(std::string(Owned<char>(FileRefName(copy.get())).get()), std::string(3000, 'n'));
 }
 
 TEST(FileRefs, OfTheProgramItselfAreInTheCurrentDirectoryOrTheRoot) {
@@ -151,28 +146,37 @@ TEST_F(FilesTest, CreatingAndDeletingAnswerForWhatIsThere) {
   EXPECT_FALSE(FileDelete(ref.get()));
 }
 
-TEST_F(FilesTest, WhatIsWrittenCanBeReadBack) {
-  std::string bytes(300'000, '\0');
-  for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7 % 251);
+// Random operations beside a plain string, with a buffer of eight bytes.
+TEST_F(FilesTest, HoldWhatIsWrittenAndGiveItBackInPiecesAndLines) {
   Owned<File> file = Open("", FileModeWrite);
-  ASSERT_TRUE(file);
   EXPECT_EQ(PathOf(file->ref), path);
-  EXPECT_TRUE(FileWrite(file.get(), static_cast<uint32_t>(bytes.size()), bytes.data()));
-  EXPECT_TRUE(FileWrite(file.get(), 0, nullptr));
-  uint32_t position = 0;
-  EXPECT_TRUE(FileTell(file.get(), &position));
-  EXPECT_EQ(position, bytes.size());
-  EXPECT_TRUE(FileSeek(file.get(), 100'000));
-  std::string back(bytes.size(), '#');
-  auto count = static_cast<uint32_t>(back.size());
-  EXPECT_TRUE(FileRead(file.get(), &count, back.data()));
-  EXPECT_EQ(count, 200'000u);
-  EXPECT_EQ(back.substr(0, count), bytes.substr(100'000));
-  EXPECT_TRUE(FileRead(file.get(), &count, back.data()));
-  EXPECT_EQ(count, 0u);
-  EXPECT_FALSE(FileSeek(file.get(), 0x80000000u));
+  std::string twin;
+  size_t at = 0;
+  Dice dice(1);
+  for (int step = 0; step < 5000; ++step) {
+    std::string bytes, piece = twin.substr(at, 8);
+    for (int i = dice.Below(8); i > 0; --i) bytes += "ab\r\n"[dice.Below(4)];
+    char buffer[] = "\n\n\n\n\n\n\n"; // what was not read must not look like the end of a line
+    uint32_t count = sizeof buffer, position = 0;
+    const auto length = uint32_t(bytes.size()), place = uint32_t(dice.Below(int(twin.size()) + 1));
+    const int operation = dice.Below(5);
+    bool done = true;
+    if (operation == 0) done = FileSeek(file.get(), uint32_t(at = place));
+    if (operation == 1) done = FileWrite(file.get(), length, bytes.data());
+    if (operation == 2) done = FileWriteLine(file.get(), length, bytes.data()), bytes += "\r\n";
+    if (operation == 1 || operation == 2) twin.replace(at, bytes.size(), bytes), at += bytes.size();
+    if (operation == 3) done = FileRead(file.get(), &count, buffer);
+    if (operation == 4) done = FileReadLine(file.get(), &count, buffer);
+    if (operation >= 3) {
+      const size_t end = operation == 4 ? piece.find("\r\n") : std::string::npos;
+      ASSERT_EQ(std::string(buffer, count), piece.substr(0, end)) << "step " << step;
+      at += end == std::string::npos ? piece.size() : end + 2;
+    }
+    ASSERT_TRUE(done && FileTell(file.get(), &position)) << "step " << step;
+    ASSERT_EQ(position, at) << "step " << step;
+  }
   EXPECT_TRUE(FileClose(file.release()));
-  EXPECT_EQ(ReadWholeFile(path), bytes);
+  EXPECT_EQ(ReadWholeFile(path), twin);
 }
 
 TEST_F(FilesTest, ModesKeepWhatTheyExclude) {
@@ -189,42 +193,6 @@ TEST_F(FilesTest, ModesKeepWhatTheyExclude) {
   EXPECT_TRUE(writer);
   EXPECT_EQ(FileOpen(ref.get(), FileModeRead), nullptr);
   EXPECT_EQ(ReadWholeFile(path), "abc");
-}
-
-using Lines = std::vector<std::string>;
-
-// With a buffer of eight bytes.
-Lines ReadLines(File* file) {
-  Lines lines;
-  char buffer[] = "\n\n\n\n\n\n\n"; // what was not read must not look like the end of a line
-  for (;;) {
-    uint32_t count = sizeof buffer;
-    EXPECT_TRUE(FileReadLine(file, &count, buffer));
-    if (count == 0 || lines.size() > 20) return lines;
-    lines.emplace_back(buffer, count);
-  }
-}
-
-TEST_F(FilesTest, LinesComeWithoutTheirEnds) {
-  const std::pair<const char*, Lines> cases[] = {
-      {"ab\r\ncd", {"ab", "cd"}},
-      {"ab\r\ncd\r\n", {"ab", "cd"}},
-      {"a\nb\rc\r", {"a\nb\rc\r"}},
-      {"12345678abc\r\nz", {"12345678", "abc", "z"}}, // longer than the buffer
-      {"1234567\r\nab\r\n", {"1234567\r", "\nab"}},   // the end itself is torn
-      {"", {}},
-      {"ab\r\n\r\ncd", {"ab"}}, // an empty line looks like the end
-  };
-  for (const auto& [contents, lines] : cases) {
-    EXPECT_EQ(ReadLines(Open(contents, FileModeRead).get()), lines) << contents;
-  }
-  Owned<File> file = Open("", FileModeWrite);
-  EXPECT_TRUE(FileWriteLine(file.get(), 3, "one"));
-  EXPECT_TRUE(FileWriteLine(file.get(), 0, ""));
-  EXPECT_TRUE(FileWriteLine(file.get(), 3, "two"));
-  EXPECT_EQ(ReadWholeFile(path), "one\r\n\r\ntwo\r\n");
-  EXPECT_TRUE(FileSeek(file.get(), 7));
-  EXPECT_EQ(ReadLines(file.get()), Lines{"two"});
 }
 
 // ---- The platform calls -------------------------------------------------------------------------------------------
@@ -269,6 +237,7 @@ TEST_F(FilesTest, MovingReplacesOnlyWhenAskedTo) {
 TEST_F(FilesTest, PositionsBeyondThirtyTwoBitsAreRefused) {
   Owned<File> file = Open("", FileModeRead);
   fs::resize_file(path, 0x1'0000'0010);
+  EXPECT_FALSE(FileSeek(file.get(), 0x80000000u));
   EXPECT_TRUE(FileSeek(file.get(), INT32_MAX));
   EXPECT_EQ(::SetFilePointer(file->handle, INT32_MAX, nullptr, FILE_CURRENT), 0xFFFFFFFEu);
   EXPECT_EQ(::SetFilePointer(file->handle, 1, nullptr, FILE_CURRENT), INVALID_SET_FILE_POINTER);

@@ -1,62 +1,59 @@
-// Plain string operations, and the program's numbered texts.
+// Plain string operations against the language's own strings, and the program's numbered texts.
 #include "core/strings.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
+
+#include <cstring>
 #include <string>
 
 #include "core/app_strings.h"
 #include "resources/string_table.h"
+#include "support/dice.h"
 #include "win32/win32.h"
 
 namespace framereel {
 namespace {
 
-// The contents of a new string, which is released.
 std::string Owned(char* s) {
   std::string copy = s;
   StrFree(s);
   return copy;
 }
 
-TEST(Strings, ComparingWithoutCaseLooksAtAsciiLettersOnly) {
-  EXPECT_TRUE(StrEqualNoCase("Gif9", "gIF9"));
-  EXPECT_FALSE(StrEqualNoCase("gif", "gi"));
-  EXPECT_FALSE(StrEqualNoCase("gi", "gif"));
-  EXPECT_FALSE(StrEqualNoCase("@[", "`{"));
-  EXPECT_FALSE(StrEqualNoCase("\xE4", "\xC4"));
-  EXPECT_FALSE(StrEqual("Gif", "gif"));
+std::string Upper(std::string s) {
+  for (char& c : s) c = 'a' <= c && c <= 'z' ? char(c - 32) : c;
+  return s;
 }
 
-TEST(Strings, CopiesHoldWhatWasAskedForAndNoMore) {
-  char out[8] = "#######";
-  EXPECT_EQ(StrCopyEnd("ab", out), out + 2);
-  EXPECT_EQ(StrCopyN("cdefgh", out + 2, 2), out + 4);
-  EXPECT_STREQ(out, "abcd");
-  EXPECT_EQ(out[5], '#');
-  EXPECT_EQ(Owned(StrDup("abc")), "abc");
-  EXPECT_EQ(Owned(StrDupN("abc", 2)), "ab");
-  EXPECT_EQ(Owned(StrConcat("ab", "c")), "abc");
-  const char* end = nullptr;
-  EXPECT_EQ(Owned(StrConcatList("a", "", "bc", "d", end)), "abcd");
-  EXPECT_EQ(Owned(StrConcatList(end)), "");
-}
-
-TEST(Strings, SearchesAnswerPlacesOrNull) {
-  const char* s = "a.b.c";
-  EXPECT_EQ(StrFind(s, '\0'), s + 5);
-  EXPECT_EQ(StrFind(s, 'x'), nullptr);
-  EXPECT_EQ(StrFindLast(s, '.'), s + 3);
-  EXPECT_EQ(StrFindNth(s, 1, '.'), s + 1);
-  EXPECT_EQ(StrFindNth(s, 2, '.'), s + 3);
-  EXPECT_EQ(StrFindNth(s, 3, '.'), nullptr);
-  EXPECT_EQ(StrFindNth(s, 0, '.'), nullptr);
-  EXPECT_EQ(StrFindNth(s, 2, '\0'), nullptr);
-  EXPECT_EQ(StrFindEnd(s, 'c'), s + 4);
-  EXPECT_EQ(StrFindEnd(s, 'x'), s + 5);
-  EXPECT_EQ(StrFindNoCase(s, 'B'), s + 2);
-  EXPECT_EQ(StrFindNoCase("ABC", 'b')[0], 'B');
-  EXPECT_EQ(StrFindNoCase(s, 'x'), nullptr);
+TEST(Strings, AreAsTheLanguagesOwn) {
+  Dice dice(1);
+  const std::string letters("aAzZ.@`[{\xE4\xC4\0", 12);
+  for (int round = 0; round < 5000 && !HasFailure(); ++round) {
+    std::string a, b;
+    for (std::string* s : {&a, &b}) {
+      for (int i = dice.Below(5); i > 0; --i) *s += letters[size_t(dice.Below(round % 2 ? 2 : 11))];
+    }
+    const char c = letters[size_t(dice.Below(12))], *s = a.c_str(), *end = s + a.size();
+    const size_t n = size_t(dice.Below(int(a.size()) + 1));
+    // With its terminator, which the searches find too.
+    const std::string whole(s, a.size() + 1);
+    const auto at = [s](size_t place) { return place == std::string::npos ? nullptr : s + place; };
+    EXPECT_EQ(StrFind(s, c), at(whole.find(c)));
+    EXPECT_EQ(StrFindLast(s, c), at(whole.rfind(c)));
+    EXPECT_EQ(StrFindEnd(s, c), whole.find(c) < a.size() ? s + whole.find(c) : end);
+    EXPECT_EQ(StrFindNoCase(s, c), at(Upper(whole).find(Upper({c})[0])));
+    size_t nth = n == 0 ? std::string::npos : whole.find(c);
+    for (size_t i = 1; i < n && nth != std::string::npos; ++i) nth = whole.find(c, nth + 1);
+    EXPECT_EQ(StrFindNth(s, n, c), at(nth));
+    EXPECT_EQ(StrEqual(s, b.c_str()), a == b);
+    EXPECT_EQ(StrEqualNoCase(s, b.c_str()), Upper(a) == Upper(b)) << a << " " << b;
+    EXPECT_EQ(Owned(StrDup(s)) + Owned(StrDupN(s, n)), a + a.substr(0, n));
+    EXPECT_EQ(Owned(StrConcat(s, b.c_str())), a + b);
+    EXPECT_EQ(Owned(StrConcatList(s, b.c_str(), s, at(std::string::npos), "more")), a + b + a);
+    char out[12] = "###########";
+    EXPECT_EQ(StrCopyN(b.c_str(), StrCopyEnd(s, out), b.size()), out + a.size() + b.size());
+    EXPECT_EQ(std::string(out, 11), (a + b + '\0').append("###########").substr(0, 11));
+  }
 }
 
 // ---- Numbered texts -----------------------------------------------------------------------------------------------
@@ -73,21 +70,18 @@ TEST(AppStrings, NumbersLeadToTheTextsOfTheirGroup) {
   EXPECT_STREQ(AppAlertString(5), "IJString Error");
 }
 
-TEST(StringResources, AreCutToTheBufferAndMissingOnesAreEmpty) {
-  char buffer[10] = "#";
-  EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, 10), 9);
-  EXPECT_STREQ(buffer, "Framereel");
-  EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, 5), 4);
-  EXPECT_STREQ(buffer, "Fram");
-  EXPECT_EQ(::LoadStringA(nullptr, 100 + 0x10000, buffer, 5), 0);
+TEST(StringResources, FitTheirBufferOrAreCut) {
+  const std::pair<int, const char*> cases[] = {{10, "Framereel"}, {9, "Frameree"}, {5, "Fram"}};
+  for (const auto& [size, text] : cases) {
+    char buffer[10] = "#";
+    EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, size), std::strlen(text));
+    EXPECT_STREQ(buffer, text);
+  }
+  char buffer[5] = "#";
+  EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, 0) + ::LoadStringA(nullptr, 100 + 0x10000, buffer, 5), 0);
   EXPECT_STREQ(buffer, "");
-  EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, 1), 0);
-  EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, 0), 0);
-}
-
-TEST(StringResources, AllFitTheBufferThatReadsThem) {
   for (uint32_t id = 0; id <= UINT16_MAX; ++id) {
-    const char* text = FindStringResource(static_cast<uint16_t>(id));
+    const char* text = FindStringResource(uint16_t(id));
     EXPECT_LT(text ? std::strlen(text) : 0, 255u) << id;
   }
 }

@@ -1,101 +1,145 @@
-// The format language: what each directive writes, and that both ways of writing it agree.
+// The format language: random directives against the rules told plainly, by regular expressions and the C library's
+// digits; and whole formats.
 #include "core/text_format.h"
 
-#include <cmath>
-#include <cstdio>
 #include <gtest/gtest.h>
-#include <limits>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
 #include <string>
 
 #include "core/strings.h"
+#include "support/dice.h"
+#include "support/pattern.h"
 
 namespace framereel {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNan = std::nan("");
-
 // The text, by way of a new string: its block is measured to the byte, which the sanitizers watch.
-template <typename... Argument> std::string Formatted(const char* format, Argument... arguments) {
+template <typename... Argument> std::string Formatted(const std::string& format, Argument... arguments) {
   char buffer[2048];
-  EXPECT_EQ(FormatInto(buffer, format, arguments...), buffer);
-  char* text = FormatNew(format, arguments...);
+  EXPECT_EQ(FormatInto(buffer, format.c_str(), arguments...), buffer);
+  char* text = FormatNew(format.c_str(), arguments...);
   EXPECT_STREQ(text, buffer) << format;
   StrFree(text);
   return buffer;
 }
 
-TEST(TextFormat, WritesIntegersInTheirWidths) {
-  EXPECT_EQ(Formatted("%d%|%d%|%d%", 0, INT32_MIN, INT32_MAX), "0|-2147483648|2147483647");
-  EXPECT_EQ(Formatted("%u%|%u%", 0, -1), "0|4294967295");
-  EXPECT_EQ(Formatted("%x%|%x04%|%x%|%x,,3%", 0, 255, -1, 0x12ABC), "0|00FF|FFFFFFFF|ABC");
-  EXPECT_EQ(Formatted("%d5%|%d5%|%d05%|%d*6%", 42, -42, -42, 12), "   42|-   42|-00042|****12");
-  EXPECT_EQ(Formatted("%ds02%|%dl%|%db%", 7, 70'000, -1), "07|70000|-1");
-  EXPECT_EQ(Formatted("%d0,2%|%d0,2%|%d8,2%", 12345, -12345, 12345), "45|-45|   45");
-  EXPECT_EQ(Formatted("%d,5%|%d,,1%|%d3,%|%d0%|%d 1,0%", 12, 12, 12, 12, 0), ",,,12|2| 12|12|");
-  EXPECT_EQ(Formatted("%d258%|%dv%|%d4294967299%", 1, 0x10003, 1, 1), " 1|  1|  1"); // their low eight bits
-  EXPECT_EQ(Formatted("%d255%", 1).size(), 255u);
+// With so many words ahead of the value.
+template <typename Value, typename... Taken>
+std::string FormattedBehind(const uint32_t* words, int count, const std::string& format, Value value, Taken... taken) {
+  if constexpr (sizeof...(taken) < 5) {
+    if (count > 0) return FormattedBehind(words + 1, count - 1, format, value, taken..., *words);
+  }
+  return Formatted(format, taken..., value);
 }
 
-TEST(TextFormat, TakesWidthsFromTheArgumentsInTheirOrder) {
-  EXPECT_EQ(Formatted("%dv%%dv%", 2, 1, 3, 2), " 1  2");
-  EXPECT_EQ(Formatted("%d0v,v%", 6, 3, 12345), "0345");
-  EXPECT_EQ(Formatted("%f0v.v,v%", 3, 2, 2, 1.5), "001.50");
-  EXPECT_EQ(Formatted("%fs%|%fs%|%fs%", 1, 2.0, 0, 2.0, 256, 2.0), "+2|2|2");
+template <typename... Argument> std::string Printed(const char* format, Argument... arguments) {
+  char text[800];
+  snprintf(text, sizeof text, format, arguments...);
+  return text;
 }
 
-TEST(TextFormat, WritesAsManyDecimalsAsAValueNeeds) {
-  EXPECT_EQ(Formatted("%f%|%f%|%f%", 2.5, 1000.0, -0.25), "2.5|1000|-0.25");
-  EXPECT_EQ(Formatted("%f%|%f%|%f%|%f%", 0.0, -0.0, 0.05, 0.1), "0|0|0.05|0.1");
-  EXPECT_EQ(Formatted("%f%", 0.3), "0.3000000000"); // the double lies just below: its tenth decimal is a 9
-  EXPECT_EQ(Formatted("%f%|%f%", 1 / 3.0, 2 / 3.0), "0.3333333333|0.6666666667");
-  EXPECT_EQ(Formatted("%f%|%f%", 1.0 / 1024, 1e-11), "0.0009765625|0");
-  EXPECT_EQ(Formatted("%f%|%f%", 1e22, 123456789.125), "10000000000000000000000|123456789.125");
+// ---- The plain twin -----------------------------------------------------------------------------------------------
+
+const std::string kGroup = "([^1-9v]?)([0-9]+|v)?(,([0-9]+|v))?"; // padding, minimum, maximum
+
+// From its digits or from the words, which move on.
+int WidthOf(const std::string& text, int otherwise, const uint32_t*& words) {
+  return text.empty() ? otherwise : int((text == "v" ? *words++ : std::stoull(text)) % 256);
 }
 
-TEST(TextFormat, WritesFractionsInTheirWidths) {
-  EXPECT_EQ(Formatted("%f+%|%f+%|%f+%", 2.5, -2.5, -0.0), "+2.5|-2.5|+0");
-  EXPECT_EQ(Formatted("%f1.2,2%|%f1.2,2%|%f1.2,2%", 3.14159, 2.5, 0.004), "3.14|2.50|0.00");
-  EXPECT_EQ(Formatted("%f1.2,2%|%f1.2,2%", 9.995, 9.996), "9.99|10.00"); // 9.995 lies just below
-  EXPECT_EQ(Formatted("%f1.0,0%|%f1.0,0%", 0.5, 1.5), "0|2");            // halves go to the even digit
-  EXPECT_EQ(Formatted("%f1.1%|%f1.1%|%f1.12%", 2.0, 2.125, 0.5), "2.0|2.125|0.500000000000");
-  EXPECT_EQ(Formatted("%f.2%", 2.5), ".2.5"); // the "." pads
-  EXPECT_EQ(Formatted("%f5.1,1%|%f05%|%f3%", -2.25, 2.5, 0.5), "-    2.2|00002.5|  0.5");
-  EXPECT_EQ(Formatted("%f0,2.1,1%|%f 0,0.1,1%", 12345.67, 12345.67), "45.7|5.7");
-  EXPECT_EQ(Formatted("%f5%|%f+%|%f5%", kNan, kInfinity, -kInfinity), "NAN|+inf|-inf");
+std::string Padding(int count, const std::string& with) {
+  return std::string(size_t(std::max(count, 0)), with.empty() ? ' ' : with[0]);
 }
 
-TEST(TextFormat, RoundsTheLargestAndTheSmallestNumbersRight) {
-  for (double value : {1.7976931348623157e308, 5e-324, 4.35, 1e15 / 7, 2.2250738585072014e-308}) {
-    char whole[700];
-    std::snprintf(whole, sizeof whole, "%.255f", value);
-    std::string expected = whole;
-    if (expected.size() > 511) expected.erase(0, expected.size() - 511); // 255 digits, the point and 255 decimals
-    EXPECT_EQ(Formatted("%f1.255,255%", value), expected);
+std::string PlainInteger(char letter, const std::string& modifiers, const uint32_t*& words, uint32_t value) {
+  static const Pattern pattern("[lsb]?" + kGroup);
+  const auto m = pattern(modifiers);
+  const int minimum = WidthOf(m[2], 0, words), maximum = WidthOf(m[4], 255, words);
+  const bool negative = letter == 'd' && int32_t(value) < 0;
+  const std::string digits = Printed(letter == 'x' ? "%X" : "%u", negative ? 0 - value : value);
+  const int count = int(digits.size());
+  return (negative ? "-" : "") + Padding(minimum - count, m[1]) + digits.substr(size_t(std::max(count - maximum, 0)));
+}
+
+// Up to the last decimal that is not 0 among the number's first 25 digits.
+int DecimalsOf(double value, int least, int most) {
+  std::string digits = Printed("%.24e", std::fabs(value));
+  const int exponent = std::stoi(digits.substr(27));
+  digits.erase(1, 1);
+  for (int place = most; place > least; --place) {
+    const int index = exponent + place;
+    if (index >= 0 && index < 25 && digits[size_t(index)] != '0') return place;
+  }
+  return least;
+}
+
+std::string PlainFraction(const std::string& modifiers, const uint32_t*& words, double value) {
+  static const Pattern pattern("(\\+|s)?" + kGroup + "\\.?" + kGroup);
+  const auto m = pattern(modifiers);
+  const bool wantsSign = m[1] == "+" || (m[1] == "s" && (*words++ & 0xFF) != 0);
+  const int minimum = WidthOf(m[3], 0, words), maximum = WidthOf(m[5], 255, words);
+  const int least = WidthOf(m[7], 0, words), most = WidthOf(m[9], 10, words);
+  if (std::isnan(value)) return "NAN";
+  const std::string sign = value < 0 ? "-" : wantsSign ? "+" : "";
+  if (std::isinf(value)) return sign + "inf";
+  const std::string text = Printed("%.*f", DecimalsOf(value, least, most), std::fabs(value));
+  const int count = int(std::min(text.find('.'), text.size()));
+  const int columns = std::max(1, count <= minimum ? minimum : std::min(count, maximum));
+  return sign + Padding(columns - count, m[2]) + text.substr(size_t(std::max(count - columns, 0)));
+}
+
+// ---- Directives ---------------------------------------------------------------------------------------------------
+
+double AnyDouble(Dice& dice) {
+  const double known[] = {0, -0.0, 0.3, 0.05, 9.995, 9.996, 0.5, 1.5, 1e22, 5e-324, 1.7976931348623157e308, HUGE_VAL};
+  const int kind = dice.Below(4);
+  if (kind == 0) return std::bit_cast<double>(uint64_t{dice.random()} << 32 | dice.random()); // any at all
+  if (kind == 1) return known[dice.Below(std::size(known))];
+  return kind == 2 ? int32_t(dice.random()) / double(1 << dice.Below(31)) : dice.Below(200'000) / 1000.0 - 100;
+}
+
+TEST(TextFormat, WritesAnyNumberByAnyModifiers) {
+  Dice dice(1);
+  for (int round = 0; round < 30'000 && !HasFailure(); ++round) {
+    const char letter = "duxf"[dice.Below(4)];
+    std::string modifiers;
+    for (int length = dice.Below(9); length > 0; --length) modifiers += "0v12358,,.+slb* x9"[dice.Below(18)];
+    const std::string format = std::string("%") + letter + modifiers + "%";
+    uint32_t words[5];
+    for (uint32_t& word : words) word = dice.OneIn(9) ? uint32_t(dice.random()) : uint32_t(dice.Below(12));
+    const uint32_t* behind = words;
+    if (letter == 'f') {
+      const double value = AnyDouble(dice);
+      const std::string plain = PlainFraction(modifiers, behind, value);
+      EXPECT_EQ(FormattedBehind(words, int(behind - words), format, value), plain) << format << " of " << value;
+    } else {
+      const uint32_t value = dice.OneIn(9) ? uint32_t(INT32_MIN) : uint32_t(int32_t(dice.random()) >> dice.Below(32));
+      const std::string plain = PlainInteger(letter, modifiers, behind, value);
+      EXPECT_EQ(FormattedBehind(words, int(behind - words), format, value), plain) << format << " of " << value;
+    }
   }
 }
 
-TEST(TextFormat, WritesStringsBytesAndPercentSigns) {
-  EXPECT_EQ(Formatted("%s%:%s05,2%|%s%", "a", "abc", ""), "a:abc|");
-  EXPECT_EQ(Formatted("%c%%c%", 'a', 0x162), "ab");
-  EXPECT_EQ(Formatted("100%%%, %%%%d%", 5), "100%, %5");
-  EXPECT_EQ(Formatted("%s%", std::string(1500, 'x').c_str()), std::string(1500, 'x'));
-}
+// ---- Whole formats ------------------------------------------------------------------------------------------------
 
-TEST(TextFormat, TakesAnyTextAsAFormat) {
-  const std::pair<const char*, const char*> cases[] = {
+TEST(TextFormat, WritesWhatItsFormatSays) {
+  EXPECT_EQ(Formatted("%d05%|%x04%|%u%|%d0,2%|%f1.2,2%", -42, 255, -1, 12345, 3.14159),
+            "-00042|00FF|4294967295|45|3.14");
+  EXPECT_EQ(Formatted("%f%|%f%|%f+%|%f.2%", 1000.0, -0.25, 2.5, 2.5), "1000|-0.25|+2.5|.2.5");
+  EXPECT_EQ(Formatted("%dv%%dv%", 2, 1, 3, 2), " 1  2");
+  EXPECT_EQ(Formatted("%s%:%s05,2%|%s%", "a", "abc", ""), "a:abc|");
+  EXPECT_EQ(Formatted("%c%%c%100%%%, %%%%d%", 'a', 0x1E2, 5), "a\xE2"
+                                                              "100%, %5");
+  EXPECT_EQ(Formatted("%s%", std::string(1500, 'x').c_str()), std::string(1500, 'x'));
+  const std::pair<const char*, const char*> oddities[] = {
       {"", ""},           {"plain", "plain"}, {"end%", "end"},         {"%", ""}, {"%d", "5"}, {"%d03", "005"},
       {"a%q7,v%b", "ab"}, {"%%", "%"},        {"%%swallowed%d%", "%d"}};
-  for (const auto& [format, text] : cases) EXPECT_EQ(Formatted(format, 5), text);
-}
-
-TEST(TextFormat, MayWriteOverItsFormat) {
-  char buffer[20] = "%d5%%s%.";
+  for (const auto& [format, text] : oddities) EXPECT_EQ(Formatted(format, 5), text);
+  char buffer[20] = "%d5%%s%."; // written over its format
   EXPECT_STREQ(FormatInto(buffer, buffer, 12, "ab"), "   12ab.");
-}
-
-TEST(TextFormat, WritesTheEndsOfBothIntegersBare) {
-  char buffer[12];
   EXPECT_STREQ(FormatInt(buffer, INT32_MIN), "-2147483648");
   EXPECT_STREQ(FormatUnsigned(buffer, UINT32_MAX), "4294967295");
 }

@@ -2,165 +2,105 @@
 #include "core/timers.h"
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
 
-std::string fired;
-
-void Note(void* argument) {
-  fired += *static_cast<const char*>(argument);
-}
-
-char a = 'a', b = 'b', c = 'c', d = 'd';
-
-// The list and the tick that it dealt with last outlive a test. Each one therefore starts with an empty list and with a
-// pass at tick 0, which is not below anything it could have seen.
-class TimerTest : public ::testing::Test {
-protected:
-  TimerTest() {
-    fired.clear();
-    // A wrap on the way: the pass behind it forgets what the last tick was.
-    for (const uint32_t tick : {uint32_t{INT32_MAX}, 0x80000000u, 0u}) PassAt(tick);
-  }
-  ~TimerTest() override { EXPECT_FALSE(TimerPending()); }
-
-  void SetTick(uint32_t tick) { TheMemoryDisplay().tick = tick; }
-
-  // What fires in one pass at the tick.
-  std::string PassAt(uint32_t tick) {
-    SetTick(tick);
-    fired.clear();
-    TimerFireDue();
-    return fired;
-  }
+// At a tick: what is scheduled ("a20": timer a in 20 ms) or cancelled ("-a"), the delay to the next one then, and what
+// fires in one pass. A capital does more than tell its name.
+struct Step {
+  uint32_t tick;
+  const char* actions;
+  int32_t next;
+  const char* fires;
 };
 
-TEST_F(TimerTest, ATimerFiresOnceTheTickIsBeyondItsMoment) {
-  EXPECT_EQ(TimerNextDelay(), kNoTimer);
-  EXPECT_EQ(PassAt(0), "");
-  TimerSchedule(Note, &a, 100);
-  EXPECT_TRUE(TimerPending());
-  EXPECT_EQ(TimerNextDelay(), 100);
-  EXPECT_EQ(PassAt(100), "");
-  EXPECT_EQ(TimerNextDelay(), 0);
-  EXPECT_TRUE(TimerPending());
-  EXPECT_EQ(PassAt(250), "a");
+std::string fired;
+std::map<char, Timer*> handles;
+
+void Schedule(char name, uint32_t delay);
+
+void Fire(void* name) {
+  fired += *static_cast<char*>(name);
+  if (fired.back() == 'A') Schedule('a', 0);  // has another come at once
+  if (fired.back() == 'S') Schedule('s', 50); // has another come later
+  if (fired.back() == 'N') TimerFireDue();    // lets others fire
+  if (fired.back() == 'C') TimerCancel(handles['c']);
 }
 
-TEST_F(TimerTest, OneFiresAPassInOrderOfTimeAndEqualTimesLastScheduledFirst) {
-  TimerSchedule(Note, &b, 20);
-  TimerSchedule(Note, &a, 10);
-  TimerSchedule(Note, &c, 20);
-  TimerSchedule(Note, &d, 30);
-  for (const char* next : {"a", "c", "b", "d", ""}) EXPECT_EQ(PassAt(1000), next);
+void Schedule(char name, uint32_t delay) {
+  static char names[128];
+  names[size_t(name)] = name;
+  handles[name] = TimerSchedule(Fire, &names[size_t(name)], delay);
 }
 
-Timer* other;
-int periods;
-
-TEST_F(TimerTest, CancellingTakesOutAnyOfThemAlsoFromAFunction) {
-  other = TimerSchedule(Note, &d, 5);
-  Timer* middle = TimerSchedule(Note, &b, 3);
-  TimerSchedule(Note, &c, 4);
-  TimerSchedule([](void*) { TimerCancel(other); }, nullptr, 1);
-  TimerCancel(middle);
-  EXPECT_EQ(PassAt(10), "");
-  EXPECT_EQ(PassAt(10), "c");
+void Walk(const std::vector<Step>& steps) {
+  // The list and the tick that it dealt with last outlive a walk. Each one therefore starts with a pass at tick 0,
+  // which is not below anything that it could have seen: with a wrap on the way, the pass behind that forgets what was.
+  for (const uint32_t tick : {uint32_t{INT32_MAX}, 0x80000000u, 0u}) {
+    TheMemoryDisplay().tick = tick;
+    TimerFireDue();
+  }
+  for (const Step& step : steps) {
+    SCOPED_TRACE(testing::Message() << "tick " << step.tick);
+    TheMemoryDisplay().tick = step.tick;
+    std::istringstream actions(step.actions);
+    for (std::string action; actions >> action;) {
+      action[0] == '-' ? TimerCancel(handles[action[1]]) : Schedule(action[0], uint32_t(std::stoul(action.substr(1))));
+    }
+    EXPECT_EQ(TimerNextDelay(), step.next);
+    EXPECT_EQ(TimerPending(), step.next != kNoTimer);
+    fired.clear();
+    TimerFireDue();
+    EXPECT_EQ(fired, step.fires);
+  }
   EXPECT_FALSE(TimerPending());
 }
 
-void Repeat(void*) {
-  EXPECT_FALSE(TimerPending());
-  if (++periods < 3) TimerSchedule(Repeat, nullptr, 0);
+TEST(Timers, FireOneAPassBeyondTheirMomentAndOfEqualOnesTheLastFirst) {
+  Walk({{0, "", kNoTimer, ""}, {0, "x100", 100, ""}, {100, "", 0, ""}, {250, "", -150, "x"}});
+  Walk(
+      {{0, "b20 a10 c20 d30", 10, ""}, {99, "", -89, "a"}, {99, "", -79, "c"}, {99, "", -79, "b"}, {99, "", -69, "d"}});
+  Walk({{0, "d5 b3 c4 -b", 4, ""}, {9, "C0 -d", -5, "c"}, {10, "c7", -1, "C"}, {11, "", kNoTimer, ""}});
+  Walk({{0, "A0", 0, ""}, {1, "", -1, "A"}, {1, "", 0, ""}, {1000, "", -999, "a"}}); // late: no catching up
+  Walk({{0, "N1 x2", 1, ""}, {9, "", -8, "Nx"}});
 }
 
-TEST_F(TimerTest, AFunctionThatSchedulesItselfWithNoDelayWaitsForTheNextTick) {
-  periods = 0;
-  TimerSchedule(Repeat, nullptr, 0);
-  PassAt(0);
-  EXPECT_EQ(periods, 0);
-  PassAt(1);
-  EXPECT_EQ(periods, 1);
-  PassAt(1);
-  EXPECT_EQ(periods, 1);
-  PassAt(2);
-  PassAt(1000); // late: no catching up
-  PassAt(1000);
-  EXPECT_EQ(periods, 3);
-}
-
-TEST_F(TimerTest, NestedPassesSeeTheListWithoutTheTimerThatRuns) {
-  TimerSchedule(
-      [](void*) {
-        fired += '(';
-        TimerFireDue();
-        fired += ')';
-      },
-      nullptr, 1);
-  TimerSchedule(Note, &a, 2);
-  EXPECT_EQ(PassAt(10), "(a)");
-}
-
-TEST_F(TimerTest, ClearingForgetsAllAndTheirHandlesCanStillBeCancelled) {
-  Timer* one = TimerSchedule(Note, &a, 1);
-  Timer* two = TimerSchedule(Note, &b, 2);
+TEST(Timers, AreForgottenAtOnceAndCanStillBeCancelled) {
+  Schedule('a', 1);
+  Schedule('b', 2);
   TimerClearAll();
-  EXPECT_FALSE(TimerPending());
-  EXPECT_EQ(PassAt(10), "");
-  TimerCancel(one);
-  TimerCancel(two);
+  Walk({{10, "-a -b", kNoTimer, ""}});
 }
 
-// ---- The wrap -----------------------------------------------------------------------------------------------------
-
-TEST_F(TimerTest, TimersOfBothErasFireInOrderOfTimeAcrossTheSignedWrap) {
-  PassAt(2147483000u);
-  TimerSchedule(Note, &c, 2000); // its moment is a negative number
-  EXPECT_EQ(TimerNextDelay(), 2000);
-  TimerSchedule(Note, &b, 200);
-  TimerSchedule(
-      [](void*) {
-        fired += 'a';
-        TimerSchedule(Note, &d, 50);
-      },
-      nullptr, 100);
-  EXPECT_EQ(TimerNextDelay(), 100);
-  // The timers ahead of the wrap fire without a look at the tick.
-  EXPECT_EQ(PassAt(2147483001u), "a");
-  EXPECT_EQ(PassAt(2147483001u), "b");
-  // Then the era is over, and as a signed number the moment of the last one lies below the tick.
-  EXPECT_EQ(PassAt(2147483001u), "c");
-  EXPECT_EQ(PassAt(2147483001u), "");
-  EXPECT_EQ(PassAt(2147483052u), "d");
-}
-
-TEST_F(TimerTest, ATickThatWrapsAheadOfItsTimersLetsThemFireFirst) {
-  PassAt(2147483000u);
-  TimerSchedule(Note, &a, 500);
-  TimerSchedule(Note, &b, 600);
-  SetTick(2147483648u);
-  TimerSchedule(Note, &c, 1000);
-  EXPECT_EQ(TimerNextDelay(), -148);
-  EXPECT_EQ(PassAt(2147483648u), "a");
-  EXPECT_EQ(PassAt(2147483648u), "b");
-  EXPECT_EQ(PassAt(2147483648u), "");
-  EXPECT_EQ(TimerNextDelay(), 1000);
-  EXPECT_EQ(PassAt(2147484649u), "c");
-}
-
-TEST_F(TimerTest, TheUnsignedWrapIsNoSpecialMoment) {
-  PassAt(2147483648u);
-  PassAt(4294967290u);
-  TimerSchedule(Note, &a, 3);
-  TimerSchedule(Note, &b, 10);
-  EXPECT_EQ(PassAt(4294967294u), "a");
-  EXPECT_EQ(TimerNextDelay(), 6);
-  EXPECT_EQ(PassAt(4), "");
-  EXPECT_EQ(PassAt(5), "b");
+TEST(Timers, FireInOrderOfTimeAcrossTheSignedWrap) {
+  constexpr uint32_t kNear = 2147483000u, kWrap = 0x80000000u;
+  // The moment of c is a negative number. The timers ahead of the wrap fire without a look at the tick; then the era is
+  // over, and as a signed number the moment of c lies below the tick.
+  Walk({{kNear, "", kNoTimer, ""},
+        {kNear, "c2000 b200 S100", 100, "S"},
+        {kNear + 1, "", 199, "b"},
+        {kNear + 1, "", 1999, "c"},
+        {kNear + 1, "", 49, ""},
+        {kNear + 52, "", -2, "s"}});
+  Walk({{kNear, "", kNoTimer, ""},
+        {kNear, "a500 b600", 500, ""},
+        {kWrap, "c1000", -148, "a"},
+        {kWrap, "", -48, "b"},
+        {kWrap, "", 1000, ""},
+        {kWrap + 1001, "", -1, "c"}});
+  Walk({{kWrap, "", kNoTimer, ""}, // the unsigned wrap is no special moment
+        {UINT32_MAX - 5, "a3 b10", 3, ""},
+        {UINT32_MAX - 1, "", -1, "a"},
+        {4, "", 0, ""},
+        {5, "", -1, "b"}});
 }
 
 } // namespace

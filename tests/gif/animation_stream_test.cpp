@@ -1,25 +1,28 @@
-// The chunked store and its saves: where chunks begin and end, and that nothing is lost or moved there.
+// The chunked store and its saves under random operations beside a plain vector: nothing is lost or moved where chunks
+// begin and end.
 #include "gif/animation_stream.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 
-#include "gif/own_writer.h"
 #include "gif/save_animation.h"
+#include "gif/stream_bytes.h"
+#include "support/dice.h"
+#include "support/plain_gif.h"
 #include "support/temporary_folder.h"
 
 namespace framereel {
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-constexpr uint32_t kChunk = kStreamChunkSize;
+constexpr int kChunk = int(kStreamChunkSize);
 
 class AnimationStreamTest : public testing::Test {
 protected:
   // Whether a save into the file took all bytes.
   bool Save(FileMode mode) {
+    WriteWholeFile(path, "");
     FileRef* ref = FileRefFromPath(path.c_str());
     File* file = FileOpen(ref, mode);
     const bool saved = file && SaveAnimationTo(gif, file);
@@ -27,25 +30,12 @@ protected:
     FreeFileRef(ref);
     return saved;
   }
-
-  // The stream holds these bytes, by its own account as well, and a save writes them and a trailer.
   void ExpectHolds(const Bytes& bytes) {
-    const uint32_t current = stream.currentChunk ? stream.currentUsed : 0;
-    EXPECT_LT(current, kChunk);
-    EXPECT_EQ(stream.streamSize, bytes.size());
-    EXPECT_EQ(stream.streamSize, ListCount(stream.fullChunks) * kChunk + current);
-    EXPECT_TRUE(StreamBytes(stream) == bytes);
-    WriteWholeFile(path, "");
-    EXPECT_TRUE(Save(FileModeWrite));
-    EXPECT_TRUE(ReadWholeFile(path) == std::string(bytes.begin(), bytes.end()) + ';');
-    EXPECT_TRUE(StreamBytes(stream) == bytes);
-    EXPECT_EQ(stream.streamSize, bytes.size());
-  }
-
-  void Append(Bytes& bytes, const Bytes& more) {
-    StreamAppend(stream, uint32_t(more.size()), more.data());
-    bytes.insert(bytes.end(), more.begin(), more.end());
-    ExpectHolds(bytes);
+    ASSERT_TRUE(StreamBytes(stream) == bytes);
+    ASSERT_EQ(stream.streamSize, bytes.size());
+    ASSERT_EQ(stream.streamSize,
+              ListCount(stream.fullChunks) * kChunk + (stream.currentChunk ? stream.currentUsed : 0));
+    ASSERT_LT(stream.currentChunk ? stream.currentUsed : 0, kStreamChunkSize);
   }
 
   const TemporaryFolder folder;
@@ -54,63 +44,38 @@ protected:
   AnimationStream& stream = gif.ownStream;
 };
 
-TEST_F(AnimationStreamTest, SplitsAppendsAtTheEndsOfChunksAndMovesNothing) {
-  for (const uint32_t length : {0u, 5u, kChunk - 2, kChunk - 1, kChunk, kChunk + 1, 3 * kChunk + 7}) {
-    SCOPED_TRACE(length);
-    const uint8_t* chunk = stream.currentChunk;
-    Bytes bytes;
-    Append(bytes, SomeBytes(length));
-    StreamAppend(stream, 0, nullptr);
-    EXPECT_NE(stream.currentChunk, nullptr);
-    Append(bytes, SomeBytes(2 * kChunk + 10, 2));
-    EXPECT_EQ(FromListValue<uint8_t>(ListFirst(stream.fullChunks)), chunk);
-    StreamClear(stream);
+TEST_F(AnimationStreamTest, HoldsWhatIsAppendedAndNotCutWhateverItsLength) {
+  Dice dice(1);
+  Bytes bytes;
+  // Often at the ends of chunks.
+  const auto length = [&dice](int chunks) { return std::max(0, kChunk * dice.Below(chunks) + dice.Below(5) - 2); };
+  for (int step = 0; step < 200; ++step) {
+    const int operation = dice.Below(8);
+    const uint8_t* const chunk = stream.currentChunk;
+    if (operation < 3) {
+      Bytes more(size_t(dice.OneIn(2) ? length(4) : kChunk - int(bytes.size()) % kChunk));
+      std::iota(more.begin(), more.end(), uint8_t(step));
+      StreamAppend(stream, uint32_t(more.size()), more.data());
+      bytes.insert(bytes.end(), more.begin(), more.end());
+      ASSERT_TRUE(!chunk || chunk == stream.currentChunk ||
+                  ListFind(stream.fullChunks, ToListValue(chunk), ListSameValue));
+    } else if (operation < 6) {
+      const auto kept = uint32_t(dice.OneIn(2) ? length(6) : int(bytes.size()) - length(2));
+      StreamTruncate(stream, kept);
+      bytes.resize(std::min<size_t>(kept, bytes.size()));
+    } else if (operation == 6) {
+      ASSERT_TRUE(Save(FileModeWrite));
+      ASSERT_TRUE(ReadWholeFile(path) == std::string(bytes.begin(), bytes.end()) + ';');
+      ASSERT_FALSE(Save(FileModeRead)) << "a file that takes no bytes";
+    } else if (dice.OneIn(5)) {
+      stream.savedSize = stream.streamSize;
+      StreamClear(stream);
+      bytes.clear();
+      ASSERT_EQ(stream.savedSize, 0u);
+      ASSERT_EQ(stream.currentChunk, chunk);
+    }
+    ASSERT_NO_FATAL_FAILURE(ExpectHolds(bytes)) << "step " << step;
   }
-}
-
-TEST_F(AnimationStreamTest, KeepsExactlyTheFirstBytesWhenTruncated) {
-  const uint32_t lengths[][2] = {
-      {5, 0},
-      {5, 6},
-      {kChunk, kChunk - 1},
-      {kChunk, 0},
-      {kChunk + 1, kChunk},
-      {2 * kChunk, kChunk},
-      {2 * kChunk, 2 * kChunk},
-      {3 * kChunk + 9, 3},
-      {3 * kChunk + 9, 3 * kChunk},
-  };
-  for (const auto& [before, after] : lengths) {
-    SCOPED_TRACE(testing::Message() << before << " to " << after);
-    Bytes bytes;
-    Append(bytes, SomeBytes(before));
-    StreamTruncate(stream, after);
-    bytes.resize(std::min(before, after));
-    ExpectHolds(bytes);
-    Append(bytes, SomeBytes(2 * kChunk + 10, 2));
-    StreamClear(stream);
-  }
-}
-
-TEST_F(AnimationStreamTest, KeepsItsCurrentChunkWhenCleared) {
-  for (const uint32_t length : {5u, kChunk, 3 * kChunk + 5}) {
-    SCOPED_TRACE(length);
-    StreamAppend(stream, length, SomeBytes(length).data());
-    const uint8_t* chunk = stream.currentChunk;
-    stream.savedSize = stream.streamSize;
-    StreamClear(stream);
-    EXPECT_EQ(stream.savedSize, 0u);
-    EXPECT_EQ(stream.currentChunk, chunk);
-    ExpectHolds({});
-  }
-}
-
-TEST_F(AnimationStreamTest, StaysAsItIsWhenAFileTakesNoBytes) {
-  const Bytes bytes = SomeBytes(5);
-  StreamAppend(stream, 5, bytes.data());
-  WriteWholeFile(path, "x");
-  EXPECT_FALSE(Save(FileModeRead));
-  ExpectHolds(bytes);
 }
 
 } // namespace

@@ -1,18 +1,24 @@
-// Streams for tests: one that is released at its end, and what a stream holds as one vector.
+// A stream and a writer for the length of a test, and what a stream holds as one vector.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
-#include "gif/animation_stream.h"
+#include "gif/gif_records.h"
 
 namespace framereel {
 
-// A stream for the length of a test.
 struct OwnStream : AnimationStream {
   OwnStream() { StreamInit(*this); }
   OwnStream(const OwnStream&) = delete;
   ~OwnStream() { StreamFree(*this); }
+};
+
+struct OwnWriter : GifWriter {
+  OwnStream ownStream;
+
+  OwnWriter() { GifWriterInit(*this, &ownStream); }
+  ~OwnWriter() { GifWriterFree(*this); }
 };
 
 inline std::vector<uint8_t> StreamBytes(const AnimationStream& stream) {
@@ -31,16 +37,6 @@ inline std::vector<uint8_t> StreamBytes(const AnimationStream& stream) {
 inline std::vector<uint8_t> FileBytes(const AnimationStream& stream) {
   std::vector<uint8_t> bytes = StreamBytes(stream);
   bytes.push_back(0x3B); // the trailer
-  return bytes;
-}
-
-// Noise, the same in every test.
-inline std::vector<uint8_t> SomeBytes(uint32_t count, uint32_t seed = 1) {
-  std::vector<uint8_t> bytes(count);
-  for (uint8_t& byte : bytes) {
-    seed = seed * 1664525u + 1013904223u;
-    byte = static_cast<uint8_t>(seed >> 24);
-  }
   return bytes;
 }
 

@@ -1,8 +1,10 @@
-// When frames are taken, by the display's clock and a script of what the user does, exact to the tick.
+// When frames are taken: scripts of what the user does and others paint, and the log of what comes of them, exact to
+// the tick of the display's clock.
 #include "recorder/control/recording_control.h"
 
-#include <functional>
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 #include "core/timers.h"
 #include "recorder/recording.h"
@@ -14,298 +16,178 @@
 namespace framereel {
 namespace {
 
-constexpr Rect kArea = {100, 320, 300, 600};
-constexpr uint16_t kOne = 512, kTwo = 513, kThree = 514, kPause = 517;
+constexpr int kWidth = 200, kHeight = 160;
+constexpr Rect kArea = {10, 20, 150, 180};
+constexpr PixelRect kPicturePlace = {68, 48, 132, 111}; // in its middle
 
-// A timer fires at the first tick beyond its delay.
-constexpr uint32_t kPoll = 201, kDigit = 1001;
+// The engine with its control beside another program, which has the keyboard and paints the whole screen.
+struct Stage : WindowProgram, Recording {
+  const int depth;
+  const uint32_t white = PixelBits(TheMemoryDisplay().layout);
+  uint32_t began;
+  DisplayWindow* scene;
+  int changes = 0;                     // of what the scene shows
+  bool marked = false, lively = false; // lively: a pixel changes all the time
+  uint32_t frames = 0;
+  std::string log, last, delay; // of the last frame
 
-RecordingOptions Plain() {
-  RecordingOptions options;
-  options.overlayBorder = options.overlayCursor = false;
-  options.frameDelay = 99; // a frame every 100 ms
-  return options;
-}
-
-// At each depth.
-uint32_t White() {
-  return PixelBits(TheMemoryDisplay().layout);
-}
-
-class Control : public testing::Test {
-protected:
-  Control() : recording(kArea, Plain()), watch(&recorder()) {
-    RecorderInit(recorder());
+  Stage(int screenDepth, const Rect& area)
+      : WindowProgram(kWidth, kHeight, screenDepth), Recording(area), depth(screenDepth) {
+    options.overlayBorder = options.overlayCursor = false;
+    options.frameDelay = 99; // a frame each 100 ms
+    recorder.panel.pictureStands = [](void* owner, const Rect&, bool stands) {
+      static_cast<Stage*>(static_cast<Recording*>(owner))->Mark(!stands);
+    };
+    RecorderInit(recorder);
     began = ::GetTickCount();
-    scene = MemoryOpenWindow("Scene", {0, 0, 640, 480}, 0);
-    scene->paint = [this] { PaintScene(); };
-    PaintScene();
+    scene = MemoryOpenWindow("Scene", {0, 0, kWidth, kHeight}, 0);
+    scene->paint = [this] { Paint(); };
     MemoryGiveKeyboard(scene);
     Settle();
-    before = TheMemoryDisplay().screen;
+    Paint();
+    Mark(true);
   }
-  ~Control() override { RecorderShutDown(recorder()); }
+  ~Stage() { RecorderShutDown(recorder); }
 
-  RecorderState& recorder() { return recording.recorder; }
-  // The script's times are ms since RecorderInit.
-  void At(uint32_t time, std::function<void()> run) { MemoryAt(began + time, std::move(run)); }
-  void RunUntil(uint32_t time) { RunFor(began + time - ::GetTickCount()); }
-  void Hold(uint32_t from, uint32_t to, const std::vector<uint8_t>& keys) {
-    for (const uint8_t key : keys) {
-      At(from, [key] { MemoryPressKey(key); });
-      At(to, [key] { MemoryReleaseKey(key); });
+  void Paint() {
+    const bool hadMark = marked;
+    for (int x = 0; x < kWidth; x += 5) MemoryPaintWindow(*scene, {x, 0, x + 5, kHeight}, x % 2 ? 0 : white);
+    for (int n = 0; n < changes; ++n) MemoryPaintWindow(*scene, {90 + n, 70, 140 + n, 71 + n}, n % 2 ? white : 0);
+    marked = false;
+    Mark(hadMark);
+  }
+  // As the line does, it gives way to a picture, in the middle of which it stands.
+  void Mark(bool on) {
+    if (marked != on) MemoryPixel(100, 80) ^= white;
+    marked = on;
+  }
+
+  void Do(const std::string& what) {
+    for (const char key : what.substr(1)) {
+      const uint8_t code = key == 'C' ? VK_CONTROL : key == 'A' ? VK_MENU : key == 'S' ? VK_SHIFT : VK_SPACE;
+      if (what[0] == '+') MemoryPressKey(code);
+      if (what[0] == '-') MemoryReleaseKey(code);
     }
-  }
-  void HoldStartStop(uint32_t from, uint32_t to) { Hold(from, to, {VK_CONTROL, VK_MENU, VK_SHIFT}); }
-  void HoldGrab(uint32_t from, uint32_t to) { Hold(from, to, {VK_CONTROL, VK_MENU, VK_SPACE}); }
-  // Something in the area changes its colour, so that the next frame has something to show.
-  void Change() {
-    blockIsWhite = !blockIsWhite;
-    MemoryPaintWindow(*scene, blockPlace, blockIsWhite ? White() : 0);
-  }
-  void PaintScene() const {
-    for (int32_t x = 0; x < 640; x += 5) MemoryPaintWindow(*scene, {x, 0, x + 5, 480}, x % 2 ? 0 : White());
-    MemoryPaintWindow(*scene, blockPlace, blockIsWhite ? White() : 0);
+    if (what == "start") RecorderStart(recorder);
+    if (what == "stop") RecorderStop(recorder);
+    if (what == "grab") RecorderGrab(recorder);
+    if (what == "thaw") RecorderThaw(recorder);
+    if (what == "end") RecorderShutDown(recorder);
+    if (what == "fast") options.frameDelay = 24;
+    if (what == "slow") options.frameDelay = 498;
+    if (what == "busy") recorder.panel.setStatus = [](void*, const char*) { ::Sleep(7); }; // a frame takes its time
+    if (what == "lively") lively = true;
+    if (what == "lose") MemoryDisplaySetMode(kWidth, kHeight, 12);
+    if (what == "find") MemoryDisplaySetMode(kWidth, kHeight, depth);
+    if (what == "paint") ++changes, Paint();
+    if (what == "still") lively = false, Paint();
   }
 
-  bool ScreenIsAsBefore() const { return TheMemoryDisplay().screen == before; }
-  // The picture stands in the middle of the area, and all else is as before.
-  bool Shows(uint16_t bitmap) const {
-    const BitmapResource& picture = *FindBitmapResource(bitmap);
-    std::vector<uint32_t> expected = before;
-    for (int32_t y = 0; y < picture.height; ++y) {
-      for (int32_t x = 0; x < picture.width; ++x) {
-        expected[size_t((168 + y) * 640 + 428 + x)] = picture.rows[y][x] == '#' ? 0 : White();
+  bool Stands(const BitmapResource& picture) const {
+    for (int y = 0; y < picture.height; y += 3) {
+      for (int x = 0; x < picture.width; x += 2) {
+        const uint32_t pixel = MemoryPixel(kPicturePlace.left + x, kPicturePlace.top + y);
+        if (pixel != (picture.rows[y][x] == '#' ? 0 : white)) return false;
       }
     }
-    return TheMemoryDisplay().screen == expected;
+    return true;
   }
-  bool CanTake(bool start, bool grab, bool stop) const {
-    const RecordButtons& b = recording.buttons;
-    return b.start == start && b.grab == grab && b.stop == stop;
-  }
-  bool IsReady() const { return CanTake(true, true, false); }
-  bool IsRecording() const { return CanTake(false, false, true); }
-  bool IsBlocked() const { return CanTake(false, false, false); }
 
-  WindowProgram program;
-  Recording recording;
-  Watch watch;
-  DisplayWindow* scene; // of another program, which has the keyboard
-  PixelRect blockPlace = {330, 110, 340, 120};
-  bool blockIsWhite = false;
-  uint32_t began;
-  std::vector<uint32_t> before; // what stood on the screen
+  // From now on at each tick.
+  void Log() {
+    std::string now = " ";
+    for (const int picture : {512, 513, 514, 517}) {
+      if (Stands(*FindBitmapResource(uint16_t(picture)))) now += picture == 517 ? 'P' : char('1' + picture - 512);
+    }
+    now += std::string(buttons.start ? "S" : "") + (buttons.grab ? "G" : "") + (buttons.stop ? "T" : "");
+    now += (optionsEnabled ? "" : "F") + std::string(TheMemoryDesktop().beeps, '!');
+    if (recorder.frameCount != frames) delay = std::to_string(Read().frames.back().delay);
+    if ((frames = recorder.frameCount) != 0) now += std::to_string(frames) + ":" + delay;
+    if (now != last) log += (log.empty() ? "" : ", ") + std::to_string(::GetTickCount() - began) + now;
+    last = now;
+    if (lively) MemoryPixel(30, 30) ^= white;
+    MemoryAt(::GetTickCount() + 1, [this] { Log(); });
+  }
+
+  // What stands on the screen is what the scene would paint now, and the last frame shows the same.
+  void ExpectScene(const Rect& area) {
+    const std::vector<uint32_t> seen = TheMemoryDisplay().screen;
+    Paint();
+    EXPECT_TRUE(seen == TheMemoryDisplay().screen);
+    const GifPicture film = recorder.frameCount == 0 ? GifPicture{} : Read();
+    const std::vector<uint32_t> shown = Composite(film, SIZE_MAX);
+    for (int i = 0; i < film.width * film.height; ++i) {
+      const uint32_t pixel = MemoryPixel(area.left + i % film.width, area.top + i / film.width);
+      ASSERT_EQ(shown[size_t(i)] != 0, pixel != 0) << i % film.width << " " << i / film.width;
+    }
+  }
 };
 
-TEST_F(Control, CountsThreeSecondsDownAndTakesTheFirstFrameOfACleanScreen) {
-  HoldStartStop(250, 450);
-  const uint32_t start = 2 * kPoll + 1; // the poll that sees the chord, and the tick behind it
-  const uint32_t first = start + 3 * kDigit;
-  At(start - 1, [&] { EXPECT_TRUE(ScreenIsAsBefore()); });
-  At(start + 1, [&] { EXPECT_TRUE(Shows(kThree) && IsRecording()); });
-  At(start + kDigit - 1, [&] { EXPECT_TRUE(Shows(kThree)); });
-  At(start + kDigit + 1, [&] { EXPECT_TRUE(Shows(kTwo)); });
-  At(start + 2 * kDigit + 1, [&] { EXPECT_TRUE(Shows(kOne)); });
-  At(first - 1, [&] {
-    EXPECT_TRUE(Shows(kOne) && recording.optionsEnabled);
-    EXPECT_EQ(recording.stream.streamSize, 0u);
-  });
-  At(first + 1, [&] {
-    EXPECT_TRUE(ScreenIsAsBefore());
-    EXPECT_FALSE(recording.optionsEnabled);
-    EXPECT_EQ(recording.status.substr(0, 8), "1 Frame ");
-  });
-  RunUntil(first + 2);
-  const GifPicture gif = recording.Read();
-  ASSERT_EQ(gif.frames.size(), 1u);
-  const std::vector<uint32_t> seen = Composite(gif, 0);
-  for (int32_t y = 0; y < 200; y += 3) {
-    for (int32_t x = 0; x < 280; ++x) {
-      const bool dark = before[size_t((100 + y) * 640 + 320 + x)] == 0;
-      EXPECT_EQ(seen[size_t(y * 280 + x)] == gif.colours[0], dark || gif.colours[1] == 0) << x << " " << y;
-    }
+// Times in ms and what is done then: keys that go down or up (Ctrl, Alt, Shift, Blank), or a word of Stage::Do. What
+// comes of it, with the time at which it is seen first: the picture on the screen (1, 2, 3, P for the pause sign), the
+// buttons that can be pressed (Start, Grab, sTop), F while the options are frozen, a ! for each beep, and the number of
+// frames with the last one's delay. The chords are looked for each 201 ms, digits change each 1001, a frame comes each
+// 100.
+const struct {
+  const char* script;
+  uint32_t end;
+  const char* log;
+} kCases[] = {
+    // Held, a chord counts once.
+    {"250 +CAS 450 -CAS 3900 +CAS 6000 -CAS", 6500,
+     "0 SG, 403 T, 404 3T, 1405 2T, 2406 1T, 3407 TF1:0, 3907 PSGF1:0, 4657 SGF1:0"},
+    {"210 +CAB 2000 -CAB 2500 paint 2600 +CASB 3000 -CASB 3100 +CA 3500 -CA 3600 +CAB 3605 -CAB 4000 +CAS 4300 -CAS "
+     "4400 +CAB 7200 -CAB",
+     7500, "0 SG, 403 SGF1:9, 4021 TF1:9, 4022 3TF1:9, 5023 2TF1:9, 6024 1TF1:9, 7025 TF2:662"},
+    // A stop in the countdown, ahead of the first digit, in each of them, and just ahead of the first frame.
+    {"250 +CAS 450 -CAS 1700 +CAS 2800 -CAS", 4000, "0 SG, 403 T, 404 3T, 1405 2T, 2406 PSG, 3156 SG"},
+    {"0 start 0 stop 1000 start 1500 stop 3000 start 4500 stop 6000 start 9006 stop", 10000,
+     "0 SG, 1 PSG, 751 SG, 1000 T, 1002 3T, 1500 PSG, 2251 SG, 3000 T, 3004 3T, 4005 2T, 4500 PSG, 5251 SG, "
+     "6000 T, 6004 3T, 7005 2T, 8006 1T, 9006 PSG, 9757 SG"},
+    {"0 stop 10 grab 20 thaw 1000 start 4500 thaw 5500 start 7000 end", 8000,
+     "0 SG, 10 SGF1:9, 20 SG1:9, 1000 T1:9, 1005 3T1:9, 2006 2T1:9, 3007 1T1:9, 4008 TF1:9, 4500 PSGF1:9, "
+     "5251 SG1:9, 5500 T1:9, 5502 3T1:9, 6503 2T1:9, 7000 T1:9"},
+    // A screen that cannot be recorded: nothing can be done, and the chord alone ends what is under way.
+    {"100 lose 250 +CAS 450 -CAS 650 +CAB 850 -CAB", 1000, "0 SG, 101 , 403 !, 805 !!"},
+    {"0 grab 500 start 1000 lose 2000 find 6000 lose 6500 find 7000 stop", 8000,
+     "0 SG, 1 SGF1:9, 500 TF1:9, 503 3TF1:9, 1000 TF1:9, 1003 F1:9, 1504 2F1:9, 2000 F1:9, 2004 TF1:9, "
+     "2505 1TF1:9, 3506 TF1:9, 6005 F1:9, 6505 TF1:9, 7000 PSGF1:9, 7751 SGF1:9"},
+    {"0 start 3100 lose 3500 +CAS 3800 -CAS 5000 find", 5200,
+     "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3104 F1:0, 3554 PF1:0, 4304 F1:0, 5007 SGF1:0"},
+    // Others paint where a picture stands.
+    {"0 start 1500 paint 1600 paint 3500 paint 3600 stop 3700 paint 5000 grab", 5200,
+     "0 SG, 1 T, 51 3T, 1052 2T, 1500 T, 2053 1T, 3054 TF1:0, 3554 TF2:50, 3600 PSGF2:50, 3700 SGF2:50, "
+     "5000 SGF3:9"},
+    // The interval runs from the start of a frame to the start of the next, and a new one is taken up behind a frame.
+    {"0 start 10 fast 20 busy 3000 lively 3180 slow 4210 still", 4750,
+     "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3079 TF2:2, 3104 TF3:2, 3129 TF4:2, 3154 TF5:2, 3179 TF6:2, "
+     "3204 TF7:2, 3703 TF8:49, 4202 TF9:49"},
+};
+
+TEST(Control, TakesFramesAsTheUserWants) {
+  for (const auto& one : kCases) {
+    SCOPED_TRACE(one.script);
+    Stage stage(24, kArea);
+    std::istringstream steps(one.script);
+    uint32_t time;
+    for (std::string what; steps >> time >> what;) MemoryAt(stage.began + time, [&stage, what] { stage.Do(what); });
+    stage.Log();
+    RunFor(one.end);
+    EXPECT_EQ(stage.log, one.log);
+    stage.ExpectScene(kArea);
   }
-}
-
-TEST_F(Control, TakesAFrameEveryDelayAndTellsTheTrueTimes) {
-  recording.options.frameDelay = 24;                                   // 40 a second
-  recorder().panel.setStatus = [](void*, const char*) { ::Sleep(7); }; // a frame takes its time
-  RecorderStart(recorder());
-  RunUntil(1 + 3 * kDigit + 1);
-  const uint32_t first = 1 + 3 * kDigit;
-  for (uint32_t n = 1; n <= 40; ++n) At(first + n * 25 - 3, [&] { Change(); });
-  At(first + 40 * 25 + 1, [&] { recording.options.frameDelay = 1999; }); // taken up behind the next tick
-  At(first + 41 * 25 + 1, [&] { Change(); });
-  RunUntil(first + 41 * 25 + 2001);
-  const GifPicture gif = recording.Read();
-  ASSERT_EQ(gif.frames.size(), 42u);
-  for (size_t n = 1; n <= 40; ++n) EXPECT_EQ(gif.frames[n].delay, 2) << n;
-  EXPECT_EQ(gif.frames[41].delay, 202); // nothing had changed at the 41st tick
-  RecorderStop(recorder());
-}
-
-TEST_F(Control, ShowsThePauseSignAfterAStopAndDoesNothingElseMeanwhile) {
-  RecorderStart(recorder());
-  RunUntil(1 + 3 * kDigit + 1);
-  const uint32_t stop = 1 + 3 * kDigit + 2 * 100;
-  HoldStartStop(stop - 5, stop + 5000);
-  At(stop + 1, [&] { EXPECT_TRUE(Shows(kPause) && IsReady()); });
-  bool fired = false;
-  TimerSchedule([](void* timer) { *static_cast<bool*>(timer) = true; }, &fired, began + stop + 300 - ::GetTickCount());
-  At(stop + 749, [&] { EXPECT_TRUE(Shows(kPause) && !fired); });
-  At(stop + 751, [&] { EXPECT_TRUE(ScreenIsAsBefore() && IsReady()); });
-  RunUntil(stop + 4900);
-  EXPECT_TRUE(fired);
-  EXPECT_TRUE(ScreenIsAsBefore() && IsReady()) << "held, the chord does not start again";
-  EXPECT_FALSE(recording.optionsEnabled);
-  HoldStartStop(stop + 5300, stop + 5600);
-  RunUntil(stop + 5700);
-  EXPECT_TRUE(IsRecording()) << "pressed again, it goes on";
-  EXPECT_EQ(recorder().frameCount, 1u);
-}
-
-// Milliseconds behind the start: ahead of the first digit, in each of them, and just ahead of the first frame.
-TEST_F(Control, StopsInTheCountdownWithoutAFrameOrATrace) {
-  for (const uint32_t wait : {0u, 10u, 1500u, 2500u, 3 * kDigit - 1}) {
-    for (const bool byChord : {false, true}) {
-      if (byChord && wait > 2500) continue; // the chord is seen when a digit changes
-      SCOPED_TRACE(testing::Message() << wait << (byChord ? " by chord" : " by button"));
-      RecorderStart(recorder());
-      const uint32_t now = ::GetTickCount() - began;
-      if (byChord) HoldStartStop(now + wait, now + wait + 1100);
-      RunUntil(now + wait + (byChord ? 1100 : 0));
-      if (!byChord) RecorderStop(recorder());
-      RunFor(2000);
-      EXPECT_TRUE(ScreenIsAsBefore() && IsReady() && recording.optionsEnabled);
-      EXPECT_EQ(recording.stream.streamSize, 0u);
-      EXPECT_FALSE(recorder().animationStarted);
-      EXPECT_EQ(recorder().control.savedScreen, nullptr);
-    }
-  }
-  const uint32_t now = ::GetTickCount();
-  RecorderStop(recorder());
-  EXPECT_EQ(::GetTickCount(), now) << "a stop when nothing is recorded shows no sign";
-}
-
-// A program paints where the picture stands: what was kept of the screen is not true any more.
-TEST_F(Control, LeavesWhatOthersHavePaintedMeanwhile) {
-  blockPlace = {440, 190, 470, 200};
-  RecorderStart(recorder());
-  RunUntil(1500);
-  Change();
-  Change();
-  EXPECT_EQ(MemoryPixel(447, 180), White()); // the picture stands
-  Change();
-  RunUntil(3 * kDigit + 50);
-  const GifPicture gif = recording.Read();
-  ASSERT_EQ(gif.frames.size(), 1u);
-  EXPECT_EQ(Composite(gif, 0)[size_t((195 - 100) * 280 + 465 - 320)], 0xFFFFFFu);
-  Change();
-  RecorderStop(recorder());
-  EXPECT_EQ(MemoryPixel(465, 195), 0u);
-}
-
-TEST_F(Control, CountsAChordOnceAndOnlyItsOwnKeys) {
-  HoldGrab(210, 2000);
-  RunUntil(2500);
-  EXPECT_EQ(recorder().frameCount, 1u) << "held, it counts once";
-  EXPECT_FALSE(recording.optionsEnabled);
-  Hold(2600, 3000, {VK_CONTROL, VK_MENU, VK_SHIFT, VK_SPACE}); // both at once are neither
-  Hold(3100, 3500, {VK_CONTROL, VK_MENU});
-  Hold(3600, 3605, {VK_CONTROL, VK_MENU, VK_SPACE}); // between two polls
-  At(3650, [&] { Change(); });
-  RunUntil(3900);
-  EXPECT_TRUE(IsReady());
-  EXPECT_EQ(recorder().frameCount, 1u);
-  HoldStartStop(4000, 4300);
-  Hold(4400, 5600, {VK_CONTROL, VK_MENU, VK_SPACE}); // while it counts and records, Grab means nothing
-  RunUntil(4000 + 3 * kDigit + 350);
-  EXPECT_TRUE(IsRecording());
-  EXPECT_EQ(recorder().frameCount, 2u);
-  const GifPicture gif = recording.Read();
-  ASSERT_EQ(gif.frames.size(), 2u);
-  EXPECT_EQ(gif.frames[0].delay, 9) << "a grabbed frame tells the delay that is asked for";
-}
-
-TEST_F(Control, BeepsAtAChordWhoseActionIsNotToBeHad) {
-  MemoryDisplaySetMode(640, 480, 12); // no depth that can be recorded
-  HoldStartStop(250, 450);
-  HoldGrab(650, 850);
-  RunUntil(1200);
-  EXPECT_EQ(TheMemoryDesktop().beeps, 2u);
-  EXPECT_EQ(recorder().frameCount, 0u);
-  EXPECT_TRUE(IsBlocked());
-}
-
-// The depth goes at that time behind the start and comes back a second later: while it is ready, counts, records.
-TEST_F(Control, OutlivesAChangeOfDepthInEveryState) {
-  RecorderGrab(recorder());
-  RunUntil(300);
-  for (const uint32_t wait : {500u, 1500u, 2500u, 3500u}) {
-    SCOPED_TRACE(wait);
-    RecorderStart(recorder());
-    const uint32_t now = ::GetTickCount() - began;
-    At(now + wait, [] { MemoryDisplaySetMode(640, 480, 8); });
-    At(now + wait + 600, [&] {
-      EXPECT_TRUE(IsBlocked());
-      EXPECT_NE(recording.message, "");
-    });
-    At(now + wait + 1000, [] { MemoryDisplaySetMode(640, 480, 24); });
-    At(now + 5000, [&] { Change(); });
-    const uint32_t frames = recorder().frameCount;
-    RunUntil(now + 5200);
-    EXPECT_TRUE(IsRecording());
-    EXPECT_EQ(recording.message, "");
-    EXPECT_GT(recorder().frameCount, frames);
-    RecorderStop(recorder());
-    RunFor(300);
-    EXPECT_TRUE(IsReady());
-  }
-}
-
-TEST_F(Control, EndsABlockedRecordingByChordAlone) {
-  RecorderStart(recorder());
-  RunUntil(3 * kDigit + 50);
-  MemoryDisplaySetMode(640, 480, 8);
-  HoldStartStop(3500, 3800);
-  RunUntil(6000);
-  EXPECT_FALSE(recorder().control.recording);
-  MemoryDisplaySetMode(640, 480, 24);
-  RunUntil(6100);
-  EXPECT_TRUE(IsReady());
-}
-
-TEST_F(Control, ThawsTheOptionsForANewAnimationAndLeavesNothingWhenItEnds) {
-  RecorderStart(recorder());
-  RunUntil(3 * kDigit + 50);
-  RecorderThaw(recorder());
-  EXPECT_TRUE(recording.optionsEnabled && IsReady());
-  StreamClear(recording.stream);
-  RecorderReset(recorder());
-  EXPECT_EQ(recording.status, "0 Frames (0 bytes)");
-  RecorderStart(recorder());
-  RunFor(1500);
-  EXPECT_TRUE(Shows(kTwo));
-  RecorderShutDown(recorder());
-  EXPECT_TRUE(ScreenIsAsBefore());
 }
 
 // Parts of the picture lie off the screen, and the screen has other pixels.
-TEST(ControlAtTheEdge, PutsBackWhatThePictureCovered) {
-  for (const int32_t depth : {1, 4, 8, 16, 32}) {
-    for (const Rect& area : {Rect{0, 0, 4, 6}, Rect{470, 630, 480, 640}, Rect{-40, 600, 20, 680}}) {
-      WindowProgram program(640, 480, depth);
-      Recording recording(area, Plain());
-      RecorderInit(recording.recorder);
-      for (int y = 0; y < 480; y += 3) MemoryFill({0, y, 640, y + 1}, uint32_t(y) & 1);
-      const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-      RecorderStart(recording.recorder);
+TEST(Control, LeavesNoTraceAtTheEdgesAndAtAnyDepth) {
+  for (const int depth : {1, 4, 8, 16, 32}) {
+    for (const Rect& area : {kArea, Rect{0, 0, 4, 6}, Rect{150, 190, 160, 200}, Rect{-40, 190, 20, 230}}) {
+      Stage stage(depth, area);
+      stage.Do("start");
       RunFor(1500);
-      EXPECT_NE(TheMemoryDisplay().screen, before);
-      RecorderStop(recording.recorder);
-      EXPECT_EQ(TheMemoryDisplay().screen, before) << depth << " " << area.left;
-      RecorderShutDown(recording.recorder);
+      EXPECT_NE(stage.recorder.control.savedScreen, nullptr);
+      stage.Do("stop");
+      stage.ExpectScene(area);
     }
   }
 }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "resources/standard_colours.h"
+
 namespace framereel {
 namespace {
 
@@ -133,10 +135,14 @@ Edges Reduce(PlainAnimation& a, const Edges& e) {
   return out;
 }
 
+int OutputSide(uint16_t recordingSize, int side) {
+  return recordingSize == kSize25 ? side / 2 : recordingSize == kSize44 ? side * 2 / 3 : side;
+}
+
 // ---- Border, delay -----------------------------------------------------------------------------------------------
 
 void DrawBorder(PlainAnimation& a, int value) {
-  const int width = PlainOutputSide(a.recordingSize, a.width), height = PlainOutputSide(a.recordingSize, a.height);
+  const int width = OutputSide(a.recordingSize, a.width), height = OutputSide(a.recordingSize, a.height);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
       if (x == 0 || y == 0 || x == width - 1 || y == height - 1) a.work[size_t(y * a.width + x)] = uint8_t(value);
@@ -157,6 +163,7 @@ PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width,
                           const std::vector<PaletteColour>& palette) {
   const std::vector<uint8_t> black(size_t(width * height));
   PlainAnimation a = {format, recordingSize, width, height, palette, kCubeFree, kCubeFree, 0, black, black, 0, 0};
+  if (format == kFormat4Bit) a.palette.assign(std::begin(kStandardColours), std::end(kStandardColours));
   if (format != kFormatTrueColour) a.captureTransparent = format == kFormat8Bit ? 77 : int(palette.size());
   if (recordingSize == kSize100) {
     a.outputTransparent = a.captureTransparent;
@@ -165,8 +172,28 @@ PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width,
   return a;
 }
 
-std::optional<GifFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices,
-                                  const RecordingOptions& options, bool grab, uint32_t tick) {
+PlainHead PlainHeadOf(const PlainAnimation& a, int loop, const std::string& ownerName) {
+  std::vector<PaletteColour> colours = a.palette;
+  const bool cube = a.recordingSize != kSize100 || a.format == kFormatTrueColour;
+  if (cube) colours.clear();
+  for (int i = 0; i < kCubeFree && cube; ++i) {
+    const Channels levels = CubeLevels(i);
+    colours.push_back({uint8_t(51 * levels[0]), uint8_t(51 * levels[1]), uint8_t(51 * levels[2])});
+  }
+  // Room for a transparent index, but on 256 colours.
+  const int bits = colours.size() > 16 ? 8 : colours.size() == 16 ? 5 : colours.size() == 4 ? 3 : 2;
+  return {OutputSide(a.recordingSize, a.width),
+          OutputSide(a.recordingSize, a.height),
+          0,
+          0,
+          bits,
+          colours,
+          loop,
+          "Created by " + ownerName + ", using Framereel v1.23."};
+}
+
+std::optional<PlainFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices,
+                                    const RecordingOptions& options, bool grab, uint32_t tick) {
   const bool first = a.frames == 0;
   Difference difference = {{0, 0, a.width, a.height}, false};
   if (first) {
@@ -180,9 +207,14 @@ std::optional<GifFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t>&
   const bool transparent = options.interframeTransparency && !difference.gaveUp;
   const Edges out = Reduce(a, difference.edges);
   if (options.overlayBorder) DrawBorder(a, transparent && !first ? a.outputTransparent : a.blackIndex);
-  GifFrame frame = {out.left, out.top, out.right - out.left, out.bottom - out.top, {}, 0, -1, 1};
-  if (transparent) frame.transparent = a.outputTransparent;
-  frame.delay = DelayOf(a, options, grab, tick);
+  PlainFrame frame = {out.left,
+                      out.top,
+                      out.right - out.left,
+                      out.bottom - out.top,
+                      {},
+                      DelayOf(a, options, grab, tick),
+                      transparent,
+                      a.outputTransparent};
   for (int y = out.top; y < out.bottom; ++y) {
     const auto row = a.work.begin() + y * a.width;
     frame.indices.insert(frame.indices.end(), row + out.left, row + out.right);
@@ -196,18 +228,12 @@ uint8_t PlainCubeIndex(PaletteColour colour) {
   return CubeOf({LevelOf(colour.red), LevelOf(colour.green), LevelOf(colour.blue)});
 }
 
-std::vector<PaletteColour> PlainColourTable(const PlainAnimation& a) {
-  if (a.recordingSize == kSize100 && a.format != kFormatTrueColour) return a.palette;
-  std::vector<PaletteColour> cube;
-  for (int i = 0; i < kCubeFree; ++i) {
-    const Channels levels = CubeLevels(i);
-    cube.push_back({uint8_t(51 * levels[0]), uint8_t(51 * levels[1]), uint8_t(51 * levels[2])});
-  }
-  return cube;
-}
-
-int PlainOutputSide(uint16_t recordingSize, int side) {
-  return recordingSize == kSize25 ? side / 2 : recordingSize == kSize44 ? side * 2 / 3 : side;
+std::string PlainByteSize(uint32_t bytes) {
+  if (bytes < 1024) return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
+  const int shift = bytes < 1 << 20 ? 10 : bytes < 1 << 30 ? 20 : 30;
+  const uint64_t tenths = uint64_t{bytes} * 10 >> shift;
+  const bool shows = tenths % 10 != 0 && (tenths < 1000 || shift == 30);
+  return std::to_string(tenths / 10) + (shows ? "." + std::to_string(tenths % 10) : "") + "KMG"[shift / 10 - 1];
 }
 
 } // namespace framereel

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "recorder/engine/recorder_state.h"
-#include "support/gif_reader.h"
+#include "support/plain_gif.h"
 #include "win32/pixels/surface.h"
 
 namespace framereel {
@@ -27,15 +27,16 @@ struct PlainAnimation {
 
 PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width, int height,
                           const std::vector<PaletteColour>& palette);
+// What stands ahead of its frames. With the loop count, or -1 for none.
+PlainHead PlainHeadOf(const PlainAnimation& animation, int loop, const std::string& ownerName);
 // The frame as it must stand in the file; nothing if none must. The options are those of this moment, `tick` the clock
 // in ms.
-std::optional<GifFrame> PlainTake(PlainAnimation& animation, const std::vector<uint8_t>& indices,
-                                  const RecordingOptions& options, bool grab, uint32_t tick);
+std::optional<PlainFrame> PlainTake(PlainAnimation& animation, const std::vector<uint8_t>& indices,
+                                    const RecordingOptions& options, bool grab, uint32_t tick);
 
 // The index of a true colour: each channel's nearest level of six.
 uint8_t PlainCubeIndex(PaletteColour colour);
-// The colour table that the file must have, as long as the animation has colours.
-std::vector<PaletteColour> PlainColourTable(const PlainAnimation& animation);
-int PlainOutputSide(uint16_t recordingSize, int side);
+// A number of bytes in words.
+std::string PlainByteSize(uint32_t bytes);
 
 } // namespace framereel

@@ -1,21 +1,25 @@
 // The engine at work in a test: its record with everything that it is handed, and what it told the panel.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
 #include "core/notices.h"
+#include "gif/stream_bytes.h"
 #include "recorder/engine/recorder_core.h"
+#include "recorder/engine/recording_scale.h"
 #include "recorder/engine/status.h"
 #include "support/gif_reader.h"
 
 namespace framereel {
 
-// Stands on a Desktop, and goes ahead of it. It keeps its place in memory.
+// Stands on a Desktop, and goes ahead of it. Hears of changes of the display as the program does.
 struct Recording {
   RecordingOptions options;
-  AnimationStream stream;
-  GifWriter gif;
+  OwnStream stream;
+  GifWriter gif = WriterInto(&stream);
   RecorderState recorder;
   std::string status;   // the panel's status line
   std::string message;  // why the screen cannot be recorded; empty while it is hidden
@@ -23,28 +27,63 @@ struct Recording {
   RecordButtons buttons = {true, true, false};
   bool optionsEnabled = true;
 
-  explicit Recording(const Rect& area, const RecordingOptions& withOptions = {});
-  ~Recording();
+  explicit Recording(const Rect& area = {}, const RecordingOptions& withOptions = {}) : options(withOptions) {
+    RecorderPanel panel;
+    panel.owner = this;
+    panel.setStatus = [](void* owner, const char* text) { Owner(owner).status = text; };
+    panel.showMessage = [](void* owner, const char* text) { Owner(owner).Show(text); };
+    panel.hideMessage = [](void* owner) { Owner(owner).Show(""); };
+    panel.enableButtons = [](void* owner, const RecordButtons& enabled) { Owner(owner).buttons = enabled; };
+    panel.enableOptions = [](void* owner, bool enabled) { Owner(owner).optionsEnabled = enabled; };
+    RecorderSetUp(recorder, &stream, &gif, &options, panel);
+    NotifyAdd(HearOfChange, this);
+    recorder.ownerName = "a tester";
+    SetArea(area);
+  }
+  ~Recording() {
+    NotifyRemove(HearOfChange, this);
+    RecorderTearDown(recorder);
+  }
   Recording(const Recording&) = delete;
 
   // Takes another area for the next animation, with the output size that goes with it.
-  void SetArea(const Rect& area);
+  void SetArea(const Rect& area) {
+    const RecordingScale& scale = ScaleOf(options.recordingSize);
+    recorder.captureArea = area;
+    recorder.outputWidth = int16_t((area.right - area.left) * scale.numerator / scale.denominator);
+    recorder.outputHeight = int16_t((area.bottom - area.top) * scale.numerator / scale.denominator);
+  }
   // A tick, or a grabbed frame, at a time of the display's clock; the status line follows. Answers whether a frame was
   // written.
-  bool Capture(bool grab = false);
+  bool Capture(bool grab = false) {
+    const uint32_t before = recorder.frameCount;
+    RecorderCaptureFrame(recorder, grab);
+    RecorderRefreshStatus(recorder);
+    return recorder.frameCount != before;
+  }
   // The file that a save would write now, and what a foreign reader sees in it.
-  std::vector<uint8_t> Saved() const;
-  GifPicture Read() const;
-};
+  std::vector<uint8_t> Saved() const { return FileBytes(stream); }
+  GifPicture Read() const {
+    GifPicture picture = ReadGif(Saved());
+    EXPECT_EQ(picture.error, "");
+    return picture;
+  }
 
-// Hears of changes of the display as the program does.
-struct Watch {
-  RecorderState* recorder;
-
-  explicit Watch(RecorderState* watched) : recorder(watched) { NotifyAdd(Hear, this); }
-  ~Watch() { NotifyRemove(Hear, this); }
-  static void Hear(intptr_t subject, void* watch) {
-    if (subject == kChangeDisplay) RecorderCheckScreen(*static_cast<Watch*>(watch)->recorder);
+private:
+  static Recording& Owner(void* owner) { return *static_cast<Recording*>(owner); }
+  void Show(const char* text) {
+    message = text;
+    ++messageCalls;
+  }
+  static void HearOfChange(intptr_t subject, void* recording) {
+    if (subject == kChangeDisplay) RecorderCheckScreen(Owner(recording).recorder);
+  }
+  // The compressor's tables are large, so all recordings share them.
+  static GifWriter WriterInto(AnimationStream* stream) {
+    static OwnWriter shared;
+    GifWriter gif = shared;
+    gif.stream = stream;
+    return gif;
   }
 };
 

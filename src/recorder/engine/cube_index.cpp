@@ -9,15 +9,16 @@
 #endif
 
 namespace framereel {
+namespace {
 
-void BgrToCubePlain(const uint8_t* bgr, size_t count, uint8_t* indices) {
+size_t BgrToCubePlain(const uint8_t* bgr, size_t count, uint8_t* indices) {
   for (size_t i = 0; i < count; ++i, bgr += 3) {
     indices[i] = CubeIndex(CubeLevel8[bgr[2]], CubeLevel8[bgr[1]], CubeLevel8[bgr[0]]);
   }
+  return count;
 }
 
 #if defined(__x86_64__)
-namespace {
 
 inline constexpr int16_t kLevelFactor = 643;
 
@@ -152,23 +153,34 @@ FRAMEREEL_VBMI size_t BgrToCubeVbmi(const uint8_t* bgr, size_t count, uint8_t* i
 
 #undef FRAMEREEL_VBMI
 
-using WideForm = size_t (*)(const uint8_t* bgr, size_t count, uint8_t* indices);
+#endif
 
-WideForm ChooseWideForm() {
-  if (__builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw")) return BgrToCubeVbmi;
-  if (__builtin_cpu_supports("avx2")) return BgrToCubeAvx2;
-  return nullptr;
+struct MachineForms {
+  CubeForm forms[3];
+  size_t count;
+};
+
+MachineForms FindForms() {
+  MachineForms found = {};
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw")) {
+    found.forms[found.count++] = BgrToCubeVbmi;
+  }
+  if (__builtin_cpu_supports("avx2")) found.forms[found.count++] = BgrToCubeAvx2;
+#endif
+  found.forms[found.count++] = BgrToCubePlain;
+  return found;
 }
 
 } // namespace
-#endif
+
+std::span<const CubeForm> CubeForms() {
+  static const MachineForms found = FindForms();
+  return {found.forms, found.count};
+}
 
 void BgrToCube(const uint8_t* bgr, size_t count, uint8_t* indices) {
-  size_t done = 0;
-#if defined(__x86_64__)
-  static const WideForm wide = ChooseWideForm();
-  if (wide) done = wide(bgr, count, indices);
-#endif
+  const size_t done = CubeForms()[0](bgr, count, indices);
   BgrToCubePlain(bgr + 3 * done, count - done, indices + done);
 }
 

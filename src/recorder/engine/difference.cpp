@@ -133,7 +133,6 @@ void RepairPrevious(RecorderState& recorder, int32_t y, int32_t x, uint8_t oldTr
 } // namespace
 
 bool NextFrameConvert(RecorderState& recorder, bool transparent) {
-  GrabScreen(recorder);
   Walk walk = NewWalk(recorder, transparent);
   bool gaveUp = false;
   int32_t column = 0;

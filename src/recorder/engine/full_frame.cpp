@@ -3,7 +3,6 @@
 
 #include <cstring>
 
-#include "recorder/engine/grab.h"
 #include "recorder/engine/index_rows.h"
 
 namespace framereel {
@@ -18,7 +17,6 @@ void SetDirtyRect(RecorderState& recorder, int32_t left, int32_t top, int32_t ri
 }
 
 bool FirstFrameConvert(RecorderState& recorder) {
-  GrabScreen(recorder);
   const int32_t width = recorder.frameWidth, height = recorder.frameHeight;
   for (int32_t y = 0; y < height; ++y) {
     IndexRow(recorder, y, recorder.previousFrame + static_cast<int64_t>(y) * width);

@@ -5,7 +5,7 @@
 
 namespace framereel {
 
-// Grabs the screen and fills previousFrame and workFrame; the dirty rectangle is the whole frame. Answers true if a
+// Fills previousFrame and workFrame from the grabbed screen; the dirty rectangle is the whole frame. Answers true if a
 // pixel has captureTransparent, which only a screen of 256 colours can have: the frame must then not declare that index
 // transparent.
 bool FirstFrameConvert(RecorderState& recorder);

@@ -67,10 +67,10 @@ void PrepareGrabBuffers(RecorderState& recorder) {
   if (!grab.offscreen && !ScreenIsLost()) FatalExit();
 }
 
-void GrabScreen(RecorderState& recorder) {
+bool GrabScreen(RecorderState& recorder) {
   GrabPipeline& grab = recorder.grab;
   grab.bandCount = 0;
-  if (!grab.offscreen) return;
+  if (!grab.offscreen) return false;
   SetPortOffscreen(grab.offscreen);
   const Rect bounds = OffscreenBounds(grab.offscreen);
   const auto left = int16_t(recorder.frameLeft - grab.lead);
@@ -79,6 +79,7 @@ void GrabScreen(RecorderState& recorder) {
   CopyBits(ScreenPort(), source, bounds, 1);
   if (recorder.cursorOverlayOn) OverlayCursor(left, recorder.frameTop);
   ReleasePort();
+  return !ScreenIsLost();
 }
 
 namespace {
@@ -88,7 +89,6 @@ void ReadBand(RecorderState& recorder, int32_t first) {
   GrabPipeline& grab = recorder.grab;
   grab.bandFirst = first;
   grab.bandCount = std::min(grab.bandRows, recorder.frameHeight - first);
-  if (!grab.offscreen) return;
   const auto bufferRow = int16_t(grab.bandRows - grab.bandCount);
   KindOf(grab.format)->read(grab.buffer, bufferRow, grab.offscreen, int16_t(first), int16_t(grab.bandCount));
 }

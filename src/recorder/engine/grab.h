@@ -16,8 +16,9 @@ namespace framereel {
 void PrepareGrabBuffers(RecorderState& recorder);
 void FreeGrabBuffers(RecorderState& recorder);
 
-// Copies the area from the screen and draws the pointer into it, if it is wanted.
-void GrabScreen(RecorderState& recorder);
+// Copies the area from the screen and draws the pointer into it, if it is wanted. False when the display is lost: there
+// are no rows then.
+bool GrabScreen(RecorderState& recorder);
 
 // Row y of the grabbed image, counted from the top, in the format's layout; good until the next call. In format 6 its
 // first `lead` pixels lie ahead of the frame. Rows are best asked for from the top down.

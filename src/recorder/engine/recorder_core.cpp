@@ -63,6 +63,7 @@ void EndAnimation(RecorderState& recorder) {
 
 // Answers whether a frame went to the stream.
 bool ProcessFrame(RecorderState& recorder, bool first, bool grab) {
+  if (!GrabScreen(recorder)) return false;
   bool transparent = recorder.options->interframeTransparency;
   const bool clash = first ? FirstFrameConvert(recorder) : NextFrameConvert(recorder, transparent);
   if (clash) transparent = false;

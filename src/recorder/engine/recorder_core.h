@@ -2,7 +2,8 @@
 //
 //   RecorderCaptureFrame     guards, and begins the animation at its first frame
 //     ProcessFrame           the road of a frame
-//       FirstFrameConvert, NextFrameConvert   the screen to colour indices and the changed rectangle
+//       GrabScreen                            the screen's pixels
+//       FirstFrameConvert, NextFrameConvert   to colour indices, and the changed rectangle
 //       ReduceFrame, OverlayBorder            on that rectangle
 //       WriteFrame                            into the stream
 //

@@ -36,6 +36,7 @@ struct MemoryDisplay {
   uint32_t tick;                       // the clock, in ms
   std::vector<MemoryEvent> script;     // in order of time; MemoryAt keeps it so
   uint32_t screenReads;                // how often the screen was read
+  uint32_t lostAtRead;                 // the connection breaks at that read, from 1 on; 0: at none
   MemoryDesktop desktop;
 };
 

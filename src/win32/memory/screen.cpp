@@ -75,7 +75,7 @@ void DisplayPalette(PaletteColour* colours) {
 bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
   const PixelLayout layout = TheMemoryDisplay().layout;
   const int64_t stride = (static_cast<int64_t>(width) * layout.bytesPerPixel + 3) & ~int64_t{3};
-  if (stride > INT32_MAX || TheMemoryDisplay().outOfSurfaces) return false;
+  if (stride > INT32_MAX || TheMemoryDisplay().outOfSurfaces || TheMemoryDisplay().lost) return false;
   auto* pixels = static_cast<uint8_t*>(::malloc(size_t(stride) * size_t(height)));
   if (!pixels) return false;
   *out = {layout, width, height, int32_t(stride), pixels, nullptr};
@@ -90,7 +90,8 @@ void DisplayFreeSurface(Surface* surface) {
 bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
   MemoryDisplay& display = TheMemoryDisplay();
   if (display.lost || into.layout.depth != display.layout.depth) return false;
-  ++display.screenReads;
+  if (++display.screenReads == display.lostAtRead) display.lost = true;
+  if (display.lost) return false;
   for (int32_t y = where.top; y < where.bottom; ++y) {
     for (int32_t x = where.left; x < where.right; ++x) {
       SetPixelAt(into, toX + x - where.left, toY + y - where.top, MemoryPixel(x, y));

@@ -2,99 +2,77 @@
 #include <gtest/gtest.h>
 
 #include "support/gif_reader.h"
-#include "tools/end_to_end/programs.h"
+#include "support/temporary_folder.h"
+#include "tools/end_to_end/on_terminal.h"
 
 namespace framereel {
 namespace {
 
-const std::string kRecord = RECORD_PROGRAM;
+// What the commands below find in their variables.
+const std::string kPrograms = "R='" RECORD_PROGRAM "'; SCENE='" DEMO_SCENE_PROGRAM "'; ";
 
-TEST(FramereelRecord, RecordsWhatMovesOnTheScreen) {
-  const TemporaryFolder folder;
-  const Companion scene({DEMO_SCENE_PROGRAM, "--ready-fd"});
-  const Outcome outcome =
-      RunProgram({kRecord, "--area", "100,50 300x200", "--fps=20", "--frames=10", "--size=25", folder / "a.gif"});
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.output + outcome.errors, "");
-  const GifPicture gif = ReadGifFile(folder / "a.gif");
-  EXPECT_EQ(gif.width, 150);
-  EXPECT_EQ(gif.height, 100);
-  EXPECT_GT(gif.frames.size(), 5u) << gif.error;
-}
-
-TEST(FramereelRecord, WritesToStandardOutput) {
-  EXPECT_EQ(RunProgram({kRecord, "--version"}).output, "framereel-record 1.23\n");
-  const std::string file = RunProgram({kRecord, "--frames=2", "--delay=25", "-"}).output;
-  EXPECT_EQ(ReadGif({file.begin(), file.end()}).width, 640);
-}
-
-TEST(FramereelRecord, AnswersWithItsStatusWhatKindOfRefusalItIs) {
-  const TemporaryFolder folder;
+// Each test has a folder of its own, in which it is started.
+struct FramereelRecord : testing::Test {
+  const WorkingFolder folder; // for a.gif
   const std::string file = folder / "a.gif";
+};
+
+TEST_F(FramereelRecord, AnswersWithItsStatusItsMessageAndItsFile) {
   const struct {
-    std::vector<std::string> words;
-    int status;
-    std::string error;
+    const char* command; // of bash
+    int status, width;   // of a.gif; 0: there is none
+    std::string shown;
   } cases[] = {
-      {{kRecord, "--fps=50", file}, 2, "--fps takes a number from 0.2 to 40, not \"50\""},
-      {{"env", "-u", "DISPLAY", kRecord, file}, 1, "there is no display to record: DISPLAY is not set"},
-      {{kRecord, "--frames=1", "/dev/full"}, 1, "cannot write /dev/full: No space left on device"},
-      {{"sh", "-c", "\"$0\" --frames=1 - >&-", kRecord},
-       1,
-       "standard output cannot be written to; give a FILE or redirect it"},
-      {{"sh", "-c", "\"$0\" --help >/dev/full", kRecord}, 1, "standard output cannot be written to"},
+      {"mkfifo ready; $SCENE --ready-fd 5 5>ready & read < ready; "
+       "$R --area '100,50 300x200' --fps=20 --frames=10 --size=25 --quiet a.gif; status=$?; kill $!; exit $status",
+       0, 150, ""},
+      {"$R --version", 0, 0, "framereel-record 1.23"},
+      {"$R --frames=2 --delay=25 --quiet - > a.gif", 0, 640, ""},
+      {"$R --frames=2 --delay=25 --quiet - | cat > a.gif", 0, 640, ""},
+      {"exec $R --frames=2 --stats a.gif <&- >&- 2>&-", 0, 640, ""},
+      {"$R --fps=50 a.gif", 2, 0, "--fps takes a number from 0.2 to 40, not \"50\""},
+      {"env -u DISPLAY $R a.gif", 1, 0, "there is no display to record: DISPLAY is not set"},
+      {"$R --frames=1 --quiet /dev/full", 1, 0, "cannot write /dev/full: No space left on device"},
+      {"$R none/a.gif", 1, 0, "cannot write none/a.gif: No such file or directory"},
+      {"$R -", 1, 0, "standard output is a terminal; give a FILE or redirect it"},
+      {"$R - >&-", 1, 0, "standard output cannot be written to; give a FILE or redirect it"},
+      {"$R --help >/dev/full", 1, 0, "standard output cannot be written to"},
+      // The pipe has nobody at its other end by the time of the save: `true` never reads, and wait is for its end.
+      {"exec 3> >(true); wait $!; $R --frames=1 --quiet - >&3", 1, 0, "cannot write standard output: Broken pipe"},
   };
   for (const auto& c : cases) {
-    const Outcome outcome = RunProgram(c.words);
-    EXPECT_EQ(outcome.status, c.status);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors, "framereel-record: " + c.error + "\n");
+    OnTerminal program(kPrograms + c.command);
+    EXPECT_EQ(program.Wait(), c.status) << c.command;
+    const std::string prefix = c.status == 0 ? "" : "framereel-record: ";
+    EXPECT_EQ(program.shown, c.shown == "" ? "" : prefix + c.shown + "\r\n") << c.command;
+    EXPECT_EQ(ReadGifFile(file).width, c.width) << c.command;
+    std::filesystem::remove(file);
   }
-  EXPECT_EQ(folder.EntryCount(), 0u);
 }
 
-TEST(FramereelRecord, ReportsAReaderThatHasGone) {
-  // The pipe has nobody at its other end by the time of the save: `true` never reads, and wait is for its end.
-  const Outcome outcome = RunProgram({"bash", "-c", "exec 3> >(true); wait $!; \"$0\" --frames=1 - >&3", kRecord});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.errors, "framereel-record: cannot write standard output: Broken pipe\n");
-}
-
-TEST(FramereelRecord, WorksWithoutStandardFiles) {
-  const TemporaryFolder folder;
-  EXPECT_EQ(
-      RunProgram({"sh", "-c", "exec \"$0\" --frames=2 --stats \"$1\" <&- >&- 2>&-", kRecord, folder / "a.gif"}).status,
-      0);
-  EXPECT_EQ(ReadGifFile(folder / "a.gif").width, 640);
-}
-
-TEST(FramereelRecord, SavesAtControlCAndWhenItIsToldToEnd) {
+TEST_F(FramereelRecord, SavesAtControlCAndWhenItIsToldToEnd) {
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-    const TemporaryFolder folder;
-    OnTerminal record({kRecord, "--delay=5000", folder / "a.gif"});
+    OnTerminal record(kPrograms + "exec $R --delay=5000 a.gif");
     ASSERT_TRUE(record.WaitFor("1 frame, ")) << record.shown;
-    EXPECT_FALSE(std::filesystem::exists(folder / "a.gif"));
-    if (number == SIGINT) {
-      record.Type('\x03');
-    } else {
-      ::kill(record.process, number);
-    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+    number == SIGINT ? record.Type('\x03') : void(::kill(record.process, number));
     EXPECT_EQ(record.Wait(), 0);
-    EXPECT_EQ(ReadGifFile(folder / "a.gif").frames.size(), 1u);
+    EXPECT_EQ(ReadGifFile(file).frames.size(), 1u);
     EXPECT_EQ(folder.EntryCount(), 1u);
-    EXPECT_NE(record.shown.find((folder / "a.gif") + ": 1 frame, "), std::string::npos) << record.shown;
+    EXPECT_NE(record.shown.find("a.gif: 1 frame, "), std::string::npos) << record.shown;
+    std::filesystem::remove(file);
   }
 }
 
-TEST(FramereelRecord, SavesWhatItHasWhenTheServerEnds) {
-  const TemporaryFolder folder;
-  Companion server({"Xvfb", "-nolisten", "tcp", "-noreset", "-screen", "0", "320x200x24", "-displayfd"});
-  OnTerminal record({"env", "DISPLAY=:" + server.said, kRecord, "--delay=25", folder / "a.gif"});
+TEST_F(FramereelRecord, SavesWhatItHasWhenTheServerEnds) {
+  OnTerminal record(kPrograms +
+                    "mkfifo number; Xvfb -nolisten tcp -noreset -screen 0 320x200x24 -displayfd 5 5>number & "
+                    "echo server $!.; read n < number; DISPLAY=:$n exec $R --delay=25 a.gif");
   ASSERT_TRUE(record.WaitFor("1 frame, ")) << record.shown;
-  server.End();
+  ::kill(pid_t(std::stoi(record.shown.substr(record.shown.find("server ") + 7))), SIGTERM);
   EXPECT_EQ(record.Wait(), 1);
   EXPECT_NE(record.shown.find("the connection to the display was lost; "), std::string::npos) << record.shown;
-  EXPECT_EQ(ReadGifFile(folder / "a.gif").width, 320);
+  EXPECT_EQ(ReadGifFile(file).width, 320);
 }
 
 } // namespace

@@ -1,0 +1,266 @@
+// The list and the arrays under random operations, each beside a plain twin: contents and answers are the same.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/arrays.h"
+#include "core/list.h"
+#include "core/memory.h"
+#include "core/notices.h"
+#include "core/toolkit_init.h"
+#include "support/dice.h"
+
+namespace framereel {
+namespace {
+
+using Values = std::vector<ListValue>;
+
+// ---- The list -----------------------------------------------------------------------------------------------------
+
+bool IsAbove(ListValue argument, ListValue value) {
+  return value > argument;
+}
+
+Values drained;
+
+class TwinList : public testing::Test {
+protected:
+  ~TwinList() override { ListDelete(list); }
+
+  ListValue MoveTo(size_t place) {
+    cursor = place;
+    return place < twin.size() ? twin[place] : 0;
+  }
+  void Insert(size_t place, ListValue value) {
+    twin.insert(twin.begin() + ptrdiff_t(place), value);
+    cursor = place;
+  }
+  ListValue Remove() {
+    const ListValue value = MoveTo(cursor);
+    if (cursor < twin.size()) twin.erase(twin.begin() + ptrdiff_t(cursor));
+    return value;
+  }
+  bool FindAbove(size_t from, ListValue value) {
+    for (cursor = from; cursor < twin.size() && twin[cursor] <= value;) ++cursor;
+    return cursor < twin.size();
+  }
+  ListHandle NodeAt(size_t place) const {
+    ListNode* node = list->first;
+    for (; place > 0 && node; --place) node = node->next;
+    return node;
+  }
+
+  void Step(int operation, ListValue v, size_t any) {
+    const size_t end = twin.size();
+    const bool off = cursor == end;
+    const ListHandle node = NodeAt(any);
+    ListValue answer = 0, expected = 0;
+    if (operation == 0) answer = ListFirst(list), expected = MoveTo(0);
+    if (operation == 1) answer = ListLast(list), expected = MoveTo(end - (end > 0));
+    if (operation == 2) answer = ListNext(list), expected = MoveTo(off ? 0 : cursor + 1);
+    if (operation == 3) answer = ListPrev(list), expected = MoveTo((cursor + end) % (end + 1));
+    if (operation == 4) answer = ListReplace(list, v), expected = MoveTo(cursor);
+    if (operation == 4 && !off) twin[cursor] = v;
+    if (operation == 5) ListInsertAfter(list, v), Insert(off ? end : cursor + 1, v);
+    if (operation == 6) ListInsertBefore(list, v), Insert(off ? 0 : cursor, v);
+    if (operation == 7) ListAppend(list, v), Insert(end, v);
+    if (operation == 8) ListPrepend(list, v), Insert(0, v);
+    if (operation == 9) answer = ListAppendHandle(list, v)->value, expected = v, Insert(end, v);
+    if (operation == 10) answer = ListFind(list, v, IsAbove), expected = FindAbove(0, v);
+    if (operation == 11) answer = ListFindFrom(list, v, IsAbove), expected = FindAbove(cursor, v);
+    if (operation == 12) answer = ListFindRemove(list, v, IsAbove), expected = FindAbove(0, v) ? Remove() : 0;
+    if (operation == 13) answer = ListRemove(list), expected = Remove();
+    if (operation == 14) answer = ListSeek(list, node), expected = MoveTo(any);
+    if (operation == 15) answer = ListRemoveHandle(list, node), MoveTo(any), expected = Remove();
+    ASSERT_EQ(answer, expected);
+  }
+
+  void Check() {
+    ASSERT_EQ(ListCount(list), twin.size());
+    const ListNode* previous = nullptr;
+    for (size_t i = 0; i < twin.size(); previous = NodeAt(i++)) {
+      ASSERT_EQ(NodeAt(i)->value, twin[i]);
+      ASSERT_EQ(NodeAt(i)->previous, previous);
+    }
+    ASSERT_EQ(list->last, previous);
+    ASSERT_EQ(ListNodeHandle(list), NodeAt(cursor));
+    ASSERT_EQ(ListCurrent(list), MoveTo(cursor));
+  }
+
+  List* list = ListNew();
+  Values twin;
+  size_t cursor = 0; // behind the last one: off the list
+};
+
+TEST_F(TwinList, IsAsItsTwinAndIsDrainedInOrder) {
+  Dice dice(1);
+  for (int step = 0; step < 20'000; ++step) {
+    const int operation = dice.Below(16);
+    const auto any = size_t(dice.Below(int(twin.size()) + 1));
+    Step(operation, dice.Below(6), any); // with equal values, and with 0
+    Check();
+    ASSERT_FALSE(HasFailure()) << "operation " << operation << ", step " << step;
+    if (!dice.OneIn(300)) continue;
+    drained.clear();
+    ListDrain(list, [](ListValue value) { drained.push_back(value); });
+    ASSERT_EQ(drained, twin);
+    twin.clear();
+    cursor = 0;
+  }
+}
+
+TEST_F(TwinList, HoldsMoreValuesThanItsCount) {
+  for (ListValue value = 1; value <= 65'537; ++value) ListAppend(list, value);
+  EXPECT_EQ(ListCount(list), 1);
+  EXPECT_TRUE(ListFind(list, 65'537, ListSameValue));
+}
+
+// ---- The arrays ---------------------------------------------------------------------------------------------------
+
+// The last one equal to the value; -1 when there is none.
+int32_t LastOf(const Values& values, ListValue value) {
+  return int32_t(std::find(values.rbegin(), values.rend(), value).base() - values.begin()) - 1;
+}
+
+TEST(Arrays, AreAsTheirTwins) {
+  GrowArray words = {};
+  RecordArray records;
+  RecordArrayInit(&records, sizeof(ListValue), 2);
+  Values twin;
+  size_t most = 0;
+  Dice dice(2);
+  for (int step = 0; step < 5000; ++step) {
+    const ListValue value = dice.Below(4);
+    const int32_t size = int32_t(twin.size()), last = LastOf(twin, value);
+    ASSERT_EQ(GrowArrayFind(&words, value), last);
+    ASSERT_EQ(RecordArrayFind(&records, &value), last);
+    const int32_t any = dice.Below(size + 3), place = std::min(any, size); // past the end, too
+    GrowArrayInsert(&words, uint16_t(any), value);
+    ASSERT_EQ(words.entries[place], value);
+    GrowArrayRemoveAt(&words, uint16_t(place));
+    const int operation = dice.Below(4);
+    const int32_t gone = operation == 0 ? last : any;
+    if (operation == 0) GrowArrayRemove(&words, value);
+    if (operation == 1) GrowArrayRemoveAt(&words, uint16_t(any));
+    if (operation <= 1) RecordArrayRemoveAt(&records, uint16_t(gone));
+    if (operation <= 1 && gone >= 0 && gone < size) twin.erase(twin.begin() + gone);
+    if (operation >= 2) twin.push_back(value), RecordArrayAppend(&records, &value);
+    ASSERT_TRUE(operation <= 1 || GrowArrayAdd(&words, value) == twin.size());
+    most = std::max(most, twin.size());
+    const auto* block = reinterpret_cast<ListValue*>(records.block);
+    ASSERT_EQ(Values(words.entries, words.entries + words.count), twin) << "step " << step;
+    ASSERT_EQ(Values(block, block + records.count), twin) << "step " << step;
+    ASSERT_EQ(words.entries == nullptr, twin.empty());
+    ASSERT_EQ(records.capacity, (most / 2 + 1) * 2) << "it grows by its step as soon as it is full";
+    ASSERT_EQ(RecordArrayAt(&records, uint16_t(any)), size_t(any) < twin.size() ? block + any : nullptr);
+  }
+  MemFree(words.entries);
+  RecordArrayFree(&records);
+}
+
+TEST(Arrays, StayAsTheyAreAtTheEndOfTheirCount) {
+  GrowArray words = {UINT16_MAX - 1, static_cast<ListValue*>(MemAlloc((UINT16_MAX - 1) * sizeof(ListValue)))};
+  words.entries[0] = 1;
+  for (const ListValue value : {2, -1}) EXPECT_EQ(GrowArrayAdd(&words, value), UINT16_MAX);
+  GrowArrayInsert(&words, 0, -1);
+  EXPECT_EQ(words.entries[0] + words.entries[UINT16_MAX - 1], 3);
+  MemFree(words.entries);
+  RecordArray records;
+  RecordArrayInit(&records, sizeof(uint32_t), 40'000);
+  for (uint32_t i = 0; i < 70'000; ++i) RecordArrayAppend(&records, &i);
+  EXPECT_EQ(records.count, UINT16_MAX);
+  EXPECT_EQ(*static_cast<uint32_t*>(RecordArrayAt(&records, UINT16_MAX - 1)), 65'534u);
+  RecordArrayFree(&records);
+}
+
+TEST(AttributeTables, AreAsMaps) {
+  AttributeTable table = {};
+  std::map<ListValue, ListValue> twin;
+  Dice dice(4);
+  for (int step = 0; step < 3000; ++step) {
+    const ListValue key = dice.Below(6), value = dice.Below(3);
+    ASSERT_EQ(AttributeHas(&table, key), twin.count(key) > 0);
+    const ListValue has = twin.count(key) ? twin[key] : 0;
+    ASSERT_EQ(AttributeGet(&table, key), has);
+    const int operation = dice.Below(100);
+    if (operation > 50) AttributeSet(&table, key, twin[key] = value);
+    if (operation < 50) twin.erase(key);
+    ASSERT_TRUE(operation >= 50 || AttributeDrop(&table, key) == has);
+    if (operation == 50) AttributeClear(&table), twin.clear();
+    ASSERT_EQ(table.count, twin.size());
+    ASSERT_EQ(table.entries == nullptr, twin.empty());
+  }
+  AttributeClear(&table);
+}
+
+// ---- Listeners ----------------------------------------------------------------------------------------------------
+
+// A notifier whose listeners come and go while they are told: each of those that stood at the start and still stand is
+// told once, from the last to the first. What stands is a listener's number behind the count of its coming.
+struct TwinNotifier {
+  Notifier notifier = {};
+  TwinNotifier* listeners[4] = {this, this, this, this};
+  Values standing, toTell;
+  ListValue added = 0;
+  Dice dice{5};
+
+  void Change() {
+    const int number = dice.Below(4), operation = dice.Below(20);
+    if (operation < 10) NotifierAdd(&notifier, Hear, &listeners[number]), standing.push_back(++added * 4 + number);
+    if (operation == 10) NotifierClear(&notifier), standing.clear();
+    if (operation <= 10) return;
+    NotifierRemove(&notifier, Hear, &listeners[number]);
+    auto last = std::find_if(standing.rbegin(), standing.rend(), [number](auto one) { return one % 4 == number; });
+    if (last != standing.rend()) standing.erase(std::next(last).base());
+  }
+  bool AnyIsToBeTold() {
+    while (!toTell.empty() && LastOf(standing, toTell.back()) < 0) toTell.pop_back();
+    return !toTell.empty();
+  }
+  static void Hear(intptr_t subject, void* argument) {
+    auto** heard = static_cast<TwinNotifier**>(argument);
+    TwinNotifier& twin = **heard;
+    EXPECT_EQ(subject, 9);
+    ASSERT_TRUE(twin.AnyIsToBeTold());
+    EXPECT_EQ(twin.toTell.back() % 4, heard - twin.listeners);
+    twin.toTell.pop_back();
+    if (twin.dice.OneIn(3)) twin.Change();
+  }
+};
+
+TEST(Notifiers, TellEachListenerThatStandsOnceWhateverListenersDo) {
+  TwinNotifier twin;
+  for (int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round) {
+    twin.Change();
+    twin.toTell = twin.standing;
+    NotifierSend(&twin.notifier, 9);
+    EXPECT_FALSE(twin.AnyIsToBeTold());
+  }
+  NotifierClear(&twin.notifier);
+}
+
+std::string calls;
+
+void HearActive(void* name, bool active) {
+  EXPECT_EQ(ActiveGet(), active); // the flag stands ahead of the calls
+  calls += static_cast<const char*>(name) + std::string(active ? "+" : "-");
+}
+
+TEST(Notices, ActiveStateReachesTheFirstListenerFirst) {
+  static char a[] = "a", b[] = "b", c[] = "c";
+  ToolkitInit();
+  EXPECT_TRUE(ActiveGet());
+  for (char* name : {a, b, a}) ActiveAdd(HearActive, name);
+  ActiveSet(false);
+  for (char* name : {a, c}) ActiveRemove(HearActive, name); // the last of the two; none
+  ActiveSet(true);
+  for (char* name : {a, b}) ActiveRemove(HearActive, name);
+  ActiveSet(true);
+  EXPECT_EQ(calls, "a-b-a-a+b+");
+}
+
+} // namespace
+} // namespace framereel

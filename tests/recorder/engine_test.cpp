@@ -1,0 +1,144 @@
+// What the random animations do not reach: the ends of fields and tables, a display or memory that ends, and each form
+// of the hot loop.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "core/app_strings.h"
+#include "core/memory.h"
+#include "recorder/engine/cube_index.h"
+#include "recorder/engine/frame_rates.h"
+#include "recorder/plain_difference.h"
+#include "recorder/recording.h"
+#include "support/desktop.h"
+#include "support/dice.h"
+#include "win32/memory/memory_display.h"
+
+namespace framereel {
+namespace {
+
+constexpr Rect kArea = {2, 3, 14, 21};
+
+// ---- True colour to indices ---------------------------------------------------------------------------------------
+
+TEST(CubeForms, GiveTheNearestLevelsAndTouchNothingElse) {
+  Bytes bgr, expected; // the whole domain of each channel
+  for (int value = 0; value < 256 * 256; ++value) {
+    const auto v = uint8_t(value >> 8), o = uint8_t(value), third = uint8_t(v * 7 + o * 13);
+    for (const PaletteColour c : {PaletteColour{v, o, third}, {third, v, o}, {o, third, v}}) {
+      bgr.insert(bgr.end(), {c.blue, c.green, c.red});
+      expected.push_back(PlainCubeIndex(c));
+    }
+  }
+  const auto whole = [](const uint8_t* from, size_t count, uint8_t* indices) {
+    BgrToCube(from, count, indices);
+    return count;
+  };
+  std::vector<CubeForm> forms(CubeForms().begin(), CubeForms().end());
+  forms.push_back(whole);
+  for (const CubeForm form : forms) {
+    for (size_t length = 0; length <= expected.size(); length = length == 200 ? expected.size() : length + 1) {
+      Bytes indices(length, 0xE7), plain(expected.end() - ptrdiff_t(length), expected.end());
+      // Ends with the last pixel, so that a read behind it is seen.
+      const size_t done = form(bgr.data() + bgr.size() - 3 * length, length, indices.data());
+      std::fill(plain.begin() + ptrdiff_t(done), plain.end(), uint8_t{0xE7});
+      ASSERT_EQ(indices, plain) << length;
+      ASSERT_LT(length - done, 64u);
+    }
+  }
+  EXPECT_EQ(CubeForms().back()(bgr.data(), 31, expected.data()), 31u);
+}
+
+// ---- Frames -------------------------------------------------------------------------------------------------------
+
+TEST(Engine, TakesFramesAsWideAndAsHighAsTheFieldsHold) {
+  constexpr int16_t kMost = 0x7FFF;
+  Bytes expected(kMost);
+  for (const bool wide : {true, false}) {
+    const int16_t width = wide ? kMost : 1, height = wide ? 1 : kMost;
+    const Desktop desktop(width, height, 24);
+    for (uint32_t i = 0; i < kMost; ++i) {
+      TheMemoryDisplay().screen[i] = i * 559;
+      expected[i] = PlainCubeIndex(MemoryColourOf(i * 559));
+    }
+    Recording recording({0, 0, height, width});
+    recording.options.overlayBorder = false;
+    ASSERT_TRUE(recording.Capture());
+    TheMemoryDisplay().screen[kMost - 1] = 0xFFFFFF;
+    ASSERT_TRUE(recording.Capture());
+    const GifPicture gif = recording.Read();
+    EXPECT_EQ(gif.frames.at(0).indices, expected);
+    EXPECT_EQ(gif.frames.at(1).left + gif.frames.at(1).top, kMost - 1);
+    EXPECT_EQ(gif.frames.at(1).indices, Bytes{215});
+  }
+}
+
+TEST(Engine, WritesNoMoreFramesOnceTheDisplayIsLost) {
+  for (const int frames : {0, 1}) {
+    const Desktop desktop(40, 30, 24);
+    Recording recording(kArea);
+    for (int i = 0; i < frames; ++i) recording.Capture();
+    MemoryPixel(5, 5) = 0xFFFFFF;
+    TheMemoryDisplay().lost = true;
+    EXPECT_FALSE(recording.Capture()) << frames;
+    EXPECT_EQ(recording.recorder.frameCount, frames);
+    EXPECT_TRUE(frames == 0 || recording.Read().frames.size() == 1);
+  }
+}
+
+// Exit codes of a process whose memory ends.
+enum : int { kHookToldOnce = 3, kSecondCaptureDidSomething = 4 };
+
+// While memory ends, the hook may run a loop of its own, in which another capture comes in.
+void CaptureOnceMore(void* recording, uint32_t count) {
+  Recording& inner = *static_cast<Recording*>(recording);
+  const uint32_t bytes = inner.stream.streamSize;
+  RecorderCaptureFrame(inner.recorder, true);
+  const bool nothing = inner.stream.streamSize == bytes && inner.recorder.frameCount == 0;
+  ::_exit(count == 1 && nothing ? kHookToldOnce : kSecondCaptureDidSomething);
+}
+
+// What happens when other memory ends stands in the tests of the command.
+TEST(EngineDeathTest, EndsInTheHookWhenTheDisplayHasNoSurfaceForTheArea) {
+  const Desktop desktop(40, 30, 24);
+  Recording recording(kArea);
+  TheMemoryDisplay().outOfSurfaces = true;
+  SetMemFailureHook(CaptureOnceMore, &recording);
+  ASSERT_EXIT(recording.Capture(), testing::ExitedWithCode(kHookToldOnce), "");
+  SetMemFailureHook(nullptr, nullptr);
+}
+
+// ---- Words and tables ---------------------------------------------------------------------------------------------
+
+TEST(ByteSizes, AreToldWithTheirTenthsCut) {
+  const Desktop desktop(8, 8, 24); // the strings need the toolkit
+  Dice dice(1);
+  for (int round = 0; round < 5000; ++round) {
+    const int32_t edge = (dice.OneIn(2) ? 1 : 100) << (10 * dice.Below(4));
+    const uint32_t bytes =
+        round % 2 ? uint32_t(edge + dice.Below(201) - 100) : uint32_t(dice.random()) >> dice.Below(32);
+    char text[kByteSizeText];
+    FormatByteSize(bytes, text);
+    ASSERT_EQ(text, PlainByteSize(bytes)) << bytes;
+  }
+}
+
+TEST(FrameRates, TellTheirDelaysAndAreTakenByTheFirstDelayThatReachesThem) {
+  const Desktop desktop(8, 8, 24);
+  uint16_t before = UINT16_MAX, index = 0;
+  for (const FrameRate& rate : FrameRateTable) {
+    const std::string text = AppString(rate.text);
+    const int number = std::stoi(text);
+    EXPECT_EQ(text.substr(text.find(' ')), rate.delay > 1000 ? " spf" : " fps");
+    EXPECT_EQ(rate.delay, rate.delay > 1000 ? number * 1000 : 1000 / number) << text;
+    EXPECT_LT(rate.delay, before) << text;
+    EXPECT_EQ(FrameRateIndex(rate.delay), index);
+    EXPECT_EQ(FrameRateIndex(before - 1), index);
+    before = rate.delay;
+    ++index;
+  }
+  EXPECT_EQ(FrameRateIndex(INT32_MAX), 0);
+  for (const int32_t delay : {24, 0, -333, INT32_MIN}) EXPECT_EQ(SnapFrameDelay(delay), 25);
+}
+
+} // namespace
+} // namespace framereel

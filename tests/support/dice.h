@@ -1,0 +1,17 @@
+// Chance from a seed, the same on every machine.
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+namespace framereel {
+
+struct Dice {
+  std::mt19937 random;
+
+  explicit Dice(uint32_t seed) : random(seed) {}
+  int Below(int limit) { return int(random() % uint32_t(limit)); }
+  bool OneIn(int n) { return Below(n) == 0; }
+};
+
+} // namespace framereel
