@@ -178,22 +178,22 @@ void ExpectRest(User& user) {
 
 // What stands on the screen is what everybody paints there.
 void ExpectCleanScreen(User& user, const std::vector<uint32_t>& before) {
-  const std::vector<uint32_t>& now = TheMemoryDisplay().screen;
-  const auto differs = std::mismatch(before.begin(), before.end(), now.begin(), now.end()).first - before.begin();
-  if (size_t(differs) == before.size()) return;
-  const std::string x = std::to_string(differs % TheMemoryDisplay().width);
-  const std::string y = std::to_string(differs / TheMemoryDisplay().width);
-  Expect(user, false, "what stands on the screen at " + x + "," + y + " is painted by nobody");
+  const MemoryDisplay& display = TheMemoryDisplay();
+  Region differs;
+  for (size_t i = 0; i < before.size(); ++i) {
+    const int32_t x = int32_t(i) % display.width, y = int32_t(i) / display.width;
+    if (display.screen[i] != before[i]) differs.Add({x, y, x + 1, y + 1});
+  }
+  const PixelRect r = differs.Bounds();
+  const std::string from = std::to_string(r.left) + "," + std::to_string(r.top);
+  const std::string to = std::to_string(r.right) + "," + std::to_string(r.bottom);
+  Expect(user, differs.IsEmpty(), "what stands on the screen from " + from + " to " + to + " is painted by nobody");
 }
 
 void ExpectALivePanel(User& user) {
-  const int32_t x = TheMemoryDisplay().pointerX;
-  MemoryTypeKey(VK_LEFT);
-  MemoryTypeKey(VK_LEFT);
-  MemoryTypeKey(VK_RIGHT);
-  At(user, 300, [x](User& u) {
-    Expect(u, TheMemoryDisplay().pointerX == std::max(x - 1, 0), "the panel does not hear its keys");
-  });
+  MemoryMovePointerTo(9, 9);
+  for (const uint8_t key : {VK_LEFT, VK_LEFT, VK_RIGHT, VK_LEFT}) MemoryTypeKey(key);
+  At(user, 300, [](User& u) { Expect(u, TheMemoryDisplay().pointerX == 7, "the panel does not hear its keys"); });
 }
 
 // Ends what is under way, one after the other, and looks at what is left.
@@ -216,7 +216,7 @@ void ComeToRest(User& user) {
     ExpectRest(u);
     const std::vector<uint32_t> before = TheMemoryDisplay().screen;
     MemoryExpose(Region(PixelRect{0, 0, TheMemoryDisplay().width, TheMemoryDisplay().height}));
-    At(u, 300, [before](User& later) { ExpectCleanScreen(later, before); });
+    At(u, 300, [before](User& later) { Tell(later, " at rest"); ExpectCleanScreen(later, before); });
   });
   At(user, 8500, ExpectALivePanel);
 }
