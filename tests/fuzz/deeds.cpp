@@ -163,7 +163,7 @@ void ChangeSize(User& user) {
 void ChangeTaskBar(User& user) {
   const int32_t width = TheMemoryDisplay().width, height = TheMemoryDisplay().height;
   const PixelRect places[] = {{}, {0, 0, width, 28}, {0, height - 28, width, height}, {0, 0, 40, height}};
-  MemorySetTaskBar(places[Below(user, std::size(places))]);
+  user.others.SetTaskBar(places[Below(user, std::size(places))]);
 }
 
 void ChangePointer(User& user) {

@@ -41,6 +41,17 @@ void OtherPrograms::PaintDesktop(std::mt19937& random) {
   for (int32_t y = 0; y < height; y += stripe) MemoryPaintDesktop({0, y, width, y + stripe}, PixelOfShade(random()));
 }
 
+void OtherPrograms::SetTaskBar(const PixelRect& place) {
+  MemorySetTaskBar(place);
+  for (const auto& window : TheMemoryDesktop().windows) {
+    if (!window->taskBar) continue;
+    window->paint = [bar = window.get(), place] {
+      MemoryPaintWindow(*bar, {0, 0, place.right - place.left, place.bottom - place.top}, PixelOfShade(3));
+    };
+    window->paint();
+  }
+}
+
 void OtherPrograms::Open(std::mt19937& random) {
   const auto below = [&random](int32_t n) { return int32_t(random() % uint32_t(n)); };
   const int32_t left = below(TheMemoryDisplay().width) - 20, top = below(TheMemoryDisplay().height) - 20;

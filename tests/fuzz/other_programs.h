@@ -37,6 +37,7 @@ public:
   OtherPrograms(const OtherPrograms&) = delete;
 
   void PaintDesktop(std::mt19937& random); // also behind a change of the display's mode
+  void SetTaskBar(const PixelRect& place);
   void Open(std::mt19937& random);
   // One of them, or null.
   OtherWindow* Any(std::mt19937& random);

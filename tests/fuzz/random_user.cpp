@@ -42,7 +42,7 @@ void SetUpDesktop(std::mt19937& random, OtherPrograms& others) {
   if (random() % 4 == 0) TheMemoryDisplay().tick = uint32_t(-20000); // wraps on the way
   others.PaintDesktop(random);
   for (uint32_t i = random() % 4; i > 0; --i) others.Open(random);
-  if (random() % 3 == 0) MemorySetTaskBar({0, 0, width, 28});
+  if (random() % 3 == 0) others.SetTaskBar({0, 0, width, 28});
 }
 
 std::string AnySettings(std::mt19937& random) {
@@ -77,21 +77,26 @@ std::vector<uint8_t> Saved(User& user) {
   return {bytes.begin(), bytes.end()};
 }
 
+std::string Place(int32_t x, int32_t y) {
+  return std::to_string(x) + "," + std::to_string(y);
+}
+
 bool IsOnRim(const GifPicture& gif, int x, int y) {
   return x == 0 || y == 0 || x == gif.width - 1 || y == gif.height - 1;
 }
 
-// What other programs and the pointer show is dim. Beyond the edges of the screen it is black.
-bool ShowsOthersOnly(const GifPicture& gif, bool areaLeftScreen) {
-  for (const GifFrame& frame : gif.frames) {
+// Everything in the frames is dim, as other programs and the pointer are. Beyond the edges of the screen it is black.
+void ExpectOthersOnly(const User& user, const GifPicture& gif) {
+  for (size_t f = 0; f < gif.frames.size(); ++f) {
+    const GifFrame& frame = gif.frames[f];
     for (size_t i = 0; i < frame.indices.size(); ++i) {
       const int x = frame.left + int(i) % frame.width, y = frame.top + int(i) / frame.width;
       if (frame.indices[i] == frame.transparent || IsOnRim(gif, x, y)) continue;
       const uint32_t colour = gif.colours[frame.indices[i]];
-      if (!IsDim(colour) && !(areaLeftScreen && colour == 0)) return false;
+      if (IsDim(colour) || (user.areaLeftScreen && colour == 0)) continue;
+      Expect(user, false, "something of ours is recorded, frame " + std::to_string(f) + " at " + Place(x, y));
     }
   }
-  return true;
 }
 
 bool IsNear(uint32_t a, uint32_t b) {
@@ -141,7 +146,7 @@ void CheckAnimation(User& user, bool screenIsRecorded) {
   const bool whole = gif.width == recorder.frameWidth && gif.height == recorder.frameHeight;
   if (user.coloursChanged) return;
   if (recorder.animationFormat == kFormatTrueColour || recorder.animationFormat == kFormat8Bit) {
-    Expect(user, user.ownMayBeSeen || ShowsOthersOnly(gif, user.areaLeftScreen), "something of ours is recorded");
+    if (!user.ownMayBeSeen) ExpectOthersOnly(user, gif);
   }
   Expect(user, !screenIsRecorded || !whole || ShowsTheScreen(user, gif), "the last frame is not what the screen shows");
 }
@@ -177,17 +182,20 @@ void ExpectRest(User& user) {
 }
 
 // What stands on the screen is what everybody paints there.
-void ExpectCleanScreen(User& user, const std::vector<uint32_t>& before) {
+void ExpectCleanScreen(User& user, const std::vector<uint32_t>& before, const std::string& when) {
   const MemoryDisplay& display = TheMemoryDisplay();
   Region differs;
   for (size_t i = 0; i < before.size(); ++i) {
     const int32_t x = int32_t(i) % display.width, y = int32_t(i) / display.width;
     if (display.screen[i] != before[i]) differs.Add({x, y, x + 1, y + 1});
   }
+  if (differs.IsEmpty()) return;
   const PixelRect r = differs.Bounds();
-  const std::string from = std::to_string(r.left) + "," + std::to_string(r.top);
-  const std::string to = std::to_string(r.right) + "," + std::to_string(r.bottom);
-  Expect(user, differs.IsEmpty(), "what stands on the screen from " + from + " to " + to + " is painted by nobody");
+  MemoryWritePicture("painted.ppm");
+  TheMemoryDisplay().screen = before;
+  MemoryWritePicture("stands.ppm");
+  Expect(user, false, when + " nobody paints what stands on the screen from " + Place(r.left, r.top) + " to " +
+                          Place(r.right, r.bottom));
 }
 
 void ExpectALivePanel(User& user) {
@@ -216,7 +224,7 @@ void ComeToRest(User& user) {
     ExpectRest(u);
     const std::vector<uint32_t> before = TheMemoryDisplay().screen;
     MemoryExpose(Region(PixelRect{0, 0, TheMemoryDisplay().width, TheMemoryDisplay().height}));
-    At(u, 300, [before](User& later) { Tell(later, " at rest"); ExpectCleanScreen(later, before); });
+    At(u, 300, [before](User& later) { ExpectCleanScreen(later, before, "at rest"); });
   });
   At(user, 8500, ExpectALivePanel);
 }
@@ -274,7 +282,7 @@ void Round(uint32_t seed) {
   Expect(user, WindowsOfOurs() == 0, "a window outlives the program");
   const std::vector<uint32_t> left = TheMemoryDisplay().screen;
   MemoryExpose(Region(PixelRect{0, 0, TheMemoryDisplay().width, TheMemoryDisplay().height}));
-  ExpectCleanScreen(user, left);
+  ExpectCleanScreen(user, left, "after the end");
   std::fclose(user.steps);
   ForgetAllWindows();
 }
