@@ -3,14 +3,14 @@
 #include <utility>
 #include <vector>
 
+#include "recorder/control/recording_control.h"
 #include "area/ants.h"
 #include "area/selection.h"
 #include "fuzz/user.h"
 #include "gif/save_animation.h"
-#include "recorder/control.h"
-#include "recorder/frame_rates.h"
-#include "recorder/recorder_core.h"
-#include "recorder/status.h"
+#include "recorder/engine/frame_rates.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/status.h"
 #include "win32/win32.h"
 
 namespace framereel {
@@ -63,7 +63,8 @@ POINT AnyPlace(User& user) {
   const DisplayWindow* ours = Ours();
   if (kind < 3) return {display.pointerX + Below(user, 81) - 40, display.pointerY + Below(user, 81) - 40};
   if (kind == 3) return {Below(user, 2) * (display.width - 1), Below(user, 2) * (display.height - 1)};
-  if (kind < 6 && ours) return {ours->place.left + Below(user, 190), ours->place.top + Below(user, kind == 4 ? 25 : 360)};
+  if (kind < 6 && ours)
+    return {ours->place.left + Below(user, 190), ours->place.top + Below(user, kind == 4 ? 25 : 360)};
   return {Below(user, display.width), Below(user, display.height)};
 }
 
@@ -262,14 +263,29 @@ struct Deed {
 };
 
 constexpr Deed kDeeds[] = {
-    {10, "holds Ctrl, Alt and Shift", [](User& u) { Hold(u, {VK_CONTROL, VK_MENU, VK_SHIFT}); }},
-    {8, "holds Ctrl, Alt and Space", [](User& u) { Hold(u, {VK_CONTROL, VK_MENU, VK_SPACE}); }},
+    {10, "holds Ctrl, Alt and Shift",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_MENU, VK_SHIFT});
+     }},
+    {8, "holds Ctrl, Alt and Space",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_MENU, VK_SPACE});
+     }},
     {3, "holds Shift", [](User& u) { Hold(u, {VK_SHIFT}); }},
     {2, "holds Ctrl", [](User& u) { Hold(u, {VK_CONTROL}); }},
     {1, "holds Alt", [](User& u) { Hold(u, {VK_MENU}); }},
-    {1, "holds Alt and Space", [](User& u) { Hold(u, {VK_MENU, VK_SPACE}); }},
-    {1, "holds Ctrl and F4", [](User& u) { Hold(u, {VK_CONTROL, VK_F4}); }},
-    {1, "holds Ctrl and F6", [](User& u) { Hold(u, {VK_CONTROL, VK_F6}); }},
+    {1, "holds Alt and Space",
+     [](User& u) {
+       Hold(u, {VK_MENU, VK_SPACE});
+     }},
+    {1, "holds Ctrl and F4",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_F4});
+     }},
+    {1, "holds Ctrl and F6",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_F6});
+     }},
     {12, "types", TypeAnyKey},
     {10, "moves", Move},
     {8, "clicks", Click},

@@ -1,8 +1,8 @@
 // Other programs on the desktop in memory, each with windows that paint what they show whenever they are asked to. So a
 // screen on which something of ours stands where it does not belong changes when everybody paints anew.
 //
-// They paint in a few shades, whatever the depth. At 8 bits and more these are dim: black, white, the inverse of a shade
-// and what nobody has written are none of them.
+// They paint in a few shades, whatever the depth. At 8 bits and more these are dim: black, white, the inverse of a
+// shade and what nobody has written are none of them.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The whole program under the hands of a user at random, on desktops of all kinds, and what must hold however that goes:
-// it ends in order, nothing of it stays on the screen, and the animation is one. The arguments stand in rounds.h;
+// The whole program under the hands of a user at random, on desktops of all kinds, and what must hold however that
+// goes: it ends in order, nothing of it stays on the screen, and the animation is one. The arguments stand in rounds.h;
 // steps.txt in the folder tells what the user of the last round did, and the files that were there are there too.
 #include <algorithm>
 #include <cstdlib>
@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "recorder/control/recording_control.h"
 #include "app/application.h"
 #include "area/ants.h"
 #include "fuzz/rounds.h"
@@ -14,13 +15,12 @@
 #include "gif/save_animation.h"
 #include "platform/platform_init.h"
 #include "platform/pump.h"
-#include "recorder/control.h"
-#include "recorder/recorder_core.h"
-#include "recorder/status.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/status.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "toolkit/view_class.h"
-#include "win32/window.h"
+#include "win32/windows/create.h"
 
 namespace framereel {
 namespace {
@@ -46,10 +46,14 @@ void SetUpDesktop(std::mt19937& random, OtherPrograms& others) {
 }
 
 std::string AnySettings(std::mt19937& random) {
-  static const char* const kLines[] = {"Recording Area:30,40 70x50\r\n", "Recording Area:100,60 120x160\r\n",
-                                       "Recording Size:25\r\n",          "Recording Size:44\r\n",
-                                       "Frame Delay:25\r\n",             "Frame Delay:100\r\n",
-                                       "Overlay Border:No\r\n",          "Overlay Cursor:No\r\n",
+  static const char* const kLines[] = {"Recording Area:30,40 70x50\r\n",
+                                       "Recording Area:100,60 120x160\r\n",
+                                       "Recording Size:25\r\n",
+                                       "Recording Size:44\r\n",
+                                       "Frame Delay:25\r\n",
+                                       "Frame Delay:100\r\n",
+                                       "Overlay Border:No\r\n",
+                                       "Overlay Cursor:No\r\n",
                                        "Explorer 2.0 Compatible:Yes\r\n"};
   std::string text;
   for (uint32_t i = random() % 6; i > 0; --i) text += kLines[random() % std::size(kLines)];
@@ -194,8 +198,9 @@ void ExpectCleanScreen(User& user, const std::vector<uint32_t>& before, const st
   MemoryWritePicture("painted.ppm");
   TheMemoryDisplay().screen = before;
   MemoryWritePicture("stands.ppm");
-  Expect(user, false, when + " nobody paints what stands on the screen from " + Place(r.left, r.top) + " to " +
-                          Place(r.right, r.bottom));
+  Expect(user, false,
+         when + " nobody paints what stands on the screen from " + Place(r.left, r.top) + " to " +
+             Place(r.right, r.bottom));
 }
 
 void ExpectALivePanel(User& user) {

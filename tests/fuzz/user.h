@@ -10,8 +10,8 @@
 #include <random>
 
 #include "app/application.h"
+#include "core/timers.h"
 #include "fuzz/other_programs.h"
-#include "toolkit/core/timers.h"
 
 namespace framereel {
 
@@ -20,8 +20,8 @@ struct User {
   std::mt19937 random;
   Application& app;
   OtherPrograms& others;
-  std::FILE* steps; // what he does, a line each
-  uint32_t began;   // the tick
+  std::FILE* steps;       // what he does, a line each
+  uint32_t began;         // the tick
   bool wantsLine = false; // Show Area is ticked
   // Of the animation, or of now while there is none.
   bool ownMayBeSeen = false;   // windows of ours were in the area, or may have been
