@@ -1,13 +1,13 @@
 // What the user can do. See user.h.
 #include <algorithm>
+#include <cstdarg>
 #include <utility>
 #include <vector>
 
-#include "recorder/control/recording_control.h"
 #include "area/ants.h"
 #include "area/selection.h"
 #include "fuzz/user.h"
-#include "gif/save_animation.h"
+#include "recorder/control/recording_control.h"
 #include "recorder/engine/frame_rates.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"
@@ -52,15 +52,11 @@ void TypeAnyKey(User& user) {
   Release(key);
 }
 
-DisplayWindow* Ours() {
-  return MemoryWindowTitled("Framereel");
-}
-
 // Anywhere, near where the pointer is, on our window, or at a corner of the screen.
 POINT AnyPlace(User& user) {
   const MemoryDisplay& display = TheMemoryDisplay();
   const int32_t kind = Below(user, 8);
-  const DisplayWindow* ours = Ours();
+  const DisplayWindow* ours = OurWindow();
   if (kind < 3) return {display.pointerX + Below(user, 81) - 40, display.pointerY + Below(user, 81) - 40};
   if (kind == 3) return {Below(user, 2) * (display.width - 1), Below(user, 2) * (display.height - 1)};
   if (kind < 6 && ours)
@@ -126,6 +122,12 @@ void PaintAnywhere(User& user) {
                     uint32_t(Below(user, kShades)));
 }
 
+void PlayFilm(User& user) {
+  const int32_t pictures = Below(user, 60), pause = 10 + Below(user, 90);
+  Tell(user, " of %d pictures, one every %d ms", pictures, pause);
+  for (int32_t i = 1; i <= pictures; ++i) After(uint32_t(i * pause), [&user] { PaintAnywhere(user); });
+}
+
 // In the middle of the area, where pictures come to stand.
 void PaintUnderThePicture(User& user) {
   OtherWindow* other = user.others.Any(user.random);
@@ -181,7 +183,7 @@ void ChangeColours(User& user) {
   std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
   if (palette.empty()) return;
   std::swap(palette[size_t(Below(user, int32_t(palette.size())))], palette[0]);
-  user.coloursChanged = true;
+  user.mixture.coloursChanged = true;
 }
 
 // ---- The panel ----------------------------------------------------------------------------------------------------
@@ -189,7 +191,7 @@ void ChangeColours(User& user) {
 // During a selection the backdrop has the mouse, and a minimised panel has no buttons.
 void PressOnPanel(User& user, std::function<void(User&)> act) {
   WishFor(user, [act = std::move(act)](User& wisher) {
-    if (!wisher.app.area.backdrop && Ours() && !Ours()->minimised) act(wisher);
+    if (!wisher.app.area.backdrop && OurWindow() && !OurWindow()->minimised) act(wisher);
   });
 }
 
@@ -245,12 +247,19 @@ void ChangeOptions(User& user) {
   });
 }
 
+void Save(User& user) {
+  PressOnPanel(user, [](User& u) {
+    RecorderStop(u.app.recorder);
+    CheckAnimation(u, false);
+  });
+}
+
 void New(User& user) {
   PressOnPanel(user, [](User& u) {
     RecorderThaw(u.app.recorder);
     StreamClear(u.app.stream);
     RecorderReset(u.app.recorder);
-    u.coloursChanged = false;
+    u.mixture.coloursChanged = false;
   });
 }
 
@@ -292,7 +301,7 @@ constexpr Deed kDeeds[] = {
     {12, "drags", Drag},
     {1, "lets go of everything", [](User&) { LetGo(); }},
 
-    {8, "goes to our window", [](User&) { MemoryGiveKeyboard(Ours()); }},
+    {8, "goes to our window", [](User&) { MemoryGiveKeyboard(OurWindow()); }},
     {3, "goes to another window",
      [](User& u) {
        if (const OtherWindow* other = u.others.Any(u.random)) MemoryGiveKeyboard(other->window);
@@ -300,9 +309,9 @@ constexpr Deed kDeeds[] = {
     {1, "leaves all windows", [](User&) { MemoryGiveKeyboard(nullptr); }},
     {2, "minimises our window, or restores it",
      [](User&) {
-       if (Ours()) MemoryMinimiseWindow(Ours(), !Ours()->minimised);
+       if (OurWindow()) MemoryMinimiseWindow(OurWindow(), !OurWindow()->minimised);
      }},
-    {2, "moves our window", [](User& u) { MoveWindow(u, Ours(), Below(u, 4) == 0 ? 35000 : 300); }},
+    {2, "moves our window", [](User& u) { MoveWindow(u, OurWindow(), Below(u, 4) == 0 ? 35000 : 300); }},
     {1, "has windows dragged otherwise",
      [](User&) { TheMemoryDesktop().leavesDragging = !TheMemoryDesktop().leavesDragging; }},
 
@@ -317,6 +326,7 @@ constexpr Deed kDeeds[] = {
      }},
     {14, "paints", PaintAnywhere},
     {6, "paints in the middle", PaintUnderThePicture},
+    {6, "plays a film", PlayFilm},
     {1, "paints the desktop", [](User& u) { u.others.PaintDesktop(u.random); }},
     {2, "takes the mouse away", [](User&) { MemoryTakeCapture(); }},
 
@@ -333,7 +343,8 @@ constexpr Deed kDeeds[] = {
     {3, "ticks Show Area", TickShowArea},
     {1, "presses Refresh Screen", PressRefresh},
     {3, "changes options", ChangeOptions},
-    {3, "asks for a new animation", New},
+    {1, "saves", Save},
+    {2, "asks for a new animation", New},
 };
 
 const Deed& AnyDeed(User& user) {
@@ -377,21 +388,8 @@ void DoSomething(User& user) {
   deed.act(user);
 }
 
-// Between two looks a window has gone a straight way, so it has been somewhere in the bounds of both.
-void LookAtWindows(User& user) {
-  Region own;
-  for (const auto& window : TheMemoryDesktop().windows) {
-    if (window->ours && window->role != WindowRole::kCover) own.Add(window->place);
-  }
-  const PixelRect seen = own.Bounds();
-  own.Add(user.ownSeen);
-  user.ownSeen = seen;
-  const Rect& area = user.app.recorder.captureArea;
-  const bool began = user.app.recorder.animationStarted;
-  const bool meet = !IsEmpty(Intersect(own.Bounds(), {area.left, area.top, area.right, area.bottom}));
-  const bool leaves = area.right > TheMemoryDisplay().width || area.bottom > TheMemoryDisplay().height;
-  user.ownMayBeSeen = meet || (began && user.ownMayBeSeen);
-  user.areaLeftScreen = leaves || (began && user.areaLeftScreen);
+DisplayWindow* OurWindow() {
+  return MemoryWindowTitled("Framereel");
 }
 
 void LetGo() {

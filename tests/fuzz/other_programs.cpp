@@ -27,10 +27,10 @@ uint32_t PixelOfShade(uint32_t shade) {
   return MemoryPixelOf(uint8_t(0x33 << a), uint8_t(0x33 << b), uint8_t(0x33 << c));
 }
 
-bool IsDim(uint32_t colour) {
+bool IsDim(uint32_t colour, bool orDarker) {
   for (const int shift : {0, 8, 16}) {
     const uint32_t channel = colour >> shift & 255;
-    if (channel < 0x20 || channel > 0x70) return false;
+    if (channel > 0x70 || (channel < 0x20 && !orDarker)) return false;
   }
   return true;
 }

@@ -18,8 +18,9 @@ inline constexpr uint32_t kShades = 8; // some are alike on screens of few colou
 
 // Its pixel on the screen as it is now.
 uint32_t PixelOfShade(uint32_t shade);
-// Whether a colour that was read from the screen, as 0x00RRGGBB, can come from them; at 8 bits and more.
-bool IsDim(uint32_t colour);
+// Whether a colour that was read from the screen, as 0x00RRGGBB, can come from them, or from them and black; at 8 bits
+// and more.
+bool IsDim(uint32_t colour, bool orDarker);
 
 struct OtherWindow {
   struct Mark {

@@ -1,19 +1,27 @@
-// A user who does anything at any time, with the mouse, the keyboard, the desktop and other programs, and does not wait
-// for an answer. A new feature of the program is a new row of kDeeds in deeds.cpp.
+// A user who does anything at any time, with the mouse, the keyboard, the panel, the desktop and other programs, and
+// does not wait for an answer. What he can do is a row of kDeeds in deeds.cpp each.
 #pragma once
 
-#include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <list>
 #include <random>
+#include <string>
 
 #include "app/application.h"
 #include "core/timers.h"
 #include "fuzz/other_programs.h"
 
 namespace framereel {
+
+// What else than other programs may be in the animation; while there is none, in one that begins now.
+struct Mixture {
+  bool ownWindows = false; // may have been in the area
+  bool offScreen = false;  // the area reached beyond the screen's edges
+  bool coloursChanged = false;
+  PixelRect ownSeen = {}; // where our windows were when the user last looked
+};
 
 struct User {
   uint32_t seed;
@@ -23,13 +31,9 @@ struct User {
   std::FILE* steps;       // what he does, a line each
   uint32_t began;         // the tick
   bool wantsLine = false; // Show Area is ticked
-  // Of the animation, or of now while there is none.
-  bool ownMayBeSeen = false;   // windows of ours were in the area, or may have been
-  bool areaLeftScreen = false; // some of it
-  bool coloursChanged = false;
-  PixelRect ownSeen = {}; // where windows of ours were when he last looked
+  Mixture mixture = {};
 
-  // What he does with the panel happens in the event loop.
+  // What he does with the panel, which hears of it in the event loop.
   struct Wish {
     User* user;
     Timer* timer;
@@ -38,16 +42,25 @@ struct User {
   std::list<Wish> wishes = {};
 };
 
+// ---- deeds.cpp ----------------------------------------------------------------------------------------------------
+
 int32_t Below(User& user, int32_t n); // 0 to n - 1
 void Tell(User& user, const char* format, ...) __attribute__((format(printf, 2, 3)));
-// In the event loop, soon.
+void DoSomething(User& user); // at random
 void WishFor(User& user, std::function<void(User&)> act);
+void LetGo();               // of all keys and buttons
+DisplayWindow* OurWindow(); // the main one; null when it cannot be seen
 
-// Something, at random.
-void DoSomething(User& user);
-// Lets go of all keys and buttons.
-void LetGo();
-// Notes where windows of ours are; comes ahead of each deed.
+// ---- recorded.cpp -------------------------------------------------------------------------------------------------
+
+// Comes ahead of each deed.
 void LookAtWindows(User& user);
+// Saves the animation, if there is one, and reads it back. `screenIsRecorded`: its last frame is of this moment.
+void CheckAnimation(User& user, bool screenIsRecorded);
+
+// ---- random_user.cpp ----------------------------------------------------------------------------------------------
+
+// When it does not hold, tells what the user did last, and ends the process.
+void Expect(const User& user, bool holds, const std::string& what);
 
 } // namespace framereel
