@@ -35,6 +35,7 @@ void UseAntsDrawing(const AreaState& area) {
 // Our own windows paint first: what they still have to paint would wipe the line again.
 void DrawAnew(AreaState& area) {
   FlushPaints();
+  area.ants.leavesMarks = true;
   AntsToggle(area);
 }
 
@@ -107,6 +108,7 @@ void AntsResume(AreaState& area) {
 
 void RefreshScreen(AreaState& area) {
   AntsPause(area);
+  area.ants.leavesMarks = false;
   ::InvalidateRect(nullptr, nullptr, TRUE);
 }
 

@@ -70,6 +70,7 @@ void AreaShutDown(AreaState& area) {
     area.ants.count = 1;
     AntsHide(area);
   }
+  if (area.ants.leavesMarks) RefreshScreen(area);
   if (area.modeTimer) TimerCancel(area.modeTimer);
   area.modeTimer = nullptr;
 }

@@ -43,6 +43,7 @@ struct Ants {
   int16_t count = 0;            // above 0 it is up; below 0 something hid a line that was not shown
   uint16_t pause = 0;           // ticks until it is drawn afresh; 0: what stands on the screen is what the phase says
   uint16_t phase = 0;           // 0 to 7
+  bool leavesMarks = false;     // it has been drawn since everybody was asked to paint
   Timer* timer = nullptr;       // while count is above 0
   DrawState* drawing = nullptr; // carries the stripes; the drawing layer's
 };

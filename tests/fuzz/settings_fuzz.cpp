@@ -1,15 +1,6 @@
-// Mutated settings files on screens of many sizes, and what must hold whatever a file says:
-//
-//   settings_fuzz AMOUNT [SEED]
-//
-// AMOUNT is a number of rounds, or of seconds when an "s" follows it. A seed gives the same rounds again; without one
-// it is a new one each time. Round n of a seed is round 0 of the seed plus n. When a check fails or the program dies,
-// the folder that the first line names stays, and input.prf in it is the file of the last round.
+// Mutated settings files on screens of many sizes, and what must hold whatever a file says. The arguments stand in
+// rounds.h; input.prf in the folder is the file of the last round.
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <iterator>
 #include <optional>
 #include <random>
@@ -22,10 +13,13 @@
 #include "core/rects.h"
 #include "platform/display/display_caps.h"
 #include "platform/records/window_records.h"
+#include "fuzz/rounds.h"
 #include "recorder/engine/frame_rates.h"
 
 namespace framereel {
 namespace {
+
+SettingsProgram* theProgram; // of all rounds
 
 struct Round {
   SettingsProgram& program;
@@ -36,10 +30,7 @@ struct Round {
 };
 
 void Check(const Round& round, bool holds, const char* what) {
-  if (holds) return;
-  std::printf("round of seed %u: %s\n", round.seed, what);
-  std::fflush(stdout);
-  std::_Exit(1); // the folder stays
+  CheckRound(round.seed, holds, what);
 }
 
 // ---- Mutations ----------------------------------------------------------------------------------------------------
@@ -208,7 +199,8 @@ void CheckRoundTrip(const Round& round, const Screen& screen) {
   if (screen.bar == 0) Check(round, back == told, "what is saved comes back changed");
 }
 
-void Run(Round& round) {
+void Run(uint32_t seed) {
+  Round round = {*theProgram, std::mt19937(seed), seed};
   SettingsProgram& program = round.program;
   const Screen& screen = kScreens[round.Below(std::size(kScreens))];
   const std::string text = AnyFile(round);
@@ -221,39 +213,11 @@ void Run(Round& round) {
   CheckWrittenString(round);
 }
 
-// ---- The command --------------------------------------------------------------------------------------------------
-
-bool ReadNumber(const char* text, const char* behind, uint32_t& number) {
-  char* end = nullptr;
-  number = uint32_t(std::strtoul(text, &end, 10));
-  return end != text && std::strcmp(end, behind) == 0;
-}
-
-int Main(int count, char** arguments) {
-  using Clock = std::chrono::steady_clock;
-  uint32_t rounds = 0, seconds = 0, seed = std::random_device()();
-  const bool timed = count >= 2 && ReadNumber(arguments[1], "s", seconds);
-  if (count < 2 || count > 3 || (!timed && !ReadNumber(arguments[1], "", rounds)) ||
-      (count == 3 && !ReadNumber(arguments[2], "", seed))) {
-    std::fprintf(stderr, "usage: %s ROUNDS|SECONDSs [SEED]\n", arguments[0]);
-    return 2;
-  }
-  SettingsProgram program;
-  std::printf("settings_fuzz: seed %u in %s\n", seed, program.folder.path.c_str());
-  std::fflush(stdout);
-  const auto end = Clock::now() + std::chrono::seconds(seconds);
-  uint32_t done = 0;
-  for (; timed ? Clock::now() < end : done < rounds; ++done) {
-    Round round = {program, std::mt19937(seed + done), seed + done};
-    Run(round);
-  }
-  std::printf("settings_fuzz: %u rounds are fine\n", done);
-  return 0;
-}
-
 } // namespace
 } // namespace framereel
 
 int main(int count, char** arguments) {
-  return framereel::Main(count, arguments);
+  framereel::SettingsProgram program;
+  framereel::theProgram = &program;
+  return framereel::RunRounds(count, arguments, program.folder.path, framereel::Run);
 }

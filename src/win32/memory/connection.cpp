@@ -43,6 +43,7 @@ void MemoryDisplaySetMode(int32_t width, int32_t height, int32_t depth) {
   display.palette = MemoryStandardPalette(depth);
   display.desktop.picture.clear();
   MemoryQueueEvent(DisplayEventKind::kScreenChanged, nullptr, false);
+  MemoryMovePointerTo(display.pointerX, display.pointerY); // it stays on the screen
   if (!display.desktop.windows.empty()) MemoryExpose(Region({0, 0, width, height}));
 }
 

@@ -1,4 +1,6 @@
 // What happens on the desktop in memory: the user's mouse and the desktop's own doings, and the queue that tells ours.
+#include <algorithm>
+
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -70,6 +72,8 @@ void MemoryQueueExposed(DisplayWindow* window, const PixelRect& part) {
 
 void MemoryMovePointerTo(int32_t x, int32_t y) {
   MemoryDisplay& display = TheMemoryDisplay();
+  x = std::clamp(x, 0, display.width - 1);
+  y = std::clamp(y, 0, display.height - 1);
   const int32_t dx = x - display.pointerX, dy = y - display.pointerY;
   display.pointerX = x;
   display.pointerY = y;

@@ -1,0 +1,400 @@
+// What the user can do. See user.h.
+#include <algorithm>
+#include <cstdarg>
+#include <utility>
+#include <vector>
+
+#include "area/ants.h"
+#include "area/selection.h"
+#include "fuzz/user.h"
+#include "recorder/control/recording_control.h"
+#include "recorder/engine/frame_rates.h"
+#include "recorder/engine/recorder_core.h"
+#include "recorder/engine/status.h"
+#include "win32/win32.h"
+
+namespace framereel {
+namespace {
+
+// ---- His hands ----------------------------------------------------------------------------------------------------
+
+void After(uint32_t milliseconds, std::function<void()> act) {
+  MemoryAt(TheMemoryDisplay().tick + milliseconds, std::move(act));
+}
+
+// Mostly of little use for a chord, which is looked for every 200 ms, and sometimes beyond the slowest frames.
+uint32_t AWhile(User& user) {
+  return uint32_t(Below(user, 8) == 0 ? Below(user, 6000) : Below(user, 600));
+}
+
+bool IsDown(uint8_t key) {
+  return TheMemoryDesktop().keys[key];
+}
+
+void Release(uint8_t key) {
+  if (IsDown(key)) MemoryReleaseKey(key);
+}
+
+void Hold(User& user, const std::vector<uint8_t>& keys) {
+  const uint32_t time = AWhile(user);
+  Tell(user, " for %u ms", time);
+  for (const uint8_t key : keys) MemoryPressKey(key);
+  After(time, [keys] { std::for_each(keys.begin(), keys.end(), Release); });
+}
+
+void TypeAnyKey(User& user) {
+  static constexpr uint8_t kKeys[] = {VK_SPACE, VK_SPACE, VK_SPACE,  VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN,
+                                      VK_TAB,   VK_F4,    VK_RETURN, 'M',       'Q',     0xDE,     93,    20};
+  const uint8_t key = kKeys[Below(user, std::size(kKeys))];
+  const int32_t times = Below(user, 4) == 0 ? 1 + Below(user, 20) : 1;
+  Tell(user, " %d, %d times", key, times);
+  for (int32_t i = 0; i < times; ++i) MemoryPressKey(key);
+  Release(key);
+}
+
+// Anywhere, near where the pointer is, on our window, or at a corner of the screen.
+POINT AnyPlace(User& user) {
+  const MemoryDisplay& display = TheMemoryDisplay();
+  const int32_t kind = Below(user, 8);
+  const DisplayWindow* ours = OurWindow();
+  if (kind < 3) return {display.pointerX + Below(user, 81) - 40, display.pointerY + Below(user, 81) - 40};
+  if (kind == 3) return {Below(user, 2) * (display.width - 1), Below(user, 2) * (display.height - 1)};
+  if (kind < 6 && ours)
+    return {ours->place.left + Below(user, 190), ours->place.top + Below(user, kind == 4 ? 25 : 360)};
+  return {Below(user, display.width), Below(user, display.height)};
+}
+
+void Move(User& user) {
+  const POINT to = AnyPlace(user);
+  Tell(user, " to %d,%d", to.x, to.y);
+  MemoryMovePointerTo(to.x, to.y);
+}
+
+uint8_t AnyButton(User& user) {
+  return uint8_t(Below(user, 4) == 0 ? 1 + Below(user, 3) : 1);
+}
+
+bool ButtonIsDown(uint8_t button) {
+  return IsDown(button == 1 ? 1 : button == 2 ? 4 : 2);
+}
+
+void PressButton(User& user, uint8_t button) {
+  Tell(user, " with %d", button);
+  if (!ButtonIsDown(button)) MemoryPressButton(button);
+}
+
+void ReleaseButton(uint8_t button) {
+  if (ButtonIsDown(button)) MemoryReleaseButton(button);
+}
+
+void Click(User& user) {
+  Move(user);
+  const uint8_t button = AnyButton(user);
+  PressButton(user, button);
+  ReleaseButton(button);
+}
+
+void Drag(User& user) {
+  Move(user);
+  const uint8_t button = AnyButton(user);
+  const int32_t moves = 1 + Below(user, 5);
+  uint32_t time = 0;
+  PressButton(user, button);
+  for (int32_t i = 0; i < moves; ++i) {
+    const POINT to = AnyPlace(user);
+    time += uint32_t(Below(user, 200));
+    After(time, [=] { MemoryMovePointerTo(to.x, to.y); });
+    Tell(user, " to %d,%d", to.x, to.y);
+  }
+  time += uint32_t(Below(user, 200));
+  After(time, [=] { ReleaseButton(button); });
+  Tell(user, " for %u ms", time);
+}
+
+// ---- The desktop and the others -----------------------------------------------------------------------------------
+
+void PaintAnywhere(User& user) {
+  OtherWindow* other = user.others.Any(user.random);
+  if (!other) return;
+  const PixelRect& place = other->window->place;
+  const int32_t left = Below(user, place.right - place.left), top = Below(user, place.bottom - place.top);
+  user.others.Paint(*other, {left, top, left + 1 + Below(user, 60), top + 1 + Below(user, 60)},
+                    uint32_t(Below(user, kShades)));
+}
+
+void PlayFilm(User& user) {
+  const int32_t pictures = Below(user, 60), pause = 10 + Below(user, 90);
+  Tell(user, " of %d pictures, one every %d ms", pictures, pause);
+  for (int32_t i = 1; i <= pictures; ++i) After(uint32_t(i * pause), [&user] { PaintAnywhere(user); });
+}
+
+// In the middle of the area, where pictures come to stand.
+void PaintUnderThePicture(User& user) {
+  OtherWindow* other = user.others.Any(user.random);
+  if (!other) return;
+  const Rect& area = user.app.recorder.captureArea;
+  const PixelRect& place = other->window->place;
+  const int32_t left = (area.left + area.right) / 2 - place.left + Below(user, 60) - 30;
+  const int32_t top = (area.top + area.bottom) / 2 - place.top + Below(user, 60) - 30;
+  user.others.Paint(*other, {left, top, left + 20, top + 10}, uint32_t(Below(user, kShades)));
+}
+
+void MoveWindow(User& user, DisplayWindow* window, int32_t reach) {
+  if (!window) return;
+  const PixelRect& r = window->place;
+  const int32_t dx = Below(user, 2 * reach) - reach, dy = Below(user, 2 * reach) - reach;
+  Tell(user, " by %d,%d", dx, dy);
+  MemoryMoveWindow(window, {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy});
+}
+
+void SetMode(User& user, int32_t width, int32_t height, int32_t depth) {
+  Tell(user, " %dx%d, %d bits", width, height, depth);
+  MemoryDisplaySetMode(width, height, depth);
+  user.others.PaintDesktop(user.random);
+}
+
+void ChangeDepth(User& user) {
+  static constexpr int32_t kDepths[] = {1, 2, 4, 8, 16, 24, 32, 12};
+  const MemoryDisplay& display = TheMemoryDisplay();
+  SetMode(user, display.width, display.height, kDepths[Below(user, std::size(kDepths))]);
+}
+
+void ChangeSize(User& user) {
+  SetMode(user, 100 + Below(user, 600), 80 + Below(user, 400), TheMemoryDisplay().layout.depth);
+}
+
+void ChangeTaskBar(User& user) {
+  const int32_t width = TheMemoryDisplay().width, height = TheMemoryDisplay().height;
+  const PixelRect places[] = {{}, {0, 0, width, 28}, {0, height - 28, width, height}, {0, 0, 40, height}};
+  user.others.SetTaskBar(places[Below(user, std::size(places))]);
+}
+
+void ChangePointer(User& user) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  display.hasPointer = Below(user, 3) != 0;
+  display.pointerWidth = 1 + Below(user, 40);
+  display.pointerHeight = 1 + Below(user, 40);
+  display.hotX = Below(user, display.pointerWidth);
+  display.hotY = Below(user, display.pointerHeight);
+  display.pointerPixels.assign(size_t(display.pointerWidth * display.pointerHeight), 0xFF336633);
+}
+
+void ChangeColours(User& user) {
+  std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
+  if (palette.empty()) return;
+  std::swap(palette[size_t(Below(user, int32_t(palette.size())))], palette[0]);
+  user.mixture.coloursChanged = true;
+}
+
+// ---- The panel ----------------------------------------------------------------------------------------------------
+
+// During a selection the backdrop has the mouse, and a minimised panel has no buttons.
+void PressOnPanel(User& user, std::function<void(User&)> act) {
+  WishFor(user, [act = std::move(act)](User& wisher) {
+    if (!wisher.app.area.backdrop && OurWindow() && !OurWindow()->minimised) act(wisher);
+  });
+}
+
+void PressStart(User& user) {
+  PressOnPanel(user, [](User& u) {
+    if (RecorderButtons(u.app.recorder).start) RecorderStart(u.app.recorder);
+  });
+}
+
+void PressGrab(User& user) {
+  PressOnPanel(user, [](User& u) {
+    if (RecorderButtons(u.app.recorder).grab) RecorderGrab(u.app.recorder);
+  });
+}
+
+void PressStop(User& user) {
+  PressOnPanel(user, [](User& u) {
+    if (RecorderButtons(u.app.recorder).stop) RecorderStop(u.app.recorder);
+  });
+}
+
+void PressSelectArea(User& user) {
+  PressOnPanel(user, [](User& u) {
+    if (!u.app.recorder.control.optionsFrozen) SelectionBegin(u.app.area);
+  });
+}
+
+void TickShowArea(User& user) {
+  PressOnPanel(user, [](User& u) {
+    u.wantsLine = !u.wantsLine;
+    (u.wantsLine ? AntsShow : AntsHide)(u.app.area);
+  });
+}
+
+void PressRefresh(User& user) {
+  PressOnPanel(user, [](User& u) { RefreshScreen(u.app.area); });
+}
+
+void ChangeOptions(User& user) {
+  PressOnPanel(user, [](User& u) {
+    RecordingOptions& options = u.app.options;
+    options.frameDelay = FrameRateTable[Below(u, kFrameRateCount)].delay;
+    options.interframeTransparency = Below(u, 4) != 0;
+    options.recordTimingInfo = Below(u, 4) != 0;
+    options.explorerCompatible = Below(u, 4) == 0;
+    if (u.app.recorder.control.optionsFrozen) return;
+    options.loop = Below(u, 2) == 0;
+    options.overlayBorder = Below(u, 2) == 0;
+    options.overlayCursor = Below(u, 2) == 0;
+    options.recordingSize = uint16_t(Below(u, 3));
+    AreaRecompute(u.app.area);
+    ShowAreaReadouts(u.app.area);
+  });
+}
+
+void Save(User& user) {
+  PressOnPanel(user, [](User& u) {
+    RecorderStop(u.app.recorder);
+    CheckAnimation(u, false);
+  });
+}
+
+void New(User& user) {
+  PressOnPanel(user, [](User& u) {
+    RecorderThaw(u.app.recorder);
+    StreamClear(u.app.stream);
+    RecorderReset(u.app.recorder);
+    u.mixture.coloursChanged = false;
+  });
+}
+
+// ---- The table ----------------------------------------------------------------------------------------------------
+
+struct Deed {
+  int32_t weight; // among all
+  const char* name;
+  void (*act)(User& user);
+};
+
+constexpr Deed kDeeds[] = {
+    {10, "holds Ctrl, Alt and Shift",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_MENU, VK_SHIFT});
+     }},
+    {8, "holds Ctrl, Alt and Space",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_MENU, VK_SPACE});
+     }},
+    {3, "holds Shift", [](User& u) { Hold(u, {VK_SHIFT}); }},
+    {2, "holds Ctrl", [](User& u) { Hold(u, {VK_CONTROL}); }},
+    {1, "holds Alt", [](User& u) { Hold(u, {VK_MENU}); }},
+    {1, "holds Alt and Space",
+     [](User& u) {
+       Hold(u, {VK_MENU, VK_SPACE});
+     }},
+    {1, "holds Ctrl and F4",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_F4});
+     }},
+    {1, "holds Ctrl and F6",
+     [](User& u) {
+       Hold(u, {VK_CONTROL, VK_F6});
+     }},
+    {12, "types", TypeAnyKey},
+    {10, "moves", Move},
+    {8, "clicks", Click},
+    {12, "drags", Drag},
+    {1, "lets go of everything", [](User&) { LetGo(); }},
+
+    {8, "goes to our window", [](User&) { MemoryGiveKeyboard(OurWindow()); }},
+    {3, "goes to another window",
+     [](User& u) {
+       if (const OtherWindow* other = u.others.Any(u.random)) MemoryGiveKeyboard(other->window);
+     }},
+    {1, "leaves all windows", [](User&) { MemoryGiveKeyboard(nullptr); }},
+    {2, "minimises our window, or restores it",
+     [](User&) {
+       if (OurWindow()) MemoryMinimiseWindow(OurWindow(), !OurWindow()->minimised);
+     }},
+    {2, "moves our window", [](User& u) { MoveWindow(u, OurWindow(), Below(u, 4) == 0 ? 35000 : 300); }},
+    {1, "has windows dragged otherwise",
+     [](User&) { TheMemoryDesktop().leavesDragging = !TheMemoryDesktop().leavesDragging; }},
+
+    {3, "opens a window", [](User& u) { u.others.Open(u.random); }},
+    {2, "closes a window",
+     [](User& u) {
+       if (OtherWindow* other = u.others.Any(u.random)) u.others.Close(other);
+     }},
+    {3, "moves a window",
+     [](User& u) {
+       if (const OtherWindow* other = u.others.Any(u.random)) MoveWindow(u, other->window, 100);
+     }},
+    {14, "paints", PaintAnywhere},
+    {6, "paints in the middle", PaintUnderThePicture},
+    {6, "plays a film", PlayFilm},
+    {1, "paints the desktop", [](User& u) { u.others.PaintDesktop(u.random); }},
+    {2, "takes the mouse away", [](User&) { MemoryTakeCapture(); }},
+
+    {2, "changes the depth", ChangeDepth},
+    {2, "changes the screen's size", ChangeSize},
+    {1, "changes the task bar", ChangeTaskBar},
+    {1, "changes the pointer", ChangePointer},
+    {1, "changes the palette", ChangeColours},
+
+    {3, "presses Start", PressStart},
+    {2, "presses Grab", PressGrab},
+    {2, "presses Stop", PressStop},
+    {3, "presses Select Area", PressSelectArea},
+    {3, "ticks Show Area", TickShowArea},
+    {1, "presses Refresh Screen", PressRefresh},
+    {3, "changes options", ChangeOptions},
+    {1, "saves", Save},
+    {2, "asks for a new animation", New},
+};
+
+const Deed& AnyDeed(User& user) {
+  int32_t all = 0;
+  for (const Deed& deed : kDeeds) all += deed.weight;
+  int32_t at = Below(user, all);
+  const Deed* deed = kDeeds;
+  while (at >= deed->weight) at -= deed++->weight;
+  return *deed;
+}
+
+} // namespace
+
+int32_t Below(User& user, int32_t n) {
+  return int32_t(user.random() % uint32_t(n));
+}
+
+void Tell(User& user, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  std::vfprintf(user.steps, format, arguments);
+  va_end(arguments);
+  std::fflush(user.steps); // the program may die at the next one
+}
+
+void WishFor(User& user, std::function<void(User&)> act) {
+  user.wishes.push_back({&user, nullptr, std::move(act)});
+  const auto fulfil = [](void* argument) {
+    auto* wish = static_cast<User::Wish*>(argument);
+    User& wisher = *wish->user;
+    const std::function<void(User&)> fulfilled = std::move(wish->act);
+    wisher.wishes.remove_if([=](const User::Wish& each) { return &each == wish; });
+    fulfilled(wisher);
+  };
+  user.wishes.back().timer = TimerSchedule(fulfil, &user.wishes.back(), 0);
+}
+
+void DoSomething(User& user) {
+  const Deed& deed = AnyDeed(user);
+  Tell(user, "\n%u ms: %s", TheMemoryDisplay().tick - user.began, deed.name);
+  deed.act(user);
+}
+
+DisplayWindow* OurWindow() {
+  return MemoryWindowTitled("Framereel");
+}
+
+void LetGo() {
+  for (const uint8_t button : {1, 2, 3}) ReleaseButton(button);
+  for (int key = 0; key < 256; ++key) Release(uint8_t(key));
+}
+
+} // namespace framereel

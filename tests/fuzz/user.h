@@ -1,0 +1,66 @@
+// A user who does anything at any time, with the mouse, the keyboard, the panel, the desktop and other programs, and
+// does not wait for an answer. What he can do is a row of kDeeds in deeds.cpp each.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <list>
+#include <random>
+#include <string>
+
+#include "app/application.h"
+#include "core/timers.h"
+#include "fuzz/other_programs.h"
+
+namespace framereel {
+
+// What else than other programs may be in the animation; while there is none, in one that begins now.
+struct Mixture {
+  bool ownWindows = false; // may have been in the area
+  bool offScreen = false;  // the area reached beyond the screen's edges
+  bool coloursChanged = false;
+  PixelRect ownSeen = {}; // where our windows were when the user last looked
+};
+
+struct User {
+  uint32_t seed;
+  std::mt19937 random;
+  Application& app;
+  OtherPrograms& others;
+  std::FILE* steps;       // what he does, a line each
+  uint32_t began;         // the tick
+  bool wantsLine = false; // Show Area is ticked
+  Mixture mixture = {};
+
+  // What he does with the panel, which hears of it in the event loop.
+  struct Wish {
+    User* user;
+    Timer* timer;
+    std::function<void(User&)> act;
+  };
+  std::list<Wish> wishes = {};
+};
+
+// ---- deeds.cpp ----------------------------------------------------------------------------------------------------
+
+int32_t Below(User& user, int32_t n); // 0 to n - 1
+void Tell(User& user, const char* format, ...) __attribute__((format(printf, 2, 3)));
+void DoSomething(User& user); // at random
+void WishFor(User& user, std::function<void(User&)> act);
+void LetGo();               // of all keys and buttons
+DisplayWindow* OurWindow(); // the main one; null when it cannot be seen
+
+// ---- recorded.cpp -------------------------------------------------------------------------------------------------
+
+// Comes ahead of each deed.
+void LookAtWindows(User& user);
+// Saves the animation, if there is one, and reads it back. `screenIsRecorded`: its last frame is of this moment.
+void CheckAnimation(User& user, bool screenIsRecorded);
+
+// ---- random_user.cpp ----------------------------------------------------------------------------------------------
+
+// When it does not hold, tells what the user did last, and ends the process.
+void Expect(const User& user, bool holds, const std::string& what);
+
+} // namespace framereel
