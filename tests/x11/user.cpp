@@ -59,7 +59,7 @@ DisplayWindow* X11WindowTest::Show(Role role, const PixelRect& place, DisplayWin
 
 void X11WindowTest::Activate(DisplayWindow* window) {
   DisplayActivateWindow(window);
-  Until([&] { return (Drain(), window->active); });
+  Until([&] { return (Drain(), X11Live()->desktop.focus.told == window); });
 }
 
 // ---- The user ----------------------------------------------------------------------------------------------------

@@ -129,6 +129,10 @@ void SettleKeyboard() {
   }
 }
 
+bool AwaitsKeyboard() {
+  return !TheWindows().hasKeyboard && TheWindows().askedFor;
+}
+
 void ReleaseFrom(HWND window) {
   WindowSystem& system = TheWindows();
   if (system.capture && IsWithin(system.capture, window)) ::ReleaseCapture();

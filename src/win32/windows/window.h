@@ -45,6 +45,7 @@ struct ShownSurface {
 struct TopLevel {
   WindowRole role;
   ShownSurface shown;
+  bool asCaption; // minimised where the desktop does not do that: its caption is left, at the bottom of the screen
 };
 
 } // namespace framereel
@@ -167,7 +168,7 @@ bool Has(const Win32Window& window, DWORD style); // all bits of it
 HWND TopLevelOf(HWND window);
 bool IsWithin(HWND window, HWND ancestor);  // or the same
 std::vector<HWND>& SiblingsOf(HWND window); // itself among them
-bool IsShown(const Win32Window& window);    // visible, like all its parents, and none of them minimised
+bool IsShown(const Win32Window& window);    // visible, like all its parents, and none of them minimised out of sight
 bool IsEnabled(HWND window);                // like all its parents
 HWND TopLevelOf(const DisplayWindow* display);
 // The deepest visible, enabled window under the point, `window` itself at least; the caller knows that it is there.
@@ -267,6 +268,7 @@ void DragWindow(HWND window, bool byKeyboard, int32_t x, int32_t y);
 void Activate(HWND topLevel, bool byClick);
 void ActivateNextOf(HWND topLevel); // it goes away: another one takes its place
 void SettleKeyboard();              // acts on what the display has said of the keyboard
+bool AwaitsKeyboard();              // the display has been asked for it, and may still give it
 void ReleaseFrom(HWND window);      // it is gone or disabled: it loses focus and capture
 
 // ---- Keys, pointer (keyboard.cpp, cursors.cpp) -------------------------------------------------------------------
