@@ -128,6 +128,25 @@ std::string X11WindowTest::Text(Window window, const char* property) const {
   return std::string(bytes.begin(), bytes.end());
 }
 
+void X11WindowTest::WriteItems(Window window, const char* property, Atom type, std::vector<long> items) {
+  XChangeProperty(artist.display, window, AtomOf(property), type, 32, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
+  XSync(artist.display, False);
+}
+
+Window X11WindowTest::FocusOfServer() const {
+  Window focus;
+  int revert;
+  XGetInputFocus(artist.display, &focus, &revert);
+  return focus;
+}
+
+XEvent X11WindowTest::NextOfArtist(int type) {
+  XEvent event{};
+  Until([&] { return XCheckTypedEvent(artist.display, type, &event); });
+  return event;
+}
+
 PixelRect X11WindowTest::PlaceOf(const DisplayWindow* window) const {
   XWindowAttributes size = artist.State(window->id);
   int x = 0, y = 0;
