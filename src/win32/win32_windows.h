@@ -32,7 +32,9 @@
 // update region is left; WM_QUIT comes just before them. Mouse moves that nobody has taken yet are one message.
 // What the desktop does (another place, another keyboard owner, minimised, another resolution) takes effect and is
 // sent when messages are next asked for. While another program has the keyboard, activating only asks the desktop for
-// it: what activating sends is sent once it has come.
+// it: what activating sends is sent once it has come, and a press that activates waits for that. Nor is a top-level
+// window minimised or restored before the desktop has done it; where nobody does, its caption stays on the screen, like
+// a child's in its parent. A window that another program destroys goes as by DestroyWindow.
 //
 // Whoever draws in a window sees it on the screen when messages are next asked for, and before Sleep.
 #pragma once

@@ -77,6 +77,12 @@ TEST_F(AppTest, SlidesOnAfterItHasBeenMinimised) {
   EXPECT_EQ(RunProgram(), 0);
 }
 
+TEST_F(AppTest, EndsInOrderWhenAnotherProgramDestroysItsWindow) {
+  MemoryAt(500, [] { MemoryDestroyWindow(Frame()); });
+  EXPECT_EQ(RunProgram(), 0);
+  EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
+}
+
 TEST_F(AppTest, ThePanelFillsTheFrameAndNoKeyClosesIt) {
   MemoryAt(4000, [] {
     MemoryGiveKeyboard(Frame());

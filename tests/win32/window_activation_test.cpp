@@ -48,6 +48,19 @@ TEST_F(DialogActivation, AClickActivatesAndThenArrives) {
             "dialog NCACTIVATE 0; main NCACTIVATE 1; main LBUTTONDOWN 1 at 47,38");
 }
 
+TEST_F(WindowActivation, AClickIntoTheInactiveProgramActivatesItBeforeItArrives) {
+  HWND popup = MakeWindow("popup", WS_POPUP | WS_BORDER, {310, 0, 410, 100}, main, "Log", WS_EX_TOPMOST);
+  ::ShowWindow(popup, SW_SHOWNA); // the desktop gives it no keyboard by itself
+  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 350, 90, 450}, 0));
+  Drain();
+  TakeLog();
+  MemoryClick(350, 50);
+  Drain();
+  EXPECT_EQ(TakeLog({"ACTIVATEAPP", "ACTIVATE", "LBUTTONDOWN", "LBUTTONUP"}),
+            "popup ACTIVATEAPP 1; main ACTIVATEAPP 1; popup ACTIVATE 1; popup LBUTTONDOWN 1 at 39,49; "
+            "popup LBUTTONUP 0 at 39,49");
+}
+
 TEST_F(DialogActivation, LeavingTheProgramTellsAllFramesAndTheWayBackToo) {
   ::ShowWindow(dialog, SW_SHOWNA);
   Drain();

@@ -240,6 +240,21 @@ TEST_F(KeyStates, KnowsOnReturnWhatChangedWhileAnotherProgramHadTheKeyboard) {
   EXPECT_LT(::GetKeyState(VK_MENU), 0);
 }
 
+TEST_F(KeyStates, KnowsWhatChangedWhileAnotherProgramHeldTheKeys) {
+  MemoryPressKey(VK_MENU);
+  Drain();
+  MemoryGrabKeys(true);
+  MemoryReleaseKey(VK_MENU);
+  MemoryPressKey(VK_SHIFT);
+  MemoryGrabKeys(false);
+  MemoryTypeKey(VK_SPACE);
+  Keys();
+  EXPECT_EQ(::GetKeyState(VK_MENU), 0);
+  EXPECT_LT(::GetKeyState(VK_SHIFT), 0);
+  MemoryTypeKey(VK_SPACE);
+  EXPECT_EQ(Keys(), "main KEYDOWN 32; main CHAR 32; main KEYUP 32");
+}
+
 // Types keys on the layout with dead keys and writes what ToAscii answers when it is asked twice about each, as it is
 // pressed and without Shift: "answer:characters" for both.
 std::string Characters(std::initializer_list<std::pair<uint8_t, bool>> keys) {

@@ -93,6 +93,8 @@ TEST_F(WindowLife, MinimisingKeepsThePlaceAndTellsBothWays) {
   Drain();
   TakeLog();
   ::ShowWindow(main, SW_MINIMIZE);
+  EXPECT_EQ(TakeLog(), ""); // before the desktop has done it
+  Drain();
   EXPECT_EQ(TakeLog({"NCCALCSIZE", "WINDOWPOSCHANGED"}), "main NCCALCSIZE 206x225; main WINDOWPOSCHANGED");
   EXPECT_FALSE(MemoryWindowTitled("dialog"));
   WINDOWPLACEMENT placement = {};
@@ -105,11 +107,49 @@ TEST_F(WindowLife, MinimisingKeepsThePlaceAndTellsBothWays) {
   ::SetWindowPlacement(main, &placement);
   EXPECT_EQ(TakeLog({"WINDOWPOSCHANGED"}), "");
   ::ShowWindow(main, SW_RESTORE);
-  EXPECT_EQ(TakeLog({"NCCALCSIZE", "WINDOWPOSCHANGED"}),
-            "main NCCALCSIZE 200x200; main WINDOWPOSCHANGED 40,50 200x200");
+  Drain();
+  EXPECT_EQ(TakeLog({"NCCALCSIZE", "WINDOWPOSCHANGED", "SETFOCUS"}),
+            "main NCCALCSIZE 200x200; main WINDOWPOSCHANGED 40,50 200x200; main SETFOCUS");
   EXPECT_TRUE(MemoryWindowTitled("dialog"));
   ::GetWindowPlacement(main, &placement);
   EXPECT_EQ(placement.showCmd, UINT(SW_SHOWNORMAL));
+}
+
+TEST_F(WindowLife, WhereTheDesktopMinimisesNothingACaptionStaysFromWhichItComesBack) {
+  TheMemoryDisplay().desktop.leavesMinimising = true;
+  MemorySetTaskBar({0, 460, 640, 480});
+  for (const bool byBox : {true, false}) {
+    ::ShowWindow(main, SW_MINIMIZE);
+    Drain();
+    EXPECT_EQ(shown->place.bottom, 460);
+    EXPECT_EQ(shown->place.right, 160);
+    EXPECT_EQ(ColourAt(100, 450), ::GetSysColor(COLOR_ACTIVECAPTION));
+    MemoryMoveWindow(shown, {200, 435, 360, 460}); // which does not move where it goes back to
+    Drain();
+    if (byBox) {
+      MemoryClick(329, 446);
+    } else {
+      TypeWith({VK_MENU}, VK_SPACE);
+      MemoryTypeKey('R');
+    }
+    Drain();
+    EXPECT_EQ(PlaceOf(main), "100,100 206x225");
+    EXPECT_EQ(::GetFocus(), main);
+  }
+}
+
+TEST_F(WindowLife, AMoveOfOurOwnIsNewerThanTheDesktopsThatWasNotHeardOf) {
+  MemoryMoveWindow(shown, {0, 0, 640, 480});
+  ::MoveWindow(main, 40, 50, 210, 220, TRUE);
+  Drain();
+  EXPECT_EQ(PlaceOf(main), "40,50 210x220");
+}
+
+TEST_F(WindowLife, WhatAnotherProgramDestroysGoesAsIfWeHad) {
+  MakeWindow("dialog", WS_POPUP | WS_CAPTION, {0, 0, 50, 50}, main);
+  MemoryDestroyWindow(shown);
+  Drain();
+  EXPECT_EQ(TakeLog({"NCDESTROY"}), "dialog NCDESTROY; main NCDESTROY");
 }
 
 TEST_F(WindowLife, AMinimisedChildIsACaptionInTheCornerOfItsParent) {
@@ -171,6 +211,25 @@ TEST_F(WindowOrder, TopmostWindowsStayAboveOthersAndOwnedOnesAboveTheirOwners) {
   EXPECT_EQ(order(), (std::vector<HWND>{popup, dialog, main, other}));
   ::SetWindowPos(main, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   EXPECT_EQ(order(), (std::vector<HWND>{popup, other, dialog, main}));
+}
+
+TEST_F(WindowOrder, OnlyTopmostWindowsStayAboveOtherPrograms) {
+  const struct {
+    DWORD style, extendedStyle;
+    bool stays;
+  } windows[] = {{WS_POPUP | WS_BORDER, 0, false},
+                 {WS_POPUP | WS_CAPTION, 0, false},
+                 {WS_POPUP | WS_BORDER, WS_EX_TOPMOST, true},
+                 {WS_POPUP | WS_CAPTION, WS_EX_TOPMOST, true}};
+  for (const auto& each : windows) {
+    HWND window = MakeWindow("ours", each.style, {350, 100, 450, 200}, main, "Log", each.extendedStyle);
+    ::ShowWindow(window, SW_SHOWNORMAL);
+    DisplayWindow* other = MemoryOpenWindow("other", {340, 90, 460, 210}, 0);
+    MemoryGiveKeyboard(other);
+    EXPECT_EQ(MemoryWindowAt(400, 150) != other, each.stays) << each.style;
+    ::DestroyWindow(window);
+    MemoryCloseWindow(other);
+  }
 }
 
 TEST_F(WindowOrder, APointBelongsToTheDeepestShownAndEnabledWindow) {

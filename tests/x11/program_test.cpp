@@ -3,11 +3,16 @@
 #include "x11/user.h"
 
 #include "app/application.h"
+#include "app/panel.h"
+#include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
+#include "core/notices.h"
 #include "gif/stream_bytes.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 
@@ -108,6 +113,21 @@ protected:
   Window scene = None;
   GC drawing = nullptr;
 };
+
+TEST_F(X11Program, TheFirstClickIntoTheInactiveProgramCounts) {
+  Run([] { return !SlideFrameIsRunning(); });
+  static int presses = 0;
+  SetWindowMethod(
+      PanelWindow(), &WindowMethods::mouseDown, +[](ChildWindow*, uint16_t, int16_t, int16_t) { ++presses; });
+  XSetInputFocus(artist.display, scene, RevertToPointerRoot, CurrentTime);
+  XSync(artist.display, False);
+  Run([] { return !ActiveGet(); });
+  const MainWindow* main = TheMainWindow();
+  MovePointer(main->originX + main->geometry.outerWidth / 2, main->originY + main->geometry.outerHeight / 2);
+  Button(1, true);
+  Run([] { return presses == 1; });
+  Button(1, false);
+}
 
 TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   DrawTheArea();

@@ -59,7 +59,7 @@ DisplayWindow* X11WindowTest::Show(Role role, const PixelRect& place, DisplayWin
 
 void X11WindowTest::Activate(DisplayWindow* window) {
   DisplayActivateWindow(window);
-  Until([&] { return (Drain(), window->active); });
+  Until([&] { return (Drain(), X11Live()->desktop.focus.told == window); });
 }
 
 // ---- The user ----------------------------------------------------------------------------------------------------
@@ -126,6 +126,25 @@ std::vector<long> X11WindowTest::Items(Window window, const char* property) cons
 std::string X11WindowTest::Text(Window window, const char* property) const {
   std::vector<long> bytes = Items(window, property);
   return std::string(bytes.begin(), bytes.end());
+}
+
+void X11WindowTest::WriteItems(Window window, const char* property, Atom type, std::vector<long> items) {
+  XChangeProperty(artist.display, window, AtomOf(property), type, 32, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
+  XSync(artist.display, False);
+}
+
+Window X11WindowTest::FocusOfServer() const {
+  Window focus;
+  int revert;
+  XGetInputFocus(artist.display, &focus, &revert);
+  return focus;
+}
+
+XEvent X11WindowTest::NextOfArtist(int type) {
+  XEvent event{};
+  Until([&] { return XCheckTypedEvent(artist.display, type, &event); });
+  return event;
 }
 
 PixelRect X11WindowTest::PlaceOf(const DisplayWindow* window) const {

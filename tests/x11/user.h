@@ -49,6 +49,10 @@ protected:
   // The items of a property of 32 bits, or its bytes.
   std::vector<long> Items(Window window, const char* property) const;
   std::string Text(Window window, const char* property) const;
+  void WriteItems(Window window, const char* property, Atom type, std::vector<long> items);
+  Window FocusOfServer() const;
+  // Waits for an event of the artist's own.
+  XEvent NextOfArtist(int type);
   // Where the window stands on the screen, by the server's own word.
   PixelRect PlaceOf(const DisplayWindow* window) const;
   bool StandsOnScreen(const DisplayWindow* window) const { return artist.State(window->id).map_state == IsViewable; }
@@ -69,6 +73,23 @@ protected:
 
 private:
   std::vector<DisplayWindow*> windows;
+};
+
+// The artist as a window manager, of which the tests know what it does and when, on a desktop without one.
+struct OwnManager {
+  const Artist& artist;
+
+  explicit OwnManager(const Artist& a) : artist(a) { Select(SubstructureRedirectMask); }
+  ~OwnManager() {
+    for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
+      XDeleteProperty(artist.display, artist.root, XInternAtom(artist.display, name, False));
+    }
+    Select(NoEventMask);
+  }
+  void Select(long events) const {
+    XSelectInput(artist.display, artist.root, events);
+    XSync(artist.display, False);
+  }
 };
 
 bool operator==(const PixelRect& a, const PixelRect& b);

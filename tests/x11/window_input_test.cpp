@@ -12,11 +12,6 @@ namespace {
 
 class X11WindowInput : public X11WindowTest {
 protected:
-  void WriteItems(Window window, const char* property, Atom type, std::vector<long> items) {
-    XChangeProperty(artist.display, window, AtomOf(property), type, 32, PropModeReplace,
-                    reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
-    XSync(artist.display, False);
-  }
   // A panel at the screen's edge; `thick` as _NET_WM_STRUT_PARTIAL begins: left, right, top, bottom.
   Window NewDock(std::vector<long> thick) {
     Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
@@ -32,31 +27,12 @@ protected:
   void UsableAreaBecomes(const PixelRect& area, std::source_location where = std::source_location::current()) {
     Until([&] { return (Next(Kind::kScreenChanged, nullptr, where), DisplayUsableArea() == area); }, where);
   }
-  XEvent NextOfArtist(int type) {
-    XEvent event{};
-    Until([&] { return XCheckTypedEvent(artist.display, type, &event); });
-    return event;
-  }
   // Presses where the window's caption could be, and asks the desktop to drag the window.
   bool StartDrag(DisplayWindow* window) {
     MovePointer(window->place.left + 40, window->place.top + 40);
     Button(1, true);
     DisplayEvent down = Next(Kind::kMouseDown, window);
     return DisplayDragWindow(window, down.x, down.y);
-  }
-};
-
-// The artist as a window manager, of which the tests know what it does and when, on a desktop without one.
-struct OwnManager {
-  const Artist& artist;
-
-  explicit OwnManager(const Artist& a) : artist(a) { XSelectInput(a.display, a.root, SubstructureRedirectMask); }
-  ~OwnManager() {
-    for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
-      XDeleteProperty(artist.display, artist.root, XInternAtom(artist.display, name, False));
-    }
-    XSelectInput(artist.display, artist.root, NoEventMask);
-    XSync(artist.display, False);
   }
 };
 
@@ -74,16 +50,60 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedFor) {
   Type(CodeOf(XK_b));
   EXPECT_EQ(Next(Kind::kKeyDown, second).key, 'B');
 
-  // A grab of the keys is no loss of the keyboard.
+  // A grab of the keys is no loss of the keyboard, but some may have changed behind it.
   XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
   EXPECT_FALSE(Came(Kind::kActive));
   XUngrabKeyboard(artist.display, CurrentTime);
+  XSync(artist.display, False);
+  Next(Kind::kKeysUnseen, second);
   EXPECT_FALSE(Came(Kind::kActive));
 
   Window others = artist.Show(artist.Noise(50, 50, 1), 10, 200);
   XSetInputFocus(artist.display, others, RevertToPointerRoot, CurrentTime);
   XSync(artist.display, False);
   EXPECT_FALSE(Next(Kind::kActive, second).flag);
+}
+
+// A window manager takes a window that it made active for active until another one is: whoever takes the focus behind
+// its back loses the keyboard for the program.
+TEST_F(X11WindowInput, WhatIsNotManagedHasTheKeyboardInThePlaceOfItsOwner) {
+  const PixelRect screen = {0, 0, artist.Width(), artist.Height()};
+  DisplayWindow* main = Show(Role::kMain, {10, 10, 160, 110});
+  Activate(main);
+  for (Role role : {Role::kPopup, Role::kCover}) {
+    DisplayWindow* window = Show(role, role == Role::kCover ? screen : PixelRect{50, 50, 90, 90}, main);
+    DisplayActivateWindow(window);
+    EXPECT_TRUE(Next(Kind::kActive, window).flag);
+    EXPECT_EQ(FocusOfServer(), main->id);
+    Type(CodeOf(XK_b));
+    EXPECT_EQ(Next(Kind::kKeyDown, window).key, 'B');
+    DisplayShowWindow(window, false);
+    EXPECT_TRUE(Next(Kind::kActive, main).flag);
+    Type(CodeOf(XK_c));
+    EXPECT_EQ(Next(Kind::kKeyDown, main).key, 'C');
+  }
+}
+
+TEST_F(X11WindowInput, ACoverHoldsTheKeyboardWhateverTheFocusDoes) {
+  DisplayWindow* main = Show(Role::kMain, {10, 10, 160, 110});
+  DisplayWindow* cover = Show(Role::kCover, {0, 0, artist.Width(), artist.Height()}, main);
+  Window others = artist.Show(artist.Noise(50, 50, 1), 10, 200);
+  Activate(main);
+  XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+  XSync(artist.display, False);
+  Activate(cover);
+  EXPECT_FALSE(X11Live()->desktop.focus.grabbed);
+  XUngrabKeyboard(artist.display, CurrentTime);
+  XSync(artist.display, False);
+  Until([&] { return (Drain(), X11Live()->desktop.focus.grabbed); });
+  XSetInputFocus(artist.display, others, RevertToPointerRoot, CurrentTime);
+  XSync(artist.display, False);
+  EXPECT_FALSE(Came(Kind::kActive));
+  Type(CodeOf(XK_d));
+  EXPECT_EQ(Next(Kind::kKeyDown, cover).key, 'D');
+  DisplayShowWindow(cover, false);
+  EXPECT_FALSE(Next(Kind::kActive, cover).flag);
+  Activate(main);
 }
 
 // ---- The mouse ---------------------------------------------------------------------------------------------------
@@ -176,22 +196,21 @@ TEST_F(X11WindowInput, PointerHasTheShapeOfItsWindow) {
 
 TEST_F(X11WindowInput, MinimisesAndComesBack) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 110});
-  DisplayMinimiseWindow(window, true);
-  Until([&] { return !StandsOnScreen(window); });
+  EXPECT_EQ(DisplayMinimiseWindow(window, true), HasManager());
+  if (!HasManager()) return;
+  EXPECT_TRUE(Next(Kind::kMinimised, window).flag);
+  EXPECT_FALSE(StandsOnScreen(window));
   DisplayMinimiseWindow(window, false);
-  Until([&] { return StandsOnScreen(window); });
+  EXPECT_FALSE(Next(Kind::kMinimised, window).flag);
+  EXPECT_TRUE(StandsOnScreen(window));
   EXPECT_EQ(PlaceOf(window), (PixelRect{10, 10, 160, 110}));
-  EXPECT_FALSE(Came(Kind::kMinimised));
 
   DisplayWindow* later = Open(Role::kMain, {200, 10, 350, 110});
   DisplayMinimiseWindow(later, true);
   DisplayShowWindow(later, true);
-  Drain();
+  EXPECT_TRUE(Next(Kind::kMinimised, later).flag);
   EXPECT_FALSE(StandsOnScreen(later));
-  DisplayMinimiseWindow(later, false);
-  Until([&] { return StandsOnScreen(later); });
 
-  if (!HasManager()) return;
   Tell(artist.root, window->id, "WM_CHANGE_STATE", {IconicState});
   EXPECT_TRUE(Next(Kind::kMinimised, window).flag);
   constexpr long byPager = 2;

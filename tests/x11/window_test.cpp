@@ -32,7 +32,7 @@ TEST_F(X11Window, StandsWhereItWasPut) {
     // The answers are no news.
     Until([&] {
       EXPECT_FALSE(Came(Kind::kPlaced));
-      return window->unanswered.empty();
+      return X11Live()->desktop.fence.passed == X11Live()->desktop.fence.asked;
     });
 
     DisplayShowWindow(window, false);
@@ -222,7 +222,7 @@ TEST_F(X11Window, VanishedWindowsAreNoEnd) {
   DisplayMinimiseWindow(window, true);
   DisplayActivateWindow(window);
   DisplayCapturePointer(window);
-  Drain();
+  Next(Kind::kDestroyed, window);
   EXPECT_FALSE(DisplayIsLost());
 }
 

@@ -31,6 +31,13 @@ void OnActive(const DisplayEvent& event) {
   }
 }
 
+// Not every desktop gives a window the keyboard that is clicked on.
+void OnPress(const DisplayEvent& event) {
+  MSG message;
+  if (!TheWindows().hasKeyboard && MessageOfInput(event, &message)) Activate(TopLevelOf(message.hwnd), true);
+  EnqueueInput(event);
+}
+
 void OnMinimised(HWND window, bool minimised) {
   if (minimised) {
     Minimise(window, true);
@@ -55,6 +62,9 @@ void OnWindowEvent(HWND window, const DisplayEvent& event) {
     // A disabled window waits for its dialog.
     if (!Has(*window, WS_DISABLED)) Post(window, WM_SYSCOMMAND, SC_CLOSE, 0, false);
     return;
+  case DisplayEventKind::kDestroyed:
+    ::DestroyWindow(window);
+    return;
   default:
     return;
   }
@@ -62,12 +72,14 @@ void OnWindowEvent(HWND window, const DisplayEvent& event) {
 
 void Handle(const DisplayEvent& event) {
   switch (event.kind) {
-  case DisplayEventKind::kMouseMove:
   case DisplayEventKind::kMouseDown:
+    return OnPress(event);
+  case DisplayEventKind::kMouseMove:
   case DisplayEventKind::kMouseUp:
   case DisplayEventKind::kMouseWheel:
   case DisplayEventKind::kKeyDown:
   case DisplayEventKind::kKeyUp:
+  case DisplayEventKind::kKeysUnseen:
     return EnqueueInput(event);
   case DisplayEventKind::kExposed:
     if (ShownSurface* shown = ShownOf(event.window)) NoteDamage(shown, event.rect);

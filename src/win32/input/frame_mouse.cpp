@@ -129,7 +129,7 @@ void PressFrame(HWND window, int hit, int32_t x, int32_t y) {
     Send(window, WM_SYSCOMMAND, SC_MOUSEMENU | WPARAM(HTSYSMENU), point);
     return;
   case HTMINBUTTON:
-    if (HoldBox(window, HTMINBUTTON)) Send(window, WM_SYSCOMMAND, SC_MINIMIZE, point);
+    if (HoldBox(window, HTMINBUTTON)) Send(window, WM_SYSCOMMAND, window->minimised ? SC_RESTORE : SC_MINIMIZE, point);
     return;
   case HTCLOSE:
     if (HoldBox(window, HTCLOSE)) Send(window, WM_SYSCOMMAND, SC_CLOSE, point);
@@ -140,7 +140,7 @@ void PressFrame(HWND window, int hit, int32_t x, int32_t y) {
 }
 
 void DragWindow(HWND window, bool byKeyboard, int32_t x, int32_t y) {
-  if (window->minimised && window->top) return;
+  if (window->minimised) return;
   if (byKeyboard) return DragByKeys(window);
   DragByMouse(window, x, y);
 }

@@ -166,6 +166,7 @@ bool MessageOfInput(const DisplayEvent& event, MSG* message) {
 void TakeInput(const DisplayEvent& event, const MSG& message) {
   if (IsKey(event.kind)) TakeKey(event);
   if (IsMouse(event.kind)) TakeMouse(event, message);
+  if (event.kind == Kind::kKeysUnseen) SyncKeys();
 }
 
 } // namespace framereel

@@ -81,6 +81,7 @@ void SyncKeys() {
     NoteKey(uint8_t(key), DisplayKeyIsDown(uint8_t(key)));
   }
   NoteKey(VK_CAPITAL, DisplayKeyIsDown(VK_CAPITAL));
+  TheWindows().altAlone = false;
 }
 
 bool KeyIsDown(int key) {

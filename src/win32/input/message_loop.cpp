@@ -31,6 +31,11 @@ bool Passes(const Filter& filter, const MSG& message) {
   return InRange(filter, message.message) && (!filter.window || IsWithin(message.hwnd, filter.window));
 }
 
+// The press that makes the program active arrives once it is: the display gives the keyboard when it gets round to it.
+bool WaitsForKeyboard(const QueueEntry& entry) {
+  return !entry.posted && entry.event.kind == DisplayEventKind::kMouseDown && AwaitsKeyboard();
+}
+
 // Looks through the queue in its order; what means nothing to anybody falls out on the way.
 bool FromQueue(const Filter& filter, bool remove, MSG* message) {
   std::vector<QueueEntry>& queue = TheWindows().queue;
@@ -45,6 +50,7 @@ bool FromQueue(const Filter& filter, bool remove, MSG* message) {
     }
     ++i;
     if (!Passes(filter, made)) continue;
+    if (WaitsForKeyboard(entry)) return false;
     *message = made;
     if (!remove) return true;
     queue.erase(here);

@@ -120,13 +120,17 @@ void MemoryGiveKeyboard(DisplayWindow* window) {
 }
 
 void MemoryMinimiseWindow(DisplayWindow* window, bool minimised) {
-  DisplayMinimiseWindow(window, minimised);
-  if (window->ours) MemoryQueueEvent(Kind::kMinimised, window, minimised);
+  MemoryMinimise(window, minimised);
   if (!minimised) MemoryGiveKeyboard(window);
 }
 
 void MemoryAskToClose(DisplayWindow* window) {
   MemoryQueueEvent(Kind::kCloseRequest, window, false);
+}
+
+void MemoryDestroyWindow(DisplayWindow* window) {
+  DisplayShowWindow(window, false);
+  MemoryQueueEvent(Kind::kDestroyed, window, false);
 }
 
 void MemoryMoveWindow(DisplayWindow* window, const PixelRect& place) {

@@ -26,7 +26,7 @@ bool IsAccent(char character) {
 void QueueKey(DisplayEventKind kind, uint8_t key) {
   MemoryDisplay& display = TheMemoryDisplay();
   DisplayWindow* window = display.desktop.keyboard;
-  if (!window || !window->ours) return;
+  if (!window || !window->ours || display.desktop.keysGrabbed) return;
   DisplayEvent event = {};
   event.kind = kind;
   event.window = window;
@@ -54,6 +54,13 @@ void MemoryReleaseKey(uint8_t key) {
 void MemoryTypeKey(uint8_t key) {
   MemoryPressKey(key);
   MemoryReleaseKey(key);
+}
+
+void MemoryGrabKeys(bool grabs) {
+  MemoryDesktop& desktop = TheMemoryDesktop();
+  desktop.keysGrabbed = grabs;
+  const bool ours = desktop.keyboard && desktop.keyboard->ours;
+  if (ours && !grabs) MemoryQueueEvent(DisplayEventKind::kKeysUnseen, desktop.keyboard, false);
 }
 
 bool DisplayKeyIsDown(uint8_t virtualKey) {

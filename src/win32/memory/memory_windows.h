@@ -53,6 +53,8 @@ struct MemoryDesktop {
   DisplayWindow* pressed;  // where a button went down: gets mouse events until all are up
   DisplayWindow* dragged;  // moves with the pointer
   bool leavesDragging;     // set: DisplayDragWindow answers false
+  bool leavesMinimising;   // set: DisplayMinimiseWindow answers false
+  bool keysGrabbed;        // another program gets all keys, whoever has the keyboard
   bool keys[256];          // by virtual key; 1, 2 and 4 are the mouse buttons
   bool capsLock;
   bool deadKeys; // the layout is the one with dead keys
@@ -90,10 +92,12 @@ void MemoryTurnWheel(int8_t notches);                       // away from the use
 void MemoryPressKey(uint8_t key);
 void MemoryReleaseKey(uint8_t key);
 void MemoryTypeKey(uint8_t key); // presses and releases
+void MemoryGrabKeys(bool grabs); // another program takes all keys for a while, and lets go
 // By the desktop's own means: its task bar, its borders, its menus. Windows are ours or others'.
 void MemoryGiveKeyboard(DisplayWindow* window); // null: to nobody
 void MemoryMinimiseWindow(DisplayWindow* window, bool minimised);
 void MemoryAskToClose(DisplayWindow* window);
+void MemoryDestroyWindow(DisplayWindow* window); // one of ours, by another program
 void MemoryMoveWindow(DisplayWindow* window, const PixelRect& place);
 void MemoryTakeCapture();
 
@@ -112,5 +116,6 @@ void MemoryExpose(const Region& area);                                 // everyb
 void MemorySetKeyboard(DisplayWindow* window);
 void MemoryRaise(DisplayWindow* window, bool top);
 void MemoryPlace(DisplayWindow* window, const PixelRect& place);
+void MemoryMinimise(DisplayWindow* window, bool minimised);
 
 } // namespace framereel

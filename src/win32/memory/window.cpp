@@ -18,7 +18,7 @@ PixelRect ScreenBounds() {
 
 // What stands above what, whatever order windows were raised in.
 int32_t RankOf(const DisplayWindow& window) {
-  if (window.taskBar) return 1;
+  if (window.taskBar || window.role == WindowRole::kPalette) return 1;
   if (window.role == WindowRole::kPopup) return 2;
   return window.role == WindowRole::kCover ? 3 : 0;
 }
@@ -126,7 +126,7 @@ void Free(DisplayWindow* window) {
 // ---- Between the files -------------------------------------------------------------------------------------------
 
 bool MemoryIsManaged(const DisplayWindow& window) {
-  return !window.taskBar && (window.role == WindowRole::kMain || window.role == WindowRole::kDialog);
+  return !window.taskBar && window.role != WindowRole::kPopup && window.role != WindowRole::kCover;
 }
 
 void MemoryExpose(const Region& area) {
@@ -165,6 +165,15 @@ void MemoryPlace(DisplayWindow* window, const PixelRect& place) {
   window->place = place;
   area.Add(VisibleOf(*window));
   MemoryExpose(area);
+}
+
+void MemoryMinimise(DisplayWindow* window, bool minimised) {
+  if (window->minimised == minimised) return;
+  const Region before = VisibleOf(*window);
+  window->minimised = minimised;
+  if (window->ours) MemoryQueueEvent(DisplayEventKind::kMinimised, window, minimised);
+  if (minimised) LoseKeyboard(window);
+  MemoryExpose(minimised ? before : VisibleOf(*window));
 }
 
 void MemorySetKeyboard(DisplayWindow* window) {
@@ -273,6 +282,11 @@ void DisplayShowWindow(DisplayWindow* window, bool shown) {
 }
 
 void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place) {
+  std::deque<DisplayEvent>& events = TheMemoryDesktop().events;
+  const auto isOlder = [=](const DisplayEvent& event) {
+    return event.kind == DisplayEventKind::kPlaced && event.window == window;
+  };
+  events.erase(std::remove_if(events.begin(), events.end(), isOlder), events.end());
   MemoryPlace(window, place);
 }
 
@@ -296,12 +310,10 @@ void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon) {
   window->iconHeight = icon.height;
 }
 
-void DisplayMinimiseWindow(DisplayWindow* window, bool minimised) {
-  if (window->minimised == minimised) return;
-  const Region before = VisibleOf(*window);
-  window->minimised = minimised;
-  if (minimised) LoseKeyboard(window);
-  MemoryExpose(minimised ? before : VisibleOf(*window));
+bool DisplayMinimiseWindow(DisplayWindow* window, bool minimised) {
+  if (TheMemoryDesktop().leavesMinimising) return false;
+  MemoryMinimise(window, minimised);
+  return true;
 }
 
 void DisplayActivateWindow(DisplayWindow* window) {

@@ -44,7 +44,7 @@ Win32Menu AsThingsStand(const Win32Menu& systemMenu, const Win32Window& window) 
     if (MenuItem* item = is ? ItemOf(&menu, id) : nullptr) item->flags |= MF_GRAYED;
   };
   grey(SC_RESTORE, !window.minimised);
-  grey(SC_MOVE, window.minimised && window.top);
+  grey(SC_MOVE, window.minimised);
   grey(SC_MINIMIZE, window.minimised || !Has(window, WS_MINIMIZEBOX));
   return menu;
 }

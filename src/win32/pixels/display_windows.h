@@ -17,17 +17,18 @@ struct DisplayWindow; // the display's own record
 // ---- Windows -----------------------------------------------------------------------------------------------------
 
 enum class WindowRole : uint8_t {
-  kMain,   // the program's frame: managed by the desktop, listed in its task bar
-  kDialog, // managed, kept above its owner, not listed
-  kPopup,  // not managed: stands where it is put, above all managed windows
-  kCover,  // not managed, on top of everything, shows what lies under it and takes all mouse and key events in its
-           // place; nothing is presented on it
+  kMain,    // the program's frame: managed by the desktop, listed in its task bar
+  kDialog,  // managed, kept above its owner, not listed
+  kPalette, // the same, kept above other programs' windows too
+  kPopup,   // not managed: stands where it is put, above all managed windows
+  kCover,   // not managed, on top of everything, shows what lies under it and takes all mouse and key events in its
+            // place; nothing is presented on it
 };
 
 struct DisplayWindowSpec {
   WindowRole role;
   PixelRect place;      // not empty
-  DisplayWindow* owner; // of a dialog, popup or cover; may be null
+  DisplayWindow* owner; // of all but a main window; may be null
   const char* title;    // bytes as the user typed them; Latin-1
 };
 
@@ -38,15 +39,18 @@ void DisplayFreeWindow(DisplayWindow* window);
 // Shows it without giving it the keyboard, or takes it off the screen. A shown managed window stands where it was
 // placed, not where a window manager would like it.
 void DisplayShowWindow(DisplayWindow* window, bool shown);
-// Moves and sizes it; the desktop's answer comes as kPlaced if it differs.
+// Moves and sizes it; the desktop's answer comes as kPlaced if it differs. Nothing that the desktop did with the window
+// before comes any more.
 void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place);
 // On top of, or below, all other windows of its kind.
 void DisplayStackWindow(DisplayWindow* window, bool top);
 void DisplayTitleWindow(DisplayWindow* window, const char* title);
 void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon);
-// Into the task bar and back; a display without one just hides it.
-void DisplayMinimiseWindow(DisplayWindow* window, bool minimised);
-// Asks for the keyboard; kActive tells when it has come.
+// Asks the desktop to put it into the task bar, or to bring it back; kMinimised tells when that is done, and not every
+// desktop does it. False when there is nobody to ask: nothing would bring it back.
+bool DisplayMinimiseWindow(DisplayWindow* window, bool minimised);
+// Asks for the keyboard; kActive tells when it has come. A cover holds it, whatever the desktop does, until another
+// window of ours asks or it goes; the window that had it before then has it again.
 void DisplayActivateWindow(DisplayWindow* window);
 // Lets the desktop move the window with the pointer, which stands there with its left button down; the release comes as
 // no event. False when the desktop does not do that: the caller then moves the window itself while the pointer drags.
@@ -96,7 +100,9 @@ enum class DisplayEventKind : uint8_t {
   kPlaced,        // rect: where the desktop or the user put the window
   kMinimised,     // flag: minimised, or restored
   kActive,        // flag: the window has the keyboard, or has lost it
+  kKeysUnseen,    // keys may have gone up or down without a word while another program held the keyboard
   kCloseRequest,  // the user asked the desktop to close the window
+  kDestroyed,     // another program has destroyed the window; it still has to be freed
   kCaptureLost,   // the display took the pointer away
   kScreenChanged, // resolution, depth or usable area are not what they were; window is null
 };

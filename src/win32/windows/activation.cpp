@@ -140,6 +140,10 @@ void MoveCapture(HWND window) {
   Send(before, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(window));
 }
 
+bool AwaitsKeyboard() {
+  return !TheWindows().hasKeyboard && TheWindows().askedFor;
+}
+
 void ReleaseFrom(HWND window) {
   WindowSystem& system = TheWindows();
   if (system.capture && IsWithin(system.capture, window)) ::ReleaseCapture();

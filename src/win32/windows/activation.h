@@ -9,6 +9,7 @@ void Activate(HWND topLevel, bool byClick);
 void ActivateNextOf(HWND topLevel); // it goes away: another one takes its place
 void SettleKeyboard();              // acts on what the display has said of the keyboard
 void MoveCapture(HWND window);      // the mouse is its own now, or nobody's; the display knows
+bool AwaitsKeyboard();              // the display has been asked for it, and may still give it
 void ReleaseFrom(HWND window);      // it goes or is disabled: it and its children lose focus and capture
 
 } // namespace framereel

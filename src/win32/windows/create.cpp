@@ -23,7 +23,8 @@ namespace {
 WindowRole RoleOf(const Win32Window& window) {
   if (!window.windowClass->background) return WindowRole::kCover;
   if (!window.owner && !Has(window, WS_POPUP)) return WindowRole::kMain;
-  return Has(window, WS_CAPTION) ? WindowRole::kDialog : WindowRole::kPopup;
+  if (!(window.extendedStyle & WS_EX_TOPMOST)) return WindowRole::kDialog;
+  return Has(window, WS_CAPTION) ? WindowRole::kPalette : WindowRole::kPopup;
 }
 
 PixelRect FirstPlace(DWORD style, int x, int y, int width, int height) {

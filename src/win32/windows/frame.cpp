@@ -25,6 +25,7 @@ constexpr int32_t kBoxWidth = 16, kBoxHeight = 14, kBoxGap = 2;
 // Signs on the boxes: rows from the top, the leftmost pixel in the top bit.
 constexpr uint8_t kCross[] = {0xC3, 0x66, 0x3C, 0x18, 0x3C, 0x66, 0xC3};
 constexpr uint8_t kBar[] = {0x00, 0x00, 0x00, 0x00, 0x00, 0x7E, 0x7E};
+constexpr uint8_t kWindowSign[] = {0xFF, 0xFF, 0x81, 0x81, 0x81, 0x81, 0xFF}; // back from a caption alone
 constexpr uint8_t kMenuSign[] = {0x00, 0x00, 0xFF, 0x81, 0xFF, 0x00, 0x00};
 constexpr int32_t kSignWidth = 8, kSignHeight = 7;
 
@@ -127,7 +128,8 @@ void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& plac
   FillPixels(context, CaptionStrip(place), strip);
   DrawTitle(context, window, place, strip);
   DrawBox(context, Part(window, place, HTSYSMENU), kMenuSign, IsPressed(window, HTSYSMENU));
-  DrawBox(context, Part(window, place, HTMINBUTTON), kBar, IsPressed(window, HTMINBUTTON));
+  DrawBox(context, Part(window, place, HTMINBUTTON), window.minimised ? kWindowSign : kBar,
+          IsPressed(window, HTMINBUTTON));
   DrawBox(context, Part(window, place, HTCLOSE), kCross, IsPressed(window, HTCLOSE));
 }
 

@@ -17,7 +17,7 @@ namespace framereel {
 namespace {
 
 constexpr UINT kPosNothing = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
-constexpr int32_t kIconWidth = 160; // of a minimised child: its caption
+constexpr int32_t kIconWidth = 160; // of a minimised window of which the caption is left
 
 PixelRect NotNegative(const PixelRect& r) {
   return {r.left, r.top, std::max(r.right, r.left), std::max(r.bottom, r.top)};
@@ -118,12 +118,15 @@ void Apply(HWND window, const PixelRect& place, bool anew, bool byDesktop) {
   SendPosChanged(window, ChangesOf(before, *window));
 }
 
-PixelRect IconPlace(const Win32Window& child) {
-  const int32_t bottom = HeightOf(child.parent->client);
+// In the lower left corner of its parent or of the screen.
+PixelRect IconPlace(const Win32Window& window) {
+  const HWND parent = window.parent;
+  const PixelRect room =
+      parent ? PixelRect{0, 0, WidthOf(parent->client), HeightOf(parent->client)} : DisplayUsableArea();
   const PixelRect none = {0, 0, 0, 0};
-  const PixelRect inside = ClientInside(child, none);
+  const PixelRect inside = ClientInside(window, none);
   const int32_t height = inside.top + (none.bottom - inside.bottom);
-  return {0, bottom - height, kIconWidth, bottom};
+  return {room.left, room.bottom - height, room.left + kIconWidth, room.bottom};
 }
 
 void SyncOnScreen(HWND window);
@@ -199,7 +202,8 @@ void Place(HWND window, const PixelRect& asked, bool byDesktop) {
   PixelRect place = NotNegative(asked);
   if (!byDesktop && !SameSize(place, window->place)) place = LimitedPlace(window, place);
   if (!IsLive(window)) return;
-  if (window->minimised) {
+  const bool caption = window->top && window->top->asCaption;
+  if (window->minimised && !(byDesktop && caption)) {
     window->normalPlace = place;
   } else if (!Same(place, window->place)) {
     Apply(window, place, false, byDesktop);
@@ -221,10 +225,12 @@ void SetVisible(HWND window, bool visible) {
 
 void Minimise(HWND window, bool byDesktop) {
   if (window->minimised) return;
+  // It is minimised once the desktop has done it, if ever.
+  if (window->top && !byDesktop && DisplayMinimiseWindow(window->top->shown.display, true)) return;
   window->minimised = true;
-  if (!window->top) return Apply(window, IconPlace(*window), true, false);
-  if (!byDesktop) DisplayMinimiseWindow(window->top->shown.display, true);
+  if (window->top) window->top->asCaption = !byDesktop;
   SyncOwned(window);
+  if (!byDesktop) return Apply(window, IconPlace(*window), true, false);
   RefreshContexts();
   ClientFor(window, window->place);
   if (IsLive(window)) SendPosChanged(window, kPosNothing);
@@ -232,8 +238,12 @@ void Minimise(HWND window, bool byDesktop) {
 
 void Restore(HWND window, bool byDesktop) {
   if (!window->minimised) return;
+  const bool away = window->top && !window->top->asCaption;
+  if (away && !byDesktop && DisplayMinimiseWindow(window->top->shown.display, false)) {
+    return DisplayActivateWindow(window->top->shown.display);
+  }
   window->minimised = false;
-  if (window->top && !byDesktop) DisplayMinimiseWindow(window->top->shown.display, false);
+  if (window->top) window->top->asCaption = false;
   SyncOwned(window);
   const PixelRect place = LimitedPlace(window, window->normalPlace);
   if (!IsLive(window)) return;

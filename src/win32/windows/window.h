@@ -53,6 +53,7 @@ struct ShownSurface {
 struct TopLevel {
   WindowRole role;
   ShownSurface shown;
+  bool asCaption; // minimised where the desktop does not do that: its caption is left, at the bottom of the screen
 };
 
 } // namespace framereel

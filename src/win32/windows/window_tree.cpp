@@ -38,7 +38,8 @@ std::vector<HWND>& SiblingsOf(HWND window) {
 bool IsShown(const Win32Window& window) {
   for (const Win32Window* each = &window; each; each = each->parent) {
     if (!Has(*each, WS_VISIBLE)) return false;
-    if (each->minimised && (each != &window || each->top)) return false;
+    const bool asCaption = each == &window && (!each->top || each->top->asCaption);
+    if (each->minimised && !asCaption) return false;
   }
   return true;
 }

@@ -13,7 +13,7 @@ HWND TopLevelOf(HWND window);
 HWND TopLevelOf(const DisplayWindow* display);
 bool IsWithin(HWND window, HWND ancestor);  // or the same
 std::vector<HWND>& SiblingsOf(HWND window); // itself among them
-bool IsShown(const Win32Window& window);    // visible, like all its parents, and none of them minimised
+bool IsShown(const Win32Window& window);    // visible, like all its parents, and none of them minimised out of sight
 bool IsEnabled(HWND window);                // like all its parents
 bool IsGoing(HWND window);                  // it or a parent is being destroyed
 // The deepest visible, enabled window under the point, `window` itself at least; the caller knows that it is there.

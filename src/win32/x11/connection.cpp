@@ -62,6 +62,25 @@ std::unique_ptr<X11Connection> Connect() {
   return x;
 }
 
+// Any client can send any event. What the server alone knows is believed of nobody else: others send messages and
+// input, and window managers say that a window of ours may have moved.
+bool IsBelieved(const X11Connection* x, const XEvent& event) {
+  if (!event.xany.send_event) return true;
+  switch (event.type) {
+  case ClientMessage:
+  case KeyPress:
+  case KeyRelease:
+  case ButtonPress:
+  case ButtonRelease:
+  case MotionNotify:
+    return true;
+  case ConfigureNotify:
+    return event.xconfigure.window != x->root;
+  default:
+    return false;
+  }
+}
+
 } // namespace
 
 bool DisplayOpen() {
@@ -84,6 +103,7 @@ bool DisplayOpen() {
   X11WatchPointer(x);
   X11WatchDevices(x);
   X11InternAtoms(x);
+  X11MakeFence(x);
   return X11Live() != nullptr;
 }
 
@@ -115,6 +135,7 @@ void X11TakeEvents(X11Connection* x, int queued) {
   while (XEventsQueued(x->display, queued) > 0) {
     XEvent event;
     XNextEvent(x->display, &event);
+    if (!IsBelieved(x, event)) continue;
     if (X11TakeDeviceEvent(x, event) || X11TakePointerEvent(x, event)) continue;
     if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
       x->facts.width = event.xconfigure.width;

@@ -1,7 +1,7 @@
 // What the server and the window manager tell of our windows and of the screen, turned into events, and the mouse.
 //
-// Some of it is told in part only: a place within a window manager's frame, a state that has changed somehow. What is
-// missing is asked for when the caller takes its next event, never in the midst of another call.
+// Some of it is told in part only: that a window has moved, or that its state has changed somehow. What is missing is
+// asked for when the caller takes its next event, never in the midst of another call.
 #include <X11/Xatom.h>
 #include <X11/cursorfont.h>
 
@@ -58,7 +58,7 @@ void QueueKey(X11Connection* x, DisplayWindow* window, const XEvent& event) {
   if (key.type == KeyPress) x->desktop.userTime = key.time;
   DisplayEvent told{};
   told.kind = key.type == KeyPress ? Kind::kKeyDown : Kind::kKeyUp;
-  told.window = window;
+  told.window = x->desktop.focus.told ? x->desktop.focus.told : window;
   told.x = key.x_root;
   told.y = key.y_root;
   told.scan = static_cast<uint8_t>(key.keycode);
@@ -67,23 +67,12 @@ void QueueKey(X11Connection* x, DisplayWindow* window, const XEvent& event) {
   x->desktop.events.push_back(told);
 }
 
-void QueueRect(X11Connection* x, Kind kind, DisplayWindow* window, const PixelRect& rect) {
-  X11QueueEvent(x, kind, window, false);
-  x->desktop.events.back().rect = rect;
+void QueueExposed(X11Connection* x, DisplayWindow* window, const XExposeEvent& event) {
+  X11QueueEvent(x, Kind::kExposed, window, false);
+  x->desktop.events.back().rect = {event.x, event.y, event.x + event.width, event.y + event.height};
 }
 
-// ---- The keyboard's and the mouse's coming and going -------------------------------------------------------------
-
-void TakeFocus(X11Connection* x, DisplayWindow* window, const XFocusChangeEvent& event) {
-  // A program that takes all keys for a moment, as window managers do for their own, does not have the keyboard; and
-  // a window that merely lies under the pointer has not been given it.
-  if (event.mode == NotifyGrab || event.mode == NotifyUngrab) return;
-  if (event.detail == NotifyInferior || event.detail == NotifyPointer) return;
-  bool active = event.type == FocusIn;
-  if (window->active == active) return;
-  window->active = active;
-  X11QueueEvent(x, Kind::kActive, window, active);
-}
+// ---- The capture of the mouse ------------------------------------------------------------------------------------
 
 void LoseCapture(X11Connection* x) {
   DisplayWindow* window = x->desktop.captured;
@@ -128,62 +117,14 @@ void TakeCrossing(X11Connection* x, const XCrossingEvent& event) {
   if (event.type == LeaveNotify && event.mode == NotifyGrab) x->desktop.drag = {};
 }
 
-// ---- Places and states -------------------------------------------------------------------------------------------
-
-// The window stands there, as an answer to what was asked or by the desktop's own doing.
-void NotePlace(X11Connection* x, DisplayWindow* window, const PixelRect& place) {
-  std::vector<PixelRect>& asked = window->unanswered;
-  window->placeUnsure = false;
-  auto answered = std::find_if(asked.begin(), asked.end(), [&](const PixelRect& r) { return Same(r, place); });
-  if (answered != asked.end()) {
-    asked.erase(asked.begin(), answered + 1);
-    return;
-  }
-  if (Same(place, window->place)) return;
-  asked.clear();
-  window->place = place;
-  QueueRect(x, Kind::kPlaced, window, place);
-}
-
-void TakePlace(X11Connection* x, DisplayWindow* window, const XConfigureEvent& event) {
-  // Requests are numbered in a long that may wrap.
-  if (static_cast<long>(event.serial - window->askedLast) < 0) return;
-  // The server's own event counts from the frame; the one that window managers send counts from the screen.
-  if (window->reparented && !event.send_event) {
-    window->placeUnsure = true;
-    return;
-  }
-  NotePlace(x, window, {event.x, event.y, event.x + event.width, event.y + event.height});
-}
-
-void AskPlace(X11Connection* x, DisplayWindow* window) {
-  window->placeUnsure = false;
-  XWindowAttributes size{};
-  int left = 0, top = 0;
-  Window child;
-  bool stands = XGetWindowAttributes(x->display, window->id, &size) &&
-                XTranslateCoordinates(x->display, window->id, x->root, 0, 0, &left, &top, &child);
-  if (stands) NotePlace(x, window, {left, top, left + size.width, top + size.height});
-}
-
-void AskState(X11Connection* x, DisplayWindow* window) {
-  window->stateUnsure = false;
-  bool minimised = false;
-  if (!window->shown || !X11ReadMinimised(x, *window, &minimised)) return;
-  bool asAsked = minimised == window->minimised;
-  // Until the answer comes, the state is that of before.
-  if (!asAsked && !window->minimiseAsked) {
-    window->minimised = minimised;
-    X11QueueEvent(x, Kind::kMinimised, window, minimised);
-  }
-  if (asAsked) window->minimiseAsked = false;
-}
+// ---- What is asked for -------------------------------------------------------------------------------------------
 
 // It can be given now what only a window on the screen can have.
 void OnViewable(X11Connection* x, DisplayWindow* window) {
   window->viewable = true;
   window->becameViewable = false;
-  if (window->wantsKeyboard) X11TakeKeyboard(x, window);
+  window->stateUnsure = window->stateUnsure || window->minimised;
+  X11GiveKeyboard(x, window);
   if (x->desktop.captured == window && x->desktop.captureWaits) GrabPointer(x);
   XFlush(x->display);
 }
@@ -200,12 +141,12 @@ bool Settle(X11Connection* x) {
   bool asked = x->desktop.drag.window && x->desktop.drag.unsure;
   if (asked) AskDrag(x);
   for (DisplayWindow* window : x->desktop.windows) {
-    asked = asked || window->placeUnsure || window->stateUnsure || window->becameViewable;
-    if (window->placeUnsure) AskPlace(x, window);
-    if (window->stateUnsure) AskState(x, window);
-    if (window->becameViewable) OnViewable(x, window);
+    if (!window->becameViewable) continue;
+    OnViewable(x, window);
+    asked = true;
   }
-  return asked;
+  bool focus = X11SettleFocus(x), places = X11SettlePlaces(x);
+  return asked || focus || places;
 }
 
 void OnUnmapped(X11Connection* x, DisplayWindow* window) {
@@ -302,6 +243,7 @@ void X11NoteScreenChanged(X11Connection* x) {
 void X11TakeWindowEvent(X11Connection* x, XEvent* event) {
   if (X11TakeKeyboardEvent(x, event)) return;
   if (event->type == PropertyNotify) return TakeProperty(x, event->xproperty.window, event->xproperty.atom);
+  if (event->type == ConfigureNotify) return X11TakePlace(x, event->xconfigure);
   DisplayWindow* window = X11WindowOf(x, event->xany.window);
   if (!window) return;
   switch (event->type) {
@@ -317,21 +259,16 @@ void X11TakeWindowEvent(X11Connection* x, XEvent* event) {
     return QueueKey(x, window, *event);
   case FocusIn:
   case FocusOut:
-    return TakeFocus(x, window, event->xfocus);
+    return X11TakeFocus(x, window, event->xfocus);
   case Expose:
-    return QueueRect(x, Kind::kExposed, window,
-                     {event->xexpose.x, event->xexpose.y, event->xexpose.x + event->xexpose.width,
-                      event->xexpose.y + event->xexpose.height});
-  case ConfigureNotify:
-    return TakePlace(x, window, event->xconfigure);
-  case ReparentNotify:
-    window->reparented = event->xreparent.parent != x->root;
-    return;
+    return QueueExposed(x, window, event->xexpose);
   case VisibilityNotify:
     window->becameViewable = true;
     return;
   case UnmapNotify:
     return OnUnmapped(x, window);
+  case DestroyNotify:
+    return X11QueueEvent(x, Kind::kDestroyed, window, false);
   case ClientMessage:
     return TakeMessage(x, window, event);
   default:
@@ -341,6 +278,7 @@ void X11TakeWindowEvent(X11Connection* x, XEvent* event) {
 
 void X11ForgetWindow(X11Connection* x, const DisplayWindow* window) {
   X11Desktop& desktop = x->desktop;
+  X11ReleaseKeyboard(x, window);
   std::erase_if(desktop.events, [=](const DisplayEvent& event) { return event.window == window; });
   for (DisplayWindow* other : desktop.windows) {
     if (other->owner == window) other->owner = nullptr;

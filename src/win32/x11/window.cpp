@@ -1,5 +1,6 @@
-// Our windows on the X11 display: making, showing, placing, stacking, presenting. What they say to a window manager is
-// in window_manager.cpp; what is heard of them in events.cpp.
+// Our windows on the X11 display: making, showing, stacking, presenting. Where they stand is in placement.cpp, which of
+// them has the keyboard in focus.cpp, what they say to a window manager in window_manager.cpp, and what is heard of
+// them in events.cpp.
 //
 // Every call sends what it asks for at once and does not wait for it. Sizes and places are cut to what the protocol
 // can say, 16 bits.
@@ -12,9 +13,6 @@
 namespace framereel {
 
 namespace {
-
-// More answers than this never wait in practice; one that never comes must not make the list grow.
-constexpr size_t kUnansweredMax = 64;
 
 Window Create(const X11Connection* x, const DisplayWindowSpec& spec) {
   bool cover = spec.role == WindowRole::kCover;
@@ -46,9 +44,6 @@ void Show(X11Connection* x, DisplayWindow* window) {
   if (X11IsManaged(*window)) {
     X11WritePlace(x, *window);
     X11WriteStart(x, *window);
-    // Without a window manager nobody else would keep it off the screen.
-    if (window->minimised && !X11HasManager(x)) return;
-    window->minimiseAsked = window->minimised;
   }
   Restack(x, window, true);
   if (X11IsManaged(*window)) XRaiseWindow(x->display, window->id);
@@ -58,6 +53,7 @@ void Show(X11Connection* x, DisplayWindow* window) {
 
 void Hide(X11Connection* x, DisplayWindow* window) {
   window->wantsKeyboard = false;
+  X11ReleaseKeyboard(x, window);
   if (X11IsManaged(*window)) {
     XWithdrawWindow(x->display, window->id, DefaultScreen(x->display));
   } else {
@@ -94,7 +90,7 @@ DisplayWindow* X11WindowOf(const X11Connection* x, Window id) {
 }
 
 bool X11IsManaged(const DisplayWindow& window) {
-  return window.role == WindowRole::kMain || window.role == WindowRole::kDialog;
+  return window.role != WindowRole::kPopup && window.role != WindowRole::kCover;
 }
 
 void X11RaiseUnmanaged(X11Connection* x) {
@@ -109,21 +105,6 @@ void X11RaiseUnmanaged(X11Connection* x) {
   // Each of the others slides under the one before, so none covers another for a moment and has to be painted anew.
   XRaiseWindow(x->display, stack.front());
   XRestackWindows(x->display, stack.data(), static_cast<int>(stack.size()));
-}
-
-void X11TakeKeyboard(X11Connection* x, DisplayWindow* window) {
-  window->wantsKeyboard = false;
-  if (X11IsManaged(*window) && X11ManagerCan(x, kNetActiveWindow)) {
-    // An application asks, and says when its user was last at work, and in which of its windows.
-    constexpr long application = 1;
-    long current = None;
-    for (const DisplayWindow* other : x->desktop.windows) {
-      if (other->active) current = static_cast<long>(other->id);
-    }
-    X11AskManager(x, *window, kNetActiveWindow, {application, static_cast<long>(x->desktop.userTime), current, 0, 0});
-    return;
-  }
-  XSetInputFocus(x->display, window->id, RevertToPointerRoot, CurrentTime);
 }
 
 DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {
@@ -169,22 +150,6 @@ void DisplayShowWindow(DisplayWindow* window, bool shown) {
   XFlush(x->display);
 }
 
-void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place) {
-  X11Connection* x = X11Live();
-  if (!x || Same(place, window->place)) return;
-  X11Place before = X11PlaceOf(window->place);
-  X11Place after = X11PlaceOf(place);
-  bool sized = before.width != after.width || before.height != after.height;
-  window->place = place;
-  window->unanswered.push_back(place);
-  if (window->unanswered.size() > kUnansweredMax) window->unanswered.erase(window->unanswered.begin());
-  // A window manager keeps to the sizes that it has been told.
-  if (sized && X11IsManaged(*window)) X11WritePlace(x, *window);
-  window->askedLast = NextRequest(x->display);
-  XMoveResizeWindow(x->display, window->id, after.x, after.y, after.width, after.height);
-  XFlush(x->display);
-}
-
 void DisplayStackWindow(DisplayWindow* window, bool top) {
   X11Connection* x = X11Live();
   if (!x) return;
@@ -210,32 +175,6 @@ void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon) {
   X11Connection* x = X11Live();
   if (!x) return;
   X11WriteIcon(x, *window, icon);
-  XFlush(x->display);
-}
-
-void DisplayMinimiseWindow(DisplayWindow* window, bool minimised) {
-  X11Connection* x = X11Live();
-  if (!x || window->minimised == minimised) return;
-  window->minimised = minimised;
-  if (!window->shown) return; // it then comes that way
-  window->minimiseAsked = X11IsManaged(*window) && X11HasManager(x);
-  if (!minimised) {
-    XMapWindow(x->display, window->id);
-  } else if (window->minimiseAsked) {
-    XIconifyWindow(x->display, window->id, DefaultScreen(x->display));
-  } else {
-    XUnmapWindow(x->display, window->id);
-  }
-  XFlush(x->display);
-}
-
-void DisplayActivateWindow(DisplayWindow* window) {
-  X11Connection* x = X11Live();
-  if (!x) return;
-  X11AllowKeyboard(x, *window);
-  // A window manager shows it when it gets round to it; until then there is nothing to give the keyboard to.
-  window->wantsKeyboard = X11IsManaged(*window) && !window->viewable && X11HasManager(x);
-  if (!window->wantsKeyboard) X11TakeKeyboard(x, window);
   XFlush(x->display);
 }
 

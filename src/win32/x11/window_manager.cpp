@@ -34,6 +34,7 @@ constexpr const char* kAtomNames[kAtomCount] = {
     "_NET_WM_PID",
     "_NET_WM_PING",
     "_NET_WM_STATE",
+    "_NET_WM_STATE_ABOVE",
     "_NET_WM_STATE_HIDDEN",
     "_NET_WM_STATE_SKIP_PAGER",
     "_NET_WM_STATE_SKIP_TASKBAR",
@@ -97,6 +98,7 @@ void WriteTypes(X11Connection* x, const DisplayWindow& window) {
     types = {X11AtomOf(x, kNetWmWindowTypeNormal)};
     break;
   case WindowRole::kDialog:
+  case WindowRole::kPalette:
     types = {X11AtomOf(x, kNetWmWindowTypeDialog)};
     break;
   default:
@@ -128,7 +130,7 @@ void WriteHints(X11Connection* x, const DisplayWindow& window) {
   XWMHints hints{};
   hints.flags = InputHint | StateHint;
   hints.input = True;
-  hints.initial_state = window.minimised ? IconicState : NormalState;
+  hints.initial_state = window.startsMinimised ? IconicState : NormalState;
   XSetWMHints(x->display, window.id, &hints);
 }
 
@@ -294,10 +296,11 @@ void X11WriteStart(X11Connection* x, const DisplayWindow& window) {
   WriteHints(x, window);
   // A user who was never at work on a window does not want it to take the keyboard.
   Write(x, window.id, X11AtomOf(x, kNetWmUserTime), XA_CARDINAL, {0});
-  if (window.role != WindowRole::kDialog) return;
+  if (window.role == WindowRole::kMain) return;
   // Said each time: a window manager forgets it when the window is hidden.
-  Write(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM,
-        {X11AtomOf(x, kNetWmStateSkipTaskbar), X11AtomOf(x, kNetWmStateSkipPager)});
+  std::vector<unsigned long> state = {X11AtomOf(x, kNetWmStateSkipTaskbar), X11AtomOf(x, kNetWmStateSkipPager)};
+  if (window.role == WindowRole::kPalette) state.push_back(X11AtomOf(x, kNetWmStateAbove));
+  Write(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM, state);
 }
 
 void X11AllowKeyboard(X11Connection* x, const DisplayWindow& window) {
@@ -308,11 +311,11 @@ bool X11ReadMinimised(X11Connection* x, const DisplayWindow& window, bool* minim
   std::vector<unsigned long> state = Read(x, window.id, X11AtomOf(x, kWmState), X11AtomOf(x, kWmState));
   bool managed = !state.empty() && (state[0] == NormalState || state[0] == IconicState);
   if (!managed) return false;
-  // Window managers call windows iconic, too, that are on another desktop; the newer state tells them apart.
-  if (X11ManagerCan(x, kNetWmStateHidden)) {
+  // Window managers call windows iconic, too, that are on another desktop; the newer state tells them apart. By itself it
+  // may be left over from before.
+  *minimised = state[0] == IconicState;
+  if (*minimised && X11ManagerCan(x, kNetWmStateHidden)) {
     *minimised = Holds(Read(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM), X11AtomOf(x, kNetWmStateHidden));
-  } else {
-    *minimised = state[0] == IconicState;
   }
   return true;
 }

@@ -1,5 +1,5 @@
 // The window half of the X11 display: its record of a window of ours, what it keeps of the desktop and of the keyboard,
-// and the steps that window.cpp, window_manager.cpp, events.cpp and keys.cpp share.
+// and the steps that window.cpp, placement.cpp, focus.cpp, window_manager.cpp, events.cpp and keys.cpp share.
 //
 // What a window manager does it does later and its own way, so a window's record holds both: what was asked for, and
 // what has come of it as far as events have told.
@@ -29,21 +29,16 @@ struct DisplayWindow {
   WindowRole role;
   DisplayWindow* owner; // null once it has gone
   PixelRect place;      // as asked for last, or as the desktop put it since
-  // Places asked for whose answers are still to come, oldest first. A window manager answers each by itself, so an
-  // answer to an older one is no news of the desktop's.
-  std::vector<PixelRect> unanswered;
-  unsigned long askedLast; // number of the last of these requests; what was told before it is out of date
-  bool shown, minimised;
-  bool minimiseAsked;  // the window manager has not answered yet
-  bool viewable;       // stands on the screen, if only behind others
-  bool becameViewable; // an event told so, and nobody has looked at it
-  bool active;         // has the keyboard
-  bool wantsKeyboard;  // asked for it before it stood on the screen
-  bool reparented;     // inside of a window manager's frame
-  bool placeUnsure;    // events told a place within the frame only
-  bool stateUnsure;    // events told that minimised or not may have changed
-  Cursor pointer;      // None: that of the desktop
-  bool ownsPointer;    // it is of this window alone
+  bool placeUnsure;     // it may stand elsewhere by now
+  bool shown;
+  bool minimised;       // as told last
+  bool startsMinimised; // and so it is to be shown
+  bool stateUnsure;     // events told that minimised or not may have changed
+  bool viewable;        // stands on the screen, if only behind others
+  bool becameViewable;  // an event told so, and nobody has looked at it
+  bool wantsKeyboard;   // asked for it before it stood on the screen
+  Cursor pointer;       // None: that of the desktop
+  bool ownsPointer;     // it is of this window alone
 };
 
 enum X11Atom : uint8_t {
@@ -65,6 +60,7 @@ enum X11Atom : uint8_t {
   kNetWmPid,
   kNetWmPing,
   kNetWmState,
+  kNetWmStateAbove,
   kNetWmStateHidden,
   kNetWmStateSkipPager,
   kNetWmStateSkipTaskbar,
@@ -85,10 +81,31 @@ struct X11Drag {
   bool unsure;           // a button has gone up somewhere
 };
 
+// A window that nobody sees and that moves with each place that is asked for. A window manager works off requests in
+// their order and grants those of windows that it does not manage, so that where this one stands tells how far it has
+// come: nothing that was told of our windows before is an answer to the last request (placement.cpp).
+struct X11Fence {
+  Window id;
+  int32_t asked, passed; // its x; they are alike when everything has been worked off
+  uint32_t askedAt;      // tick of the last move
+};
+
+// Who gets the keys. The server's focus is for managed windows alone: one that a window manager does not know would
+// take it along when it goes (focus.cpp).
+struct X11Focus {
+  DisplayWindow* focused; // has the server's focus
+  DisplayWindow* standIn; // is not managed and has asked for the keyboard: it has it while its owner has the focus
+  bool grabbed;           // or, for a cover, whoever has it
+  bool grabWaits;         // for the end of another program's grab
+  DisplayWindow* told;    // has the keyboard by what the caller has been told
+};
+
 struct X11Desktop {
   Atom atoms[kAtomCount];
   std::vector<DisplayWindow*> windows; // ours; of those that are not managed, the topmost is last
   std::deque<DisplayEvent> events;     // taken from the connection, not yet by the caller
+  X11Fence fence;
+  X11Focus focus;
   X11Drag drag;
   DisplayWindow* captured; // gets all mouse events
   bool captureWaits;       // for its window to stand on the screen
@@ -122,12 +139,28 @@ struct X11Keys {
 // What of a place the protocol can say.
 X11Place X11PlaceOf(const PixelRect& place);
 DisplayWindow* X11WindowOf(const X11Connection* x, Window id);
-// Main windows and dialogs.
+// Main windows, dialogs and palettes.
 bool X11IsManaged(const DisplayWindow& window);
 // Our popups and covers onto the top again, in their order, after the window manager has stacked its own.
 void X11RaiseUnmanaged(X11Connection* x);
-// Asks the desktop for the keyboard at once; the window stands on the screen.
-void X11TakeKeyboard(X11Connection* x, DisplayWindow* window);
+// ---- placement.cpp ----
+
+void X11MakeFence(X11Connection* x);
+// What the server tells of the place of a window: of one of ours, or of the fence.
+void X11TakePlace(X11Connection* x, const XConfigureEvent& event);
+// Asks where windows stand and whether they are minimised, as far as events have told that it is not as before; false
+// when there was nothing to ask.
+bool X11SettlePlaces(X11Connection* x);
+
+// ---- focus.cpp ----
+
+void X11TakeFocus(X11Connection* x, DisplayWindow* window, const XFocusChangeEvent& event);
+// Takes for a cover what another program has let go of; false when there was nothing to take.
+bool X11SettleFocus(X11Connection* x);
+// The window stands on the screen, and can be given the keyboard that it has asked for.
+void X11GiveKeyboard(X11Connection* x, DisplayWindow* window);
+// It is no longer shown.
+void X11ReleaseKeyboard(X11Connection* x, const DisplayWindow* window);
 
 // ---- window_manager.cpp ----
 

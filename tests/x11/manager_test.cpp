@@ -1,0 +1,122 @@
+// Window managers that take their time, refuse what they are asked, or come and go, and clients that tell lies: the
+// artist plays them, on desktops without a manager of their own.
+#include "x11/user.h"
+
+namespace framereel {
+
+namespace {
+
+class X11WindowManager : public X11WindowTest {
+protected:
+  void SetUp() override {
+    X11WindowTest::SetUp();
+    if (HasManager()) GTEST_SKIP() << "there is one already";
+  }
+
+  // Shows the window and puts it where the manager likes.
+  void MapAt(const DisplayWindow* window, const PixelRect& place) {
+    EXPECT_EQ(NextOfArtist(MapRequest).xmaprequest.window, window->id);
+    XMoveResizeWindow(artist.display, window->id, place.left, place.top, place.right - place.left,
+                      place.bottom - place.top);
+    XMapWindow(artist.display, window->id);
+    XSync(artist.display, False);
+  }
+  // Works off the requests that wait, but for those to stand beyond the screen, as some managers do.
+  void Grant() {
+    Catch();
+    XSync(artist.display, False);
+    XEvent event;
+    while (XCheckTypedEvent(artist.display, ConfigureRequest, &event)) {
+      XConfigureRequestEvent& asked = event.xconfigurerequest;
+      if (asked.value_mask & CWX && asked.x >= artist.Width()) continue;
+      XWindowChanges changes = {asked.x, asked.y, asked.width, asked.height, asked.border_width, None, asked.detail};
+      XConfigureWindow(artist.display, asked.window, unsigned(asked.value_mask & (CWX | CWY | CWWidth | CWHeight)),
+                       &changes);
+    }
+    XSync(artist.display, False);
+  }
+  // What a client claims to be the server's word.
+  void Claim(Window window, XEvent event) {
+    event.xany.window = window;
+    XSendEvent(artist.display, window, False, StructureNotifyMask | FocusChangeMask, &event);
+    XSync(artist.display, False);
+  }
+  void ClaimPlace(Window window, int width, int height) {
+    XEvent event{};
+    event.xconfigure = {ConfigureNotify, 0, False, artist.display, window, window, 7, 7, width, height, 0, None, False};
+    Claim(window, event);
+  }
+};
+
+TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
+  OwnManager manager(artist);
+  const PixelRect asked = {50, 60, 250, 160};
+  DisplayWindow* window = Open(Role::kMain, {10, 10, 640, 480});
+  DisplayShowWindow(window, true);
+  MapAt(window, {0, 0, 630, 470});
+  DisplayPlaceWindow(window, asked);
+  EXPECT_FALSE(Came(Kind::kPlaced));
+  ClaimPlace(window->id, 300, 300);
+  EXPECT_FALSE(Came(Kind::kPlaced));
+  Grant();
+  EXPECT_FALSE(Came(Kind::kPlaced));
+  EXPECT_EQ(PlaceOf(window), asked);
+
+  // A place that it refuses leaves it where it was, with the size that was asked for.
+  DisplayPlaceWindow(window, {artist.Width(), 60, artist.Width() + 70, 100});
+  Grant();
+  ClaimPlace(window->id, 300, 300);
+  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{50, 60, 120, 100}));
+
+  // What has not been taken yet is no news after the next request.
+  XMoveWindow(artist.display, window->id, 5, 5);
+  XSync(artist.display, False);
+  Catch();
+  X11TakeEvents(X11Live(), QueuedAlready);
+  X11SettlePlaces(X11Live());
+  DisplayPlaceWindow(window, asked);
+  Grant();
+  EXPECT_FALSE(Came(Kind::kPlaced));
+}
+
+TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  {
+    OwnManager manager(artist);
+    EXPECT_TRUE(DisplayMinimiseWindow(window, true));
+    NextOfArtist(ClientMessage);
+    EXPECT_FALSE(Came(Kind::kMinimised));
+    XUnmapWindow(artist.display, window->id);
+    WriteItems(window->id, "WM_STATE", Atom(AtomOf("WM_STATE")), {IconicState, None});
+    EXPECT_TRUE(Next(Kind::kMinimised, window).flag);
+  }
+  // One that goes leaves all windows on the screen.
+  XMapWindow(artist.display, window->id);
+  XSync(artist.display, False);
+  EXPECT_FALSE(Next(Kind::kMinimised, window).flag);
+}
+
+TEST_F(X11WindowManager, NobodyElseIsBelievedWhatOnlyTheServerKnows) {
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  Activate(window);
+  Drain();
+  ClaimPlace(artist.root, 7, 7);
+  ClaimPlace(window->id, 40000, 40000);
+  for (int type : {FocusOut, UnmapNotify, DestroyNotify}) {
+    XEvent event{};
+    event.type = type;
+    event.xfocus.detail = NotifyNonlinear;
+    Claim(window->id, event);
+  }
+  for (const DisplayEvent& event : Drain()) ADD_FAILURE() << "believed: " << int(event.kind);
+  EXPECT_EQ(DisplayScreen().width, artist.Width());
+
+  // A size that cannot be of use is cut, even if the window has it.
+  XResizeWindow(artist.display, window->id, 30000, 20000);
+  XSync(artist.display, False);
+  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{10, 10, 10 + artist.Width(), 10 + artist.Height()}));
+}
+
+} // namespace
+
+} // namespace framereel
