@@ -103,7 +103,8 @@ struct Stage : WindowProgram, Recording {
     now += (optionsEnabled ? "" : "F") + std::string(TheMemoryDesktop().beeps, '!');
     if (recorder.frameCount != frames) delay = std::to_string(Read().frames.back().delay);
     if ((frames = recorder.frameCount) != 0) now += std::to_string(frames) + ":" + delay;
-    if (now != last) log += (log.empty() ? "" : ", ") + std::to_string(::GetTickCount() - began) + now;
+    if (now != last) log += log.empty() ? "" : ", ";
+    if (now != last) log += std::to_string(::GetTickCount() - began) + now;
     last = now;
     if (lively) MemoryPixel(30, 30) ^= white;
     MemoryAt(::GetTickCount() + 1, [this] { Log(); });

@@ -233,7 +233,9 @@ std::string PlainByteSize(uint32_t bytes) {
   const int shift = bytes < 1 << 20 ? 10 : bytes < 1 << 30 ? 20 : 30;
   const uint64_t tenths = uint64_t{bytes} * 10 >> shift;
   const bool shows = tenths % 10 != 0 && (tenths < 1000 || shift == 30);
-  return std::to_string(tenths / 10) + (shows ? "." + std::to_string(tenths % 10) : "") + "KMG"[shift / 10 - 1];
+  std::string text = std::to_string(tenths / 10);
+  if (shows) text.append(".").append(std::to_string(tenths % 10));
+  return text + "KMG"[shift / 10 - 1];
 }
 
 } // namespace framereel

@@ -2,6 +2,7 @@
 // the queue; the rest takes effect at once.
 #include "win32/input/desktop_events.h"
 
+#include "win32/input/input_messages.h"
 #include "win32/input/keyboard.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/message_queue.h"

@@ -6,6 +6,7 @@
 #include "win32/input/desktop_events.h"
 #include "win32/input/input_messages.h"
 #include "win32/input/keyboard.h"
+#include "win32/windows/activation.h"
 #include "win32/windows/message_queue.h"
 #include "win32/windows/painting.h"
 #include "win32/windows/presenting.h"
