@@ -3,7 +3,7 @@
 
 #include <iterator>
 
-#include "platform/display/contexts.h"
+#include "platform/drawing/contexts.h"
 #include "platform/drawing/ports.h"
 #include "platform/records/window_records.h"
 

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "core/memory.h"
-#include "platform/display/contexts.h"
+#include "platform/drawing/contexts.h"
 #include "platform/drawing/ports.h"
 
 namespace framereel {

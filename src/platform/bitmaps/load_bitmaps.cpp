@@ -3,7 +3,7 @@
 
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/offscreens.h"
-#include "platform/display/contexts.h"
+#include "platform/drawing/contexts.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"

@@ -3,8 +3,8 @@
 
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
-#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
+#include "platform/drawing/contexts.h"
 #include "platform/drawing/ports.h"
 #include "win32/pixels/display.h"
 

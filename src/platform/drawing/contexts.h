@@ -1,6 +1,6 @@
 // The device contexts that are made at start-up: the screen's, and those of memory that bitmaps are selected into.
 //
-// What is drawn goes through the current Port (drawing/ports.h), which takes one of these or a window's own.
+// What is drawn goes through the current Port (ports.h), which takes one of these or a window's own.
 #pragma once
 
 #include "win32/win32.h"

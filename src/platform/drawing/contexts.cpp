@@ -1,5 +1,5 @@
 // Making the contexts, and giving them back.
-#include "platform/display/contexts.h"
+#include "platform/drawing/contexts.h"
 
 namespace framereel {
 namespace {
