@@ -5,8 +5,8 @@
 #include "core/memory.h"
 #include "platform/bitmaps/screen_colours.h"
 #include "platform/display/display_caps.h"
-#include "platform/drawing/contexts.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/records/colour.h"
 
 namespace framereel {

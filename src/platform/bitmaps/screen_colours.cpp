@@ -3,7 +3,7 @@
 
 #include "core/memory.h"
 #include "platform/display/display_caps.h"
-#include "platform/drawing/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 #include "resources/standard_colours.h"
 
 namespace framereel {

@@ -5,7 +5,7 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
-#include "platform/drawing/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 
 namespace framereel {
 namespace {

@@ -2,8 +2,8 @@
 #include "platform/drawing/ports.h"
 
 #include "platform/drawing/clip.h"
-#include "platform/drawing/contexts.h"
 #include "platform/drawing/draw_state.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/records/offscreen_record.h"
 #include "platform/records/window_records.h"
 

@@ -6,8 +6,8 @@
 #include "platform/bitmaps/offscreens.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
-#include "platform/drawing/contexts.h"
 #include "platform/drawing/draw_state.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/input/key_events.h"
 #include "platform/input/keys.h"
@@ -57,7 +57,7 @@ void StartWindowState() {
 bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, int showCommand) {
   if (started) return true;
   ToolkitInit();
-  if (!ContextsStartUp()) return false;
+  if (!SharedContextsStartUp()) return false;
   started = true;
   ForgetDisplayCaps();
   UsableAreaStartUp(SystemHasNewShell());
@@ -86,7 +86,7 @@ void PlatformShutdown() {
   PaintShutDown();
   DestroyMainWindow();
   StandardDrawingShutDown();
-  ContextsShutDown();
+  SharedContextsShutDown();
   DrawingShutDown();
   DisplayClose();
   for (uint16_t i = 0; i <= kQuitHandler; ++i) SetAppCallback(i, nullptr, nullptr);

@@ -7,9 +7,9 @@
 
 namespace framereel {
 
-// False when there is no display. ContextsShutDown gives all of them back.
-bool ContextsStartUp();
-void ContextsShutDown();
+// False when there is no display. SharedContextsShutDown gives all of them back.
+bool SharedContextsStartUp();
+void SharedContextsShutDown();
 
 HDC ScreenContext();   // the whole screen, and what is asked about the device
 HDC MemoryContext();   // holds the Offscreen that is the current Port
