@@ -17,6 +17,7 @@
 #include "recorder/engine/status.h"
 #include "support/temporary_folder.h"
 #include "toolkit/view_class.h"
+#include "toolkit/views_start.h"
 #include "win32/windows/create.h"
 
 namespace framereel {

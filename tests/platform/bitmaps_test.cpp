@@ -11,6 +11,7 @@
 #include "platform/bitmaps/offscreens.h"
 #include "platform/drawing/ports.h"
 #include "support/desktop.h"
+#include "win32/drawing/gdi.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -24,15 +25,11 @@ TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
     SCOPED_TRACE(depth);
     const Desktop desktop(40, 30, depth);
     Offscreen* like = NewOffscreen(33, 7, true);
-    EXPECT_EQ(like->depth, depth);
-    EXPECT_EQ(like->colourCount, depth < 16 ? 1 << depth : 0);
-    EXPECT_EQ(like->colourCapacity, depth < 16 ? 1 << depth : 0);
-    EXPECT_EQ(like->byteSize, uint32_t(depth * 7 * 8 + 24));
+    EXPECT_EQ(like->bitmap->ofScreen, depth > 1);
     EXPECT_EQ(OffscreenBounds(like).bottom, 7);
     EXPECT_EQ(OffscreenBounds(like).right, 33);
     Offscreen* mono = NewOffscreen(2, 1, false);
-    EXPECT_EQ(mono->depth, 1);
-    EXPECT_EQ(mono->colourCount, 2);
+    EXPECT_FALSE(mono->bitmap->ofScreen);
     SetPortOffscreen(like);
     FreeOffscreen(like);
     EXPECT_EQ(CurrentPort(), nullptr); // it was the current Port

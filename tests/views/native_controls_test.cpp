@@ -16,6 +16,7 @@
 #include "support/window_program.h"
 #include "toolkit/view.h"
 #include "toolkit/view_class.h"
+#include "toolkit/views_start.h"
 #include "win32/input/clipboard.h"
 #include "win32/memory/memory_display.h"
 

@@ -3,8 +3,8 @@
 
 #include <iterator>
 
-#include "platform/display/contexts.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/records/window_records.h"
 
 namespace framereel {

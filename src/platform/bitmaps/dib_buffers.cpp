@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "core/memory.h"
-#include "platform/display/contexts.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 
 namespace framereel {
 namespace {

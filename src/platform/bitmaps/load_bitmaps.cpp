@@ -3,9 +3,9 @@
 
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/offscreens.h"
-#include "platform/display/contexts.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
 
 namespace framereel {

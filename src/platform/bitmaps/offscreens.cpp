@@ -4,9 +4,9 @@
 #include "core/list.h"
 #include "core/memory.h"
 #include "platform/bitmaps/screen_colours.h"
-#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/records/colour.h"
 
 namespace framereel {
@@ -24,13 +24,10 @@ bool IsBlackAndWhite(const ColourList& list) {
 }
 
 // A record for the bitmap, or null when there is no bitmap.
-Offscreen* AddOffscreen(int16_t width, int16_t height, uint16_t depth, uint16_t colourCount, HBITMAP bitmap) {
+Offscreen* AddOffscreen(int16_t width, int16_t height, HBITMAP bitmap) {
   if (!bitmap) return nullptr;
   auto* offscreen = static_cast<Offscreen*>(MemAlloc(sizeof(Offscreen)));
-  const uint32_t rowBytes = (uint32_t(width) + 31) / 32 * 4;
-  const auto capacity = uint16_t(depth < 16 ? 1U << depth : 0);
-  *offscreen = {{kPortOffscreen, 1}, width,   height, depth, depth * uint32_t(height) * rowBytes + 24, bitmap,
-                colourCount,         capacity};
+  *offscreen = {{kPortOffscreen, 1}, width, height, bitmap};
   ListAppend(offscreens, ToListValue(offscreen));
   return offscreen;
 }
@@ -44,16 +41,8 @@ HBITMAP ScreenBitmap(int16_t width, int16_t height, uint32_t colourCount) {
   return bitmap ? bitmap : ::CreateCompatibleBitmap(ScreenContext(), width, height);
 }
 
-Offscreen* NewIndexedOffscreen(int16_t width, int16_t height, const ColourList& colours) {
-  const auto count = uint16_t(colours.count);
-  if (IsBlackAndWhite(colours)) {
-    return AddOffscreen(width, height, 1, count, ::CreateBitmap(width, height, 1, 1, nullptr));
-  }
-  return AddOffscreen(width, height, TheDisplayCaps().screenDepth, count, ScreenBitmap(width, height, colours.count));
-}
-
-Offscreen* NewDirectOffscreen(int16_t width, int16_t height, uint16_t depth) {
-  return AddOffscreen(width, height, depth, uint16_t(depth < 16 ? 1U << depth : 0), ScreenBitmap(width, height, 0));
+Offscreen* NewMonochromeOffscreen(int16_t width, int16_t height) {
+  return AddOffscreen(width, height, ::CreateBitmap(width, height, 1, 1, nullptr));
 }
 
 } // namespace
@@ -69,19 +58,17 @@ void OffscreensShutDown() {
 }
 
 Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible) {
-  if (!compatible) {
-    Colour blackWhite[2] = {kBlack, kWhite};
-    return NewIndexedOffscreen(width, height, {2, blackWhite});
-  }
+  if (!compatible) return NewMonochromeOffscreen(width, height);
   const PixelSpec spec = ScreenPixelSpec();
-  if (spec.kind == 2) return NewDirectOffscreen(width, height, spec.depth);
-  Offscreen* offscreen = NewIndexedOffscreen(width, height, spec.colours);
+  Offscreen* offscreen = IsBlackAndWhite(spec.colours)
+                             ? NewMonochromeOffscreen(width, height)
+                             : AddOffscreen(width, height, ScreenBitmap(width, height, spec.colours.count));
   MemFree(spec.colours.colours);
   return offscreen;
 }
 
 Offscreen* NewMaskOffscreen(int16_t width, int16_t height) {
-  Offscreen* mask = AddOffscreen(width, height, 1, 2, ::CreateBitmap(width, height, 1, 1, nullptr));
+  Offscreen* mask = NewMonochromeOffscreen(width, height);
   if (mask) mask->port.colour = 0;
   return mask;
 }

@@ -2,8 +2,8 @@
 #include "platform/bitmaps/screen_colours.h"
 
 #include "core/memory.h"
-#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
+#include "platform/drawing/shared_contexts.h"
 #include "resources/standard_colours.h"
 
 namespace framereel {

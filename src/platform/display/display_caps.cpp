@@ -2,7 +2,7 @@
 #include "platform/display/display_caps.h"
 
 #include "core/notices.h"
-#include "platform/display/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 #include "win32/pixels/display.h"
 
 namespace framereel {

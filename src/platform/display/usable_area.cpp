@@ -3,7 +3,7 @@
 
 #include "core/numbers.h"
 #include "core/rects.h"
-#include "platform/display/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/records/window_records.h"
 
 namespace framereel {

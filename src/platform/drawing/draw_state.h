@@ -36,7 +36,7 @@ struct DrawState {
 };
 
 void DrawingStartUp();
-// Frees all DrawStates and fonts. It runs behind ContextsShutDown: each context keeps the last font that it had.
+// Frees all DrawStates and fonts. It runs behind SharedContextsShutDown: each context keeps the last font that it had.
 void DrawingShutDown();
 
 // A state of black on white, solid, copying, in the default family at size 15, bold. It lives until DrawingShutDown.

@@ -5,7 +5,7 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
-#include "platform/display/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 
 namespace framereel {
 namespace {

@@ -1,9 +1,9 @@
 // Changing the current Port: the last one is released, and the new one's context taken.
 #include "platform/drawing/ports.h"
 
-#include "platform/display/contexts.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/records/offscreen_record.h"
 #include "platform/records/window_records.h"
 

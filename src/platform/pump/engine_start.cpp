@@ -3,16 +3,16 @@
 
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
-#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "win32/pixels/display.h"
 
 namespace framereel {
 
 bool EngineStartUp() {
   ToolkitInit();
-  if (!ContextsStartUp()) return false;
+  if (!SharedContextsStartUp()) return false;
   OffscreensStartUp();
   ReadDisplayCaps();
   return true;
@@ -21,7 +21,7 @@ bool EngineStartUp() {
 void EngineShutDown() {
   OffscreensShutDown();
   ReleasePort();
-  ContextsShutDown();
+  SharedContextsShutDown();
   DisplayClose();
 }
 

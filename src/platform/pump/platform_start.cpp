@@ -5,10 +5,10 @@
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/controls/edit_session.h"
-#include "platform/display/contexts.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/draw_state.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/input/key_events.h"
 #include "platform/input/keys.h"
@@ -59,7 +59,7 @@ void StartWindowState() {
 bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, int showCommand) {
   if (started) return true;
   ToolkitInit();
-  if (!ContextsStartUp()) return false;
+  if (!SharedContextsStartUp()) return false;
   started = true;
   ForgetDisplayCaps();
   UsableAreaStartUp(SystemHasNewShell());
@@ -88,7 +88,7 @@ void PlatformShutdown() {
   PaintShutDown();
   DestroyMainWindow();
   StandardDrawingShutDown();
-  ContextsShutDown();
+  SharedContextsShutDown();
   DrawingShutDown();
   DisplayClose();
   for (uint16_t i = 0; i <= kQuitHandler; ++i) SetAppCallback(i, nullptr, nullptr);

@@ -2,10 +2,12 @@
 //
 // The platform activates whole windows of the desktop. Document windows inside the main window are none of those, so
 // the choice is made here, whenever something has changed that it depends on, and told to the windows as the platform
-// would tell them. Four facts meet here, and none follows from another alone: whether the program has the keyboard
-// (MainWindow::appActive), whether its windows count as active, what the listeners know (ActiveGet, which is false for a
-// minimised program), which window is the active one (ActiveWindow), and which windows have been told so
-// (ChildWindow::activated; the platform tells those of the desktop by itself).
+// would tell them.
+//
+// Four facts meet here, and none follows from the others: whether the program has the keyboard (MainWindow::appActive);
+// whether its windows count as active, as the listeners know it (ActiveGet; a minimised program's do not); which one is
+// the active one (ActiveWindow); and which have been told so (ChildWindow::activated), for the platform tells those of
+// the desktop by itself.
 #pragma once
 
 #include "win32/win32.h"

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "core/memory.h"
-#include "platform/display/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 #include "resources/standard_colours.h"
 
 namespace framereel {

@@ -1,15 +1,15 @@
 // The device contexts that are made at start-up: the screen's, and those of memory that bitmaps are selected into.
 //
-// What is drawn goes through the current Port (drawing/ports.h), which takes one of these or a window's own.
+// What is drawn goes through the current Port (ports.h), which takes one of these or a window's own.
 #pragma once
 
 #include "win32/win32.h"
 
 namespace framereel {
 
-// False when there is no display. ContextsShutDown gives all of them back.
-bool ContextsStartUp();
-void ContextsShutDown();
+// False when there is no display. SharedContextsShutDown gives all of them back.
+bool SharedContextsStartUp();
+void SharedContextsShutDown();
 
 HDC ScreenContext();   // the whole screen, and what is asked about the device
 HDC MemoryContext();   // holds the Offscreen that is the current Port

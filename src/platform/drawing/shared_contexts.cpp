@@ -1,5 +1,5 @@
 // Making the contexts, and giving them back.
-#include "platform/display/contexts.h"
+#include "platform/drawing/shared_contexts.h"
 
 namespace framereel {
 namespace {
@@ -13,7 +13,7 @@ Contexts contexts;
 
 } // namespace
 
-bool ContextsStartUp() {
+bool SharedContextsStartUp() {
   contexts = {};
   contexts.screen = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
   if (!contexts.screen) return false;
@@ -25,7 +25,7 @@ bool ContextsStartUp() {
   return true;
 }
 
-void ContextsShutDown() {
+void SharedContextsShutDown() {
   ::DeleteDC(contexts.onePixel);
   ::DeleteObject(contexts.onePixelBitmap);
   ::DeleteDC(contexts.source);
