@@ -99,12 +99,15 @@ struct Stage : WindowProgram, Recording {
     for (const int picture : {512, 513, 514, 517}) {
       if (Stands(*FindBitmapResource(uint16_t(picture)))) now += picture == 517 ? 'P' : char('1' + picture - 512);
     }
-    now += std::string(buttons.start ? "S" : "") + (buttons.grab ? "G" : "") + (buttons.stop ? "T" : "");
-    now += (optionsEnabled ? "" : "F") + std::string(TheMemoryDesktop().beeps, '!');
+    if (buttons.start) now += 'S';
+    if (buttons.grab) now += 'G';
+    if (buttons.stop) now += 'T';
+    if (!optionsEnabled) now += 'F';
+    now.append(TheMemoryDesktop().beeps, '!');
     if (recorder.frameCount != frames) delay = std::to_string(Read().frames.back().delay);
     if ((frames = recorder.frameCount) != 0) now += std::to_string(frames) + ":" + delay;
-    if (now != last) log += log.empty() ? "" : ", ";
-    if (now != last) log += std::to_string(::GetTickCount() - began) + now;
+    if (now != last && !log.empty()) log += ", ";
+    if (now != last) log.append(std::to_string(::GetTickCount() - began)).append(now);
     last = now;
     if (lively) MemoryPixel(30, 30) ^= white;
     MemoryAt(::GetTickCount() + 1, [this] { Log(); });
