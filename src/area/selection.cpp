@@ -129,10 +129,18 @@ bool KeyAtRest(AreaState& area, uint8_t key) {
   return true;
 }
 
+// A chord of Ctrl and Alt is no key, nor is Space held on: its repeats outlast the chord whose other keys are let go
+// first.
+bool IsNoKey(const KeyEvent& event) {
+  constexpr uint16_t kChord = kFlagCtrl | kFlagAlt;
+  return (event.modifiers & kChord) == kChord || (event.unshifted == ' ' && event.repeated);
+}
+
 // Shift and Ctrl change nothing about a key.
 void SelectionKey(ChildWindow* window, const KeyEvent& event, int16_t, int16_t) {
   AreaState& area = AreaOf(window);
   const uint8_t key = event.unshifted;
+  if (IsNoKey(event)) return;
   if (!area.selectionArmed && !area.selectionDragging && !KeyAtRest(area, key)) return;
   switch (key) {
   case kKeyEscape:

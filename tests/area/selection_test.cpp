@@ -42,6 +42,11 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"m 100 80 space left up space", "rest 99,79 2x2 save"},
       {"m 100 80 space left up esc", "rest 99,79 2x2 save"},
       {"m 100 80 space m 110 80 d m 120 80 u", "rest 100,80 21x1 save"},
+      // Held, Space is one press. In a chord it is none, whichever key goes first.
+      {"m 100 80 hold hold hold m 120 90", "dragging 100,80 21x11"},
+      {"m 100 80 C A space a c C A S space", "rest 0,0 440x330"},
+      {"m 100 80 C A hold a hold c hold", "rest 0,0 440x330"},
+      {"begin m 100 80 d m 120 90 C A esc space", "dragging 100,80 21x11"},
       // At rest.
       {"esc", "rest 0,0 440x330 slide"},
       {"m 100 80 d m 120 90 u x", "rest 0,0 440x330"},
