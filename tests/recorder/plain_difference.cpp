@@ -203,6 +203,7 @@ std::vector<PaletteColour> PlainColourTable(const PlainAnimation& a) {
     const Channels levels = CubeLevels(i);
     cube.push_back({uint8_t(51 * levels[0]), uint8_t(51 * levels[1]), uint8_t(51 * levels[2])});
   }
+  if (a.format == kFormat8Bit) cube.push_back(a.palette[77]); // which stands where a marked block is seen
   return cube;
 }
 
