@@ -97,16 +97,19 @@ TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouse) {
   EXPECT_EQ(program.State(), "rest 0,0 440x330 save label");
 }
 
-TEST(Selection, CoversAWideScreenFromBothOfItsEnds) {
+// At the ends of a wide screen, and far off the screen.
+TEST(Selection, IsTheSameWhereverTheMainWindowStands) {
   AreaProgram program;
-  MemoryDisplaySetMode(5000, 480, 24);
+  MemoryDisplaySetMode(2700, 480, 24);
   Settle();
-  for (const int16_t left : {int16_t(5), int16_t(4800)}) {
-    MoveMainWindow(nullptr, left, 60);
+  for (const int place : {5, 2600, 30000, -30000}) {
+    MoveMainWindow(nullptr, int16_t(place), int16_t(place));
     program.Act("begin");
-    EXPECT_TRUE(IsCovered(0, 0) && IsCovered(4999, 479));
-    program.Act("m 4999 0 d u");
-    EXPECT_EQ(program.State(), "rest 4999,0 1x1 save");
+    EXPECT_TRUE(IsCovered(0, 0) && IsCovered(2699, 479));
+    program.Act("m 2699 479 d m 0 0 u");
+    EXPECT_EQ(program.State(), "rest 0,0 2700x480 save") << place;
+    program.Act("m 100 80 space m 120 90 right space");
+    EXPECT_EQ(program.State(), "rest 100,80 22x11 save") << place;
   }
 }
 
