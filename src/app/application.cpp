@@ -35,21 +35,21 @@ void HearOfChange(intptr_t code, void* recorder) {
   if (code == kChangeDisplay) RecorderCheckScreen(*static_cast<RecorderState*>(recorder));
 }
 
-// Around an area smaller than the pictures the line would run across them, and both would be kept as what was below.
-void MakeWayForPicture(void* owner, const Rect& where, bool stands) {
+// Round an area smaller than the pictures the line runs across them. It comes back over a picture that has been drawn.
+void MakeWayForPicture(void* owner, const Rect& where, PictureWork work) {
   Application& app = *static_cast<Application*>(owner);
-  if (stands && !RectInside(where, app.recorder.captureArea)) {
-    AntsHide(app.area);
-    app.lineGaveWay = true;
-  } else if (!stands && app.lineGaveWay) {
-    AntsShow(app.area);
+  if (RectInside(where, app.recorder.captureArea)) return;
+  if (work == PictureWork::kRepaints) {
+    AntsPause(app.area);
+  } else if (AntsAreUp(app.area)) {
+    AntsToggle(app.area);
   }
 }
 
 RecorderPanel PanelOfRecorder(Application& app) {
   RecorderPanel panel;
   panel.owner = &app;
-  panel.pictureStands = MakeWayForPicture;
+  panel.pictureWork = MakeWayForPicture;
   return panel;
 }
 
@@ -65,7 +65,6 @@ AreaPanel PanelOfArea(Application& app) {
 } // namespace
 
 void ApplicationStart(Application& app) {
-  app.lineGaveWay = false;
   SetMemFailureHook(TellThatMemoryEnded, nullptr);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);

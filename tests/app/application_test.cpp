@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "area/ants.h"
+#include "area/selection.h"
 #include "core/timers.h"
 #include "gif/stream_bytes.h"
+#include "recorder/control/recording_control.h"
+#include "recorder/engine/recorder_core.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
@@ -119,21 +122,48 @@ TEST_F(ApplicationTest, GoesOnWhenTheScreenBecomesSmallerThanTheArea) {
   EXPECT_EQ(Seen(app.recorder.frameCount - 1, 50, 50), kBlue);
 }
 
-TEST_F(ApplicationTest, ALineRoundASmallAreaGivesWayToThePictures) {
+// The pictures are larger than the area, so that the line runs across them; the next recording's are not.
+TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace) {
   Start();
-  SelectByKeysAndMouse(100, 100, 120, 110);
-  RunFor(2000);
+  for (const int32_t side : {20, 120}) {
+    SCOPED_TRACE(side);
+    RecorderThaw(app.recorder);
+    StreamClear(app.stream);
+    RecorderReset(app.recorder);
+    SelectByKeysAndMouse(100, 100, 100 + side, 100 + side);
+    RunFor(2000);
+    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+    for (const bool shown : {true, false}) {
+      if (shown) AntsShow(app.area);
+      HoldStartStop();
+      RunFor(1500);
+      if (shown) AntsHide(app.area); // over a picture, at whose change it would show
+      RunFor(3000);
+      HoldStartStop();
+      RunFor(500);
+      EXPECT_EQ(TheMemoryDisplay().screen, before);
+      EXPECT_EQ(Seen(0, side / 2, side / 2), kBlue);
+    }
+  }
+}
+
+TEST_F(ApplicationTest, ASelectionShowsItsBandWhileAPictureStands) {
+  Start();
+  SelectByKeysAndMouse(100, 100, 120, 120);
   const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-  AntsShow(app.area);
-  EXPECT_NE(TheMemoryDisplay().screen, before);
-  HoldStartStop();
-  RunFor(5000);
-  HoldStartStop();
-  EXPECT_NE(TheMemoryDisplay().screen, before);
-  RunFor(500);
-  AntsHide(app.area);
+  RecorderStart(app.recorder);
+  RunFor(1500);
+  const std::vector<uint32_t> counting = TheMemoryDisplay().screen;
+  SelectionBegin(app.area);
+  EXPECT_NE(TheMemoryDisplay().screen, counting);
+  AntsToggle(app.area);
+  EXPECT_EQ(TheMemoryDisplay().screen, counting);
+  AntsToggle(app.area);
+  RunFor(1000); // into the next digit
+  SelectionEnd(app.area);
+  RecorderStop(app.recorder);
+  Settle();
   EXPECT_EQ(TheMemoryDisplay().screen, before);
-  EXPECT_EQ(Seen(0, 10, 5), kBlue);
 }
 
 // In a selection, in the countdown, between two frames, and with a line on the screen.

@@ -189,24 +189,6 @@ TEST_F(Control, StopsInTheCountdownWithoutAFrameOrATrace) {
   EXPECT_EQ(::GetTickCount(), now) << "a stop when nothing is recorded shows no sign";
 }
 
-// A program paints where the picture stands: what was kept of the screen is not true any more.
-TEST_F(Control, LeavesWhatOthersHavePaintedMeanwhile) {
-  blockPlace = {440, 190, 470, 200};
-  RecorderStart(recorder());
-  RunUntil(1500);
-  Change();
-  Change();
-  EXPECT_EQ(MemoryPixel(447, 180), White()); // the picture stands
-  Change();
-  RunUntil(3 * kDigit + 50);
-  const GifPicture gif = recording.Read();
-  ASSERT_EQ(gif.frames.size(), 1u);
-  EXPECT_EQ(Composite(gif, 0)[size_t((195 - 100) * 280 + 465 - 320)], 0xFFFFFFu);
-  Change();
-  RecorderStop(recorder());
-  EXPECT_EQ(MemoryPixel(465, 195), 0u);
-}
-
 TEST_F(Control, CountsAChordOnceAndOnlyItsOwnKeys) {
   HoldGrab(210, 2000);
   RunUntil(2500);
@@ -290,6 +272,52 @@ TEST_F(Control, ThawsTheOptionsForANewAnimationAndLeavesNothingWhenItEnds) {
   EXPECT_TRUE(Shows(kTwo));
   RecorderShutDown(recorder());
   EXPECT_TRUE(ScreenIsAsBefore());
+}
+
+// What stood on the screen when the status line was told of a frame.
+std::vector<uint32_t> seenBehindFrame;
+
+// Another program paints pixels that the picture does not have, in every picture and beside it: they are what stands
+// there from then on, and all others are as they were. Only behind the frame is it asked to paint anew.
+TEST(ControlUnderOthers, PutsBackOnlyWhatStillShowsThePicture) {
+  for (const int32_t depth : {1, 2, 4, 8, 16, 32}) {
+    SCOPED_TRACE(depth);
+    WindowProgram program(640, 480, depth);
+    Recording recording({100, 320, 300, 600}, Plain());
+    DisplayWindow* scene = MemoryOpenWindow("Scene", {300, 0, 640, 480}, 0);
+    for (int y = 0; y < 480; y += 3) MemoryPaintWindow(*scene, {0, y, 340, y + 1}, White());
+    RecorderInit(recording.recorder);
+    recording.recorder.panel.setStatus = [](void*, const char*) { seenBehindFrame = TheMemoryDisplay().screen; };
+    std::vector<uint32_t> expected = TheMemoryDisplay().screen;
+    const auto paint = [&](const PixelRect& where) {
+      for (int y = where.top; y < where.bottom; ++y) {
+        for (int x = where.left; x < where.right; ++x) {
+          expected[size_t(y * 640 + x)] = MemoryPixel(x, y) ^ White();
+          MemoryPaintWindow(*scene, {x - 300, y, x - 299, y + 1}, expected[size_t(y * 640 + x)]);
+        }
+      }
+    };
+    const uint32_t refreshes = TheMemoryDesktop().refreshes;
+    RecorderStart(recording.recorder);
+    for (const PixelRect& where : {PixelRect{420, 160, 450, 181}, {440, 170, 470, 240}, {428, 231, 492, 232}}) {
+      RunFor(500);
+      paint(where);
+      RunFor(500);
+    }
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes);
+    RunFor(50);
+    EXPECT_EQ(recording.recorder.frameCount, 1u);
+    EXPECT_EQ(seenBehindFrame, expected);
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1);
+
+    expected = TheMemoryDisplay().screen;
+    MemoryAt(::GetTickCount() + 100, [&] { paint({450, 190, 460, 200}); });
+    scene->paint = [&] { EXPECT_EQ(TheMemoryDisplay().screen, expected); };
+    RecorderStop(recording.recorder);
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 2);
+    RecorderShutDown(recording.recorder);
+    scene->paint = {};
+  }
 }
 
 // Parts of the picture lie off the screen, and the screen has other pixels.

@@ -1,7 +1,12 @@
 // See countdown.h.
+//
+// savedScreen is the screen as it would be without the picture. Whenever a picture is about to change, the screen is
+// looked at: a pixel that shows something else than the picture has been painted by another program, and is what the
+// screen has there now; one that still shows the picture has what was kept.
 #include "recorder/control/countdown.h"
 
 #include <cstring>
+#include <utility>
 
 #include "platform/ports.h"
 #include "platform/standard_drawing.h"
@@ -10,6 +15,7 @@ namespace framereel {
 namespace {
 
 constexpr uint16_t kPictureBitmaps[] = {512, 513, 514, 517}; // of the resources
+constexpr uint16_t kPaletteDepth = 8;                        // up to it a pixel is a colour index
 
 // The bounds moved into the middle of the area.
 Rect Centred(const Rect& bounds, const Rect& area) {
@@ -23,9 +29,15 @@ Rect BoundsOf(const RecorderControl& control) {
   return OffscreenBounds(control.pictures[kPictureOne]);
 }
 
-void DrawOnScreen() {
+Offscreen* NewPictureOffscreen(const RecorderControl& control) {
+  const Rect bounds = BoundsOf(control);
+  return NewOffscreen(bounds.right, bounds.bottom, true);
+}
+
+void PutOnScreen(const RecorderControl& control, const Offscreen* offscreen) {
   SetPortScreen();
   UseDrawState(DrawStateDefault());
+  CopyBits(&offscreen->port, BoundsOf(control), control.pictureRect, 1);
 }
 
 void CopyTo(Offscreen* offscreen, const Port* source, const Rect& from) {
@@ -34,38 +46,86 @@ void CopyTo(Offscreen* offscreen, const Port* source, const Rect& from) {
   CopyBits(source, from, OffscreenBounds(offscreen), 1);
 }
 
-// The pixels of the Offscreen, which the caller frees.
+// ---- What others have painted ------------------------------------------------------------------------------------
+
+// The pixels of the Offscreen in bytes, or groups of three, that are the same where the pixels are. The caller frees.
 DibBuffer* ReadPixels(Offscreen* offscreen) {
-  DibBuffer* pixels = NewDibBuffer24(offscreen->width, offscreen->height);
-  ReadDibBuffer24(pixels, 0, offscreen, 0, offscreen->height);
+  const bool palette = offscreen->depth <= kPaletteDepth;
+  DibBuffer* pixels = (palette ? NewDibBuffer8 : NewDibBuffer24)(offscreen->width, offscreen->height);
+  (palette ? ReadDibBuffer8 : ReadDibBuffer24)(pixels, 0, offscreen, 0, offscreen->height);
   return pixels;
 }
 
-// Whether the picture does not stand on the screen as it was drawn. What lies off the screen counts as whole.
-bool IsPaintedOver(const RecorderControl& control) {
-  const Rect bounds = BoundsOf(control);
-  Offscreen* seen = NewOffscreen(bounds.right, bounds.bottom, true);
-  if (!seen) return true;
-  CopyTo(seen, &control.shownPicture->port, bounds);
-  DibBuffer* drawn = ReadPixels(seen);
-  CopyTo(seen, ScreenPort(), control.pictureRect);
-  DibBuffer* now = ReadPixels(seen);
-  const bool same = ::memcmp(drawn->bits, now->bits, size_t(now->rowSize) * size_t(now->height)) == 0;
-  FreeDibBuffer(drawn);
-  FreeDibBuffer(now);
-  FreeOffscreen(seen);
-  return !same;
+bool Same(const DibBuffer* a, const DibBuffer* b) {
+  return ::memcmp(a->bits, b->bits, size_t{a->rowSize} * size_t(a->height)) == 0;
 }
 
-// Another program that has painted where the picture stands has left its mark on it, and what was kept of the screen is
-// behind the times.
-void LookForOthers(RecorderControl& control) {
-  if (control.shownPicture && IsPaintedOver(control)) control.paintedOver = true;
+// Copies into `now` what `saved` has at the pixels that both buffers, read from an Offscreen like `now`, agree about.
+void CopyWhereSame(Offscreen* now, const Offscreen* saved, const DibBuffer* a, const DibBuffer* b) {
+  const size_t pixelBytes = now->depth <= kPaletteDepth ? 1 : 3;
+  SetPortOffscreen(now);
+  UseDrawState(DrawStateDefault());
+  for (int16_t y = 0; y < now->height; ++y) {
+    const size_t row = size_t{a->rowSize} * size_t(now->height - 1 - y);
+    const auto same = [&](int16_t x) {
+      const size_t place = row + size_t(x) * pixelBytes;
+      return ::memcmp(a->bits + place, b->bits + place, pixelBytes) == 0;
+    };
+    for (int16_t x = 0, start = 0; x < now->width; start = ++x) {
+      while (x < now->width && same(x)) ++x;
+      const Rect run = {y, start, int16_t(y + 1), x};
+      if (start < x) CopyBits(&saved->port, run, run, 1);
+    }
+  }
 }
 
-void TellPanel(const RecorderState& recorder, bool stands) {
+// Brings what was kept of the screen up to date. What lies off the screen counts as unchanged; without memory all does.
+void TakeInOthers(RecorderControl& control) {
+  Offscreen* now = NewPictureOffscreen(control);
+  if (!now) return;
+  CopyTo(now, &control.shownScreen->port, BoundsOf(control));
+  DibBuffer* shown = ReadPixels(now);
+  CopyTo(now, ScreenPort(), control.pictureRect);
+  DibBuffer* seen = ReadPixels(now);
+  if (!Same(shown, seen)) {
+    CopyWhereSame(now, control.savedScreen, shown, seen);
+    std::swap(now, control.savedScreen);
+    control.paintedOver = true;
+  }
+  FreeDibBuffer(shown);
+  FreeDibBuffer(seen);
+  FreeOffscreen(now);
+}
+
+// ---- A picture's coming and going --------------------------------------------------------------------------------
+
+void TellPanel(const RecorderState& recorder, PictureWork work) {
   const RecorderPanel& panel = recorder.panel;
-  if (panel.pictureStands) panel.pictureStands(panel.owner, recorder.control.pictureRect, stands);
+  if (panel.pictureWork) panel.pictureWork(panel.owner, recorder.control.pictureRect, work);
+}
+
+void FreeSaved(RecorderControl& control) {
+  for (Offscreen** offscreen : {&control.savedScreen, &control.shownScreen}) {
+    if (*offscreen) FreeOffscreen(*offscreen);
+    *offscreen = nullptr;
+  }
+}
+
+// Room for what lies in the middle of the area, where no picture stands yet. False without memory.
+bool ChoosePlace(RecorderState& recorder) {
+  RecorderControl& control = recorder.control;
+  for (const Offscreen* picture : control.pictures) {
+    if (!picture) return false;
+  }
+  const Rect place = Centred(BoundsOf(control), recorder.captureArea);
+  const bool elsewhere = place.left != control.pictureRect.left || place.top != control.pictureRect.top;
+  if (elsewhere) RepaintPictureArea(recorder); // the place of before, which is forgotten
+  control.pictureRect = place;
+  control.savedScreen = NewPictureOffscreen(control);
+  control.shownScreen = NewPictureOffscreen(control);
+  if (control.savedScreen && control.shownScreen) return true;
+  FreeSaved(control);
+  return false;
 }
 
 } // namespace
@@ -81,41 +141,39 @@ void FreeCountdownPictures(RecorderControl& control) {
   }
 }
 
-void SavePictureArea(RecorderState& recorder) {
+void ShowPicture(RecorderState& recorder, CountdownPicture picture) {
   RecorderControl& control = recorder.control;
-  for (const Offscreen* picture : control.pictures) {
-    if (!picture) return;
+  const bool first = !control.savedScreen;
+  if (first && !ChoosePlace(recorder)) return;
+  TellPanel(recorder, PictureWork::kBegins);
+  if (first) {
+    CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
+  } else {
+    TakeInOthers(control);
   }
-  control.paintedOver = false;
-  const Rect bounds = BoundsOf(control);
-  control.pictureRect = Centred(bounds, recorder.captureArea);
-  control.savedScreen = NewOffscreen(bounds.right, bounds.bottom, true);
-  if (!control.savedScreen) return;
-  TellPanel(recorder, true);
-  CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
-}
-
-void ShowPicture(RecorderControl& control, CountdownPicture picture) {
-  if (!control.savedScreen) return;
-  LookForOthers(control);
-  DrawOnScreen();
-  CopyBits(&control.pictures[picture]->port, BoundsOf(control), control.pictureRect, 1);
-  control.shownPicture = control.pictures[picture];
+  CopyTo(control.shownScreen, &control.pictures[picture]->port, BoundsOf(control));
+  PutOnScreen(control, control.shownScreen);
+  TellPanel(recorder, PictureWork::kEnds);
 }
 
 void RestorePictureArea(RecorderState& recorder) {
   RecorderControl& control = recorder.control;
   if (!control.savedScreen) return;
-  LookForOthers(control);
-  control.shownPicture = nullptr;
-  DrawOnScreen();
-  CopyBits(&control.savedScreen->port, BoundsOf(control), control.pictureRect, 1);
-  FreeOffscreen(control.savedScreen);
-  control.savedScreen = nullptr;
+  TellPanel(recorder, PictureWork::kBegins);
+  TakeInOthers(control);
+  PutOnScreen(control, control.savedScreen);
+  FreeSaved(control);
+  TellPanel(recorder, PictureWork::kEnds);
+}
+
+void RepaintPictureArea(RecorderState& recorder) {
+  RecorderControl& control = recorder.control;
+  if (!control.paintedOver) return;
+  control.paintedOver = false;
+  TellPanel(recorder, PictureWork::kRepaints);
   const Rect& r = control.pictureRect;
   const RECT where = {r.left, r.top, r.right, r.bottom};
-  if (control.paintedOver) ::InvalidateRect(nullptr, &where, TRUE);
-  TellPanel(recorder, false);
+  ::InvalidateRect(nullptr, &where, TRUE);
 }
 
 } // namespace framereel
