@@ -12,6 +12,7 @@
 #include "platform/app_callbacks.h"
 #include "platform/input_keys.h"
 #include "platform/pump.h"
+#include "recorder/control/countdown.h"
 #include "recorder/control/recording_control.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
@@ -21,7 +22,14 @@
 namespace framereel {
 namespace {
 
-void TellThatMemoryEnded(void*, uint32_t) {
+// The line first: it may run across a picture. Either is taken off without memory.
+void LeaveScreen(const Application& app) {
+  if (AntsAreUp(app.area)) AntsToggle(app.area);
+  PutBackPictureArea(app.recorder);
+}
+
+void TellThatMemoryEnded(void* application, uint32_t count) {
+  if (count == 1) LeaveScreen(*static_cast<const Application*>(application));
   Beep();
   ::fprintf(stderr, "framereel: %s\n", AppAlertString(0));
 }
@@ -65,7 +73,7 @@ AreaPanel PanelOfArea(Application& app) {
 } // namespace
 
 void ApplicationStart(Application& app) {
-  SetMemFailureHook(TellThatMemoryEnded, nullptr);
+  SetMemFailureHook(TellThatMemoryEnded, &app);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);
   app.recorder.ownerName = OwnerName();

@@ -9,9 +9,7 @@
 #include "core/memory.h"
 #include "core/notices.h"
 #include "core/timers.h"
-#include "platform/drawing.h"
 #include "platform/main_window.h"
-#include "platform/ports.h"
 #include "platform/usable_area.h"
 #include "platform/window_geometry.h"
 #include "recorder/control/key_chords.h"
@@ -54,10 +52,7 @@ void AreaTakePanel(AreaState& area, const AreaPanel& panel) {
 }
 
 void AreaDisplayInit(AreaState& area) {
-  area.ants.drawing = NewDrawState();
-  SetPortMain(nullptr);
-  UseDrawState(area.ants.drawing);
-  SetPenMode(kPenInvert);
+  AntsInit(area.ants);
   ShowAreaReadouts(area);
   AreaModeCheck(&area);
 }

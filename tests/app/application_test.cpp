@@ -1,10 +1,13 @@
 // The application at work on a desktop in memory: what the user does from the choice of an area to a recording.
 #include "app/application.h"
 
+#include <cstdio>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "area/ants.h"
 #include "area/selection.h"
+#include "core/memory.h"
 #include "core/timers.h"
 #include "gif/stream_bytes.h"
 #include "recorder/control/recording_control.h"
@@ -13,6 +16,7 @@
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/system/heap_faults.h"
 
 namespace framereel {
 namespace {
@@ -164,6 +168,35 @@ TEST_F(ApplicationTest, ASelectionShowsItsBandWhileAPictureStands) {
   RecorderStop(app.recorder);
   Settle();
   EXPECT_EQ(TheMemoryDisplay().screen, before);
+}
+
+std::vector<uint32_t> screenBefore;
+
+// Ends the process for want of memory, and says what stands on the screen by the time at which it tells so.
+[[noreturn]] void RunOutOfMemory() {
+  const cookie_io_functions_t look = {nullptr,
+                                      [](void*, const char*, size_t size) {
+                                        const bool clean = TheMemoryDisplay().screen == screenBefore;
+                                        if (::write(STDERR_FILENO, clean ? "clean" : "dirty", 5) != 5) ::_exit(1);
+                                        return ssize_t(size);
+                                      },
+                                      nullptr, nullptr};
+  stderr = ::fopencookie(nullptr, "w", look);
+  std::setvbuf(stderr, nullptr, _IONBF, 0);
+  TheMemoryDisplay().outOfSurfaces = true;
+  FailAllocationsAfter(0);
+  FatalExit();
+}
+
+TEST_F(ApplicationTest, LeavesNothingOnTheScreenWhenMemoryEnds) {
+  Start();
+  SelectByKeysAndMouse(100, 100, 120, 120);
+  RunFor(2000);
+  screenBefore = TheMemoryDisplay().screen;
+  AntsShow(app.area);
+  RecorderStart(app.recorder);
+  RunFor(1500);
+  EXPECT_EXIT(RunOutOfMemory(), testing::ExitedWithCode(0), "^(clean)+$");
 }
 
 // In a selection, in the countdown, between two frames, and with a line on the screen.

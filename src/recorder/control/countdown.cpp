@@ -111,21 +111,21 @@ void FreeSaved(RecorderControl& control) {
   }
 }
 
-// Room for what lies in the middle of the area, where no picture stands yet. False without memory.
-bool ChoosePlace(RecorderState& recorder) {
+// The place in the middle of the area, where none stands yet, and an Offscreen for what lies there. Null without
+// memory.
+Offscreen* ChoosePlace(RecorderState& recorder) {
   RecorderControl& control = recorder.control;
   for (const Offscreen* picture : control.pictures) {
-    if (!picture) return false;
+    if (!picture) return nullptr;
   }
   const Rect place = Centred(BoundsOf(control), recorder.captureArea);
   const bool elsewhere = place.left != control.pictureRect.left || place.top != control.pictureRect.top;
   if (elsewhere) RepaintPictureArea(recorder); // the place of before, which is forgotten
   control.pictureRect = place;
-  control.savedScreen = NewPictureOffscreen(control);
   control.shownScreen = NewPictureOffscreen(control);
-  if (control.savedScreen && control.shownScreen) return true;
-  FreeSaved(control);
-  return false;
+  Offscreen* below = control.shownScreen ? NewPictureOffscreen(control) : nullptr;
+  if (!below) FreeSaved(control);
+  return below;
 }
 
 } // namespace
@@ -143,13 +143,14 @@ void FreeCountdownPictures(RecorderControl& control) {
 
 void ShowPicture(RecorderState& recorder, CountdownPicture picture) {
   RecorderControl& control = recorder.control;
-  const bool first = !control.savedScreen;
-  if (first && !ChoosePlace(recorder)) return;
+  Offscreen* below = control.savedScreen ? control.savedScreen : ChoosePlace(recorder);
+  if (!below) return;
   TellPanel(recorder, PictureWork::kBegins);
-  if (first) {
-    CopyTo(control.savedScreen, ScreenPort(), control.pictureRect);
-  } else {
+  if (control.savedScreen) {
     TakeInOthers(control);
+  } else {
+    CopyTo(below, ScreenPort(), control.pictureRect);
+    control.savedScreen = below; // not earlier: whoever puts it back puts back what lies there
   }
   CopyTo(control.shownScreen, &control.pictures[picture]->port, BoundsOf(control));
   PutOnScreen(control, control.shownScreen);
@@ -164,6 +165,10 @@ void RestorePictureArea(RecorderState& recorder) {
   PutOnScreen(control, control.savedScreen);
   FreeSaved(control);
   TellPanel(recorder, PictureWork::kEnds);
+}
+
+void PutBackPictureArea(const RecorderState& recorder) {
+  if (recorder.control.savedScreen) PutOnScreen(recorder.control, recorder.control.savedScreen);
 }
 
 void RepaintPictureArea(RecorderState& recorder) {

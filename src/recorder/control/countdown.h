@@ -20,6 +20,8 @@ void FreeCountdownPictures(RecorderControl& control);
 void ShowPicture(RecorderState& recorder, CountdownPicture picture);
 // Takes the picture off, if one stands: nothing of it is read from the screen any more.
 void RestorePictureArea(RecorderState& recorder);
+// The same for a program that ends because memory has: what was kept is put back as it is, and no memory is asked for.
+void PutBackPictureArea(const RecorderState& recorder);
 // Has all programs paint the place anew if some have painted there under a picture. They do so in their own time, and
 // until then their windows may be empty there: behind a frame, not ahead of it.
 void RepaintPictureArea(RecorderState& recorder);
