@@ -126,25 +126,30 @@ TEST_F(ApplicationTest, GoesOnWhenTheScreenBecomesSmallerThanTheArea) {
   EXPECT_EQ(Seen(app.recorder.frameCount - 1, 50, 50), kBlue);
 }
 
-// The pictures are larger than the area, so that the line runs across them; the next recording's are not.
+// Pictures that are larger than the area have the line across them; the next recording's are not. `o`: another program
+// paints there, and is asked to do so anew. `h`: the line is hidden over a picture. `n`: it is not shown at all.
 TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace) {
   Start();
   for (const int32_t side : {20, 120}) {
-    SCOPED_TRACE(side);
     RecorderThaw(app.recorder);
     StreamClear(app.stream);
     RecorderReset(app.recorder);
     SelectByKeysAndMouse(100, 100, 100 + side, 100 + side);
     RunFor(2000);
     const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-    for (const bool shown : {true, false}) {
-      if (shown) AntsShow(app.area);
+    for (const char kind : {' ', 'o', 'h', 'n'}) {
+      SCOPED_TRACE(testing::Message() << side << kind);
+      const uint32_t refreshes = TheMemoryDesktop().refreshes;
+      if (kind != 'n') AntsShow(app.area);
       HoldStartStop();
       RunFor(1500);
-      if (shown) AntsHide(app.area); // over a picture, at whose change it would show
+      if (kind == 'o') MemoryPaintWindow(*scene, {105, 105, 170, 170}, kBlue);
+      if (kind == 'h') AntsHide(app.area);
       RunFor(3000);
       HoldStartStop();
       RunFor(500);
+      EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + (kind == 'o'));
+      if (kind != 'n' && kind != 'h') AntsHide(app.area);
       EXPECT_EQ(TheMemoryDisplay().screen, before);
       EXPECT_EQ(Seen(0, side / 2, side / 2), kBlue);
     }

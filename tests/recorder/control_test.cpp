@@ -189,6 +189,28 @@ TEST_F(Control, StopsInTheCountdownWithoutAFrameOrATrace) {
   EXPECT_EQ(::GetTickCount(), now) << "a stop when nothing is recorded shows no sign";
 }
 
+// What they paint just as the picture has it cannot be told from the picture: they are asked to paint the place anew
+// before another one takes its place.
+TEST_F(Control, AsksOthersToPaintAnewWhereverTheyHavePaintedUnderAPicture) {
+  blockPlace = {440, 190, 470, 200};
+  RecorderStart(recorder());
+  RunUntil(1500);
+  Change();
+  recording.SetArea({10, 10, 110, 210}); // the pause sign stands elsewhere
+  uint32_t asked = 0;
+  scene->paint = [&] {
+    asked = ::GetTickCount();
+    PaintScene();
+  };
+  const uint32_t now = ::GetTickCount();
+  RecorderStop(recorder());
+  EXPECT_EQ(asked, now);
+  const std::vector<uint32_t> after = TheMemoryDisplay().screen;
+  PaintScene();
+  EXPECT_EQ(TheMemoryDisplay().screen, after);
+  scene->paint = {};
+}
+
 TEST_F(Control, CountsAChordOnceAndOnlyItsOwnKeys) {
   HoldGrab(210, 2000);
   RunUntil(2500);

@@ -34,10 +34,15 @@ Offscreen* NewPictureOffscreen(const RecorderControl& control) {
   return NewOffscreen(bounds.right, bounds.bottom, true);
 }
 
-void PutOnScreen(const RecorderControl& control, const Offscreen* offscreen) {
+// A part of the picture's place, given from its corner on.
+void PutOnScreen(const RecorderControl& control, const Offscreen* offscreen, const Rect& part) {
+  const Rect& place = control.pictureRect;
   SetPortScreen();
   UseDrawState(DrawStateDefault());
-  CopyBits(&offscreen->port, BoundsOf(control), control.pictureRect, 1);
+  CopyBits(&offscreen->port, part,
+           {int16_t(place.top + part.top), int16_t(place.left + part.left), int16_t(place.top + part.bottom),
+            int16_t(place.left + part.right)},
+           1);
 }
 
 void CopyTo(Offscreen* offscreen, const Port* source, const Rect& from) {
@@ -48,7 +53,13 @@ void CopyTo(Offscreen* offscreen, const Port* source, const Rect& from) {
 
 // ---- What others have painted ------------------------------------------------------------------------------------
 
-// The pixels of the Offscreen in bytes, or groups of three, that are the same where the pixels are. The caller frees.
+// A look at the picture's place.
+struct Sight {
+  Offscreen* now;          // what stands there
+  DibBuffer *shown, *seen; // the pixels that were drawn, and those of `now`, in one layout
+};
+
+// The pixels of the Offscreen in bytes, or groups of three, that are the same where the pixels are.
 DibBuffer* ReadPixels(Offscreen* offscreen) {
   const bool palette = offscreen->depth <= kPaletteDepth;
   DibBuffer* pixels = (palette ? NewDibBuffer8 : NewDibBuffer24)(offscreen->width, offscreen->height);
@@ -56,45 +67,55 @@ DibBuffer* ReadPixels(Offscreen* offscreen) {
   return pixels;
 }
 
-bool Same(const DibBuffer* a, const DibBuffer* b) {
-  return ::memcmp(a->bits, b->bits, size_t{a->rowSize} * size_t(a->height)) == 0;
+// What lies off the screen counts as the picture. False without memory.
+bool LookAtScreen(const RecorderControl& control, Sight* sight) {
+  sight->now = NewPictureOffscreen(control);
+  if (!sight->now) return false;
+  CopyTo(sight->now, &control.shownScreen->port, BoundsOf(control));
+  sight->shown = ReadPixels(sight->now);
+  CopyTo(sight->now, ScreenPort(), control.pictureRect);
+  sight->seen = ReadPixels(sight->now);
+  return true;
 }
 
-// Copies into `now` what `saved` has at the pixels that both buffers, read from an Offscreen like `now`, agree about.
-void CopyWhereSame(Offscreen* now, const Offscreen* saved, const DibBuffer* a, const DibBuffer* b) {
-  const size_t pixelBytes = now->depth <= kPaletteDepth ? 1 : 3;
-  SetPortOffscreen(now);
-  UseDrawState(DrawStateDefault());
-  for (int16_t y = 0; y < now->height; ++y) {
-    const size_t row = size_t{a->rowSize} * size_t(now->height - 1 - y);
-    const auto same = [&](int16_t x) {
-      const size_t place = row + size_t(x) * pixelBytes;
-      return ::memcmp(a->bits + place, b->bits + place, pixelBytes) == 0;
-    };
-    for (int16_t x = 0, start = 0; x < now->width; start = ++x) {
-      while (x < now->width && same(x)) ++x;
-      const Rect run = {y, start, int16_t(y + 1), x};
-      if (start < x) CopyBits(&saved->port, run, run, 1);
+void ForgetSight(const Sight& sight) {
+  FreeDibBuffer(sight.shown);
+  FreeDibBuffer(sight.seen);
+  FreeOffscreen(sight.now);
+}
+
+bool ShowsNothingElse(const Sight& sight) {
+  const DibBuffer &a = *sight.shown, &b = *sight.seen;
+  return ::memcmp(a.bits, b.bits, size_t{a.rowSize} * size_t(a.height)) == 0;
+}
+
+// Whether the pixel still shows the picture.
+bool ShowsPicture(const Sight& sight, int16_t x, int16_t y) {
+  const size_t pixelBytes = sight.now->depth <= kPaletteDepth ? 1 : 3;
+  const size_t place = size_t{sight.seen->rowSize} * size_t(sight.seen->height - 1 - y) + size_t(x) * pixelBytes;
+  return ::memcmp(sight.shown->bits + place, sight.seen->bits + place, pixelBytes) == 0;
+}
+
+// Calls what is given with rectangles that hold the pixels that still show the picture, and no others.
+template <typename Function> void ForEachPartOfPicture(const Sight& sight, Function function) {
+  const Rect bounds = OffscreenBounds(sight.now);
+  if (ShowsNothingElse(sight)) return function(bounds);
+  for (int16_t y = 0; y < bounds.bottom; ++y) {
+    for (int16_t x = 0, start = 0; x < bounds.right; start = ++x) {
+      while (x < bounds.right && ShowsPicture(sight, x, y)) ++x;
+      if (start < x) function(Rect{y, start, int16_t(y + 1), x});
     }
   }
 }
 
-// Brings what was kept of the screen up to date. What lies off the screen counts as unchanged; without memory all does.
-void TakeInOthers(RecorderControl& control) {
-  Offscreen* now = NewPictureOffscreen(control);
-  if (!now) return;
-  CopyTo(now, &control.shownScreen->port, BoundsOf(control));
-  DibBuffer* shown = ReadPixels(now);
-  CopyTo(now, ScreenPort(), control.pictureRect);
-  DibBuffer* seen = ReadPixels(now);
-  if (!Same(shown, seen)) {
-    CopyWhereSame(now, control.savedScreen, shown, seen);
-    std::swap(now, control.savedScreen);
-    control.paintedOver = true;
-  }
-  FreeDibBuffer(shown);
-  FreeDibBuffer(seen);
-  FreeOffscreen(now);
+// Brings what was kept of the screen up to date. The sight has what was kept before, then.
+void TakeInOthers(RecorderControl& control, Sight* sight) {
+  if (ShowsNothingElse(*sight)) return;
+  control.paintedOver = true;
+  SetPortOffscreen(sight->now);
+  UseDrawState(DrawStateDefault());
+  ForEachPartOfPicture(*sight, [&](const Rect& part) { CopyBits(&control.savedScreen->port, part, part, 1); });
+  std::swap(sight->now, control.savedScreen);
 }
 
 // ---- A picture's coming and going --------------------------------------------------------------------------------
@@ -146,14 +167,16 @@ void ShowPicture(RecorderState& recorder, CountdownPicture picture) {
   Offscreen* below = control.savedScreen ? control.savedScreen : ChoosePlace(recorder);
   if (!below) return;
   TellPanel(recorder, PictureWork::kBegins);
-  if (control.savedScreen) {
-    TakeInOthers(control);
-  } else {
+  Sight sight;
+  if (!control.savedScreen) {
     CopyTo(below, ScreenPort(), control.pictureRect);
     control.savedScreen = below; // not earlier: whoever puts it back puts back what lies there
+  } else if (LookAtScreen(control, &sight)) {
+    TakeInOthers(control, &sight);
+    ForgetSight(sight);
   }
   CopyTo(control.shownScreen, &control.pictures[picture]->port, BoundsOf(control));
-  PutOnScreen(control, control.shownScreen);
+  PutOnScreen(control, control.shownScreen, BoundsOf(control));
   TellPanel(recorder, PictureWork::kEnds);
 }
 
@@ -161,14 +184,21 @@ void RestorePictureArea(RecorderState& recorder) {
   RecorderControl& control = recorder.control;
   if (!control.savedScreen) return;
   TellPanel(recorder, PictureWork::kBegins);
-  TakeInOthers(control);
-  PutOnScreen(control, control.savedScreen);
+  Sight sight;
+  if (LookAtScreen(control, &sight)) {
+    control.paintedOver |= !ShowsNothingElse(sight);
+    ForEachPartOfPicture(sight, [&](const Rect& part) { PutOnScreen(control, control.savedScreen, part); });
+    ForgetSight(sight);
+  } else {
+    PutBackPictureArea(recorder);
+  }
   FreeSaved(control);
   TellPanel(recorder, PictureWork::kEnds);
 }
 
 void PutBackPictureArea(const RecorderState& recorder) {
-  if (recorder.control.savedScreen) PutOnScreen(recorder.control, recorder.control.savedScreen);
+  const RecorderControl& control = recorder.control;
+  if (control.savedScreen) PutOnScreen(control, control.savedScreen, BoundsOf(control));
 }
 
 void RepaintPictureArea(RecorderState& recorder) {
