@@ -46,6 +46,7 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"m 100 80 hold hold hold m 120 90", "dragging 100,80 21x11"},
       {"m 100 80 C A space a c C A S space", "rest 0,0 440x330"},
       {"m 100 80 C A hold a hold c hold", "rest 0,0 440x330"},
+      {"m 100 80 C A hold c hold a hold", "rest 0,0 440x330"}, // Alt and Space, but no menu
       {"begin m 100 80 d m 120 90 C A esc space", "dragging 100,80 21x11"},
       // At rest.
       {"esc", "rest 0,0 440x330 slide"},
