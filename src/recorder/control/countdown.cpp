@@ -108,7 +108,7 @@ template <typename Function> void ForEachPartOfPicture(const Sight& sight, Funct
   }
 }
 
-// Brings what was kept of the screen up to date. The sight has what was kept before, then.
+// Brings what was kept of the screen up to date. What was kept before is the sight's then.
 void TakeInOthers(RecorderControl& control, Sight* sight) {
   if (ShowsNothingElse(*sight)) return;
   control.paintedOver = true;
