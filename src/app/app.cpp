@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "app/application.h"
+#include "app/end_signals.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
@@ -14,6 +15,7 @@ namespace {
 
 void AppRun() {
   static Application app;
+  EndSignalsWatch();
   ApplicationStart(app);
   RunEventLoop();
   ApplicationEnd(app);
@@ -34,6 +36,7 @@ int AppMain(HINSTANCE instance, HINSTANCE previousInstance, const char* commandL
   AppRun();
   const bool lost = ScreenIsLost();
   PlatformShutdown();
+  EndSignalsRelease();
   return lost ? Fail("the connection to the display is lost") : 0;
 }
 

@@ -6,7 +6,8 @@
 
 namespace framereel {
 
-// Runs the program on the display; answers the exit code of the process. The arguments are those of the entry: the
+// Runs the program on the display, until its user or a signal (end_signals.h) ends it; answers the exit code of the
+// process. The arguments are those of the entry: the
 // program's module, that of an instance before it (null), the command line, which it does not read, and how the main
 // window is to be shown.
 int AppMain(HINSTANCE instance, HINSTANCE previousInstance, const char* commandLine, int showCommand);

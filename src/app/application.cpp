@@ -13,6 +13,7 @@
 #include "platform/display/beep.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/pump.h"
+#include "recorder/control/countdown.h"
 #include "recorder/control/recording_control.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
@@ -21,7 +22,14 @@
 namespace framereel {
 namespace {
 
-void TellThatMemoryEnded(void*, uint32_t) {
+// The line first: it may run across a picture. Either is taken off without memory.
+void LeaveScreen(const Application& app) {
+  if (AntsAreUp(app.area)) AntsToggle(app.area);
+  PutBackPictureArea(app.recorder);
+}
+
+void TellThatMemoryEnded(void* application, uint32_t count) {
+  if (count == 1) LeaveScreen(*static_cast<const Application*>(application));
   Beep();
   ::fprintf(stderr, "framereel: %s\n", AppAlertString(0));
 }
@@ -35,21 +43,21 @@ void HearOfChange(intptr_t code, void* recorder) {
   if (code == kChangeDisplay) RecorderCheckScreen(*static_cast<RecorderState*>(recorder));
 }
 
-// Around an area smaller than the pictures the line would run across them, and both would be kept as what was below.
-void MakeWayForPicture(void* owner, const Rect& where, bool stands) {
+// Round an area smaller than the pictures the line runs across them. It comes back over a picture that has been drawn.
+void MakeWayForPicture(void* owner, const Rect& where, PictureWork work) {
   Application& app = *static_cast<Application*>(owner);
-  if (stands && !RectInside(where, app.recorder.captureArea)) {
-    AntsHide(app.area);
-    app.lineGaveWay = true;
-  } else if (!stands && app.lineGaveWay) {
-    AntsShow(app.area);
+  if (RectInside(where, app.recorder.captureArea)) return;
+  if (work == PictureWork::kRepaints) {
+    AntsPause(app.area);
+  } else if (AntsAreUp(app.area)) {
+    AntsToggle(app.area);
   }
 }
 
 RecorderPanel PanelOfRecorder(Application& app) {
   RecorderPanel panel;
   panel.owner = &app;
-  panel.pictureStands = MakeWayForPicture;
+  panel.pictureWork = MakeWayForPicture;
   return panel;
 }
 
@@ -65,8 +73,7 @@ AreaPanel PanelOfArea(Application& app) {
 } // namespace
 
 void ApplicationStart(Application& app) {
-  app.lineGaveWay = false;
-  SetMemFailureHook(TellThatMemoryEnded, nullptr);
+  SetMemFailureHook(TellThatMemoryEnded, &app);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);
   app.recorder.ownerName = OwnerName();

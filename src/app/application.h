@@ -19,7 +19,6 @@ struct Application {
   RecorderState recorder;
   AreaState area;
   Settings settings;
-  bool lineGaveWay = false; // to a picture of the countdown
 };
 
 // Between PlatformInit and the event loop: from the engine and the settings to the panel on its way in. Settings come

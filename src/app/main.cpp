@@ -1,5 +1,8 @@
 // The entry of the process.
+#include <csignal>
+
 #include "app/app.h"
+#include "app/end_signals.h"
 
 namespace {
 
@@ -8,5 +11,8 @@ char module; // its address tells the program's resources from the system's
 } // namespace
 
 int main() {
-  return framereel::AppMain(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL);
+  const int code = framereel::AppMain(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL);
+  // Whoever waits for the process, a shell in a script perhaps, is to see that a signal has ended it.
+  if (const int signal = framereel::EndSignalThatCame()) ::raise(signal);
+  return code;
 }

@@ -13,23 +13,14 @@ namespace {
 
 constexpr uint32_t kTickInterval = 150; // ms
 constexpr uint16_t kPauseTicks = 8;
-constexpr uint16_t kPhases = 8;
-
-void SelectDiagonal(unsigned diagonal) {
-  SetPattern(kPatternStripes + diagonal % kPhases);
-}
 
 // Each pixel of the line along the inside of the rectangle once: a corner that is inverted twice would be as before.
-void AntsInvertFrame(const Rect& r) {
+void InvertDiagonal(const AreaState& area, const Rect& r, unsigned diagonal) {
+  UseDrawState(area.ants.diagonals[diagonal % kAntsPhases]);
   FillRectXY(r.left, r.top, r.left + 1, r.bottom);
   FillRectXY(r.right - 1, r.top, r.right, r.bottom);
   FillRectXY(r.left + 1, r.top, r.right - 1, r.top + 1);
   FillRectXY(r.left + 1, r.bottom - 1, r.right - 1, r.bottom);
-}
-
-void UseAntsDrawing(const AreaState& area) {
-  SetPortScreen();
-  UseDrawState(area.ants.drawing);
 }
 
 // Our own windows paint first: what they still have to paint would wipe the line again.
@@ -46,28 +37,33 @@ void AntsTick(void* argument) {
   if (ants.pause > 0 && --ants.pause == 0) DrawAnew(area);
   if (ants.pause == 0) {
     AntsStep(area, AreaOutline(area), ants.phase);
-    ants.phase = (ants.phase + 1) % kPhases;
+    ants.phase = (ants.phase + 1) % kAntsPhases;
   }
   ants.timer = TimerSchedule(AntsTick, &area, kTickInterval);
 }
 
 } // namespace
 
-void AntsDraw(const AreaState& area, const Rect& frame, uint16_t phase) {
-  UseAntsDrawing(area);
-  for (unsigned stripe = 4; stripe < kPhases; ++stripe) {
-    SelectDiagonal(phase + stripe);
-    AntsInvertFrame(frame);
+void AntsInit(Ants& ants) {
+  SetPortMain(nullptr);
+  for (uint32_t k = 0; k < kAntsPhases; ++k) {
+    ants.diagonals[k] = NewDrawState();
+    UseDrawState(ants.diagonals[k]);
+    SetPenMode(kPenInvert);
+    SetPattern(kPatternStripes + k);
   }
+}
+
+void AntsDraw(const AreaState& area, const Rect& frame, uint16_t phase) {
+  SetPortScreen();
+  for (unsigned stripe = 4; stripe < kAntsPhases; ++stripe) InvertDiagonal(area, frame, phase + stripe);
 }
 
 // Each stripe gains a diagonal in front and loses its last one.
 void AntsStep(const AreaState& area, const Rect& frame, uint16_t phase) {
-  UseAntsDrawing(area);
-  SelectDiagonal(phase);
-  AntsInvertFrame(frame);
-  SelectDiagonal(phase + 4U);
-  AntsInvertFrame(frame);
+  SetPortScreen();
+  InvertDiagonal(area, frame, phase);
+  InvertDiagonal(area, frame, phase + 4U);
 }
 
 void AntsShow(AreaState& area) {
@@ -90,7 +86,7 @@ bool AntsAreUp(const AreaState& area) {
   return area.ants.count > 0 && area.ants.pause == 0;
 }
 
-void AntsToggle(AreaState& area) {
+void AntsToggle(const AreaState& area) {
   AntsDraw(area, AreaOutline(area), area.ants.phase);
 }
 

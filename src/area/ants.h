@@ -8,6 +8,9 @@
 
 namespace framereel {
 
+// What the line is drawn with; once, ahead of all else. To draw it takes no more memory from then on.
+void AntsInit(Ants& ants);
+
 // Count the shows up and down; the line is up while there are more shows than hides. A hide may come ahead of its show.
 void AntsShow(AreaState& area);
 void AntsHide(AreaState& area);
@@ -15,7 +18,7 @@ void AntsHide(AreaState& area);
 // Whether the line stands on the screen now: shown, and not in a pause.
 bool AntsAreUp(const AreaState& area);
 // Takes the line off, or draws it: on both sides of a change of the area while it is up.
-void AntsToggle(AreaState& area);
+void AntsToggle(const AreaState& area);
 // The screen is about to be painted anew: the line goes, and is drawn afresh in 1.2 s if it is shown then.
 void AntsPause(AreaState& area);
 // Ends a pause: the line is drawn at once, if it is shown.

@@ -12,8 +12,6 @@
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/ports.h"
 #include "recorder/control/key_chords.h"
 #include "recorder/engine/recorder_state.h"
 
@@ -54,10 +52,7 @@ void AreaTakePanel(AreaState& area, const AreaPanel& panel) {
 }
 
 void AreaDisplayInit(AreaState& area) {
-  area.ants.drawing = NewDrawState();
-  SetPortMain(nullptr);
-  UseDrawState(area.ants.drawing);
-  SetPenMode(kPenInvert);
+  AntsInit(area.ants);
   ShowAreaReadouts(area);
   AreaModeCheck(&area);
 }

@@ -38,14 +38,16 @@ struct WindowPicking {
   void (*end)(AreaState& area);
 };
 
+inline constexpr int kAntsPhases = 8;
+
 // The moving line round the area; see ants.h.
 struct Ants {
-  int16_t count = 0;            // above 0 it is up; below 0 something hid a line that was not shown
-  uint16_t pause = 0;           // ticks until it is drawn afresh; 0: what stands on the screen is what the phase says
-  uint16_t phase = 0;           // 0 to 7
-  bool leavesMarks = false;     // it has been drawn since everybody was asked to paint
-  Timer* timer = nullptr;       // while count is above 0
-  DrawState* drawing = nullptr; // carries the stripes; the drawing layer's
+  int16_t count = 0;        // above 0 it is up; below 0 something hid a line that was not shown
+  uint16_t pause = 0;       // ticks until it is drawn afresh; 0: what stands on the screen is what the phase says
+  uint16_t phase = 0;       // below kAntsPhases
+  bool leavesMarks = false; // it has been drawn since everybody was asked to paint
+  Timer* timer = nullptr;   // while count is above 0
+  DrawState* diagonals[kAntsPhases] = {}; // each inverts one diagonal of the stripes; the drawing layer's
 };
 
 // There is one, for the program's run. At most one of the two flags is set, and outside a selection neither is.

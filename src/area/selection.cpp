@@ -21,34 +21,37 @@
 namespace framereel {
 namespace {
 
-constexpr uint16_t kArrowShape = 1, kCrossShape = 2;     // of cursor_shape.h
-constexpr uint16_t kBackdropClass = 201;                 // without a background
-constexpr int kBackdropReach = 2000, kMostReach = 16000; // pixels from the main window's corner, to all sides
-constexpr uint32_t kFollowInterval = 100;                // ms
+constexpr uint16_t kArrowShape = 1, kCrossShape = 2; // of cursor_shape.h
+constexpr uint16_t kBackdropClass = 201;             // without a background
+constexpr int16_t kBackdropSide = 4000;              // pixels, so that a screen that grows is still covered
+constexpr uint32_t kFollowInterval = 100;            // ms
 
 AreaState& AreaOf(const ChildWindow* window) {
   return *static_cast<AreaState*>(window->userData);
 }
 
-Point ToScreen(Point toolkitPoint) {
+// In one sum: wherever the main window has gone, what it comes to lies on the screen, but toolkit coordinates need not
+// reach as far.
+Point ToScreen(const ChildWindow* window, int16_t x, int16_t y) {
   const MainWindow* main = TheMainWindow();
-  return {PinToShort(toolkitPoint.v + main->originY), PinToShort(toolkitPoint.h + main->originX)};
+  const WindowGeometry& g = window->geometry;
+  return {PinToShort(y + g.clientTop + main->originY), PinToShort(x + g.clientLeft + main->originX)};
 }
 
-Point ToScreen(const ChildWindow* window, int16_t x, int16_t y) {
-  return ToScreen(ToToolkitPoint(window, {y, x}));
+POINT Pointer() {
+  POINT pointer = {};
+  ::GetCursorPos(&pointer);
+  return pointer;
 }
 
 Point PointerOnScreen() {
-  Point pointer = {};
-  GetMousePosition(&pointer.h, &pointer.v);
-  return ToScreen(pointer);
+  const POINT pointer = Pointer();
+  return {PinToShort(pointer.y), PinToShort(pointer.x)};
 }
 
 void MovePointer(int dx, int dy) {
-  Point pointer = {};
-  GetMousePosition(&pointer.h, &pointer.v);
-  SetMousePosition(PinToShort(pointer.h + dx), PinToShort(pointer.v + dy));
+  const POINT pointer = Pointer();
+  ::SetCursorPos(pointer.x + dx, pointer.y + dy);
 }
 
 void SaveSettings(const AreaState& area) {
@@ -133,10 +136,18 @@ bool KeyAtRest(AreaState& area, uint8_t key) {
   return true;
 }
 
+// A chord of Ctrl and Alt is no key, nor is Space held on: its repeats outlast the chord whose other keys are let go
+// first.
+bool IsNoKey(const KeyEvent& event) {
+  constexpr uint16_t kChord = kFlagCtrl | kFlagAlt;
+  return (event.modifiers & kChord) == kChord || (event.unshifted == ' ' && event.repeated);
+}
+
 // Shift and Ctrl change nothing about a key.
 void SelectionKey(ChildWindow* window, const KeyEvent& event, int16_t, int16_t) {
   AreaState& area = AreaOf(window);
   const uint8_t key = event.unshifted;
+  if (IsNoKey(event)) return;
   if (!area.selectionArmed && !area.selectionDragging && !KeyAtRest(area, key)) return;
   switch (key) {
   case kKeyEscape:
@@ -170,20 +181,16 @@ void TakeKeys(AreaState& area, ChildWindow* window) {
 
 // ---- The backdrop ------------------------------------------------------------------------------------------------
 
-// How far it reaches to each side of the main window's corner, so that the screen lies within it.
-int16_t ReachOver(int screenLength, int origin) {
-  return int16_t(std::min(std::max({kBackdropReach, origin, screenLength - origin}), kMostReach));
-}
-
+// Over the whole screen, from its corner on.
 ChildWindow* OpenBackdrop() {
   SelectWindowClass(kBackdropClass);
   ChildWindow* backdrop = OpenChildWindow(nullptr, "", kWindowUnclamped | kWindowModal | kWindowPopup);
   const MainWindow* main = TheMainWindow();
-  const int16_t x = ReachOver(TheDisplayCaps().screenWidth, main->originX);
-  const int16_t y = ReachOver(TheDisplayCaps().screenHeight, main->originY);
-  SetWindowLimits(backdrop, int16_t(2 * x), int16_t(2 * y));
-  SizeChildWindow(backdrop, int16_t(2 * x), int16_t(2 * y));
-  PlaceChildWindow(backdrop, int16_t(-x), int16_t(-y));
+  const int16_t width = std::max(kBackdropSide, TheDisplayCaps().screenWidth);
+  const int16_t height = std::max(kBackdropSide, TheDisplayCaps().screenHeight);
+  SetWindowLimits(backdrop, width, height);
+  SizeChildWindow(backdrop, width, height);
+  PlaceChildWindow(backdrop, PinToShort(-main->originX), PinToShort(-main->originY));
   return backdrop;
 }
 

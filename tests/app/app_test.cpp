@@ -1,8 +1,10 @@
 // The program as a whole on a desktop in memory: it starts, slides in, and ends at its close box.
+#include <csignal>
 #include <gtest/gtest.h>
 #include <vector>
 
 #include "app/app.h"
+#include "app/end_signals.h"
 #include "app/panel.h"
 #include "app/slide_frame.h"
 #include "platform/records/window_records.h"
@@ -98,6 +100,32 @@ TEST_F(AppTest, ThePanelFillsTheFrameAndNoKeyClosesIt) {
   MemoryAt(4500, [] { EXPECT_TRUE(IsOpenChildWindow(PanelWindow())); });
   CloseAt(4600);
   EXPECT_EQ(RunProgram(), 0);
+}
+
+// In a countdown, which a chord begins; the signal takes the picture off.
+TEST_F(AppTest, ASignalEndsItInOrder) {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    MemoryDisplayReset(640, 480, 24);
+    MemoryAt(4000, [] {
+      for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryPressKey(uint8_t(key));
+    });
+    MemoryAt(5000, [number] {
+      EXPECT_NE(MemoryPixel(200, 150), 0u); // near the corner of the digit's picture, which is white
+      std::raise(number);
+    });
+    EXPECT_EQ(RunProgram(), 0);
+    EXPECT_EQ(EndSignalThatCame(), number);
+    EXPECT_EQ(TheMemoryDisplay().screen, std::vector<uint32_t>(640 * 480));
+    EXPECT_EQ(std::signal(number, SIG_DFL), SIG_DFL);
+    ForgetAllWindows();
+  }
+  std::signal(SIGHUP, SIG_IGN); // as nohup does
+  MemoryDisplayReset(640, 480, 24);
+  MemoryAt(100, [] { std::raise(SIGHUP); });
+  MemoryAt(200, [] { std::raise(SIGTERM); });
+  EXPECT_EQ(RunProgram(), 0);
+  EXPECT_EQ(EndSignalThatCame(), SIGTERM);
+  EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
 TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {

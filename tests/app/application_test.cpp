@@ -1,15 +1,22 @@
 // The application at work on a desktop in memory: what the user does from the choice of an area to a recording.
 #include "app/application.h"
 
+#include <cstdio>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "area/ants.h"
+#include "area/selection.h"
+#include "core/memory.h"
 #include "core/timers.h"
 #include "gif/stream_bytes.h"
+#include "recorder/control/recording_control.h"
+#include "recorder/engine/recorder_core.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/system/heap_faults.h"
 
 namespace framereel {
 namespace {
@@ -119,21 +126,82 @@ TEST_F(ApplicationTest, GoesOnWhenTheScreenBecomesSmallerThanTheArea) {
   EXPECT_EQ(Seen(app.recorder.frameCount - 1, 50, 50), kBlue);
 }
 
-TEST_F(ApplicationTest, ALineRoundASmallAreaGivesWayToThePictures) {
+// Pictures that are larger than the area have the line across them; the next recording's are not. `o`: another program
+// paints there, and is asked to do so anew. `h`: the line is hidden over a picture. `n`: it is not shown at all.
+TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace) {
   Start();
-  SelectByKeysAndMouse(100, 100, 120, 110);
-  RunFor(2000);
+  for (const int32_t side : {20, 120}) {
+    RecorderThaw(app.recorder);
+    StreamClear(app.stream);
+    RecorderReset(app.recorder);
+    SelectByKeysAndMouse(100, 100, 100 + side, 100 + side);
+    RunFor(2000);
+    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+    for (const char kind : {' ', 'o', 'h', 'n'}) {
+      SCOPED_TRACE(testing::Message() << side << kind);
+      const uint32_t refreshes = TheMemoryDesktop().refreshes;
+      if (kind != 'n') AntsShow(app.area);
+      HoldStartStop();
+      RunFor(1500);
+      if (kind == 'o') MemoryPaintWindow(*scene, {105, 105, 170, 170}, kBlue);
+      if (kind == 'h') AntsHide(app.area);
+      RunFor(3000);
+      HoldStartStop();
+      RunFor(500);
+      EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + (kind == 'o'));
+      if (kind != 'n' && kind != 'h') AntsHide(app.area);
+      EXPECT_EQ(TheMemoryDisplay().screen, before);
+      EXPECT_EQ(Seen(0, side / 2, side / 2), kBlue);
+    }
+  }
+}
+
+TEST_F(ApplicationTest, ASelectionShowsItsBandWhileAPictureStands) {
+  Start();
+  SelectByKeysAndMouse(100, 100, 120, 120);
   const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-  AntsShow(app.area);
-  EXPECT_NE(TheMemoryDisplay().screen, before);
-  HoldStartStop();
-  RunFor(5000);
-  HoldStartStop();
-  EXPECT_NE(TheMemoryDisplay().screen, before);
-  RunFor(500);
-  AntsHide(app.area);
+  RecorderStart(app.recorder);
+  RunFor(1500);
+  const std::vector<uint32_t> counting = TheMemoryDisplay().screen;
+  SelectionBegin(app.area);
+  EXPECT_NE(TheMemoryDisplay().screen, counting);
+  AntsToggle(app.area);
+  EXPECT_EQ(TheMemoryDisplay().screen, counting);
+  AntsToggle(app.area);
+  RunFor(1000); // into the next digit
+  SelectionEnd(app.area);
+  RecorderStop(app.recorder);
+  Settle();
   EXPECT_EQ(TheMemoryDisplay().screen, before);
-  EXPECT_EQ(Seen(0, 10, 5), kBlue);
+}
+
+std::vector<uint32_t> screenBefore;
+
+// Ends the process for want of memory, and says what stands on the screen by the time at which it tells so.
+[[noreturn]] void RunOutOfMemory() {
+  const cookie_io_functions_t look = {nullptr,
+                                      [](void*, const char*, size_t size) {
+                                        const bool clean = TheMemoryDisplay().screen == screenBefore;
+                                        if (::write(STDERR_FILENO, clean ? "clean" : "dirty", 5) != 5) ::_exit(1);
+                                        return ssize_t(size);
+                                      },
+                                      nullptr, nullptr};
+  stderr = ::fopencookie(nullptr, "w", look);
+  std::setvbuf(stderr, nullptr, _IONBF, 0);
+  TheMemoryDisplay().outOfSurfaces = true;
+  FailAllocationsAfter(0);
+  FatalExit();
+}
+
+TEST_F(ApplicationTest, LeavesNothingOnTheScreenWhenMemoryEnds) {
+  Start();
+  SelectByKeysAndMouse(100, 100, 120, 120);
+  RunFor(2000);
+  screenBefore = TheMemoryDisplay().screen;
+  AntsShow(app.area);
+  RecorderStart(app.recorder);
+  RunFor(1500);
+  EXPECT_EXIT(RunOutOfMemory(), testing::ExitedWithCode(0), "^(clean)+$");
 }
 
 // In a selection, in the countdown, between two frames, and with a line on the screen.

@@ -100,13 +100,15 @@ void AreaProgram::Act(const std::string& steps) {
   const std::map<std::string, uint8_t> keys = {{"space", VK_SPACE}, {"esc", VK_ESCAPE},  {"left", VK_LEFT},
                                                {"up", VK_UP},       {"right", VK_RIGHT}, {"down", VK_DOWN},
                                                {"x", 'X'}};
+  const std::map<std::string, uint8_t> modifiers = {{"S", VK_SHIFT}, {"C", VK_CONTROL}, {"A", VK_MENU},
+                                                    {"s", VK_SHIFT}, {"c", VK_CONTROL}, {"a", VK_MENU}};
   std::istringstream in(steps);
   for (std::string step; in >> step; Settle()) {
     if (step == "begin") SelectionBegin(area);
     if (step == "d" || step == "D") MemoryPressButton(step == "d" ? 1 : 3);
     if (step == "u" || step == "U") MemoryReleaseButton(step == "u" ? 1 : 3);
-    if (step == "S") MemoryPressKey(VK_SHIFT);
-    if (step == "s") MemoryReleaseKey(VK_SHIFT);
+    if (modifiers.contains(step)) (step < "a" ? MemoryPressKey : MemoryReleaseKey)(modifiers.at(step));
+    if (step == "hold") MemoryPressKey(VK_SPACE);
     if (step == "frame") StreamAppend(stream, 1, "x");
     if (keys.contains(step)) MemoryTypeKey(keys.at(step));
     if (step == "m") {

@@ -21,8 +21,9 @@ public:
   AreaProgram(const AreaProgram&) = delete;
 
   // What happens, word by word: "begin" is SelectionBegin, "m X Y" moves the pointer, "d" and "u" are the left button,
-  // "D" and "U" the right one, "S" and "s" press and release Shift, "frame" puts a frame into the animation, and
-  // "space", "esc", "left", "up", "right", "down" and "x" are keys.
+  // "D" and "U" the right one, "S", "C" and "A" press Shift, Ctrl and Alt, "s", "c" and "a" release them, "frame" puts
+  // a frame into the animation, "space", "esc", "left", "up", "right", "down" and "x" are keys, and "hold" presses
+  // Space and leaves it down.
   void Act(const std::string& steps);
   // "rest", "armed" or "dragging", the area, and what the panel has been told since the last time.
   std::string State();

@@ -45,6 +45,12 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"m 100 80 space left up space", "rest 99,79 2x2 save"},
       {"m 100 80 space left up esc", "rest 99,79 2x2 save"},
       {"m 100 80 space m 110 80 d m 120 80 u", "rest 100,80 21x1 save"},
+      // Held, Space is one press. In a chord it is none, whichever key goes first.
+      {"m 100 80 hold hold hold m 120 90", "dragging 100,80 21x11"},
+      {"m 100 80 C A space a c C A S space", "rest 0,0 440x330"},
+      {"m 100 80 C A hold a hold c hold", "rest 0,0 440x330"},
+      {"m 100 80 C A hold c hold a hold", "rest 0,0 440x330"}, // Alt and Space, but no menu
+      {"begin m 100 80 d m 120 90 C A esc space", "dragging 100,80 21x11"},
       // At rest.
       {"esc", "rest 0,0 440x330 slide"},
       {"m 100 80 d m 120 90 u x", "rest 0,0 440x330"},
@@ -95,16 +101,19 @@ TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouse) {
   EXPECT_EQ(program.State(), "rest 0,0 440x330 save label");
 }
 
-TEST(Selection, CoversAWideScreenFromBothOfItsEnds) {
+// At the ends of a wide screen, and far off the screen.
+TEST(Selection, IsTheSameWhereverTheMainWindowStands) {
   AreaProgram program;
-  MemoryDisplaySetMode(5000, 480, 24);
+  MemoryDisplaySetMode(2700, 480, 24);
   Settle();
-  for (const int16_t left : {int16_t(5), int16_t(4800)}) {
-    MoveMainWindow(nullptr, left, 60);
+  for (const int place : {5, 2600, 30000, -30000}) {
+    MoveMainWindow(nullptr, int16_t(place), int16_t(place));
     program.Act("begin");
-    EXPECT_TRUE(IsCovered(0, 0) && IsCovered(4999, 479));
-    program.Act("m 4999 0 d u");
-    EXPECT_EQ(program.State(), "rest 4999,0 1x1 save");
+    EXPECT_TRUE(IsCovered(0, 0) && IsCovered(2699, 479));
+    program.Act("m 2699 479 d m 0 0 u");
+    EXPECT_EQ(program.State(), "rest 0,0 2700x480 save") << place;
+    program.Act("m 100 80 space m 120 90 right space");
+    EXPECT_EQ(program.State(), "rest 100,80 22x11 save") << place;
   }
 }
 

@@ -166,13 +166,16 @@ TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
   EXPECT_EQ(CurrentPort(), nullptr);
 }
 
-TEST_F(PumpTest, ALostDisplayEndsAllLoops) {
+TEST_F(PumpTest, ALostDisplayAndASignalEndAllLoops) {
   ChildWindow* window = OpenTestWindow(kWindowModal);
-  MemoryAt(::GetTickCount() + 100, [] { TheMemoryDisplay().lost = true; });
-  RunModalLoop(window, true);
-  RunEventLoop();
-  EXPECT_TRUE(IsOpenChildWindow(window));
-  TheMemoryDisplay().lost = false;
+  for (const bool lost : {true, false}) {
+    PumpStartUp();
+    MemoryAt(::GetTickCount() + 100, [=] { lost ? void(TheMemoryDisplay().lost = true) : EndAllLoops(); });
+    RunModalLoop(window, true);
+    RunEventLoop();
+    EXPECT_TRUE(IsOpenChildWindow(window));
+    TheMemoryDisplay().lost = false;
+  }
 }
 
 TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEnds) {

@@ -35,8 +35,9 @@ struct Stage : WindowProgram, Recording {
       : WindowProgram(kWidth, kHeight, screenDepth), Recording(area), depth(screenDepth) {
     options.overlayBorder = options.overlayCursor = false;
     options.frameDelay = 99; // a frame each 100 ms
-    recorder.panel.pictureStands = [](void* owner, const Rect&, bool stands) {
-      static_cast<Stage*>(static_cast<Recording*>(owner))->Mark(!stands);
+    recorder.panel.pictureWork = [](void* owner, const Rect&, PictureWork work) {
+      if (work != PictureWork::kRepaints)
+        static_cast<Stage*>(static_cast<Recording*>(owner))->Mark(work == PictureWork::kEnds);
     };
     RecorderInit(recorder);
     began = ::GetTickCount();
@@ -158,10 +159,10 @@ const struct {
      "2505 1TF1:9, 3506 TF1:9, 6005 F1:9, 6505 TF1:9, 7000 PSGF1:9, 7751 SGF1:9"},
     {"0 start 3100 lose 3500 +CAS 3800 -CAS 5000 find", 5200,
      "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3104 F1:0, 3554 PF1:0, 4304 F1:0, 5007 SGF1:0"},
-    // Others paint where a picture stands.
+    // Others paint where a picture stands; behind the first frame they are asked to do so anew.
     {"0 start 1500 paint 1600 paint 3500 paint 3600 stop 3700 paint 5000 grab", 5200,
-     "0 SG, 1 T, 51 3T, 1052 2T, 1500 T, 2053 1T, 3054 TF1:0, 3554 TF2:50, 3600 PSGF2:50, 3700 SGF2:50, "
-     "5000 SGF3:9"},
+     "0 SG, 1 T, 51 3T, 1052 2T, 1500 T, 2053 1T, 3054 TF1:0, 3154 TF2:10, 3554 TF3:40, 3600 PSGF3:40, "
+     "3700 SGF3:40, 5000 SGF4:9"},
     // The interval runs from the start of a frame to the start of the next, and a new one is taken up behind a frame.
     {"0 start 10 fast 20 busy 3000 lively 3180 slow 4210 still", 4750,
      "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3079 TF2:2, 3104 TF3:2, 3129 TF4:2, 3154 TF5:2, 3179 TF6:2, "
@@ -193,6 +194,55 @@ TEST(Control, LeavesNoTraceAtTheEdgesAndAtAnyDepth) {
       stage.Do("stop");
       stage.ExpectScene(area);
     }
+  }
+}
+
+// What stood on the screen when the status line was told of a frame.
+std::vector<uint32_t> seenBehindFrame;
+
+// Another program paints pixels that the picture does not have, in every picture and beside it: they are what stands
+// there from then on, and all others are as they were. Only behind the frame is it asked to paint anew.
+TEST(ControlUnderOthers, PutsBackOnlyWhatStillShowsThePicture) {
+  for (const int32_t depth : {1, 2, 4, 8, 16, 32}) {
+    SCOPED_TRACE(depth);
+    WindowProgram program(640, 480, depth);
+    RecordingOptions plain;
+    plain.overlayBorder = plain.overlayCursor = false;
+    Recording recording({100, 320, 300, 600}, plain);
+    const uint32_t white = PixelBits(TheMemoryDisplay().layout);
+    DisplayWindow* scene = MemoryOpenWindow("Scene", {300, 0, 640, 480}, 0);
+    for (int y = 0; y < 480; y += 3) MemoryPaintWindow(*scene, {0, y, 340, y + 1}, white);
+    RecorderInit(recording.recorder);
+    recording.recorder.panel.setStatus = [](void*, const char*) { seenBehindFrame = TheMemoryDisplay().screen; };
+    std::vector<uint32_t> expected = TheMemoryDisplay().screen;
+    const auto paint = [&](const PixelRect& where) {
+      for (int y = where.top; y < where.bottom; ++y) {
+        for (int x = where.left; x < where.right; ++x) {
+          expected[size_t(y * 640 + x)] = MemoryPixel(x, y) ^ white;
+          MemoryPaintWindow(*scene, {x - 300, y, x - 299, y + 1}, expected[size_t(y * 640 + x)]);
+        }
+      }
+    };
+    const uint32_t refreshes = TheMemoryDesktop().refreshes;
+    RecorderStart(recording.recorder);
+    for (const PixelRect& where : {PixelRect{420, 160, 450, 181}, {440, 170, 470, 240}, {428, 231, 492, 232}}) {
+      RunFor(500);
+      paint(where);
+      RunFor(500);
+    }
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes);
+    RunFor(50);
+    EXPECT_EQ(recording.recorder.frameCount, 1u);
+    EXPECT_EQ(seenBehindFrame, expected);
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1);
+
+    expected = TheMemoryDisplay().screen;
+    MemoryAt(::GetTickCount() + 100, [&] { paint({450, 190, 460, 200}); });
+    scene->paint = [&] { EXPECT_EQ(TheMemoryDisplay().screen, expected); };
+    RecorderStop(recording.recorder);
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 2);
+    RecorderShutDown(recording.recorder);
+    scene->paint = {};
   }
 }
 

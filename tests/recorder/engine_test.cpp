@@ -72,6 +72,24 @@ TEST(Engine, TakesFramesAsWideAndAsHighAsTheFieldsHold) {
   }
 }
 
+TEST(Engine, TakesNothingOfAnAreaThatHasNoPixelsOrTooMany) {
+  const Desktop desktop(40, 30, 8);
+  Recording recording(kArea);
+  for (const Rect& area : {Rect{2, 3, 14, 3}, Rect{2, 3, 2, 21}, Rect{14, 3, 2, 21}, Rect{-32768, 3, 32767, 21}}) {
+    for (const uint16_t size : {kSize25, kSize100}) {
+      recording.options.recordingSize = size;
+      recording.SetArea(area);
+      EXPECT_FALSE(recording.Capture());
+    }
+  }
+  recording.options.recordingSize = kSize25;
+  recording.SetArea({2, 3, 14, 4}); // half a block
+  EXPECT_FALSE(recording.Capture());
+  EXPECT_EQ(recording.stream.streamSize, 0U);
+  recording.SetArea(kArea);
+  EXPECT_TRUE(recording.Capture());
+}
+
 TEST(Engine, WritesNoMoreFramesOnceTheDisplayIsLost) {
   for (const int frames : {0, 1}) {
     const Desktop desktop(40, 30, 24);

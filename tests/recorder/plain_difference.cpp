@@ -180,6 +180,7 @@ PlainHead PlainHeadOf(const PlainAnimation& a, int loop, const std::string& owne
     const Channels levels = CubeLevels(i);
     colours.push_back({uint8_t(51 * levels[0]), uint8_t(51 * levels[1]), uint8_t(51 * levels[2])});
   }
+  if (cube && a.format == kFormat8Bit) colours.push_back(a.palette[77]); // stands where a marked block is seen
   // Room for a transparent index, but on 256 colours.
   const int bits = colours.size() > 16 ? 8 : colours.size() == 16 ? 5 : colours.size() == 4 ? 3 : 2;
   return {OutputSide(a.recordingSize, a.width),

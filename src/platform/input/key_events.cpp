@@ -6,6 +6,7 @@ namespace {
 
 constexpr int kMenuKeyString = 103; // its first character is "1" when the menu key is Alt and Ctrl together
 constexpr BYTE kKeyIsDown = 0x80;
+constexpr LPARAM kKeyWasDown = LPARAM{1} << 30; // of a key message
 
 uint16_t menuKeyMask;
 
@@ -77,10 +78,11 @@ int TranslateKey(WPARAM virtualKey, LPARAM lParam, KeyEvent events[2]) {
   // Asked again, the platform may have done with the accent: it is its own, and the letter the second event's.
   if (n == 2 && plainCount == 1) plain = WORD(uint8_t(shifted) | plain << 8);
   const uint16_t modifiers = ModifierState();
+  const bool repeated = lParam & kKeyWasDown;
   int count = 1;
-  events[0] = {0, 0, modifiers};
-  if (n == 1 || n == 2) events[0] = {uint8_t(shifted), uint8_t(plain), modifiers};
-  if (n == 2) events[count++] = {uint8_t(shifted >> 8), uint8_t(plain >> 8), modifiers};
+  events[0] = {0, 0, modifiers, repeated};
+  if (n == 1 || n == 2) events[0] = {uint8_t(shifted), uint8_t(plain), modifiers, repeated};
+  if (n == 2) events[count++] = {uint8_t(shifted >> 8), uint8_t(plain >> 8), modifiers, repeated};
   KeyEvent* last = &events[count - 1];
   if (const uint8_t fixed = FixedCharacter(virtualKey)) last->character = last->unshifted = fixed;
   if (n != 1 && n != 2 && last->character == 0) return 0;

@@ -1,6 +1,8 @@
 // A pass of the event loop, and the loops that are made of passes.
 #include "platform/pump/pump.h"
 
+#include <csignal>
+
 #include "core/memory.h"
 #include "core/numbers.h"
 #include "core/timers.h"
@@ -23,6 +25,11 @@ struct PumpState {
 };
 
 PumpState state = {true, kPassesPerTimer};
+volatile std::sig_atomic_t allMustEnd; // set by signal handlers too
+
+bool LoopsMayRun() {
+  return !allMustEnd && !ScreenIsLost();
+}
 
 void DispatchOne(const MSG& message) {
   SetPortMain(nullptr);
@@ -52,15 +59,20 @@ void GiveTimersAChance(bool allowed) {
 
 void PumpStartUp() {
   state = {true, kPassesPerTimer};
+  allMustEnd = 0;
 }
 
 void RunEventLoop() {
-  while (state.run && !ScreenIsLost()) PumpOneEvent(nullptr, true);
+  while (state.run && LoopsMayRun()) PumpOneEvent(nullptr, true);
   ReleasePort();
 }
 
 void EndEventLoop() {
   state.run = false;
+}
+
+void EndAllLoops() {
+  allMustEnd = 1;
 }
 
 void PumpOneEvent(ChildWindow* window, bool mayWait) {
@@ -83,7 +95,7 @@ void PumpOneEvent(ChildWindow* window, bool mayWait) {
 
 // The record goes with the pass in which the window is closed, so it is looked for and not looked at.
 void RunModalLoop(ChildWindow* window, bool restrict) {
-  while (IsOpenChildWindow(window) && !ScreenIsLost()) PumpOneEvent(restrict ? window : nullptr, true);
+  while (IsOpenChildWindow(window) && LoopsMayRun()) PumpOneEvent(restrict ? window : nullptr, true);
 }
 
 void FlushPaints() {

@@ -10,16 +10,18 @@ namespace framereel {
 
 struct ChildWindow;
 
-// Runs passes until EndEventLoop, or until the display is lost (ScreenIsLost).
+// Runs passes until EndEventLoop or EndAllLoops, or until the display is lost (ScreenIsLost).
 void RunEventLoop();
 // RunEventLoop ends after the pass at hand, once the loops nested in that have ended.
 void EndEventLoop();
+// The nested loops end too, each after the pass at hand and with its window still there. A signal handler may call it.
+void EndAllLoops();
 
 // One pass. With a window it sees that window's messages alone, and no timer fires. mayWait: an idle pass sleeps, at
 // most 50 ms, and not even a message wakes it.
 void PumpOneEvent(ChildWindow* window, bool mayWait);
 // Passes until the window is closed; restricted to its messages if asked. The record is gone afterwards. It also ends
-// when the display is lost, with the window still there.
+// at EndAllLoops and when the display is lost, with the window still there.
 void RunModalLoop(ChildWindow* window, bool restrict);
 // Dispatches the paints that are due. All other messages stay in the queue, in their order.
 void FlushPaints();

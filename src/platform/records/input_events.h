@@ -20,6 +20,7 @@ enum InputFlag : uint16_t {
 struct KeyEvent {
   uint8_t character, unshifted;
   uint16_t modifiers;
+  bool repeated = false; // a key-down of a key that has been held since an earlier one
 };
 
 // Arrows come as characters of their own; Backspace, Tab, Return, Escape and Delete as 8, 9, 13, 27 and 127.

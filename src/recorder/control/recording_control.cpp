@@ -90,14 +90,14 @@ void CountdownTick(void* argument) {
     control.activeTimer = nullptr;
     return RecorderStop(recorder);
   }
-  if (control.countdown == kCountdownSteps) SavePictureArea(recorder);
   const int16_t step = control.countdown--;
   if (step > 1) {
-    ShowPicture(control, CountdownPicture(step - 2));
+    ShowPicture(recorder, CountdownPicture(step - 2));
     ArmRecorderTimer(recorder, CountdownTick, kDigitInterval);
   } else {
     RestorePictureArea(recorder);
     FrameTick(&recorder);
+    RepaintPictureArea(recorder);
   }
 }
 
@@ -111,6 +111,7 @@ void RecorderInit(RecorderState& recorder) {
 void RecorderShutDown(RecorderState& recorder) {
   CancelRecorderTimer(recorder);
   RestorePictureArea(recorder);
+  RepaintPictureArea(recorder);
   FreeCountdownPictures(recorder.control);
 }
 
@@ -133,10 +134,10 @@ void RecorderStop(RecorderState& recorder) {
   SetRecorderTimer(recorder, IdlePoll, kIdleInterval);
   control.recording = false;
   UpdateRecordButtons(recorder);
-  SavePictureArea(recorder);
-  ShowPicture(control, kPicturePause);
+  ShowPicture(recorder, kPicturePause);
   SleepFor(kPauseTime);
   RestorePictureArea(recorder);
+  RepaintPictureArea(recorder);
 }
 
 void RecorderThaw(RecorderState& recorder) {

@@ -55,6 +55,14 @@ uint8_t DarkestEntry(const uint8_t* table, int count) {
   return uint8_t(darkest);
 }
 
+// An index that is borrowed to mark unchanged pixels is a colour too. A reduction turns blocks of it into the cube's
+// transparent index, and in a frame without transparency that index is seen: it shows the colour.
+void ShowBorrowedIndex(const RecorderState& recorder, uint8_t* table) {
+  const FormatColours& format = ColoursOf(recorder.screenFormat);
+  if (format.captureTransparent >= format.colours) return;
+  ::memcpy(table + 3 * kCubeTransparent, recorder.colours.screenPalette + 3 * format.captureTransparent, 3);
+}
+
 // The cube levels of the screen's colours, in lanes.
 void FillPaletteLanes(AnimationColours& colours, int screenBits) {
   if (!colours.paletteLanes) colours.paletteLanes = static_cast<uint32_t*>(MemAlloc(256 * sizeof(uint32_t)));
@@ -97,6 +105,7 @@ int BuildColourTable(RecorderState& recorder, uint8_t table[kColourTableBytes]) 
   }
   const int screenBits = ReadScreenPalette(recorder, colours.screenPalette);
   BuildCubeTable(table);
+  ShowBorrowedIndex(recorder, table);
   if (recorder.options->recordingSize == kSize44) FillPaletteLanes(colours, screenBits);
   return 8;
 }

@@ -18,6 +18,14 @@ namespace {
 
 inline constexpr uint16_t kStringCreatedBy = 24;
 
+// Whether the sides of the area have pixels, and not more than a frame's 16 bits count; and so has what comes out.
+bool AreaCanBeRecorded(const RecorderState& recorder) {
+  const Rect& area = recorder.captureArea;
+  const auto fits = [](int side) { return side > 0 && side <= INT16_MAX; };
+  return fits(area.right - area.left) && fits(area.bottom - area.top) && fits(recorder.outputWidth) &&
+         fits(recorder.outputHeight);
+}
+
 void TakeGeometry(RecorderState& recorder) {
   const Rect& area = recorder.captureArea;
   recorder.frameLeft = area.left;
@@ -96,6 +104,7 @@ void RecorderTearDown(RecorderState& recorder) {
 
 void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
   if (!recorder.recordingAllowed || recorder.captureBusy) return;
+  if (!recorder.animationStarted && !AreaCanBeRecorded(recorder)) return;
   recorder.captureBusy = true;
   if (!recorder.animationStarted) {
     BeginAnimation(recorder);

@@ -35,6 +35,10 @@ struct RecordButtons {
   bool start, grab, stop;
 };
 
+// What the countdown is doing to the screen where its pictures stand: it draws there, has done so, or is going to have
+// all programs paint anew.
+enum class PictureWork : uint8_t { kBegins, kEnds, kRepaints };
+
 // What the engine shows and where: the program's panel, or nothing. A null function is not called.
 struct RecorderPanel {
   void* owner = nullptr; // passed to the functions
@@ -45,22 +49,22 @@ struct RecorderPanel {
   // The options that hold for a whole animation can be changed, or not any more: the area, loop, border, pointer and
   // recording size.
   void (*enableOptions)(void* owner, bool enabled) = nullptr;
-  // A picture of the countdown is about to stand on the screen, or has gone: what else is drawn there gives way.
-  void (*pictureStands)(void* owner, const Rect& where, bool stands) = nullptr;
+  // What else is drawn on the screen there makes way meanwhile: it is neither kept as the screen's own nor drawn over.
+  void (*pictureWork)(void* owner, const Rect& where, PictureWork work) = nullptr;
 };
 
 // When frames are taken; see control.h.
 struct RecorderControl {
-  bool recording = false;            // Start was taken and Stop not yet
-  int16_t countdown = 0;             // steps left of it: 4 down to 0
-  bool optionsFrozen = false;        // those of enableOptions
-  uint16_t lastKeyState = 0;         // of KeyBit, at the last poll
-  Timer* activeTimer = nullptr;      // the one that is pending
-  Offscreen* pictures[4] = {};       // the digits 1, 2 and 3, and the pause sign; owned
-  Rect pictureRect = {};             // where the one on the screen stands
-  Offscreen* savedScreen = nullptr;  // what lies under it; null when none is up
-  Offscreen* shownPicture = nullptr; // the one on the screen, one of `pictures`
-  bool paintedOver = false;          // another program has painted there since savedScreen was taken
+  bool recording = false;           // Start was taken and Stop not yet
+  int16_t countdown = 0;            // steps left of it: 4 down to 0
+  bool optionsFrozen = false;       // those of enableOptions
+  uint16_t lastKeyState = 0;        // of KeyBit, at the last poll
+  Timer* activeTimer = nullptr;     // the one that is pending
+  Offscreen* pictures[4] = {};      // the digits 1, 2 and 3, and the pause sign; owned
+  Rect pictureRect = {};            // where the one on the screen stands, or stood last
+  Offscreen* savedScreen = nullptr; // what lies under it; null when none is up
+  Offscreen* shownScreen = nullptr; // what was drawn there; null when none is up
+  bool paintedOver = false;         // others have painted there, and have not been asked to do so anew
 };
 
 enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };

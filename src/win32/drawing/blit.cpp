@@ -1,5 +1,5 @@
-// Copying pixels between targets. The screen as a source is a rectangle read from the display; the copy from the screen
-// into a bitmap of its own format is a single read.
+// Copying pixels between targets. The screen as a source is a rectangle read from the display. Between the screen and
+// a bitmap of its own format the display copies, and no memory is asked for.
 #include <cstring>
 
 #include "win32/drawing/drawing_target.h"
@@ -179,14 +179,28 @@ bool ReadScreenTo(DrawingTarget* target, const PixelRect& to, const PixelRect& f
   return CloseTarget(target) && done;
 }
 
+// `where` is the part of toRect that may be drawn on, on the screen.
+bool DrawOnScreen(const Region& where, const PixelRect& toRect, const Win32DeviceContext& to,
+                  const Win32DeviceContext& from, const PixelRect& fromRect) {
+  PresentWindows();
+  const int32_t dx = fromRect.left + from.originX - toRect.left - to.originX;
+  const int32_t dy = fromRect.top + from.originY - toRect.top - to.originY;
+  bool done = true;
+  where.ForEach(
+      [&](const PixelRect& box) { done &= DisplayDrawScreen(SurfaceOf(from), Moved(box, dx, dy), box.left, box.top); });
+  return done;
+}
+
 // The source's rectangle lies inside its context, neither is empty, and without a stretch the target's does too.
 bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, DWORD operation) {
   const bool replaces = operation == SRCCOPY || operation == 0 || operation == kPatternOrSource;
   const bool sameSize = toRect.right - toRect.left == fromRect.right - fromRect.left &&
                         toRect.bottom - toRect.top == fromRect.bottom - fromRect.top;
-  if (DrawableRegion(*to, toRect).IsEmpty()) return true;
+  const Region where = DrawableRegion(*to, toRect);
+  if (where.IsEmpty()) return true;
   DrawingTarget target;
-  if (from->screen && !to->screen && sameSize && operation == SRCCOPY && SamePixels(*to, *from)) {
+  if (from->screen != to->screen && sameSize && operation == SRCCOPY && SamePixels(*to, *from)) {
+    if (to->screen) return DrawOnScreen(where, toRect, *to, *from, fromRect);
     if (!OpenTarget(to, toRect, TargetPixels::kReplaced, &target)) return false;
     return ReadScreenTo(&target, toRect, Moved(fromRect, from->originX, from->originY));
   }

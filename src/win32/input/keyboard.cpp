@@ -75,12 +75,8 @@ void NoteKey(uint8_t key, bool down) {
 }
 
 void SyncKeys() {
-  BYTE* keys = TheWindows().keys;
-  std::memset(keys, 0, sizeof TheWindows().keys);
-  for (const int key : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_SHIFT, VK_CONTROL, VK_MENU}) {
-    NoteKey(uint8_t(key), DisplayKeyIsDown(uint8_t(key)));
-  }
-  NoteKey(VK_CAPITAL, DisplayKeyIsDown(VK_CAPITAL));
+  std::memset(TheWindows().keys, 0, sizeof TheWindows().keys);
+  for (int key = 1; key < 256; ++key) NoteKey(uint8_t(key), DisplayKeyIsDown(uint8_t(key)));
   TheWindows().altAlone = false;
 }
 

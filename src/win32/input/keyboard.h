@@ -6,7 +6,7 @@
 namespace framereel {
 
 void NoteKey(uint8_t key, bool down);
-void SyncKeys(); // Shift, Ctrl, Alt and buttons may have changed while another program had the keyboard
+void SyncKeys(); // keys and buttons may have changed while another program had the keyboard
 bool KeyIsDown(int key);
 WPARAM MouseKeys();
 // The characters of a key press without letting it use up a waiting accent; as ToAscii.

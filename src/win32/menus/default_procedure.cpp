@@ -83,8 +83,10 @@ LRESULT OnSystemKeyDown(HWND window, WPARAM wParam, LPARAM) {
   return 0;
 }
 
-LRESULT OnSystemChar(HWND window, WPARAM wParam, LPARAM) {
-  if (wParam == VK_SPACE) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, VK_SPACE);
+// A Space that repeats was pressed in a chord, of which Alt is what is left.
+LRESULT OnSystemChar(HWND window, WPARAM wParam, LPARAM lParam) {
+  const bool repeated = lParam & LPARAM{1} << 30;
+  if (wParam == VK_SPACE && !repeated) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, VK_SPACE);
   return 0;
 }
 
