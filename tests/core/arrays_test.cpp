@@ -69,6 +69,14 @@ TEST(Notifiers, RunFromTheLastToTheFirstAndMayChangeMeanwhile) {
   Listener leaves = {'l', [](Notifier& n, Listener& self) { NotifierRemove(&n, Hear, &self); }, &notifier};
   Listener adds = {'+', [](Notifier& n, Listener& self) { NotifierAdd(&n, Hear, &self); }, &notifier};
   Listener ends = {'e', [](Notifier& n, Listener&) { NotifierClear(&n); }, &notifier};
+  // Takes the first away, sends within the sending, and each of the others still has its turn once.
+  Listener drops = {'d',
+                    [](Notifier& n, Listener& self) {
+                      self.act = nullptr;
+                      NotifierRemove(&n, n.entries[0].function, n.entries[0].argument);
+                      NotifierSend(&n, 0);
+                    },
+                    &notifier};
   NotifierSend(&notifier, 1);
   for (Listener* one : {&a, &b, &a, &leaves}) NotifierAdd(&notifier, Hear, one);
   NotifierSend(&notifier, 2);
@@ -76,9 +84,11 @@ TEST(Notifiers, RunFromTheLastToTheFirstAndMayChangeMeanwhile) {
   NotifierRemove(&notifier, Hear, &leaves);
   NotifierAdd(&notifier, Hear, &adds);
   NotifierSend(&notifier, 3);
-  NotifierAdd(&notifier, Hear, &ends);
+  NotifierAdd(&notifier, Hear, &drops);
   NotifierSend(&notifier, 4);
-  EXPECT_EQ(calls, "l2a2b2a2+3b3a3e4");
+  NotifierAdd(&notifier, Hear, &ends);
+  NotifierSend(&notifier, 5);
+  EXPECT_EQ(calls, "l2a2b2a2+3b3a3d4d0+0+0b0+4+4b4e5");
   EXPECT_EQ(notifier.count, 0);
 }
 
