@@ -8,6 +8,7 @@
 #include "area/selection.h"
 #include "core/memory.h"
 #include "core/notices.h"
+#include "core/system_kind.h"
 #include "core/timers.h"
 #include "platform/drawing.h"
 #include "platform/main_window.h"

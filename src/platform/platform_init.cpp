@@ -29,13 +29,6 @@ namespace {
 
 bool started;
 
-// Systems of the newer kind, and the older ones from version 4 on.
-bool SystemHasNewShell() {
-  constexpr DWORD kOlderKind = 0x80000000;
-  const DWORD version = ::GetVersion();
-  return !(version & kOlderKind) || BYTE(version) > 3;
-}
-
 void StartWindowState() {
   PumpStartUp();
   ActivationStartUp();
@@ -54,7 +47,7 @@ bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, i
   if (!PortsStartUp()) return false;
   started = true;
   ForgetDisplayCaps();
-  UsableAreaStartUp(SystemHasNewShell());
+  UsableAreaStartUp();
   StartHandlingMessages();
   if (!previousInstance) RegisterWindowClasses(instance);
   StartWindowState();

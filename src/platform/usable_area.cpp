@@ -1,6 +1,7 @@
 // See usable_area.h.
 #include "platform/usable_area.h"
 
+#include "core/system_kind.h"
 #include "platform/display_caps.h"
 #include "platform/main_window.h"
 #include "platform/ports.h"
@@ -9,7 +10,6 @@ namespace framereel {
 namespace {
 
 struct UsableArea {
-  bool newShell; // there may be a task bar
   bool known;
   Rect last; // as it was handed out
 };
@@ -35,13 +35,8 @@ void TakeBarOff(const RECT& bar, Rect* screen) {
 
 } // namespace
 
-void UsableAreaStartUp(bool newShell) {
+void UsableAreaStartUp() {
   area = {};
-  area.newShell = newShell;
-}
-
-bool HasNewShell() {
-  return area.newShell;
 }
 
 bool QueryUsableArea(Rect* usable, Rect* screen) {
@@ -51,7 +46,7 @@ bool QueryUsableArea(Rect* usable, Rect* screen) {
   *usable = *screen;
   APPBARDATA bar = {};
   bar.cbSize = sizeof bar;
-  if (area.newShell && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
+  if (HasNewShell() && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
   if (area.known && SameRect(*usable, area.last)) return false;
   area.known = true;
   area.last = *usable;

@@ -16,8 +16,6 @@ void StoreUsableArea(MainWindow* main, const Rect& usable, const Rect& screen);
 // the usable area goes on filling it.
 void DisplayChanged();
 
-// newShell: there may be a task bar, and it can be asked for.
-void UsableAreaStartUp(bool newShell);
-bool HasNewShell();
+void UsableAreaStartUp();
 
 } // namespace framereel
