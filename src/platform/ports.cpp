@@ -11,8 +11,7 @@ namespace framereel {
 namespace {
 
 struct PortState {
-  HDC screenContext, memoryContext, sourceContext, onePixelContext;
-  HBITMAP onePixelBitmap;
+  HDC screenContext, memoryContext, sourceContext;
   WindowContexts windows;
 
   const Port* currentPort;
@@ -65,16 +64,11 @@ bool PortsStartUp() {
   if (!state.screenContext) return false;
   state.memoryContext = ::CreateCompatibleDC(state.screenContext);
   state.sourceContext = ::CreateCompatibleDC(state.screenContext);
-  state.onePixelContext = ::CreateCompatibleDC(state.screenContext);
-  state.onePixelBitmap = ::CreateBitmap(32, 1, 1, 1, nullptr);
-  ::SelectObject(state.onePixelContext, state.onePixelBitmap);
   return true;
 }
 
 void PortsShutDown() {
   ReleasePort();
-  ::DeleteDC(state.onePixelContext);
-  ::DeleteObject(state.onePixelBitmap);
   ::DeleteDC(state.sourceContext);
   ::DeleteDC(state.memoryContext);
   ::DeleteDC(state.screenContext);
@@ -145,10 +139,6 @@ HDC ScreenContext() {
 
 HDC SourceContext() {
   return state.sourceContext;
-}
-
-HDC OnePixelContext() {
-  return state.onePixelContext;
 }
 
 HDC TakeWindowContext(HWND window, bool* painting) {

@@ -60,8 +60,7 @@ bool IsPortBlind();
 
 // The contexts that bitmaps.cpp and fonts.cpp work with, made at start-up.
 HDC ScreenContext();
-HDC SourceContext();   // holds an Offscreen while pixels are copied out of it
-HDC OnePixelContext(); // holds a bitmap of 32 by 1 bits, for tests of a single pixel
+HDC SourceContext(); // holds an Offscreen while pixels are copied out of it
 // A window's context for reading pixels out of it, and giving that back.
 HDC TakeWindowContext(HWND window, bool* painting);
 void GiveWindowContextBack(HWND window, HDC context, bool painting);
