@@ -10,10 +10,10 @@
 #include "platform/main_window.h"
 #include "platform/primitives.h"
 #include "platform/standard_drawing.h"
-#include "platform/usable_area.h"
 #include "toolkit/rects.h"
 #include "toolkit/view.h"
 #include "win32/memory/memory_display.h"
+#include "win32/system/system_version.h"
 
 namespace framereel {
 namespace {
@@ -149,8 +149,9 @@ TEST(AreaReadouts, AreSetUpWithTheDefaultArea) {
   EXPECT_EQ(program.recorder.outputWidth, 440);
   EXPECT_EQ(program.recorder.outputHeight, 330);
   program.Act("begin m 100 80 d u");
-  UsableAreaStartUp(false);
+  SetSystemVersion(0x80000003);
   AreaSetDefault(program.area);
+  SetSystemVersion(kThisSystem);
   EXPECT_EQ(program.State(), "rest 0,0 460x345 save");
 }
 
