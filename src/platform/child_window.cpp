@@ -226,7 +226,7 @@ void CloseChildWindow(ChildWindow* window) {
   window->flags |= kWindowClosed;
   NotifierSend(&window->listeners, ToListValue(window));
   TakeApart(window);
-  TempAdopt(window);
+  TempAdoptOutermost(window);
   EvaluateActiveWindow();
   RestoreFocus();
 }

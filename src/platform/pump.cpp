@@ -70,8 +70,7 @@ void PumpOneEvent(ChildWindow* window, bool mayWait) {
   ReleasePort();
   const HWND filter = window ? window->window : nullptr;
   MSG message;
-  if (::PeekMessageA(&message, filter, 0, 0, PM_NOREMOVE)) {
-    ::GetMessageA(&message, filter, 0, 0);
+  if (::PeekMessageA(&message, filter, 0, 0, PM_REMOVE)) {
     DispatchOne(message);
     --state.passesLeft;
   } else {
@@ -82,9 +81,11 @@ void PumpOneEvent(ChildWindow* window, bool mayWait) {
   TempScopeEnd();
 }
 
-// The record goes with the pass in which the window is closed, so it is looked for and not looked at.
+// The scope around the passes keeps the record for a last look at it.
 void RunModalLoop(ChildWindow* window, bool restrict) {
-  while (IsOpenChildWindow(window) && !ScreenIsLost()) PumpOneEvent(restrict ? window : nullptr, true);
+  TempScopeBegin();
+  while (!(window->flags & kWindowClosed) && !ScreenIsLost()) PumpOneEvent(restrict ? window : nullptr, true);
+  TempScopeEnd();
 }
 
 void FlushPaints() {

@@ -77,7 +77,7 @@ void ViewDestroy(View* view) {
   }
   NotifierClear(&view->listeners);
   AttributeClear(&view->attributes);
-  TempAdopt(view);
+  TempAdoptOutermost(view);
 }
 
 // ---- State -------------------------------------------------------------------------------------------------------

@@ -20,8 +20,10 @@
 //   the focus         WM_KILLFOCUS to the window before, WM_SETFOCUS
 //   losing            to another program: WM_NCACTIVATE 0, WM_ACTIVATE 0, WM_ACTIVATEAPP 0 to all, WM_KILLFOCUS
 //   EnableWindow      WM_ENABLE, when it changes
-//   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding; then
-//                     WM_DESTROY to it and its children, parents first, and WM_NCDESTROY, children first
+//   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding;
+//   WM_KILLFOCUS
+//                     when the focus is in it; then WM_DESTROY to it and its children, parents first, and WM_NCDESTROY,
+//                     children first. The focus does not come back to it.
 //
 // A message that has no place in a table above means nothing to this program and is not sent.
 //
@@ -165,8 +167,6 @@ inline constexpr UINT PM_REMOVE = 1;
 // it to that window and its children, first and last (not both 0) to that range of messages. A paint stays until it is
 // painted. WM_QUIT passes every filter.
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
-// Waits for a message and takes it. FALSE when it is WM_QUIT.
-BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
 // Puts WM_CHAR or WM_SYSCHAR at the head of the queue for a key that gives a character.
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
@@ -298,7 +298,7 @@ BOOL GetClientRect(HWND window, RECT* rect); // from 0, 0
 HWND GetTopWindow(HWND window);
 inline constexpr UINT GW_HWNDNEXT = 2;
 HWND GetWindow(HWND window, UINT which); // GW_HWNDNEXT: the sibling below
-BOOL IsWindowVisible(HWND window);       // it and all its parents
+BOOL IsWindowVisible(HWND window);       // it and all its parents, and its owners, of which none is minimised
 // The window of ours at a point of the screen, children before parents, hidden and disabled ones left out; null for
 // none.
 HWND WindowFromPoint(POINT point);

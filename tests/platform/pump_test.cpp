@@ -7,6 +7,7 @@
 
 #include "core/timers.h"
 #include "platform/main_window.h"
+#include "platform/modal.h"
 #include "platform/platform_init.h"
 #include "platform/ports.h"
 #include "support/allocations.h"
@@ -176,16 +177,22 @@ TEST_F(PumpTest, ALostDisplayEndsAllLoops) {
   TheMemoryDisplay().lost = false;
 }
 
-TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEnds) {
+TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideItClosesIt) {
+  const auto closeBoth = [](void* window) {
+    Close(GetModalWindow());
+    Close(window);
+  };
   ChildWindow* window = OpenTestWindow(kWindowUnclamped);
+  TimerSchedule(closeBoth, window, 20);
   SetWindowMethod(
-      window, &WindowMethods::keyDown, +[](ChildWindow* closing, const KeyEvent&, int16_t, int16_t) {
-        CloseChildWindow(closing);
-        calls += closing->flags & kWindowClosed ? "closed " : "open ";
-        calls += IsOpenChildWindow(closing) ? "listed" : "gone";
+      window, &WindowMethods::keyDown, +[](ChildWindow* closed, const KeyEvent&, int16_t, int16_t) {
+        RunModalLoop(OpenTestWindow(kWindowModal), false);
+        OpenTestWindow(kWindowUnclamped); // takes the place of a record that is gone
+        calls += closed->flags & kWindowClosed ? "closed " : "open ";
+        calls += IsOpenChildWindow(closed) ? "listed" : "gone";
       });
   Type('X');
-  EXPECT_EQ(calls, "closed gone");
+  EXPECT_EQ(calls, "close close closed gone");
 }
 
 TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdownAndNotWithoutADisplay) {
