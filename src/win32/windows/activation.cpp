@@ -156,7 +156,7 @@ BOOL EnableWindow(HWND window, BOOL enable) {
 HWND SetFocus(HWND window) {
   WindowSystem& system = TheWindows();
   const HWND before = system.focus;
-  if (window && (!IsLive(window) || !IsEnabled(window) || !system.hasKeyboard)) return before;
+  if (window && (!IsLive(window) || !IsEnabled(window) || IsGoing(window) || !system.hasKeyboard)) return before;
   const HWND topLevel = TopLevelOf(window);
   if (topLevel && topLevel->minimised) return before;
   if (topLevel && topLevel != system.active) Activate(topLevel, false);

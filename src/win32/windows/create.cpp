@@ -159,6 +159,7 @@ BOOL DestroyWindow(HWND window) {
   if (window->top) DestroyOwned(window);
   if (IsLive(window) && window->top) ActivateNextOf(window);
   if (IsLive(window)) SetVisible(window, false);
+  if (IsLive(window)) ReleaseFrom(window);
   if (IsLive(window)) DestroyTree(window);
   // Contexts are kept for the next window, and there is none. A procedure that runs may still draw with one.
   const WindowSystem& system = TheWindows();

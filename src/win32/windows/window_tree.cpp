@@ -40,7 +40,21 @@ bool IsShown(const Win32Window& window) {
     if (!Has(*each, WS_VISIBLE)) return false;
     if (each->minimised && (each != &window || each->top)) return false;
   }
+  return OwnersAreShown(window);
+}
+
+bool OwnersAreShown(const Win32Window& window) {
+  const Win32Window* top = &window;
+  while (top->parent) top = top->parent;
+  for (const Win32Window* owner = top->owner; owner; owner = owner->owner) {
+    if (!Has(*owner, WS_VISIBLE) || owner->minimised) return false;
+  }
   return true;
+}
+
+bool IsGoing(HWND window) {
+  while (window && !window->beingDestroyed) window = window->parent;
+  return window != nullptr;
 }
 
 bool IsEnabled(HWND window) {
@@ -137,7 +151,7 @@ BOOL IsWindowVisible(HWND window) {
   for (HWND each = IsLive(window) ? window : nullptr; each; each = each->parent) {
     if (!Has(*each, WS_VISIBLE)) return FALSE;
   }
-  return IsLive(window);
+  return IsLive(window) && OwnersAreShown(*window);
 }
 
 HWND WindowFromPoint(POINT point) {
