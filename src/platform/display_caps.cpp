@@ -32,6 +32,7 @@ void ReadDisplayCaps() {
   caps.screenDepth = depth;
   caps.screenHasColour = colour;
   caps.screenHasGrey = depth > 1;
+  SetPortMain(nullptr); // a listener may draw
   NotifySend(nullptr, kChangeDisplay);
 }
 

@@ -6,10 +6,14 @@
 #include "core/notices.h"
 #include "platform/child_window.h"
 #include "platform/display_caps.h"
+#include "platform/drawing.h"
 #include "platform/main_window.h"
 #include "platform/modal.h"
 #include "platform/painting.h"
+#include "platform/ports.h"
+#include "platform/primitives.h"
 #include "platform/pump.h"
+#include "platform/standard_drawing.h"
 #include "platform/usable_area.h"
 #include "platform/window_classes.h"
 #include "support/window_program.h"
@@ -239,10 +243,20 @@ TEST_F(WindowTest, ANewDepthIsToldOnceAndANewResolutionNot) {
   Settle();
   EXPECT_EQ(calls, "");
   EXPECT_EQ(Size(main->screenWidth, main->usableHeight), Size(1024, 768));
+  const auto draw = [](intptr_t, void*) {
+    UseDrawState(DrawStateWhite());
+    FillRectXY(0, 0, 3, 3);
+  };
+  NotifyAdd(draw, nullptr);
   MemoryDisplaySetMode(1024, 768, 8);
-  Settle();
+  MSG message;
+  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
   EXPECT_EQ(calls, "2");
   EXPECT_EQ(TheDisplayCaps().screenDepth, 8);
+  const HDC context = CurrentContext(); // a listener draws in the main window
+  EXPECT_EQ(::GetPixel(context, 2, 2), RGB(255, 255, 255));
+  EXPECT_NE(::GetPixel(context, 3, 3), RGB(255, 255, 255));
+  NotifyRemove(draw, nullptr);
 }
 
 // ---- Life --------------------------------------------------------------------------------------------------------
