@@ -84,13 +84,22 @@ TEST(ScreenCheck, BlocksWhileTheDepthIsNotTheAnimationsAndComesBack) {
   }
 }
 
+std::string Unsupported(const std::string& colours) {
+  return "Framereel does not support recording at the current bit depth (" + colours +
+         " colours). Please change the monitor settings.";
+}
+
 TEST(ScreenCheck, NamesADepthThatCannotBeRecordedAndAResetLiftsAnAnimationsBlock) {
+  for (const auto& [depth, colours] : {std::pair(12, "4096"), std::pair(20, "millions of")}) {
+    const Desktop odd(40, 30, depth);
+    const Recording recording(kArea);
+    EXPECT_EQ(recording.message, Unsupported(colours));
+  }
   Desktop desktop(40, 30, 4);
   Recording recording(kArea);
   const Watch watch(&recording.recorder);
   desktop.SetDepth(12); // the message names the format last seen
-  EXPECT_EQ(recording.message, "Framereel does not support recording at the current bit depth (16 colours). Please "
-                               "change the monitor settings.");
+  EXPECT_EQ(recording.message, Unsupported("16"));
   EXPECT_FALSE(recording.Capture());
   EXPECT_EQ(recording.recorder.animationFormat, kFormatNone);
   desktop.SetDepth(2);
