@@ -65,6 +65,7 @@ AreaPanel PanelOfArea(Application& app) {
 } // namespace
 
 void ApplicationStart(Application& app) {
+  app.options = {};
   app.lineGaveWay = false;
   SetMemFailureHook(TellThatMemoryEnded, nullptr);
   GifWriterInit(app.gif, &app.stream);
