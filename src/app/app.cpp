@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "app/application.h"
+#include "core/standard_streams.h"
 #include "platform/display_caps.h"
 #include "platform/platform_init.h"
 #include "platform/pump.h"
@@ -21,20 +22,19 @@ void AppRun() {
 
 int Fail(const char* message) {
   ::fprintf(stderr, "framereel: %s\n", message);
-  return 1;
+  return kExitFailed;
 }
 
 } // namespace
 
 int AppMain(HINSTANCE instance, HINSTANCE previousInstance, const char* commandLine, int showCommand) {
   ViewsStartUp();
-  if (!PlatformInit(instance, previousInstance, commandLine, showCommand)) {
-    return Fail("there is no display that could be recorded");
-  }
-  AppRun();
+  const bool started = PlatformInit(instance, previousInstance, commandLine, showCommand);
+  if (started) AppRun();
   const bool lost = ScreenIsLost();
   PlatformShutdown();
-  return lost ? Fail("the connection to the display is lost") : 0;
+  if (lost) return Fail("the connection to the display is lost");
+  return started ? int{kExitDone} : Fail("there is no display that could be recorded");
 }
 
 } // namespace framereel

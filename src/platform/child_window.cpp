@@ -192,6 +192,7 @@ ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t fla
   window->window =
       ::CreateWindowExA(kind.extendedStyle, windowClass.name, title, kind.style, CW_USEDEFAULT, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, parent->window, nullptr, parent->instance, nullptr);
+  state.pending = nullptr; // also of a window that could not be made
   NameSystemMenu(window->window);
   // Twice, for the thickness of the frame is known only after the first.
   StartChildGeometry(window);

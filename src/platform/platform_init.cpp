@@ -44,7 +44,10 @@ void StartWindowState() {
 bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, int showCommand) {
   if (started) return true;
   ToolkitInit();
-  if (!PortsStartUp()) return false;
+  if (!PortsStartUp()) {
+    DisplayClose(); // it may have been lost just after it was opened
+    return false;
+  }
   started = true;
   ForgetDisplayCaps();
   UsableAreaStartUp();

@@ -11,7 +11,10 @@ namespace framereel {
 
 bool EngineStartUp() {
   ToolkitInit();
-  if (!PortsStartUp()) return false;
+  if (!PortsStartUp()) {
+    DisplayClose(); // it may have been lost just after it was opened
+    return false;
+  }
   BitmapsStartUp();
   ReadDisplayCaps();
   return true;

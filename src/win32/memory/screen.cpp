@@ -64,6 +64,7 @@ bool MemoryWritePicture(const std::string& path) {
 
 ScreenFacts DisplayScreen() {
   const MemoryDisplay& display = TheMemoryDisplay();
+  if (display.lost) return {};
   return {display.width, display.height, display.layout, PixelBits(display.layout)};
 }
 
