@@ -5,6 +5,7 @@
 
 #include "app/application.h"
 #include "app/end_signals.h"
+#include "core/standard_streams.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
@@ -23,21 +24,20 @@ void AppRun() {
 
 int Fail(const char* message) {
   ::fprintf(stderr, "framereel: %s\n", message);
-  return 1;
+  return kExitFailed;
 }
 
 } // namespace
 
 int AppMain(HINSTANCE instance, HINSTANCE previousInstance, const char* commandLine, int showCommand) {
   ViewsStartUp();
-  if (!PlatformInit(instance, previousInstance, commandLine, showCommand)) {
-    return Fail("there is no display that could be recorded");
-  }
-  AppRun();
+  const bool started = PlatformInit(instance, previousInstance, commandLine, showCommand);
+  if (started) AppRun();
   const bool lost = ScreenIsLost();
   PlatformShutdown();
   EndSignalsRelease();
-  return lost ? Fail("the connection to the display is lost") : 0;
+  if (lost) return Fail("the connection to the display is lost");
+  return started ? int{kExitDone} : Fail("there is no display that could be recorded");
 }
 
 } // namespace framereel

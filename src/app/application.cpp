@@ -73,6 +73,7 @@ AreaPanel PanelOfArea(Application& app) {
 } // namespace
 
 void ApplicationStart(Application& app) {
+  app.options = {};
   SetMemFailureHook(TellThatMemoryEnded, &app);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);

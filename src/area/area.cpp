@@ -9,6 +9,7 @@
 #include "core/memory.h"
 #include "core/notices.h"
 #include "core/numbers.h"
+#include "core/system_kind.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"

@@ -24,12 +24,13 @@ struct StringGroup {
 
 struct StringList {
   uint16_t resourceBase; // group g is named by resource base + g
+  uint16_t most;         // groups that it can have: what lies behind them is named for others
   uint16_t loaded;       // groups that have been looked for
   StringGroup* groups;
 };
 
-StringList programTexts = {128, 0, nullptr};
-StringList alertTexts = {160, 0, nullptr};
+StringList programTexts = {128, 32, 0, nullptr};
+StringList alertTexts = {160, 40, 0, nullptr};
 
 char* LoadText(uint32_t id) {
   char text[kTextBuffer];
@@ -63,6 +64,7 @@ void LoadGroupsUpTo(StringList& list, uint16_t group) {
 const char* Lookup(StringList& list, uint16_t n) {
   auto number = static_cast<uint16_t>(n / kGroupSize);
   uint16_t index = n % kGroupSize;
+  if (number >= list.most) return kNoString;
   if (number >= list.loaded) LoadGroupsUpTo(list, number);
   if (!list.groups) return kNoList;
   if (number >= list.loaded || index >= list.groups[number].count) return kNoString;

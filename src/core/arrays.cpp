@@ -66,6 +66,26 @@ void GrowArrayRemoveAt(GrowArray* array, uint16_t index) {
 
 // ---- Listeners ----------------------------------------------------------------------------------------------------
 
+namespace {
+
+// A walk over a notifier that is under way; walks nest.
+struct NotifierWalk {
+  const Notifier* notifier;
+  int32_t left; // entries that have not had their turn, from the first on
+  NotifierWalk* outer;
+};
+
+NotifierWalk* walks;
+
+// Those that walk on are to find each of the others where it now stands.
+void NoteRemoval(const Notifier* notifier, int32_t index) {
+  for (NotifierWalk* walk = walks; walk; walk = walk->outer) {
+    if (walk->notifier == notifier && index < walk->left) --walk->left;
+  }
+}
+
+} // namespace
+
 void NotifierAdd(Notifier* notifier, NoticeFunction function, void* argument) {
   InsertEntry(&notifier->count, &notifier->entries, notifier->count, {function, argument});
 }
@@ -75,19 +95,23 @@ void NotifierRemove(Notifier* notifier, NoticeFunction function, void* argument)
     const NotifierEntry& entry = notifier->entries[i];
     if (entry.function != function || entry.argument != argument) continue;
     RemoveEntry(&notifier->count, &notifier->entries, static_cast<uint16_t>(i));
+    NoteRemoval(notifier, i);
     return;
   }
 }
 
 void NotifierSend(const Notifier* notifier, intptr_t subject) {
-  for (int32_t i = notifier->count - 1; i >= 0; --i) {
-    if (i >= notifier->count) continue; // listeners have gone meanwhile
-    NotifierEntry entry = notifier->entries[i];
+  NotifierWalk walk = {notifier, notifier->count, walks};
+  walks = &walk;
+  while (walk.left > 0) {
+    const NotifierEntry entry = notifier->entries[--walk.left];
     entry.function(subject, entry.argument);
   }
+  walks = walk.outer;
 }
 
 void NotifierClear(Notifier* notifier) {
+  for (int32_t i = notifier->count - 1; i >= 0; --i) NoteRemoval(notifier, i);
   MemFree(notifier->entries);
   *notifier = {};
 }

@@ -44,8 +44,8 @@ struct Notifier {
 void NotifierAdd(Notifier* notifier, NoticeFunction function, void* argument);
 // Removes the last entry with this very pair; absent: nothing.
 void NotifierRemove(Notifier* notifier, NoticeFunction function, void* argument);
-// Calls function(subject, argument) of each entry, from the last to the first. A listener may remove itself or
-// others; one that is added meanwhile is not called.
+// Calls function(subject, argument) of each entry once, from the last to the first. A listener may remove itself or
+// others, and one that is gone before its turn is not called; nor is one that is added meanwhile.
 void NotifierSend(const Notifier* notifier, intptr_t subject);
 void NotifierClear(Notifier* notifier);
 

@@ -1,8 +1,11 @@
-// See files.h. Here the names and types; the operations on open files stand at the end.
+// See file_refs.h. Here the names and types; the operations on open files stand at the end.
 #include "core/file_refs.h"
+
+#include <cstring>
 
 #include "core/memory.h"
 #include "core/strings.h"
+#include "core/system_kind.h"
 
 namespace framereel {
 
@@ -83,6 +86,8 @@ void FreeFileType(FileType* type) {
 
 namespace {
 
+constexpr size_t kShortName = 8; // bytes of a name that an older system takes
+
 // Takes over all three.
 FileRef* NewFileRef(char* directory, char* name, FileType* type) {
   auto* ref = static_cast<FileRef*>(MemAlloc(sizeof(FileRef)));
@@ -121,7 +126,12 @@ void FreeFileRef(FileRef* ref) {
 
 char* FileRefPath(const FileRef* ref) {
   const char* dot = *ref->type->extension ? "." : "";
-  return StrConcatList(ref->directory, ref->name, dot, ref->type->extension, static_cast<const char*>(nullptr));
+  char* path = StrConcatList(ref->directory, ref->name, dot, ref->type->extension, static_cast<const char*>(nullptr));
+  const size_t length = StrLength(ref->name);
+  if (!path || HasNewShell() || length <= kShortName) return path;
+  char* name = path + StrLength(ref->directory);
+  ::memmove(name + kShortName, name + length, StrLength(name + length) + 1);
+  return path;
 }
 
 FileRef* FileRefFromPath(const char* path) {

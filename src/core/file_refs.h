@@ -55,7 +55,8 @@ FileRef* CopyFileRef(const FileRef* ref);
 void FreeFileRef(FileRef* ref);
 
 // A new string, directory, name, "." and extension, to be released with StrFree. A type without an extension gives
-// no dot either, since here a dot at the end would be part of the name.
+// no dot either, since here a dot at the end would be part of the name. Where names have 8 bytes (HasNewShell), a
+// longer one is cut.
 char* FileRefPath(const FileRef* ref);
 // The type is that of the text behind the path's last "."; null when there is none, or no "/". The path of the
 // FileRef has its type's extension: a letter case or an extension that is not in the table is not kept.

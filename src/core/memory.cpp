@@ -21,7 +21,8 @@ struct Exhaustion {
 };
 
 struct TemporaryBlocks {
-  List* list; // blocks and marks, in the order in which they were made
+  List* list;      // blocks and marks, in the order in which they were made
+  List* outermost; // blocks of the outermost scope that were adopted inside it
   uint32_t openScopes;
   uint32_t marks; // of the outer scopes; one that holds no block yet needs none, so that it costs nothing
 };
@@ -87,6 +88,7 @@ void FatalExit() {
 
 void TempStartUp() {
   temporary.list = ListNew();
+  temporary.outermost = ListNew();
 }
 
 void* TempAlloc(size_t bytes) {
@@ -101,6 +103,12 @@ void* TempAdopt(void* block) {
   return block;
 }
 
+void* TempAdoptOutermost(void* block) {
+  if (temporary.openScopes == 0) return TempAdopt(block);
+  if (block) ListAppend(temporary.outermost, ToListValue(block));
+  return block;
+}
+
 void TempScopeBegin() {
   assert(temporary.list && "ToolkitInit comes first");
   ++temporary.openScopes;
@@ -110,6 +118,8 @@ void TempScopeEnd() {
   if (temporary.openScopes == 0) return;
   if (temporary.marks == temporary.openScopes) FreeInnermost();
   --temporary.openScopes;
+  if (temporary.openScopes > 0) return;
+  ListDrain(temporary.outermost, [](ListValue value) { MemFree(FromListValue<void>(value)); });
 }
 
 } // namespace framereel

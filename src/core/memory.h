@@ -31,8 +31,10 @@ void SetMemFailureHook(MemFailureHook hook, void* argument);
 // around each pass, so a block lives until the event at hand has been dealt with; passes of nested loops nest.
 // Outside any scope, at start-up, a temporary block is never freed. All this needs ToolkitInit.
 void* TempAlloc(size_t bytes);
-// Puts a block from MemAlloc under the current scope and answers it. Null does nothing.
+// Puts a block from MemAlloc under the current scope, or under the outermost one, and answers it. The outermost is for
+// records whose own doings may have opened the scopes inside it. Null does nothing.
 void* TempAdopt(void* block);
+void* TempAdoptOutermost(void* block);
 void TempScopeBegin();
 // Frees what was made since the innermost TempScopeBegin. With no scope open it does nothing.
 void TempScopeEnd();

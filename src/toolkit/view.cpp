@@ -78,7 +78,7 @@ void ViewDestroy(View* view) {
   }
   NotifierClear(&view->listeners);
   AttributeClear(&view->attributes);
-  TempAdopt(view);
+  TempAdoptOutermost(view);
 }
 
 // ---- State -------------------------------------------------------------------------------------------------------

@@ -80,8 +80,9 @@ COLORREF GetPixel(HDC context, int x, int y);
 // `rows` count scan lines from the bottom of the image; row `start` goes to the beginning of `bits`. Answers the rows.
 // By biBitCount: 24 gives blue, green, red bytes of a true-colour bitmap, channels of fewer bits widened so that full
 // stays full; 8 and DIB_PAL_COLORS the colour indices of a palette bitmap (on a screen of 16 colours those of the fixed
-// sixteen); 2 and 1 pack the indices of a bitmap of that depth, the leftmost pixel in the top bits. biHeight is
-// positive. 0 on anything else.
+// sixteen, by the palette that the screen had when the bitmap was made: if that changes, the indices stay); 2 and 1
+// pack the indices of a bitmap of that depth, the leftmost pixel in the top bits. biHeight is positive. 0 on anything
+// else.
 int GetDIBits(HDC context, HBITMAP bitmap, UINT start, UINT rows, void* bits, BITMAPINFO* info, UINT usage);
 
 // ---- Pens, brushes, modes ----------------------------------------------------------------------------------------

@@ -115,8 +115,6 @@ inline constexpr UINT PM_REMOVE = 1;
 // it to that window and its children, first and last (not both 0) to that range of messages. A paint stays until it is
 // painted. WM_QUIT passes every filter.
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
-// Waits for a message and takes it. FALSE when it is WM_QUIT.
-BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
 // Puts WM_CHAR or WM_SYSCHAR at the head of the queue for a key that gives a character.
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
@@ -245,7 +243,7 @@ HWND GetTopWindow(HWND window);
 HWND GetParent(HWND window); // of a child; null for a top-level window
 inline constexpr UINT GW_HWNDNEXT = 2;
 HWND GetWindow(HWND window, UINT which); // GW_HWNDNEXT: the sibling below
-BOOL IsWindowVisible(HWND window);       // it and all its parents
+BOOL IsWindowVisible(HWND window);       // it and all its parents, and its owners, of which none is minimised
 // The window of ours at a point of the screen, children before parents, hidden and disabled ones left out; null for
 // none.
 HWND WindowFromPoint(POINT point);

@@ -139,12 +139,21 @@ TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {
   }
 }
 
-TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLost) {
+TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
+  const auto run = [] {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(RunProgram(), 1);
+    ForgetAllWindows();
+    return testing::internal::GetCapturedStderr();
+  };
   TheMemoryDisplay().present = false;
-  EXPECT_EQ(RunProgram(), 1);
-  TheMemoryDisplay().present = true;
-  MemoryAt(700, [] { TheMemoryDisplay().lost = true; });
-  EXPECT_EQ(RunProgram(), 1);
+  EXPECT_EQ(run(), "framereel: there is no display that could be recorded\n");
+  for (const int32_t windows : {1, 2, 0}) { // the main window, the panel, none
+    MemoryDisplayReset(640, 480, 24);
+    TheMemoryDisplay().windowsUntilLost = windows;
+    MemoryAt(700, [] { TheMemoryDisplay().lost = true; });
+    EXPECT_EQ(run(), "framereel: the connection to the display is lost\n") << windows;
+  }
 }
 
 } // namespace

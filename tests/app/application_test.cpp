@@ -100,12 +100,14 @@ TEST_F(ApplicationTest, RecordsTheAreaThatTheUserDrawsAndKeepsItForTheNextRun) {
 }
 
 TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
+  app.options.loop = false; // left by another run
   WriteWholeFile(folder / "Settings.prf", "Recording Size:44\r\nFrame Delay:60\r\nRecording Area:10,20 100x50\r\n");
   Start();
   EXPECT_EQ(Area(), "{ 9, 19, 111, 70 }"); // in whole blocks of 3
   EXPECT_EQ(app.recorder.outputWidth, 68);
   EXPECT_EQ(app.recorder.outputHeight, 34);
   EXPECT_EQ(app.options.frameDelay, 50);
+  EXPECT_TRUE(app.options.loop);
   End();
   EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 17), "Recording Size:44");
 }

@@ -17,6 +17,7 @@
 #include "platform/windows/window_list.h"
 #include "toolkit/view.h"
 #include "win32/memory/memory_display.h"
+#include "win32/system/system_version.h"
 
 namespace framereel {
 namespace {
@@ -161,8 +162,9 @@ TEST(AreaReadouts, AreSetUpWithTheDefaultArea) {
   EXPECT_EQ(program.recorder.outputWidth, 440);
   EXPECT_EQ(program.recorder.outputHeight, 330);
   program.Act("begin m 100 80 d u");
-  UsableAreaStartUp(false);
+  SetSystemVersion(0x80000003);
   AreaSetDefault(program.area);
+  SetSystemVersion(kThisSystem);
   EXPECT_EQ(program.State(), "rest 0,0 460x345 save");
 }
 

@@ -10,6 +10,7 @@
 #include "core/strings.h"
 #include "support/dice.h"
 #include "support/temporary_folder.h"
+#include "win32/system/system_version.h"
 
 namespace framereel {
 namespace {
@@ -96,6 +97,15 @@ TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
     EXPECT_EQ(copy->type->index, one.type);
     EXPECT_EQ(PathOf(copy.get()), one.back);
   }
+}
+
+TEST(FileRefs, OnAnOlderSystemNamesAreCutToEightBytes) {
+  SetSystemVersion(0x80000003);
+  EXPECT_EQ(PathOf(Ref("/a long folder/123456789.gif").get()), "/a long folder/12345678.gif");
+  EXPECT_EQ(PathOf(Ref("/d/12345678.gif").get()), "/d/12345678.gif");
+  SetSystemVersion(0x80000004);
+  EXPECT_EQ(PathOf(Ref("/d/123456789.gif").get()), "/d/123456789.gif");
+  SetSystemVersion(kThisSystem);
 }
 
 TEST(FileRefs, OfTheProgramItselfAreInTheCurrentDirectoryOrTheRoot) {

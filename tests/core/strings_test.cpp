@@ -64,7 +64,7 @@ TEST(AppStrings, NumbersLeadToTheTextsOfTheirGroup) {
   EXPECT_STREQ(text, "%d% Frames (%s%)");
   EXPECT_STREQ(AppString(171), "No");
   EXPECT_STREQ(AppString(25), "");
-  for (uint16_t n : {172, 199, 200, 65'535, 172}) EXPECT_STREQ(AppString(n), "IJString Error") << n;
+  for (uint16_t n : {172, 199, 200, 3200, 3204, 65'535, 172}) EXPECT_STREQ(AppString(n), "IJString Error") << n;
   EXPECT_EQ(AppString(23), text);
   for (uint16_t n = 0; n < 5; ++n) EXPECT_GT(StrLength(AppAlertString(n)), 0u) << n;
   EXPECT_STREQ(AppAlertString(5), "IJString Error");

@@ -1,5 +1,7 @@
 // Bitmap resources, masks, and single pixels.
+#include "platform/drawing/clip.h"
 #include "platform/sheet.h"
+#include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
@@ -63,16 +65,27 @@ TEST(Masks, AreMadeFromColoursByTheBackground) {
   for (int x = 0; x < 3; ++x) EXPECT_EQ(PixelIsSet(mask, x, 0), x < 2) << x;
 }
 
+// Pixel 1 is black and pixel 2 another white than the rest, where there are two. What lies outside counts as set.
 TEST(PixelIsSet, AnswersTheSameInAndOutOfThePortWhateverTheState) {
   for (const int depth : {1, 8, 16, 24}) {
     SCOPED_TRACE(depth);
     Sheet sheet(4, 1, depth);
     DrawPixel(1, 0);
+    if (depth == 8) TheMemoryDisplay().palette[3] = {255, 255, 255};
+    DrawPixel(2, 0);
+    SetForeColour(kWhite);
+    DrawPixel(2, 0);
     SetBackColour(kBlack);
-    for (int x = 0; x < 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x == 1) << x;
-    EXPECT_EQ(CurrentContext()->backColour, RGB(0, 0, 0));
+    const auto expect = [&sheet] {
+      for (int x = -1; x <= 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x < 0 || x == 1 || x == 4) << x;
+      EXPECT_TRUE(PixelIsSet(sheet.offscreen, 2, 1));
+    };
+    SetClip(0, 0, 1, 1);
+    expect();
+    DrawPixel(1, 0); // the clip stands, and hides nothing from a look
+    expect();
     ReleasePort();
-    for (int x = 0; x < 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x == 1) << x;
+    expect();
   }
 }
 

@@ -331,9 +331,15 @@ TEST_F(InputTest, TheShapeIsThatOfAllWindowsAndOfThoseThatCome) {
   DisplayWindow* frame = MemoryWindowTitled("Framereel");
   SetCursorShape(2);
   EXPECT_EQ(frame->shape, PointerShape::kCross);
-  SetCursorShape(9);
+  SetCursorShape(8);
   SetCursorShape(0);
   EXPECT_EQ(GetCursorShape(), 2);
+  for (const uint16_t own : {5, 6, 7}) {
+    SetCursorShape(own);
+    EXPECT_EQ(GetCursorShape(), own);
+    EXPECT_EQ(frame->shape, PointerShape::kOwn);
+  }
+  SetCursorShape(2);
   MoveOver(a, -80, -50); // over the main window itself
   EXPECT_EQ(frame->shape, PointerShape::kCross);
   MoveOver(OpenTestWindow(kWindowModal | kWindowUnclamped), 5, 5);

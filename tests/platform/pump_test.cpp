@@ -8,6 +8,7 @@
 #include "core/timers.h"
 #include "platform/drawing/current_port.h"
 #include "platform/pump/platform_start.h"
+#include "platform/windows/modal.h"
 #include "support/allocations.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
@@ -178,16 +179,22 @@ TEST_F(PumpTest, ALostDisplayAndASignalEndAllLoops) {
   }
 }
 
-TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEnds) {
+TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideItClosesIt) {
+  const auto closeBoth = [](void* window) {
+    Close(GetModalWindow());
+    Close(window);
+  };
   ChildWindow* window = OpenTestWindow(kWindowUnclamped);
+  TimerSchedule(closeBoth, window, 20);
   SetWindowMethod(
-      window, &WindowMethods::keyDown, +[](ChildWindow* closing, const KeyEvent&, int16_t, int16_t) {
-        CloseChildWindow(closing);
-        calls += closing->flags & kWindowClosed ? "closed " : "open ";
-        calls += IsOpenChildWindow(closing) ? "listed" : "gone";
+      window, &WindowMethods::keyDown, +[](ChildWindow* closed, const KeyEvent&, int16_t, int16_t) {
+        RunModalLoop(OpenTestWindow(kWindowModal), false);
+        OpenTestWindow(kWindowUnclamped); // takes the place of a record that is gone
+        calls += closed->flags & kWindowClosed ? "closed " : "open ";
+        calls += IsOpenChildWindow(closed) ? "listed" : "gone";
       });
   Type('X');
-  EXPECT_EQ(calls, "closed gone");
+  EXPECT_EQ(calls, "close close closed gone");
 }
 
 TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdownAndNotWithoutADisplay) {

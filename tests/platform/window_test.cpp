@@ -7,6 +7,8 @@
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/current_port.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/paint_messages.h"
 #include "platform/windows/window_classes.h"
@@ -235,10 +237,20 @@ TEST_F(WindowTest, ANewDepthIsToldOnceAndANewResolutionNot) {
   Settle();
   EXPECT_EQ(calls, "");
   EXPECT_EQ(Size(main->usableWidth, main->usableHeight), Size(1024, 768));
+  const auto draw = [](intptr_t, void*) {
+    UseDrawState(DrawStateWhite());
+    FillRectXY(0, 0, 3, 3);
+  };
+  NotifyAdd(draw, nullptr);
   MemoryDisplaySetMode(1024, 768, 8);
-  Settle();
+  MSG message;
+  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
   EXPECT_EQ(calls, "2");
   EXPECT_EQ(TheDisplayCaps().screenDepth, 8);
+  const HDC context = CurrentContext(); // a listener draws in the main window
+  EXPECT_EQ(::GetPixel(context, 2, 2), RGB(255, 255, 255));
+  EXPECT_NE(::GetPixel(context, 3, 3), RGB(255, 255, 255));
+  NotifyRemove(draw, nullptr);
 }
 
 // ---- Life --------------------------------------------------------------------------------------------------------

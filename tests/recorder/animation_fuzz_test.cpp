@@ -116,8 +116,9 @@ private:
   uint32_t colours[4];
 };
 
-// What stands in the area, as indices. The pointer is white.
-Bytes IndicesOnScreen(const Rect& area, bool withPointer) {
+// What stands in the area, as indices. The pointer is white. On 16 colours the indices are those of the standard ones,
+// whatever the screen's palette, by the palette that the animation began with.
+Bytes IndicesOnScreen(const Rect& area, bool withPointer, const std::vector<PaletteColour>& firstPalette) {
   const MemoryDisplay& d = TheMemoryDisplay();
   const int depth = d.layout.depth, count = int(d.palette.size());
   Bytes indices;
@@ -129,9 +130,8 @@ Bytes IndicesOnScreen(const Rect& area, bool withPointer) {
       const uint32_t pixel = !covered      ? MemoryPixel(x, y)
                              : depth >= 16 ? MemoryPixelOf(255, 255, 255)
                                            : uint32_t(NearestColour(white, d.palette.data(), count));
-      // On 16 colours the indices are those of the standard ones, whatever the screen's palette.
       indices.push_back(depth >= 16  ? PlainCubeIndex(MemoryColourOf(pixel))
-                        : depth == 4 ? uint8_t(NearestColour(d.palette[pixel], kStandardColours, 16))
+                        : depth == 4 ? uint8_t(NearestColour(firstPalette[pixel], kStandardColours, 16))
                                      : uint8_t(pixel));
     }
   }
@@ -223,10 +223,11 @@ private:
 
   void Take(const Rect& area, uint16_t size) {
     const bool grab = dice.OneIn(5);
-    const Bytes screen = IndicesOnScreen(area, pointer);
+    if (screens.empty()) palette = TheMemoryDisplay().palette;
+    const Bytes screen = IndicesOnScreen(area, pointer, palette);
     if (screens.empty()) {
       plain = PlainBegin(FormatOf(TheMemoryDisplay().layout.depth), size, area.right - area.left,
-                         area.bottom - area.top, TheMemoryDisplay().palette);
+                         area.bottom - area.top, palette);
       head = PlainHeadOf(plain, recording.options.loop ? 0 : -1, recording.recorder.ownerName);
       PlainWriteHead(file, head);
     }
@@ -267,8 +268,9 @@ private:
   PlainVerdict verdict;
   PlainAnimation plain = {};
   PlainHead head = {};
-  Bytes file;                 // that must come out
-  std::vector<Bytes> screens; // the indices on the screen at each frame
+  Bytes file;                         // that must come out
+  std::vector<Bytes> screens;         // the indices on the screen at each frame
+  std::vector<PaletteColour> palette; // as it began
   bool pointer = false, bordered = false;
 };
 

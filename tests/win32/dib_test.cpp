@@ -72,11 +72,13 @@ TEST(GetDIBits, GivesRowsFromTheBottomUpInEveryLayoutAndTouchesNoPadding) {
   }
 }
 
-TEST(GetDIBits, GivesTheFixedSixteenWhateverOrderTheScreensPaletteHas) {
+TEST(GetDIBits, GivesTheFixedSixteenWhateverOrderTheScreensPaletteHadAndHas) {
   ScreenCanvas screen(4, 4, 4);
-  std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
+  std::vector<PaletteColour> palette = TheMemoryDisplay().palette;
   std::shuffle(palette.begin(), palette.end(), std::mt19937(7));
+  TheMemoryDisplay().palette = palette;
   BitmapCanvas canvas(screen.context, 16, 1);
+  std::shuffle(TheMemoryDisplay().palette.begin(), TheMemoryDisplay().palette.end(), std::mt19937(8));
   for (int32_t x = 0; x < 16; ++x) SetPixelAt(canvas.bitmap->surface, x, 0, uint32_t(x));
   ::SelectObject(canvas.context, canvas.before);
   uint8_t bits[16];

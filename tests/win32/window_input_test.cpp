@@ -1,6 +1,10 @@
 // The mouse and the keyboard: who gets what, and what the messages and the key state say.
 #include "win32/window_scene.h"
 
+#include <set>
+
+#include "win32/pixels/cursor.h"
+
 namespace framereel {
 namespace {
 
@@ -173,6 +177,23 @@ TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
   Drain();
   EXPECT_EQ(shown->shape, PointerShape::kCross);
   EXPECT_EQ(::LoadCursorA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
+}
+
+TEST_F(PointerShapes, TheProgramsOwnAreBlackAndWhiteAndLetTheScreenThrough) {
+  const auto program = reinterpret_cast<HINSTANCE>(this);
+  std::set<std::vector<uint32_t>> pictures;
+  for (const WORD id : {1, 2, 3}) {
+    const HCURSOR cursor = ::LoadCursorA(program, MAKEINTRESOURCEA(id));
+    ASSERT_NE(cursor, nullptr);
+    const PointerPicture& picture = *cursor->picture;
+    const std::vector<uint32_t> pixels(picture.pixels, picture.pixels + picture.width * picture.height);
+    EXPECT_EQ(std::set<uint32_t>(pixels.begin(), pixels.end()), (std::set<uint32_t>{0, 0xFF000000, 0xFFFFFFFF}));
+    EXPECT_EQ(pixels.at(size_t(picture.hotY * picture.width + picture.hotX)), 0xFF000000);
+    EXPECT_EQ(::LoadCursorA(program, MAKEINTRESOURCEA(id)), cursor);
+    pictures.insert(pixels);
+  }
+  EXPECT_EQ(pictures.size(), 3U);
+  EXPECT_EQ(::LoadCursorA(program, MAKEINTRESOURCEA(4)), nullptr);
 }
 
 TEST_F(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {

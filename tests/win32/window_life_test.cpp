@@ -152,6 +152,28 @@ TEST_F(WindowLife, WhatAnotherProgramDestroysGoesAsIfWeHad) {
   EXPECT_EQ(TakeLog({"NCDESTROY"}), "dialog NCDESTROY; main NCDESTROY");
 }
 
+TEST_F(WindowLife, TheWindowsOfAMinimisedOneAreNotShownAndPaintWhenTheyComeBack) {
+  HWND dialog = ShowFrame("dialog", {400, 100, 500, 200}, main);
+  HWND child = ShowChild("child", {0, 0, 20, 20}, dialog);
+  const auto expectShown = [=](bool are) {
+    EXPECT_EQ(::IsWindowVisible(dialog), are);
+    EXPECT_EQ(::IsWindowVisible(child), are);
+    EXPECT_EQ(::WindowFromPoint(OnScreen(child, 1, 1)), are ? child : nullptr);
+  };
+  MemoryMinimiseWindow(shown, true);
+  Drain();
+  expectShown(false);
+  TakeLog();
+  ::InvalidateRect(dialog, nullptr, FALSE);
+  ::BringWindowToTop(dialog);
+  Drain();
+  EXPECT_EQ(TakeLog({"PAINT", "ACTIVATE"}), "");
+  MemoryMinimiseWindow(shown, false);
+  Drain();
+  expectShown(true);
+  EXPECT_EQ(TakeLog({"PAINT"}), "dialog PAINT; child PAINT; main PAINT");
+}
+
 TEST_F(WindowLife, AMinimisedChildIsACaptionInTheCornerOfItsParent) {
   HWND child = ShowChild("child", {5, 5, 105, 105}, main, kChildStyle | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX);
   ::ShowWindow(child, SW_MINIMIZE);
@@ -162,13 +184,20 @@ TEST_F(WindowLife, AMinimisedChildIsACaptionInTheCornerOfItsParent) {
 
 TEST_F(WindowLife, DestroyingTellsOwnedWindowsFirstParentsBeforeChildrenAndNonClientTheOtherWay) {
   HWND child = ShowChild("child", {0, 0, 100, 100}, main);
-  ShowChild("grandchild", {0, 0, 50, 50}, child);
+  HWND grandchild = ShowChild("grandchild", {0, 0, 50, 50}, child);
   MakeWindow("dialog", WS_POPUP | WS_CAPTION, {0, 0, 50, 50}, main);
+  ::SetFocus(grandchild);
+  Answer(WM_DESTROY, [grandchild](HWND, WPARAM, LPARAM) {
+    ::SetFocus(grandchild); // which comes too late
+    return 0;
+  });
   TakeLog();
+  ::DestroyWindow(child);
+  EXPECT_EQ(TakeLog(), "child SHOWWINDOW 0; child WINDOWPOSCHANGED; grandchild KILLFOCUS; child DESTROY; "
+                       "grandchild DESTROY; grandchild NCDESTROY; child NCDESTROY");
   ::DestroyWindow(main);
   EXPECT_EQ(TakeLog({"DESTROY", "NCDESTROY", "SHOWWINDOW"}),
-            "dialog DESTROY; dialog NCDESTROY; main SHOWWINDOW 0; main DESTROY; child DESTROY; grandchild DESTROY; "
-            "grandchild NCDESTROY; child NCDESTROY; main NCDESTROY");
+            "dialog DESTROY; dialog NCDESTROY; main SHOWWINDOW 0; main DESTROY; main NCDESTROY");
   EXPECT_FALSE(Lives(main));
   EXPECT_FALSE(Lives(child));
   EXPECT_FALSE(::DestroyWindow(main));

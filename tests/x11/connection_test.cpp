@@ -2,12 +2,18 @@
 // clock.
 #include "x11/artist.h"
 
+#include <arpa/inet.h>
+#include <poll.h>
 #include <sys/shm.h>
+#include <sys/socket.h>
 #include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <functional>
+#include <thread>
 
 #include "win32/x11/x11_display.h"
 
@@ -183,6 +189,69 @@ TEST(X11WithoutServer, AnswersNothing) {
   ::setenv("DISPLAY", server.c_str(), 1);
   EXPECT_TRUE(DisplayOpen());
   DisplayClose();
+}
+
+// The server named by DISPLAY, for one client, to whom it says but so many bytes. While it stands DISPLAY names it.
+class ShortSpokenServer {
+public:
+  explicit ShortSpokenServer(size_t most) : left(most) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    ::bind(listener, reinterpret_cast<sockaddr*>(&address), size);
+    ::listen(listener, 1);
+    ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+    ::setenv("DISPLAY", ("127.0.0.1:" + std::to_string(ntohs(address.sin_port) - 6000)).c_str(), 1);
+    work = std::thread([this] { Serve(); });
+  }
+  ~ShortSpokenServer() {
+    ::shutdown(listener, SHUT_RDWR);
+    work.join();
+    ::close(listener);
+    ::setenv("DISPLAY", name.c_str(), 1);
+  }
+
+private:
+  void Serve() {
+    sockaddr_un address{AF_UNIX, {}};
+    ("/tmp/.X11-unix/X" + name.substr(name.find(':') + 1)).copy(address.sun_path, sizeof address.sun_path - 1);
+    const int client = ::accept(listener, nullptr, nullptr), server = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    ::connect(server, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    pollfd ends[] = {{client, POLLIN, 0}, {server, POLLIN, 0}};
+    while (client >= 0 && left > 0 && ::poll(ends, 2, -1) > 0) {
+      const bool speaks = ends[1].revents;
+      char bytes[4096];
+      const size_t room = speaks ? std::min(left, sizeof bytes) : sizeof bytes;
+      const ssize_t count = ::read(speaks ? server : client, bytes, room);
+      if (count <= 0 || ::send(speaks ? client : server, bytes, size_t(count), MSG_NOSIGNAL) != count) break;
+      if (speaks) left -= size_t(count);
+    }
+    ::close(client);
+    ::close(server);
+  }
+
+  std::string name = ::getenv("DISPLAY");
+  size_t left;
+  int listener = ::socket(AF_INET, SOCK_STREAM, 0);
+  std::thread work;
+};
+
+TEST(X11WithoutServer, IsLostAtAnyMomentOfItsStart) {
+  int losses = 0;
+  bool stands = false;
+  for (size_t most = 0; !stands; most += 331) {
+    ASSERT_LT(most, 1U << 20);
+    const ShortSpokenServer server(most);
+    if (DisplayOpen()) {
+      DisplayWindow* window = DisplayNewWindow({WindowRole::kMain, {0, 0, 50, 50}, nullptr, "late"});
+      stands = window && !DisplayIsLost();
+      if (window) DisplayFreeWindow(window);
+    }
+    losses += DisplayIsLost();
+    DisplayClose();
+  }
+  EXPECT_GT(losses, 3);
 }
 
 // Signals arrive all the time; the bound below does not depend on the machine's speed.

@@ -5,6 +5,7 @@
 #include <map>
 #include <tuple>
 
+#include "win32/win32.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -230,6 +231,27 @@ TEST_F(X11Screen, InvertsUnderPatternsInScreenCoordinates) {
     }
   }
   EXPECT_EQ(Difference(Seen(), screen), "");
+}
+
+TEST_F(X11Screen, IsInvertedAsABitmapIs) {
+  artist.CoverScreen(8);
+  HDC screen = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr), memory = ::CreateCompatibleDC(screen);
+  HBITMAP bitmap = ::CreateCompatibleBitmap(screen, 16, 16);
+  HGDIOBJ before = ::SelectObject(memory, bitmap);
+  ::BitBlt(memory, 0, 0, 16, 16, screen, 0, 0, SRCCOPY);
+  for (HDC context : {screen, memory}) {
+    ::SetROP2(context, R2_NOTXORPEN);
+    ::SelectObject(context, ::GetStockObject(NULL_PEN));
+    ::SelectObject(context, ::GetStockObject(BLACK_BRUSH));
+    ::Rectangle(context, 3, 0, 13, 17);
+  }
+  ::BitBlt(screen, 16, 0, 16, 16, memory, 0, 0, SRCCOPY);
+  Catch();
+  EXPECT_EQ(Difference(artist.Look({16, 0, 32, 16}), artist.Look({0, 0, 16, 16})), "");
+  ::SelectObject(memory, before);
+  ::DeleteObject(bitmap);
+  ::DeleteDC(memory);
+  ::DeleteDC(screen);
 }
 
 } // namespace

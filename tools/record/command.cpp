@@ -16,10 +16,17 @@ namespace framereel {
 
 namespace {
 
+constexpr const char* kScreenLost = "the connection to the display was lost";
+
 constexpr size_t kReserveSize = size_t{2} * kStreamChunkSize; // a save may need a chunk for the trailer
+
+bool RefuseAll(Refusal& refusal, const char* reason) {
+  return Refuse(refusal, "%s; nothing was recorded", reason);
+}
 
 bool StartScreen(Refusal& refusal) {
   if (EngineStartUp()) return true;
+  if (ScreenIsLost()) return RefuseAll(refusal, kScreenLost);
   const char* name = ::getenv("DISPLAY");
   if (!name || !*name) return Refuse(refusal, "there is no display to record: DISPLAY is not set");
   return Refuse(refusal, "there is no display to record: \"%s\", as DISPLAY names it, does not answer", name);
@@ -78,7 +85,7 @@ void SetUpRecording(RecordCommand& command) {
 const char* ReasonOf(RecordingEnd end) {
   switch (end) {
   case RecordingEnd::kScreenLost:
-    return "the connection to the display was lost";
+    return kScreenLost;
   case RecordingEnd::kScreenChanged:
     return "the screen's colour depth has changed";
   case RecordingEnd::kFull:
@@ -97,7 +104,7 @@ int Save(RecordCommand& command, const char* reason) {
   ProgressClear(command.progress);
   if (command.output.direct && command.signals) StopSignalsRelease(*command.signals);
   if (command.recording.frames == 0) {
-    Refuse(refusal, "%s; nothing was recorded", reason ? reason : "no frame was taken");
+    RefuseAll(refusal, reason ? reason : "no frame was taken");
   } else if (!OutputSave(command.output, command.gif, refusal)) {
     if (reason) Complain(command.messages, reason);
   } else if (reason) {
@@ -146,6 +153,7 @@ int RecordAndSave(RecordCommand& command) {
 // With the display open. False with the reason, before anything was recorded.
 bool Prepare(RecordCommand& command, Refusal& refusal) {
   SetUpRecorder(command, refusal);
+  if (ScreenIsLost()) return RefuseAll(refusal, kScreenLost); // it tells no depth and no size
   if (!command.recorder.recordingAllowed) return false;
   return SetUpArea(command, refusal) && OutputOpen(command.output, refusal);
 }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 
+#include "core/standard_streams.h"
 #include "record/options.h"
 #include "record/output_file.h"
 #include "record/progress.h"
@@ -12,8 +13,6 @@
 #include "record/signals.h"
 
 namespace framereel {
-
-enum ExitStatus : int { kExitDone = 0, kExitFailed = 1, kExitUsage = 2 };
 
 struct RecordCommand {
   // Set for each run. `output` comes from OutputFind.

@@ -1,7 +1,6 @@
 // framereel-record: records a rectangle of the screen into an animated GIF, without a window, for scripts and tests.
 //
 // options.h says what can be asked for, command.h does it.
-#include <fcntl.h>
 #include <unistd.h>
 
 #include "record/command.h"
@@ -19,19 +18,8 @@ bool Wait(void* owner, uint32_t milliseconds) {
   return StopSignalsWait(*static_cast<StopSignals*>(owner), milliseconds);
 }
 
-// A descriptor from 0 to 2 that the caller has closed would be given to the display or the file, and messages would go
-// there. One that nothing can be written to takes its place.
-void FillStandardDescriptors() {
-  int descriptor;
-  do {
-    descriptor = ::open("/dev/null", O_RDONLY);
-  } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-  if (descriptor >= 0) ::close(descriptor);
-}
-
-// What was asked for is on standard output only if all of it could be written.
 int Printed() {
-  if (fflush(stdout) == 0 && !ferror(stdout)) return kExitDone;
+  if (StandardOutputIsWritten()) return kExitDone;
   Complain(stderr, "standard output cannot be written to");
   return kExitFailed;
 }

@@ -14,8 +14,6 @@ namespace {
 constexpr DWORD kOperations[] = {0, SRCCOPY, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
 constexpr DWORD kMaskOperations[] = {0, kPatternOrSource, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
 
-constexpr COLORREF kWhite = RGB(255, 255, 255);
-
 // A context to read a Port's pixels from, and how to give it back.
 struct CopySource {
   HDC context;
@@ -71,19 +69,17 @@ void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode) {
   CloseSource(open);
 }
 
-// In the current Port the pixel is copied out, since a clip would hide it from a look in place. On the way to a bitmap
-// of one bit the background colour becomes white, so for this it has to be that.
 bool PixelIsSet(const Offscreen* offscreen, int x, int y) {
-  if (CurrentPort() == &offscreen->port) {
-    const COLORREF before = ::SetBkColor(CurrentContext(), kWhite);
-    ::BitBlt(OnePixelContext(), 0, 0, 1, 1, CurrentContext(), x, y, SRCCOPY);
-    ::SetBkColor(CurrentContext(), before);
-    return ::GetPixel(OnePixelContext(), 0, 0) != kWhite;
-  }
   const CopySource open = OpenSource(&offscreen->port);
+  // That of the current Port has a clip, which would hide the pixel.
+  const HRGN clip = ::CreateRectRgn(0, 0, 0, 0);
+  const bool clipped = ::GetClipRgn(open.context, clip) == 1;
+  ::SelectClipRgn(open.context, nullptr);
   const COLORREF colour = ::GetPixel(open.context, x, y);
+  if (clipped) ::SelectClipRgn(open.context, clip);
+  ::DeleteObject(clip);
   CloseSource(open);
-  return colour != kWhite;
+  return colour != RGB(255, 255, 255);
 }
 
 } // namespace framereel

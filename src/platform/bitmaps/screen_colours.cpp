@@ -1,6 +1,8 @@
 // Asking the device for its colours: a palette, the sixteen standard ones, or what is nearest to an even spread.
 #include "platform/bitmaps/screen_colours.h"
 
+#include <algorithm>
+
 #include "core/memory.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/shared_contexts.h"
@@ -39,11 +41,13 @@ void ListStandard(ColourList* out) {
   for (const PaletteColour& c : kStandardColours) out->colours[out->count++] = Widen(c.red, c.green, c.blue);
 }
 
-// Asks for an even spread of 512 colours and keeps what the screen has for them, up to the number that it tells.
+// Asks for an even spread of colours and keeps what the screen has for them, up to the number that it tells: -1 where
+// it has more than it could count.
 void ListNearest(ColourList* out) {
+  constexpr uint32_t kSpread = 512;
   const auto most = uint32_t(::GetDeviceCaps(ScreenContext(), NUMCOLORS));
-  AllocateColours(out, most);
-  for (int i = 0; i < 512 && out->count < most; ++i) {
+  AllocateColours(out, std::min(most, kSpread));
+  for (uint32_t i = 0; i < kSpread && out->count < most; ++i) {
     const auto level = [i](int shift) { return BYTE((i >> shift & 7) * 255 / 7); };
     const COLORREF nearest = ::GetNearestColor(ScreenContext(), RGB(level(6), level(3), level(0)));
     AddOnce(out, Widen(GetRValue(nearest), GetGValue(nearest), GetBValue(nearest)));

@@ -2,6 +2,7 @@
 #include "platform/display/display_caps.h"
 
 #include "core/notices.h"
+#include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
 #include "win32/pixels/display.h"
 
@@ -31,6 +32,7 @@ void ReadDisplayCaps() {
   if (depth == caps.screenDepth && colour == caps.screenHasColour) return;
   caps.screenDepth = depth;
   caps.screenHasColour = colour;
+  SetPortMain(nullptr); // a listener may draw
   NotifySend(nullptr, kChangeDisplay);
 }
 

@@ -14,7 +14,8 @@ struct DisplayCaps {
   int16_t screenWidth, screenHeight; // pixels
 };
 
-// Reads the display; sends change code 2 when depth or colour are not what they were, and at the first call.
+// Reads the display; sends change code 2 when depth or colour are not what they were, and at the first call. The main
+// window is the current Port then, and afterwards.
 void ReadDisplayCaps();
 const DisplayCaps& TheDisplayCaps();
 // The next reading counts as the first.

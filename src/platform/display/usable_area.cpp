@@ -3,13 +3,12 @@
 
 #include "core/numbers.h"
 #include "core/rects.h"
+#include "core/system_kind.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/records/window_records.h"
 
 namespace framereel {
 namespace {
-
-bool hasNewShell;
 
 // Takes the task bar off the screen. The two diagonals of the screen tell at which edge a bar stands: its centre lies
 // in one of the four triangles between them.
@@ -26,20 +25,12 @@ void TakeBarOff(const RECT& bar, Rect* screen) {
 
 } // namespace
 
-void UsableAreaStartUp(bool newShell) {
-  hasNewShell = newShell;
-}
-
-bool HasNewShell() {
-  return hasNewShell;
-}
-
 bool QueryUsableArea(Rect* usable) {
   const HDC screen = ScreenContext();
   *usable = {0, 0, PinToShort(::GetDeviceCaps(screen, VERTRES)), PinToShort(::GetDeviceCaps(screen, HORZRES))};
   APPBARDATA bar = {};
   bar.cbSize = sizeof bar;
-  if (hasNewShell && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
+  if (HasNewShell() && ::SHAppBarMessage(ABM_GETTASKBARPOS, &bar)) TakeBarOff(bar.rc, usable);
   const MainWindow* main = TheMainWindow();
   return !RectEqual(*usable, RectOf(main->usableLeft, main->usableTop, main->usableWidth, main->usableHeight));
 }

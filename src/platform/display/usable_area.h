@@ -9,8 +9,4 @@ namespace framereel {
 // in windows/display_change.h.
 bool QueryUsableArea(Rect* usable);
 
-// newShell: there may be a task bar, and it can be asked for.
-void UsableAreaStartUp(bool newShell);
-bool HasNewShell();
-
 } // namespace framereel

@@ -5,8 +5,7 @@ namespace framereel {
 namespace {
 
 struct Contexts {
-  HDC screen, memory, source, onePixel;
-  HBITMAP onePixelBitmap;
+  HDC screen, memory, source;
 };
 
 Contexts contexts;
@@ -19,15 +18,10 @@ bool SharedContextsStartUp() {
   if (!contexts.screen) return false;
   contexts.memory = ::CreateCompatibleDC(contexts.screen);
   contexts.source = ::CreateCompatibleDC(contexts.screen);
-  contexts.onePixel = ::CreateCompatibleDC(contexts.screen);
-  contexts.onePixelBitmap = ::CreateBitmap(32, 1, 1, 1, nullptr);
-  ::SelectObject(contexts.onePixel, contexts.onePixelBitmap);
   return true;
 }
 
 void SharedContextsShutDown() {
-  ::DeleteDC(contexts.onePixel);
-  ::DeleteObject(contexts.onePixelBitmap);
   ::DeleteDC(contexts.source);
   ::DeleteDC(contexts.memory);
   ::DeleteDC(contexts.screen);
@@ -44,10 +38,6 @@ HDC MemoryContext() {
 
 HDC SourceContext() {
   return contexts.source;
-}
-
-HDC OnePixelContext() {
-  return contexts.onePixel;
 }
 
 } // namespace framereel

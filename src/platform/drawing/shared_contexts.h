@@ -11,9 +11,8 @@ namespace framereel {
 bool SharedContextsStartUp();
 void SharedContextsShutDown();
 
-HDC ScreenContext();   // the whole screen, and what is asked about the device
-HDC MemoryContext();   // holds the Offscreen that is the current Port
-HDC SourceContext();   // holds an Offscreen while pixels are copied out of it
-HDC OnePixelContext(); // holds a bitmap of 32 by 1 bits, for tests of a single pixel
+HDC ScreenContext(); // the whole screen, and what is asked about the device
+HDC MemoryContext(); // holds the Offscreen that is the current Port
+HDC SourceContext(); // holds an Offscreen while pixels are copied out of it
 
 } // namespace framereel

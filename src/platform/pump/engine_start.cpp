@@ -12,7 +12,10 @@ namespace framereel {
 
 bool EngineStartUp() {
   ToolkitInit();
-  if (!SharedContextsStartUp()) return false;
+  if (!SharedContextsStartUp()) {
+    DisplayClose(); // it may have been lost just after it was opened
+    return false;
+  }
   OffscreensStartUp();
   ReadDisplayCaps();
   return true;

@@ -6,7 +6,6 @@
 #include "platform/bitmaps/offscreens.h"
 #include "platform/controls/edit_session.h"
 #include "platform/display/display_caps.h"
-#include "platform/display/usable_area.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
@@ -34,13 +33,6 @@ namespace {
 
 bool started;
 
-// Systems of the newer kind, and the older ones from version 4 on.
-bool SystemHasNewShell() {
-  constexpr DWORD kOlderKind = 0x80000000;
-  const DWORD version = ::GetVersion();
-  return !(version & kOlderKind) || BYTE(version) > 3;
-}
-
 void StartWindowState() {
   PumpStartUp();
   ActiveWindowStartUp();
@@ -59,10 +51,12 @@ void StartWindowState() {
 bool PlatformInit(HINSTANCE instance, HINSTANCE previousInstance, const char*, int showCommand) {
   if (started) return true;
   ToolkitInit();
-  if (!SharedContextsStartUp()) return false;
+  if (!SharedContextsStartUp()) {
+    DisplayClose(); // it may have been lost just after it was opened
+    return false;
+  }
   started = true;
   ForgetDisplayCaps();
-  UsableAreaStartUp(SystemHasNewShell());
   StartHandlingMessages();
   if (!previousInstance) RegisterWindowClasses(instance, MainWindowProcedure, ChildWindowProcedure);
   StartWindowState();

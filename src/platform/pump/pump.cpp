@@ -81,8 +81,7 @@ void PumpOneEvent(ChildWindow* window, bool mayWait) {
   ReleasePort();
   const HWND filter = window ? window->window : nullptr;
   MSG message;
-  if (::PeekMessageA(&message, filter, 0, 0, PM_NOREMOVE)) {
-    ::GetMessageA(&message, filter, 0, 0);
+  if (::PeekMessageA(&message, filter, 0, 0, PM_REMOVE)) {
     DispatchOne(message);
     --state.passesLeft;
   } else {
@@ -93,9 +92,11 @@ void PumpOneEvent(ChildWindow* window, bool mayWait) {
   TempScopeEnd();
 }
 
-// The record goes with the pass in which the window is closed, so it is looked for and not looked at.
+// The scope around the passes keeps the record for a last look at it.
 void RunModalLoop(ChildWindow* window, bool restrict) {
-  while (IsOpenChildWindow(window) && LoopsMayRun()) PumpOneEvent(restrict ? window : nullptr, true);
+  TempScopeBegin();
+  while (!(window->flags & kWindowClosed) && LoopsMayRun()) PumpOneEvent(restrict ? window : nullptr, true);
+  TempScopeEnd();
 }
 
 void FlushPaints() {

@@ -1,7 +1,8 @@
 // The event loop: the only place where the program waits, and where everything it does begins.
 //
 // A pass dispatches one message of the platform or, when there is none, polls the mouse and sleeps until the next timer
-// is due. At most one timer fires in a pass. Records that are closed or destroyed in a pass can be read until it ends.
+// is due. At most one timer fires in a pass. Records that are closed or destroyed in a pass can be read until it ends
+// and, in a nested loop, until the outermost pass does: what they are in the middle of may be on its stack.
 #pragma once
 
 #include <cstdint>
@@ -20,8 +21,8 @@ void EndAllLoops();
 // One pass. With a window it sees that window's messages alone, and no timer fires. mayWait: an idle pass sleeps, at
 // most 50 ms, and not even a message wakes it.
 void PumpOneEvent(ChildWindow* window, bool mayWait);
-// Passes until the window is closed; restricted to its messages if asked. The record is gone afterwards. It also ends
-// at EndAllLoops and when the display is lost, with the window still there.
+// Passes until the window is closed; restricted to its messages if asked. It also ends at EndAllLoops and when the
+// display is lost, with the window still there.
 void RunModalLoop(ChildWindow* window, bool restrict);
 // Dispatches the paints that are due. All other messages stay in the queue, in their order.
 void FlushPaints();

@@ -169,6 +169,7 @@ ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t fla
   window->window =
       ::CreateWindowExA(kind.extendedStyle, windowClass.name, title, kind.style, CW_USEDEFAULT, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, parent->window, nullptr, parent->instance, nullptr);
+  pending = nullptr; // also of a window that could not be made
   NameSystemMenu(window->window);
   // Twice, for the thickness of the frame is known only after the first.
   StartChildGeometry(window);
@@ -203,7 +204,7 @@ void CloseChildWindow(ChildWindow* window) {
   window->flags |= kWindowClosed;
   NotifierSend(&window->listeners, ToListValue(window));
   TakeApart(window);
-  TempAdopt(window);
+  TempAdoptOutermost(window);
   EvaluateActiveWindow();
   RestoreFocus();
 }

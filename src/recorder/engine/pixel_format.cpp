@@ -32,11 +32,11 @@ bool DetectPixelFormat(PixelFormat* format) {
 }
 
 const char* FormatColourCount(PixelFormat format) {
-  if (format == kFormatTrueColour) return AppString(kStringMillionsOf);
-  uint16_t depth = 0;
+  uint16_t depth = ScreenDepth();
   for (const DepthFormat& row : kDepthFormats) {
     if (row.format == format) depth = row.depth;
   }
+  if (depth >= 16) return AppString(kStringMillionsOf);
   return FormatTemp("%d%", 1 << depth);
 }
 

@@ -12,12 +12,13 @@ inline constexpr PixelFormat kFormatTrueColour = 3; // blue, green, red bytes; f
 inline constexpr PixelFormat kFormat2Bit = 6;       // four pixels a byte, leftmost in the top bits
 inline constexpr PixelFormat kFormat1Bit = 7;       // eight pixels a byte, leftmost in the top bit
 inline constexpr PixelFormat kFormat4Bit = 8;       // a byte a pixel, the index in its low four bits
-inline constexpr PixelFormat kFormatNone = 9;       // no animation
+inline constexpr PixelFormat kFormatNone = 9;       // no animation, or a screen that cannot be recorded
 
 // The screen's format by its depth. False at a depth that cannot be recorded, and `format` then keeps its value.
 bool DetectPixelFormat(PixelFormat* format);
 
-// The number of colours of a format in words for the user, good until the current event ends.
+// The number of colours of a format in words for the user, good until the current event ends; of the screen as it is
+// for kFormatNone.
 const char* FormatColourCount(PixelFormat format);
 
 } // namespace framereel

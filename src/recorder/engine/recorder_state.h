@@ -105,7 +105,7 @@ struct RecorderState {
   bool animationStarted = false;
   bool captureBusy = false;                  // guards RecorderCaptureFrame against itself
   bool cursorOverlayOn = false;              // the option as it stood at the first frame
-  PixelFormat screenFormat = 0;              // as last detected
+  PixelFormat screenFormat = kFormatNone;    // as last detected
   PixelFormat animationFormat = kFormatNone; // kFormatNone: there is no animation
   ScreenStatus screenStatus = kScreenFine;
   uint32_t frameCount = 0;      // frames in the stream

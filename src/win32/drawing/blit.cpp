@@ -207,7 +207,8 @@ bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, 
   Copy copy = {{}, {}, TranslationOf(*to, *from), operation, {}};
   if (operation == kPatternOrSource) copy.brush = BrushPaint(*to, *to->brush, R2_COPYPEN);
   const bool sameSurface = !from->screen && !to->screen && SurfaceOf(*from).pixels == SurfaceOf(*to).pixels;
-  const bool apart = sameSurface && (!sameSize || !replaces || to->bounded || to->clipped);
+  const bool inOrder = operation == SRCCOPY && sameSize && !to->bounded && !to->clipped; // CopyRows
+  const bool apart = sameSurface && !inOrder;
   if (!TakeSource(*from, fromRect, apart, &copy.source)) return false;
   bool done = OpenTarget(to, toRect, replaces ? TargetPixels::kReplaced : TargetPixels::kKept, &target);
   if (done) {

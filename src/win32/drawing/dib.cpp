@@ -8,19 +8,12 @@ using namespace framereel;
 
 namespace {
 
-// On a screen of 16 colours the rows hold indices of the fixed sixteen, whatever order the screen's palette has.
-void FillSixteenMap(uint8_t map[16]) {
-  PaletteColour palette[256];
-  DisplayPalette(palette);
-  for (int i = 0; i < 16; ++i) map[i] = uint8_t(NearestColour(palette[i], kStandardColours, kStandardColourCount));
-}
-
-// What a run of rows is turned by; the sixteen map is filled where it is needed.
+// What a run of rows is turned by.
 struct RowReader {
   PixelLayout layout;
   size_t width;
   WORD bitCount;
-  uint8_t sixteen[16];
+  const uint8_t* sixteen; // of the bitmap
 };
 
 void ReadRow(const RowReader& reader, const uint8_t* row, uint8_t* out) {
@@ -63,8 +56,7 @@ int GetDIBits(HDC context, HBITMAP bitmap, UINT start, UINT rows, void* bits, BI
   if (start >= height) return 0;
   if (rows > height - start) rows = height - start;
 
-  RowReader reader = {surface.layout, size_t(surface.width), header.biBitCount, {}};
-  if (surface.layout.depth == 4) FillSixteenMap(reader.sixteen);
+  const RowReader reader = {surface.layout, size_t(surface.width), header.biBitCount, bitmap->sixteen};
   const size_t rowBytes = (size_t(surface.width) * header.biBitCount + 31) / 32 * 4;
   auto* out = static_cast<uint8_t*>(bits);
   for (UINT line = start; line < start + rows; ++line) {

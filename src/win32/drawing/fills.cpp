@@ -9,19 +9,22 @@
 namespace framereel {
 namespace {
 
-// The pixel value of a colour. Under R2_NOTXORPEN black has no bit and white has all, whatever a palette says, so that
-// black inverts and white leaves.
-uint32_t PixelOf(const Win32DeviceContext& context, COLORREF colour, int rop) {
+// The bits that inverting changes: those of the screen in everything that has its colours.
+uint32_t InvertedBits(const Win32DeviceContext& context) {
   const PixelLayout layout = LayoutOf(context);
-  if (rop == R2_NOTXORPEN && colour == RGB(0, 0, 0)) return 0;
-  if (rop == R2_NOTXORPEN && colour == RGB(255, 255, 255)) return PixelBits(layout);
-  return PixelOf(MapOf(layout, HasScreenColours(context)), colour);
+  const ScreenFacts screen = DisplayScreen();
+  const bool likeScreen = HasScreenColours(context) && layout.depth == screen.layout.depth;
+  return likeScreen ? screen.inverted : PixelBits(layout);
 }
 
-// not (a xor b) is (not a) xor b.
+// What is put down, or exclusive-or'ed, for a colour. Under R2_NOTXORPEN black inverts and white leaves, whatever a
+// palette says; of other colours not (a xor b) is (not a) xor b.
 uint32_t ValueOf(const Win32DeviceContext& context, COLORREF colour, int rop) {
-  const uint32_t pixel = PixelOf(context, colour, rop);
-  return rop == R2_NOTXORPEN ? ~pixel & PixelBits(LayoutOf(context)) : pixel;
+  if (rop == R2_NOTXORPEN && colour == RGB(0, 0, 0)) return InvertedBits(context);
+  if (rop == R2_NOTXORPEN && colour == RGB(255, 255, 255)) return 0;
+  const PixelLayout layout = LayoutOf(context);
+  const uint32_t pixel = PixelOf(MapOf(layout, HasScreenColours(context)), colour);
+  return rop == R2_NOTXORPEN ? ~pixel & PixelBits(layout) : pixel;
 }
 
 // Eight pixels a step, which the compiler turns into a few wide operations.
@@ -59,8 +62,7 @@ void PaintTarget(const DrawingTarget& target, const Paint& paint) {
 
 // Whether each pixel is either left or inverted; `pattern`, in the target's coordinates, then has a 1 for the inverted.
 bool OnlyInverts(const Win32DeviceContext& context, const Paint& paint, uint8_t pattern[8]) {
-  const uint32_t all = PixelBits(LayoutOf(context));
-  const auto inverts = [all](uint32_t value) { return value == all; };
+  const auto inverts = [bits = InvertedBits(context)](uint32_t value) { return value == bits; };
   if (paint.keep == 0) return false;
   for (const uint32_t value : paint.value) {
     if (value != 0 && !inverts(value)) return false;

@@ -28,6 +28,7 @@ struct Win32Bitmap {
   framereel::Surface surface;
   bool ofScreen;              // in the screen's format: the display made the surface, and frees it
   Win32DeviceContext* holder; // the context that it is selected into, or null
+  uint8_t sixteen[16];        // at 4 bits: the fixed colour that each pixel had when the bitmap was made
 };
 
 struct Win32Pen {

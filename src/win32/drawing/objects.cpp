@@ -33,8 +33,16 @@ BOOL DeleteBitmap(HBITMAP bitmap) {
   return TRUE;
 }
 
+// On a screen of 16 colours: which of the fixed sixteen each pixel stands for, whatever order the screen's palette has.
+void FillSixteen(uint8_t sixteen[16]) {
+  PaletteColour palette[256];
+  DisplayPalette(palette);
+  for (int i = 0; i < 16; ++i) sixteen[i] = uint8_t(NearestColour(palette[i], kStandardColours, kStandardColourCount));
+}
+
 HBITMAP NewBitmap(Surface surface, bool ofScreen) {
-  auto* bitmap = new (std::nothrow) Win32Bitmap{{GdiKind::kBitmap, false, 0}, surface, ofScreen, nullptr};
+  auto* bitmap = new (std::nothrow) Win32Bitmap{{GdiKind::kBitmap, false, 0}, surface, ofScreen, nullptr, {}};
+  if (bitmap && surface.layout.depth == 4) FillSixteen(bitmap->sixteen);
   if (bitmap) return bitmap;
   if (ofScreen) {
     DisplayFreeSurface(&surface);

@@ -1,6 +1,9 @@
 // Cursors and icons that can be loaded, and which one the pointer shows over our windows.
 #include "win32/input/cursors.h"
 
+#include <map>
+
+#include "resources/cursors.h"
 #include "win32/pixels/cursor.h"
 #include "win32/windows/window_surfaces.h"
 #include "win32/windows/window_tree.h"
@@ -18,6 +21,29 @@ StockCursor stockCursors[] = {
     {IDC_WAIT, {nullptr, PointerShape::kWait}},
     {IDC_CROSS, {nullptr, PointerShape::kCross}},
 };
+
+// One of the program's resources, made at its first use.
+struct OwnCursor {
+  uint32_t pixels[kCursorSide * kCursorSide] = {};
+  PointerPicture picture = {kCursorSide, kCursorSide, 0, 0, pixels};
+  Win32Cursor cursor = {&picture, PointerShape::kOwn};
+
+  explicit OwnCursor(const CursorResource& resource) {
+    picture.hotX = resource.hotX;
+    picture.hotY = resource.hotY;
+    for (int32_t i = 0; i < kCursorSide * kCursorSide; ++i) {
+      const char sign = resource.rows[i / kCursorSide][i % kCursorSide];
+      pixels[i] = sign == '#' ? 0xFF000000 : sign == 'o' ? 0xFFFFFFFF : 0;
+    }
+  }
+  OwnCursor(const OwnCursor&) = delete; // it points into itself
+};
+
+HCURSOR LoadOwnCursor(uintptr_t id) {
+  static std::map<uintptr_t, OwnCursor> cursors;
+  const CursorResource* resource = id <= UINT16_MAX ? FindCursorResource(uint16_t(id)) : nullptr;
+  return resource ? &cursors.try_emplace(id, *resource).first->second.cursor : nullptr;
+}
 
 constexpr int32_t kIconSize = 32;
 
@@ -63,8 +89,9 @@ void RefreshPointer() {
 using namespace framereel;
 
 HCURSOR LoadCursorA(HINSTANCE instance, const char* name) {
+  if (instance) return LoadOwnCursor(reinterpret_cast<uintptr_t>(name));
   for (StockCursor& stock : stockCursors) {
-    if (!instance && stock.name == name) return &stock.cursor;
+    if (stock.name == name) return &stock.cursor;
   }
   return nullptr;
 }

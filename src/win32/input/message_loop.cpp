@@ -17,8 +17,6 @@
 namespace framereel {
 namespace {
 
-constexpr uint32_t kNapMs = 10; // of a call that waits for a message
-
 struct Filter {
   HWND window;
   UINT first, last;
@@ -117,16 +115,6 @@ using namespace framereel;
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
   if (!message || (window && !IsLive(window))) return FALSE;
   return Next({window, first, last}, remove & PM_REMOVE, message);
-}
-
-BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
-  if (!message) return FALSE;
-  while (!Next({window, first, last}, true, message)) {
-    // Nothing will come any more.
-    if (DisplayIsLost()) ::PostQuitMessage(1);
-    DisplaySleep(kNapMs);
-  }
-  return message->message != WM_QUIT;
 }
 
 BOOL TranslateMessage(const MSG* message) {

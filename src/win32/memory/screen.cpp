@@ -64,7 +64,8 @@ bool MemoryWritePicture(const std::string& path) {
 
 ScreenFacts DisplayScreen() {
   const MemoryDisplay& display = TheMemoryDisplay();
-  return {display.width, display.height, display.layout};
+  if (display.lost) return {};
+  return {display.width, display.height, display.layout, PixelBits(display.layout)};
 }
 
 void DisplayPalette(PaletteColour* colours) {

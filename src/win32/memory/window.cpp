@@ -258,7 +258,9 @@ DisplayWindow* MemoryWindowAt(int32_t x, int32_t y) {
 // ---- Ours --------------------------------------------------------------------------------------------------------
 
 DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {
-  if (TheMemoryDisplay().lost || !TheMemoryDisplay().present) return nullptr;
+  MemoryDisplay& display = TheMemoryDisplay();
+  if (display.windowsUntilLost > 0) display.lost = --display.windowsUntilLost == 0;
+  if (display.lost || !display.present) return nullptr;
   DisplayWindow record = {};
   record.ours = true;
   record.role = spec.role;

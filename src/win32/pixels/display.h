@@ -24,6 +24,7 @@ bool DisplayIsLost();
 struct ScreenFacts {
   int32_t width, height; // pixels
   PixelLayout layout;    // of everything that is read from the screen or drawn on it
+  uint32_t inverted;     // the bits of a pixel whose change inverts it: black and white take each other's place
 };
 
 // As of now: a change of resolution or depth is seen at the next call. All zero before DisplayOpen.
@@ -48,8 +49,8 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
 // What lies off the screen is cut.
 bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, int32_t y);
 
-// Inverts the pixels of the rectangle where the 8 by 8 pattern has a 1: bit 7 - x mod 8 of pattern[y mod 8], in screen
-// coordinates. Twice is as before.
+// Inverts the pixels of the rectangle (ScreenFacts) where the 8 by 8 pattern has a 1: bit 7 - x mod 8 of pattern[y mod
+// 8], in screen coordinates. Twice is as before.
 bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]);
 
 // ---- The pointer -------------------------------------------------------------------------------------------------

@@ -3,12 +3,26 @@
 
 #include "win32/pixels/display_windows.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/system/system_version.h"
 #include "win32/win32.h"
+
+namespace framereel {
+namespace {
+
+DWORD systemVersion = kThisSystem;
+
+} // namespace
+
+void SetSystemVersion(DWORD version) {
+  systemVersion = version;
+}
+
+} // namespace framereel
 
 using namespace framereel;
 
 DWORD GetVersion() {
-  return 5;
+  return systemVersion;
 }
 
 BOOL MessageBeep(UINT) {

@@ -140,15 +140,13 @@ void SyncOwned(HWND owner) {
 // Shows or hides a top-level window on the display as its state and its owners say, and the windows that it owns.
 void SyncOnScreen(HWND window) {
   if (!window->top) return;
-  bool wanted = Has(*window, WS_VISIBLE);
-  for (HWND owner = window->owner; owner; owner = owner->owner) {
-    wanted = wanted && Has(*owner, WS_VISIBLE) && !owner->minimised;
-  }
+  const bool wanted = Has(*window, WS_VISIBLE) && OwnersAreShown(*window);
   ShownSurface& shown = window->top->shown;
   if (shown.onScreen != wanted) {
     shown.onScreen = wanted;
     DisplayShowWindow(shown.display, wanted);
     if (wanted) NoteDamage(&shown, BoundsOf(shown.surface));
+    if (wanted) Expose(window, VisibleWindow(*window)); // what it was to paint meanwhile was not noted
   }
   SyncOwned(window);
 }
@@ -218,7 +216,7 @@ void SetVisible(HWND window, bool visible) {
   window->style = visible ? window->style | WS_VISIBLE : window->style & ~WS_VISIBLE;
   SyncOnScreen(window);
   if (!visible && window->parent) Expose(window->parent, before);
-  if (visible) Expose(window, VisibleWindow(*window));
+  if (visible && window->parent) Expose(window, VisibleWindow(*window));
   RefreshContexts();
   SendPosChanged(window, kPosNothing);
 }

@@ -41,7 +41,21 @@ bool IsShown(const Win32Window& window) {
     const bool asCaption = each == &window && (!each->top || each->top->asCaption);
     if (each->minimised && !asCaption) return false;
   }
+  return OwnersAreShown(window);
+}
+
+bool OwnersAreShown(const Win32Window& window) {
+  const Win32Window* top = &window;
+  while (top->parent) top = top->parent;
+  for (const Win32Window* owner = top->owner; owner; owner = owner->owner) {
+    if (!Has(*owner, WS_VISIBLE) || owner->minimised) return false;
+  }
   return true;
+}
+
+bool IsGoing(HWND window) {
+  while (window && !window->beingDestroyed) window = window->parent;
+  return window != nullptr;
 }
 
 bool IsEnabled(HWND window) {
@@ -49,13 +63,6 @@ bool IsEnabled(HWND window) {
     if (Has(*window, WS_DISABLED)) return false;
   }
   return true;
-}
-
-bool IsGoing(HWND window) {
-  for (; window; window = window->parent) {
-    if (window->beingDestroyed) return true;
-  }
-  return false;
 }
 
 HWND TopLevelOf(const DisplayWindow* display) {
@@ -149,7 +156,7 @@ BOOL IsWindowVisible(HWND window) {
   for (HWND each = IsLive(window) ? window : nullptr; each; each = each->parent) {
     if (!Has(*each, WS_VISIBLE)) return FALSE;
   }
-  return IsLive(window);
+  return IsLive(window) && OwnersAreShown(*window);
 }
 
 HWND WindowFromPoint(POINT point) {

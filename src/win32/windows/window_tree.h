@@ -13,9 +13,12 @@ HWND TopLevelOf(HWND window);
 HWND TopLevelOf(const DisplayWindow* display);
 bool IsWithin(HWND window, HWND ancestor);  // or the same
 std::vector<HWND>& SiblingsOf(HWND window); // itself among them
-bool IsShown(const Win32Window& window);    // visible, like all its parents, and none of them minimised out of sight
-bool IsEnabled(HWND window);                // like all its parents
-bool IsGoing(HWND window);                  // it or a parent is being destroyed
+// Visible, like all its parents, and none of them minimised out of sight; and so are the owners, with which a window
+// comes and goes.
+bool IsShown(const Win32Window& window);
+bool OwnersAreShown(const Win32Window& window); // of its top-level window
+bool IsGoing(HWND window);                      // it or a parent is being destroyed
+bool IsEnabled(HWND window);                    // like all its parents
 // The deepest visible, enabled window under the point, `window` itself at least; the caller knows that it is there.
 HWND DeepestAt(HWND window, int32_t x, int32_t y);
 // Moves a window to the top or bottom of its siblings; topmost windows stay above others and owned ones above their

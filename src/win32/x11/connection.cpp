@@ -3,6 +3,7 @@
 //
 // Xlib ends the program on an error of the server and on a broken connection. Neither may happen here: an error is
 // remembered and means that the thing asked for is not there; a broken connection makes the display lost.
+#include <csetjmp>
 #include <csignal>
 #include <new>
 
@@ -19,6 +20,7 @@ struct {
   bool lost;
   XErrorHandler errorsBefore;
   XIOErrorHandler breaksBefore;
+  std::jmp_buf* opening; // where a break leads while the connection is being made; null afterwards
 } own;
 
 bool IsOwn(Display* display) {
@@ -32,7 +34,11 @@ int OnError(Display* display, XErrorEvent* event) {
 }
 
 // Silent for our connection; the program tells its user in its own words.
+//
+// Until the connection stands Xlib ends the process behind this, and the libraries on top of it go on without the
+// answer that they wait for, as far as their next null pointer. So a break leaves all of them at once.
 int OnBreak(Display* display) {
+  if (own.opening) std::longjmp(*own.opening, 1);
   return !IsOwn(display) && own.breaksBefore ? own.breaksBefore(display) : 0;
 }
 
@@ -49,17 +55,34 @@ void IgnoreBrokenPipes() {
   ::sigaction(SIGPIPE, &action, nullptr);
 }
 
-std::unique_ptr<X11Connection> Connect() {
+// Makes the connection, if there is a server. A break leaves it, and all that it calls, without clean-up: nothing here
+// may need any.
+void Connect() {
   Display* display = XOpenDisplay(nullptr);
-  if (!display) return nullptr;
-  std::unique_ptr<X11Connection> x(new (std::nothrow) X11Connection{});
+  if (!display) return;
+  X11Connection* x = new (std::nothrow) X11Connection{};
   if (!x) {
     XCloseDisplay(display);
-    return nullptr;
+    return;
   }
+  own.connection.reset(x);
   x->display = display;
   x->root = DefaultRootWindow(display);
-  return x;
+  XSetIOErrorExitHandler(display, OnAfterBreak, nullptr);
+  // The root tells of a new resolution by a change of its size, and of the window manager's doings by its properties.
+  XSelectInput(display, x->root, StructureNotifyMask | PropertyChangeMask);
+  X11ReadScreenFacts(x);
+  X11MakeContexts(x);
+  X11ReadSharing(x);
+  X11WatchPointer(x);
+  X11WatchDevices(x);
+  X11InternAtoms(x);
+  X11MakeFence(x);
+}
+
+void LeaveHandlers() {
+  XSetErrorHandler(own.errorsBefore);
+  XSetIOErrorHandler(own.breaksBefore);
 }
 
 // Any client can send any event. What the server alone knows is believed of nobody else: others send messages and
@@ -87,23 +110,18 @@ bool DisplayOpen() {
   if (own.asked) return X11Live() != nullptr;
   own.asked = true;
   own.lost = false;
-  own.connection = Connect();
-  if (!own.connection) return false;
-
   IgnoreBrokenPipes();
   own.errorsBefore = XSetErrorHandler(OnError);
   own.breaksBefore = XSetIOErrorHandler(OnBreak);
-  X11Connection* x = own.connection.get();
-  XSetIOErrorExitHandler(x->display, OnAfterBreak, nullptr);
-  // The root tells of a new resolution by a change of its size, and of the window manager's doings by its properties.
-  XSelectInput(x->display, x->root, StructureNotifyMask | PropertyChangeMask);
-  X11ReadScreenFacts(x);
-  X11MakeContexts(x);
-  X11ReadSharing(x);
-  X11WatchPointer(x);
-  X11WatchDevices(x);
-  X11InternAtoms(x);
-  X11MakeFence(x);
+  std::jmp_buf broken;
+  own.opening = &broken;
+  if (setjmp(broken) == 0) {
+    Connect();
+  } else {
+    own.lost = true;
+  }
+  own.opening = nullptr;
+  if (!own.connection) LeaveHandlers();
   return X11Live() != nullptr;
 }
 
@@ -117,8 +135,7 @@ void DisplayClose() {
     if (context) XFreeGC(x->display, context);
   }
   XCloseDisplay(x->display);
-  XSetErrorHandler(own.errorsBefore);
-  XSetIOErrorHandler(own.breaksBefore);
+  LeaveHandlers();
   own.connection.reset();
 }
 

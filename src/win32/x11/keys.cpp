@@ -146,7 +146,8 @@ void Watch(X11Connection* x) {
 void Rebuild(X11Connection* x) {
   X11Keys& keys = x->keyboard;
   keys.unsure = false;
-  for (int32_t code = kFirstKey; code < 256; code++) {
+  // Without the server's map each look asks for it, and a lost server takes but so many requests before Xlib breaks.
+  for (int32_t code = kFirstKey; code < 256 && X11Live(); code++) {
     keys.keys[code] = KeyOfCode(x->display, static_cast<KeyCode>(code));
     keys.keysNumLocked[code] = NumLockedKeyOf(x->display, static_cast<KeyCode>(code));
   }

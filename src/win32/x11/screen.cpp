@@ -77,11 +77,10 @@ bool IsFirstLighter(const X11Connection* x) {
 }
 
 // The bits whose change swaps black and white.
-unsigned long InvertedBits(const X11Connection* x) {
-  const PixelLayout& layout = x->facts.layout;
+uint32_t InvertedBits(Display* display, const PixelLayout& layout) {
   if (!IsPalette(layout)) return layout.redMask | layout.greenMask | layout.blueMask;
-  int screen = DefaultScreen(x->display);
-  return BlackPixel(x->display, screen) ^ WhitePixel(x->display, screen);
+  int screen = DefaultScreen(display);
+  return static_cast<uint32_t>(BlackPixel(display, screen) ^ WhitePixel(display, screen));
 }
 
 // ---- Images ------------------------------------------------------------------------------------------------------
@@ -200,7 +199,8 @@ void X11ReadScreenFacts(X11Connection* x) {
   // Asked now, not taken from the greeting: the size may have changed before the root was watched.
   XWindowAttributes root{};
   XGetWindowAttributes(x->display, x->root, &root);
-  x->facts = {root.width, root.height, LayoutOf(depth, *DefaultVisual(x->display, screen))};
+  PixelLayout layout = LayoutOf(depth, *DefaultVisual(x->display, screen));
+  x->facts = {root.width, root.height, layout, InvertedBits(x->display, layout)};
 }
 
 void X11MakeContexts(X11Connection* x) {
@@ -212,7 +212,7 @@ void X11MakeContexts(X11Connection* x) {
   x->drawing = XCreateGC(x->display, x->root, common, &values);
 
   values.function = GXxor;
-  values.foreground = InvertedBits(x);
+  values.foreground = x->facts.inverted;
   values.fill_style = FillStippled;
   x->inverting = XCreateGC(x->display, x->root, common | GCForeground | GCFillStyle, &values);
 }
