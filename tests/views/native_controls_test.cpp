@@ -169,7 +169,8 @@ TEST_F(NativeControls, AClickTellsTheViewAndGivesTheKeyboardBack) {
 
 TEST_F(NativeControls, AButtonMayEndInItsOwnNoticeWithTheKeyboardBack) {
   View* button = Shown(buttons, 10, 10);
-  const uint16_t held = button->drawing->font->selectCount;
+  const Font* font = button->drawing->font;
+  const uint16_t held = font->selectCount;
   static View* victim;
   victim = button;
   ViewClass suicidal = *buttons;
@@ -178,7 +179,7 @@ TEST_F(NativeControls, AButtonMayEndInItsOwnNoticeWithTheKeyboardBack) {
   Click(20, 20);
   RunFor(5);
   EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
-  EXPECT_LT(button->drawing->font->selectCount, held);
+  EXPECT_LT(font->selectCount, held);
   EXPECT_EQ(ControlTableTake(&window->controls, nullptr), 3); // the number is free again
 }
 
