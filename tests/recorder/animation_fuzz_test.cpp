@@ -173,7 +173,7 @@ public:
     recording.options.loop = dice.OneIn(2);
     const uint16_t size = std::min(recording.options.recordingSize, kSize100);
     const Rect area = actor.AnyArea(size);
-    recording.SetArea(area);
+    recording.recorder.captureArea = area;
     file.clear();
     screens.clear();
     bordered = false;
@@ -183,6 +183,9 @@ public:
       actor.Act(area, plain.captureTransparent);
       ASSERT_NO_FATAL_FAILURE(dice.OneIn(20) ? LoseDepth() : ExpectTold());
       ASSERT_NO_FATAL_FAILURE(Take(area, size));
+      // The animation keeps what it began with.
+      recording.recorder.captureArea = actor.AnyArea(kSize100);
+      recording.options.recordingSize = uint16_t(dice.Below(4));
     }
     ASSERT_NO_FATAL_FAILURE(ExpectFile(size));
   }

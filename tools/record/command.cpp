@@ -4,7 +4,6 @@
 #include <cinttypes>
 #include <cstdlib>
 
-#include "area/area_geometry.h"
 #include "core/memory.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/engine_start.h"
@@ -50,10 +49,7 @@ bool SetUpArea(RecordCommand& command, Refusal& refusal) {
   Rect area;
   bool cut;
   if (!ChooseCaptureArea(command.options, screen.screenWidth, screen.screenHeight, &area, &cut, refusal)) return false;
-  const Point size = OutputSize(area, command.options.recording.recordingSize);
   command.recorder.captureArea = area;
-  command.recorder.outputWidth = size.h;
-  command.recorder.outputHeight = size.v;
   if (cut && !command.options.quiet) {
     Refusal note;
     Refuse(note, "part of the area lies off the screen; recording %d,%d %dx%d", area.left, area.top,

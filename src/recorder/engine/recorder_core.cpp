@@ -10,6 +10,7 @@
 #include "recorder/engine/grab.h"
 #include "recorder/engine/overlays.h"
 #include "recorder/engine/pacing.h"
+#include "recorder/engine/recording_scale.h"
 #include "recorder/engine/reduce.h"
 #include "recorder/engine/status.h"
 
@@ -32,6 +33,10 @@ void TakeGeometry(RecorderState& recorder) {
   recorder.frameTop = area.top;
   recorder.frameWidth = int16_t(area.right - area.left);
   recorder.frameHeight = int16_t(area.bottom - area.top);
+  recorder.recordingSize = recorder.options->recordingSize;
+  const Point output = OutputSize(area, recorder.recordingSize);
+  recorder.outputWidth = output.h;
+  recorder.outputHeight = output.v;
 }
 
 void AllocateFrames(RecorderState& recorder) {
@@ -52,9 +57,9 @@ void WriteHead(RecorderState& recorder, int bits, const uint8_t* table) {
 
 void BeginAnimation(RecorderState& recorder) {
   recorder.cursorOverlayOn = recorder.options->overlayCursor;
+  TakeGeometry(recorder);
   uint8_t table[kColourTableBytes] = {};
   const int bits = BuildColourTable(recorder, table);
-  TakeGeometry(recorder);
   ChooseSpecialIndices(recorder);
   PrepareGrabBuffers(recorder);
   AllocateFrames(recorder);

@@ -16,8 +16,8 @@
 namespace framereel {
 
 // Makes the record ready: nothing recorded, the screen's format detected and the panel told if it cannot be recorded.
-// The objects handed over stay the caller's and live as long as the record. Fill captureArea, outputWidth and
-// outputHeight, and ownerName if wanted, before the first frame.
+// The objects handed over stay the caller's and live as long as the record. Fill captureArea, and
+// ownerName if wanted, before the first frame.
 void RecorderSetUp(RecorderState& recorder, AnimationStream* stream, GifWriter* gif, const RecordingOptions* options,
                    const RecorderPanel& panel = {});
 // Releases what the record holds. The stream stays.

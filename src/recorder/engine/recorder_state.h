@@ -26,7 +26,7 @@ struct RecordingOptions {
   bool overlayBorder = true;          // at every frame
   bool overlayCursor = true;          // once, at the first frame
   bool explorerCompatible = false;    // at every later frame
-  uint16_t recordingSize = kSize100;  // once, at the first frame; it does not change while an animation is there
+  uint16_t recordingSize = kSize100;  // once, at the first frame
   bool fakeScreen = true;             // never; a setting that is kept for the file's sake
 };
 
@@ -113,10 +113,11 @@ struct RecorderState {
 
   // What is to be recorded, in screen pixels, inside the screen. Read at the first frame.
   Rect captureArea = {0, 0, 0, 0};
-  // The frame's geometry, fixed at the first frame.
+  // The frame's geometry and the option as they stood at the first frame; the engine's own until RecorderReset,
+  // whatever becomes of captureArea and the options meanwhile.
   int16_t frameLeft = 0, frameTop = 0, frameWidth = 0, frameHeight = 0;
-  // Size of the GIF's logical screen. Whoever sets captureArea sets it, by the size table.
-  int16_t outputWidth = 0, outputHeight = 0;
+  uint16_t recordingSize = kSize100;
+  int16_t outputWidth = 0, outputHeight = 0; // of the GIF's logical screen, by the size table
   // The part of the frame to be written, frameLeft and frameTop included. Empty means a width below 1.
   int16_t dirtyLeft = 0, dirtyTop = 0, dirtyRight = 0, dirtyBottom = 0;
   int16_t dirtyWidth = 0, dirtyHeight = 0;
