@@ -17,8 +17,6 @@ namespace {
 
 constexpr const char* kScreenLost = "the connection to the display was lost";
 
-constexpr size_t kReserveSize = size_t{2} * kStreamChunkSize; // a save may need a chunk for the trailer
-
 bool RefuseAll(Refusal& refusal, const char* reason) {
   return Refuse(refusal, "%s; nothing was recorded", reason);
 }
@@ -31,24 +29,32 @@ bool StartScreen(Refusal& refusal) {
   return Refuse(refusal, "there is no display to record: \"%s\", as DISPLAY names it, does not answer", name);
 }
 
-// The engine says in the panel's place why the screen cannot be recorded.
-void KeepScreenMessage(void* owner, const char* text) {
-  Refuse(*static_cast<Refusal*>(owner), "%s", text);
+// The engine says in the panel's place why the screen cannot be recorded, or only in part.
+void HearOfScreen(void* owner, const char* text) {
+  RecordCommand& command = *static_cast<RecordCommand*>(owner);
+  if (command.recorder.screenStatus != kScreenTooSmall) {
+    Refuse(command.refusal, "%s", text);
+  } else if (!command.options.quiet) {
+    ProgressClear(command.progress);
+    Complain(command.messages, text);
+  }
 }
 
-void SetUpRecorder(RecordCommand& command, Refusal& refusal) {
+void SetUpRecorder(RecordCommand& command) {
   RecorderPanel panel;
-  panel.owner = &refusal;
-  panel.showMessage = KeepScreenMessage;
+  panel.owner = &command;
+  panel.showMessage = HearOfScreen;
   RecorderSetUp(command.recorder, &command.stream, &command.gif, &command.options.recording, panel);
   command.recorder.ownerName = command.options.owner ? command.options.owner : OwnerName();
 }
 
-bool SetUpArea(RecordCommand& command, Refusal& refusal) {
+bool SetUpArea(RecordCommand& command) {
   const DisplayCaps& screen = TheDisplayCaps();
   Rect area;
   bool cut;
-  if (!ChooseCaptureArea(command.options, screen.screenWidth, screen.screenHeight, &area, &cut, refusal)) return false;
+  if (!ChooseCaptureArea(command.options, screen.screenWidth, screen.screenHeight, &area, &cut, command.refusal)) {
+    return false;
+  }
   command.recorder.captureArea = area;
   if (cut && !command.options.quiet) {
     Refusal note;
@@ -118,7 +124,6 @@ int Save(RecordCommand& command, const char* reason) {
 void SaveWhenMemoryEnded(void* argument, uint32_t count) {
   RecordCommand& command = *static_cast<RecordCommand*>(argument);
   if (count == 1) {
-    MemFree(command.reserve);
     if (command.recording.recorder) KeepCompleteFrames(command.recording);
     Save(command, "memory is exhausted");
   }
@@ -147,11 +152,17 @@ int RecordAndSave(RecordCommand& command) {
 }
 
 // With the display open. False with the reason, before anything was recorded.
-bool Prepare(RecordCommand& command, Refusal& refusal) {
-  SetUpRecorder(command, refusal);
-  if (ScreenIsLost()) return RefuseAll(refusal, kScreenLost); // it tells no depth and no size
+bool Prepare(RecordCommand& command) {
+  SetUpRecorder(command);
+  if (ScreenIsLost()) return RefuseAll(command.refusal, kScreenLost); // it tells no depth and no size
   if (!command.recorder.recordingAllowed) return false;
-  return SetUpArea(command, refusal) && OutputOpen(command.output, refusal);
+  return SetUpArea(command) && OutputOpen(command.output, command.refusal);
+}
+
+int Fail(RecordCommand& command) {
+  OutputDiscard(command.output);
+  Complain(command.messages, command.refusal.text);
+  return kExitFailed;
 }
 
 } // namespace
@@ -163,27 +174,15 @@ void Complain(FILE* messages, const char* text) {
 
 void RecordCommandInit(RecordCommand& command) {
   SetMemFailureHook(SaveWhenMemoryEnded, &command);
-  command.reserve = MemAlloc(kReserveSize);
   StreamInit(command.stream);
   GifWriterInit(command.gif, &command.stream);
 }
 
 int RecordCommandRun(RecordCommand& command) {
-  Refusal refusal;
   command.recording = {};
   StreamClear(command.stream);
-  if (!StartScreen(refusal)) {
-    OutputDiscard(command.output);
-    Complain(command.messages, refusal.text);
-    return kExitFailed;
-  }
-  int status = kExitFailed;
-  if (Prepare(command, refusal)) {
-    status = RecordAndSave(command);
-  } else {
-    OutputDiscard(command.output);
-    Complain(command.messages, refusal.text);
-  }
+  if (!StartScreen(command.refusal)) return Fail(command);
+  const int status = Prepare(command) ? RecordAndSave(command) : Fail(command);
   RecorderTearDown(command.recorder);
   EngineShutDown();
   return status;

@@ -23,8 +23,9 @@ inline constexpr uint16_t kStringCreatedBy = 24;
 bool AreaCanBeRecorded(const RecorderState& recorder) {
   const Rect& area = recorder.captureArea;
   const auto fits = [](int side) { return side > 0 && side <= INT16_MAX; };
-  return fits(area.right - area.left) && fits(area.bottom - area.top) && fits(recorder.outputWidth) &&
-         fits(recorder.outputHeight);
+  if (!fits(area.right - area.left) || !fits(area.bottom - area.top)) return false;
+  const Point output = OutputSize(area, recorder.options->recordingSize);
+  return output.h > 0 && output.v > 0;
 }
 
 void TakeGeometry(RecorderState& recorder) {
@@ -108,7 +109,9 @@ void RecorderTearDown(RecorderState& recorder) {
 }
 
 void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
-  if (!recorder.recordingAllowed || recorder.captureBusy) return;
+  if (recorder.captureBusy) return;
+  RecorderCheckScreen(recorder);
+  if (!recorder.recordingAllowed) return;
   if (!recorder.animationStarted && !AreaCanBeRecorded(recorder)) return;
   recorder.captureBusy = true;
   if (!recorder.animationStarted) {

@@ -23,9 +23,9 @@ void RecorderSetUp(RecorderState& recorder, AnimationStream* stream, GifWriter* 
 // Releases what the record holds. The stream stays.
 void RecorderTearDown(RecorderState& recorder);
 
-// Takes one frame; `grab` is a single frame at the user's request. Does nothing while the screen cannot be recorded or
-// the area has no pixels, or inside another capture. A frame in which nothing changed changes neither frameCount nor
-// the stream.
+// Takes one frame; `grab` is a single frame at the user's request. Does nothing while there can be no frames
+// (RecorderCheckScreen), or inside another capture. A frame in which nothing changed changes neither frameCount nor the
+// stream.
 void RecorderCaptureFrame(RecorderState& recorder, bool grab);
 
 // Ends the animation, if there is one: the next frame begins another. The stream is the caller's to clear.

@@ -43,7 +43,7 @@ enum class PictureWork : uint8_t { kBegins, kEnds, kRepaints };
 struct RecorderPanel {
   void* owner = nullptr; // passed to the functions
   void (*setStatus)(void* owner, const char* text) = nullptr;
-  void (*showMessage)(void* owner, const char* text) = nullptr; // why the screen cannot be recorded
+  void (*showMessage)(void* owner, const char* text) = nullptr; // of screenStatus, in words
   void (*hideMessage)(void* owner) = nullptr;
   void (*enableButtons)(void* owner, const RecordButtons& buttons) = nullptr;
   // The options that hold for a whole animation can be changed, or not any more: the area, loop, border, pointer and
@@ -67,7 +67,14 @@ struct RecorderControl {
   bool paintedOver = false;         // others have painted there, and have not been asked to do so anew
 };
 
-enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };
+// What the user is told about the screen and the animation. The first that holds, in the order of RecorderCheckScreen.
+enum ScreenStatus : uint16_t {
+  kScreenFine = 0,
+  kScreenUnsupported = 1, // no frames: its depth cannot be recorded
+  kScreenDiffers = 2,     // no frames: it has another depth than the animation
+  kScreenTooSmall = 3,    // part of the area lies off it; frames go on
+  kAnimationFull = 4,     // no frames: another one might not fit into the stream
+};
 
 // The road of pixels from the screen to rows; see grab.h. The buffer holds a band of the image's rows at a time.
 struct GrabPipeline {
