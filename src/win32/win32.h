@@ -22,6 +22,8 @@ struct PALETTEENTRY {
 
 // ---- Memory and process ------------------------------------------------------------------------------------------
 
+// HeapAlloc and HeapReAlloc tell when memory has ended. Anything else of this layer ends the program then, as `new`
+// does: in the language's new-handler.
 HANDLE GetProcessHeap();
 // A block of `bytes` bytes, uninitialised, aligned for any type; null when the heap is exhausted. `flags` is 0.
 void* HeapAlloc(HANDLE heap, DWORD flags, size_t bytes);
