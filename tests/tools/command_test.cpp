@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -208,6 +209,53 @@ TEST_F(CommandTest, ShowsProgressAndOutcomeOnATerminal) {
   TheMemoryDisplay().lost = true;
   EXPECT_EQ(Run({}), kExitFailed);
   EXPECT_EQ(messages, "framereel-record: the connection to the display was lost; nothing was recorded\n");
+}
+
+TEST_F(CommandTest, KeepsElsewhereWhatCannotBeSavedInItsPlace) {
+  const TemporaryFolder home;
+  WriteWholeFile(home / "file", "");
+  const std::string longName = std::string(251, 'n') + ".gif", cut = std::string(246, 'n');
+  const std::string places = folder / "places/";
+  const auto remove = [&] { std::filesystem::remove_all(places); };
+  const auto move = [&] { std::filesystem::rename(places, folder / "moved"); };
+  const auto refuse = [&] { std::filesystem::create_directories(place + "/in the way"); };
+  const struct {
+    std::string wanted;
+    std::function<void()> happens; // while it records
+    const char* why;
+    std::string data, temporary; // the folders that the user has named
+    std::string kept;            // "" when nowhere
+  } cases[] = {
+      {places + "a.gif", remove, "No such file or directory", home / "data", "", home / "data/framereel/a.gif"},
+      {places + "a.gif", move, "No such file or directory", home / "data", "", home / "data/framereel/a-2.gif"},
+      {places + "b.gif", refuse, "Is a directory", "", "", home / ".local/share/framereel/b.gif"},
+      {places + "b", refuse, "Is a directory", "not absolute", "", home / ".local/share/framereel/b"},
+      {places + longName, remove, "No such file or directory", "", "", home / ".local/share/framereel/" + cut + ".gif"},
+      {places + longName, remove, "No such file or directory", "", "",
+       home / ".local/share/framereel/" + cut + "-2.gif"},
+      {"/dev/full", [] {}, "No space left on device", "", "", home / ".local/share/framereel/animation.gif"},
+      {"/dev/full", [] {}, "No space left on device", home / "file", home.path, home / "animation.gif"},
+      {"/dev/full", [] {}, "No space left on device", home / "file", home / "none", ""},
+  };
+  ::setenv("HOME", home.path.c_str(), 1);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.kept);
+    std::filesystem::remove_all(folder / "moved");
+    std::filesystem::create_directory(places);
+    ::setenv("XDG_DATA_HOME", c.data.c_str(), 1);
+    ::setenv("TMPDIR", c.temporary.c_str(), 1);
+    place = c.wanted;
+    MemoryDisplayReset(64, 48, 24);
+    MemoryAt(50, c.happens);
+    EXPECT_EQ(Run({"--frames=2"}), kExitFailed);
+    const std::string told =
+        c.kept == "" ? "nor can it be kept elsewhere: No such file or directory" : "the animation is kept as " + c.kept;
+    EXPECT_EQ(messages, std::string("framereel-record: cannot write FILE: ") + c.why + "; " + told + "\n");
+    if (c.kept == "") continue;
+    EXPECT_EQ(ReadGifFile(c.kept).frames.size(), 1u);
+    EXPECT_EQ(std::filesystem::status(c.kept).permissions(), std::filesystem::perms(0600));
+  }
+  ::unsetenv("TMPDIR");
 }
 
 TEST_F(CommandTest, SavesTheCompleteFramesWhicheverAllocationFails) {

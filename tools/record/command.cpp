@@ -1,10 +1,13 @@
 // See command.h.
 #include "record/command.h"
 
+#include <cerrno>
 #include <cinttypes>
 #include <cstdlib>
+#include <cstring>
 
 #include "core/memory.h"
+#include "gif/keep_animation.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/engine_start.h"
 #include "record/capture_area.h"
@@ -99,6 +102,18 @@ const char* ReasonOf(RecordingEnd end) {
   return nullptr;
 }
 
+// The animation that could not be saved in its place for the reason in `refusal` is kept elsewhere, and that is told
+// too.
+void KeepElsewhere(RecordCommand& command, Refusal& refusal) {
+  const Refusal failed = refusal;
+  char path[PATH_MAX];
+  if (KeepAnimation(command.gif, command.output.direct ? "animation.gif" : command.output.path, path)) {
+    Refuse(refusal, "%s; the animation is kept as %s", failed.text, path);
+  } else {
+    Refuse(refusal, "%s; nor can it be kept elsewhere: %s", failed.text, strerror(errno));
+  }
+}
+
 // Saves the complete frames, and tells the user when there are none or `reason` has cut the recording short.
 int Save(RecordCommand& command, const char* reason) {
   Refusal refusal;
@@ -109,6 +124,7 @@ int Save(RecordCommand& command, const char* reason) {
     RefuseAll(refusal, reason ? reason : "no frame was taken");
   } else if (!OutputSave(command.output, command.gif, refusal)) {
     if (reason) Complain(command.messages, reason);
+    KeepElsewhere(command, refusal);
   } else if (reason) {
     const uint32_t frames = command.recording.frames;
     Refuse(refusal, "%s; %s holds the %" PRIu32 " %s before that", reason, command.output.path, frames,

@@ -121,6 +121,10 @@ BOOL DeleteFileA(const char* path) {
   return ::unlink(path) == 0;
 }
 
+BOOL CreateDirectoryA(const char* path, void*) {
+  return ::mkdir(path, S_IRWXU) == 0;
+}
+
 DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer) {
   std::vector<char> path(PATH_MAX);
   while (!::getcwd(path.data(), path.size())) {
