@@ -4,12 +4,13 @@
 #include <unistd.h>
 
 #include "core/memory.h"
-#include "platform/bitmaps.h"
-#include "platform/clip.h"
-#include "platform/drawing.h"
-#include "platform/fonts.h"
-#include "platform/primitives.h"
-#include "platform/standard_drawing.h"
+#include "platform/bitmaps/dib_buffers.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/drawing/clip.h"
+#include "platform/drawing/draw_state.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
+#include "platform/windows/child_window.h"
 #include "support/allocations.h"
 #include "support/window_program.h"
 

@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
-#include "core/memory.h"
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/dib_buffers.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "recorder/engine/overlays.h"
 
 namespace framereel {

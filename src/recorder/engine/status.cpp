@@ -5,7 +5,7 @@
 #include "core/memory.h"
 #include "core/strings.h"
 #include "core/text_format.h"
-#include "platform/display_caps.h"
+#include "platform/display/display_caps.h"
 
 namespace framereel {
 namespace {
