@@ -60,8 +60,6 @@ void StartBench(Bench& bench, int width, int height) {
   bench.options.overlayCursor = false;
   RecorderSetUp(bench.recorder, &bench.stream, &bench.gif, &bench.options);
   bench.recorder.captureArea = {0, 0, int16_t(height), int16_t(width)};
-  bench.recorder.outputWidth = int16_t(width);
-  bench.recorder.outputHeight = int16_t(height);
   DisplayNewSurface(width, height, &bench.picture);
   DisplayNewSurface(width, height, &bench.target);
   bench.indices.resize(size_t(width) * size_t(height));
@@ -98,9 +96,8 @@ double Reduce(Bench& bench, uint16_t size) {
   RecorderState& recorder = bench.recorder;
   const std::vector<uint8_t> work(recorder.workFrame, recorder.workFrame + bench.indices.size());
   const RecorderState before = recorder;
-  bench.options.recordingSize = size;
+  recorder.recordingSize = size;
   const double time = Nanoseconds([&] { ReduceFrame(recorder); });
-  bench.options.recordingSize = kSize100;
   recorder = before;
   std::copy(work.begin(), work.end(), recorder.workFrame);
   return time;

@@ -6,6 +6,7 @@
 #include "app/panel.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
+#include "area/selection.h"
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/notices.h"
@@ -54,10 +55,19 @@ void MakeWayForPicture(void* owner, const Rect& where, PictureWork work) {
   }
 }
 
+// The animation has its area now: a selection that is still open ends with what it has, and none begins.
+void HoldArea(void* owner, bool enabled) {
+  Application& app = *static_cast<Application*>(owner);
+  if (enabled || !app.area.backdrop) return;
+  SelectionEnd(app.area);
+  SettingsSave(app.settings);
+}
+
 RecorderPanel PanelOfRecorder(Application& app) {
   RecorderPanel panel;
   panel.owner = &app;
   panel.pictureWork = MakeWayForPicture;
+  panel.enableOptions = HoldArea;
   return panel;
 }
 

@@ -85,8 +85,8 @@ void AreaFromCorners(AreaState& area);
 void AreaSetDefault(AreaState& area);
 // Aligns the area to the recording size once more, and moves the line along if it is up.
 void AreaRecompute(AreaState& area);
-// Works out outputWidth and outputHeight of the recorder, and shows size and place of the area: through setReadouts,
-// and during a selection on the backdrop over the labels.
+// Shows size and place of the area, and the size of the animation that it would give: through setReadouts, and during a
+// selection on the backdrop over the labels.
 void ShowAreaReadouts(AreaState& area);
 
 } // namespace framereel

@@ -44,12 +44,4 @@ Rect AlignArea(const Rect& area, uint16_t recordingSize, int16_t screenWidth, in
   return aligned;
 }
 
-Point OutputSize(const Rect& area, uint16_t recordingSize) {
-  const RecordingScale& scale = ScaleOf(recordingSize);
-  const int width = area.right - area.left;
-  const int height = area.bottom - area.top;
-  return {static_cast<int16_t>(height * scale.numerator / scale.denominator),
-          static_cast<int16_t>(width * scale.numerator / scale.denominator)};
-}
-
 } // namespace framereel

@@ -1,7 +1,7 @@
-// The capture area's arithmetic: fitting it to whole blocks of a reduced recording, and the size of what comes out.
+// The capture area's arithmetic: fitting it to whole blocks of a reduced recording.
 //
-// Plain rectangles, no windows: the selection on the screen and the command line use the same operations. The scale of
-// each recording size stands in recorder/reduce.h.
+// Plain rectangles, no windows: the selection on the screen and the command line use the same operations. The scales,
+// and the size of what comes out, stand in recorder/engine/recording_scale.h.
 #pragma once
 
 #include <cstdint>
@@ -18,8 +18,5 @@ void AlignSpan(int16_t* low, int16_t* high, int16_t lowest, int16_t highest, int
 // The area in whole blocks of the recording size. It grows up to one pixel off the screen's edges, since its outline
 // lies around it. At 100 % it stays as it is. A side that became empty holds no block: the area can't be recorded.
 Rect AlignArea(const Rect& area, uint16_t recordingSize, int16_t screenWidth, int16_t screenHeight);
-
-// Width (h) and height (v) in pixels of the animation that an area gives.
-Point OutputSize(const Rect& area, uint16_t recordingSize);
 
 } // namespace framereel

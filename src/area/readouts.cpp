@@ -1,6 +1,5 @@
 // Size and place of the capture area, as the panel shows them, and the size of the animation that it gives.
 #include "area/area.h"
-#include "area/area_geometry.h"
 #include "core/app_strings.h"
 #include "core/rects.h"
 #include "core/strings.h"
@@ -12,6 +11,7 @@
 #include "platform/pump/pump.h"
 #include "platform/records/window_records.h"
 #include "recorder/engine/recorder_state.h"
+#include "recorder/engine/recording_scale.h"
 #include "toolkit/view.h"
 
 namespace framereel {
@@ -61,12 +61,9 @@ char* SizeText(const Rect& captured, const Point& output) {
 } // namespace
 
 void ShowAreaReadouts(AreaState& area) {
-  RecorderState& recorder = *area.recorder;
+  const RecorderState& recorder = *area.recorder;
   const Rect& captured = recorder.captureArea;
-  const Point output = OutputSize(captured, recorder.options->recordingSize);
-  recorder.outputWidth = output.h;
-  recorder.outputHeight = output.v;
-  char* size = SizeText(captured, output);
+  char* size = SizeText(captured, OutputSize(captured, recorder.options->recordingSize));
   char* topLeft = FormatNew(AppString(kTopLeftString), int32_t{captured.left}, int32_t{captured.top});
   if (area.backdrop) PaintOnBackdrop(area, size, topLeft);
   if (area.panel.setReadouts) area.panel.setReadouts(area.panel.owner, size, topLeft);

@@ -204,7 +204,7 @@ void SelectionTakeWindow(AreaState& area, ChildWindow* window) {
 }
 
 void SelectionBegin(AreaState& area) {
-  if (area.backdrop) return;
+  if (area.backdrop || area.recorder->control.optionsFrozen) return;
   area.selectionArmed = true;
   SetCursorShape(kCrossShape);
   area.backdrop = OpenBackdrop();

@@ -13,7 +13,7 @@
 namespace framereel {
 
 // Puts the backdrop up: the next press on the screen begins the area. In window mode picking takes over from here.
-// During a selection it does nothing.
+// During a selection, and while the options are frozen, it does nothing.
 void SelectionBegin(AreaState& area);
 // Takes it down; the area is what the last step left. Without a selection it does nothing. Settings are the caller's to
 // save.

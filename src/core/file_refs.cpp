@@ -66,12 +66,12 @@ const FileTypeRow& FileTypeRowAt(uint16_t index) {
 
 FileType* NewFileType(uint16_t index) {
   auto* type = static_cast<FileType*>(MemAlloc(sizeof(FileType)));
-  *type = {KnownIndex(index), FileTypeRowAt(index).extension};
+  if (type) *type = {KnownIndex(index), FileTypeRowAt(index).extension};
   return type;
 }
 
 FileType* CopyFileType(const FileType* type) {
-  return NewFileType(type->index);
+  return type ? NewFileType(type->index) : nullptr;
 }
 
 FileType* FileTypeForExtension(const char* extension) {
@@ -91,8 +91,15 @@ constexpr size_t kShortName = 8; // bytes of a name that an older system takes
 // Takes over all three.
 FileRef* NewFileRef(char* directory, char* name, FileType* type) {
   auto* ref = static_cast<FileRef*>(MemAlloc(sizeof(FileRef)));
-  *ref = {directory, name, type};
-  return ref;
+  if (ref && directory && name && type) {
+    *ref = {directory, name, type};
+    return ref;
+  }
+  StrFree(directory);
+  StrFree(name);
+  FreeFileType(type);
+  MemFree(ref);
+  return nullptr;
 }
 
 // The current directory with a "/" at its end, as a new string; null when it cannot be told.
@@ -101,6 +108,7 @@ char* CurrentDirectory() {
   uint32_t size = ::GetCurrentDirectoryA(sizeof none, none);
   if (size == 0) return nullptr;
   auto* directory = static_cast<char*>(MemAlloc(size_t{size} + 1));
+  if (!directory) return nullptr;
   uint32_t length = ::GetCurrentDirectoryA(size, directory);
   if (length == 0 || length >= size) { // it went, or changed, between the two calls
     MemFree(directory);
@@ -204,7 +212,11 @@ File* FileOpen(const FileRef* ref, FileMode mode) {
   HANDLE handle = OpenPath(ref, mode, OPEN_EXISTING);
   if (handle == INVALID_HANDLE_VALUE) return nullptr;
   auto* file = static_cast<File*>(MemAlloc(sizeof(File)));
-  *file = {CopyFileRef(ref), handle};
+  if (file) {
+    *file = {CopyFileRef(ref), handle};
+  } else {
+    ::CloseHandle(handle);
+  }
   return file;
 }
 

@@ -9,11 +9,11 @@ namespace {
 
 void InsertBetween(List* list, ListNode* previous, ListNode* next, ListValue value) {
   auto* node = static_cast<ListNode*>(MemAlloc(sizeof(ListNode)));
+  list->cursor = node;
   if (!node) return; // only while the program ends for want of memory
   *node = {value, next, previous};
   (previous ? previous->next : list->first) = node;
   (next ? next->previous : list->last) = node;
-  list->cursor = node;
   ++list->count;
 }
 

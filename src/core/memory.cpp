@@ -2,6 +2,7 @@
 #include "core/memory.h"
 
 #include <cassert>
+#include <new>
 
 #include "core/list.h"
 #include "core/timers.h"
@@ -18,6 +19,7 @@ struct Exhaustion {
   MemFailureHook hook;
   void* argument;
   uint32_t timesEntered;
+  void* reserve;
 };
 
 struct TemporaryBlocks {
@@ -26,6 +28,9 @@ struct TemporaryBlocks {
   uint32_t openScopes;
   uint32_t marks; // of the outer scopes; one that holds no block yet needs none, so that it costs nothing
 };
+
+// So that the path has something to work with.
+constexpr size_t kReserveSize = 1 << 20;
 
 Exhaustion exhaustion;
 TemporaryBlocks temporary;
@@ -47,6 +52,12 @@ void PurgeMemory() {}
 // Takes the exhaustion path. It comes back only to code that runs on the path itself.
 void EnterExhaustion() {
   if (exhaustion.timesEntered == 0) FatalExit();
+}
+
+// For `new`, which takes no null for an answer: on the path itself the hook is told once more, and then it is over.
+void EndForNew() {
+  if (exhaustion.timesEntered < 2) FatalExit();
+  ::ExitProcess(0);
 }
 
 } // namespace
@@ -82,13 +93,17 @@ void SetMemFailureHook(MemFailureHook hook, void* argument) {
 void FatalExit() {
   if (exhaustion.timesEntered == 0) TimerClearAll();
   ++exhaustion.timesEntered;
+  MemFree(exhaustion.reserve);
+  exhaustion.reserve = nullptr;
   if (exhaustion.hook) exhaustion.hook(exhaustion.argument, exhaustion.timesEntered);
   ::ExitProcess(0);
 }
 
-void TempStartUp() {
+void MemoryStartUp() {
   temporary.list = ListNew();
   temporary.outermost = ListNew();
+  exhaustion.reserve = MemAlloc(kReserveSize);
+  std::set_new_handler(EndForNew);
 }
 
 void* TempAlloc(size_t bytes) {
@@ -98,7 +113,8 @@ void* TempAlloc(size_t bytes) {
 void* TempAdopt(void* block) {
   assert(temporary.list && "ToolkitInit comes first");
   if (!block) return nullptr;
-  for (; temporary.marks < temporary.openScopes; ++temporary.marks) ListAppend(temporary.list, kScopeMark);
+  // A mark that there is no memory for leaves the block to the scope around this one.
+  while (temporary.marks < temporary.openScopes && ListAppendHandle(temporary.list, kScopeMark)) ++temporary.marks;
   ListAppend(temporary.list, ToListValue(block));
   return block;
 }

@@ -13,7 +13,7 @@ void ToolkitInit() {
   static bool done = false;
   if (done) return;
   done = true;
-  TempStartUp();
+  MemoryStartUp();
   NoticesStartUp();
   AppAlertString(0); // the texts for exhausted memory, loaded while there is some
 }

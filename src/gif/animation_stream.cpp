@@ -41,7 +41,7 @@ void StreamAppend(AnimationStream& stream, uint32_t length, const void* bytes) {
       stream.currentUsed = 0;
       stream.currentChunk = static_cast<uint8_t*>(MemAlloc(kStreamChunkSize));
     }
-    if (length == 0) return;
+    if (length == 0 || !stream.currentChunk) return;
     const uint32_t room = kStreamChunkSize - stream.currentUsed;
     const uint32_t part = length < room ? length : room;
     std::memcpy(stream.currentChunk + stream.currentUsed, rest, part);

@@ -7,7 +7,7 @@ namespace framereel {
 
 // Writes the whole stream, with a trailer that leaves the stream again, so that recording can go on and the next save
 // writes everything from the start. True when every byte went out. The caller opens and closes the file and sets
-// savedSize.
+// savedSize. The trailer may begin a chunk; nothing else asks for memory.
 bool SaveAnimationTo(GifWriter& gif, File* file);
 
 } // namespace framereel

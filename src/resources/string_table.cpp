@@ -119,6 +119,9 @@ constexpr StringResource kStrings[] = {
     {1092, "XTCut"},
     {1093, "CCCopy"},
     {1094, "VPPaste"},
+    {1095, "Part of the recording area is not on the screen any more and is recorded as black. Please restore the "
+           "monitor settings."},
+    {1096, "The animation has grown to 4 gigabytes, and no more fits into it. Please save it and begin a new one."},
     {1104, "Frame Delay"},
     {1105, "Recording Size"},
     {1106, "Recording Area"},

@@ -19,7 +19,7 @@ constexpr int16_t kOutside = -10; // a place that hits nothing
 // Calls under the clip of the container; false when that has destroyed the container.
 template <typename Call> bool UnderClip(const ChildSet* set, Call call) {
   const View* owner = set->owner;
-  SavedClip* clip = NarrowClip(set->client.left, set->client.top, set->client.right, set->client.bottom);
+  const SavedClip clip = NarrowClip(set->client.left, set->client.top, set->client.right, set->client.bottom);
   call();
   if (ViewIsDestroyed(owner)) {
     DropSavedClip(clip);

@@ -7,8 +7,8 @@
 // On a palette screen a colour is drawn as the nearest of the screen's colours. The palette belongs to the desktop
 // (GetDeviceCaps), so there is none of the program's own, and no call that would make or select one.
 //
-// Failure: a null handle makes a call do nothing and answer 0. A call that makes an object answers null when memory has
-// ended. Coordinates may be anything that fits 16 bits with room to spare; what lies outside the target is cut.
+// Failure: a null handle makes a call do nothing and answer 0. Memory that ends, ends the program (win32.h).
+// Coordinates may be anything that fits 16 bits with room to spare; what lies outside the target is cut.
 #pragma once
 
 #include "win32/win32_types.h"
@@ -57,7 +57,8 @@ BOOL DeleteObject(HGDIOBJ object);
 
 // A bitmap of one bit per pixel, 0 black and 1 white, all 0; `planes` and `bitsPerPixel` are 1, `bits` is null.
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits);
-// A bitmap in the screen's own format, contents undefined. Null when the size is not positive, or memory ended.
+// A bitmap in the screen's own format, all 0. Null when the size is not positive or too large for any, or the display
+// is lost.
 HBITMAP CreateCompatibleBitmap(HDC context, int width, int height);
 // The same with the size of the header. `init` is 0; `bits` and `info` are null.
 HBITMAP CreateDIBitmap(HDC context, const BITMAPINFOHEADER* header, DWORD init, const void* bits,
@@ -159,7 +160,7 @@ struct TEXTMETRICA {
   LONG tmAveCharWidth; // the mean of the alphabet, small and capital
 };
 
-// Always answers a font, even when none is installed: its letters are boxes then. Null only without memory.
+// Always answers a font, even when none is installed: its letters are boxes then.
 HFONT CreateFontIndirectA(const LOGFONTA* what);
 // Of the font in the context.
 BOOL GetTextMetricsA(HDC context, TEXTMETRICA* metrics);

@@ -9,6 +9,8 @@
 #include "app/slide_frame.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/window_list.h"
+#include "support/allocations.h"
+#include "support/temporary_folder.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/create.h"
 #include "win32/windows/window.h"
@@ -154,6 +156,53 @@ TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
     MemoryAt(700, [] { TheMemoryDisplay().lost = true; });
     EXPECT_EQ(run(), "framereel: the connection to the display is lost\n") << windows;
   }
+}
+
+// The user draws an area, records, opens the system menu, and closes the program.
+void ScriptASession() {
+  MemoryAt(500, [] {
+    MemoryGiveKeyboard(Frame());
+    MemoryMovePointerTo(100, 100);
+    MemoryTypeKey(VK_SPACE);
+  });
+  MemoryAt(700, [] { MemoryMovePointerTo(200, 180); });
+  MemoryAt(800, [] { MemoryTypeKey(VK_SPACE); });
+  for (const uint32_t tick : {1000, 5500}) {
+    for (const uint8_t key : {VK_CONTROL, VK_MENU, VK_SHIFT}) {
+      MemoryAt(tick, [key] { MemoryPressKey(key); });
+      MemoryAt(tick + 400, [key] { MemoryReleaseKey(key); });
+    }
+  }
+  MemoryAt(5000, [] { MemoryFill({120, 120, 150, 150}, 0xFFFFFF); });
+  MemoryAt(7000, [] { MemoryTypeKey(VK_F10); });
+  MemoryAt(7200, [] { MemoryTypeKey(VK_ESCAPE); });
+  CloseAt(7500);
+}
+
+size_t ends, badEnds, unnoticed;
+
+TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
+  const WorkingFolder folder;
+  for (const bool fails : {false, true}) { // what is made once for all runs is made by the first
+    MemoryDisplayReset(640, 480, 24);
+    ScriptASession();
+    testing::internal::CaptureStderr();
+    const auto judge = [](int status) {
+      ++ends;
+      unnoticed += WEXITSTATUS(status) == kWentOn;
+      if (status != 0 && WEXITSTATUS(status) != kWentOn && badEnds++ == 0) {
+        ::fprintf(stderr, "bad, and the last words: %zu\n", ends);
+      }
+    };
+    if (fails) FailEachAllocation(judge);
+    EXPECT_EQ(RunProgram(), 0);
+    FailEachAllocation(nullptr);
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(badEnds, 0u) << told.substr(0, told.find("last words"));
+    ForgetAllWindows();
+  }
+  EXPECT_GT(ends, 1000u);
+  EXPECT_LT(unnoticed, 5u) << "the system's own, that it can do without";
 }
 
 } // namespace

@@ -91,9 +91,6 @@ TEST_F(ApplicationTest, RecordsTheAreaThatTheUserDrawsAndKeepsItForTheNextRun) {
   EXPECT_EQ(Seen(1, 45, 35), kRed);
   EXPECT_EQ(Seen(1, 55, 35), kBlue);
 
-  ReturnToProgram();
-  SelectByKeysAndMouse(10, 10, 20, 20); // not any more: an animation is there
-  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
   End();
   Start();
   EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
@@ -104,12 +101,26 @@ TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
   WriteWholeFile(folder / "Settings.prf", "Recording Size:44\r\nFrame Delay:60\r\nRecording Area:10,20 100x50\r\n");
   Start();
   EXPECT_EQ(Area(), "{ 9, 19, 111, 70 }"); // in whole blocks of 3
-  EXPECT_EQ(app.recorder.outputWidth, 68);
-  EXPECT_EQ(app.recorder.outputHeight, 34);
   EXPECT_EQ(app.options.frameDelay, 50);
   EXPECT_TRUE(app.options.loop);
   End();
   EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 17), "Recording Size:44");
+}
+
+TEST_F(ApplicationTest, ASelectionEndsWithTheFirstFrameAndNoneBeginsAfterIt) {
+  Start();
+  HoldStartStop();
+  MemoryMovePointerTo(50, 60);
+  Type(VK_SPACE);
+  MemoryMovePointerTo(149, 139);
+  RunFor(4000);
+  EXPECT_EQ(app.recorder.frameCount, 1u);
+  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 28), "Recording Area:50,60 100x80\r");
+  SelectByKeysAndMouse(10, 10, 20, 20);
+  MemoryPaintWindow(*scene, {90, 90, 100, 100}, kRed);
+  RunFor(700);
+  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
+  EXPECT_EQ(Seen(1, 45, 35), kRed);
 }
 
 // Part of the area lies off the screen now, in the countdown and between two frames.

@@ -36,11 +36,5 @@ TEST(AlignSpan, GrowsWhereThereIsRoomAndShrinksWhereThereIsNone) {
   }
 }
 
-TEST(OutputSize, HoldsTheWidestArea) {
-  const Point size = OutputSize({0, 0, 32766, 300}, kSize44);
-  EXPECT_EQ(size.h, 200);
-  EXPECT_EQ(size.v, 21844);
-}
-
 } // namespace
 } // namespace framereel

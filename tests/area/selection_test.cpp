@@ -159,8 +159,6 @@ TEST(AreaReadouts, TellTheAlignedAreaAndTheAnimationsSize) {
 TEST(AreaReadouts, AreSetUpWithTheDefaultArea) {
   AreaProgram program;
   EXPECT_EQ(program.size, "Size: 440x330");
-  EXPECT_EQ(program.recorder.outputWidth, 440);
-  EXPECT_EQ(program.recorder.outputHeight, 330);
   program.Act("begin m 100 80 d u");
   SetSystemVersion(0x80000003);
   AreaSetDefault(program.area);

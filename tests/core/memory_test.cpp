@@ -15,13 +15,15 @@
 #include "core/text_format.h"
 #include "core/timers.h"
 #include "core/toolkit_init.h"
+#include "support/allocations.h"
 #include "support/dice.h"
-#include "win32/system/heap_faults.h"
 
 namespace framereel {
 namespace {
 
 // ---- Exhaustion ---------------------------------------------------------------------------------------------------
+
+void* volatile lastBlock; // so that no allocation is left out as without a use
 
 // What a hook saw is told on stderr, where a death test can read it.
 void TellHook(void* name, uint32_t count) {
@@ -36,24 +38,59 @@ void TellHook(void* name, uint32_t count) {
 
 TEST(MemoryDeathTest, ExhaustionTellsTheHookWhileTheToolkitGoesOnWithWhatItHasAndEndsWithCodeZero) {
   static char name[] = "hook";
-  auto exhaust = [](bool resizes) {
+  auto exhaust = [](int way) {
     ToolkitInit();
-    void* block = MemAlloc(1);
+    lastBlock = MemAlloc(1);
     TimerSchedule([](void*) {}, nullptr, 1);
     SetMemFailureHook(TellHook, name);
     FormatTemp("the format's buffer is there");
-    FailAllocationsAfter(1);
+    FailAllocations(1);
     MemAlloc(1);
     std::fprintf(stderr, "[one stood] ");
-    resizes ? MemRealloc(block, 2) : MemAlloc(1);
+    lastBlock = way == 0 ? MemAlloc(1) : way == 1 ? MemRealloc(lastBlock, 2) : ::operator new(1);
     std::fprintf(stderr, "came back");
   };
-  for (const bool resizes : {false, true}) {
+  for (const int way : {0, 1, 2}) {
     EXPECT_EXIT(
-        exhaust(resizes), testing::ExitedWithCode(0),
+        exhaust(way), testing::ExitedWithCode(0),
         "^\\[one stood\\] hook1 timers=0 null=1 Quit, hook2 timers=0 null=1 Quit, hook3 timers=0 null=1 Quit, $");
   }
   EXPECT_EXIT(FatalExit(), testing::ExitedWithCode(0), "^$") << "it needs no hook";
+}
+
+TEST(MemoryDeathTest, ANewInTheHookComesBackToItButNotForEver) {
+  auto exhaust = [] {
+    ToolkitInit();
+    SetMemFailureHook(
+        [](void*, uint32_t count) {
+          std::fprintf(stderr, "%u ", count);
+          lastBlock = ::operator new(1);
+        },
+        nullptr);
+    FailAllocations(0);
+    MemAlloc(1);
+  };
+  EXPECT_EXIT(exhaust(), testing::ExitedWithCode(0), "^1 2 $");
+}
+
+TEST(MemoryDeathTest, AScopeWithoutMemoryForItsMarkLeavesTheBlocksOfOuterOnesAlone) {
+  auto exhaust = [] {
+    ToolkitInit();
+    TempScopeBegin();
+    static char* const outer = FormatTemp("outer");
+    TempScopeBegin();
+    SetMemFailureHook(
+        [](void*, uint32_t) {
+          FailAllocations(1, 2); // once for the mark and once more, as each is asked for twice
+          char* inner = FormatTemp("inner");
+          TempScopeEnd();
+          std::fprintf(stderr, "%s %s", inner, outer);
+          TempScopeEnd();
+        },
+        nullptr);
+    FatalExit();
+  };
+  EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^inner outer$");
 }
 
 TEST(Memory, ResizedBlocksKeepTheirContents) {

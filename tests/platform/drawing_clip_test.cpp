@@ -22,7 +22,7 @@ bool IsOnScreen(const ChildWindow* window, int16_t x, int16_t y, const Colour& c
 TEST(Clip, IsNarrowedAndRestored) {
   Sheet sheet(20, 20);
   SetClip(2, 2, 12, 12);
-  SavedClip* outer = NarrowClip(8, 8, 30, 30);
+  const SavedClip outer = NarrowClip(8, 8, 30, 30);
   FillRectXY(0, 0, 1000, 1000);
   RestoreClip(outer);
   DrawPixel(2, 2);
@@ -49,7 +49,7 @@ TEST(Clip, SavedWhereThereWasNoneComesBackAsALargeRectangle) {
 TEST(Clip, OfAnotherPortIsDropped) {
   Sheet sheet(20, 20);
   SetClip(1, 1, 2, 2);
-  SavedClip* saved = SaveClip();
+  const SavedClip saved = SaveClip();
   SetPortOffscreen(NewOffscreen(20, 20, true));
   RestoreClip(saved);
   EXPECT_EQ(ClipBox().right, 20);

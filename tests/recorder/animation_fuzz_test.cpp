@@ -32,6 +32,7 @@ class Actor {
 public:
   Actor(Dice& chance, Desktop& mine) : dice(chance), desktop(mine), depth(TheMemoryDisplay().layout.depth) {
     changesDepth = depth >= 16 && dice.OneIn(3);
+    changesSize = dice.OneIn(4);
     std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
     if (!dice.OneIn(4)) std::generate(palette.begin(), palette.end(), [this] { return AnyColour(); });
     if (depth == 4 && dice.OneIn(2)) std::shuffle(palette.begin(), palette.end(), dice.random); // the standard ones
@@ -63,7 +64,9 @@ public:
   void Act(const Rect& area, int captureTransparent) {
     const int kind = dice.Below(40); // of the pause: short, longer than the field of 16 bits, longer than 2^31 ms
     ::Sleep(kind == 0 ? 0x80000000 + DWORD(dice.Below(1000000)) : DWORD(dice.Below(kind < 4 ? 2000000 : 700)));
-    if (changesDepth && dice.OneIn(6)) desktop.SetDepth(depth = 8 * (2 + dice.Below(3)));
+    if (changesDepth && dice.OneIn(6)) desktop.SetMode(kWidth, kHeight, depth = 8 * (2 + dice.Below(3)));
+    // Also to one that the area does not lie on, which the program need not have heard of.
+    if (changesSize && dice.OneIn(6)) MemoryDisplaySetMode(kWidth >> dice.Below(4), kHeight >> dice.Below(3), depth);
     DisplayMovePointer(area.left + dice.Below(40) - 4, area.top + dice.Below(20) - 3);
     for (int i = dice.Below(4); i > 0; --i) Draw(area, captureTransparent);
   }
@@ -100,8 +103,8 @@ private:
     if (kind == 3) r = {area.left, top, area.right, top + 2};
     if (kind == 4 && fill < 2) r = {area.left, area.top, area.right, area.bottom};
     uint32_t next = Colour(captureTransparent);
-    for (int y = r.top; y < std::min(r.bottom, kHeight); ++y) {
-      for (int x = r.left; x < std::min(r.right, kWidth); ++x) {
+    for (int y = r.top; y < std::min(r.bottom, TheMemoryDisplay().height); ++y) {
+      for (int x = r.left; x < std::min(r.right, TheMemoryDisplay().width); ++x) {
         MemoryPixel(x, y) = next;
         if (fill == 0) next = depth == 8 ? (next + 1) & 255 : Colour(captureTransparent);
         if (fill == 1) next = Colour(captureTransparent);
@@ -112,12 +115,12 @@ private:
   Dice& dice;
   Desktop& desktop;
   int depth;
-  bool changesDepth;
+  bool changesDepth, changesSize;
   uint32_t colours[4];
 };
 
-// What stands in the area, as indices. The pointer is white. On 16 colours the indices are those of the standard ones,
-// whatever the screen's palette, by the palette that the animation began with.
+// What stands in the area, as indices. The pointer is white, and what lies off the screen black. On 16 colours the indices
+// are those of the standard ones, whatever the screen's palette, by the palette that the animation began with.
 Bytes IndicesOnScreen(const Rect& area, bool withPointer, const std::vector<PaletteColour>& firstPalette) {
   const MemoryDisplay& d = TheMemoryDisplay();
   const int depth = d.layout.depth, count = int(d.palette.size());
@@ -126,10 +129,10 @@ Bytes IndicesOnScreen(const Rect& area, bool withPointer, const std::vector<Pale
     for (int32_t x = area.left; x < area.right; ++x) {
       const int32_t dx = x - d.pointerX + d.hotX, dy = y - d.pointerY + d.hotY;
       const bool covered = withPointer && dx >= 0 && dy >= 0 && dx < d.pointerWidth && dy < d.pointerHeight;
-      const PaletteColour white = {255, 255, 255};
-      const uint32_t pixel = !covered      ? MemoryPixel(x, y)
-                             : depth >= 16 ? MemoryPixelOf(255, 255, 255)
-                                           : uint32_t(NearestColour(white, d.palette.data(), count));
+      const uint8_t level = covered ? 255 : 0;
+      const uint32_t pixel = !covered && x < d.width && y < d.height ? MemoryPixel(x, y)
+                             : depth >= 16 ? MemoryPixelOf(level, level, level)
+                                           : uint32_t(NearestColour({level, level, level}, d.palette.data(), count));
       indices.push_back(depth >= 16  ? PlainCubeIndex(MemoryColourOf(pixel))
                         : depth == 4 ? uint8_t(NearestColour(firstPalette[pixel], kStandardColours, 16))
                                      : uint8_t(pixel));
@@ -173,7 +176,7 @@ public:
     recording.options.loop = dice.OneIn(2);
     const uint16_t size = std::min(recording.options.recordingSize, kSize100);
     const Rect area = actor.AnyArea(size);
-    recording.SetArea(area);
+    recording.recorder.captureArea = area;
     file.clear();
     screens.clear();
     bordered = false;
@@ -183,6 +186,9 @@ public:
       actor.Act(area, plain.captureTransparent);
       ASSERT_NO_FATAL_FAILURE(dice.OneIn(20) ? LoseDepth() : ExpectTold());
       ASSERT_NO_FATAL_FAILURE(Take(area, size));
+      // The animation keeps what it began with.
+      recording.recorder.captureArea = actor.AnyArea(kSize100);
+      recording.options.recordingSize = uint16_t(dice.Below(4));
     }
     ASSERT_NO_FATAL_FAILURE(ExpectFile(size));
   }
@@ -201,7 +207,7 @@ public:
 
 private:
   void SetDepth(int depth) {
-    desktop.SetDepth(depth);
+    desktop.SetMode(kWidth, kHeight, depth);
     verdict.See(depth);
     ExpectTold();
   }

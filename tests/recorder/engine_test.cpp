@@ -9,6 +9,7 @@
 #include "recorder/engine/frame_rates.h"
 #include "recorder/plain_difference.h"
 #include "recorder/recording.h"
+#include "support/allocations.h"
 #include "support/desktop.h"
 #include "support/dice.h"
 #include "win32/memory/memory_display.h"
@@ -115,14 +116,42 @@ void CaptureOnceMore(void* recording, uint32_t count) {
   ::_exit(count == 1 && nothing ? kHookToldOnce : kSecondCaptureDidSomething);
 }
 
-// What happens when other memory ends stands in the tests of the command.
-TEST(EngineDeathTest, EndsInTheHookWhenTheDisplayHasNoSurfaceForTheArea) {
+TEST(EngineDeathTest, ACaptureThatComesInWhileAnotherOneEndsForWantOfMemoryDoesNothing) {
   const Desktop desktop(40, 30, 24);
   Recording recording(kArea);
-  TheMemoryDisplay().outOfSurfaces = true;
   SetMemFailureHook(CaptureOnceMore, &recording);
-  ASSERT_EXIT(recording.Capture(), testing::ExitedWithCode(kHookToldOnce), "");
+  ASSERT_EXIT((FailAllocations(0), recording.Capture()), testing::ExitedWithCode(kHookToldOnce), "");
   SetMemFailureHook(nullptr, nullptr);
+}
+
+// ---- What the user is told ----------------------------------------------------------------------------------------
+
+TEST(Engine, TellsOfAnAreaThatIsNotAllOnTheScreenAndOfAnAnimationThatIsFull) {
+  Desktop desktop(40, 30, 24);
+  Recording recording(kArea);
+  ASSERT_TRUE(recording.Capture());
+  for (const auto& [width, height] : {std::pair{kArea.right - 1, 30}, {40, kArea.bottom - 1}}) {
+    desktop.SetMode(width, height, 24);
+    MemoryFill({5, 5, 9, 9}, 0xFFFFFF);
+    EXPECT_TRUE(recording.Capture());
+    EXPECT_EQ(recording.message.substr(0, 31), "Part of the recording area is n");
+    EXPECT_TRUE(recording.buttons.grab);
+    desktop.SetMode(kArea.right, kArea.bottom, 24);
+    recording.Capture();
+    EXPECT_EQ(recording.message, "");
+  }
+  const uint32_t size = recording.stream.streamSize;
+  const auto worst = uint32_t(2 * (kArea.right - kArea.left) * (kArea.bottom - kArea.top) + 4096);
+  for (const bool fits : {true, false}) {
+    recording.stream.streamSize = UINT32_MAX - worst + !fits;
+    recording.Capture();
+    EXPECT_EQ(recording.message.substr(0, 23), fits ? "" : "The animation has grown");
+    EXPECT_EQ(recording.buttons.grab, fits);
+  }
+  recording.stream.streamSize = size;
+  StreamClear(recording.stream);
+  RecorderReset(recording.recorder);
+  EXPECT_EQ(recording.message, "");
 }
 
 // ---- Words and tables ---------------------------------------------------------------------------------------------

@@ -9,7 +9,6 @@
 #include "core/notices.h"
 #include "gif/stream_bytes.h"
 #include "recorder/engine/recorder_core.h"
-#include "recorder/engine/recording_scale.h"
 #include "recorder/engine/status.h"
 #include "support/gif_reader.h"
 
@@ -38,7 +37,7 @@ struct Recording {
     RecorderSetUp(recorder, &stream, &gif, &options, panel);
     NotifyAdd(HearOfChange, this);
     recorder.ownerName = "a tester";
-    SetArea(area);
+    recorder.captureArea = area;
   }
   ~Recording() {
     NotifyRemove(HearOfChange, this);
@@ -46,13 +45,6 @@ struct Recording {
   }
   Recording(const Recording&) = delete;
 
-  // Takes another area for the next animation, with the output size that goes with it.
-  void SetArea(const Rect& area) {
-    const RecordingScale& scale = ScaleOf(options.recordingSize);
-    recorder.captureArea = area;
-    recorder.outputWidth = int16_t((area.right - area.left) * scale.numerator / scale.denominator);
-    recorder.outputHeight = int16_t((area.bottom - area.top) * scale.numerator / scale.denominator);
-  }
   // A tick, or a grabbed frame, at a time of the display's clock; the status line follows. Answers whether a frame was
   // written.
   bool Capture(bool grab = false) {

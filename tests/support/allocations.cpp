@@ -1,27 +1,100 @@
-// See allocations.h. Takes the place of the language's own operators.
+// See allocations.h. Takes the place of the C library's allocator and of the language's operators, in front of them.
 #include "support/allocations.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <new>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
 size_t calls;
+int64_t passes = INT64_MAX, fails; // that are left of each
+void (*judgeOfChildren)(int status);
+bool isChild;
+
+void FailInChild() {
+  void (*const judge)(int) = judgeOfChildren;
+  judgeOfChildren = nullptr;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    isChild = true;
+    ::alarm(60); // one that goes round in circles ends badly
+    framereel::FailAllocations(0, 2);
+    return;
+  }
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  judge(status);
+  judgeOfChildren = judge;
+}
+
+bool MayPass() {
+  ++calls;
+  if (judgeOfChildren) FailInChild();
+  if (passes > 0) {
+    if (passes != INT64_MAX) --passes;
+    return true;
+  }
+  if (fails > 0) {
+    if (fails != INT64_MAX) --fails;
+    errno = ENOMEM;
+    return false;
+  }
+  return true;
+}
+
+template <typename Function> Function* Next(const char* name) {
+  return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
 
 } // namespace
 
-size_t framereel::NewCalls() {
+namespace framereel {
+
+size_t Allocations() {
   return calls;
 }
 
-void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
-  ++calls;
-  return std::malloc(bytes ? bytes : 1);
+void FailAllocations(int64_t passing, int64_t failing) {
+  passes = passing;
+  fails = failing;
+}
+
+void FailEachAllocation(void (*judge)(int status)) {
+  if (!judge && isChild) ::_exit(kWentOn);
+  judgeOfChildren = judge;
+}
+
+} // namespace framereel
+
+extern "C" {
+
+void* malloc(size_t bytes) {
+  static auto* const next = Next<void*(size_t)>("malloc");
+  return MayPass() ? next(bytes) : nullptr;
+}
+
+void* calloc(size_t count, size_t bytes) {
+  static auto* const next = Next<void*(size_t, size_t)>("calloc");
+  return MayPass() ? next(count, bytes) : nullptr;
+}
+
+void* realloc(void* block, size_t bytes) {
+  static auto* const next = Next<void*(void*, size_t)>("realloc");
+  return MayPass() ? next(block, bytes) : nullptr;
+}
 }
 
 void* operator new(size_t bytes) {
-  if (void* block = operator new(bytes, std::nothrow)) return block;
-  throw std::bad_alloc();
+  for (;;) {
+    if (void* block = ::malloc(bytes ? bytes : 1)) return block;
+    const std::new_handler handler = std::get_new_handler();
+    if (!handler) throw std::bad_alloc();
+    handler();
+  }
 }
 
 void operator delete(void* block) noexcept {

@@ -148,6 +148,17 @@ TEST_F(X11Screen, RefusesWhatDoesNotFit) {
   for (const auto& [width, height] : sizes) EXPECT_FALSE(DisplayNewSurface(width, height, &other));
 }
 
+TEST_F(X11Screen, HandsOutSurfacesOfZerosWhateverStoodInTheirMemory) {
+  for (const int32_t size : {20, 300}) { // plain memory, and shared
+    { const OwnSurface dirty(size, size); }
+    Surface fresh{};
+    ASSERT_TRUE(DisplayNewSurface(size, size, &fresh));
+    const std::vector<uint8_t> bytes(fresh.pixels, fresh.pixels + size_t(fresh.stride) * size_t(size));
+    EXPECT_EQ(bytes, std::vector<uint8_t>(bytes.size())) << size;
+    DisplayFreeSurface(&fresh);
+  }
+}
+
 TEST_F(X11Screen, IsAskedForOncePerFrame) {
   OwnSurface whole(artist.Width(), artist.Height()), part(50, 50);
   ASSERT_TRUE(DisplayReadScreen({0, 0, 50, 50}, part.surface, 0, 0));

@@ -1,11 +1,13 @@
 // See command.h.
 #include "record/command.h"
 
+#include <cerrno>
 #include <cinttypes>
 #include <cstdlib>
+#include <cstring>
 
-#include "area/area_geometry.h"
 #include "core/memory.h"
+#include "gif/keep_animation.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/engine_start.h"
 #include "record/capture_area.h"
@@ -17,8 +19,6 @@ namespace framereel {
 namespace {
 
 constexpr const char* kScreenLost = "the connection to the display was lost";
-
-constexpr size_t kReserveSize = size_t{2} * kStreamChunkSize; // a save may need a chunk for the trailer
 
 bool RefuseAll(Refusal& refusal, const char* reason) {
   return Refuse(refusal, "%s; nothing was recorded", reason);
@@ -32,28 +32,33 @@ bool StartScreen(Refusal& refusal) {
   return Refuse(refusal, "there is no display to record: \"%s\", as DISPLAY names it, does not answer", name);
 }
 
-// The engine says in the panel's place why the screen cannot be recorded.
-void KeepScreenMessage(void* owner, const char* text) {
-  Refuse(*static_cast<Refusal*>(owner), "%s", text);
+// The engine says in the panel's place why the screen cannot be recorded, or only in part.
+void HearOfScreen(void* owner, const char* text) {
+  RecordCommand& command = *static_cast<RecordCommand*>(owner);
+  if (command.recorder.screenStatus != kScreenTooSmall) {
+    Refuse(command.refusal, "%s", text);
+  } else if (!command.options.quiet) {
+    ProgressClear(command.progress);
+    Complain(command.messages, text);
+  }
 }
 
-void SetUpRecorder(RecordCommand& command, Refusal& refusal) {
+void SetUpRecorder(RecordCommand& command) {
   RecorderPanel panel;
-  panel.owner = &refusal;
-  panel.showMessage = KeepScreenMessage;
+  panel.owner = &command;
+  panel.showMessage = HearOfScreen;
   RecorderSetUp(command.recorder, &command.stream, &command.gif, &command.options.recording, panel);
   command.recorder.ownerName = command.options.owner ? command.options.owner : OwnerName();
 }
 
-bool SetUpArea(RecordCommand& command, Refusal& refusal) {
+bool SetUpArea(RecordCommand& command) {
   const DisplayCaps& screen = TheDisplayCaps();
   Rect area;
   bool cut;
-  if (!ChooseCaptureArea(command.options, screen.screenWidth, screen.screenHeight, &area, &cut, refusal)) return false;
-  const Point size = OutputSize(area, command.options.recording.recordingSize);
+  if (!ChooseCaptureArea(command.options, screen.screenWidth, screen.screenHeight, &area, &cut, command.refusal)) {
+    return false;
+  }
   command.recorder.captureArea = area;
-  command.recorder.outputWidth = size.h;
-  command.recorder.outputHeight = size.v;
   if (cut && !command.options.quiet) {
     Refusal note;
     Refuse(note, "part of the area lies off the screen; recording %d,%d %dx%d", area.left, area.top,
@@ -97,6 +102,18 @@ const char* ReasonOf(RecordingEnd end) {
   return nullptr;
 }
 
+// The animation that could not be saved in its place for the reason in `refusal` is kept elsewhere, and that is told
+// too.
+void KeepElsewhere(RecordCommand& command, Refusal& refusal) {
+  const Refusal failed = refusal;
+  char path[PATH_MAX];
+  if (KeepAnimation(command.gif, command.output.direct ? "animation.gif" : command.output.path, path)) {
+    Refuse(refusal, "%s; the animation is kept as %s", failed.text, path);
+  } else {
+    Refuse(refusal, "%s; nor can it be kept elsewhere: %s", failed.text, strerror(errno));
+  }
+}
+
 // Saves the complete frames, and tells the user when there are none or `reason` has cut the recording short.
 int Save(RecordCommand& command, const char* reason) {
   Refusal refusal;
@@ -107,6 +124,7 @@ int Save(RecordCommand& command, const char* reason) {
     RefuseAll(refusal, reason ? reason : "no frame was taken");
   } else if (!OutputSave(command.output, command.gif, refusal)) {
     if (reason) Complain(command.messages, reason);
+    KeepElsewhere(command, refusal);
   } else if (reason) {
     const uint32_t frames = command.recording.frames;
     Refuse(refusal, "%s; %s holds the %" PRIu32 " %s before that", reason, command.output.path, frames,
@@ -122,7 +140,6 @@ int Save(RecordCommand& command, const char* reason) {
 void SaveWhenMemoryEnded(void* argument, uint32_t count) {
   RecordCommand& command = *static_cast<RecordCommand*>(argument);
   if (count == 1) {
-    MemFree(command.reserve);
     if (command.recording.recorder) KeepCompleteFrames(command.recording);
     Save(command, "memory is exhausted");
   }
@@ -151,11 +168,17 @@ int RecordAndSave(RecordCommand& command) {
 }
 
 // With the display open. False with the reason, before anything was recorded.
-bool Prepare(RecordCommand& command, Refusal& refusal) {
-  SetUpRecorder(command, refusal);
-  if (ScreenIsLost()) return RefuseAll(refusal, kScreenLost); // it tells no depth and no size
+bool Prepare(RecordCommand& command) {
+  SetUpRecorder(command);
+  if (ScreenIsLost()) return RefuseAll(command.refusal, kScreenLost); // it tells no depth and no size
   if (!command.recorder.recordingAllowed) return false;
-  return SetUpArea(command, refusal) && OutputOpen(command.output, refusal);
+  return SetUpArea(command) && OutputOpen(command.output, command.refusal);
+}
+
+int Fail(RecordCommand& command) {
+  OutputDiscard(command.output);
+  Complain(command.messages, command.refusal.text);
+  return kExitFailed;
 }
 
 } // namespace
@@ -167,27 +190,15 @@ void Complain(FILE* messages, const char* text) {
 
 void RecordCommandInit(RecordCommand& command) {
   SetMemFailureHook(SaveWhenMemoryEnded, &command);
-  command.reserve = MemAlloc(kReserveSize);
   StreamInit(command.stream);
   GifWriterInit(command.gif, &command.stream);
 }
 
 int RecordCommandRun(RecordCommand& command) {
-  Refusal refusal;
   command.recording = {};
   StreamClear(command.stream);
-  if (!StartScreen(refusal)) {
-    OutputDiscard(command.output);
-    Complain(command.messages, refusal.text);
-    return kExitFailed;
-  }
-  int status = kExitFailed;
-  if (Prepare(command, refusal)) {
-    status = RecordAndSave(command);
-  } else {
-    OutputDiscard(command.output);
-    Complain(command.messages, refusal.text);
-  }
+  if (!StartScreen(command.refusal)) return Fail(command);
+  const int status = Prepare(command) ? RecordAndSave(command) : Fail(command);
   RecorderTearDown(command.recorder);
   EngineShutDown();
   return status;

@@ -29,7 +29,7 @@ struct RecordCommand {
   GifWriter gif;
   Recording recording;
   Progress progress;
-  void* reserve = nullptr; // memory to save with when there is none left
+  Refusal refusal; // why nothing could be recorded
 };
 
 // Writes one line for the user, behind the command's name.

@@ -24,29 +24,21 @@ void ShowProgress(Recording& recording) {
   if (recording.onProgress) recording.onProgress(recording.watcher, recording);
 }
 
-// An image of pixels that do not compress takes at most 12 bits each, and a byte for every 255.
-bool AnotherFrameFits(const Recording& recording) {
-  const RecorderState& recorder = *recording.recorder;
-  const uint64_t worst =
-      uint64_t{2} * static_cast<uint64_t>(recorder.frameWidth) * static_cast<uint64_t>(recorder.frameHeight) + 4096;
-  return recording.frameBytes + worst <= UINT32_MAX;
-}
-
 // Answers kComplete when the recording may go on.
 RecordingEnd TakeTick(Recording& recording) {
   RecorderState& recorder = *recording.recorder;
   ReadDisplayCaps();
   if (ScreenIsLost()) return RecordingEnd::kScreenLost; // a lost screen tells no depth either
-  RecorderCheckScreen(recorder);
-  if (!recorder.recordingAllowed) return RecordingEnd::kScreenChanged;
   TempScopeBegin();
   RecorderCaptureFrame(recorder, false);
   TempScopeEnd();
+  if (recorder.screenStatus == kAnimationFull) return RecordingEnd::kFull;
+  if (!recorder.recordingAllowed) return RecordingEnd::kScreenChanged;
   ++recording.ticks;
   if (ScreenIsLost()) return RecordingEnd::kScreenLost;
   recording.frames = recorder.frameCount;
   recording.frameBytes = recorder.stream->streamSize;
-  return AnotherFrameFits(recording) ? RecordingEnd::kComplete : RecordingEnd::kFull;
+  return RecordingEnd::kComplete;
 }
 
 // True when the user ended it.

@@ -1,10 +1,12 @@
 // Why the command refuses or fails, as one line for the user. Whoever notices writes it; command.cpp shows it.
 #pragma once
 
+#include <climits>
+
 namespace framereel {
 
 struct Refusal {
-  char text[4608]; // room for the longest path that the system takes, and a sentence
+  char text[2 * PATH_MAX + 512]; // room for two of the longest paths that the system takes, and a sentence
 };
 
 // Writes the reason, printf-like, and answers false. Control characters, which file names and arguments may hold, are

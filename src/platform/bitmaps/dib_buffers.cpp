@@ -13,16 +13,22 @@ namespace {
 // All kinds have rows of whole 32-bit words; only the 1-bit kind counts rowSize in words.
 DibBuffer* NewDibBuffer(int16_t width, int16_t height, uint32_t bitsPerPixel, uint32_t rowUnit) {
   const uint32_t rowBytes = (uint32_t(width) * bitsPerPixel + 31) / 32 * 4;
-  auto* buffer = static_cast<DibBuffer*>(MemAlloc(sizeof(DibBuffer)));
   const size_t bytes = size_t{rowBytes} * size_t(height);
-  *buffer = {width, height, rowBytes / rowUnit, static_cast<uint8_t*>(MemAlloc(bytes))};
-  ::memset(buffer->bits, 0, bytes);
+  auto* buffer = static_cast<DibBuffer*>(MemAlloc(sizeof(DibBuffer)));
+  auto* bits = static_cast<uint8_t*>(MemAlloc(bytes));
+  if (!buffer || !bits) {
+    MemFree(buffer);
+    MemFree(bits);
+    return nullptr;
+  }
+  ::memset(bits, 0, bytes);
+  *buffer = {width, height, rowBytes / rowUnit, bits};
   return buffer;
 }
 
 void ReadDibBuffer(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows,
                    WORD bitsPerPixel, uint32_t rowUnit) {
-  if (bufferRow < 0 || offscreenRow < 0 || rows < 0) return;
+  if (!buffer || bufferRow < 0 || offscreenRow < 0 || rows < 0) return;
   if (buffer->width != offscreen->width || offscreenRow + rows > offscreen->height) return;
   if (bufferRow + rows > buffer->height) return;
   if (CurrentPort() == &offscreen->port) SetPortMain(nullptr);
@@ -51,6 +57,7 @@ DibBuffer* NewDibBuffer1(int16_t width, int16_t height) {
 }
 
 void FreeDibBuffer(DibBuffer* buffer) {
+  if (!buffer) return;
   MemFree(buffer->bits);
   MemFree(buffer);
 }

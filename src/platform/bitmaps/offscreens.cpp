@@ -27,6 +27,10 @@ bool IsBlackAndWhite(const ColourList& list) {
 Offscreen* AddOffscreen(int16_t width, int16_t height, HBITMAP bitmap) {
   if (!bitmap) return nullptr;
   auto* offscreen = static_cast<Offscreen*>(MemAlloc(sizeof(Offscreen)));
+  if (!offscreen) {
+    ::DeleteObject(bitmap);
+    return nullptr;
+  }
   *offscreen = {{kPortOffscreen, 1}, width, height, bitmap};
   ListAppend(offscreens, ToListValue(offscreen));
   return offscreen;

@@ -19,11 +19,15 @@ void AllocateColours(ColourList* list, uint32_t count) {
   *list = {0, static_cast<Colour*>(MemAlloc(count * sizeof(Colour)))};
 }
 
+void Add(ColourList* list, const Colour& colour) {
+  if (list->colours) list->colours[list->count++] = colour;
+}
+
 void AddOnce(ColourList* list, const Colour& colour) {
   for (uint32_t i = 0; i < list->count; ++i) {
     if (SameColour(list->colours[i], colour)) return;
   }
-  list->colours[list->count++] = colour;
+  Add(list, colour);
 }
 
 void ListPalette(ColourList* out) {
@@ -32,13 +36,13 @@ void ListPalette(ColourList* out) {
   ::GetSystemPaletteEntries(ScreenContext(), 0, count, entries);
   AllocateColours(out, count);
   for (uint32_t i = 0; i < count; ++i) {
-    out->colours[out->count++] = Widen(entries[i].peRed, entries[i].peGreen, entries[i].peBlue);
+    Add(out, Widen(entries[i].peRed, entries[i].peGreen, entries[i].peBlue));
   }
 }
 
 void ListStandard(ColourList* out) {
   AllocateColours(out, kStandardColourCount);
-  for (const PaletteColour& c : kStandardColours) out->colours[out->count++] = Widen(c.red, c.green, c.blue);
+  for (const PaletteColour& c : kStandardColours) Add(out, Widen(c.red, c.green, c.blue));
 }
 
 // Asks for an even spread of colours and keeps what the screen has for them, up to the number that it tells: -1 where

@@ -26,6 +26,7 @@ char* WithNativeLineEnds(const char* text) {
   size_t length = 0;
   for (const char* at = text; *at; ++at) length += *at == '\n' ? 2 : 1;
   auto* copy = static_cast<char*>(MemAlloc(length + 1));
+  if (!copy) return nullptr;
   char* out = copy;
   for (const char* at = text; *at; ++at) {
     if (*at == '\n') *out++ = '\r';
@@ -93,13 +94,14 @@ void ShowNativeControl(HWND control, bool shown) {
 
 void SetNativeText(HWND control, const char* text) {
   char* native = WithNativeLineEnds(text);
-  ::SetWindowTextA(control, native);
+  if (native) ::SetWindowTextA(control, native);
   MemFree(native);
 }
 
 char* NativeText(HWND control) {
   const int length = ::GetWindowTextLengthA(control);
   auto* text = static_cast<char*>(MemAlloc(size_t(length) + 1));
+  if (!text) return nullptr;
   text[0] = 0;
   ::GetWindowTextA(control, text, length + 1);
   TakeNativeLineEnds(text);

@@ -1,16 +1,9 @@
 // Setting, saving, narrowing and restoring the clip.
 #include "platform/drawing/clip.h"
 
-#include "core/memory.h"
 #include "platform/drawing/current_port.h"
 
 namespace framereel {
-
-struct SavedClip {
-  const Port* port;
-  HRGN region; // owned
-};
-
 namespace {
 
 // Stands for no clip at all: larger than any Port.
@@ -26,12 +19,11 @@ void ResetClip() {
   }
 }
 
-SavedClip* SaveClip() {
-  auto* saved = static_cast<SavedClip*>(MemAlloc(sizeof(SavedClip)));
-  *saved = {CurrentPort(), ::CreateRectRgn(0, 0, 0, 0)};
-  if (::GetClipRgn(CurrentContext(), saved->region) == 0) {
-    ::DeleteObject(saved->region);
-    saved->region = ::CreateRectRgn(0, 0, kUnclipped, kUnclipped);
+SavedClip SaveClip() {
+  SavedClip saved = {CurrentPort(), ::CreateRectRgn(0, 0, 0, 0)};
+  if (::GetClipRgn(CurrentContext(), saved.region) == 0) {
+    ::DeleteObject(saved.region);
+    saved.region = ::CreateRectRgn(0, 0, kUnclipped, kUnclipped);
   }
   return saved;
 }
@@ -42,20 +34,19 @@ void SetClip(int left, int top, int right, int bottom) {
   ::DeleteObject(region);
 }
 
-SavedClip* NarrowClip(int left, int top, int right, int bottom) {
-  SavedClip* saved = SaveClip();
+SavedClip NarrowClip(int left, int top, int right, int bottom) {
+  const SavedClip saved = SaveClip();
   ::IntersectClipRect(CurrentContext(), left, top, right, bottom);
   return saved;
 }
 
-void RestoreClip(SavedClip* saved) {
-  if (saved->port == CurrentPort()) ::SelectClipRgn(CurrentContext(), saved->region);
+void RestoreClip(const SavedClip& saved) {
+  if (saved.port == CurrentPort()) ::SelectClipRgn(CurrentContext(), saved.region);
   DropSavedClip(saved);
 }
 
-void DropSavedClip(SavedClip* saved) {
-  ::DeleteObject(saved->region);
-  MemFree(saved);
+void DropSavedClip(const SavedClip& saved) {
+  ::DeleteObject(saved.region);
 }
 
 } // namespace framereel

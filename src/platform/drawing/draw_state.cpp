@@ -116,6 +116,7 @@ COLORREF ColourRef(const Colour& colour) {
 
 DrawState* NewDrawState() {
   auto* state = static_cast<DrawState*>(MemAlloc(sizeof(DrawState)));
+  if (!state) return nullptr;
   *state = {};
   state->font = GetFont(GetFontFamily(nullptr), kDefaultFontSize, kFontBold, 1.0);
   state->background = {0xFFFF, 0xFFFF, 0xFFFF};
@@ -131,6 +132,7 @@ DrawState* NewDrawState() {
 }
 
 void UseDrawState(DrawState* state) {
+  if (!state) return;
   const HDC context = CurrentContext();
   SelectFont(context, state->font);
   ::SetTextAlign(context, TA_BASELINE);

@@ -41,7 +41,7 @@ void DrawingShutDown();
 
 // A state of black on white, solid, copying, in the default family at size 15, bold. It lives until DrawingShutDown.
 DrawState* NewDrawState();
-// Selects all that the state says into the current Port's context.
+// Selects all that the state says into the current Port's context; null does nothing.
 void UseDrawState(DrawState* state);
 DrawState* CurrentDrawState(); // null when none is in use
 

@@ -135,6 +135,7 @@ FontFamily* GetFontFamily(const char* name) {
   if (!test) return nullptr;
   ::DeleteObject(test);
   auto* family = static_cast<FontFamily*>(MemAlloc(sizeof(FontFamily)));
+  if (!family) return nullptr;
   *family = {StrDup(name), {}};
   GrowArrayAdd(&fonts.families, ToListValue(family));
   return family;
@@ -147,6 +148,7 @@ Font* GetFont(FontFamily* family, uint16_t size, uint16_t style, double scale) {
     return font;
   }
   auto* font = static_cast<Font*>(MemAlloc(sizeof(Font)));
+  if (!font) return nullptr;
   *font = {};
   font->family = family;
   font->size = size;

@@ -15,10 +15,12 @@ POINT PointOf(const Point& p) {
   return {p.h, p.v};
 }
 
-// The points in the platform's form, with room for one more behind them. The caller frees.
+// The points in the platform's form, with room for one more behind them. The caller frees. Null where there is nothing
+// to draw, or nothing to draw it with.
 POINT* WidenPoints(uint16_t count, const Point* points) {
+  if (count == 0) return nullptr;
   auto* wide = static_cast<POINT*>(MemAlloc((size_t{count} + 1) * sizeof(POINT)));
-  for (uint16_t i = 0; i < count; ++i) wide[i] = PointOf(points[i]);
+  for (uint16_t i = 0; wide && i < count; ++i) wide[i] = PointOf(points[i]);
   return wide;
 }
 
@@ -99,24 +101,24 @@ void FillRect(const Rect& r) {
 }
 
 void DrawPolyline(uint16_t count, const Point* points) {
-  if (count == 0) return;
   POINT* wide = WidenPoints(count, points);
+  if (!wide) return;
   wide[count] = {wide[count - 1].x + 1, wide[count - 1].y};
   ::Polyline(CurrentContext(), wide, count + 1);
   MemFree(wide);
 }
 
 void DrawClosedPolyline(uint16_t count, const Point* points) {
-  if (count == 0) return;
   POINT* wide = WidenPoints(count, points);
+  if (!wide) return;
   wide[count] = wide[0];
   ::Polyline(CurrentContext(), wide, count + 1);
   MemFree(wide);
 }
 
 void DrawPolygon(uint16_t count, const Point* points) {
-  if (count == 0) return;
   POINT* wide = WidenPoints(count, points);
+  if (!wide) return;
   wide[count] = wide[0];
   ::Polygon(CurrentContext(), wide, count + 1);
   MemFree(wide);

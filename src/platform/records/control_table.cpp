@@ -19,8 +19,10 @@ constexpr uint32_t kMost = 0x10000;
 void Grow(ControlTable* table) {
   if (table->capacity + kGrowth > kMost) return;
   const uint32_t first = table->capacity;
+  auto* slots = static_cast<ControlSlot*>(MemRealloc(table->slots, (first + kGrowth) * sizeof(ControlSlot)));
+  if (!slots) return;
+  table->slots = slots;
   table->capacity += kGrowth;
-  table->slots = static_cast<ControlSlot*>(MemRealloc(table->slots, table->capacity * sizeof(ControlSlot)));
   for (uint32_t id = first; id < table->capacity; ++id) {
     table->slots[id] = {nullptr, table->firstFree};
     if (id != kDyingControl) table->firstFree = int32_t(id) + 1;

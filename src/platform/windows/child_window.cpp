@@ -73,6 +73,7 @@ constexpr WindowMethods kFirstMethods = {
 
 ChildWindow* NewRecord(MainWindow* parent, const char* title, uint32_t flags, int16_t least) {
   auto* window = static_cast<ChildWindow*>(MemAlloc(sizeof(ChildWindow)));
+  if (!window) return nullptr;
   *window = {};
   window->port = {kPortChildWindow, 1};
   window->title = StrDup(title);
@@ -164,6 +165,7 @@ ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t fla
   const WindowKind kind = KindOf(flags);
   const ChildWindowClass windowClass = TakeSelectedWindowClass();
   ChildWindow* window = NewRecord(parent, title, flags, kind.least);
+  if (!window) return nullptr;
   window->cursorCell = windowClass.cursorCell;
   pending = window;
   window->window =
@@ -175,6 +177,11 @@ ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t fla
   StartChildGeometry(window);
   StartChildGeometry(window);
   ListChildWindow(window);
+  if (!window->node) {
+    TakeApart(window);
+    MemFree(window);
+    return nullptr;
+  }
   if (NextChildWindow(nullptr) == window) SetCursorShape(GetCursorShape());
   UpdateCursorOf(window);
   CentreChildWindow(window);
@@ -221,7 +228,7 @@ void SetChildWindowTitle(ChildWindow* window, const char* title) {
   char* copy = StrDup(title);
   StrFree(window->title);
   window->title = copy;
-  ::SetWindowTextA(window->window, copy);
+  ::SetWindowTextA(window->window, title);
 }
 
 void InvalidateChildRect(ChildWindow* window, const Rect& where) {

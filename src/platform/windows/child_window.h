@@ -13,7 +13,8 @@
 
 namespace framereel {
 
-// Makes a window, hidden and in the middle, with a copy of the title. A null parent means the main window. Never null.
+// Makes a window, hidden and in the middle, with a copy of the title. A null parent means the main window. Null only
+// where MemAlloc answers null.
 ChildWindow* OpenChildWindow(MainWindow* parent, const char* title, uint32_t flags);
 // Both count openCount up; the first such call shows the window, the second kind on top of the others of its level.
 // A modal window becomes the modal one.

@@ -51,7 +51,7 @@ void DrawWindow(ChildWindow* window) {
   if (window->flags & kWindowFilled) {
     FillFromCorner(window->background, window->geometry.clientWidth, window->geometry.clientHeight);
   }
-  SavedClip* clip = SaveClip();
+  const SavedClip clip = SaveClip();
   window->methods.paint(window);
   if (window->flags & kWindowClosed) return DropSavedClip(clip);
   SetPortWindow(window);

@@ -80,7 +80,8 @@ void FrameTick(void* argument) {
   RecorderState& recorder = RecorderOf(argument);
   ArmRecorderTimer(recorder, FrameTick, recorder.options->frameDelay);
   TakeFrame(recorder, false);
-  if (PollChord(recorder) == KeyChord::kStartStop) RecorderStop(recorder);
+  const bool full = recorder.screenStatus == kAnimationFull;
+  if (PollChord(recorder) == KeyChord::kStartStop || full) RecorderStop(recorder);
 }
 
 void CountdownTick(void* argument) {

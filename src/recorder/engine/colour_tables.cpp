@@ -97,7 +97,7 @@ int ReadScreenPalette(RecorderState& recorder, uint8_t table[kColourTableBytes])
 }
 
 int BuildColourTable(RecorderState& recorder, uint8_t table[kColourTableBytes]) {
-  if (!IsReduced(recorder.options->recordingSize)) return ReadScreenPalette(recorder, table);
+  if (!IsReduced(recorder.recordingSize)) return ReadScreenPalette(recorder, table);
   AnimationColours& colours = recorder.colours;
   if (!colours.screenPalette) {
     colours.screenPalette = static_cast<uint8_t*>(MemAlloc(kColourTableBytes));
@@ -106,7 +106,7 @@ int BuildColourTable(RecorderState& recorder, uint8_t table[kColourTableBytes]) 
   const int screenBits = ReadScreenPalette(recorder, colours.screenPalette);
   BuildCubeTable(table);
   ShowBorrowedIndex(recorder, table);
-  if (recorder.options->recordingSize == kSize44) FillPaletteLanes(colours, screenBits);
+  if (recorder.recordingSize == kSize44) FillPaletteLanes(colours, screenBits);
   return 8;
 }
 
@@ -116,7 +116,7 @@ void ChooseSpecialIndices(RecorderState& recorder) {
   colours.captureTransparent = format.captureTransparent;
   colours.outputTransparent = format.captureTransparent;
   colours.blackIndex = format.blackIsDarkest ? colours.darkestEntry : 0;
-  if (IsReduced(recorder.options->recordingSize)) {
+  if (IsReduced(recorder.recordingSize)) {
     colours.outputTransparent = kCubeTransparent;
     colours.blackIndex = 0;
   }

@@ -114,7 +114,7 @@ bool FindFreeIndex(RecorderState& recorder) {
   const bool* free = std::find(used, used + 256, false);
   if (free == used + 256) return false;
   recorder.colours.captureTransparent = uint8_t(free - used);
-  if (!IsReduced(recorder.options->recordingSize)) {
+  if (!IsReduced(recorder.recordingSize)) {
     recorder.colours.outputTransparent = recorder.colours.captureTransparent;
   }
   return true;

@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
-#include "core/memory.h"
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/dib_buffers.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
 #include "recorder/engine/overlays.h"
 
 namespace framereel {
@@ -62,10 +62,21 @@ void PrepareGrabBuffers(RecorderState& recorder) {
   grab.buffer = kind->make(width, int16_t(grab.bandRows));
   grab.grabRowBytes = grab.buffer->rowSize * kind->rowUnit;
   grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * static_cast<int64_t>(grab.grabRowBytes);
-  grab.offscreen = NewOffscreen(width, recorder.frameHeight, true);
-  // No bitmap on a display that stands means that memory has ended; without one all frames would be black.
-  if (!grab.offscreen && !ScreenIsLost()) FatalExit();
+  grab.offscreen = NewOffscreen(width, recorder.frameHeight, true); // null on a lost display
 }
+
+namespace {
+
+// What lies off a screen that has become smaller is copied from nowhere: in the current Port it is black.
+void BlackenUnlessOnScreen(const Rect& source, const Rect& bounds) {
+  RECT screen;
+  ::GetClipBox(ScreenContext(), &screen);
+  if (source.left >= 0 && source.top >= 0 && source.right <= screen.right && source.bottom <= screen.bottom) return;
+  const RECT whole = {bounds.left, bounds.top, bounds.right, bounds.bottom};
+  if (screen.right > 0) ::FillRect(CurrentContext(), &whole, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+}
+
+} // namespace
 
 bool GrabScreen(RecorderState& recorder) {
   GrabPipeline& grab = recorder.grab;
@@ -76,6 +87,7 @@ bool GrabScreen(RecorderState& recorder) {
   const auto left = int16_t(recorder.frameLeft - grab.lead);
   const Rect source = {recorder.frameTop, left, int16_t(recorder.frameTop + bounds.bottom),
                        int16_t(left + bounds.right)};
+  BlackenUnlessOnScreen(source, bounds);
   CopyBits(ScreenPort(), source, bounds, 1);
   if (recorder.cursorOverlayOn) OverlayCursor(left, recorder.frameTop);
   ReleasePort();

@@ -10,6 +10,7 @@
 #include "recorder/engine/grab.h"
 #include "recorder/engine/overlays.h"
 #include "recorder/engine/pacing.h"
+#include "recorder/engine/recording_scale.h"
 #include "recorder/engine/reduce.h"
 #include "recorder/engine/status.h"
 
@@ -22,8 +23,9 @@ inline constexpr uint16_t kStringCreatedBy = 24;
 bool AreaCanBeRecorded(const RecorderState& recorder) {
   const Rect& area = recorder.captureArea;
   const auto fits = [](int side) { return side > 0 && side <= INT16_MAX; };
-  return fits(area.right - area.left) && fits(area.bottom - area.top) && fits(recorder.outputWidth) &&
-         fits(recorder.outputHeight);
+  if (!fits(area.right - area.left) || !fits(area.bottom - area.top)) return false;
+  const Point output = OutputSize(area, recorder.options->recordingSize);
+  return output.h > 0 && output.v > 0;
 }
 
 void TakeGeometry(RecorderState& recorder) {
@@ -32,6 +34,10 @@ void TakeGeometry(RecorderState& recorder) {
   recorder.frameTop = area.top;
   recorder.frameWidth = int16_t(area.right - area.left);
   recorder.frameHeight = int16_t(area.bottom - area.top);
+  recorder.recordingSize = recorder.options->recordingSize;
+  const Point output = OutputSize(area, recorder.recordingSize);
+  recorder.outputWidth = output.h;
+  recorder.outputHeight = output.v;
 }
 
 void AllocateFrames(RecorderState& recorder) {
@@ -52,9 +58,9 @@ void WriteHead(RecorderState& recorder, int bits, const uint8_t* table) {
 
 void BeginAnimation(RecorderState& recorder) {
   recorder.cursorOverlayOn = recorder.options->overlayCursor;
+  TakeGeometry(recorder);
   uint8_t table[kColourTableBytes] = {};
   const int bits = BuildColourTable(recorder, table);
-  TakeGeometry(recorder);
   ChooseSpecialIndices(recorder);
   PrepareGrabBuffers(recorder);
   AllocateFrames(recorder);
@@ -103,7 +109,9 @@ void RecorderTearDown(RecorderState& recorder) {
 }
 
 void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
-  if (!recorder.recordingAllowed || recorder.captureBusy) return;
+  if (recorder.captureBusy) return;
+  RecorderCheckScreen(recorder);
+  if (!recorder.recordingAllowed) return;
   if (!recorder.animationStarted && !AreaCanBeRecorded(recorder)) return;
   recorder.captureBusy = true;
   if (!recorder.animationStarted) {

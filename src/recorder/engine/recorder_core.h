@@ -16,16 +16,16 @@
 namespace framereel {
 
 // Makes the record ready: nothing recorded, the screen's format detected and the panel told if it cannot be recorded.
-// The objects handed over stay the caller's and live as long as the record. Fill captureArea, outputWidth and
-// outputHeight, and ownerName if wanted, before the first frame.
+// The objects handed over stay the caller's and live as long as the record. Fill captureArea, and
+// ownerName if wanted, before the first frame.
 void RecorderSetUp(RecorderState& recorder, AnimationStream* stream, GifWriter* gif, const RecordingOptions* options,
                    const RecorderPanel& panel = {});
 // Releases what the record holds. The stream stays.
 void RecorderTearDown(RecorderState& recorder);
 
-// Takes one frame; `grab` is a single frame at the user's request. Does nothing while the screen cannot be recorded or
-// the area has no pixels, or inside another capture. A frame in which nothing changed changes neither frameCount nor
-// the stream.
+// Takes one frame; `grab` is a single frame at the user's request. Does nothing while there can be no frames
+// (RecorderCheckScreen), or inside another capture. A frame in which nothing changed changes neither frameCount nor the
+// stream.
 void RecorderCaptureFrame(RecorderState& recorder, bool grab);
 
 // Ends the animation, if there is one: the next frame begins another. The stream is the caller's to clear.

@@ -26,7 +26,7 @@ struct RecordingOptions {
   bool overlayBorder = true;          // at every frame
   bool overlayCursor = true;          // once, at the first frame
   bool explorerCompatible = false;    // at every later frame
-  uint16_t recordingSize = kSize100;  // once, at the first frame; it does not change while an animation is there
+  uint16_t recordingSize = kSize100;  // once, at the first frame
   bool fakeScreen = true;             // never; a setting that is kept for the file's sake
 };
 
@@ -43,7 +43,7 @@ enum class PictureWork : uint8_t { kBegins, kEnds, kRepaints };
 struct RecorderPanel {
   void* owner = nullptr; // passed to the functions
   void (*setStatus)(void* owner, const char* text) = nullptr;
-  void (*showMessage)(void* owner, const char* text) = nullptr; // why the screen cannot be recorded
+  void (*showMessage)(void* owner, const char* text) = nullptr; // of screenStatus, in words
   void (*hideMessage)(void* owner) = nullptr;
   void (*enableButtons)(void* owner, const RecordButtons& buttons) = nullptr;
   // The options that hold for a whole animation can be changed, or not any more: the area, loop, border, pointer and
@@ -67,7 +67,14 @@ struct RecorderControl {
   bool paintedOver = false;         // others have painted there, and have not been asked to do so anew
 };
 
-enum ScreenStatus : uint16_t { kScreenFine = 0, kScreenUnsupported = 1, kScreenDiffers = 2 };
+// What the user is told about the screen and the animation. The first that holds, in the order of RecorderCheckScreen.
+enum ScreenStatus : uint16_t {
+  kScreenFine = 0,
+  kScreenUnsupported = 1, // no frames: its depth cannot be recorded
+  kScreenDiffers = 2,     // no frames: it has another depth than the animation
+  kScreenTooSmall = 3,    // part of the area lies off it; frames go on
+  kAnimationFull = 4,     // no frames: another one might not fit into the stream
+};
 
 // The road of pixels from the screen to rows; see grab.h. The buffer holds a band of the image's rows at a time.
 struct GrabPipeline {
@@ -113,10 +120,11 @@ struct RecorderState {
 
   // What is to be recorded, in screen pixels, inside the screen. Read at the first frame.
   Rect captureArea = {0, 0, 0, 0};
-  // The frame's geometry, fixed at the first frame.
+  // The frame's geometry and the option as they stood at the first frame; the engine's own until RecorderReset,
+  // whatever becomes of captureArea and the options meanwhile.
   int16_t frameLeft = 0, frameTop = 0, frameWidth = 0, frameHeight = 0;
-  // Size of the GIF's logical screen. Whoever sets captureArea sets it, by the size table.
-  int16_t outputWidth = 0, outputHeight = 0;
+  uint16_t recordingSize = kSize100;
+  int16_t outputWidth = 0, outputHeight = 0; // of the GIF's logical screen, by the size table
   // The part of the frame to be written, frameLeft and frameTop included. Empty means a width below 1.
   int16_t dirtyLeft = 0, dirtyTop = 0, dirtyRight = 0, dirtyBottom = 0;
   int16_t dirtyWidth = 0, dirtyHeight = 0;

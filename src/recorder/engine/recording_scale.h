@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "core/geometry.h"
+
 namespace framereel {
 
 // Indices into the table.
@@ -22,6 +24,14 @@ inline constexpr const RecordingScale& ScaleOf(uint16_t recordingSize) {
 }
 inline constexpr bool IsReduced(uint16_t recordingSize) {
   return recordingSize < kSize100;
+}
+
+// Width (h) and height (v) in pixels of the animation that an area gives.
+inline constexpr Point OutputSize(const Rect& area, uint16_t recordingSize) {
+  const RecordingScale& scale = ScaleOf(recordingSize);
+  const int width = area.right - area.left, height = area.bottom - area.top;
+  return {static_cast<int16_t>(height * scale.numerator / scale.denominator),
+          static_cast<int16_t>(width * scale.numerator / scale.denominator)};
 }
 
 } // namespace framereel

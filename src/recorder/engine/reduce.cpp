@@ -145,7 +145,7 @@ Rect DirtyBlocks(const RecorderState& recorder, int32_t side) {
 } // namespace
 
 void ReduceFrame(RecorderState& recorder) {
-  const RecordingScale& scale = ScaleOf(recorder.options->recordingSize);
+  const RecordingScale& scale = ScaleOf(recorder.recordingSize);
   if (scale.denominator == 1 || recorder.dirtyWidth < 1) return;
   const bool cube = recorder.screenFormat == kFormatTrueColour;
   const Rect blocks = DirtyBlocks(recorder, scale.denominator);

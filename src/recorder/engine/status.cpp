@@ -3,7 +3,9 @@
 
 #include "core/app_strings.h"
 #include "core/memory.h"
+#include "core/strings.h"
 #include "core/text_format.h"
+#include "platform/display/display_caps.h"
 
 namespace framereel {
 namespace {
@@ -21,6 +23,8 @@ enum : uint16_t {
   kStringOneFrame = 22,
   kStringFrames = 23,
   kStringDiffers = 83,
+  kStringTooSmall = 95,
+  kStringFull = 96,
 };
 
 void FormatUnit(uint32_t bytes, int shift, bool tenthsFromHundred, uint16_t withTenth, uint16_t without, char* text) {
@@ -33,27 +37,60 @@ void FormatUnit(uint32_t bytes, int shift, bool tenthsFromHundred, uint16_t with
   }
 }
 
+// The area of the next frame, with that of the frames so far.
+Rect AreaOf(const RecorderState& recorder) {
+  if (!recorder.animationStarted) return recorder.captureArea;
+  const int32_t right = recorder.frameLeft + recorder.frameWidth, bottom = recorder.frameTop + recorder.frameHeight;
+  return {recorder.frameTop, recorder.frameLeft, int16_t(bottom), int16_t(right)};
+}
+
+bool AreaIsOnScreen(const RecorderState& recorder) {
+  const Rect area = AreaOf(recorder);
+  const DisplayCaps& screen = TheDisplayCaps();
+  return area.left >= 0 && area.top >= 0 && area.right <= screen.screenWidth && area.bottom <= screen.screenHeight;
+}
+
+// An image of pixels that do not compress takes at most 12 bits each, and a byte for every 255.
+bool AnotherFrameFits(const RecorderState& recorder) {
+  const uint64_t pixels = static_cast<uint64_t>(recorder.frameWidth) * static_cast<uint64_t>(recorder.frameHeight);
+  return recorder.stream->streamSize + 2 * pixels + 4096 <= UINT32_MAX;
+}
+
 ScreenStatus Verdict(const RecorderState& recorder) {
   if (recorder.animationFormat != kFormatNone && recorder.animationFormat != recorder.screenFormat) {
     return kScreenDiffers;
   }
-  return recorder.screenFormatSupported ? kScreenFine : kScreenUnsupported;
+  if (!recorder.screenFormatSupported) return kScreenUnsupported;
+  if (!AnotherFrameFits(recorder)) return kAnimationFull;
+  return AreaIsOnScreen(recorder) ? kScreenFine : kScreenTooSmall;
 }
 
-// The message why the screen cannot be recorded, or no message.
+// The caller frees. Null when there is nothing to tell.
+char* MessageOf(const RecorderState& recorder) {
+  switch (recorder.screenStatus) {
+  case kScreenUnsupported:
+    return FormatNew(AppString(kStringUnsupported), FormatColourCount(recorder.screenFormat));
+  case kScreenDiffers:
+    return FormatNew(AppString(kStringDiffers), FormatColourCount(recorder.animationFormat));
+  case kScreenTooSmall:
+    return StrDup(AppString(kStringTooSmall));
+  case kAnimationFull:
+    return StrDup(AppString(kStringFull));
+  case kScreenFine:
+    break;
+  }
+  return nullptr;
+}
+
 void ShowVerdict(const RecorderState& recorder) {
   const RecorderPanel& panel = recorder.panel;
-  if (recorder.recordingAllowed) {
-    if (panel.hideMessage) panel.hideMessage(panel.owner);
-    return;
+  char* text = MessageOf(recorder);
+  if (text) {
+    if (panel.showMessage) panel.showMessage(panel.owner, text);
+  } else if (panel.hideMessage) {
+    panel.hideMessage(panel.owner);
   }
-  if (!panel.showMessage) return;
-  const bool differs = recorder.screenStatus == kScreenDiffers;
-  const PixelFormat named = differs ? recorder.animationFormat : recorder.screenFormat;
-  const char* format = AppString(differs ? kStringDiffers : kStringUnsupported);
-  char* text = FormatNew(format, FormatColourCount(named));
-  panel.showMessage(panel.owner, text);
-  MemFree(text);
+  StrFree(text);
 }
 
 } // namespace
@@ -111,7 +148,7 @@ void RecorderCheckScreen(RecorderState& recorder) {
   const ScreenStatus verdict = Verdict(recorder);
   if (verdict == recorder.screenStatus) return;
   recorder.screenStatus = verdict;
-  recorder.recordingAllowed = verdict == kScreenFine;
+  recorder.recordingAllowed = verdict == kScreenFine || verdict == kScreenTooSmall;
   UpdateRecordButtons(recorder);
   ShowVerdict(recorder);
 }

@@ -23,8 +23,8 @@ void UpdateRecordButtons(const RecorderState& recorder);
 // The panel stands now, or another one does: it is told the present state whole.
 void RecorderTakePanel(RecorderState& recorder, const RecorderPanel& panel);
 
-// Detects the screen's format and compares it with the animation's. Sets screenStatus and recordingAllowed, and when
-// the verdict is another than before, tells the panel: buttons, and the message why the screen cannot be recorded.
+// Looks at the screen's format and size and at the room that is left in the stream. Sets screenStatus and
+// recordingAllowed, and when the verdict is another than before, tells the panel: buttons and message.
 void RecorderCheckScreen(RecorderState& recorder);
 
 } // namespace framereel

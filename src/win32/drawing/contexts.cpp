@@ -1,8 +1,6 @@
 // Device contexts: making, selecting into, deleting. What they hold by default is made in objects.cpp and fonts.cpp.
 #include "win32/drawing/contexts.h"
 
-#include <new>
-
 #include "win32/drawing/fonts.h"
 #include "win32/drawing/objects.h"
 
@@ -47,12 +45,10 @@ const Surface* SurfaceOf(const Win32DeviceContext& context) {
 } // namespace
 
 HDC NewContext() {
-  HFONT font = SystemFont();
-  auto* context = font ? new (std::nothrow) Win32DeviceContext{} : nullptr;
-  if (!context) return nullptr;
+  HDC context = new Win32DeviceContext{};
   Hold(&context->pen, static_cast<HPEN>(::GetStockObject(BLACK_PEN)));
   Hold(&context->brush, WhiteBrush());
-  Hold(&context->font, font);
+  Hold(&context->font, SystemFont());
   SetModes(context);
   return context;
 }
@@ -99,14 +95,9 @@ HDC CreateDCA(const char*, const char*, const char*, const void*) {
 }
 
 HDC CreateCompatibleDC(HDC) {
-  HBITMAP first = CreateBitmap(1, 1, 1, 1, nullptr);
-  HDC context = first ? NewContext() : nullptr;
-  if (context) {
-    context->bitmap = context->first = first;
-    first->holder = context;
-  } else {
-    DeleteObject(first);
-  }
+  HDC context = NewContext();
+  context->bitmap = context->first = CreateBitmap(1, 1, 1, 1, nullptr);
+  context->first->holder = context;
   return context;
 }
 

@@ -25,7 +25,7 @@ enum class TargetPixels : uint8_t { kKept, kReplaced };
 // coordinates, the answer in the target's.
 Region DrawableRegion(const Win32DeviceContext& context, const PixelRect& rect);
 
-// False, and nothing to close, when nothing of the rectangle can be drawn on, or memory has ended.
+// False, and nothing to close, when nothing of the rectangle can be drawn on.
 bool OpenTarget(HDC context, const PixelRect& rect, TargetPixels pixels, DrawingTarget* target);
 // Lets the pixels take effect. False when the display refused them.
 bool CloseTarget(DrawingTarget* target);

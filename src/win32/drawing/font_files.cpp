@@ -4,8 +4,12 @@
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
+#include FT_MODULE_H
 
+#include <cstdlib>
 #include <vector>
+
+#include "win32/pixels/exhaustion.h"
 
 namespace framereel {
 namespace {
@@ -34,8 +38,25 @@ FcConfig* TheConfig() {
   return installed.config;
 }
 
+// What FreeType has no memory for would be a letter without ink to its callers, so that ends the program.
+void* NewBlock(FT_Memory, long size) {
+  void* block = ::malloc(size_t(size));
+  if (!block) EndWithoutMemory();
+  return block;
+}
+
+void* ResizeBlock(FT_Memory, long, long size, void* block) {
+  void* resized = ::realloc(block, size_t(size));
+  if (!resized) EndWithoutMemory();
+  return resized;
+}
+
 FT_Library TheLibrary() {
-  if (!installed.library && FT_Init_FreeType(&installed.library) != 0) installed.library = nullptr;
+  static FT_MemoryRec_ memory = {nullptr, NewBlock, [](FT_Memory, void* block) { ::free(block); }, ResizeBlock};
+  if (!installed.library && FT_New_Library(&memory, &installed.library) == 0) {
+    FT_Add_Default_Modules(installed.library);
+    FT_Set_Default_Properties(installed.library);
+  }
   return installed.library;
 }
 
@@ -47,15 +68,16 @@ const FcChar8* Utf8(const char* text) {
 FcPattern* NewQuestion(const char* family, bool bold, bool italic) {
   FcPattern* pattern = FcPatternCreate();
   FcCharSet* letters = FcCharSetCreate();
-  for (FcChar32 letter = 0x20; letter < 0x7F; ++letter) FcCharSetAddChar(letters, letter);
-  FcPatternAddString(pattern, FC_FAMILY, Utf8(family));
-  FcPatternAddString(pattern, FC_FAMILY, Utf8("sans-serif"));
-  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-  FcPatternAddBool(pattern, FC_OUTLINE, FcTrue);
-  FcPatternAddCharSet(pattern, FC_CHARSET, letters);
+  bool made = pattern && letters;
+  for (FcChar32 letter = 0x20; letter < 0x7F; ++letter) made = made && FcCharSetAddChar(letters, letter);
+  made = made && FcPatternAddString(pattern, FC_FAMILY, Utf8(family)) &&
+         FcPatternAddString(pattern, FC_FAMILY, Utf8("sans-serif")) &&
+         FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR) &&
+         FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN) &&
+         FcPatternAddBool(pattern, FC_OUTLINE, FcTrue) && FcPatternAddCharSet(pattern, FC_CHARSET, letters) &&
+         FcConfigSubstitute(TheConfig(), pattern, FcMatchPattern);
+  if (!made) EndWithoutMemory();
   FcCharSetDestroy(letters);
-  FcConfigSubstitute(TheConfig(), pattern, FcMatchPattern);
   FcDefaultSubstitute(pattern);
   return pattern;
 }
@@ -67,6 +89,7 @@ FontFile AskFontconfig(const char* family, bool bold, bool italic) {
   FcResult result = FcResultNoMatch;
   FcPattern* answer = FcFontMatch(TheConfig(), question, &result);
   FcPatternDestroy(question);
+  if (!answer && result == FcResultOutOfMemory) EndWithoutMemory();
   FcChar8* path = nullptr;
   if (answer && FcPatternGetString(answer, FC_FILE, 0, &path) == FcResultMatch) {
     int index = 0, weight = FC_WEIGHT_REGULAR, slant = FC_SLANT_ROMAN;

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include "win32/drawing/font_files.h"
 #include "win32/drawing/gdi.h"
@@ -103,7 +102,7 @@ HFONT SystemFont() {
   static const HFONT font = [] {
     const LOGFONTA what = {};
     HFONT made = ::CreateFontIndirectA(&what);
-    if (made) made->object.stock = true;
+    made->object.stock = true;
     return made;
   }();
   return font;
@@ -115,12 +114,7 @@ using namespace framereel;
 
 HFONT CreateFontIndirectA(const LOGFONTA* what) {
   if (!what) return nullptr;
-  auto* record = new (std::nothrow) FontRecord{};
-  auto* font = record ? new (std::nothrow) Win32Font{{GdiKind::kFont, false, 0}, record} : nullptr;
-  if (font) {
-    FillRecord(record, *what);
-  } else {
-    delete record;
-  }
-  return font;
+  auto* record = new FontRecord{};
+  FillRecord(record, *what);
+  return new Win32Font{{GdiKind::kFont, false, 0}, record};
 }

@@ -6,7 +6,7 @@
 namespace framereel {
 
 void FreeFont(HFONT font);
-// What a new context holds: it is there for the letters of frames too. Null without memory.
+// What a new context holds: it is there for the letters of frames too.
 HFONT SystemFont();
 
 } // namespace framereel

@@ -2,8 +2,6 @@
 // regions.cpp, but every object is deleted here.
 #include "win32/drawing/objects.h"
 
-#include <cstdlib>
-#include <new>
 #include <type_traits>
 
 #include "resources/bitmaps.h"
@@ -40,16 +38,10 @@ void FillSixteen(uint8_t sixteen[16]) {
   for (int i = 0; i < 16; ++i) sixteen[i] = uint8_t(NearestColour(palette[i], kStandardColours, kStandardColourCount));
 }
 
-HBITMAP NewBitmap(Surface surface, bool ofScreen) {
-  auto* bitmap = new (std::nothrow) Win32Bitmap{{GdiKind::kBitmap, false, 0}, surface, ofScreen, nullptr, {}};
-  if (bitmap && surface.layout.depth == 4) FillSixteen(bitmap->sixteen);
-  if (bitmap) return bitmap;
-  if (ofScreen) {
-    DisplayFreeSurface(&surface);
-  } else {
-    FreePlainSurface(&surface);
-  }
-  return nullptr;
+HBITMAP NewBitmap(const Surface& surface, bool ofScreen) {
+  auto* bitmap = new Win32Bitmap{{GdiKind::kBitmap, false, 0}, surface, ofScreen, nullptr, {}};
+  if (surface.layout.depth == 4) FillSixteen(bitmap->sixteen);
+  return bitmap;
 }
 
 } // namespace
@@ -60,20 +52,6 @@ GdiKind KindOf(HGDIOBJ object) {
 
 HBRUSH WhiteBrush() {
   return &whiteBrush;
-}
-
-bool NewPlainSurface(const PixelLayout& layout, int32_t width, int32_t height, Surface* out) {
-  const int64_t stride = (static_cast<int64_t>(width) * layout.bytesPerPixel + 3) & ~int64_t{3};
-  if (width <= 0 || height <= 0 || stride > INT32_MAX) return false;
-  auto* pixels = static_cast<uint8_t*>(::calloc(size_t(height), size_t(stride)));
-  if (!pixels) return false;
-  *out = {layout, width, height, int32_t(stride), pixels, nullptr};
-  return true;
-}
-
-void FreePlainSurface(Surface* surface) {
-  ::free(surface->pixels);
-  *surface = {};
 }
 
 } // namespace framereel
@@ -132,17 +110,17 @@ HBITMAP LoadBitmapA(HINSTANCE, const char* name) {
 }
 
 HPEN CreatePen(int, int, COLORREF colour) {
-  return new (std::nothrow) Win32Pen{{GdiKind::kPen, false, 0}, true, colour};
+  return new Win32Pen{{GdiKind::kPen, false, 0}, true, colour};
 }
 
 HBRUSH CreateSolidBrush(COLORREF colour) {
-  return new (std::nothrow) Win32Brush{{GdiKind::kBrush, false, 0}, false, colour, {}};
+  return new Win32Brush{{GdiKind::kBrush, false, 0}, false, colour, {}};
 }
 
 HBRUSH CreatePatternBrush(HBITMAP bitmap) {
   if (!bitmap || bitmap->ofScreen || bitmap->surface.width < 8 || bitmap->surface.height < 8) return nullptr;
-  auto* brush = new (std::nothrow) Win32Brush{{GdiKind::kBrush, false, 0}, true, 0, {}};
-  for (int32_t y = 0; brush && y < 8; ++y) PackRow(RowOf(bitmap->surface, y), 8, 1, &brush->pattern[y]);
+  auto* brush = new Win32Brush{{GdiKind::kBrush, false, 0}, true, 0, {}};
+  for (int32_t y = 0; y < 8; ++y) PackRow(RowOf(bitmap->surface, y), 8, 1, &brush->pattern[y]);
   return brush;
 }
 

@@ -1,6 +1,5 @@
 // Regions and the clip. The arithmetic is pixman's; a region in a context is a copy of the caller's.
 #include <algorithm>
-#include <new>
 
 #include "win32/drawing/drawing_target.h"
 
@@ -26,8 +25,7 @@ PixelRect InOrder(int left, int top, int right, int bottom) {
 } // namespace
 
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
-  const Region area(InOrder(left, top, right, bottom));
-  return new (std::nothrow) Win32Region{{GdiKind::kRegion, false, 0}, area};
+  return new Win32Region{{GdiKind::kRegion, false, 0}, Region(InOrder(left, top, right, bottom))};
 }
 
 int GetRgnBox(HRGN region, RECT* box) {

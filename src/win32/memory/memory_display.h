@@ -29,7 +29,6 @@ struct MemoryDisplay {
   bool present;                       // false: there is no display to open
   bool lost;                          // true: the connection has broken
   int32_t windowsUntilLost;           // it breaks in place of the window that is asked for when this is 1; 0: never
-  bool outOfSurfaces;                 // true: there is no memory for another surface
   bool hasPointer;                    // false: the pointer has no picture
   int32_t pointerX, pointerY;         // its hot spot
   int32_t pointerWidth, pointerHeight, hotX, hotY;

@@ -1,7 +1,6 @@
 // The screen in memory: facts, palette, surfaces, reading and drawing.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <iterator>
 
 #include "win32/memory/memory_display.h"
@@ -74,18 +73,11 @@ void DisplayPalette(PaletteColour* colours) {
 }
 
 bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
-  const PixelLayout layout = TheMemoryDisplay().layout;
-  const int64_t stride = (static_cast<int64_t>(width) * layout.bytesPerPixel + 3) & ~int64_t{3};
-  if (stride > INT32_MAX || TheMemoryDisplay().outOfSurfaces || TheMemoryDisplay().lost) return false;
-  auto* pixels = static_cast<uint8_t*>(::malloc(size_t(stride) * size_t(height)));
-  if (!pixels) return false;
-  *out = {layout, width, height, int32_t(stride), pixels, nullptr};
-  return true;
+  return !TheMemoryDisplay().lost && NewPlainSurface(TheMemoryDisplay().layout, width, height, out);
 }
 
 void DisplayFreeSurface(Surface* surface) {
-  ::free(surface->pixels);
-  *surface = {};
+  FreePlainSurface(surface);
 }
 
 bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {

@@ -179,7 +179,6 @@ void FindPlace(OpenMenu* open, const PixelRect& strip) {
 
 bool OpenOn(OpenMenu* open, HWND owner, const PixelRect& strip) {
   open->context = NewContext();
-  if (!open->context) return false;
   Measure(open);
   FindPlace(open, strip);
   const PixelRect place = {open->left, open->top, open->left + open->width, open->top + open->height};
@@ -197,7 +196,7 @@ bool OpenOn(OpenMenu* open, HWND owner, const PixelRect& strip) {
 void Close(OpenMenu* open) {
   DisplayCapturePointer(nullptr);
   FreeShown(&open->shown);
-  if (open->context) FreeContext(open->context);
+  FreeContext(open->context);
 }
 
 // ---- Choosing ----------------------------------------------------------------------------------------------------

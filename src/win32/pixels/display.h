@@ -2,7 +2,8 @@
 // screen, memory/ a whole desktop without a server. Which one a program gets is chosen when it is linked.
 //
 // This is its screen half: facts, pixels, pointer, clock. Except where said, failure means that the display is lost
-// (DisplayIsLost); the calls then do nothing and answer false or null. One thread.
+// (DisplayIsLost); the calls then do nothing and answer false or null. Memory that ends, here and in the windows' half,
+// ends the program (exhaustion.h). One thread.
 #pragma once
 
 #include <cstdint>
@@ -35,8 +36,8 @@ ScreenFacts DisplayScreen();
 // program changes are seen once an event has been asked for or the screen read.
 void DisplayPalette(PaletteColour* colours);
 
-// Makes a surface of the screen's layout whose memory the display reads into without a further copy, where it can.
-// Contents undefined; width and height are positive. False when memory has ended. DisplayFreeSurface releases it.
+// Makes a surface of the screen's layout, all zero, whose memory the display reads into without a further copy, where
+// it can. Width and height are positive. False also for a row of 2 GiB. DisplayFreeSurface releases it.
 bool DisplayNewSurface(int32_t width, int32_t height, Surface* out);
 void DisplayFreeSurface(Surface* surface);
 

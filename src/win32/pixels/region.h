@@ -1,11 +1,12 @@
 // Sets of pixels, as unions of rectangles: what of a window can be seen, what of it is to be painted.
 //
 // A thin owner round pixman's regions, whose functions do the arithmetic. One rectangle, the usual case, allocates
-// nothing.
+// nothing. A region that pixman has no memory for would be empty without a word, so that ends the program.
 #pragma once
 
 #include <pixman.h>
 
+#include "win32/pixels/exhaustion.h"
 #include "win32/pixels/surface.h"
 
 namespace framereel {
@@ -14,10 +15,10 @@ class Region {
 public:
   Region() { pixman_region32_init(&area_); }
   explicit Region(const PixelRect& r) : Region() { Add(r); }
-  Region(const Region& other) : Region() { pixman_region32_copy(&area_, &other.area_); }
+  Region(const Region& other) : Region() { Made(pixman_region32_copy(&area_, &other.area_)); }
   Region(Region&& other) noexcept : area_(other.area_) { pixman_region32_init(&other.area_); }
   Region& operator=(const Region& other) {
-    if (this != &other) pixman_region32_copy(&area_, &other.area_);
+    if (this != &other) Made(pixman_region32_copy(&area_, &other.area_));
     return *this;
   }
   ~Region() { pixman_region32_fini(&area_); }
@@ -39,15 +40,16 @@ public:
   void Offset(int32_t dx, int32_t dy) { pixman_region32_translate(&area_, dx, dy); }
   // Empty rectangles add, take away and leave nothing.
   void Add(const PixelRect& r) {
-    if (!framereel::IsEmpty(r)) pixman_region32_union_rect(&area_, &area_, r.left, r.top, WidthOf(r), HeightOf(r));
+    if (framereel::IsEmpty(r)) return;
+    Made(pixman_region32_union_rect(&area_, &area_, r.left, r.top, WidthOf(r), HeightOf(r)));
   }
-  void Add(const Region& other) { pixman_region32_union(&area_, &area_, &other.area_); }
-  void Subtract(const Region& other) { pixman_region32_subtract(&area_, &area_, &other.area_); }
+  void Add(const Region& other) { Made(pixman_region32_union(&area_, &area_, &other.area_)); }
+  void Subtract(const Region& other) { Made(pixman_region32_subtract(&area_, &area_, &other.area_)); }
   void Subtract(const PixelRect& r) { Subtract(Region(r)); }
-  void Intersect(const Region& other) { pixman_region32_intersect(&area_, &area_, &other.area_); }
+  void Intersect(const Region& other) { Made(pixman_region32_intersect(&area_, &area_, &other.area_)); }
   void Intersect(const PixelRect& r) {
     if (framereel::IsEmpty(r)) return Clear();
-    pixman_region32_intersect_rect(&area_, &area_, r.left, r.top, WidthOf(r), HeightOf(r));
+    Made(pixman_region32_intersect_rect(&area_, &area_, r.left, r.top, WidthOf(r), HeightOf(r)));
   }
 
   // Calls what is given with each of the rectangles, which do not overlap, from the top down.
@@ -60,6 +62,9 @@ public:
   }
 
 private:
+  static void Made(bool made) {
+    if (!made) EndWithoutMemory();
+  }
   static unsigned WidthOf(const PixelRect& r) { return unsigned(r.right) - unsigned(r.left); }
   static unsigned HeightOf(const PixelRect& r) { return unsigned(r.bottom) - unsigned(r.top); }
 

@@ -32,6 +32,11 @@ struct Surface {
   void* memory;
 };
 
+// A surface of the layout in plain memory, all zero; the caller frees it with FreePlainSurface. False for a size
+// without pixels or a row of 2 GiB.
+bool NewPlainSurface(const PixelLayout& layout, int32_t width, int32_t height, Surface* out);
+void FreePlainSurface(Surface* surface);
+
 inline uint8_t* RowOf(const Surface& surface, int32_t y) {
   return surface.pixels + static_cast<int64_t>(y) * surface.stride;
 }

@@ -5,13 +5,14 @@
 #include "win32/win32.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -120,18 +121,20 @@ BOOL DeleteFileA(const char* path) {
   return ::unlink(path) == 0;
 }
 
+BOOL CreateDirectoryA(const char* path, void*) {
+  return ::mkdir(path, S_IRWXU) == 0;
+}
+
 DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer) {
-  char* path = ::getcwd(nullptr, 0);
-  if (!path) return 0;
-  size_t length = std::strlen(path);
-  DWORD answer = static_cast<DWORD>(length);
-  if (length < bufferSize) {
-    std::memcpy(buffer, path, length + 1);
-  } else {
-    answer = static_cast<DWORD>(length + 1);
+  std::vector<char> path(PATH_MAX);
+  while (!::getcwd(path.data(), path.size())) {
+    if (errno != ERANGE) return 0;
+    path.resize(2 * path.size());
   }
-  std::free(path);
-  return answer;
+  const size_t length = std::strlen(path.data());
+  if (length >= bufferSize) return static_cast<DWORD>(length + 1);
+  std::memcpy(buffer, path.data(), length + 1);
+  return static_cast<DWORD>(length);
 }
 
 BOOL MoveFileExA(const char* from, const char* to, DWORD flags) {

@@ -158,7 +158,6 @@ void PaintFrame(HWND window) {
   window->frameDirty = false;
   if (TopLevelOf(window)->top->role == WindowRole::kCover) return;
   WindowContext* held = BeginContext(window, true);
-  if (!held) return;
   const PixelRect place = {0, 0, WidthOf(window->place), HeightOf(window->place)};
   if (HasCaption(*window)) {
     DrawCaptioned(held->context, *window, place);

@@ -63,7 +63,6 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
   *paint = {};
   if (window->frameDirty) PaintFrame(window);
   WindowContext* held = BeginContext(window, false);
-  if (!held) return nullptr;
   LimitContext(held, window->update);
   HDC context = held->context;
   paint->hdc = context;

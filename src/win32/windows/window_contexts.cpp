@@ -46,11 +46,9 @@ void GatherFrom(WindowContext* held) {
 }
 
 WindowContext* NewWindowContext() {
-  HDC context = NewContext();
-  if (!context) return nullptr;
   auto held = std::make_unique<WindowContext>();
-  held->context = context;
-  context->damage = &held->drawn;
+  held->context = NewContext();
+  held->context->damage = &held->drawn;
   Contexts().push_back(std::move(held));
   return Contexts().back().get();
 }
@@ -70,7 +68,6 @@ WindowContext* BeginContext(HWND window, bool ofFrame) {
   if (WindowContext* kept = own ? FindContext(window, true) : nullptr) return kept;
   WindowContext* held = FindContext(nullptr, false);
   if (!held) held = NewWindowContext();
-  if (!held) return nullptr;
   held->window = window;
   held->own = own;
   held->ofFrame = ofFrame;
@@ -132,8 +129,7 @@ void LimitContext(WindowContext* held, const Region& paint) {
 using namespace framereel;
 
 HDC GetDC(HWND window) {
-  WindowContext* held = IsLive(window) ? BeginContext(window, false) : nullptr;
-  return held ? held->context : nullptr;
+  return IsLive(window) ? BeginContext(window, false)->context : nullptr;
 }
 
 int ReleaseDC(HWND, HDC context) {

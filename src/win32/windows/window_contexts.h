@@ -5,7 +5,7 @@
 
 namespace framereel {
 
-// The context of a window's client area or frame; EndContext gives it back. Null without memory.
+// The context of a window's client area or frame; EndContext gives it back.
 WindowContext* BeginContext(HWND window, bool ofFrame);
 void EndContext(WindowContext* context);
 // The one behind a handle; null when nobody has it.

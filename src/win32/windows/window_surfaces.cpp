@@ -36,10 +36,6 @@ void CopyRows(const Surface& from, const Surface& to, int32_t width, int32_t hei
   for (int32_t y = 0; y < height; ++y) std::memcpy(RowOf(to, y), RowOf(from, y), bytes);
 }
 
-void Clear(const Surface& surface) {
-  std::memset(surface.pixels, 0, size_t(surface.height) * size_t(surface.stride));
-}
-
 } // namespace
 
 bool ResizeSurface(ShownSurface* shown, int32_t width, int32_t height) {
@@ -48,7 +44,6 @@ bool ResizeSurface(ShownSurface* shown, int32_t width, int32_t height) {
   if (sameLayout && before.width == width && before.height == height) return true;
   Surface fresh = {};
   const bool made = DisplayNewSurface(width, height, &fresh);
-  if (made) Clear(fresh);
   if (made && sameLayout) CopyRows(before, fresh, std::min(width, before.width), std::min(height, before.height));
   if (before.pixels) DisplayFreeSurface(&shown->surface);
   shown->surface = fresh;

@@ -5,8 +5,8 @@
 // remembered and means that the thing asked for is not there; a broken connection makes the display lost.
 #include <csetjmp>
 #include <csignal>
-#include <new>
 
+#include "win32/pixels/exhaustion.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -60,12 +60,8 @@ void IgnoreBrokenPipes() {
 void Connect() {
   Display* display = XOpenDisplay(nullptr);
   if (!display) return;
-  X11Connection* x = new (std::nothrow) X11Connection{};
-  if (!x) {
-    XCloseDisplay(display);
-    return;
-  }
-  own.connection.reset(x);
+  own.connection = std::make_unique<X11Connection>();
+  X11Connection* x = own.connection.get();
   x->display = display;
   x->root = DefaultRootWindow(display);
   XSetIOErrorExitHandler(display, OnAfterBreak, nullptr);
@@ -146,6 +142,10 @@ bool DisplayIsLost() {
 
 X11Connection* X11Live() {
   return own.lost ? nullptr : own.connection.get();
+}
+
+void X11NoAnswer(const X11Connection* x, unsigned long request) {
+  if (X11Live() && x->failedRequest < request) EndWithoutMemory();
 }
 
 void X11TakeEvents(X11Connection* x, int queued) {

@@ -26,8 +26,9 @@ void KeepPicture(X11Connection* x, const XFixesCursorImage& image) {
 void FetchPicture(X11Connection* x) {
   x->pictureStale = false;
   x->pointer = {};
+  const unsigned long request = NextRequest(x->display);
   XFixesCursorImage* image = XFixesGetCursorImage(x->display);
-  if (!image) return;
+  if (!image) return X11NoAnswer(x, request);
   KeepPicture(x, *image);
   XFree(image);
 }

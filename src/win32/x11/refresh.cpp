@@ -53,7 +53,8 @@ void DisplayRefresh(const PixelRect& where) {
   if (HasCompositor(x) && XDamageQueryExtension(x->display, &event, &error)) {
     Window root, parent, *windows = nullptr;
     unsigned int count = 0;
-    XQueryTree(x->display, x->root, &root, &parent, &windows, &count);
+    const unsigned long request = NextRequest(x->display);
+    if (!XQueryTree(x->display, x->root, &root, &parent, &windows, &count)) X11NoAnswer(x, request);
     for (unsigned int i = 0; i < count; i++) TellChanged(x, windows[i], area);
     if (windows) XFree(windows);
   }

@@ -2,8 +2,8 @@
 // over all windows. Shared memory is in segments.cpp, the server's packing of pixels in pixels.cpp.
 #include <algorithm>
 #include <cstring>
-#include <new>
 
+#include "win32/pixels/exhaustion.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -33,12 +33,13 @@ X11Format FormatOf(Display* display, int32_t depth) {
   X11Format format = {depth, depth, 32, ImageByteOrder(display), BitmapBitOrder(display), BitmapUnit(display), false};
   int count = 0;
   XPixmapFormatValues* formats = XListPixmapFormats(display, &count);
+  if (!formats) EndWithoutMemory();
   for (int i = 0; i < count; i++) {
     if (formats[i].depth != depth) continue;
     format.bitsPerPixel = formats[i].bits_per_pixel;
     format.rowPad = formats[i].scanline_pad;
   }
-  if (formats) XFree(formats);
+  XFree(formats);
   return format;
 }
 
@@ -148,9 +149,10 @@ void UnpackRows(const X11Connection* x, const PixelRect& where, const uint8_t* r
 }
 
 bool ReadThroughConnection(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
+  const unsigned long request = NextRequest(x->display);
   XImage* image = XGetImage(x->display, x->root, where.left, where.top, where.right - where.left,
                             where.bottom - where.top, AllPlanes, ZPixmap);
-  if (!image) return false;
+  if (!image) return X11NoAnswer(x, request), false;
   UnpackRows(x, where, reinterpret_cast<uint8_t*>(image->data), image->bytes_per_line, into, toX, toY);
   XDestroyImage(image);
   return true;
@@ -183,6 +185,7 @@ Pixmap StippleOf(X11Connection* x, const uint8_t pattern[8]) {
   std::memcpy(slot.pattern, pattern, 8);
   slot.bitmap = XCreatePixmap(x->display, x->root, 8, 8, 1);
   if (!x->stippling) x->stippling = XCreateGC(x->display, slot.bitmap, 0, nullptr);
+  if (!x->stippling) EndWithoutMemory();
   X11Format bits = {1, 1, 8, MSBFirst, MSBFirst, 8, false};
   XImage image = ImageOf(bits, slot.pattern, 8, 8, 1);
   XPutImage(x->display, slot.bitmap, x->stippling, &image, 0, 0, 0, 0, 8, 8);
@@ -215,6 +218,7 @@ void X11MakeContexts(X11Connection* x) {
   values.foreground = x->facts.inverted;
   values.fill_style = FillStippled;
   x->inverting = XCreateGC(x->display, x->root, common | GCForeground | GCFillStyle, &values);
+  if (!x->drawing || !x->inverting) EndWithoutMemory();
 }
 
 bool X11HasScreenLayout(const X11Connection* x, const Surface& surface) {
@@ -262,30 +266,25 @@ bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
   X11Connection* x = X11Live();
   if (!x || width <= 0 || height <= 0) return false;
   const PixelLayout& layout = x->facts.layout;
-  bool direct = X11IsDirect(x->format, layout);
-  int64_t stride =
-      direct ? X11RowBytes(x->format, width) : (static_cast<int64_t>(width) * layout.bytesPerPixel + 3) / 4 * 4;
-  if (stride > INT32_MAX) return false;
-  int64_t bytes = stride * height;
-  *out = {layout, width, height, static_cast<int32_t>(stride), nullptr, nullptr};
-
-  if (direct && bytes >= kSharedFrom && width <= kX11PlaceMax && height <= kX11PlaceMax) {
+  const int64_t stride = X11RowBytes(x->format, width), bytes = stride * height;
+  const bool direct = X11IsDirect(x->format, layout) && width <= kX11PlaceMax && height <= kX11PlaceMax;
+  if (direct && bytes >= kSharedFrom) {
+    // New segments are all zero.
     if (X11Segment* segment = X11NewSegment(x, static_cast<size_t>(bytes)).release()) {
-      out->pixels = reinterpret_cast<uint8_t*>(segment->shared.shmaddr);
-      out->memory = segment;
+      auto* pixels = reinterpret_cast<uint8_t*>(segment->shared.shmaddr);
+      *out = {layout, width, height, static_cast<int32_t>(stride), pixels, segment};
       return true;
     }
     if (!X11Live()) return false;
   }
-  out->pixels = new (std::nothrow) uint8_t[static_cast<size_t>(bytes)];
-  return out->pixels != nullptr;
+  return NewPlainSurface(layout, width, height, out);
 }
 
 void DisplayFreeSurface(Surface* surface) {
   if (surface->memory) {
     X11FreeSegment(X11Live(), std::unique_ptr<X11Segment>(static_cast<X11Segment*>(surface->memory)));
   } else {
-    delete[] surface->pixels;
+    FreePlainSurface(surface);
   }
   *surface = {};
 }

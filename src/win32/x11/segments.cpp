@@ -4,8 +4,6 @@
 #include <sys/shm.h>
 #include <sys/socket.h>
 
-#include <new>
-
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -44,8 +42,7 @@ void X11ReadSharing(X11Connection* x) {
 
 std::unique_ptr<X11Segment> X11NewSegment(X11Connection* x, size_t bytes) {
   if (!x->sharing) return nullptr;
-  std::unique_ptr<X11Segment> segment(new (std::nothrow) X11Segment{});
-  if (!segment) return nullptr;
+  auto segment = std::make_unique<X11Segment>();
   segment->bytes = bytes;
   if (!TakeMemory(segment.get())) return nullptr;
 

@@ -5,7 +5,6 @@
 // Every call sends what it asks for at once and does not wait for it. Sizes and places are cut to what the protocol
 // can say, 16 bits.
 #include <algorithm>
-#include <new>
 #include <vector>
 
 #include "win32/x11/x11_display.h"
@@ -110,8 +109,7 @@ void X11RaiseUnmanaged(X11Connection* x) {
 DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {
   X11Connection* x = X11Live();
   if (!x) return nullptr;
-  DisplayWindow* window = new (std::nothrow) DisplayWindow{};
-  if (!window) return nullptr;
+  auto* window = new DisplayWindow{};
   X11ReadKeys(x);
   window->id = Create(x, spec);
   window->role = spec.role;

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "win32/pixels/exhaustion.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -74,10 +75,11 @@ std::vector<unsigned long> Read(X11Connection* x, Window window, Atom property, 
   int format = 0;
   unsigned long count = 0, rest = 0;
   unsigned char* data = nullptr;
-  bool answered = XGetWindowProperty(x->display, window, property, 0, kItemsMax, False, type, &actual, &format, &count,
-                                     &rest, &data) == Success;
+  const int answer = XGetWindowProperty(x->display, window, property, 0, kItemsMax, False, type, &actual, &format,
+                                        &count, &rest, &data);
+  if (answer == BadAlloc) EndWithoutMemory(); // of Xlib's own memory: the server's errors come as BadRequest
   std::vector<unsigned long> items;
-  if (answered && format == 32 && actual == type) {
+  if (answer == Success && format == 32 && actual == type) {
     const unsigned long* first = reinterpret_cast<const unsigned long*>(data);
     items.assign(first, first + count);
   }
@@ -204,7 +206,8 @@ PixelRect WithoutStruts(X11Connection* x, PixelRect area) {
 void X11InternAtoms(X11Connection* x) {
   char* names[kAtomCount];
   for (int32_t i = 0; i < kAtomCount; i++) names[i] = const_cast<char*>(kAtomNames[i]);
-  XInternAtoms(x->display, names, kAtomCount, False, x->desktop.atoms);
+  const unsigned long request = NextRequest(x->display);
+  if (!XInternAtoms(x->display, names, kAtomCount, False, x->desktop.atoms)) X11NoAnswer(x, request);
   x->desktop.talentsUnsure = true;
   x->desktop.usableUnsure = true;
 }

@@ -100,6 +100,10 @@ X11Connection* X11Live();
 // QueuedAlready those that came with an earlier answer, which costs nothing.
 void X11TakeEvents(X11Connection* x, int queued);
 
+// Xlib has come back empty from a call whose first request has that number. Unless the server has refused it, or the
+// connection is lost, memory has ended, and with it the program.
+void X11NoAnswer(const X11Connection* x, unsigned long request);
+
 // ---- screen.cpp ----
 
 // Reads what never changes during a connection, and the size.
@@ -134,7 +138,7 @@ bool X11TakeDeviceEvent(X11Connection* x, const XEvent& event);
 
 // Finds out whether shared memory is worth trying.
 void X11ReadSharing(X11Connection* x);
-// Null when the server refuses or memory has ended; a server that refuses is not asked again.
+// Null when the server refuses or the system has no more; a server that refuses is not asked again.
 std::unique_ptr<X11Segment> X11NewSegment(X11Connection* x, size_t bytes);
 // `x` is null when the connection is gone.
 void X11FreeSegment(X11Connection* x, std::unique_ptr<X11Segment> segment);

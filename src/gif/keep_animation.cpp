@@ -1,0 +1,99 @@
+// See keep_animation.h.
+#include "gif/keep_animation.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/stat.h>
+
+#include "gif/save_animation.h"
+
+namespace framereel {
+namespace {
+
+constexpr int kMostNumbers = 10000, kNumberLength = 5; // with the hyphen
+constexpr int kExtensionMax = 40;                      // bytes; what is longer is none
+
+// A variable that holds an absolute path; others are to be ignored.
+const char* Folder(const char* variable) {
+  const char* value = ::getenv(variable);
+  return value && *value == '/' ? value : nullptr;
+}
+
+// Makes the folders of the path from there on, as far as they do not exist.
+void MakeFolders(char* path, size_t from) {
+  for (char* end = path + from; (end = ::strchr(end + 1, '/'));) {
+    *end = 0;
+    ::CreateDirectoryA(path, nullptr);
+    *end = '/';
+  }
+}
+
+// Both answer the length of the folder's path, which ends in a "/"; 0 when there is none.
+int DataFolder(char (&path)[PATH_MAX]) {
+  const char *data = Folder("XDG_DATA_HOME"), *home = Folder("HOME");
+  if (!data && !home) return 0;
+  const int length = data ? ::snprintf(path, sizeof path, "%s/framereel/", data)
+                          : ::snprintf(path, sizeof path, "%s/.local/share/framereel/", home);
+  if (length >= PATH_MAX) return 0;
+  MakeFolders(path, data ? 0 : ::strlen(home)); // a user who has no home gets none
+  return length;
+}
+
+int TemporaryFolder(char (&path)[PATH_MAX]) {
+  const char* folder = Folder("TMPDIR");
+  const int length = ::snprintf(path, sizeof path, "%s/", folder ? folder : "/tmp");
+  return length < PATH_MAX ? length : 0;
+}
+
+// A new file of the name in the folder whose path is there already.
+HANDLE CreateNumbered(char (&path)[PATH_MAX], int folder, const char* name) {
+  const char* dot = ::strrchr(name, '.');
+  const char* extension = dot && dot != name && ::strlen(dot) <= kExtensionMax ? dot : "";
+  const int stem =
+      std::min(int(::strlen(name) - ::strlen(extension)), NAME_MAX - kNumberLength - int(::strlen(extension)));
+  HANDLE file = INVALID_HANDLE_VALUE;
+  errno = EEXIST;
+  for (int number = 1; number < kMostNumbers && file == INVALID_HANDLE_VALUE && errno == EEXIST; ++number) {
+    char counted[16] = "";
+    if (number > 1) ::snprintf(counted, sizeof counted, "-%d", number);
+    const size_t room = sizeof path - size_t(folder);
+    const int length = ::snprintf(path + folder, room, "%.*s%s%s", stem, name, counted, extension);
+    if (size_t(length) >= room) {
+      errno = ENAMETOOLONG;
+      return INVALID_HANDLE_VALUE;
+    }
+    file = ::CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  }
+  return file;
+}
+
+bool KeepIn(GifWriter& gif, char (&path)[PATH_MAX], int folder, const char* name) {
+  if (folder == 0) return false;
+  const mode_t mask = ::umask(S_IRWXG | S_IRWXO);
+  File file = {nullptr, CreateNumbered(path, folder, name)};
+  ::umask(mask);
+  if (file.handle == INVALID_HANDLE_VALUE) return false;
+  bool kept = SaveAnimationTo(gif, &file) && ::FlushFileBuffers(file.handle);
+  int error = errno;
+  if (!::CloseHandle(file.handle) && kept) {
+    kept = false;
+    error = errno;
+  }
+  if (!kept) ::DeleteFileA(path);
+  errno = error;
+  return kept;
+}
+
+} // namespace
+
+bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]) {
+  const char* separator = ::strrchr(name, '/');
+  if (separator) name = separator + 1;
+  if (!*name) name = "animation.gif";
+  return KeepIn(gif, path, DataFolder(path), name) || KeepIn(gif, path, TemporaryFolder(path), name);
+}
+
+} // namespace framereel

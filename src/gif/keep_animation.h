@@ -1,0 +1,21 @@
+// Where an animation goes that could not be saved in its place: the program's folder among the user's data, or else the
+// folder for temporary files.
+//
+// It asks for no memory but what SaveAnimationTo does, so it also serves when there is none left.
+#pragma once
+
+#include <climits>
+
+#include "gif/gif_records.h"
+
+namespace framereel {
+
+// Writes the whole stream into a new file, which only its owner may read, and tells its path. `name` is the path that
+// was wanted, of which the file's name is kept, with a number where it is taken. False when neither folder takes it,
+// with errno of the last one.
+//
+// The user's data are in $XDG_DATA_HOME or ~/.local/share, by the XDG Base Directory Specification 0.8; temporary files
+// in $TMPDIR or /tmp.
+bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]);
+
+} // namespace framereel

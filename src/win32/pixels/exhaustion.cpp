@@ -1,0 +1,14 @@
+// See exhaustion.h.
+#include "win32/pixels/exhaustion.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace framereel {
+
+void EndWithoutMemory() {
+  if (const std::new_handler handler = std::get_new_handler()) handler();
+  std::abort();
+}
+
+} // namespace framereel
