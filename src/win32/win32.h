@@ -89,7 +89,8 @@ BOOL FlushFileBuffers(HANDLE file);
 // FALSE when the system reports that an earlier write failed after all; the handle is gone in either case.
 BOOL CloseHandle(HANDLE file);
 BOOL DeleteFileA(const char* path);
-// Makes a directory that nobody but its owner has a right to; FALSE on failure, with errno telling why. `security` is null.
+// Makes a directory that nobody but its owner has a right to; FALSE on failure, with errno telling why. `security` is
+// null.
 BOOL CreateDirectoryA(const char* path, void* security);
 // Copies the current directory's path, without a separator at its end, and answers its length without the zero byte. A
 // buffer that is too small stays untouched, and the answer is the size needed, zero byte included. 0 on failure.

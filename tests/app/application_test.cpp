@@ -12,11 +12,11 @@
 #include "gif/stream_bytes.h"
 #include "recorder/control/recording_control.h"
 #include "recorder/engine/recorder_core.h"
+#include "support/allocations.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
-#include "win32/system/heap_faults.h"
 
 namespace framereel {
 namespace {
@@ -201,8 +201,7 @@ std::vector<uint32_t> screenBefore;
                                       nullptr, nullptr};
   stderr = ::fopencookie(nullptr, "w", look);
   std::setvbuf(stderr, nullptr, _IONBF, 0);
-  TheMemoryDisplay().outOfSurfaces = true;
-  FailAllocationsAfter(0);
+  FailAllocations(0);
   FatalExit();
 }
 

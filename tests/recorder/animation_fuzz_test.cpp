@@ -119,8 +119,8 @@ private:
   uint32_t colours[4];
 };
 
-// What stands in the area, as indices. The pointer is white, and what lies off the screen black. On 16 colours the indices
-// are those of the standard ones, whatever the screen's palette, by the palette that the animation began with.
+// What stands in the area, as indices. The pointer is white, and what lies off the screen black. On 16 colours the
+// indices are those of the standard ones, whatever the screen's palette, by the palette that the animation began with.
 Bytes IndicesOnScreen(const Rect& area, bool withPointer, const std::vector<PaletteColour>& firstPalette) {
   const MemoryDisplay& d = TheMemoryDisplay();
   const int depth = d.layout.depth, count = int(d.palette.size());
@@ -131,7 +131,7 @@ Bytes IndicesOnScreen(const Rect& area, bool withPointer, const std::vector<Pale
       const bool covered = withPointer && dx >= 0 && dy >= 0 && dx < d.pointerWidth && dy < d.pointerHeight;
       const uint8_t level = covered ? 255 : 0;
       const uint32_t pixel = !covered && x < d.width && y < d.height ? MemoryPixel(x, y)
-                             : depth >= 16 ? MemoryPixelOf(level, level, level)
+                             : depth >= 16                           ? MemoryPixelOf(level, level, level)
                                            : uint32_t(NearestColour({level, level, level}, d.palette.data(), count));
       indices.push_back(depth >= 16  ? PlainCubeIndex(MemoryColourOf(pixel))
                         : depth == 4 ? uint8_t(NearestColour(firstPalette[pixel], kStandardColours, 16))

@@ -79,15 +79,15 @@ TEST(Engine, TakesNothingOfAnAreaThatHasNoPixelsOrTooMany) {
   for (const Rect& area : {Rect{2, 3, 14, 3}, Rect{2, 3, 2, 21}, Rect{14, 3, 2, 21}, Rect{-32768, 3, 32767, 21}}) {
     for (const uint16_t size : {kSize25, kSize100}) {
       recording.options.recordingSize = size;
-      recording.SetArea(area);
+      recording.recorder.captureArea = area;
       EXPECT_FALSE(recording.Capture());
     }
   }
   recording.options.recordingSize = kSize25;
-  recording.SetArea({2, 3, 14, 4}); // half a block
+  recording.recorder.captureArea = {2, 3, 14, 4}; // half a block
   EXPECT_FALSE(recording.Capture());
   EXPECT_EQ(recording.stream.streamSize, 0U);
-  recording.SetArea(kArea);
+  recording.recorder.captureArea = kArea;
   EXPECT_TRUE(recording.Capture());
 }
 

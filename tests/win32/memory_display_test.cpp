@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
-#include <vector>
 
 #include "win32/win32.h"
 
@@ -85,18 +83,6 @@ TEST(MemoryDisplay, ChangesItsModeAndKeepsTheRest) {
   int32_t x = 0, y = 0;
   EXPECT_TRUE(DisplayPointerPlace(&x, &y));
   EXPECT_EQ(x, 3);
-}
-
-TEST(MemoryDisplay, HandsOutSurfacesOfZerosWhateverStoodInTheirMemory) {
-  for (const bool fresh : {false, true}) {
-    Surface surface{};
-    ASSERT_TRUE(DisplayNewSurface(20, 20, &surface));
-    std::vector<uint8_t> bytes(surface.pixels, surface.pixels + 20 * surface.stride);
-    EXPECT_TRUE(!fresh || bytes == std::vector<uint8_t>(bytes.size()));
-    for (uint8_t& byte : bytes) byte = 0xA5;
-    std::copy(bytes.begin(), bytes.end(), surface.pixels);
-    DisplayFreeSurface(&surface);
-  }
 }
 
 } // namespace

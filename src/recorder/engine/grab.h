@@ -16,8 +16,8 @@ namespace framereel {
 void PrepareGrabBuffers(RecorderState& recorder);
 void FreeGrabBuffers(RecorderState& recorder);
 
-// Copies the area from the screen and draws the pointer into it, if it is wanted. What lies off the screen is black. False
-// when the display is lost: there are no rows then.
+// Copies the area from the screen and draws the pointer into it, if it is wanted. What lies off the screen is black.
+// False when the display is lost: there are no rows then.
 bool GrabScreen(RecorderState& recorder);
 
 // Row y of the grabbed image, counted from the top, in the format's layout; good until the next call. In format 6 its

@@ -6,8 +6,8 @@
 namespace framereel {
 
 // A context with the state of a new one and no target yet. The window code fills in the target of those that it gives
-// out and may keep them up to date while windows move. ResetContext puts the state back as it
-// was and takes the clip away, so that a context can be handed out again without an allocation.
+// out and may keep them up to date while windows move. ResetContext puts the state back as it was and takes the clip
+// away, so that a context can be handed out again without an allocation.
 HDC NewContext();
 void ResetContext(HDC context);
 void FreeContext(HDC context);

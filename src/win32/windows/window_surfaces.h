@@ -5,8 +5,8 @@
 
 namespace framereel {
 
-// Gives it pixels of that size, the old ones kept from the top left on. False when the display
-// is lost, and then it has none.
+// Gives it pixels of that size, the old ones kept from the top left on. False when the display is lost, and then it has
+// none.
 bool ResizeSurface(ShownSurface* shown, int32_t width, int32_t height);
 bool FitSurface(HWND topLevel);      // as large as the window; a cover has none, which is as it should be
 void FreeShown(ShownSurface* shown); // its display window too

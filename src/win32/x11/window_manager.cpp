@@ -314,8 +314,8 @@ bool X11ReadMinimised(X11Connection* x, const DisplayWindow& window, bool* minim
   std::vector<unsigned long> state = Read(x, window.id, X11AtomOf(x, kWmState), X11AtomOf(x, kWmState));
   bool managed = !state.empty() && (state[0] == NormalState || state[0] == IconicState);
   if (!managed) return false;
-  // Window managers call windows iconic, too, that are on another desktop; the newer state tells them apart. By itself it
-  // may be left over from before.
+  // Window managers call windows iconic, too, that are on another desktop; the newer state tells them apart. By itself
+  // it may be left over from before.
   *minimised = state[0] == IconicState;
   if (*minimised && X11ManagerCan(x, kNetWmStateHidden)) {
     *minimised = Holds(Read(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM), X11AtomOf(x, kNetWmStateHidden));
