@@ -66,6 +66,15 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
   }
 }
 
+TEST(Selection, BeginsWithAKeyThatGoesDownAsTheKeyboardComes) {
+  AreaProgram program;
+  LeaveProgram();
+  MemoryGiveKeyboard(MemoryWindowTitled("Framereel"));
+  MemoryPressKey(VK_SPACE); // held by the time at which the program hears of the keyboard
+  Settle();
+  EXPECT_EQ(program.State(), "dragging 0,0 1x1");
+}
+
 TEST(Selection, AKeyboardDragFollowsThePointerEveryTenthOfASecond) {
   AreaProgram program;
   program.Act("m 100 80 space");

@@ -36,8 +36,7 @@ struct Stage : WindowProgram, Recording {
     options.overlayBorder = options.overlayCursor = false;
     options.frameDelay = 99; // a frame each 100 ms
     recorder.panel.pictureWork = [](void* owner, const Rect&, PictureWork work) {
-      if (work != PictureWork::kRepaints)
-        static_cast<Stage*>(static_cast<Recording*>(owner))->Mark(work == PictureWork::kEnds);
+      static_cast<Stage*>(static_cast<Recording*>(owner))->Mark(work != PictureWork::kBegins);
     };
     RecorderInit(recorder);
     began = ::GetTickCount();
@@ -57,7 +56,7 @@ struct Stage : WindowProgram, Recording {
     marked = false;
     Mark(hadMark);
   }
-  // As the line does, it gives way to a picture, in the middle of which it stands.
+  // As the line does, it stands across the picture and makes way while that changes.
   void Mark(bool on) {
     if (marked != on) MemoryPixel(100, 80) ^= white;
     marked = on;
@@ -200,53 +199,51 @@ TEST(Control, LeavesNoTraceAtTheEdgesAndAtAnyDepth) {
   }
 }
 
-// What stood on the screen when the status line was told of a frame.
-std::vector<uint32_t> seenBehindFrame;
+std::vector<uint32_t> seen; // on the screen when the status line was told of a frame
 
-// Another program paints pixels that the picture does not have, in every picture and beside it: they are what stands
+// Another program paints pixels that the picture does not have, under each digit and beside it: they are what stands
 // there from then on, and all others are as they were. Only behind the frame is it asked to paint anew.
-TEST(ControlUnderOthers, PutsBackOnlyWhatStillShowsThePicture) {
-  for (const int32_t depth : {1, 2, 4, 8, 16, 32}) {
+TEST(Control, PutsBackOnlyWhatStillShowsThePicture) {
+  for (const int depth : {1, 2, 4, 8, 16, 32}) {
     SCOPED_TRACE(depth);
-    WindowProgram program(640, 480, depth);
-    RecordingOptions plain;
-    plain.overlayBorder = plain.overlayCursor = false;
-    Recording recording({100, 320, 300, 600}, plain);
-    const uint32_t white = PixelBits(TheMemoryDisplay().layout);
-    DisplayWindow* scene = MemoryOpenWindow("Scene", {300, 0, 640, 480}, 0);
-    for (int y = 0; y < 480; y += 3) MemoryPaintWindow(*scene, {0, y, 340, y + 1}, white);
-    RecorderInit(recording.recorder);
-    recording.recorder.panel.setStatus = [](void*, const char*) { seenBehindFrame = TheMemoryDisplay().screen; };
+    Stage stage(depth, kArea);
+    stage.recorder.panel.setStatus = [](void*, const char*) { seen = TheMemoryDisplay().screen; };
     std::vector<uint32_t> expected = TheMemoryDisplay().screen;
-    const auto paint = [&](const PixelRect& where) {
+    const uint32_t refreshes = TheMemoryDesktop().refreshes;
+    stage.Do("start");
+    for (const PixelRect& where : {PixelRect{60, 50, 90, 70}, {80, 60, 99, 100}, {68, 105, 132, 106}}) {
+      RunFor(500);
       for (int y = where.top; y < where.bottom; ++y) {
         for (int x = where.left; x < where.right; ++x) {
-          expected[size_t(y * 640 + x)] = MemoryPixel(x, y) ^ white;
-          MemoryPaintWindow(*scene, {x - 300, y, x - 299, y + 1}, expected[size_t(y * 640 + x)]);
+          const uint32_t painted = expected[size_t(y * kWidth + x)] = MemoryPixel(x, y) ^ stage.white;
+          MemoryPaintWindow(*stage.scene, {x, y, x + 1, y + 1}, painted);
         }
       }
-    };
-    const uint32_t refreshes = TheMemoryDesktop().refreshes;
-    RecorderStart(recording.recorder);
-    for (const PixelRect& where : {PixelRect{420, 160, 450, 181}, {440, 170, 470, 240}, {428, 231, 492, 232}}) {
-      RunFor(500);
-      paint(where);
       RunFor(500);
     }
     EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes);
-    RunFor(50);
-    EXPECT_EQ(recording.recorder.frameCount, 1u);
-    EXPECT_EQ(seenBehindFrame, expected);
+    RunFor(60);
+    EXPECT_EQ(stage.recorder.frameCount, 1u);
+    EXPECT_TRUE(seen == expected);
     EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1);
-
-    expected = TheMemoryDisplay().screen;
-    MemoryAt(::GetTickCount() + 100, [&] { paint({450, 190, 460, 200}); });
-    scene->paint = [&] { EXPECT_EQ(TheMemoryDisplay().screen, expected); };
-    RecorderStop(recording.recorder);
-    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 2);
-    RecorderShutDown(recording.recorder);
-    scene->paint = {};
   }
+}
+
+TEST(Control, HasThePlaceThatAPictureLeavesPaintedAnewBeforeItTakesAnother) {
+  Stage stage(24, kArea);
+  uint32_t asked = 0;
+  stage.scene->paint = [&] {
+    asked = ::GetTickCount();
+    stage.Paint();
+  };
+  stage.Do("start");
+  RunFor(1500);
+  stage.Do("paint");
+  stage.SetArea({70, 100, 160, 200});
+  const uint32_t stopped = ::GetTickCount();
+  stage.Do("stop");
+  EXPECT_EQ(asked, stopped);
+  stage.ExpectScene(kArea);
 }
 
 } // namespace

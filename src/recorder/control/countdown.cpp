@@ -65,9 +65,13 @@ struct Sight {
   DibBuffer *shown, *seen; // the pixels that were drawn, and those of `now`, in one layout
 };
 
-// The pixels of the Offscreen in bytes, or groups of three, that are the same where the pixels are.
+// Of a pixel in them: a colour index, or blue, green and red.
+size_t PixelBytes() {
+  return ScreenDepth() <= kPaletteDepth ? 1 : 3;
+}
+
 DibBuffer* ReadPixels(Offscreen* offscreen) {
-  const bool palette = ScreenDepth() <= kPaletteDepth;
+  const bool palette = PixelBytes() == 1;
   DibBuffer* pixels = (palette ? NewDibBuffer8 : NewDibBuffer24)(offscreen->width, offscreen->height);
   (palette ? ReadDibBuffer8 : ReadDibBuffer24)(pixels, 0, offscreen, 0, offscreen->height);
   return pixels;
@@ -97,7 +101,7 @@ bool ShowsNothingElse(const Sight& sight) {
 
 // Whether the pixel still shows the picture.
 bool ShowsPicture(const Sight& sight, int16_t x, int16_t y) {
-  const size_t pixelBytes = ScreenDepth() <= kPaletteDepth ? 1 : 3;
+  const size_t pixelBytes = PixelBytes();
   const size_t place = size_t{sight.seen->rowSize} * size_t(sight.seen->height - 1 - y) + size_t(x) * pixelBytes;
   return ::memcmp(sight.shown->bits + place, sight.seen->bits + place, pixelBytes) == 0;
 }

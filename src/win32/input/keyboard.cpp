@@ -75,8 +75,13 @@ void NoteKey(uint8_t key, bool down) {
 }
 
 void SyncKeys() {
-  std::memset(TheWindows().keys, 0, sizeof TheWindows().keys);
-  for (int key = 1; key < 256; ++key) NoteKey(uint8_t(key), DisplayKeyIsDown(uint8_t(key)));
+  for (const int key : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_SHIFT, VK_CONTROL, VK_MENU, VK_CAPITAL}) {
+    NoteKey(uint8_t(key), DisplayKeyIsDown(uint8_t(key)));
+  }
+  // Any other that is held goes on repeating. One that nobody has told of may still be told of, as a press.
+  for (int key = 1; key < 256; ++key) {
+    if (KeyIsDown(key)) NoteKey(uint8_t(key), DisplayKeyIsDown(uint8_t(key)));
+  }
   TheWindows().altAlone = false;
 }
 
