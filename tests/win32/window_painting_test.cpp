@@ -148,6 +148,20 @@ TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateAndOthersBeginAnew) {
   }
 }
 
+TEST_F(WindowContext, OutlivesItsWindowUntilItIsGivenBack) {
+  HWND own = MakeWindow("own", kFrameStyle, {0, 0, 90, 90}, nullptr, "LogOwn");
+  const HDC contexts[] = {::GetDC(main), ::GetDC(own)};
+  ::DestroyWindow(main);
+  ::DestroyWindow(own);
+  FillWindow(ShowFrame("next", kMainPlace), {0, 0, 10, 10}, kGreen); // gets neither of them
+  for (HDC context : contexts) {
+    Fill(context, {0, 0, 50, 50}, kRed);
+    EXPECT_EQ(::ReleaseDC(nullptr, context), 1);
+    EXPECT_EQ(::ReleaseDC(nullptr, context), 0);
+  }
+  EXPECT_EQ(ColourAt(105, 125), kGreen);
+}
+
 TEST_F(WindowContext, OfACoverDrawsOnTheScreenOverEverythingAndHasAllInput) {
   MemoryOpenWindow("other", {400, 100, 500, 200}, MemoryPixelOf(1, 2, 3));
   HWND cover = ShowCover(main);
