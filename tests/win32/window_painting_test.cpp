@@ -153,13 +153,15 @@ TEST_F(WindowContext, OutlivesItsWindowUntilItIsGivenBack) {
   const HDC contexts[] = {::GetDC(main), ::GetDC(own)};
   ::DestroyWindow(main);
   ::DestroyWindow(own);
-  FillWindow(ShowFrame("next", kMainPlace), {0, 0, 10, 10}, kGreen); // gets neither of them
+  for (HDC context : contexts) ::SetTextColor(context, kRed); // the last window has taken neither along
+  HWND next = ShowFrame("next", kMainPlace);
+  FillWindow(next, {0, 0, 10, 10}, kGreen); // nor does the next one get them
   for (HDC context : contexts) {
     Fill(context, {0, 0, 50, 50}, kRed);
-    EXPECT_EQ(::ReleaseDC(nullptr, context), 1);
+    EXPECT_EQ(::SetTextColor(context, kBlue), kRed);
     EXPECT_EQ(::ReleaseDC(nullptr, context), 0);
   }
-  EXPECT_EQ(ColourAt(105, 125), kGreen);
+  EXPECT_EQ(At(next, 2, 2), kGreen);
 }
 
 TEST_F(WindowContext, OfACoverDrawsOnTheScreenOverEverythingAndHasAllInput) {

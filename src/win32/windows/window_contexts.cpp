@@ -111,10 +111,11 @@ bool GiveBackContext(HDC context) {
   const auto is = [=](const auto& held) { return held->context == context && held->given; };
   const auto held = std::find_if(Contexts().begin(), Contexts().end(), is);
   if (held == Contexts().end()) return false;
+  const bool stands = (*held)->window;
   EndContext(held->get());
   // It may have outlived the last window.
   if (TheWindows().windows.empty()) FreeContexts();
-  return true;
+  return stands;
 }
 
 void RefreshContexts() {

@@ -8,7 +8,7 @@ namespace framereel {
 // The context of a window's client area or frame; EndContext gives it back. Null without memory.
 WindowContext* BeginContext(HWND window, bool ofFrame);
 void EndContext(WindowContext* context);
-// The same for the handle; false when nobody has it.
+// The same for the handle; false when nobody has it, or its window has gone.
 bool GiveBackContext(HDC context);
 // Limits the context to a region of the client area until it is given back: BeginPaint's part.
 void LimitContext(WindowContext* context, const Region& paint);
