@@ -82,9 +82,13 @@ TEST_F(AppTest, SlidesOnAfterItHasBeenMinimised) {
 }
 
 TEST_F(AppTest, EndsInOrderWhenAnotherProgramDestroysItsWindow) {
-  MemoryAt(500, [] { MemoryDestroyWindow(Frame()); });
-  EXPECT_EQ(RunProgram(), 0);
-  EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
+  for (const bool whileSelecting : {false, true}) {
+    if (whileSelecting) MemoryAt(4000, [] { MemoryTypeKey(VK_SPACE); });
+    MemoryAt(4500, [] { MemoryDestroyWindow(Frame()); });
+    EXPECT_EQ(RunProgram(), 0);
+    EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
+    MemoryDisplayReset(640, 480, 24);
+  }
 }
 
 TEST_F(AppTest, ThePanelFillsTheFrameAndNoKeyClosesIt) {

@@ -148,6 +148,22 @@ TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateAndOthersBeginAnew) {
   }
 }
 
+TEST_F(WindowContext, OutlivesItsWindowUntilItIsGivenBack) {
+  HWND own = MakeWindow("own", kFrameStyle, {0, 0, 90, 90}, nullptr, "LogOwn");
+  const HDC contexts[] = {::GetDC(main), ::GetDC(own)};
+  ::DestroyWindow(main);
+  ::DestroyWindow(own);
+  for (HDC context : contexts) ::SetTextColor(context, kRed); // the last window has taken neither along
+  HWND next = ShowFrame("next", kMainPlace);
+  FillWindow(next, {0, 0, 10, 10}, kGreen); // nor does the next one get them
+  for (HDC context : contexts) {
+    Fill(context, {0, 0, 50, 50}, kRed);
+    EXPECT_EQ(::SetTextColor(context, kBlue), kRed);
+    EXPECT_EQ(::ReleaseDC(nullptr, context), 0);
+  }
+  EXPECT_EQ(At(next, 2, 2), kGreen);
+}
+
 TEST_F(WindowContext, OfACoverDrawsOnTheScreenOverEverythingAndHasAllInput) {
   MemoryOpenWindow("other", {400, 100, 500, 200}, MemoryPixelOf(1, 2, 3));
   HWND cover = ShowCover(main);

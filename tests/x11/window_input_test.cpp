@@ -75,6 +75,7 @@ TEST_F(X11WindowInput, WhatIsNotManagedHasTheKeyboardInThePlaceOfItsOwner) {
     DisplayActivateWindow(window);
     EXPECT_TRUE(Next(Kind::kActive, window).flag);
     EXPECT_EQ(FocusOfServer(), main->id);
+    EXPECT_EQ(X11Live()->desktop.focus.grabbed, role == Role::kCover);
     Type(CodeOf(XK_b));
     EXPECT_EQ(Next(Kind::kKeyDown, window).key, 'B');
     DisplayShowWindow(window, false);

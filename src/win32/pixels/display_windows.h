@@ -1,6 +1,7 @@
 // The window half of what a display does for the platform calls: holding our top-level surfaces as windows of the
 // system, and telling what the user and the system do. The screen half stands in display.h, and what is said there of
-// failure and of the two sides holds here too: window.cpp, events.cpp and keys.cpp on each side.
+// failure and of the two sides holds here too: window.cpp, events.cpp and keys.cpp on each side. What a window manager
+// takes beyond that has files of its own in x11/.
 //
 // All places are screen pixels. Callers draw captions, borders and everything inside on a surface of the window's size
 // and present it; the display adds nothing to it.
@@ -39,8 +40,7 @@ void DisplayFreeWindow(DisplayWindow* window);
 // Shows it without giving it the keyboard, or takes it off the screen. A shown managed window stands where it was
 // placed, not where a window manager would like it.
 void DisplayShowWindow(DisplayWindow* window, bool shown);
-// Moves and sizes it; the desktop's answer comes as kPlaced if it differs. Nothing that the desktop did with the window
-// before comes any more.
+// Moves and sizes it; the desktop's answer comes as kPlaced if it differs. No place that it had before is told any more.
 void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place);
 // On top of, or below, all other windows of its kind.
 void DisplayStackWindow(DisplayWindow* window, bool top);

@@ -128,6 +128,7 @@ void DestroyOwned(HWND owner) {
 
 void ForgetAllWindows() {
   WindowSystem& system = TheWindows();
+  for (const auto& held : system.contexts) held->given = false;
   FreeContexts();
   for (HWND window : system.topLevels) FreeShown(&window->top->shown);
   system = {};
@@ -162,8 +163,7 @@ BOOL DestroyWindow(HWND window) {
   if (IsLive(window)) SetVisible(window, false);
   if (IsLive(window)) ReleaseFrom(window);
   if (IsLive(window)) DestroyTree(window);
-  // Contexts are kept for the next window, and there is none. A procedure that runs may still draw with one.
-  const WindowSystem& system = TheWindows();
-  if (system.windows.empty() && system.procedures == 0) FreeContexts();
+  // Contexts are kept for the next window, and there is none.
+  if (TheWindows().windows.empty()) FreeContexts();
   return TRUE;
 }

@@ -72,15 +72,14 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
   window->update.Clear();
   window->eraseUpdate = false;
   if (erase) paint->fErase = !Send(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(context), 0);
-  if (!IsLive(window)) *paint = {};
-  return paint->hdc;
+  if (IsLive(window)) return context;
+  GiveBackContext(context);
+  *paint = {};
+  return nullptr;
 }
 
 BOOL EndPaint(HWND, const PAINTSTRUCT* paint) {
-  WindowContext* held = paint ? ContextOf(paint->hdc) : nullptr;
-  if (!held) return FALSE;
-  EndContext(held);
-  return TRUE;
+  return paint && GiveBackContext(paint->hdc);
 }
 
 BOOL UpdateWindow(HWND window) {

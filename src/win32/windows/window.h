@@ -92,7 +92,8 @@ namespace framereel {
 // A context given out by GetDC or BeginPaint, or kept for the next one who asks.
 struct WindowContext {
   HDC context;
-  HWND window;     // null while nobody has it, unless it is the window's own
+  HWND window;     // null: of none, or of one that has gone
+  bool given;      // somebody has it and may use it, whatever becomes of the window
   bool own;        // CS_OWNDC: stays with its window
   bool ofFrame;    // 0, 0 is the window's corner, and its frame can be drawn
   bool painting;   // between BeginPaint and EndPaint: `paint` limits it

@@ -53,11 +53,29 @@ WindowContext* NewWindowContext() {
   return Contexts().back().get();
 }
 
-WindowContext* FindContext(HWND owner, bool own) {
+WindowContext* OwnContext(HWND window) {
   for (const auto& held : Contexts()) {
-    if (held->window == owner && held->own == own) return held.get();
+    if (held->window == window && held->own) return held.get();
   }
   return nullptr;
+}
+
+WindowContext* SpareContext() {
+  for (const auto& held : Contexts()) {
+    if (!held->window && !held->given) return held.get();
+  }
+  return NewWindowContext();
+}
+
+// Leaves the window.
+void Detach(WindowContext* held) {
+  GatherFrom(held);
+  held->own = held->painting = false;
+  held->paint.Clear();
+  held->window = held->context->window = nullptr;
+  held->context->surface = nullptr;
+  held->context->screen = false;
+  ResetContext(held->context);
 }
 
 } // namespace
@@ -65,9 +83,10 @@ WindowContext* FindContext(HWND owner, bool own) {
 WindowContext* BeginContext(HWND window, bool ofFrame) {
   const bool own = !ofFrame && window->windowClass->style & CS_OWNDC;
   // A window's own context is in use all the time, and so up to date.
-  if (WindowContext* kept = own ? FindContext(window, true) : nullptr) return kept;
-  WindowContext* held = FindContext(nullptr, false);
-  if (!held) held = NewWindowContext();
+  WindowContext* kept = own ? OwnContext(window) : nullptr;
+  WindowContext* held = kept ? kept : SpareContext();
+  held->given = true;
+  if (kept) return kept;
   held->window = window;
   held->own = own;
   held->ofFrame = ofFrame;
@@ -76,21 +95,24 @@ WindowContext* BeginContext(HWND window, bool ofFrame) {
 }
 
 void EndContext(WindowContext* held) {
+  held->given = false;
+  if (!held->own) return Detach(held);
   GatherFrom(held);
+  if (!held->painting) return;
   held->painting = false;
   held->paint.Clear();
-  if (held->own) return Refresh(held);
-  held->window = held->context->window = nullptr;
-  held->context->surface = nullptr;
-  held->context->screen = false;
-  ResetContext(held->context);
+  Refresh(held);
 }
 
-WindowContext* ContextOf(HDC context) {
-  for (const auto& held : Contexts()) {
-    if (held->context == context) return held->window ? held.get() : nullptr;
-  }
-  return nullptr;
+bool GiveBackContext(HDC context) {
+  const auto is = [=](const auto& held) { return held->context == context && held->given; };
+  const auto held = std::find_if(Contexts().begin(), Contexts().end(), is);
+  if (held == Contexts().end()) return false;
+  const bool stands = (*held)->window;
+  EndContext(held->get());
+  // It may have outlived the last window.
+  if (TheWindows().windows.empty()) FreeContexts();
+  return stands;
 }
 
 void RefreshContexts() {
@@ -107,15 +129,15 @@ void GatherDamage() {
 
 void ForgetContexts(HWND window) {
   for (const auto& held : Contexts()) {
-    if (held->window != window) continue;
-    held->own = false;
-    EndContext(held.get());
+    if (held->window == window) Detach(held.get());
   }
 }
 
 void FreeContexts() {
-  for (const auto& held : Contexts()) FreeContext(held->context);
-  Contexts().clear();
+  std::erase_if(Contexts(), [](const auto& held) {
+    if (!held->given) FreeContext(held->context);
+    return !held->given;
+  });
 }
 
 void LimitContext(WindowContext* held, const Region& paint) {
@@ -133,12 +155,5 @@ HDC GetDC(HWND window) {
 }
 
 int ReleaseDC(HWND, HDC context) {
-  WindowContext* held = ContextOf(context);
-  if (!held) return 0;
-  if (held->own) {
-    GatherFrom(held);
-  } else {
-    EndContext(held);
-  }
-  return 1;
+  return GiveBackContext(context);
 }

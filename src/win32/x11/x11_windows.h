@@ -143,6 +143,7 @@ DisplayWindow* X11WindowOf(const X11Connection* x, Window id);
 bool X11IsManaged(const DisplayWindow& window);
 // Our popups and covers onto the top again, in their order, after the window manager has stacked its own.
 void X11RaiseUnmanaged(X11Connection* x);
+
 // ---- placement.cpp ----
 
 void X11MakeFence(X11Connection* x);
@@ -154,6 +155,7 @@ bool X11SettlePlaces(X11Connection* x);
 
 // ---- focus.cpp ----
 
+// What the server tells of its focus.
 void X11TakeFocus(X11Connection* x, DisplayWindow* window, const XFocusChangeEvent& event);
 // Takes for a cover what another program has let go of; false when there was nothing to take.
 bool X11SettleFocus(X11Connection* x);
