@@ -12,7 +12,6 @@
 #include "core/system_kind.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
-#include "platform/display/usable_area.h"
 #include "recorder/control/key_chords.h"
 #include "recorder/engine/recorder_state.h"
 

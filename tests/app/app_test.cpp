@@ -154,11 +154,11 @@ TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
   };
   TheMemoryDisplay().present = false;
   EXPECT_EQ(run(), "framereel: there is no display that could be recorded\n");
-  for (const int32_t windows : {1, 2, 0}) { // the main window, the panel, none
+  for (const uint32_t window : {1, 2, 0}) { // the main window, the panel, none
     MemoryDisplayReset(640, 480, 24);
-    TheMemoryDisplay().windowsUntilLost = windows;
+    TheMemoryDisplay().lostAtWindow = window;
     MemoryAt(700, [] { TheMemoryDisplay().lost = true; });
-    EXPECT_EQ(run(), "framereel: the connection to the display is lost\n") << windows;
+    EXPECT_EQ(run(), "framereel: the connection to the display is lost\n") << window;
   }
 }
 

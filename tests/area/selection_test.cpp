@@ -7,7 +7,6 @@
 #include "area_program.h"
 #include "core/rects.h"
 #include "core/timers.h"
-#include "platform/display/usable_area.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"

@@ -127,7 +127,7 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
        0,
        "the area of 32767x2 pixels is too small for a recording at 44 %, which takes "
        "blocks of 3x3"},
-      {"0 depth12", {}, 0, 0, "Framereel does not support recording at the current bit depth"},
+      {"0 depth12", {}, 0, 0, "Framereel does not support recording at the current bit depth (4096 colours)"},
       {"0 lost", {}, 0, 0, "the connection to the display was lost; nothing was recorded"},
       {"0 lostAtRead", {}, 0, 0, "the connection to the display was lost; nothing was recorded"},
       {"0 none 0 display", {}, 0, 0, "there is no display to record: \":77\", as DISPLAY names it, does not answer"},

@@ -28,7 +28,6 @@ struct MemoryDisplay {
   std::vector<PaletteColour> palette; // 2^depth entries at palette depths
   bool present;                       // false: there is no display to open
   bool lost;                          // true: the connection has broken
-  int32_t windowsUntilLost;           // it breaks in place of the window that is asked for when this is 1; 0: never
   bool hasPointer;                    // false: the pointer has no picture
   int32_t pointerX, pointerY;         // its hot spot
   int32_t pointerWidth, pointerHeight, hotX, hotY;
@@ -37,6 +36,8 @@ struct MemoryDisplay {
   std::vector<MemoryEvent> script;     // in order of time; MemoryAt keeps it so
   uint32_t screenReads;                // how often the screen was read
   uint32_t lostAtRead;                 // the connection breaks at that read, from 1 on; 0: at none
+  uint32_t windowsAsked;               // how often our program asked for a window
+  uint32_t lostAtWindow;               // and the one at which the connection breaks
   MemoryDesktop desktop;
 };
 

@@ -259,7 +259,7 @@ DisplayWindow* MemoryWindowAt(int32_t x, int32_t y) {
 
 DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {
   MemoryDisplay& display = TheMemoryDisplay();
-  if (display.windowsUntilLost > 0) display.lost = --display.windowsUntilLost == 0;
+  if (++display.windowsAsked == display.lostAtWindow) display.lost = true;
   if (display.lost || !display.present) return nullptr;
   DisplayWindow record = {};
   record.ours = true;
