@@ -247,7 +247,9 @@ TEST_F(Edit, BreaksLinesBetweenWordsAtItsFormattingRectangle) {
   EXPECT_EQ(lines(0), "one two three");
 }
 
-TEST_F(Edit, MakesOneLineOfWhatIsPastedIntoOneAndGivesTheClipboardItsOwnBreaks) {
+// ---- Messages ----------------------------------------------------------------------------------------------------
+
+TEST_F(Edit, GivesAndTakesLinesAsTheClipboardHasThem) {
   SetClipboardText("a\nb\r\nc");
   HWND one = Show("");
   ::SendMessageA(one, WM_PASTE, 0, 0);
@@ -261,120 +263,97 @@ TEST_F(Edit, MakesOneLineOfWhatIsPastedIntoOneAndGivesTheClipboardItsOwnBreaks) 
   EXPECT_EQ(ClipboardText(), "a\nb");
 }
 
-// ---- Messages ----------------------------------------------------------------------------------------------------
-
-TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
-  HWND edit = Show("abc");
-  const auto told = [] { return TakeLog({"COMMAND"}); };
-  told();
-  Type("X");
-  EXPECT_EQ(told(), "main COMMAND 5:768");
-  MemoryTypeKey(VK_DELETE);
-  TypeWith({VK_CONTROL}, 'C');
-  Drain();
-  EXPECT_EQ(told(), "");
-  ::SetWindowTextA(edit, "new");
-  EXPECT_EQ(told(), "main COMMAND 5:768");
-  EXPECT_EQ(Shown(edit), "|new");
-  TypeWith({VK_CONTROL}, 'Z');
-  Drain();
-  EXPECT_EQ(told(), "");
-  ::SendMessageA(edit, EM_SETSEL, 0, -1);
-  EXPECT_EQ(Shown(edit), "[new]");
-  Answer(WM_COMMAND, [edit](HWND, WPARAM, LPARAM) { return ::DestroyWindow(edit); });
-  Type("YZ");
-  EXPECT_FALSE(Lives(edit));
-}
-
 TEST_F(Edit, TakesWholeCharactersUpToItsLimitAndBeepsForTheRest) {
   HWND edit = Show("");
   ::SendMessageA(edit, EM_LIMITTEXT, 4, 0);
   Replace(edit, "ab\xE2\x82\xAC");
   EXPECT_EQ(Shown(edit), "ab|");
-  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 1U);
   Replace(edit, "\xC3\xA9");
   EXPECT_EQ(Shown(edit), "ab\xC3\xA9|");
-  Type("X");
-  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 2U);
+  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 1U);
   ::SendMessageA(edit, EM_SETSEL, 0, 3); // a place inside a character
   EXPECT_EQ(Shown(edit), "[ab]\xC3\xA9");
   ::SetWindowTextA(edit, "longer than that");
   ::SendMessageA(edit, EM_SETSEL, 0, 1);
   Type("X");
   EXPECT_EQ(Shown(edit), "[l]onger than that");
+  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 2U);
   char small[5];
   EXPECT_EQ(::GetWindowTextA(edit, small, sizeof small), 4);
   EXPECT_STREQ(small, "long");
 }
 
-TEST_F(Edit, IsSubclassedAndKeepsItsFontAndItsText) {
-  static WNDPROC earlier;
-  static std::string seen;
+TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
+  HWND edit = Show("abc");
+  Type("X");
+  EXPECT_EQ(TakeLog({"COMMAND"}), "main COMMAND 5:768");
+  MemoryTypeKey(VK_DELETE);
+  TypeWith({VK_CONTROL}, 'C');
+  Drain();
+  EXPECT_EQ(TakeLog({"COMMAND"}), "");
+  ::SetWindowTextA(edit, "new");
+  TypeWith({VK_CONTROL}, 'Z'); // there is nothing to take back
+  Drain();
+  EXPECT_EQ(TakeLog({"COMMAND"}), "main COMMAND 5:768");
+  EXPECT_EQ(Shown(edit), "|new");
+  Answer(WM_COMMAND, [edit](HWND, WPARAM, LPARAM) { return ::DestroyWindow(edit); });
+  Type("YZ");
+  EXPECT_FALSE(Lives(edit));
+}
+
+WNDPROC earlier;
+LRESULT WithoutLetters(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return message == WM_CHAR ? 0 : ::CallWindowProcA(earlier, window, message, wParam, lParam);
+}
+
+TEST_F(Edit, CanBeSubclassed) {
   HWND edit = Show("text");
-  const WNDPROC ours = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-    if (message != WM_CHAR) return ::CallWindowProcA(earlier, window, message, wParam, lParam);
-    seen += char(wParam);
-    return 0;
-  };
-  earlier = reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWL_WNDPROC, reinterpret_cast<LONG_PTR>(ours)));
+  const auto before = ::SetWindowLongPtrA(edit, GWL_WNDPROC, reinterpret_cast<LONG_PTR>(WithoutLetters));
+  earlier = reinterpret_cast<WNDPROC>(before);
   Type("AB");
   MemoryTypeKey(VK_LEFT);
   Drain();
-  EXPECT_EQ(seen, "ab");
   EXPECT_EQ(Shown(edit), "tex|t");
-  LOGFONTA large = {};
-  large.lfHeight = 40;
-  HFONT font = ::CreateFontIndirectA(&large);
-  ::SendMessageA(edit, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-  Drain();
-  EXPECT_EQ(reinterpret_cast<HFONT>(::SendMessageA(edit, WM_GETFONT, 0, 0)), font);
   EXPECT_EQ(::GetParent(edit), main);
-  ::DestroyWindow(edit);
-  EXPECT_TRUE(::DeleteObject(font));
 }
 
 // ---- The mouse, what is seen, the caret --------------------------------------------------------------------------
 
 TEST_F(Edit, SelectsByTheMouse) {
   HWND edit = Show("some words here", 0, {10, 10, 190, 100});
-  const auto at = [&](const char* before, int extra = 0) { return OnScreen(main, 12 + WidthOf(before) + extra, 55); };
-  const auto moveTo = [](POINT to) { MemoryMovePointerTo(to.x, to.y); };
-  const auto heard = [edit] {
-    Drain();
-    return Shown(edit);
-  };
   ::SetFocus(main);
-  moveTo(at("som", 2));
-  MemoryPressButton();
-  EXPECT_EQ(heard(), "som|e words here");
+  struct Act {
+    const char* upTo; // the pointer goes there; null: it stays
+    const char* does; // P presses, R releases, S holds and s leaves Shift, C takes the mouse away, . waits a second
+    const char* shown;
+  };
+  const Act acts[] = {
+      {"som", "P", "som|e words here"},
+      {"some w", "", "som[e w]ords here"},
+      {"s", "", "s[om]e words here"},
+      {"", "CR", "s[om]e words here"},
+      {"some w", "", "s[om]e words here"},
+      {"some words", "SPRs", "som[e words] here"},
+      {"some word", ".PRP", "some [words] here"}, // a word, and on by words
+      {"so", "", "[some words] here"},
+      {"some words h", "", "some [words here]"},
+      {"", "R", "some [words here]"},
+  };
+  for (const Act& act : acts) {
+    const POINT to = OnScreen(main, 12 + WidthOf(act.upTo) + 1, 55);
+    if (*act.does != 'C' && *act.does != 'R') MemoryMovePointerTo(to.x, to.y);
+    for (const char* each = act.does; *each; ++each) {
+      if (*each == 'P') MemoryPressButton();
+      if (*each == 'R') MemoryReleaseButton();
+      if (*each == 'S') MemoryPressKey(VK_SHIFT);
+      if (*each == 's') MemoryReleaseKey(VK_SHIFT);
+      if (*each == 'C') MemoryTakeCapture();
+      if (*each == '.') TheMemoryDisplay().tick += 1000;
+    }
+    Drain();
+    EXPECT_EQ(Shown(edit), act.shown) << act.upTo << act.does;
+  }
   EXPECT_EQ(::GetFocus(), edit);
-  moveTo(at("some w"));
-  EXPECT_EQ(heard(), "som[e w]ords here");
-  moveTo(at("s"));
-  EXPECT_EQ(heard(), "s[om]e words here");
-  MemoryReleaseButton();
-  moveTo(at("some words"));
-  EXPECT_EQ(heard(), "s[om]e words here");
-  MemoryPressKey(VK_SHIFT);
-  MemoryPressButton();
-  MemoryReleaseButton();
-  MemoryReleaseKey(VK_SHIFT);
-  EXPECT_EQ(heard(), "som[e words] here");
-  TheMemoryDisplay().tick += 1000;
-  // A double click takes the word that it hits, and goes on by words.
-  moveTo(at("some word", 1));
-  MemoryPressButton();
-  MemoryReleaseButton();
-  MemoryPressButton();
-  EXPECT_EQ(heard(), "some [words] here");
-  moveTo(at("so"));
-  EXPECT_EQ(heard(), "[some words] here");
-  moveTo(at("some words h"));
-  EXPECT_EQ(heard(), "some [words here]");
-  MemoryTakeCapture();
-  moveTo(at(""));
-  EXPECT_EQ(heard(), "some [words here]");
-  MemoryReleaseButton();
 }
 
 // The leftmost pixel there that has another colour than the paper, in the window's client area.
@@ -391,8 +370,7 @@ std::optional<POINT> FirstInk(HWND main, const PixelRect& place, COLORREF paper 
 TEST_F(Edit, ScrollsWithTheCaretAndOnWhileTheMouseIsHeldOutside) {
   const PixelRect place = {10, 10, 110, 40};
   HWND edit = Show("", 0, place);
-  const std::string wide(30000, 'm');
-  ::SetWindowTextA(edit, (std::string(20, ' ') + wide).c_str());
+  ::SetWindowTextA(edit, (std::string(20, ' ') + std::string(30000, 'm')).c_str());
   Drain();
   EXPECT_GT(FirstInk(main, {14, 10, 110, 40}).value_or(POINT{0, 0}).x, 60); // behind the caret and the blanks
   MemoryTypeKey(VK_END);
@@ -404,18 +382,15 @@ TEST_F(Edit, ScrollsWithTheCaretAndOnWhileTheMouseIsHeldOutside) {
   MemoryPressButton();
   MemoryMovePointerTo(outside.x, outside.y);
   Drain();
-  const size_t before = Shown(edit).find(']');
-  for (int i = 0; i < 4; ++i) {
-    ::Sleep(50);
-    Drain();
-  }
-  EXPECT_GT(Shown(edit).find(']'), before + 4);
+  const auto wait = [edit](int times) {
+    while (times-- > 0) (::Sleep(50), Drain());
+    return Shown(edit).find(']');
+  };
+  const size_t before = wait(0), then = wait(4);
+  EXPECT_GT(then, before + 4);
   MemoryReleaseButton();
   Drain();
-  const std::string then = Shown(edit);
-  ::Sleep(200);
-  Drain();
-  EXPECT_EQ(Shown(edit), then);
+  EXPECT_EQ(wait(4), then);
 }
 
 TEST_F(Edit, TurnsItsLinesWithTheWheelAsFarAsThereAreAny) {
@@ -463,27 +438,6 @@ TEST_F(Edit, BlinksOnlyWhileItHasTheKeyboard) {
   ::Sleep(2000);
   Drain();
   EXPECT_EQ(TheMemoryDisplay().desktop.presentedPixels, presented);
-}
-
-TEST(EditLook, ShowsTextSelectionAndCaretAtEveryDepth) {
-  const PixelRect place = {10, 10, 110, 40};
-  for (const int depth : {1, 2, 4, 8, 24}) {
-    WindowScene scene(640, 480, depth);
-    HWND main = ShowFrame("main", kMainPlace);
-    HWND edit = ShowControl("edit", "mm mm", 0, place, main, 5);
-    EXPECT_TRUE(FirstInk(main, place)) << depth;
-    ::SetFocus(edit);
-    ::SendMessageA(edit, EM_SETSEL, 0, 3);
-    Drain();
-    const POINT marked = OnScreen(main, 13, 12 + 4);
-    const COLORREF ground = ColourAt(marked.x, marked.y + 4), paper = ColourAt(marked.x + 90, marked.y + 4);
-    EXPECT_EQ(paper, RGB(255, 255, 255)) << depth;
-    EXPECT_NE(ground, paper) << depth;
-    EXPECT_TRUE(FirstInk(main, {13, 20, 30, 30}, ground)) << depth; // letters on the mark
-    ::EnableWindow(edit, FALSE);
-    Drain();
-    EXPECT_TRUE(FirstInk(main, place)) << depth;
-  }
 }
 
 } // namespace
