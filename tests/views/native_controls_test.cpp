@@ -157,12 +157,13 @@ TEST_F(NativeControls, AClickTellsTheViewAndGivesTheKeyboardBack) {
 
 TEST_F(NativeControls, AButtonMayEndInItsOwnNoticeWithTheKeyboardBack) {
   View* button = Shown(buttons, 10, 10);
-  const uint16_t held = button->drawing->font->selectCount;
+  const Font* font = button->drawing->font;
+  const uint16_t held = font->selectCount;
   buttons->nativeNotice = [](View* view, uint16_t) { ViewDestroy(view); };
   Click(20, 20);
   RunFor(5);
   EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
-  EXPECT_LT(button->drawing->font->selectCount, held);
+  EXPECT_LT(font->selectCount, held);
   EXPECT_EQ(ControlTableTake(&window->controls, nullptr), 3); // the number is free again
 }
 

@@ -240,8 +240,12 @@ TEST_F(Edit, BreaksLinesBetweenWordsAtItsFormattingRectangle) {
   };
   EXPECT_EQ(lines(WidthOf("one two three")), "one two three");
   EXPECT_EQ(lines(WidthOf("one two three") - 1), "one two /three");
-  EXPECT_EQ(lines(WidthOf("one two")), "one two /three");
   EXPECT_EQ(lines(WidthOf("one two") - 1), "one /two /three");
+  // A broken line ends ahead of the blank that it is broken behind.
+  ::SendMessageA(edit, EM_SETSEL, WPARAM(-1), -1);
+  MemoryTypeKey(VK_UP);
+  Drain();
+  EXPECT_EQ(Shown(edit), "one two| three");
   EXPECT_EQ(lines(WidthOf("three") - 1), "one /two /thre/e");
   EXPECT_EQ(lines(1), "o/n/e /t/w/o /t/h/r/e/e");
   EXPECT_EQ(lines(0), "one two three");
