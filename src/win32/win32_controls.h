@@ -9,11 +9,12 @@
 // counts when it goes up, and by Return. A press that leaves the button, that Escape, another key or the loss of the
 // focus ends, or from which the mouse is taken away, counts for nothing.
 //
-// "edit": text to be edited. It goes by whole characters; a line break is CR LF and one character, and only
-// with ES_MULTILINE. Then lines are broken between words at the width of the formatting rectangle, and the text scrolls
-// up and down; without, all is one line that scrolls sideways. The keys are the usual ones: arrows, Home, End and the
-// page keys, by words or to the ends of the text with Ctrl, selecting with Shift; Delete and Backspace; Ctrl+A, C, V,
-// X, and Z, which takes back the last change and, once more, itself. A double click selects a word.
+// "edit": text to be edited, in UTF-8 and by whole characters; a byte that is none is kept and counts as one. With
+// ES_MULTILINE the text has lines, which end with CR LF (one character), are broken between words at the width of the
+// formatting rectangle, and scroll up and down; without it all is one line that scrolls sideways. The keys are the
+// usual ones: arrows, Home, End and the page keys, by words or to the ends of the text with Ctrl, selecting with Shift;
+// Delete and Backspace; Ctrl+A, C, V, X, and Z, which takes back the last change and, once more, itself. A double click
+// selects a word.
 #pragma once
 
 #include "win32/win32_types.h"
@@ -41,8 +42,8 @@ inline constexpr DWORD ES_MULTILINE = 4;
 // the text is its end, and EM_SETSEL 0, -1 selects everything. A place inside a character is the one before it.
 inline constexpr UINT EM_GETSEL = 176; // wParam and lParam: pointers to DWORDs that get the start and the end
 inline constexpr UINT EM_SETSEL = 177; // wParam start, lParam end
-// lParam RECT: where in the client area the text stands and is broken into lines; null is the client area without a
-// margin. A new size of the control sets it back to that. Paints nothing.
+// lParam RECT: where in the client area the text stands and is broken into lines; null is all of it but for a small
+// margin, to which a new size of the control sets it back.
 inline constexpr UINT EM_SETRECTNP = 180;
 // lParam: text that takes the place of the selection, the caret behind it. It counts as the user's own change.
 inline constexpr UINT EM_REPLACESEL = 194;

@@ -9,6 +9,8 @@
 namespace framereel {
 namespace {
 
+constexpr size_t kFirstStep = 32; // bytes
+
 std::string_view Part(const EditText& edit, size_t from, size_t to) {
   return std::string_view(edit.text).substr(from, to - from);
 }
@@ -64,9 +66,15 @@ int32_t XOf(HDC context, const EditText& edit, const EditLine& line, size_t plac
 }
 
 size_t PlaceBefore(HDC context, const EditText& edit, const EditLine& line, int32_t x) {
-  // The width grows with the text: `low` is a boundary that is not behind x, `high` a place that is, or the end.
-  size_t low = line.from, high = line.to;
-  if (XOf(context, edit, line, high) <= x) return high;
+  // The width grows with the text: `low` is a boundary that is not behind x, `high` one that is. Of a long line no more
+  // is measured than is needed.
+  size_t low = line.from, high = line.from;
+  for (size_t step = kFirstStep; high < line.to; step *= 2) {
+    high = std::min(line.to, NextCharacter(edit.text, BoundaryAt(edit.text, low + step)));
+    if (XOf(context, edit, line, high) > x) break;
+    low = high;
+  }
+  if (low == line.to) return low;
   for (;;) {
     size_t middle = BoundaryAt(edit.text, low + (high - low) / 2);
     if (middle <= low) middle = NextCharacter(edit.text, low);

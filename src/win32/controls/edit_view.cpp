@@ -23,7 +23,7 @@ EditState& State(HWND edit) {
 }
 
 // The part of the client area in which text is seen.
-PixelRect Window(HWND edit) {
+PixelRect SeenPart(HWND edit) {
   return Intersect(State(edit).format, ClientBounds(*edit));
 }
 
@@ -44,14 +44,14 @@ int32_t TextLeft(const EditState& state) {
 
 // Lines that are broken within what is seen have no more to their sides than the blanks at their ends.
 bool ScrollsSideways(HWND edit) {
-  return !State(edit).text.multiLine || WidthOf(State(edit).format) > WidthOf(Window(edit));
+  return !State(edit).text.multiLine || WidthOf(State(edit).format) > WidthOf(SeenPart(edit));
 }
 
 PixelRect CaretPlace(HWND edit, HDC context) {
   const EditState& state = State(edit);
   const size_t line = LineOf(state.lines, state.text.caret);
   int32_t x = TextLeft(state) + XOf(context, state.text, state.lines[line], state.text.caret);
-  if (!ScrollsSideways(edit)) x = std::min(x, Window(edit).right - kCaretWidth);
+  if (!ScrollsSideways(edit)) x = std::min(x, SeenPart(edit).right - kCaretWidth);
   const int32_t top = LineTop(edit, context, line);
   return {x, top, x + kCaretWidth, top + LineHeight(context)};
 }
@@ -70,12 +70,12 @@ int32_t MostScrollX(HWND edit, HDC context) {
   if (!ScrollsSideways(edit)) return 0;
   int32_t widest = 0;
   for (const EditLine& line : state.lines) widest = std::max(widest, XOf(context, state.text, line, line.to));
-  return std::max(0, widest + kCaretWidth - WidthOf(Window(edit)));
+  return std::max(0, widest + kCaretWidth - WidthOf(SeenPart(edit)));
 }
 
 int32_t MostScrollY(HWND edit, HDC context) {
   const int32_t height = int32_t(State(edit).lines.size()) * LineHeight(context);
-  return State(edit).text.multiLine ? std::max(0, height - HeightOf(Window(edit))) : 0;
+  return State(edit).text.multiLine ? std::max(0, height - HeightOf(SeenPart(edit))) : 0;
 }
 
 // By how much what lies from `from` to `to` has to move to be seen between `low` and `high`.
@@ -86,9 +86,9 @@ int32_t Missing(int32_t from, int32_t to, int32_t low, int32_t high) {
 
 void ScrollToCaret(HWND edit, HDC context) {
   EditState& state = State(edit);
-  const PixelRect caret = CaretPlace(edit, context), window = Window(edit);
-  if (ScrollsSideways(edit)) state.scrollX += Missing(caret.left, caret.right, window.left, window.right);
-  if (state.text.multiLine) state.scrollY += Missing(caret.top, caret.bottom, window.top, window.bottom);
+  const PixelRect caret = CaretPlace(edit, context), seen = SeenPart(edit);
+  if (ScrollsSideways(edit)) state.scrollX += Missing(caret.left, caret.right, seen.left, seen.right);
+  if (state.text.multiLine) state.scrollY += Missing(caret.top, caret.bottom, seen.top, seen.bottom);
 }
 
 void LimitScroll(HWND edit, HDC context) {
@@ -161,7 +161,7 @@ size_t CharacterAt(HWND edit, int32_t x, int32_t y) {
 
 size_t LinesInSight(HWND edit) {
   const int32_t height = LineHeight(ControlContext(edit, State(edit).font));
-  return size_t(std::max(1, HeightOf(Window(edit)) / std::max(1, height)));
+  return size_t(std::max(1, HeightOf(SeenPart(edit)) / std::max(1, height)));
 }
 
 bool ScrollLines(HWND edit, int32_t lines) {
@@ -211,6 +211,14 @@ void DrawRun(const LinePainter& painter, const EditLine& line, size_t from, size
   ::TextOutA(painter.context, x, top, run.data(), int(run.size()));
 }
 
+// A line break that is selected is seen too.
+void DrawMarkedBreak(const LinePainter& painter, const EditLine& line, int32_t top) {
+  const EditText& text = painter.state->text;
+  if (text.text.compare(line.to, 2, "\r\n") != 0) return;
+  const int32_t end = TextLeft(*painter.state) + XOf(painter.context, text, line, line.to);
+  FillPixels(painter.context, {end, top, end + painter.height / 3, top + painter.height}, painter.ink.marked);
+}
+
 // Only what can be seen: a line may be wider than a context reaches.
 void DrawLine(const LinePainter& painter, const EditLine& line, int32_t top, EditRange marked) {
   const EditText& text = painter.state->text;
@@ -222,11 +230,7 @@ void DrawLine(const LinePainter& painter, const EditLine& line, int32_t top, Edi
   DrawRun(painter, line, from, markedFrom, top, false);
   DrawRun(painter, line, markedFrom, markedTo, top, true);
   DrawRun(painter, line, markedTo, to, top, false);
-  // A line break that is selected is seen too.
-  const bool breaks = marked.from <= line.to && marked.to > line.to && !painter.ink.greyed;
-  const int32_t end = left + XOf(painter.context, text, line, line.to);
-  if (breaks)
-    FillPixels(painter.context, {end, top, end + painter.height / 3, top + painter.height}, painter.ink.marked);
+  if (!painter.ink.greyed && marked.from <= line.to && marked.to > line.to) DrawMarkedBreak(painter, line, top);
 }
 
 } // namespace
@@ -236,13 +240,13 @@ void PaintEdit(HWND edit) {
   const ControlPaint context(edit, state.font);
   const EditInk ink = InkOf(edit, context);
   FillPixels(context, ClientBounds(*edit), ink.paper);
-  const PixelRect window = Window(edit);
-  HRGN clip = ::CreateRectRgn(window.left, window.top, window.right, window.bottom);
+  const PixelRect seen = SeenPart(edit);
+  HRGN clip = ::CreateRectRgn(seen.left, seen.top, seen.right, seen.bottom);
   ::SelectClipRgn(context, clip);
   ::DeleteObject(clip);
   const bool focused = ::GetFocus() == edit;
   const EditRange none = {0, 0}, marked = focused ? SelectionOf(state.text) : none;
-  const LinePainter painter = {context, &state, ink, Intersect(context.Part(), window), LineHeight(context)};
+  const LinePainter painter = {context, &state, ink, Intersect(context.Part(), seen), LineHeight(context)};
   for (size_t line = 0; line < state.lines.size(); ++line) {
     const int32_t top = LineTop(edit, context, line);
     if (top >= painter.part.bottom || top + painter.height <= painter.part.top) continue;
