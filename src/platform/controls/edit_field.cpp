@@ -1,5 +1,5 @@
-// See edit_field.h. Keys come in as text by EM_REPLACESEL alone, so that a Tab or a Return is text only where it is
-// meant to be.
+// The messages of an edit field. Keys come in as text by EM_REPLACESEL alone, so that a Tab or a Return is text only
+// where it is meant to be.
 #include "platform/controls/edit_field.h"
 
 #include "platform/controls/native_control.h"

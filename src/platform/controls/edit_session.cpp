@@ -1,4 +1,4 @@
-// See edit_session.h.
+// The session of the one field that has the keyboard: its beginning, its commands and its end.
 #include "platform/controls/edit_session.h"
 
 #include "core/strings.h"

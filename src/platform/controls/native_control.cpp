@@ -1,4 +1,4 @@
-// See native_control.h.
+// Making and destroying a control, and giving it font, size, place and text.
 #include "platform/controls/native_control.h"
 
 #include "core/memory.h"

@@ -1,4 +1,4 @@
-// See push_button.h.
+// The messages of a button, and the timer that gives the keyboard back once a click has been dealt with.
 #include "platform/controls/push_button.h"
 
 #include "core/arrays.h"
