@@ -114,8 +114,10 @@ private:
     if (Depth() == 4 && dice.OneIn(2)) std::shuffle(all.begin(), all.end(), dice.random); // the standard ones
     for (uint32_t& colour : colours) colour = AnyPixel();
     if (Depth() == 8) colours[0] = 77, colours[1] = 255; // 77 is transparent at first
-    TheMemoryDisplay().hasPointer = false;
-    if (dice.OneIn(3)) ShowWhitePointer(3, 2, 1, 1);
+    MemoryDisplay& display = TheMemoryDisplay();
+    display.hasPointer = dice.OneIn(3);
+    display.pointerPixels.assign(6, 0xFFFFFFFF); // 3 by 2 of white, with the hot spot in them
+    display.pointerWidth = 3, display.pointerHeight = 2, display.hotX = display.hotY = 1;
     const int widths[] = {1, 5, 9, 18, 33, 65, 130}, heights[] = {1, 2, 9, 17}, block = size == kSize100 ? 1 : 2 + size;
     const int width = (widths[dice.Below(7)] + block - 1) / block * block;
     const int height = (heights[dice.Below(4)] + block - 1) / block * block;
