@@ -25,8 +25,4 @@ void* ScratchBuffer(ScratchSlot slot, size_t bytes) {
   return block;
 }
 
-size_t ScratchCapacity(ScratchSlot slot) {
-  return slots[slot].capacity;
-}
-
 } // namespace framereel

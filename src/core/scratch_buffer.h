@@ -14,6 +14,5 @@ enum ScratchSlot {
 // and never the caller's. A request below the capacity answers the block that stands; any other resizes it to
 // exactly the size asked for.
 void* ScratchBuffer(ScratchSlot slot, size_t bytes);
-size_t ScratchCapacity(ScratchSlot slot); // bytes; 0 at start
 
 } // namespace framereel

@@ -198,12 +198,13 @@ TEST(AttributeTables, AreAsMaps) {
 
 // ---- Listeners ----------------------------------------------------------------------------------------------------
 
-// A notifier whose listeners come and go while they are told: each of those that stood at the start and still stand is
-// told once, from the last to the first. What stands is a listener's number behind the count of its coming.
+// A notifier whose listeners come, go and send while they are told: each of those that stood at the start and still
+// stand is told once, from the last to the first. What stands is a listener's number behind the count of its coming.
 struct TwinNotifier {
   Notifier notifier = {};
   TwinNotifier* listeners[4] = {this, this, this, this};
-  Values standing, toTell;
+  Values standing;
+  std::vector<Values> toTell; // in each of the sendings that are under way
   ListValue added = 0;
   Dice dice{5};
 
@@ -217,17 +218,25 @@ struct TwinNotifier {
     if (last != standing.rend()) standing.erase(std::next(last).base());
   }
   bool AnyIsToBeTold() {
-    while (!toTell.empty() && LastOf(standing, toTell.back()) < 0) toTell.pop_back();
-    return !toTell.empty();
+    Values& rest = toTell.back();
+    while (!rest.empty() && LastOf(standing, rest.back()) < 0) rest.pop_back();
+    return !rest.empty();
+  }
+  void Send() {
+    toTell.push_back(standing);
+    NotifierSend(&notifier, intptr_t(toTell.size()));
+    EXPECT_FALSE(AnyIsToBeTold());
+    toTell.pop_back();
   }
   static void Hear(intptr_t subject, void* argument) {
     auto** heard = static_cast<TwinNotifier**>(argument);
     TwinNotifier& twin = **heard;
-    EXPECT_EQ(subject, 9);
+    EXPECT_EQ(subject, twin.toTell.size());
     ASSERT_TRUE(twin.AnyIsToBeTold());
-    EXPECT_EQ(twin.toTell.back() % 4, heard - twin.listeners);
-    twin.toTell.pop_back();
+    EXPECT_EQ(twin.toTell.back().back() % 4, heard - twin.listeners);
+    twin.toTell.back().pop_back();
     if (twin.dice.OneIn(3)) twin.Change();
+    if (twin.dice.OneIn(9) && subject < 4) twin.Send();
   }
 };
 
@@ -235,9 +244,7 @@ TEST(Notifiers, TellEachListenerThatStandsOnceWhateverListenersDo) {
   TwinNotifier twin;
   for (int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round) {
     twin.Change();
-    twin.toTell = twin.standing;
-    NotifierSend(&twin.notifier, 9);
-    EXPECT_FALSE(twin.AnyIsToBeTold());
+    twin.Send();
   }
   NotifierClear(&twin.notifier);
 }

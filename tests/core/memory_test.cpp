@@ -1,4 +1,4 @@
-// The allocator, its path of exhaustion, temporary scopes, and the scratch buffers.
+// The allocator's path of exhaustion, and temporary scopes. What blocks hold is seen wherever they are used.
 #include "core/memory.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 #include "core/app_strings.h"
 #include "core/list.h"
 #include "core/numbers.h"
-#include "core/scratch_buffer.h"
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/timers.h"
@@ -93,14 +92,6 @@ TEST(MemoryDeathTest, AScopeWithoutMemoryForItsMarkLeavesTheBlocksOfOuterOnesAlo
   EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^inner outer$");
 }
 
-TEST(Memory, ResizedBlocksKeepTheirContents) {
-  auto* block = static_cast<char*>(MemRealloc(nullptr, 4));
-  std::memcpy(block, "abc", 4);
-  block = static_cast<char*>(MemRealloc(MemRealloc(block, 1 << 20), 2));
-  EXPECT_EQ(block[1], 'b');
-  MemFree(block);
-}
-
 // ---- Temporary scopes ---------------------------------------------------------------------------------------------
 
 // Under the sanitizers a block that is freed too early or never shows here by itself.
@@ -127,15 +118,7 @@ TEST(TemporaryBlocks, LiveAsLongAsTheirScope) {
   EXPECT_EQ(TempAdopt(nullptr), nullptr);
 }
 
-// ---- Scratch buffers, numbers -------------------------------------------------------------------------------------
-
-TEST(ScratchBuffers, KeepTheirBlockForSmallerRequestsAndAreApart) {
-  void* block = ScratchBuffer(kScratchGeneral, 100);
-  EXPECT_EQ(ScratchBuffer(kScratchGeneral, 99), block);
-  EXPECT_NE(ScratchBuffer(kScratchFormat, 99), block);
-  std::memset(ScratchBuffer(kScratchGeneral, 100), 1, 100);
-  std::memset(ScratchBuffer(kScratchGeneral, 5000), 1, 5000);
-}
+// ---- Numbers ------------------------------------------------------------------------------------------------------
 
 TEST(Numbers, LimitsIncludeTheirBoundsAndLowWinsWhereTheyCross) {
   EXPECT_EQ(PinValue(1, 0, 5), 1);

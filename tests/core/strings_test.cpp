@@ -71,15 +71,15 @@ TEST(AppStrings, NumbersLeadToTheTextsOfTheirGroup) {
 }
 
 TEST(StringResources, FitTheirBufferOrAreCut) {
-  const std::pair<int, const char*> cases[] = {{10, "Framereel"}, {9, "Frameree"}, {5, "Fram"}};
-  for (const auto& [size, text] : cases) {
+  for (const int size : {10, 9, 5, 1, 0}) {
     char buffer[10] = "#";
-    EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, size), std::strlen(text));
-    EXPECT_STREQ(buffer, text);
+    const std::string text = size == 0 ? "#" : std::string("Framereel").substr(0, size_t(size - 1));
+    EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, size), size == 0 ? 0 : int(text.size()));
+    EXPECT_EQ(buffer, text);
   }
-  char buffer[5] = "#";
-  EXPECT_EQ(::LoadStringA(nullptr, 100, buffer, 0) + ::LoadStringA(nullptr, 100 + 0x10000, buffer, 5), 0);
-  EXPECT_STREQ(buffer, "");
+  char none[5] = "#";
+  EXPECT_EQ(::LoadStringA(nullptr, 100 + 0x10000, none, 5), 0);
+  EXPECT_STREQ(none, "");
   for (uint32_t id = 0; id <= UINT16_MAX; ++id) {
     const char* text = FindStringResource(uint16_t(id));
     EXPECT_LT(text ? std::strlen(text) : 0, 255u) << id;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <map>
 #include <sstream>
 #include <string>
@@ -13,8 +14,8 @@
 namespace framereel {
 namespace {
 
-// At a tick: what is scheduled ("a20": timer a in 20 ms) or cancelled ("-a"), the delay to the next one then, and what
-// fires in one pass. A capital does more than tell its name.
+// At a tick: what is scheduled ("a20": timer a in 20 ms), cancelled ("-a") or forgotten (!), the delay to the next one
+// then, and what fires in one pass. A capital does more than tell its name.
 struct Step {
   uint32_t tick;
   const char* actions;
@@ -53,7 +54,9 @@ void Walk(const std::vector<Step>& steps) {
     TheMemoryDisplay().tick = step.tick;
     std::istringstream actions(step.actions);
     for (std::string action; actions >> action;) {
-      action[0] == '-' ? TimerCancel(handles[action[1]]) : Schedule(action[0], uint32_t(std::stoul(action.substr(1))));
+      if (action[0] == '!') TimerClearAll();
+      if (action[0] == '-') TimerCancel(handles[action[1]]);
+      if (std::isalpha(action[0])) Schedule(action[0], uint32_t(std::stoul(action.substr(1))));
     }
     EXPECT_EQ(TimerNextDelay(), step.next);
     EXPECT_EQ(TimerPending(), step.next != kNoTimer);
@@ -71,13 +74,7 @@ TEST(Timers, FireOneAPassBeyondTheirMomentAndOfEqualOnesTheLastFirst) {
   Walk({{0, "d5 b3 c4 -b", 4, ""}, {9, "C0 -d", -5, "c"}, {10, "c7", -1, "C"}, {11, "", kNoTimer, ""}});
   Walk({{0, "A0", 0, ""}, {1, "", -1, "A"}, {1, "", 0, ""}, {1000, "", -999, "a"}}); // late: no catching up
   Walk({{0, "N1 x2", 1, ""}, {9, "", -8, "Nx"}});
-}
-
-TEST(Timers, AreForgottenAtOnceAndCanStillBeCancelled) {
-  Schedule('a', 1);
-  Schedule('b', 2);
-  TimerClearAll();
-  Walk({{10, "-a -b", kNoTimer, ""}});
+  Walk({{0, "a1 b2 ! -a -b", kNoTimer, ""}});
 }
 
 TEST(Timers, FireInOrderOfTimeAcrossTheSignedWrap) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
-#include <random>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,10 +10,11 @@
 
 #include "app/settings_program.h"
 #include "core/rects.h"
+#include "fuzz/rounds.h"
 #include "platform/display/display_caps.h"
 #include "platform/records/window_records.h"
-#include "fuzz/rounds.h"
 #include "recorder/engine/frame_rates.h"
+#include "support/dice.h"
 
 namespace framereel {
 namespace {
@@ -23,10 +23,8 @@ SettingsProgram* theProgram; // of all rounds
 
 struct Round {
   SettingsProgram& program;
-  std::mt19937 random;
   uint32_t seed;
-
-  size_t Below(size_t n) { return random() % n; }
+  Dice dice;
 };
 
 void Check(const Round& round, bool holds, const char* what) {
@@ -54,40 +52,22 @@ const char* const kPieces[] = {"\r\n", "\r",    "\n",     "\\",         "\\n",  
                                "+",    " ",     ",",      "x",          "0",           "Yes", "No",
                                "1",    "32767", "-32768", "4294967296", "00000000000", "\xFF"};
 
-std::string AnyPiece(Round& round) {
-  if (round.Below(8) == 0) return std::string(round.Below(140), char(round.random()));
-  if (round.Below(4) == 0) return std::string(1, char(round.random()));
-  return kPieces[round.Below(std::size(kPieces))];
+std::string AnyPiece(Dice& dice) {
+  if (dice.OneIn(4)) return std::string(size_t(dice.OneIn(2) ? 1 : dice.Below(140)), char(dice.random()));
+  return dice.OneIn(6) ? kLines[dice.Below(std::size(kLines))] : kPieces[dice.Below(std::size(kPieces))];
 }
 
-void Mutate(Round& round, std::string& text) {
-  const size_t from = round.Below(text.size() + 1), length = round.Below(round.Below(2) == 0 ? 4 : 60);
-  const size_t to = round.Below(text.size() + 1);
-  switch (round.Below(6)) {
-  case 0:
-    text.insert(to, text.substr(from, length));
-    break;
-  case 1:
-    text.erase(from, length);
-    break;
-  case 2:
-    text.replace(from, length, AnyPiece(round));
-    break;
-  case 3:
-    if (from < text.size()) text[from] = char(text[from] ^ (1 << round.Below(8)));
-    break;
-  case 4:
-    text.insert(to, kLines[round.Below(std::size(kLines))]);
-    break;
-  default:
-    text.insert(to, AnyPiece(round));
-  }
-}
-
-std::string AnyFile(Round& round) {
+// Lines of which pieces are taken out, put in, replaced and copied.
+std::string AnyFile(Dice& dice) {
   std::string text;
-  for (size_t lines = round.Below(14); lines > 0; --lines) text += kLines[round.Below(std::size(kLines))];
-  for (size_t mutations = round.Below(9); mutations > 0; --mutations) Mutate(round, text);
+  for (int lines = dice.Below(14); lines > 0; --lines) text += kLines[dice.Below(std::size(kLines))];
+  for (int mutations = dice.Below(9); mutations > 0; --mutations) {
+    const auto place = [&] { return size_t(dice.Below(int(text.size()) + 1)); };
+    const auto length = [&] { return size_t(dice.OneIn(2) ? dice.Below(60) : dice.Below(4)); };
+    const int kind = dice.Below(4);
+    const std::string piece = kind == 0 ? "" : kind == 1 ? text.substr(place(), length()) : AnyPiece(dice);
+    text.replace(place(), kind == 2 ? 0 : length(), piece);
+  }
   return text;
 }
 
@@ -137,7 +117,7 @@ void CheckLines(const Round& round, std::string_view text) {
 
 // What was written as a value is what its lines say, as far as they keep to the limits.
 void CheckWrittenString(Round& round) {
-  std::string value = AnyPiece(round) + AnyPiece(round) + AnyPiece(round);
+  std::string value = AnyPiece(round.dice) + AnyPiece(round.dice) + AnyPiece(round.dice);
   std::replace(value.begin(), value.end(), '\0', '\\');
   WriteWholeFile(round.program.place, "");
   OpenedFile file(FileOpen(round.program.settings.ref, FileModeWrite));
@@ -200,10 +180,10 @@ void CheckRoundTrip(const Round& round, const Screen& screen) {
 }
 
 void Run(uint32_t seed) {
-  Round round = {*theProgram, std::mt19937(seed), seed};
+  Round round = {*theProgram, seed, Dice(seed)};
   SettingsProgram& program = round.program;
-  const Screen& screen = kScreens[round.Below(std::size(kScreens))];
-  const std::string text = AnyFile(round);
+  const Screen& screen = kScreens[round.dice.Below(std::size(kScreens))];
+  const std::string text = AnyFile(round.dice);
   TakeScreen(screen);
   WriteWholeFile(program.folder / "input.prf", text);
   program.Loaded(text);

@@ -1,5 +1,5 @@
-// Records and compressed pixels against the plain writer, byte for byte. What the engine makes of them is judged in the
-// tests of the recorder, by a foreign reader too.
+// Records and compressed pixels against the plain writer, byte for byte, where the random animations of the recorder's
+// tests do not reach: fields that the engine never sets, full dictionaries, and what the hash loses.
 #include "gif/gif_records.h"
 
 #include <gtest/gtest.h>
@@ -14,40 +14,6 @@ namespace {
 // One writer for all images of a test: nothing may stay from one to the next.
 class GifRecords : public testing::Test {
 protected:
-  int AnySide() { return dice.OneIn(3) ? dice.Below(0x8000) : dice.Below(300); }
-
-  PlainHead WriteHead() {
-    PlainHead head = {AnySide(), AnySide(), dice.Below(2), dice.Below(256), 1 + dice.Below(8), {}, -1, ""};
-    Bytes table;
-    for (int i = 0; i < 1 << head.bits; ++i) {
-      head.colours.push_back({uint8_t(dice.random()), uint8_t(i), uint8_t(dice.random())});
-      table.insert(table.end(), {head.colours.back().red, uint8_t(i), head.colours.back().blue});
-    }
-    head.comment.assign(size_t(dice.OneIn(3) ? 255 * dice.Below(4) : dice.Below(600)), 'c');
-    GifWriteHeader(gif, int16_t(head.width), int16_t(head.height), uint8_t(head.interlace), uint8_t(head.background),
-                   uint8_t(head.bits), table.data());
-    if (dice.OneIn(2)) GifWriteLoop(gif, uint16_t(head.loop = dice.Below(0x10000)));
-    GifWriteComment(gif, head.comment.c_str());
-    PlainWriteHead(expected, head);
-    return head;
-  }
-
-  // Pixels in rows of that many, with others between the rows, at some place with some delay.
-  void WriteFrame(const PlainHead& head, int width, const Bytes& pixels) {
-    const int height = int(pixels.size()) / width, skip = dice.Below(3) * 11;
-    const PlainFrame frame = {AnySide(), AnySide(),           width,         height,
-                              pixels,    dice.Below(0x10000), dice.OneIn(2), dice.Below(256)};
-    Bytes rows;
-    for (int y = 0; y < height; ++y) {
-      rows.insert(rows.end(), pixels.begin() + y * width, pixels.begin() + (y + 1) * width);
-      if (y + 1 < height) rows.insert(rows.end(), size_t(skip), rows.back());
-    }
-    GifWriteControl(gif, frame.transparent, uint16_t(frame.delay), uint8_t(frame.transparentIndex));
-    GifWriteImage(gif, int16_t(frame.left), int16_t(frame.top), int16_t(width), int16_t(height),
-                  {rows.data(), int16_t(width), int16_t(skip)});
-    PlainWriteFrame(expected, head, frame);
-  }
-
   // Answers what the plain encoder does.
   bool ExpectPlainPixels(const Bytes& pixels, int initBits) {
     Bytes plain;
@@ -59,24 +25,24 @@ protected:
   }
 
   OwnWriter gif;
-  Bytes expected;
   Dice dice{1};
 };
 
-TEST_F(GifRecords, AreThePlainBytesForAnyHeadAndPixels) {
-  for (int round = 0; round < 400 && !HasFailure(); ++round) {
+TEST_F(GifRecords, AreThePlainBytesForAnyFields) {
+  const uint8_t pixel = 1;
+  for (const int length : {0, 1, 255, 256, 510, 600}) {
+    const PlainHead head = {0x7FFE, 0x0102, 1, 7, 1 + length % 8, {}, 0xFEDC, std::string(size_t(length), 'c')};
+    const PlainFrame frame = {0x0102, 0x7FFF, 1, 1, {pixel}, 0xFFFE, false, 216};
+    Bytes expected, table(768);
+    PlainWriteHead(expected, head);
+    PlainWriteFrame(expected, head, frame);
     StreamClear(gif.ownStream);
-    expected.clear();
-    const PlainHead head = WriteHead();
-    for (int frame = 0; frame < 4; ++frame) {
-      const int width = 1 + dice.Below(400), height = 1 + dice.Below(frame == 3 && round % 20 == 0 ? 400 : 20);
-      const int change = 1 + dice.Below(dice.OneIn(4) ? 3000 : 30), colours = 1 + dice.Below(1 << head.bits);
-      Bytes pixels(size_t(width * height));
-      int colour = 0;
-      for (uint8_t& pixel : pixels) pixel = uint8_t(colour = dice.OneIn(change) ? dice.Below(colours) : colour);
-      WriteFrame(head, width, pixels);
-    }
-    EXPECT_EQ(StreamBytes(gif.ownStream), expected) << "round " << round;
+    GifWriteHeader(gif, 0x7FFE, 0x0102, 1, 7, uint8_t(head.bits), table.data());
+    GifWriteLoop(gif, 0xFEDC);
+    GifWriteComment(gif, head.comment.c_str());
+    GifWriteControl(gif, false, 0xFFFE, 216);
+    GifWriteImage(gif, 0x0102, 0x7FFF, 1, 1, {&pixel, 1, 0});
+    EXPECT_EQ(StreamBytes(gif.ownStream), expected) << length;
   }
 }
 
@@ -96,13 +62,16 @@ TEST_F(GifRecords, ForgetTheStringOfTwoZerosWhereTheHashDoes) {
   const uint8_t palette[] = {0, 1, 16, 2, 32, 17, 3, 48, 15, 240};
   int lost = 0;
   for (int round = 0; round < 150 && !HasFailure(); ++round) {
-    const int initBits = 6 + dice.Below(4), colours = 3 + dice.Below(8), other = 1 + dice.Below(8);
+    const int initBits = 3 + dice.Below(7), colours = 3 + dice.Below(8), other = 1 + dice.Below(8);
     Bytes pixels = {16, 1}; // a pair with first slot 0, ahead of the first 0 0
     for (int strings = 500 + dice.Below(20'000); strings > 0; --strings) {
-      const int colour = dice.OneIn(other) ? dice.Below(256) : palette[dice.Below(colours)];
       const int run = round % 2 && dice.OneIn(20) ? dice.Below(600) : 1;
-      pixels.insert(pixels.end(), size_t(run), uint8_t(run > 1 ? 0 : colour & ((1 << (initBits - 1)) - 1)));
+      pixels.insert(pixels.end(), size_t(run),
+                    run > 1             ? 0
+                    : dice.OneIn(other) ? uint8_t(dice.Below(256))
+                                        : palette[dice.Below(colours)]);
     }
+    for (uint8_t& one : pixels) one &= uint8_t((1 << (initBits - 1)) - 1);
     lost += ExpectPlainPixels(pixels, initBits);
   }
   EXPECT_GT(lost, 20);

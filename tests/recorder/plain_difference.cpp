@@ -43,11 +43,6 @@ struct Edges {
   int left, top, right, bottom;
 };
 
-struct Difference {
-  Edges edges;
-  bool gaveUp;
-};
-
 bool FindFree(PlainAnimation& a, const std::vector<uint8_t>& frame) {
   for (int value = 0; value < 256; ++value) {
     if (std::find(frame.begin(), frame.end(), value) != frame.end()) continue;
@@ -58,10 +53,10 @@ bool FindFree(PlainAnimation& a, const std::vector<uint8_t>& frame) {
   return false;
 }
 
-Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool transparent, bool explorer) {
+// Clears `transparent` if the frame has to do without.
+Edges Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool& transparent, bool explorer) {
   Edges e = {a.width, a.height, 0, 0};
   int collisions = 0;
-  bool gaveUp = false;
   for (size_t i = 0; i < frame.size(); ++i) {
     const int x = int(i) % a.width, y = int(i) / a.width, index = frame[i];
     const int before = i == 0 ? -1 : a.work[i - 1];
@@ -69,7 +64,7 @@ Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool tr
       a.work[i] = uint8_t(transparent && before != index ? a.captureTransparent : index);
       continue;
     }
-    if (a.format == kFormat8Bit && transparent && index == a.captureTransparent) {
+    if (a.depth == 8 && transparent && index == a.captureTransparent) {
       const int oldTransparent = a.captureTransparent;
       ++collisions;
       if (collisions == 1 && FindFree(a, frame)) {
@@ -78,7 +73,6 @@ Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool tr
         }
       } else {
         transparent = false;
-        gaveUp = true;
       }
       i = size_t(-1); // again from the first pixel
       continue;
@@ -87,7 +81,7 @@ Difference Compare(PlainAnimation& a, const std::vector<uint8_t>& frame, bool tr
     e = {std::min(e.left, x), std::min(e.top, y), std::max(e.right, x + 1), std::max(e.bottom, y + 1)};
   }
   if (explorer) e.left = e.top = 0;
-  return {e, gaveUp};
+  return e;
 }
 
 // ---- Reduction ---------------------------------------------------------------------------------------------------
@@ -101,7 +95,7 @@ using Shares = std::array<Share, 4>;
 // The output pixel that the shares of the block at x, y of `from` make. Halves on a palette screen are means of
 // colours, all others of levels; halves are cut, thirds rounded.
 uint8_t MeanOf(const PlainAnimation& a, const std::vector<uint8_t>& from, int x, int y, const Shares& shares) {
-  const bool half = a.recordingSize == kSize25, cube = a.format == kFormatTrueColour;
+  const bool half = a.recordingSize == kSize25, cube = a.depth >= 16;
   bool marked = true;
   Channels mean = {};
   for (const Share& share : shares) {
@@ -159,63 +153,51 @@ uint16_t DelayOf(const PlainAnimation& a, const RecordingOptions& options, bool 
 
 } // namespace
 
-PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width, int height,
+PlainAnimation PlainBegin(int depth, uint16_t recordingSize, int width, int height,
                           const std::vector<PaletteColour>& palette) {
   const std::vector<uint8_t> black(size_t(width * height));
-  PlainAnimation a = {format, recordingSize, width, height, palette, kCubeFree, kCubeFree, 0, black, black, 0, 0};
-  if (format == kFormat4Bit) a.palette.assign(std::begin(kStandardColours), std::end(kStandardColours));
-  if (format != kFormatTrueColour) a.captureTransparent = format == kFormat8Bit ? 77 : int(palette.size());
+  PlainAnimation a = {depth, recordingSize, width, height, palette, kCubeFree, kCubeFree, 0, black, black, 0, 0};
+  if (depth == 4) a.palette.assign(std::begin(kStandardColours), std::end(kStandardColours));
+  if (depth < 16) a.captureTransparent = depth == 8 ? 77 : int(palette.size());
   if (recordingSize == kSize100) {
     a.outputTransparent = a.captureTransparent;
-    if (format == kFormat1Bit || format == kFormat2Bit) a.blackIndex = DarkestColour(palette);
+    if (depth <= 2) a.blackIndex = DarkestColour(palette);
   }
   return a;
 }
 
 PlainHead PlainHeadOf(const PlainAnimation& a, int loop, const std::string& ownerName) {
   std::vector<PaletteColour> colours = a.palette;
-  const bool cube = a.recordingSize != kSize100 || a.format == kFormatTrueColour;
+  const bool cube = a.recordingSize != kSize100 || a.depth >= 16;
   if (cube) colours.clear();
   for (int i = 0; i < kCubeFree && cube; ++i) {
     const Channels levels = CubeLevels(i);
     colours.push_back({uint8_t(51 * levels[0]), uint8_t(51 * levels[1]), uint8_t(51 * levels[2])});
   }
-  if (cube && a.format == kFormat8Bit) colours.push_back(a.palette[77]); // stands where a marked block is seen
+  if (cube && a.depth == 8) colours.push_back(a.palette[77]); // stands where a marked block is seen
   // Room for a transparent index, but on 256 colours.
   const int bits = colours.size() > 16 ? 8 : colours.size() == 16 ? 5 : colours.size() == 4 ? 3 : 2;
-  return {OutputSide(a.recordingSize, a.width),
-          OutputSide(a.recordingSize, a.height),
-          0,
-          0,
-          bits,
-          colours,
-          loop,
-          "Created by " + ownerName + ", using Framereel v1.23."};
+  const int width = OutputSide(a.recordingSize, a.width), height = OutputSide(a.recordingSize, a.height);
+  return {width, height, 0, 0, bits, colours, loop, "Created by " + ownerName + ", using Framereel v1.23."};
 }
 
 std::optional<PlainFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices,
                                     const RecordingOptions& options, bool grab, uint32_t tick) {
   const bool first = a.frames == 0;
-  Difference difference = {{0, 0, a.width, a.height}, false};
+  bool transparent = options.interframeTransparency;
+  Edges e = {0, 0, a.width, a.height};
   if (first) {
     a.previous = a.work = indices;
-    difference.gaveUp = std::find(indices.begin(), indices.end(), a.captureTransparent) != indices.end();
+    transparent &= std::find(indices.begin(), indices.end(), a.captureTransparent) == indices.end();
   } else {
-    difference = Compare(a, indices, options.interframeTransparency, options.explorerCompatible);
+    e = Compare(a, indices, transparent, options.explorerCompatible);
   }
-  if (difference.edges.right <= difference.edges.left) return {};
-
-  const bool transparent = options.interframeTransparency && !difference.gaveUp;
-  const Edges out = Reduce(a, difference.edges);
+  if (e.right <= e.left) return {};
+  const Edges out = Reduce(a, e);
   if (options.overlayBorder) DrawBorder(a, transparent && !first ? a.outputTransparent : a.blackIndex);
-  PlainFrame frame = {out.left,
-                      out.top,
-                      out.right - out.left,
-                      out.bottom - out.top,
-                      {},
-                      DelayOf(a, options, grab, tick),
-                      transparent,
-                      a.outputTransparent};
+  PlainFrame frame = {out.left, out.top, out.right - out.left, out.bottom - out.top, {}, 0, transparent, 0};
+  frame.delay = DelayOf(a, options, grab, tick);
+  frame.transparentIndex = a.outputTransparent;
   for (int y = out.top; y < out.bottom; ++y) {
     const auto row = a.work.begin() + y * a.width;
     frame.indices.insert(frame.indices.end(), row + out.left, row + out.right);

@@ -16,16 +16,16 @@ namespace framereel {
 
 // Everything of an animation that lasts from frame to frame.
 struct PlainAnimation {
-  PixelFormat format;
+  int depth;                          // of the screen
   uint16_t recordingSize;             // of the table
   int width, height;                  // of the frame, at full size
-  std::vector<PaletteColour> palette; // of the screen; empty on true colour
+  std::vector<PaletteColour> palette; // of the screen, the standard one on 16 colours; empty on true colour
   int captureTransparent, outputTransparent, blackIndex;
   std::vector<uint8_t> previous, work; // width x height
   uint32_t frames, lastTick;
 };
 
-PlainAnimation PlainBegin(PixelFormat format, uint16_t recordingSize, int width, int height,
+PlainAnimation PlainBegin(int depth, uint16_t recordingSize, int width, int height,
                           const std::vector<PaletteColour>& palette);
 // What stands ahead of its frames. With the loop count, or -1 for none.
 PlainHead PlainHeadOf(const PlainAnimation& animation, int loop, const std::string& ownerName);

@@ -27,14 +27,4 @@ void Desktop::SetDepth(int32_t depth) {
   SetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, depth);
 }
 
-void ShowWhitePointer(int32_t width, int32_t height, int32_t hotX, int32_t hotY) {
-  MemoryDisplay& display = TheMemoryDisplay();
-  display.hasPointer = true;
-  display.pointerWidth = width;
-  display.pointerHeight = height;
-  display.hotX = hotX;
-  display.hotY = hotY;
-  display.pointerPixels.assign(size_t(width) * size_t(height), 0xFFFFFFFF);
-}
-
 } // namespace framereel

@@ -19,7 +19,4 @@ public:
   void SetDepth(int32_t depth);
 };
 
-// Gives the pointer an opaque block of white as its picture, with the hot spot in it.
-void ShowWhitePointer(int32_t width, int32_t height, int32_t hotX, int32_t hotY);
-
 } // namespace framereel

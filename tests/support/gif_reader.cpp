@@ -24,22 +24,6 @@ int ReadSource(GifFileType* file, GifByteType* to, int count) {
   return static_cast<int>(part);
 }
 
-// Comment and loop count, which stand ahead of the first image.
-void ReadHeadExtensions(const SavedImage& image, GifPicture& gif) {
-  bool inComment = false, inLoop = false;
-  for (int i = 0; i < image.ExtensionBlockCount; ++i) {
-    const ExtensionBlock& block = image.ExtensionBlocks[i];
-    const std::string text(reinterpret_cast<const char*>(block.Bytes), static_cast<size_t>(block.ByteCount));
-    if (block.Function != CONTINUE_EXT_FUNC_CODE) {
-      inComment = block.Function == COMMENT_EXT_FUNC_CODE;
-      inLoop = block.Function == APPLICATION_EXT_FUNC_CODE && text == "NETSCAPE2.0";
-    } else if (inLoop && block.ByteCount == 3 && block.Bytes[0] == 1) {
-      gif.loopCount = block.Bytes[1] | block.Bytes[2] << 8;
-    }
-    if (inComment) gif.comment += text;
-  }
-}
-
 GifFrame ReadFrame(GifFileType* file, int index) {
   const SavedImage& image = file->SavedImages[index];
   const GifImageDesc& where = image.ImageDesc;
@@ -63,14 +47,12 @@ void ReadPicture(GifFileType* file, GifPicture& gif) {
     gif.colours.push_back(static_cast<uint32_t>(colour.Red << 16 | colour.Green << 8 | colour.Blue));
   }
   for (int i = 0; i < file->ImageCount; ++i) gif.frames.push_back(ReadFrame(file, i));
-  if (file->ImageCount > 0) ReadHeadExtensions(file->SavedImages[0], gif);
 }
 
 } // namespace
 
 GifPicture ReadGif(const std::vector<uint8_t>& bytes) {
   GifPicture gif = {};
-  gif.loopCount = -1;
   Source source = {&bytes, 0};
   int error = 0;
   GifFileType* file = DGifOpen(&source, ReadSource, &error);
@@ -91,8 +73,7 @@ GifPicture ReadGif(const std::vector<uint8_t>& bytes) {
 
 GifPicture ReadGifFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  const std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(file), {}};
-  return ReadGif(bytes);
+  return ReadGif({std::istreambuf_iterator<char>(file), {}});
 }
 
 std::vector<uint32_t> Composite(const GifPicture& gif, size_t last) {

@@ -19,8 +19,6 @@ struct GifPicture {
   std::string error;             // empty when the whole file was read; else nothing else holds
   int width, height;             // of the logical screen
   std::vector<uint32_t> colours; // the global table, 0x00RRGGBB
-  std::string comment;
-  int loopCount; // 0 forever; -1 when the file does not say
   std::vector<GifFrame> frames;
 };
 
