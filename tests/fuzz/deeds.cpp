@@ -18,10 +18,6 @@ namespace {
 
 // ---- His hands ----------------------------------------------------------------------------------------------------
 
-void After(uint32_t milliseconds, std::function<void()> act) {
-  MemoryAt(TheMemoryDisplay().tick + milliseconds, std::move(act));
-}
-
 // Mostly of little use for a chord, which is looked for every 200 ms, and sometimes beyond the slowest frames.
 uint32_t AWhile(User& user) {
   return uint32_t(Below(user, 8) == 0 ? Below(user, 6000) : Below(user, 600));
@@ -39,7 +35,7 @@ void Hold(User& user, const std::vector<uint8_t>& keys) {
   const uint32_t time = AWhile(user);
   Tell(user, " for %u ms", time);
   for (const uint8_t key : keys) MemoryPressKey(key);
-  After(time, [keys] { std::for_each(keys.begin(), keys.end(), Release); });
+  At(user, time, [keys](User&) { std::for_each(keys.begin(), keys.end(), Release); });
 }
 
 void TypeAnyKey(User& user) {
@@ -103,11 +99,11 @@ void Drag(User& user) {
   for (int32_t i = 0; i < moves; ++i) {
     const POINT to = AnyPlace(user);
     time += uint32_t(Below(user, 200));
-    After(time, [=] { MemoryMovePointerTo(to.x, to.y); });
+    At(user, time, [=](User&) { MemoryMovePointerTo(to.x, to.y); });
     Tell(user, " to %d,%d", to.x, to.y);
   }
   time += uint32_t(Below(user, 200));
-  After(time, [=] { ReleaseButton(button); });
+  At(user, time, [=](User&) { ReleaseButton(button); });
   Tell(user, " for %u ms", time);
 }
 
@@ -125,7 +121,7 @@ void PaintAnywhere(User& user) {
 void PlayFilm(User& user) {
   const int32_t pictures = Below(user, 60), pause = 10 + Below(user, 90);
   Tell(user, " of %d pictures, one every %d ms", pictures, pause);
-  for (int32_t i = 1; i <= pictures; ++i) After(uint32_t(i * pause), [&user] { PaintAnywhere(user); });
+  for (int32_t i = 1; i <= pictures; ++i) At(user, uint32_t(i * pause), PaintAnywhere);
 }
 
 // In the middle of the area, where pictures come to stand.
@@ -259,7 +255,6 @@ void New(User& user) {
     RecorderThaw(u.app.recorder);
     StreamClear(u.app.stream);
     RecorderReset(u.app.recorder);
-    u.mixture.coloursChanged = false;
   });
 }
 
@@ -360,6 +355,13 @@ const Deed& AnyDeed(User& user) {
 
 int32_t Below(User& user, int32_t n) {
   return int32_t(user.random() % uint32_t(n));
+}
+
+void At(User& user, uint32_t milliseconds, std::function<void(User&)> act) {
+  MemoryAt(TheMemoryDisplay().tick + milliseconds, [&user, act = std::move(act)] {
+    LookAtWindows(user);
+    act(user);
+  });
 }
 
 void Tell(User& user, const char* format, ...) {

@@ -63,10 +63,6 @@ int32_t WindowsOfOurs() {
 
 // ---- How it ends --------------------------------------------------------------------------------------------------
 
-void At(User& user, uint32_t milliseconds, std::function<void(User&)> act) {
-  MemoryAt(TheMemoryDisplay().tick + milliseconds, [&user, act = std::move(act)] { act(user); });
-}
-
 // A menu may be open, or a window at the pointer: letting go and Escape get out of all that.
 void Escape() {
   LetGo();
@@ -157,7 +153,6 @@ uint32_t PauseBetweenDeeds(User& user) {
 
 void Act(User& user, uint32_t end) {
   if (int32_t(TheMemoryDisplay().tick - end) >= 0) return Finish(user);
-  LookAtWindows(user);
   DoSomething(user);
   At(user, PauseBetweenDeeds(user), [end](User& u) { Act(u, end); });
 }
