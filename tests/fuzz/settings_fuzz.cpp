@@ -11,9 +11,9 @@
 
 #include "app/settings_program.h"
 #include "core/rects.h"
+#include "fuzz/rounds.h"
 #include "platform/display/display_caps.h"
 #include "platform/records/window_records.h"
-#include "fuzz/rounds.h"
 #include "recorder/engine/frame_rates.h"
 
 namespace framereel {

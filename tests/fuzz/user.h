@@ -6,12 +6,12 @@
 #include <cstdio>
 #include <functional>
 #include <list>
-#include <random>
 #include <string>
 
 #include "app/application.h"
 #include "core/timers.h"
 #include "fuzz/other_programs.h"
+#include "support/dice.h"
 
 namespace framereel {
 
@@ -25,7 +25,7 @@ struct Mixture {
 
 struct User {
   uint32_t seed;
-  std::mt19937 random;
+  Dice dice;
   Application& app;
   OtherPrograms& others;
   std::FILE* steps;       // what he does, a line each
@@ -44,7 +44,6 @@ struct User {
 
 // ---- deeds.cpp ----------------------------------------------------------------------------------------------------
 
-int32_t Below(User& user, int32_t n); // 0 to n - 1
 void Tell(User& user, const char* format, ...) __attribute__((format(printf, 2, 3)));
 void At(User& user, uint32_t milliseconds, std::function<void(User&)> act); // so long from now
 void DoSomething(User& user);                                               // at random

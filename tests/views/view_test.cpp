@@ -408,6 +408,17 @@ TEST_F(ViewTest, WithAModalViewNoOtherTakesPart) {
   EXPECT_EQ(Heard(), "W: ");
 }
 
+TEST_F(ViewTest, WhileTheCaptureIsHeldPressesAreTheWindows) {
+  Family();
+  HoldCapture(window);
+  MoveOver(window, 15, 15);
+  Heard();
+  Press(window, 15, 15);
+  Release();
+  EXPECT_EQ(Heard(), "Wv W^ ");
+  ReleaseHeldCapture();
+}
+
 // ---- The keys ----------------------------------------------------------------------------------------------------
 
 TEST_F(ViewTest, AKeyGoesToTheChildUnderTheMouseElseToTheWindow) {
