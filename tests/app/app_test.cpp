@@ -9,6 +9,7 @@
 #include "app/slide_frame.h"
 #include "core/notices.h"
 #include "platform/records/window_records.h"
+#include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
 #include "win32/memory/memory_display.h"
 #include "win32/windows/create.h"

@@ -9,6 +9,7 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
+#include "platform/input/mouse.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
 #include "toolkit/box.h"
