@@ -7,7 +7,9 @@
 #include "app/end_signals.h"
 #include "app/panel.h"
 #include "app/slide_frame.h"
+#include "core/notices.h"
 #include "platform/records/window_records.h"
+#include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
 #include "support/allocations.h"
 #include "support/temporary_folder.h"
@@ -66,6 +68,25 @@ TEST_F(AppTest, SlidesInFromTheRightToItsCornerAndLeavesNothingBehind) {
   const uint32_t menu = ::GetSysColor(COLOR_MENU);
   EXPECT_EQ(inside, MemoryPixelOf(GetRValue(menu), GetGValue(menu), GetBValue(menu)));
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 1u); // the task bar
+}
+
+// On a desktop whose windows stand on a grid wider than the steps, to the right of where they are asked to.
+void PlaceOnGrid(intptr_t code, void*) {
+  const MainWindow* main = TheMainWindow();
+  const int past = main->originX % 16;
+  if (code != kChangeMainMoved || past == 0) return;
+  MoveMainWindow(nullptr, int16_t(main->originX + 16 - past + main->geometry.insetLeft),
+                 int16_t(main->originY + main->geometry.insetTop));
+}
+
+TEST_F(AppTest, SlidesInOnADesktopThatPlacesWindowsElsewhere) {
+  MemoryAt(300, [] { NotifyAdd(PlaceOnGrid, nullptr); });
+  MemoryAt(4000, [] {
+    EXPECT_LE(Frame()->place.right, 640 + 16);
+    NotifyRemove(PlaceOnGrid, nullptr);
+  });
+  CloseAt(4100);
+  EXPECT_EQ(RunProgram(), 0);
 }
 
 TEST_F(AppTest, SlidesOnAfterItHasBeenMinimised) {

@@ -18,13 +18,9 @@ namespace {
 
 // ---- His hands ----------------------------------------------------------------------------------------------------
 
-void After(uint32_t milliseconds, std::function<void()> act) {
-  MemoryAt(TheMemoryDisplay().tick + milliseconds, std::move(act));
-}
-
 // Mostly of little use for a chord, which is looked for every 200 ms, and sometimes beyond the slowest frames.
 uint32_t AWhile(User& user) {
-  return uint32_t(Below(user, 8) == 0 ? Below(user, 6000) : Below(user, 600));
+  return uint32_t(user.dice.OneIn(8) ? user.dice.Below(6000) : user.dice.Below(600));
 }
 
 bool IsDown(uint8_t key) {
@@ -39,14 +35,14 @@ void Hold(User& user, const std::vector<uint8_t>& keys) {
   const uint32_t time = AWhile(user);
   Tell(user, " for %u ms", time);
   for (const uint8_t key : keys) MemoryPressKey(key);
-  After(time, [keys] { std::for_each(keys.begin(), keys.end(), Release); });
+  At(user, time, [keys](User&) { std::for_each(keys.begin(), keys.end(), Release); });
 }
 
 void TypeAnyKey(User& user) {
   static constexpr uint8_t kKeys[] = {VK_SPACE, VK_SPACE, VK_SPACE,  VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN,
                                       VK_TAB,   VK_F4,    VK_RETURN, 'M',       'Q',     0xDE,     93,    20};
-  const uint8_t key = kKeys[Below(user, std::size(kKeys))];
-  const int32_t times = Below(user, 4) == 0 ? 1 + Below(user, 20) : 1;
+  const uint8_t key = user.dice.OneOf(kKeys);
+  const int32_t times = user.dice.OneIn(4) ? 1 + user.dice.Below(20) : 1;
   Tell(user, " %d, %d times", key, times);
   for (int32_t i = 0; i < times; ++i) MemoryPressKey(key);
   Release(key);
@@ -55,13 +51,13 @@ void TypeAnyKey(User& user) {
 // Anywhere, near where the pointer is, on our window, or at a corner of the screen.
 POINT AnyPlace(User& user) {
   const MemoryDisplay& display = TheMemoryDisplay();
-  const int32_t kind = Below(user, 8);
+  const int32_t kind = user.dice.Below(8);
   const DisplayWindow* ours = OurWindow();
-  if (kind < 3) return {display.pointerX + Below(user, 81) - 40, display.pointerY + Below(user, 81) - 40};
-  if (kind == 3) return {Below(user, 2) * (display.width - 1), Below(user, 2) * (display.height - 1)};
+  if (kind < 3) return {display.pointerX + user.dice.Below(81) - 40, display.pointerY + user.dice.Below(81) - 40};
+  if (kind == 3) return {user.dice.Below(2) * (display.width - 1), user.dice.Below(2) * (display.height - 1)};
   if (kind < 6 && ours)
-    return {ours->place.left + Below(user, 190), ours->place.top + Below(user, kind == 4 ? 25 : 360)};
-  return {Below(user, display.width), Below(user, display.height)};
+    return {ours->place.left + user.dice.Below(190), ours->place.top + user.dice.Below(kind == 4 ? 25 : 360)};
+  return {user.dice.Below(display.width), user.dice.Below(display.height)};
 }
 
 void Move(User& user) {
@@ -71,7 +67,7 @@ void Move(User& user) {
 }
 
 uint8_t AnyButton(User& user) {
-  return uint8_t(Below(user, 4) == 0 ? 1 + Below(user, 3) : 1);
+  return uint8_t(user.dice.OneIn(4) ? 1 + user.dice.Below(3) : 1);
 }
 
 bool ButtonIsDown(uint8_t button) {
@@ -97,52 +93,54 @@ void Click(User& user) {
 void Drag(User& user) {
   Move(user);
   const uint8_t button = AnyButton(user);
-  const int32_t moves = 1 + Below(user, 5);
+  const int32_t moves = 1 + user.dice.Below(5);
   uint32_t time = 0;
   PressButton(user, button);
   for (int32_t i = 0; i < moves; ++i) {
     const POINT to = AnyPlace(user);
-    time += uint32_t(Below(user, 200));
-    After(time, [=] { MemoryMovePointerTo(to.x, to.y); });
+    time += uint32_t(user.dice.Below(200));
+    At(user, time, [=](User&) { MemoryMovePointerTo(to.x, to.y); });
     Tell(user, " to %d,%d", to.x, to.y);
   }
-  time += uint32_t(Below(user, 200));
-  After(time, [=] { ReleaseButton(button); });
+  time += uint32_t(user.dice.Below(200));
+  At(user, time, [=](User&) { ReleaseButton(button); });
   Tell(user, " for %u ms", time);
 }
 
 // ---- The desktop and the others -----------------------------------------------------------------------------------
 
+void PaintAt(User& user, OtherWindow& other, int32_t left, int32_t top) {
+  const int32_t width = 1 + user.dice.Below(60), height = 1 + user.dice.Below(60);
+  user.others.Paint(other, {left, top, left + width, top + height}, uint32_t(user.dice.Below(kShades)));
+}
+
 void PaintAnywhere(User& user) {
-  OtherWindow* other = user.others.Any(user.random);
+  OtherWindow* other = user.others.Any(user.dice);
   if (!other) return;
   const PixelRect& place = other->window->place;
-  const int32_t left = Below(user, place.right - place.left), top = Below(user, place.bottom - place.top);
-  user.others.Paint(*other, {left, top, left + 1 + Below(user, 60), top + 1 + Below(user, 60)},
-                    uint32_t(Below(user, kShades)));
+  const int32_t left = user.dice.Below(place.right - place.left), top = user.dice.Below(place.bottom - place.top);
+  PaintAt(user, *other, left, top);
 }
 
 void PlayFilm(User& user) {
-  const int32_t pictures = Below(user, 60), pause = 10 + Below(user, 90);
+  const int32_t pictures = user.dice.Below(60), pause = 10 + user.dice.Below(90);
   Tell(user, " of %d pictures, one every %d ms", pictures, pause);
-  for (int32_t i = 1; i <= pictures; ++i) After(uint32_t(i * pause), [&user] { PaintAnywhere(user); });
+  for (int32_t i = 1; i <= pictures; ++i) At(user, uint32_t(i * pause), PaintAnywhere);
 }
 
 // In the middle of the area, where pictures come to stand.
 void PaintUnderThePicture(User& user) {
-  OtherWindow* other = user.others.Any(user.random);
+  OtherWindow* other = user.others.Any(user.dice);
   if (!other) return;
   const Rect& area = user.app.recorder.captureArea;
-  const PixelRect& place = other->window->place;
-  const int32_t left = (area.left + area.right) / 2 - place.left + Below(user, 60) - 30;
-  const int32_t top = (area.top + area.bottom) / 2 - place.top + Below(user, 60) - 30;
-  user.others.Paint(*other, {left, top, left + 20, top + 10}, uint32_t(Below(user, kShades)));
+  const int32_t left = (area.left + area.right) / 2 - 30 + user.dice.Below(30) - other->window->place.left;
+  PaintAt(user, *other, left, (area.top + area.bottom) / 2 - user.dice.Below(30) - other->window->place.top);
 }
 
 void MoveWindow(User& user, DisplayWindow* window, int32_t reach) {
   if (!window) return;
   const PixelRect& r = window->place;
-  const int32_t dx = Below(user, 2 * reach) - reach, dy = Below(user, 2 * reach) - reach;
+  const int32_t dx = user.dice.Below(2 * reach) - reach, dy = user.dice.Below(2 * reach) - reach;
   Tell(user, " by %d,%d", dx, dy);
   MemoryMoveWindow(window, {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy});
 }
@@ -150,39 +148,39 @@ void MoveWindow(User& user, DisplayWindow* window, int32_t reach) {
 void SetMode(User& user, int32_t width, int32_t height, int32_t depth) {
   Tell(user, " %dx%d, %d bits", width, height, depth);
   MemoryDisplaySetMode(width, height, depth);
-  user.others.PaintDesktop(user.random);
+  user.others.PaintDesktop(user.dice);
 }
 
 void ChangeDepth(User& user) {
   static constexpr int32_t kDepths[] = {1, 2, 4, 8, 16, 24, 32, 12};
   const MemoryDisplay& display = TheMemoryDisplay();
-  SetMode(user, display.width, display.height, kDepths[Below(user, std::size(kDepths))]);
+  SetMode(user, display.width, display.height, user.dice.OneOf(kDepths));
 }
 
 void ChangeSize(User& user) {
-  SetMode(user, 100 + Below(user, 600), 80 + Below(user, 400), TheMemoryDisplay().layout.depth);
+  SetMode(user, 100 + user.dice.Below(600), 80 + user.dice.Below(400), TheMemoryDisplay().layout.depth);
 }
 
 void ChangeTaskBar(User& user) {
   const int32_t width = TheMemoryDisplay().width, height = TheMemoryDisplay().height;
   const PixelRect places[] = {{}, {0, 0, width, 28}, {0, height - 28, width, height}, {0, 0, 40, height}};
-  user.others.SetTaskBar(places[Below(user, std::size(places))]);
+  user.others.SetTaskBar(user.dice.OneOf(places));
 }
 
 void ChangePointer(User& user) {
   MemoryDisplay& display = TheMemoryDisplay();
-  display.hasPointer = Below(user, 3) != 0;
-  display.pointerWidth = 1 + Below(user, 40);
-  display.pointerHeight = 1 + Below(user, 40);
-  display.hotX = Below(user, display.pointerWidth);
-  display.hotY = Below(user, display.pointerHeight);
+  display.hasPointer = user.dice.Below(3) != 0;
+  display.pointerWidth = 1 + user.dice.Below(40);
+  display.pointerHeight = 1 + user.dice.Below(40);
+  display.hotX = user.dice.Below(display.pointerWidth);
+  display.hotY = user.dice.Below(display.pointerHeight);
   display.pointerPixels.assign(size_t(display.pointerWidth * display.pointerHeight), 0xFF336633);
 }
 
 void ChangeColours(User& user) {
   std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
   if (palette.empty()) return;
-  std::swap(palette[size_t(Below(user, int32_t(palette.size())))], palette[0]);
+  std::swap(palette[size_t(user.dice.Below(int32_t(palette.size())))], palette[0]);
   user.mixture.coloursChanged = true;
 }
 
@@ -233,15 +231,15 @@ void PressRefresh(User& user) {
 void ChangeOptions(User& user) {
   PressOnPanel(user, [](User& u) {
     RecordingOptions& options = u.app.options;
-    options.frameDelay = FrameRateTable[Below(u, kFrameRateCount)].delay;
-    options.interframeTransparency = Below(u, 4) != 0;
-    options.recordTimingInfo = Below(u, 4) != 0;
-    options.explorerCompatible = Below(u, 4) == 0;
+    options.frameDelay = u.dice.OneOf(FrameRateTable).delay;
+    options.interframeTransparency = u.dice.Below(4) != 0;
+    options.recordTimingInfo = u.dice.Below(4) != 0;
+    options.explorerCompatible = u.dice.OneIn(4);
     if (u.app.recorder.control.optionsFrozen) return;
-    options.loop = Below(u, 2) == 0;
-    options.overlayBorder = Below(u, 2) == 0;
-    options.overlayCursor = Below(u, 2) == 0;
-    options.recordingSize = uint16_t(Below(u, 3));
+    options.loop = u.dice.OneIn(2);
+    options.overlayBorder = u.dice.OneIn(2);
+    options.overlayCursor = u.dice.OneIn(2);
+    options.recordingSize = uint16_t(u.dice.Below(3));
     AreaRecompute(u.app.area);
     ShowAreaReadouts(u.app.area);
   });
@@ -259,7 +257,6 @@ void New(User& user) {
     RecorderThaw(u.app.recorder);
     StreamClear(u.app.stream);
     RecorderReset(u.app.recorder);
-    u.mixture.coloursChanged = false;
   });
 }
 
@@ -304,30 +301,30 @@ constexpr Deed kDeeds[] = {
     {8, "goes to our window", [](User&) { MemoryGiveKeyboard(OurWindow()); }},
     {3, "goes to another window",
      [](User& u) {
-       if (const OtherWindow* other = u.others.Any(u.random)) MemoryGiveKeyboard(other->window);
+       if (const OtherWindow* other = u.others.Any(u.dice)) MemoryGiveKeyboard(other->window);
      }},
     {1, "leaves all windows", [](User&) { MemoryGiveKeyboard(nullptr); }},
     {2, "minimises our window, or restores it",
      [](User&) {
        if (OurWindow()) MemoryMinimiseWindow(OurWindow(), !OurWindow()->minimised);
      }},
-    {2, "moves our window", [](User& u) { MoveWindow(u, OurWindow(), Below(u, 4) == 0 ? 35000 : 300); }},
+    {2, "moves our window", [](User& u) { MoveWindow(u, OurWindow(), u.dice.OneIn(4) ? 35000 : 300); }},
     {1, "has windows dragged otherwise",
      [](User&) { TheMemoryDesktop().leavesDragging = !TheMemoryDesktop().leavesDragging; }},
 
-    {3, "opens a window", [](User& u) { u.others.Open(u.random); }},
+    {3, "opens a window", [](User& u) { u.others.Open(u.dice); }},
     {2, "closes a window",
      [](User& u) {
-       if (OtherWindow* other = u.others.Any(u.random)) u.others.Close(other);
+       if (OtherWindow* other = u.others.Any(u.dice)) u.others.Close(other);
      }},
     {3, "moves a window",
      [](User& u) {
-       if (const OtherWindow* other = u.others.Any(u.random)) MoveWindow(u, other->window, 100);
+       if (const OtherWindow* other = u.others.Any(u.dice)) MoveWindow(u, other->window, 100);
      }},
     {14, "paints", PaintAnywhere},
     {6, "paints in the middle", PaintUnderThePicture},
     {6, "plays a film", PlayFilm},
-    {1, "paints the desktop", [](User& u) { u.others.PaintDesktop(u.random); }},
+    {1, "paints the desktop", [](User& u) { u.others.PaintDesktop(u.dice); }},
     {2, "takes the mouse away", [](User&) { MemoryTakeCapture(); }},
 
     {2, "changes the depth", ChangeDepth},
@@ -350,7 +347,7 @@ constexpr Deed kDeeds[] = {
 const Deed& AnyDeed(User& user) {
   int32_t all = 0;
   for (const Deed& deed : kDeeds) all += deed.weight;
-  int32_t at = Below(user, all);
+  int32_t at = user.dice.Below(all);
   const Deed* deed = kDeeds;
   while (at >= deed->weight) at -= deed++->weight;
   return *deed;
@@ -358,8 +355,11 @@ const Deed& AnyDeed(User& user) {
 
 } // namespace
 
-int32_t Below(User& user, int32_t n) {
-  return int32_t(user.random() % uint32_t(n));
+void At(User& user, uint32_t milliseconds, std::function<void(User&)> act) {
+  MemoryAt(TheMemoryDisplay().tick + milliseconds, [&user, act = std::move(act)] {
+    LookAtWindows(user);
+    act(user);
+  });
 }
 
 void Tell(User& user, const char* format, ...) {

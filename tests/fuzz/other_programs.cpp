@@ -35,10 +35,11 @@ bool IsDim(uint32_t colour, bool orDarker) {
   return true;
 }
 
-void OtherPrograms::PaintDesktop(std::mt19937& random) {
+void OtherPrograms::PaintDesktop(Dice& dice) {
   const int32_t width = TheMemoryDisplay().width, height = TheMemoryDisplay().height;
-  const int32_t stripe = 3 + int32_t(random() % 40);
-  for (int32_t y = 0; y < height; y += stripe) MemoryPaintDesktop({0, y, width, y + stripe}, PixelOfShade(random()));
+  const int32_t stripe = 3 + dice.Below(40);
+  for (int32_t y = 0; y < height; y += stripe)
+    MemoryPaintDesktop({0, y, width, y + stripe}, PixelOfShade(uint32_t(dice.Below(kShades))));
 }
 
 void OtherPrograms::SetTaskBar(const PixelRect& place) {
@@ -52,19 +53,19 @@ void OtherPrograms::SetTaskBar(const PixelRect& place) {
   }
 }
 
-void OtherPrograms::Open(std::mt19937& random) {
-  const auto below = [&random](int32_t n) { return int32_t(random() % uint32_t(n)); };
-  const int32_t left = below(TheMemoryDisplay().width) - 20, top = below(TheMemoryDisplay().height) - 20;
-  const int32_t width = 20 + below(300), height = 20 + below(200);
+void OtherPrograms::Open(Dice& dice) {
+  const int32_t left = dice.Below(TheMemoryDisplay().width) - 20, top = dice.Below(TheMemoryDisplay().height) - 20;
+  const int32_t width = 20 + dice.Below(300), height = 20 + dice.Below(200);
   const PixelRect place = {left, top, left + width, top + height};
   DisplayWindow* window = MemoryOpenWindow("Other", place, 0);
-  OtherWindow& other = windows.emplace_back(OtherWindow{window, {{{0, 0, width, height}, uint32_t(below(kShades))}}});
+  OtherWindow& other =
+      windows.emplace_back(OtherWindow{window, {{{0, 0, width, height}, uint32_t(dice.Below(kShades))}}});
   window->paint = [&other] { PaintAll(other); };
   PaintAll(other);
 }
 
-OtherWindow* OtherPrograms::Any(std::mt19937& random) {
-  return windows.empty() ? nullptr : &*std::next(windows.begin(), ptrdiff_t(random() % windows.size()));
+OtherWindow* OtherPrograms::Any(Dice& dice) {
+  return windows.empty() ? nullptr : &*std::next(windows.begin(), dice.Below(int(windows.size())));
 }
 
 void OtherPrograms::Close(OtherWindow* other) {

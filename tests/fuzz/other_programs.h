@@ -7,9 +7,9 @@
 
 #include <cstdint>
 #include <list>
-#include <random>
 #include <vector>
 
+#include "support/dice.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -37,11 +37,11 @@ public:
   OtherPrograms() = default;
   OtherPrograms(const OtherPrograms&) = delete;
 
-  void PaintDesktop(std::mt19937& random); // also behind a change of the display's mode
+  void PaintDesktop(Dice& dice); // also behind a change of the display's mode
   void SetTaskBar(const PixelRect& place);
-  void Open(std::mt19937& random);
+  void Open(Dice& dice);
   // One of them, or null.
-  OtherWindow* Any(std::mt19937& random);
+  OtherWindow* Any(Dice& dice);
   void Close(OtherWindow* other);
   void Paint(OtherWindow& other, const PixelRect& where, uint32_t shade);
 

@@ -3,7 +3,6 @@
 // steps.txt in the folder tells what the user of the last round did, and the files that were there are there too.
 #include <algorithm>
 #include <deque>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -31,17 +30,17 @@ char module;
 
 // ---- The desktop --------------------------------------------------------------------------------------------------
 
-void SetUpDesktop(std::mt19937& random, OtherPrograms& others) {
+void SetUpDesktop(Dice& dice, OtherPrograms& others) {
   static constexpr int32_t kDepths[] = {1, 2, 4, 8, 16, 24, 32}, kWidths[] = {320, 640, 800};
-  const int32_t width = kWidths[random() % std::size(kWidths)];
-  MemoryDisplayReset(width, width * 3 / 4, kDepths[random() % std::size(kDepths)]);
-  if (random() % 4 == 0) TheMemoryDisplay().tick = uint32_t(-20000); // wraps on the way
-  others.PaintDesktop(random);
-  for (uint32_t i = random() % 4; i > 0; --i) others.Open(random);
-  if (random() % 3 == 0) others.SetTaskBar({0, 0, width, 28});
+  const int32_t width = dice.OneOf(kWidths);
+  MemoryDisplayReset(width, width * 3 / 4, dice.OneOf(kDepths));
+  if (dice.OneIn(4)) TheMemoryDisplay().tick = uint32_t(-20000); // wraps on the way
+  others.PaintDesktop(dice);
+  for (int i = dice.Below(4); i > 0; --i) others.Open(dice);
+  if (dice.OneIn(3)) others.SetTaskBar({0, 0, width, 28});
 }
 
-std::string AnySettings(std::mt19937& random) {
+std::string AnySettings(Dice& dice) {
   static const char* const kLines[] = {"Recording Area:30,40 70x50\r\n",
                                        "Recording Area:100,60 120x160\r\n",
                                        "Recording Size:25\r\n",
@@ -52,7 +51,7 @@ std::string AnySettings(std::mt19937& random) {
                                        "Overlay Cursor:No\r\n",
                                        "Explorer 2.0 Compatible:Yes\r\n"};
   std::string text;
-  for (uint32_t i = random() % 6; i > 0; --i) text += kLines[random() % std::size(kLines)];
+  for (int i = dice.Below(6); i > 0; --i) text += dice.OneOf(kLines);
   return text;
 }
 
@@ -62,10 +61,6 @@ int32_t WindowsOfOurs() {
 }
 
 // ---- How it ends --------------------------------------------------------------------------------------------------
-
-void At(User& user, uint32_t milliseconds, std::function<void(User&)> act) {
-  MemoryAt(TheMemoryDisplay().tick + milliseconds, [&user, act = std::move(act)] { act(user); });
-}
 
 // A menu may be open, or a window at the pointer: letting go and Escape get out of all that.
 void Escape() {
@@ -89,6 +84,9 @@ void ExpectRest(User& user) {
   Expect(user, app.area.ants.count == 0, "shows and hides of the line do not meet");
   Expect(user, WindowsOfOurs() == 1, "there is a window besides the main one");
   Expect(user, !TheMemoryDesktop().captured, "the mouse is held");
+  const ScreenStatus told = app.recorder.screenStatus;
+  RecorderCheckScreen(user.app.recorder);
+  Expect(user, app.recorder.screenStatus == told, "the recorder has not heard of the screen");
 }
 
 std::vector<uint32_t> PaintAll() {
@@ -142,7 +140,7 @@ void ComeToRest(User& user) {
 
 void Finish(User& user) {
   Tell(user, "\n%u ms: has had enough", TheMemoryDisplay().tick - user.began);
-  const int32_t way = Below(user, 8);
+  const int32_t way = user.dice.Below(8);
   if (way > 4) return ComeToRest(user);
   if (way > 0) return Close(user, kPatience);
   TheMemoryDisplay().lost = true;
@@ -151,20 +149,19 @@ void Finish(User& user) {
 // ---- A round ------------------------------------------------------------------------------------------------------
 
 uint32_t PauseBetweenDeeds(User& user) {
-  const int32_t kind = Below(user, 10);
-  return uint32_t(Below(user, kind < 4 ? 30 : kind < 8 ? 400 : kind == 8 ? 1500 : 5000));
+  const int32_t kind = user.dice.Below(10);
+  return uint32_t(user.dice.Below(kind < 4 ? 30 : kind < 8 ? 400 : kind == 8 ? 1500 : 5000));
 }
 
 void Act(User& user, uint32_t end) {
   if (int32_t(TheMemoryDisplay().tick - end) >= 0) return Finish(user);
-  LookAtWindows(user);
   DoSomething(user);
   At(user, PauseBetweenDeeds(user), [end](User& u) { Act(u, end); });
 }
 
 void Run(User& user) {
   ApplicationStart(user.app);
-  const uint32_t end = user.began + uint32_t(kShortest + Below(user, kMore));
+  const uint32_t end = user.began + uint32_t(kShortest + user.dice.Below(kMore));
   At(user, 0, [end](User& u) { Act(u, end); });
   RunEventLoop();
   for (const User::Wish& wish : user.wishes) TimerCancel(wish.timer);
@@ -175,15 +172,15 @@ void Run(User& user) {
 }
 
 void Round(uint32_t seed) {
-  std::mt19937 random(seed);
+  Dice dice(seed);
   OtherPrograms others;
-  SetUpDesktop(random, others);
-  WriteWholeFile("Settings.prf", AnySettings(random));
+  SetUpDesktop(dice, others);
+  WriteWholeFile("Settings.prf", AnySettings(dice));
   TimerFireDue(); // there is none: the clock has begun anew, and the timers are to know
   ViewsStartUp();
   PlatformInit(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL);
   Application app;
-  User user = {seed, random, app, others, std::fopen("steps.txt", "w"), ::GetTickCount()};
+  User user = {seed, dice, app, others, std::fopen("steps.txt", "w"), ::GetTickCount()};
   const MemoryDisplay& display = TheMemoryDisplay();
   Tell(user, "seed %u, %dx%d, %d bits", seed, display.width, display.height, display.layout.depth);
   Run(user);

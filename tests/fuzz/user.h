@@ -6,26 +6,26 @@
 #include <cstdio>
 #include <functional>
 #include <list>
-#include <random>
 #include <string>
 
 #include "app/application.h"
 #include "core/timers.h"
 #include "fuzz/other_programs.h"
+#include "support/dice.h"
 
 namespace framereel {
 
 // What else than other programs may be in the animation; while there is none, in one that begins now.
 struct Mixture {
-  bool ownWindows = false; // may have been in the area
-  bool offScreen = false;  // the area reached beyond the screen's edges
-  bool coloursChanged = false;
-  PixelRect ownSeen = {}; // where our windows were when the user last looked
+  bool ownWindows = false;     // may have been in the area
+  bool offScreen = false;      // the area reached beyond the screen's edges
+  bool coloursChanged = false; // the palette's, and stay so: pixels mean something else
+  PixelRect ownSeen = {};      // where our windows were when the user last looked
 };
 
 struct User {
   uint32_t seed;
-  std::mt19937 random;
+  Dice dice;
   Application& app;
   OtherPrograms& others;
   std::FILE* steps;       // what he does, a line each
@@ -44,16 +44,16 @@ struct User {
 
 // ---- deeds.cpp ----------------------------------------------------------------------------------------------------
 
-int32_t Below(User& user, int32_t n); // 0 to n - 1
 void Tell(User& user, const char* format, ...) __attribute__((format(printf, 2, 3)));
-void DoSomething(User& user); // at random
+void At(User& user, uint32_t milliseconds, std::function<void(User&)> act); // so long from now
+void DoSomething(User& user);                                               // at random
 void WishFor(User& user, std::function<void(User&)> act);
 void LetGo();               // of all keys and buttons
 DisplayWindow* OurWindow(); // the main one; null when it cannot be seen
 
 // ---- recorded.cpp -------------------------------------------------------------------------------------------------
 
-// Comes ahead of each deed.
+// Comes ahead of everything that he does: our window moves once, and straight, between two looks.
 void LookAtWindows(User& user);
 // Saves the animation, if there is one, and reads it back. `screenIsRecorded`: its last frame is of this moment.
 void CheckAnimation(User& user, bool screenIsRecorded);

@@ -213,8 +213,11 @@ TEST_F(InputTest, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
         const Point point = ToToolkitPoint(window, {y, x});
         ReroutePress(takesOver, flags, point.h, point.v);
       });
+  SetWindowMethod(takesOver, &WindowMethods::mouseMoved, OnMove);
   Press(a, 5, 6);
   EXPECT_EQ(Heard(), "av16@5,6 a^16@5,6 bv16@-5,-44 ");
+  RunFor(300);
+  EXPECT_EQ(Heard(), "b~-5,-44 "); // once, where the mouse rests
   Release();
   EXPECT_EQ(Heard(), "b^16@-5,-44 ");
   ReroutePress(a, kFlagLeftButton, 0, 0);

@@ -251,6 +251,10 @@ TEST_F(WindowTest, ANewDepthIsToldOnceAndANewResolutionNot) {
   EXPECT_EQ(::GetPixel(context, 2, 2), RGB(255, 255, 255));
   EXPECT_NE(::GetPixel(context, 3, 3), RGB(255, 255, 255));
   NotifyRemove(draw, nullptr);
+  MemoryDisplaySetMode(900, 700, 8);
+  TheMemoryDesktop().events.clear(); // one that is not told
+  MoveMainWindow(nullptr, 50, 50);
+  EXPECT_EQ(main->usableWidth, 900);
 }
 
 // ---- Life --------------------------------------------------------------------------------------------------------
@@ -324,6 +328,24 @@ TEST_F(WindowTest, AFilledWindowHasItsBackgroundAndPaintsWhatNeedsIt) {
   Settle();
   EXPECT_EQ(calls, "near far near ");
   EXPECT_FALSE(RectNeedsPaint({0, 0, 10, 10}));
+}
+
+// ---- Scroll bars -------------------------------------------------------------------------------------------------
+
+template <char method> void NoteScroll(ChildWindow*, uint16_t kind, int16_t value) {
+  calls += std::string(1, method) + std::to_string(kind) + "," + std::to_string(value) + " ";
+}
+
+TEST_F(WindowTest, EachPartOfAScrollBarTellsItsMethodHowFar) {
+  ChildWindow* window = OpenTestWindow(0);
+  WindowMethods& m = window->methods;
+  m.hScrollLine = NoteScroll<'l'>, m.hScrollPage = NoteScroll<'p'>, m.hScrollEnd = NoteScroll<'e'>;
+  m.vScrollLine = NoteScroll<'L'>, m.vScrollPage = NoteScroll<'P'>, m.vScrollEnd = NoteScroll<'E'>;
+  m.hScrollThumb = NoteScroll<'t'>, m.vScrollThumb = NoteScroll<'T'>;
+  for (const UINT bar : {WM_HSCROLL, WM_VSCROLL}) {
+    for (WPARAM part = 0; part < 9; ++part) ::SendMessageA(window->window, bar, 300 << 16 | part, 0);
+  }
+  EXPECT_EQ(calls, "l0,-1 l0,1 p1,-1 p1,1 t3,300 t3,300 e2,-1 e2,1 L0,-1 L0,1 P1,-1 P1,1 T3,300 T3,300 E2,-1 E2,1 ");
 }
 
 // ---- Native controls ---------------------------------------------------------------------------------------------

@@ -9,6 +9,7 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
+#include "platform/input/mouse.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
 #include "toolkit/box.h"
@@ -406,6 +407,17 @@ TEST_F(ViewTest, WithAModalViewNoOtherTakesPart) {
   Heard();
   Type('K');
   EXPECT_EQ(Heard(), "W: ");
+}
+
+TEST_F(ViewTest, WhileTheCaptureIsHeldPressesAreTheWindows) {
+  Family();
+  HoldCapture(window);
+  MoveOver(window, 15, 15);
+  Heard();
+  Press(window, 15, 15);
+  Release();
+  EXPECT_EQ(Heard(), "Wv W^ ");
+  ReleaseHeldCapture();
 }
 
 // ---- The keys ----------------------------------------------------------------------------------------------------

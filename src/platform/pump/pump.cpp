@@ -110,6 +110,8 @@ void FlushPaints() {
 void SleepFor(uint32_t milliseconds) {
   const uint32_t start = ::GetTickCount();
   for (uint32_t slept = 0; slept < milliseconds; slept = ::GetTickCount() - start) ::Sleep(milliseconds - slept);
+  // Whoever goes on, a timer for instance, does so ahead of the message that tells of another display.
+  ReadDisplayCaps();
 }
 
 } // namespace framereel
