@@ -8,7 +8,8 @@
 //   colour from a table: a step for each code instead of one for each pixel.
 // - Everywhere else a pixel costs one load, mostly from a small table, and there are no collisions.
 //
-// The bytes are those of a plain hash encoder, which tests/support/plain_gif.cpp is; see lzw_probe_rule.h for the catch.
+// The bytes are those of a plain hash encoder, which tests/support/plain_gif.cpp is; see lzw_probe_rule.h for the
+// catch.
 #include "gif/lzw_encoder.h"
 
 #include <algorithm>

@@ -61,7 +61,8 @@ std::string PlainInteger(char letter, const std::string& modifiers, const uint32
   const bool negative = letter == 'd' && int32_t(value) < 0;
   const std::string digits = Printed(letter == 'x' ? "%X" : "%u", negative ? 0 - value : value);
   const int count = int(digits.size());
-  return (negative ? "-" : "") + Padding(minimum - count, m[1]) + digits.substr(size_t(std::max(count - maximum, 0)));
+  return std::string(negative, '-') + Padding(minimum - count, m[1]) +
+         digits.substr(size_t(std::max(count - maximum, 0)));
 }
 
 // Up to the last decimal that is not 0 among the number's first 25 digits.

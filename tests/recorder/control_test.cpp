@@ -239,7 +239,7 @@ TEST(Control, HasThePlaceThatAPictureLeavesPaintedAnewBeforeItTakesAnother) {
   stage.Do("start");
   RunFor(1500);
   stage.Do("paint");
-  stage.SetArea({70, 100, 160, 200});
+  stage.recorder.captureArea = {70, 100, 160, 200};
   const uint32_t stopped = ::GetTickCount();
   stage.Do("stop");
   EXPECT_EQ(asked, stopped);

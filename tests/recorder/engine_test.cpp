@@ -110,7 +110,9 @@ TEST(EngineDeathTest, ACaptureThatComesInWhileAnotherOneEndsForWantOfMemoryDoesN
   const Desktop desktop(40, 30, 24);
   Recording recording(kArea);
   const auto captureOnceMore = [](void* inner, uint32_t count) {
-    ::_exit(static_cast<Recording*>(inner)->Capture() ? 4 : 2 + int(count));
+    RecorderState& recorder = static_cast<Recording*>(inner)->recorder;
+    RecorderCaptureFrame(recorder, true);
+    ::_exit(recorder.frameCount > 0 ? 4 : 2 + int(count));
   };
   SetMemFailureHook(captureOnceMore, &recording);
   ASSERT_EXIT((FailAllocations(0), recording.Capture()), testing::ExitedWithCode(3), "");

@@ -411,12 +411,12 @@ TEST_F(ViewTest, WithAModalViewNoOtherTakesPart) {
 
 TEST_F(ViewTest, WhileTheCaptureIsHeldPressesAreTheWindows) {
   Family();
-  HoldCapture(window);
   MoveOver(window, 15, 15);
+  HoldCapture(window);
   Heard();
   Press(window, 15, 15);
   Release();
-  EXPECT_EQ(Heard(), "Wv W^ ");
+  EXPECT_EQ(Heard(), "a~15,15 Wv W^ ");
   ReleaseHeldCapture();
 }
 

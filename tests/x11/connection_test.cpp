@@ -17,7 +17,8 @@
 
 #include "win32/x11/x11_display.h"
 
-// The libraries keep what they have of a display whose server goes while it is being opened: there is nothing left to close.
+// The libraries keep what they have of a display whose server goes while it is being opened: there is nothing left to
+// close.
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:libX\nleak:libxcb";
 }

@@ -1,7 +1,8 @@
 // The clip of the current Port: what its drawing is held to, besides the target itself.
 #pragma once
 
-#include "platform/drawing/ports.h"
+#include "platform/records/port.h"
+#include "win32/win32.h"
 
 namespace framereel {
 

@@ -26,8 +26,8 @@ void PumpOneEvent(ChildWindow* window, bool mayWait);
 void RunModalLoop(ChildWindow* window, bool restrict);
 // Dispatches the paints that are due. All other messages stay in the queue, in their order.
 void FlushPaints();
-// Sleeps for all of the time, in ms, however often the platform wakes. Nothing is dispatched meanwhile; what the display
-// is afterwards is known at once (display_caps.h).
+// Sleeps for all of the time, in ms, however often the platform wakes. Nothing is dispatched meanwhile; what the
+// display is afterwards is known at once (display_caps.h).
 void SleepFor(uint32_t milliseconds);
 
 void PumpStartUp();

@@ -21,7 +21,7 @@ size_t NextPlace(const EditText& edit, size_t at) {
 
 size_t PreviousPlace(const EditText& edit, size_t at) {
   return at >= kLineBreak.size() && BreaksAt(edit, at - kLineBreak.size()) ? at - kLineBreak.size()
-                                                                   : PreviousCharacter(edit.text, at);
+                                                                           : PreviousCharacter(edit.text, at);
 }
 
 size_t Snapped(const EditText& edit, size_t at) {

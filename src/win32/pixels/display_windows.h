@@ -40,7 +40,8 @@ void DisplayFreeWindow(DisplayWindow* window);
 // Shows it without giving it the keyboard, or takes it off the screen. A shown managed window stands where it was
 // placed, not where a window manager would like it.
 void DisplayShowWindow(DisplayWindow* window, bool shown);
-// Moves and sizes it; the desktop's answer comes as kPlaced if it differs. No place that it had before is told any more.
+// Moves and sizes it; the desktop's answer comes as kPlaced if it differs. No place that it had before is told any
+// more.
 void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place);
 // On top of, or below, all other windows of its kind.
 void DisplayStackWindow(DisplayWindow* window, bool top);
