@@ -266,9 +266,9 @@ bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
   X11Connection* x = X11Live();
   if (!x || width <= 0 || height <= 0) return false;
   const PixelLayout& layout = x->facts.layout;
-  const int64_t stride = X11RowBytes(x->format, width), bytes = stride * height;
   const bool direct = X11IsDirect(x->format, layout) && width <= kX11PlaceMax && height <= kX11PlaceMax;
-  if (direct && bytes >= kSharedFrom) {
+  const int64_t stride = direct ? X11RowBytes(x->format, width) : 0, bytes = stride * height;
+  if (bytes >= kSharedFrom) {
     // New segments are all zero.
     if (X11Segment* segment = X11NewSegment(x, static_cast<size_t>(bytes)).release()) {
       auto* pixels = reinterpret_cast<uint8_t*>(segment->shared.shmaddr);
