@@ -13,7 +13,7 @@
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"
-#include "toolkit/views_start.h"
+#include "toolkit/controls/view_classes.h"
 
 using namespace framereel;
 

@@ -12,7 +12,7 @@
 #include "platform/records/window_records.h"
 #include "recorder/engine/recorder_state.h"
 #include "recorder/engine/recording_scale.h"
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
 
 namespace framereel {
 namespace {

@@ -16,7 +16,7 @@
 #include "platform/windows/window_classes.h"
 #include "platform/windows/window_geometry.h"
 #include "recorder/engine/recorder_state.h"
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
 
 namespace framereel {
 namespace {

@@ -13,9 +13,10 @@
 #include "platform/drawing/standard_drawing.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/window_geometry.h"
-#include "toolkit/view.h"
-#include "toolkit/view_class.h"
-#include "toolkit/views_start.h"
+#include "toolkit/views/view.h"
+#include "toolkit/views/view_class.h"
+#include "toolkit/controls/view_classes.h"
+#include "platform/records/window_records.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
 

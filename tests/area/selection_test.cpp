@@ -14,7 +14,8 @@
 #include "platform/windows/cursor_shape.h"
 #include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
+#include "platform/records/window_records.h"
 #include "win32/memory/memory_display.h"
 #include "win32/system/system_version.h"
 

@@ -1,5 +1,5 @@
 // Views: their life and state, their tree in a Box, and how mouse, keys and paints travel through it.
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -12,10 +12,10 @@
 #include "platform/input/mouse.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
-#include "toolkit/box.h"
-#include "toolkit/child_set.h"
-#include "toolkit/view_class.h"
-#include "toolkit/views_start.h"
+#include "toolkit/views/box.h"
+#include "toolkit/views/child_set.h"
+#include "toolkit/views/view_class.h"
+#include "toolkit/controls/view_classes.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

@@ -1,5 +1,5 @@
 // What can be done with a View of any class.
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
 
 #include "core/memory.h"
 #include "core/rects.h"

@@ -1,9 +1,8 @@
 // The default operations of a class.
-#include "toolkit/view_class.h"
-
+#include "toolkit/views/view_class.h"
 #include "core/memory.h"
 #include "platform/input/keys.h"
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
 
 namespace framereel {
 namespace {

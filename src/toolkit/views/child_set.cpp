@@ -1,6 +1,6 @@
 // Handing events and drawing on to children. A child's operation may destroy the container: its ChildSet is then gone
 // at once, while its record can still be read. So whoever goes on after a call looks at the owner first.
-#include "toolkit/child_set.h"
+#include "toolkit/views/child_set.h"
 
 #include "core/rects.h"
 #include "platform/drawing/clip.h"
@@ -9,7 +9,7 @@
 #include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/paint_messages.h"
-#include "toolkit/view.h"
+#include "toolkit/views/view.h"
 
 namespace framereel {
 namespace {

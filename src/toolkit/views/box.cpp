@@ -1,5 +1,5 @@
 // The class Box: its record, its operations in the order of the class table, and what is set on one.
-#include "toolkit/box.h"
+#include "toolkit/views/box.h"
 
 #include <algorithm>
 
@@ -9,22 +9,20 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "toolkit/child_set.h"
-#include "toolkit/view.h"
-#include "toolkit/view_class.h"
+#include "toolkit/views/child_set.h"
+#include "toolkit/views/view.h"
+#include "toolkit/views/view_class.h"
+#include "toolkit/views/container_look.h"
 
 namespace framereel {
 namespace {
 
 constexpr int16_t kEmptySize = 16;
-constexpr int16_t kFrameRoom = 2; // pixels on each side
 
 struct Box {
   ChildSet set; // the head
-  bool framed;
   int16_t originX, originY;
-  bool filled;
-  Colour background;
+  ContainerLook look;
 };
 
 ViewClass* boxClass;
@@ -37,10 +35,9 @@ void Init(View* view) {
   auto* box = static_cast<Box*>(MemAlloc(sizeof(Box)));
   *box = {};
   ChildSetInit(&box->set, view);
-  box->framed = true;
-  box->background = PrimaryColour(7);
+  box->look = NewContainerLook();
   view->classData = box;
-  ChildSetFollowBounds(&box->set, box->framed);
+  ChildSetFollowBounds(&box->set, box->look.framed);
 }
 
 void Destroy(View* view) {
@@ -50,24 +47,13 @@ void Destroy(View* view) {
 }
 
 bool GetBackground(const View* view, Colour* out) {
-  if (!BoxOf(view)->filled) return false;
-  *out = BoxOf(view)->background;
+  if (!BoxOf(view)->look.filled) return false;
+  *out = BoxOf(view)->look.background;
   return true;
 }
 
 void Draw(View* view) {
-  const Box* box = BoxOf(view);
-  Rect r = ViewBounds(view);
-  if (box->framed) {
-    UseDrawState(DrawStateDefault());
-    FrameRect(r);
-    r = RectGrow(r, -1, -1);
-  }
-  if (box->filled) {
-    UseDrawState(DrawStateFill());
-    SetForeColour(TheDisplayCaps().screenHasColour ? box->background : PrimaryColour(7));
-    FillRect(r);
-  }
+  DrawContainerLook(view, BoxOf(view)->look);
   ChildSetDraw(&BoxOf(view)->set);
 }
 
@@ -81,7 +67,7 @@ void NaturalSize(const View* view, int16_t* width, int16_t* height) {
     right = std::max(right, child->x + child->width);
     bottom = std::max(bottom, child->y + child->height);
   }
-  const int16_t frame = box->framed ? kFrameRoom : 0;
+  const int16_t frame = box->look.framed ? kFrameRoom : 0;
   *width = right == INT32_MIN ? kEmptySize : int16_t(right - view->x + frame);
   *height = bottom == INT32_MIN ? kEmptySize : int16_t(bottom - view->y + frame);
 }
@@ -96,7 +82,7 @@ void SetSize(View* view, int16_t width, int16_t height) {
   view->width = width;
   view->height = height;
   ViewInvalidate(view);
-  ChildSetFollowBounds(&BoxOf(view)->set, BoxOf(view)->framed);
+  ChildSetFollowBounds(&BoxOf(view)->set, BoxOf(view)->look.framed);
 }
 
 // The children's own positions, without asking for them.
@@ -114,13 +100,13 @@ void SetPosition(View* view, int16_t x, int16_t y) {
   view->x = x;
   view->y = y;
   ShiftChildren(box, dx, dy);
-  ChildSetFollowBounds(&box->set, box->framed);
+  ChildSetFollowBounds(&box->set, box->look.framed);
   ViewInvalidate(view);
 }
 
 void MoveChild(View* view, View* child, int16_t x, int16_t y) {
   const Box* box = BoxOf(view);
-  const int frame = box->framed ? kFrameRoom : 0;
+  const int frame = box->look.framed ? kFrameRoom : 0;
   const int16_t newX = x == kKeepPlace ? child->x : int16_t(x + view->x - box->originX + frame);
   const int16_t newY = y == kKeepPlace ? child->y : int16_t(y + view->y - box->originY + frame);
   if (newX != child->x || newY != child->y) child->viewClass->setPosition(child, newX, newY);
@@ -170,8 +156,8 @@ void BoxSetUpClass() {
 
 void BoxSetFrame(View* view, bool framed) {
   Box* box = BoxOf(view);
-  if (box->framed == framed) return;
-  box->framed = framed;
+  if (box->look.framed == framed) return;
+  box->look.framed = framed;
   const int16_t shift = framed ? -kFrameRoom : kFrameRoom;
   ShiftChildren(box, shift, shift);
   SetSize(view, view->width, view->height);
@@ -185,13 +171,13 @@ void BoxSetOrigin(View* view, int16_t x, int16_t y) {
 }
 
 void BoxSetBackground(View* view, const Colour& colour) {
-  BoxOf(view)->background = colour;
-  if (BoxOf(view)->filled) ViewInvalidate(view);
+  BoxOf(view)->look.background = colour;
+  if (BoxOf(view)->look.filled) ViewInvalidate(view);
 }
 
 void BoxSetFilled(View* view, bool filled) {
-  if (BoxOf(view)->filled == filled) return;
-  BoxOf(view)->filled = filled;
+  if (BoxOf(view)->look.filled == filled) return;
+  BoxOf(view)->look.filled = filled;
   ViewInvalidate(view);
 }
 

@@ -1,0 +1,11 @@
+// The edge, 2 pixels wide, that makes a box look pressed in.
+#pragma once
+
+#include "core/geometry.h"
+
+namespace framereel {
+
+// Along the inside of the rectangle, in DrawStateFill.
+void DrawSunkenEdge(const Rect& r);
+
+} // namespace framereel
