@@ -12,6 +12,7 @@
 #include "platform/input/mouse.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
+#include "toolkit/controls/view_classes.h"
 #include "toolkit/views/box.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/view_class.h"

@@ -192,7 +192,9 @@ void LayLine(Layout* layout) {
       break;
     }
     if (begins) position = chunk.overhang;
-    if (position + chunk.width > layout->block->wrapWidth) {
+    // Blanks at the end of a line need no room.
+    const bool blank = chunk.end[-1] == ' ';
+    if (!blank && position + chunk.width > layout->block->wrapWidth) {
       if (!begins) break;
       if (layout->block->wrap == TextWrap::kByWord && !byCharacter) {
         byCharacter = true;
@@ -205,7 +207,7 @@ void LayLine(Layout* layout) {
     position += chunk.width;
     layout->place = chunk.end;
     layout->font = chunk.font;
-    if (chunk.end[-1] == ' ') continue;
+    if (blank) continue;
     line.end = chunk.end;
     line.width = PinToShort(position);
   }
