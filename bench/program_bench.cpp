@@ -13,7 +13,7 @@
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"
-#include "toolkit/controls/view_classes.h"
+#include "toolkit/views_start.h"
 
 using namespace framereel;
 

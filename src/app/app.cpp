@@ -9,7 +9,7 @@
 #include "platform/display/display_caps.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
-#include "toolkit/controls/view_classes.h"
+#include "toolkit/views_start.h"
 
 namespace framereel {
 namespace {

@@ -1,4 +1,4 @@
-// See application.h.
+// Start-up and end, and what the parts are to each other.
 #include "app/application.h"
 
 #include <cstdio>
@@ -55,28 +55,9 @@ void MakeWayForPicture(void* owner, const Rect& where, PictureWork work) {
   }
 }
 
-// The animation has its area now: a selection that is still open ends with what it has, and none begins.
-void HoldArea(void* owner, bool enabled) {
-  Application& app = *static_cast<Application*>(owner);
-  if (enabled || !app.area.backdrop) return;
-  SelectionEnd(app.area);
-  SettingsSave(app.settings);
-}
-
 RecorderPanel PanelOfRecorder(Application& app) {
-  RecorderPanel panel;
-  panel.owner = &app;
+  RecorderPanel panel = PanelForRecorder(app);
   panel.pictureWork = MakeWayForPicture;
-  panel.enableOptions = HoldArea;
-  return panel;
-}
-
-AreaPanel PanelOfArea(Application& app) {
-  AreaPanel panel;
-  panel.owner = &app;
-  panel.window = PanelWindow();
-  panel.stopSlide = [](void*) { SlideFrameCancel(); };
-  panel.saveSettings = [](void* owner) { SettingsSave(static_cast<Application*>(owner)->settings); };
   return panel;
 }
 
@@ -84,6 +65,7 @@ AreaPanel PanelOfArea(Application& app) {
 
 void ApplicationStart(Application& app) {
   app.options = {};
+  app.panel = {};
   SetMemFailureHook(TellThatMemoryEnded, &app);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);
@@ -93,9 +75,9 @@ void ApplicationStart(Application& app) {
   AreaInit(app.area, &app.recorder);
   SettingsInit(app.settings, &app.options, &app.area);
   SetAppCallback(kQuitHandler, Quit, nullptr);
-  BuildPanel();
+  BuildPanel(app);
   RecorderTakePanel(app.recorder, PanelOfRecorder(app));
-  AreaTakePanel(app.area, PanelOfArea(app));
+  AreaTakePanel(app.area, PanelForArea(app));
   NotifyAdd(HearOfChange, &app.recorder);
   RecorderCheckScreen(app.recorder);
   AreaDisplayInit(app.area);

@@ -1,15 +1,31 @@
-// The record that is handed down, and the order in which the classes are set up.
+// The toolkit's start: the table of its classes, each set up once.
 #include "toolkit/views_start.h"
 
 #include "platform/records/view_record.h"
-#include "toolkit/box.h"
-#include "toolkit/view.h"
+#include "toolkit/controls/check_box.h"
+#include "toolkit/controls/label.h"
+#include "toolkit/controls/picture_view.h"
+#include "toolkit/controls/popup.h"
+#include "toolkit/controls/push_button.h"
+#include "toolkit/controls/separator.h"
+#include "toolkit/controls/text_pane.h"
+#include "toolkit/views/box.h"
+#include "toolkit/views/stack.h"
+#include "toolkit/views/view.h"
 
 namespace framereel {
 namespace {
 
 // In the order in which later classes may build on earlier ones.
 void SetUpClasses() {
+  SeparatorSetUpClass();
+  PushButtonSetUpClass();
+  CheckBoxSetUpClass();
+  PopupSetUpClass();
+  LabelSetUpClass();
+  TextPaneSetUpClass();
+  PictureViewSetUpClass();
+  StackSetUpClass();
   BoxSetUpClass();
 }
 

@@ -10,12 +10,12 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
+#include "platform/records/window_records.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/cursor_shape.h"
 #include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
 #include "toolkit/views/view.h"
-#include "platform/records/window_records.h"
 #include "win32/memory/memory_display.h"
 #include "win32/system/system_version.h"
 

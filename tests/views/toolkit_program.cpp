@@ -1,7 +1,7 @@
 #include "views/toolkit_program.h"
 
 #include "platform/windows/child_window.h"
-#include "toolkit/controls/view_classes.h"
+#include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

@@ -12,11 +12,10 @@
 #include "platform/input/mouse.h"
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
-#include "toolkit/controls/view_classes.h"
 #include "toolkit/views/box.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/view_class.h"
-#include "toolkit/controls/view_classes.h"
+#include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {

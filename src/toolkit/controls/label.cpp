@@ -70,7 +70,7 @@ void Draw(View* view) {
     FrameRect(cell);
     cell = RectGrow(cell, -kFrame, -kFrame);
   }
-  SavedClip* clip = NarrowClip(cell.left, cell.top, cell.right, cell.bottom);
+  const SavedClip clip = NarrowClip(cell.left, cell.top, cell.right, cell.bottom);
   DrawTextItem(view, label->content, cell, cell, false);
   RestoreClip(clip);
 }

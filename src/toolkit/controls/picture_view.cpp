@@ -1,7 +1,9 @@
 // PictureView: the picture that it keeps, and copying it.
 #include "toolkit/controls/picture_view.h"
 
-#include "platform/bitmaps/bitmaps.h"
+#include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/load_bitmaps.h"
+#include "platform/bitmaps/offscreens.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
 

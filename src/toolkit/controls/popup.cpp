@@ -129,7 +129,7 @@ void Draw(View* view) {
   DrawArrow(view);
   if (entries.count == 0) return;
   const Rect cell = EntryCell(view);
-  SavedClip* clip = NarrowClip(cell.left, cell.top, cell.right, cell.bottom);
+  const SavedClip clip = NarrowClip(cell.left, cell.top, cell.right, cell.bottom);
   DrawTextItem(view, entries.items[entries.selected], cell, cell, false);
   RestoreClip(clip);
 }

@@ -18,7 +18,9 @@
 #include "platform/input/mouse.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
+#include "platform/windows/mouse_targets.h"
 #include "platform/windows/paint_messages.h"
+#include "platform/windows/window_geometry.h"
 #include "toolkit/views/view.h"
 
 namespace framereel {
@@ -103,7 +105,7 @@ void DrawMark(int16_t middle) {
 
 void DrawEntry(int32_t entry, bool highlighted) {
   const Rect row = RowOf(entry);
-  SavedClip* clip = NarrowClip(0, open->listTop, row.right, open->listBottom);
+  const SavedClip clip = NarrowClip(0, open->listTop, row.right, open->listBottom);
   UseDrawState(DrawStateFill());
   SetForeColour(PrimaryColour(highlighted ? 0 : 7));
   FillRect(row);

@@ -268,7 +268,7 @@ TextSize TextBlockSize(const TextBlock* block) {
 }
 
 void DrawBlock(const TextBlock* block, const Rect& where) {
-  SavedClip* clip = NarrowClip(where.left, where.top, where.right, where.bottom);
+  const SavedClip clip = NarrowClip(where.left, where.top, where.right, where.bottom);
   const TextFont first = FontInUse();
   TextFont font = first;
   const char* place = block->text;

@@ -10,9 +10,9 @@
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "toolkit/views/child_set.h"
+#include "toolkit/views/container_look.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
-#include "toolkit/views/container_look.h"
 
 namespace framereel {
 namespace {
