@@ -14,6 +14,7 @@
 #include "platform/display/display_caps.h"
 #include "recorder/control/key_chords.h"
 #include "recorder/engine/recorder_state.h"
+#include "recorder/engine/status.h"
 
 namespace framereel {
 namespace {
@@ -25,6 +26,7 @@ void AlignCaptureArea(AreaState& area) {
   RecorderState& recorder = *area.recorder;
   recorder.captureArea =
       AlignArea(recorder.captureArea, recorder.options->recordingSize, screen.screenWidth, screen.screenHeight);
+  RecorderCheckScreen(recorder); // whether all of it is on the screen
 }
 
 // Shift alone makes the next selection one of a window. The mode does not change during a selection.

@@ -1,5 +1,5 @@
 // The application at work on a desktop in memory: what the user does from the choice of an area to a recording.
-#include "app/application.h"
+#include "app/application_program.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -20,56 +20,6 @@
 
 namespace framereel {
 namespace {
-
-constexpr uint32_t kBlue = 0x0000FF, kRed = 0xFF0000, kBlack = 0;
-
-// The program's panel has come in at the right, and another program's window stands at the left.
-class ApplicationTest : public testing::Test {
-protected:
-  void Start() {
-    ApplicationStart(app);
-    runs = true;
-    RunFor(4000);
-    scene = MemoryOpenWindow("Scene", {0, 0, 300, 300}, kBlue);
-    ReturnToProgram();
-  }
-  void End() {
-    if (runs) ApplicationEnd(app);
-    runs = false;
-  }
-  ~ApplicationTest() override { End(); }
-
-  std::string Area() const {
-    const Rect& r = app.recorder.captureArea;
-    return testing::PrintToString(std::vector<int>{r.left, r.top, r.right, r.bottom});
-  }
-  void SelectByKeysAndMouse(int32_t left, int32_t top, int32_t right, int32_t bottom) {
-    MemoryMovePointerTo(left, top);
-    Type(VK_SPACE);
-    MemoryMovePointerTo(right - 1, bottom - 1);
-    Settle();
-    MemoryPressButton();
-    MemoryReleaseButton();
-    Settle();
-  }
-  void HoldStartStop() {
-    for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryPressKey(uint8_t(key));
-    RunFor(400); // over a tick
-    for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryReleaseKey(uint8_t(key));
-    RunFor(250);
-  }
-  // What the file shows at a place of the area.
-  uint32_t Seen(size_t frame, int x, int y) {
-    const GifPicture gif = ReadGif(FileBytes(app.stream));
-    return frame < gif.frames.size() ? Composite(gif, frame)[size_t(y * gif.width + x)] : kUncovered;
-  }
-
-  WorkingFolder folder;
-  WindowProgram program;
-  Application app;
-  DisplayWindow* scene = nullptr;
-  bool runs = false;
-};
 
 TEST_F(ApplicationTest, RecordsTheAreaThatTheUserDrawsAndKeepsItForTheNextRun) {
   Start();
@@ -149,7 +99,7 @@ TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace)
     RecorderReset(app.recorder);
     SelectByKeysAndMouse(100, 100, 100 + side, 100 + side);
     RunFor(2000);
-    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+    const std::vector<uint32_t> before = BesidesPanel();
     for (const char kind : {' ', 'o', 'h', 'n'}) {
       SCOPED_TRACE(testing::Message() << side << kind);
       const uint32_t refreshes = TheMemoryDesktop().refreshes;
@@ -163,7 +113,7 @@ TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace)
       RunFor(500);
       EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + (kind == 'o'));
       if (kind != 'n' && kind != 'h') AntsHide(app.area);
-      EXPECT_EQ(TheMemoryDisplay().screen, before);
+      EXPECT_EQ(BesidesPanel(), before);
       EXPECT_EQ(Seen(0, side / 2, side / 2), kBlue);
     }
   }
@@ -172,20 +122,20 @@ TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace)
 TEST_F(ApplicationTest, ASelectionShowsItsBandWhileAPictureStands) {
   Start();
   SelectByKeysAndMouse(100, 100, 120, 120);
-  const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+  const std::vector<uint32_t> before = BesidesPanel();
   RecorderStart(app.recorder);
   RunFor(1500);
-  const std::vector<uint32_t> counting = TheMemoryDisplay().screen;
+  const std::vector<uint32_t> counting = BesidesPanel();
   SelectionBegin(app.area);
-  EXPECT_NE(TheMemoryDisplay().screen, counting);
+  EXPECT_NE(BesidesPanel(), counting);
   AntsToggle(app.area);
-  EXPECT_EQ(TheMemoryDisplay().screen, counting);
+  EXPECT_EQ(BesidesPanel(), counting);
   AntsToggle(app.area);
   RunFor(1000); // into the next digit
   SelectionEnd(app.area);
   RecorderStop(app.recorder);
   Settle();
-  EXPECT_EQ(TheMemoryDisplay().screen, before);
+  EXPECT_EQ(BesidesPanel(), before);
 }
 
 std::vector<uint32_t> screenBefore;
@@ -194,7 +144,7 @@ std::vector<uint32_t> screenBefore;
 [[noreturn]] void RunOutOfMemory() {
   const cookie_io_functions_t look = {nullptr,
                                       [](void*, const char*, size_t size) {
-                                        const bool clean = TheMemoryDisplay().screen == screenBefore;
+                                        const bool clean = IsBesidesPanel(screenBefore);
                                         if (::write(STDERR_FILENO, clean ? "clean" : "dirty", 5) != 5) ::_exit(1);
                                         return ssize_t(size);
                                       },
@@ -209,7 +159,7 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenWhenMemoryEnds) {
   Start();
   SelectByKeysAndMouse(100, 100, 120, 120);
   RunFor(2000);
-  screenBefore = TheMemoryDisplay().screen;
+  screenBefore = BesidesPanel();
   AntsShow(app.area);
   RecorderStart(app.recorder);
   RunFor(1500);
@@ -221,7 +171,7 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) 
   for (const char* state : {"armed", "dragging", "counting", "recording"}) {
     SCOPED_TRACE(state);
     Start();
-    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+    const std::vector<uint32_t> before = BesidesPanel();
     switch (*state) {
     case 'a':
       MemoryMovePointerTo(50, 60);
@@ -240,7 +190,7 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) 
     End();
     Settle();
     EXPECT_FALSE(TimerPending());
-    EXPECT_EQ(TheMemoryDisplay().screen, before);
+    EXPECT_EQ(BesidesPanel(), before);
     MemoryCloseWindow(scene);
   }
 }

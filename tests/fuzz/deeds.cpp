@@ -4,13 +4,12 @@
 #include <utility>
 #include <vector>
 
-#include "area/ants.h"
-#include "area/selection.h"
 #include "fuzz/user.h"
 #include "recorder/control/recording_control.h"
-#include "recorder/engine/frame_rates.h"
 #include "recorder/engine/recorder_core.h"
-#include "recorder/engine/status.h"
+#include "support/window_program.h"
+#include "toolkit/views/child_set.h"
+#include "toolkit/views/stack.h"
 #include "win32/win32.h"
 
 namespace framereel {
@@ -27,7 +26,7 @@ bool IsDown(uint8_t key) {
   return TheMemoryDesktop().keys[key];
 }
 
-void Release(uint8_t key) {
+void ReleaseKey(uint8_t key) {
   if (IsDown(key)) MemoryReleaseKey(key);
 }
 
@@ -35,7 +34,7 @@ void Hold(User& user, const std::vector<uint8_t>& keys) {
   const uint32_t time = AWhile(user);
   Tell(user, " for %u ms", time);
   for (const uint8_t key : keys) MemoryPressKey(key);
-  At(user, time, [keys](User&) { std::for_each(keys.begin(), keys.end(), Release); });
+  At(user, time, [keys](User&) { std::for_each(keys.begin(), keys.end(), ReleaseKey); });
 }
 
 void TypeAnyKey(User& user) {
@@ -45,7 +44,19 @@ void TypeAnyKey(User& user) {
   const int32_t times = user.dice.OneIn(4) ? 1 + user.dice.Below(20) : 1;
   Tell(user, " %d, %d times", key, times);
   for (int32_t i = 0; i < times; ++i) MemoryPressKey(key);
-  Release(key);
+  ReleaseKey(key);
+}
+
+// On one of its controls.
+POINT PlaceOnPanel(User& user) {
+  const View* view = user.app.panel.root;
+  while (view->viewClass == StackClass()) {
+    const ChildSet* set = ChildSetOf(view);
+    view = ChildAt(set, uint16_t(user.dice.Below(set->children.count)));
+  }
+  const Point place = OnScreen(view->window, int16_t(view->x + user.dice.Below(view->width)),
+                               int16_t(view->y + user.dice.Below(view->height)));
+  return {place.h, place.v};
 }
 
 // Anywhere, near where the pointer is, on our window, or at a corner of the screen.
@@ -55,8 +66,8 @@ POINT AnyPlace(User& user) {
   const DisplayWindow* ours = OurWindow();
   if (kind < 3) return {display.pointerX + user.dice.Below(81) - 40, display.pointerY + user.dice.Below(81) - 40};
   if (kind == 3) return {user.dice.Below(2) * (display.width - 1), user.dice.Below(2) * (display.height - 1)};
-  if (kind < 6 && ours)
-    return {ours->place.left + user.dice.Below(190), ours->place.top + user.dice.Below(kind == 4 ? 25 : 360)};
+  if (kind == 4 && ours) return {ours->place.left + user.dice.Below(190), ours->place.top + user.dice.Below(25)};
+  if (kind == 5 && ours) return PlaceOnPanel(user);
   return {user.dice.Below(display.width), user.dice.Below(display.height)};
 }
 
@@ -88,6 +99,14 @@ void Click(User& user) {
   const uint8_t button = AnyButton(user);
   PressButton(user, button);
   ReleaseButton(button);
+}
+
+void UsePanel(User& user) {
+  const POINT to = PlaceOnPanel(user);
+  Tell(user, " at %d,%d", to.x, to.y);
+  MemoryMovePointerTo(to.x, to.y);
+  PressButton(user, 1);
+  At(user, uint32_t(user.dice.OneIn(4) ? user.dice.Below(900) : 0), [](User&) { ReleaseButton(1); });
 }
 
 void Drag(User& user) {
@@ -186,62 +205,10 @@ void ChangeColours(User& user) {
 
 // ---- The panel ----------------------------------------------------------------------------------------------------
 
-// During a selection the backdrop has the mouse, and a minimised panel has no buttons.
+// During a selection the backdrop has the mouse, and a minimised panel has nothing to press.
 void PressOnPanel(User& user, std::function<void(User&)> act) {
   WishFor(user, [act = std::move(act)](User& wisher) {
     if (!wisher.app.area.backdrop && OurWindow() && !OurWindow()->minimised) act(wisher);
-  });
-}
-
-void PressStart(User& user) {
-  PressOnPanel(user, [](User& u) {
-    if (RecorderButtons(u.app.recorder).start) RecorderStart(u.app.recorder);
-  });
-}
-
-void PressGrab(User& user) {
-  PressOnPanel(user, [](User& u) {
-    if (RecorderButtons(u.app.recorder).grab) RecorderGrab(u.app.recorder);
-  });
-}
-
-void PressStop(User& user) {
-  PressOnPanel(user, [](User& u) {
-    if (RecorderButtons(u.app.recorder).stop) RecorderStop(u.app.recorder);
-  });
-}
-
-void PressSelectArea(User& user) {
-  PressOnPanel(user, [](User& u) {
-    if (!u.app.recorder.control.optionsFrozen) SelectionBegin(u.app.area);
-  });
-}
-
-void TickShowArea(User& user) {
-  PressOnPanel(user, [](User& u) {
-    u.wantsLine = !u.wantsLine;
-    (u.wantsLine ? AntsShow : AntsHide)(u.app.area);
-  });
-}
-
-void PressRefresh(User& user) {
-  PressOnPanel(user, [](User& u) { RefreshScreen(u.app.area); });
-}
-
-void ChangeOptions(User& user) {
-  PressOnPanel(user, [](User& u) {
-    RecordingOptions& options = u.app.options;
-    options.frameDelay = u.dice.OneOf(FrameRateTable).delay;
-    options.interframeTransparency = u.dice.Below(4) != 0;
-    options.recordTimingInfo = u.dice.Below(4) != 0;
-    options.explorerCompatible = u.dice.OneIn(4);
-    if (u.app.recorder.control.optionsFrozen) return;
-    options.loop = u.dice.OneIn(2);
-    options.overlayBorder = u.dice.OneIn(2);
-    options.overlayCursor = u.dice.OneIn(2);
-    options.recordingSize = uint16_t(u.dice.Below(3));
-    AreaRecompute(u.app.area);
-    ShowAreaReadouts(u.app.area);
   });
 }
 
@@ -333,13 +300,7 @@ constexpr Deed kDeeds[] = {
     {1, "changes the pointer", ChangePointer},
     {1, "changes the palette", ChangeColours},
 
-    {3, "presses Start", PressStart},
-    {2, "presses Grab", PressGrab},
-    {2, "presses Stop", PressStop},
-    {3, "presses Select Area", PressSelectArea},
-    {3, "ticks Show Area", TickShowArea},
-    {1, "presses Refresh Screen", PressRefresh},
-    {3, "changes options", ChangeOptions},
+    {25, "uses the panel", UsePanel},
     {1, "saves", Save},
     {2, "asks for a new animation", New},
 };
@@ -394,7 +355,7 @@ DisplayWindow* OurWindow() {
 
 void LetGo() {
   for (const uint8_t button : {1, 2, 3}) ReleaseButton(button);
-  for (int key = 0; key < 256; ++key) Release(uint8_t(key));
+  for (int key = 0; key < 256; ++key) ReleaseKey(uint8_t(key));
 }
 
 } // namespace framereel

@@ -15,7 +15,8 @@
 #include "recorder/control/recording_control.h"
 #include "recorder/engine/status.h"
 #include "support/temporary_folder.h"
-#include "toolkit/view_class.h"
+#include "toolkit/controls/check_box.h"
+#include "toolkit/views/view_class.h"
 #include "toolkit/views_start.h"
 #include "win32/windows/create.h"
 
@@ -113,8 +114,7 @@ void ExpectALivePanel(User& user) {
 
 void EndAll(User& user) {
   RecorderStop(user.app.recorder);
-  if (user.wantsLine) AntsHide(user.app.area);
-  user.wantsLine = false;
+  CheckBoxSetValue(user.app.panel.showAreaBox, false, true);
   RefreshScreen(user.app.area);
 }
 

@@ -28,9 +28,8 @@ struct User {
   Dice dice;
   Application& app;
   OtherPrograms& others;
-  std::FILE* steps;       // what he does, a line each
-  uint32_t began;         // the tick
-  bool wantsLine = false; // Show Area is ticked
+  std::FILE* steps; // what he does, a line each
+  uint32_t began;   // the tick
   Mixture mixture = {};
 
   // What he does with the panel, which hears of it in the event loop.

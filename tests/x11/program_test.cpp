@@ -3,7 +3,6 @@
 #include "x11/user.h"
 
 #include "app/application.h"
-#include "app/panel.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
@@ -13,8 +12,13 @@
 #include "platform/pump/pump.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
+#include "recorder/engine/frame_rates.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
+#include "toolkit/controls/popup.h"
+#include "toolkit/controls/popup_list.h"
+#include "toolkit/views/child_set.h"
+#include "toolkit/views_start.h"
 
 namespace framereel {
 
@@ -30,6 +34,7 @@ class X11Program : public X11WindowTest {
 protected:
   void SetUp() override {
     X11WindowTest::SetUp();
+    ViewsStartUp();
     ASSERT_TRUE(PlatformInit(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL));
     ApplicationStart(app);
     app.options.overlayBorder = app.options.overlayCursor = false;
@@ -96,8 +101,24 @@ protected:
     XWindowAttributes state = {};
     return XGetWindowAttributes(artist.display, WindowAt(kArea.left, kArea.top), &state) && state.c_class == InputOnly;
   }
+  static Point MiddleOf(const View* view) {
+    const MainWindow* main = TheMainWindow();
+    const WindowGeometry& g = view->window->geometry;
+    return {int16_t(main->originY + g.clientTop + view->y + view->height / 2),
+            int16_t(main->originX + g.clientLeft + view->x + view->width / 2)};
+  }
+  void MoveTo(const View* view, int down = 0) {
+    const Point middle = MiddleOf(view);
+    MovePointer(middle.h, middle.v + down);
+  }
+  void Click(const View* view) {
+    MoveTo(view);
+    Button(1, true);
+    Button(1, false);
+  }
   void DrawTheArea() {
-    SelectionBegin(app.area);
+    Run([] { return !SlideFrameIsRunning(); });
+    Click(app.panel.selectButton);
     Run([&] { return BackdropStands(); });
     MovePointer(kArea.left, kArea.top);
     Button(1, true);
@@ -114,19 +135,37 @@ protected:
   GC drawing = nullptr;
 };
 
-TEST_F(X11Program, TheFirstClickIntoTheInactiveProgramCounts) {
+TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) {
   Run([] { return !SlideFrameIsRunning(); });
-  static int presses = 0;
-  SetWindowMethod(
-      PanelWindow(), &WindowMethods::mouseDown, +[](ChildWindow*, uint16_t, int16_t, int16_t) { ++presses; });
   XSetInputFocus(artist.display, scene, RevertToPointerRoot, CurrentTime);
   XSync(artist.display, False);
   Run([] { return !ActiveGet(); });
-  const MainWindow* main = TheMainWindow();
-  MovePointer(main->originX + main->geometry.outerWidth / 2, main->originY + main->geometry.outerHeight / 2);
+  Click(app.panel.showAreaBox);
+  Run([&] { return AntsAreUp(app.area); });
+  Click(app.panel.showAreaBox);
+  Run([&] { return !AntsAreUp(app.area); });
+  DrawTheArea();
+  const View* popup = ChildAt(ChildSetOf(app.panel.frameRatePopup), 1);
+  const int chosen = PopupSelected(popup);
+  Click(popup); // the list stays open
+  Run([] { return PopupListIsOpen(); });
+  // The mouse counts from where it has moved inside the list.
+  const int above = -(app.panel.statusLine->height + 1);
+  int moves = 0;
+  Run([&] {
+    MoveTo(popup, ++moves % 2 ? above : 0);
+    const uint32_t black = uint32_t(artist.Black()) & artist.PixelBits();
+    return artist.Look().At(MiddleOf(popup).h - popup->width / 2 + 6, MiddleOf(popup).v + above) == black;
+  });
+  MoveTo(popup, above);
   Button(1, true);
-  Run([] { return presses == 1; });
   Button(1, false);
+  Run([&] { return app.options.frameDelay == FrameRateTable[chosen - 1].delay; });
+  Click(app.panel.startButton);
+  Run([&] { return app.recorder.frameCount == 1; });
+  Click(app.panel.stopButton);
+  Run([&] { return !app.recorder.control.recording; });
+  EXPECT_EQ(Composite(ReadGif(FileBytes(app.stream)), 0), SceneInTheFile(0));
 }
 
 TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {

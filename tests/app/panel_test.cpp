@@ -1,0 +1,173 @@
+// The panel as its user has it: what each control does, when it can be used, and what stands on the screen.
+#include "app/panel.h"
+
+#include <cstring>
+#include <numeric>
+
+#include "app/application_program.h"
+#include "area/ants.h"
+#include "core/timers.h"
+#include "platform/records/window_records.h"
+#include "recorder/control/recording_control.h"
+#include "recorder/engine/frame_rates.h"
+#include "recorder/engine/recorder_core.h"
+#include "toolkit/controls/check_box.h"
+#include "toolkit/controls/label.h"
+#include "toolkit/controls/popup.h"
+#include "toolkit/views/box.h"
+#include "toolkit/views/child_set.h"
+#include "toolkit/views/stack.h"
+#include "toolkit/views/view.h"
+
+namespace framereel {
+namespace {
+
+class PanelTest : public ApplicationTest {
+protected:
+  // The Popup of a Row that has a label ahead of it, brought to its entry by a drag over the list, which opens with the
+  // entry that holds under the mouse.
+  void Choose(const View* row, int from, int to) {
+    const View* popup = ChildAt(ChildSetOf(row), 1);
+    const int entry = app.panel.statusLine->height + 1, middle = popup->y + popup->height / 2;
+    Press(popup->window, int16_t(popup->x + 9), int16_t(middle));
+    RunFor(1000); // longer than a click
+    MoveOver(popup->window, int16_t(popup->x + 9), int16_t(middle + (to - from) * entry));
+    Release();
+  }
+  std::string Settings() { return ReadWholeFile(folder / "Settings.prf"); }
+  // A letter for each button that can be pressed: start, grab, stop, select; then one for each option box.
+  std::string Usable() const {
+    std::string usable;
+    const Panel& p = app.panel;
+    for (const auto& [view, letter] : {std::pair{p.startButton, 's'},
+                                       {p.grabButton, 'g'},
+                                       {p.stopButton, 'e'},
+                                       {p.selectButton, 'a'},
+                                       {p.recordingSizePopup, 'z'},
+                                       {p.frameRatePopup, 'f'}}) {
+      if (ViewIsEnabled(view)) usable += letter;
+    }
+    for (int i = 0; i < kOptionBoxCount; ++i) {
+      if (ViewIsEnabled(p.options[i].view)) usable += char('0' + i);
+    }
+    return usable;
+  }
+};
+
+TEST_F(PanelTest, EveryOptionIsWrittenAtOnceAndComesBackInTheNextRun) {
+  Start();
+  const char* const keys[kOptionBoxCount] = {
+      "Interframe Transparency", "Record Timing Info", "Loop",
+      "Overlay Border",          "Overlay Cursor",     "Explorer 2.0 Compatible"};
+  for (int i = 0; i < kOptionBoxCount; ++i) {
+    const bool was = *app.panel.options[i].option;
+    Click(app.panel.options[i].view);
+    EXPECT_NE(Settings().find(keys[i] + std::string(was ? ":No\r\n" : ":Yes\r\n")), std::string::npos) << keys[i];
+  }
+  Choose(app.panel.frameRatePopup, FrameRateIndex(333), 2);
+  EXPECT_EQ(app.options.frameDelay, 3000);
+  app.recorder.captureArea = {10, 10, 110, 110};
+  Choose(app.panel.recordingSizePopup, 2, 1);
+  EXPECT_EQ(Area(), "{ 9, 9, 111, 111 }"); // in whole blocks of 3
+  EXPECT_NE(Settings().find("Recording Area:9,9 102x102\r\nFrame Delay:3000\r\n"), std::string::npos);
+  EXPECT_NE(Settings().find("Recording Size:44\r\n"), std::string::npos);
+  const RecordingOptions chosen = app.options;
+  End();
+  Start();
+  EXPECT_EQ(std::memcmp(&chosen, &app.options, sizeof chosen), 0);
+  for (const OptionBox& box : app.panel.options) EXPECT_EQ(CheckBoxValue(box.view), *box.option);
+}
+
+TEST_F(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
+  Start();
+  const std::string always = "f015", free = "sgazf012345";
+  EXPECT_EQ(Usable(), free);
+  Click(app.panel.selectButton);
+  SelectByKeysAndMouse(50, 60, 150, 140);
+  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
+  Click(app.panel.showAreaBox);
+  EXPECT_TRUE(AntsAreUp(app.area));
+  Click(app.panel.showAreaBox);
+  EXPECT_FALSE(AntsAreUp(app.area));
+  Click(app.panel.startButton);
+  EXPECT_EQ(Usable(), "eazf012345");
+  Click(app.panel.stopButton); // in the countdown
+  EXPECT_EQ(Usable(), free);
+  Click(app.panel.grabButton);
+  EXPECT_EQ(app.recorder.frameCount, 1u);
+  EXPECT_EQ(Usable(), "sg" + always);
+  Click(app.panel.startButton);
+  RunFor(4000);
+  EXPECT_EQ(Usable(), "e" + always);
+  MemoryPaintWindow(*scene, {90, 90, 100, 100}, kRed);
+  RunFor(1000);
+  Click(app.panel.options[kLoopBox].view);
+  Click(app.panel.selectButton); // both are frozen
+  EXPECT_TRUE(app.options.loop);
+  EXPECT_EQ(app.area.backdrop, nullptr);
+  Click(app.panel.stopButton);
+  EXPECT_EQ(app.recorder.frameCount, 2u);
+  EXPECT_EQ(Seen(1, 45, 35), kRed);
+}
+
+TEST_F(PanelTest, AScreenThatCannotBeRecordedIsToldAndTheWindowGrowsForIt) {
+  MemoryDisplaySetMode(640, 600, 24);
+  Start();
+  const WindowGeometry &panel = app.panel.window->geometry, &frame = TheMainWindow()->geometry;
+  const int16_t height = panel.clientHeight, top = TheMainWindow()->originY;
+  MemoryDisplaySetMode(640, 600, 12);
+  Settle();
+  EXPECT_EQ(Usable(), "azf012345");
+  EXPECT_GT(panel.clientHeight, height + 2 * app.panel.statusLine->height); // several lines
+  EXPECT_LE(app.panel.messageText->x + app.panel.messageText->width, panel.clientWidth);
+  EXPECT_EQ(frame.clientHeight, panel.clientHeight);
+  EXPECT_EQ(TheMainWindow()->originY, top);
+  MemoryDisplaySetMode(640, 600, 24);
+  Settle();
+  EXPECT_EQ(Usable(), "sgazf012345");
+  EXPECT_EQ(panel.clientHeight, height);
+  EXPECT_EQ(frame.clientHeight, height);
+}
+
+// ---- What stands on the screen -----------------------------------------------------------------------------------
+
+class PanelLook : public PanelTest, public testing::WithParamInterface<int> {
+protected:
+  // Reports each View under the container that has no room for its content, shows none, or is cut off.
+  void ExpectWhole(const View* container) {
+    for (uint16_t i = 0; i < ChildSetOf(container)->children.count; ++i) {
+      View* view = ChildAt(ChildSetOf(container), i);
+      SCOPED_TRACE(testing::Message() << "child " << i << " of the container at " << container->y);
+      EXPECT_TRUE(ViewFullyShown(view, view));
+      if (view->viewClass == StackClass()) {
+        ExpectWhole(view);
+      } else if (view->viewClass != BoxClass() && view != app.panel.messageText) {
+        ExpectInk(view);
+      }
+    }
+  }
+  // Something stands there, it is more than a line, and it ends ahead of the View's right edge.
+  void ExpectInk(const View* view) {
+    std::vector<int> inkInColumn(size_t(view->width), 0);
+    const auto at = [view](int x, int y) {
+      const Point p = OnScreen(view->window, int16_t(view->x + x), int16_t(view->y + y));
+      return MemoryPixel(p.h, p.v);
+    };
+    for (int x = 0; x < view->width; ++x) {
+      for (int y = 0; y < view->height; ++y) inkInColumn[size_t(x)] += at(x, y) != at(view->width - 1, 0);
+    }
+    EXPECT_GT(std::accumulate(inkInColumn.begin(), inkInColumn.end(), 0), view->width / 2);
+  }
+};
+
+TEST_P(PanelLook, ShowsAllItsControlsWhole) {
+  MemoryDisplaySetMode(640, 480, GetParam());
+  Settle();
+  Start();
+  ExpectWhole(app.panel.root);
+}
+
+INSTANTIATE_TEST_SUITE_P(Depths, PanelLook, testing::Values(1, 4, 8, 24));
+
+} // namespace
+} // namespace framereel
