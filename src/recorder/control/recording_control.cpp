@@ -51,6 +51,7 @@ void ActOrBeep(RecorderState& recorder, bool enabled, void (*action)(RecorderSta
 void IdlePoll(void* argument) {
   RecorderState& recorder = RecorderOf(argument);
   ArmRecorderTimer(recorder, IdlePoll, kIdleInterval);
+  RecorderCheckScreen(recorder); // nobody tells of another size
   const RecordButtons enabled = RecorderButtons(recorder);
   switch (PollChord(recorder)) {
   case KeyChord::kStartStop:
