@@ -25,12 +25,14 @@ struct SettingsProgram {
   WorkingFolder folder;
   const std::string place = folder / "Settings.prf";
   RecordingOptions options;
+  AnimationStream stream;
   RecorderState recorder;
   AreaState area;
   Settings settings;
 
   SettingsProgram(int32_t width = 640, int32_t height = 480) : program(width, height) {
     recorder.options = &options;
+    recorder.stream = &stream;
     AreaInit(area, &recorder);
     SettingsInit(settings, &options, &area);
   }

@@ -160,7 +160,8 @@ const struct {
     {"0 start 3100 lose 3500 +CAS 3800 -CAS 5000 find", 5200,
      "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3104 F1:0, 3554 PF1:0, 4304 F1:0, 5007 SGF1:0"},
     // An animation that no more fits into.
-    {"0 start 3100 fill 5000 empty", 5200, "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3154 PF1:0, 3904 F1:0"},
+    {"0 start 3100 fill 5000 empty", 5200,
+     "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3154 PF1:0, 3904 F1:0, 5110 SGF1:0"},
     // Others paint where a picture stands; behind the first frame they are asked to do so anew.
     {"0 start 1500 paint 1600 paint 3500 paint 3600 stop 3700 paint 5000 grab", 5200,
      "0 SG, 1 T, 51 3T, 1052 2T, 1500 T, 2053 1T, 3054 TF1:0, 3154 TF2:10, 3554 TF3:40, 3600 PSGF3:40, "

@@ -152,10 +152,13 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   // The mouse counts from where it has moved inside the list.
   const int above = -(app.panel.statusLine->height + 1);
   int moves = 0;
+  const auto lineAbove = [&] {
+    return artist.Look().At(MiddleOf(popup).h - popup->width / 2 + 6, MiddleOf(popup).v + above);
+  };
+  const uint32_t plain = lineAbove();
   Run([&] {
     MoveTo(popup, ++moves % 2 ? above : 0);
-    const uint32_t black = uint32_t(artist.Black()) & artist.PixelBits();
-    return artist.Look().At(MiddleOf(popup).h - popup->width / 2 + 6, MiddleOf(popup).v + above) == black;
+    return lineAbove() != plain;
   });
   MoveTo(popup, above);
   Button(1, true);
