@@ -1,4 +1,4 @@
-// What a menu holds. Internal to the layer; menus/menu.h works with it.
+// What a menu holds. Internal to the layer; menus/menus.h works with it, and the bar in a frame shows it.
 #pragma once
 
 #include <string>
@@ -11,10 +11,12 @@ namespace framereel {
 struct MenuItem {
   UINT id, flags; // MF_...
   std::string text;
+  HMENU popup; // that it opens; null for none
 };
 
 } // namespace framereel
 
 struct Win32Menu {
   std::vector<framereel::MenuItem> items;
+  uint32_t changes; // how often it has been changed: whoever shows it looks whether to show it anew
 };
