@@ -4,9 +4,9 @@
 // text "&" stands before the letter that picks it ("&&" is the sign itself), and a tab before the name of its keys,
 // which is shown at the right; to act on those keys is the program's business.
 //
-// Press, drag and release, clicks, and the keyboard (Alt, F10, Alt and a letter, Alt and Space for the system menu; then
-// arrows, letters, Return, Escape) work in a loop of this layer's, begun by SC_MOUSEMENU and SC_KEYMENU. Whatever runs
-// meanwhile may change or destroy menus, those that are open too: they are shown as they are now, and what is gone
+// Press, drag and release, clicks, and the keyboard (Alt, F10, Alt and a letter, Alt and Space for the system menu;
+// then arrows, letters, Return, Escape) work in a loop of this layer's, begun by SC_MOUSEMENU and SC_KEYMENU. Whatever
+// runs meanwhile may change or destroy menus, those that are open too: they are shown as they are now, and what is gone
 // closes. The choice is posted once all is closed: WM_COMMAND, from the system menu WM_SYSCOMMAND.
 //
 // Failure: a menu that is null or has been destroyed, and an item that is not there, make a call do nothing and answer

@@ -59,12 +59,12 @@ inline constexpr UINT WM_SETTEXT = 12;
 inline constexpr UINT WM_GETTEXT = 13;
 inline constexpr UINT WM_GETTEXTLENGTH = 14;
 inline constexpr UINT WM_PAINT = 15;
-inline constexpr UINT WM_CLOSE = 16;            // the default destroys the window
-inline constexpr UINT WM_QUIT = 18;             // wParam: the exit code
-inline constexpr UINT WM_ERASEBKGND = 20;       // wParam: the context; the default fills with the class's background
-inline constexpr UINT WM_SHOWWINDOW = 24;       // wParam: shown or hidden
-inline constexpr UINT WM_WININICHANGE = 26;     // to all top-level windows: the usable area changed
-inline constexpr UINT WM_ACTIVATEAPP = 28;      // wParam: the program has the keyboard, or has lost it
+inline constexpr UINT WM_CLOSE = 16;        // the default destroys the window
+inline constexpr UINT WM_QUIT = 18;         // wParam: the exit code
+inline constexpr UINT WM_ERASEBKGND = 20;   // wParam: the context; the default fills with the class's background
+inline constexpr UINT WM_SHOWWINDOW = 24;   // wParam: shown or hidden
+inline constexpr UINT WM_WININICHANGE = 26; // to all top-level windows: the usable area changed
+inline constexpr UINT WM_ACTIVATEAPP = 28;  // wParam: the program has the keyboard, or has lost it
 // To the owner of an open menu, on a change that ends it: another window, another capture, the screen; the default
 // closes it.
 inline constexpr UINT WM_CANCELMODE = 31;
@@ -88,7 +88,7 @@ inline constexpr WPARAM SC_MINIMIZE = 0xF020;
 inline constexpr WPARAM SC_NEXTWINDOW = 0xF040;
 inline constexpr WPARAM SC_CLOSE = 0xF060;
 inline constexpr WPARAM SC_MOUSEMENU = 0xF090; // its low bits: HTSYSMENU or HTMENU
-inline constexpr WPARAM SC_KEYMENU = 0xF100; // lParam: the letter of a menu, VK_SPACE the system menu, 0 the bar
+inline constexpr WPARAM SC_KEYMENU = 0xF100;   // lParam: the letter of a menu, VK_SPACE the system menu, 0 the bar
 inline constexpr WPARAM SC_RESTORE = 0xF120;
 inline constexpr WPARAM SC_TASKLIST = 0xF130;
 

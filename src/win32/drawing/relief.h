@@ -22,8 +22,8 @@ void DrawDottedRect(HDC context, const PixelRect& r, COLORREF ground);
 // In the font of the context.
 int32_t TextWidth(HDC context, std::string_view text);
 int32_t LineHeight(HDC context);
-// Text with its cell's top left corner at x, y, in the ink; or greyed, on screens without a grey of their own by leaving
-// out every other pixel.
+// Text with its cell's top left corner at x, y, in the ink; or greyed, on screens without a grey of their own by
+// leaving out every other pixel.
 void DrawLabel(HDC context, int32_t x, int32_t y, std::string_view text, bool greyed, COLORREF ground,
                COLORREF ink = RGB(0, 0, 0));
 // The colour or, where the screen has too few to tell it from the ground, black or white.

@@ -79,8 +79,7 @@ void DrawItem(const MenuPopup& popup, int32_t index) {
   const COLORREF ground = ::GetSysColor(marked ? kColourHighlight : COLOR_MENU);
   FillPixels(context, row, ground);
   if (IsSeparator(item)) return DrawSeparator(context, row);
-  const COLORREF ink =
-      Legible(context, ::GetSysColor(marked ? kColourHighlightText : kColourMenuText), ground);
+  const COLORREF ink = Legible(context, ::GetSysColor(marked ? kColourHighlightText : kColourMenuText), ground);
   const ItemText text = TextOf(item);
   const int32_t y = row.top + kItemMargin;
   DrawMnemonicText(context, row.left + kTextLeft, y, text.label, IsGreyed(item), ground, ink);

@@ -33,11 +33,13 @@ namespace {
 using Kind = DisplayEventKind;
 
 constexpr uint32_t kNapMs = 10;   // between looks at the queue while nothing happens
-constexpr uint32_t kRestMs = 250; // the mouse rests on an item so long until the popups follow it
+constexpr uint32_t kRestMs = 250; // the mouse rests on an item so long until the popups follow it, and on a title until
+                                  // a press on it is one on a menu that was open
 
 struct Tracking {
   HWND owner;
-  bool dropped; // the marked title shows its popup, if it has one
+  bool dropped;                                   // the marked title shows its popup, if it has one
+  uint32_t droppedAt;                             // tick since when
   std::vector<std::unique_ptr<MenuPopup>> popups; // the title's and, each at the side of the one before, those of items
   bool byDrag;                                    // the button that opened it is still down
   BYTE keys[256];                                 // as they were ahead of the event at hand
@@ -128,6 +130,7 @@ void DropTitle(Tracking* t, int32_t title) {
   CloseFrom(t, 0);
   MarkTitle(t->owner, title);
   t->dropped = true;
+  t->droppedAt = DisplayTick();
   if (title == kSystemMenuTitle) GreySystemMenu(t->owner);
   if (HMENU menu = MenuOfTitle(t->owner, title)) Open(t, menu, PlaceOfTitle(t->owner, title), false);
 }
@@ -242,10 +245,11 @@ void OnPress(Tracking* t, const Spot& spot) {
     MarkSpot(t, spot);
     return FollowItem(t, size_t(spot.level));
   }
-  t->done = spot.title == kNoTitle || (spot.title == MarkedTitle() && t->dropped);
-  if (t->done) return;
+  const bool isOpen = t->dropped && spot.title == MarkedTitle();
+  // The way to a title opens it a moment ahead of the press on it.
+  t->done = spot.title == kNoTitle || (isOpen && DisplayTick() - t->droppedAt >= kRestMs);
   t->byDrag = true;
-  DropTitle(t, spot.title);
+  if (!t->done && !isOpen) DropTitle(t, spot.title);
 }
 
 // The release of the press that opened the menu may be over its title; elsewhere it is the end.

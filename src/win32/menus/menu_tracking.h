@@ -1,7 +1,7 @@
 // The time in which a menu is open: the user's way through titles, popups and items. Internal to the layer.
 //
-// The mouse and all keys are the menu's own meanwhile; whatever else happens is told in win32_menus.h. There is one open
-// menu at a time.
+// The mouse and all keys are the menu's own meanwhile; whatever else happens is told in win32_menus.h. There is one
+// open menu at a time.
 #pragma once
 
 #include "win32/win32.h"

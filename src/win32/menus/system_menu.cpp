@@ -10,10 +10,8 @@ namespace {
 
 std::vector<MenuItem> FirstItems() {
   return {
-      {SC_RESTORE, 0, "&Restore", nullptr},
-      {SC_MOVE, 0, "&Move", nullptr},
-      {SC_MINIMIZE, 0, "Mi&nimise", nullptr},
-      {0, MF_SEPARATOR, "", nullptr},
+      {SC_RESTORE, 0, "&Restore", nullptr},     {SC_MOVE, 0, "&Move", nullptr},
+      {SC_MINIMIZE, 0, "Mi&nimise", nullptr},   {0, MF_SEPARATOR, "", nullptr},
       {SC_CLOSE, 0, "&Close\tAlt+F4", nullptr},
   };
 }
