@@ -24,16 +24,16 @@ struct ItemText {
   std::string keys;
 };
 
-ItemText TextOf(const MenuItem& item) {
+ItemText TextOf(const MenuEntry& item) {
   const size_t tab = item.text.find('\t');
   return {MnemonicTextOf(item.text.substr(0, tab)), tab == std::string::npos ? "" : item.text.substr(tab + 1)};
 }
 
-const std::vector<MenuItem>& ItemsOf(const MenuPopup& popup) {
+const std::vector<MenuEntry>& ItemsOf(const MenuPopup& popup) {
   return popup.menu->items;
 }
 
-int32_t RowHeight(const MenuPopup& popup, const MenuItem& item) {
+int32_t RowHeight(const MenuPopup& popup, const MenuEntry& item) {
   return IsSeparator(item) ? kSeparator : popup.lineHeight;
 }
 
@@ -73,7 +73,7 @@ void DrawArrow(HDC context, const PixelRect& row) {
 
 void DrawItem(const MenuPopup& popup, int32_t index) {
   HDC context = popup.context;
-  const MenuItem& item = ItemsOf(popup)[size_t(index)];
+  const MenuEntry& item = ItemsOf(popup)[size_t(index)];
   const PixelRect row = RowOfItem(popup, index);
   const bool marked = index == popup.marked;
   const COLORREF ground = ::GetSysColor(marked ? kColourHighlight : COLOR_MENU);
@@ -100,7 +100,7 @@ void Draw(MenuPopup* popup) {
 
 SIZE SizeOf(const MenuPopup& popup) {
   int32_t label = 0, keys = 0, height = 2 * kBorder;
-  for (const MenuItem& item : ItemsOf(popup)) {
+  for (const MenuEntry& item : ItemsOf(popup)) {
     const ItemText text = TextOf(item);
     label = std::max(label, TextWidth(popup.context, text.label.shown));
     if (!text.keys.empty()) keys = std::max(keys, TextWidth(popup.context, text.keys) + kTextGap);
@@ -131,7 +131,7 @@ PixelRect PlaceFor(const MenuPopup& popup, const SIZE& size) {
 }
 
 // What an item is known by when others come and go around it.
-bool IsSameItem(const MenuItem& a, const MenuItem& b) {
+bool IsSameItem(const MenuEntry& a, const MenuEntry& b) {
   return a.popup ? a.popup == b.popup : !b.popup && a.id == b.id && !IsSeparator(a) && !IsSeparator(b);
 }
 
@@ -158,9 +158,9 @@ MenuPopup::~MenuPopup() {
 
 void RenewPopup(MenuPopup* popup) {
   popup->changes = popup->menu->changes;
-  const std::vector<MenuItem>& items = ItemsOf(*popup);
+  const std::vector<MenuEntry>& items = ItemsOf(*popup);
   const auto same = std::find_if(items.begin(), items.end(),
-                                 [=](const MenuItem& item) { return IsSameItem(item, popup->markedItem); });
+                                 [=](const MenuEntry& item) { return IsSameItem(item, popup->markedItem); });
   const bool stays = popup->marked != kNoItem && same != items.end();
   popup->marked = stays ? int32_t(same - items.begin()) : kNoItem;
   if (!popup->shown.onScreen) return;

@@ -20,8 +20,8 @@ struct MenuPopup {
   ShownSurface shown;
   HDC context;
   int32_t lineHeight;
-  int32_t marked;      // index of an item, or kNoItem
-  MenuItem markedItem; // a copy, to find it by when the menu has changed
+  int32_t marked;       // index of an item, or kNoItem
+  MenuEntry markedItem; // a copy, to find it by when the menu has changed
 
   MenuPopup(HWND owner, HMENU menu, const PixelRect& beside, bool ofItem);
   ~MenuPopup();

@@ -71,7 +71,7 @@ bool HasTitle(HWND owner, int32_t title) {
 HMENU MenuOfTitle(HWND owner, int32_t title) {
   if (!HasTitle(owner, title)) return nullptr;
   if (title == kSystemMenuTitle) return SystemMenuOf(owner);
-  const MenuItem& item = owner->menuBar->items[size_t(title)];
+  const MenuEntry& item = owner->menuBar->items[size_t(title)];
   return IsGreyed(item) ? nullptr : item.popup;
 }
 
@@ -135,20 +135,20 @@ void DropTitle(Tracking* t, int32_t title) {
   if (HMENU menu = MenuOfTitle(t->owner, title)) Open(t, menu, PlaceOfTitle(t->owner, title), false);
 }
 
-const MenuItem* MarkedItem(const MenuPopup& popup) {
+const MenuEntry* MarkedItem(const MenuPopup& popup) {
   return popup.marked == kNoItem ? nullptr : &popup.menu->items[size_t(popup.marked)];
 }
 
 // The popup that the marked item opens now; null for none.
 HMENU MenuOfItem(const MenuPopup& popup) {
-  const MenuItem* item = MarkedItem(popup);
+  const MenuEntry* item = MarkedItem(popup);
   return item && !IsGreyed(*item) ? item->popup : nullptr;
 }
 
 // The item of a popup that opens the menu, or kNoItem.
 int32_t ItemOpening(const MenuPopup& popup, HMENU menu) {
-  const std::vector<MenuItem>& items = popup.menu->items;
-  const auto opens = [menu](const MenuItem& item) { return item.popup == menu && !IsGreyed(item); };
+  const std::vector<MenuEntry>& items = popup.menu->items;
+  const auto opens = [menu](const MenuEntry& item) { return item.popup == menu && !IsGreyed(item); };
   const auto found = std::find_if(items.begin(), items.end(), opens);
   return found == items.end() ? kNoItem : int32_t(found - items.begin());
 }
@@ -164,7 +164,7 @@ void FollowItem(Tracking* t, size_t level) {
 
 // Takes the level's marked item: opens its popup, or ends with it.
 void Choose(Tracking* t, size_t level) {
-  const MenuItem* item = MarkedItem(*t->popups[level]);
+  const MenuEntry* item = MarkedItem(*t->popups[level]);
   if (!item || IsGreyed(*item)) return;
   if (item->popup) return FollowItem(t, level);
   t->chosen = item->id;

@@ -12,7 +12,7 @@
 namespace framereel {
 namespace {
 
-using Items = std::vector<MenuItem>;
+using Items = std::vector<MenuEntry>;
 
 HMENU NewMenu() {
   auto& menus = TheWindows().menus;
@@ -25,11 +25,11 @@ Items::iterator ItemOf(HMENU menu, UINT item, UINT flags) {
   Items& items = menu->items;
   if (flags & MF_BYPOSITION) return item < items.size() ? items.begin() + item : items.end();
   return std::find_if(items.begin(), items.end(),
-                      [=](const MenuItem& each) { return each.id == item && !IsSeparator(each) && !each.popup; });
+                      [=](const MenuEntry& each) { return each.id == item && !IsSeparator(each) && !each.popup; });
 }
 
-MenuItem MadeOf(UINT flags, uintptr_t idOrPopup, const char* text) {
-  MenuItem made = {0, flags & ~(MF_POPUP | MF_BYPOSITION), text ? text : "", nullptr};
+MenuEntry MadeOf(UINT flags, uintptr_t idOrPopup, const char* text) {
+  MenuEntry made = {0, flags & ~(MF_POPUP | MF_BYPOSITION), text ? text : "", nullptr};
   if (flags & MF_POPUP) {
     made.popup = reinterpret_cast<HMENU>(idOrPopup);
   } else {
@@ -38,7 +38,7 @@ MenuItem MadeOf(UINT flags, uintptr_t idOrPopup, const char* text) {
   return made;
 }
 
-bool CanBeMade(HMENU menu, const MenuItem& item) {
+bool CanBeMade(HMENU menu, const MenuEntry& item) {
   return IsMenu(menu) && (!item.popup || IsMenu(item.popup));
 }
 
@@ -46,7 +46,7 @@ bool CanBeMade(HMENU menu, const MenuItem& item) {
 void TakeOut(HMENU menu) {
   WindowSystem& system = TheWindows();
   for (const auto& other : system.menus) {
-    for (MenuItem& item : other->items) {
+    for (MenuEntry& item : other->items) {
       if (item.popup != menu) continue;
       item.popup = nullptr;
       ++other->changes;
@@ -67,11 +67,11 @@ bool IsMenu(HMENU menu) {
                   std::any_of(system.windows.begin(), system.windows.end(), hasIt));
 }
 
-bool IsSeparator(const MenuItem& item) {
+bool IsSeparator(const MenuEntry& item) {
   return item.flags & MF_SEPARATOR;
 }
 
-bool IsGreyed(const MenuItem& item) {
+bool IsGreyed(const MenuEntry& item) {
   return item.flags & MF_GRAYED;
 }
 
@@ -115,7 +115,7 @@ int GetMenuItemCount(HMENU menu) {
 }
 
 BOOL AppendMenuA(HMENU menu, UINT flags, uintptr_t idOrPopup, const char* text) {
-  const MenuItem made = MadeOf(flags, idOrPopup, text);
+  const MenuEntry made = MadeOf(flags, idOrPopup, text);
   if (!CanBeMade(menu, made)) return FALSE;
   menu->items.push_back(made);
   ++menu->changes;
@@ -123,7 +123,7 @@ BOOL AppendMenuA(HMENU menu, UINT flags, uintptr_t idOrPopup, const char* text) 
 }
 
 BOOL InsertMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const char* text) {
-  const MenuItem made = MadeOf(flags, idOrPopup, text);
+  const MenuEntry made = MadeOf(flags, idOrPopup, text);
   if (!CanBeMade(menu, made)) return FALSE;
   const auto at = ItemOf(menu, item, flags);
   // A position behind the last item is the end.
@@ -134,7 +134,7 @@ BOOL InsertMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const c
 }
 
 BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const char* text) {
-  const MenuItem made = MadeOf(flags, idOrPopup, text);
+  const MenuEntry made = MadeOf(flags, idOrPopup, text);
   if (!CanBeMade(menu, made)) return FALSE;
   const auto at = ItemOf(menu, item, flags);
   if (at == menu->items.end()) return FALSE;

@@ -6,7 +6,7 @@
 namespace framereel {
 
 bool IsMenu(HMENU menu); // has not been destroyed
-bool IsSeparator(const MenuItem& item);
-bool IsGreyed(const MenuItem& item);
+bool IsSeparator(const MenuEntry& item);
+bool IsGreyed(const MenuEntry& item);
 
 } // namespace framereel

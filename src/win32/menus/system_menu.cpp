@@ -8,7 +8,7 @@
 namespace framereel {
 namespace {
 
-std::vector<MenuItem> FirstItems() {
+std::vector<MenuEntry> FirstItems() {
   return {
       {SC_RESTORE, 0, "&Restore", nullptr},     {SC_MOVE, 0, "&Move", nullptr},
       {SC_MINIMIZE, 0, "Mi&nimise", nullptr},   {0, MF_SEPARATOR, "", nullptr},
@@ -29,7 +29,7 @@ void GreySystemMenu(HWND window) {
   HMENU menu = SystemMenuOf(window);
   if (!menu) return;
   const auto grey = [menu](UINT id, bool is) {
-    for (MenuItem& item : menu->items) {
+    for (MenuEntry& item : menu->items) {
       if (item.id == id && !item.popup) item.flags = is ? item.flags | MF_GRAYED : item.flags & ~MF_GRAYED;
     }
   };

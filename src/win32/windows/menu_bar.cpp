@@ -19,7 +19,7 @@ bool IsMarked(const Win32Window& window, size_t title) {
   return TheWindows().menuOwner == &window && TheWindows().markedTitle == int32_t(title);
 }
 
-void DrawTitle(HDC context, const MenuItem& item, const PixelRect& place, bool marked) {
+void DrawTitle(HDC context, const MenuEntry& item, const PixelRect& place, bool marked) {
   const COLORREF ground = ::GetSysColor(marked ? kColourHighlight : COLOR_MENU);
   const COLORREF ink = ::GetSysColor(marked ? kColourHighlightText : kColourMenuText);
   if (marked) FillPixels(context, place, ground);
@@ -40,7 +40,7 @@ std::vector<PixelRect> MenuTitlePlaces(const Win32Window& window, const PixelRec
   HDC context = NewContext();
   const int32_t height = LineHeight(context) + 2 * kTitleMargin;
   int32_t x = bar.left, y = bar.top;
-  for (const MenuItem& item : window.menuBar->items) {
+  for (const MenuEntry& item : window.menuBar->items) {
     const int32_t width = TextWidth(context, MnemonicTextOf(item.text).shown) + 2 * kTitleSide;
     if (x > bar.left && x + width > bar.right) {
       x = bar.left;

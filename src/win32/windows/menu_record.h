@@ -8,7 +8,7 @@
 
 namespace framereel {
 
-struct MenuItem {
+struct MenuEntry {
   UINT id, flags; // MF_...
   std::string text;
   HMENU popup; // that it opens; null for none
@@ -17,6 +17,6 @@ struct MenuItem {
 } // namespace framereel
 
 struct Win32Menu {
-  std::vector<framereel::MenuItem> items;
+  std::vector<framereel::MenuEntry> items;
   uint32_t changes; // how often it has been changed: whoever shows it looks whether to show it anew
 };
