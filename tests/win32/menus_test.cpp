@@ -309,6 +309,26 @@ TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
   }
 }
 
+TEST_F(Menus, StayOnTheirMonitorAndOnItsFreePart) {
+  TheMemoryDisplay().desktop.monitors = {{0, 0, 320, 480}, {320, 0, 640, 480}};
+  MemorySetTaskBar({0, 460, 640, 480});
+  const auto at = [this](int32_t left, int32_t top) {
+    ::MoveWindow(main, left, top, 206, 225, TRUE);
+    std::vector<PixelRect> popups;
+    MemoryAt(::GetTickCount() + 100, [&popups] { popups = Popups(); });
+    Play("A+f m rest esc esc esc");
+    return popups;
+  };
+  // The popup of More has no room at the right; the one of File has, even from beyond the edge of the screen.
+  const std::vector<PixelRect> right = at(180, 100), below = at(-100, 420);
+  ASSERT_EQ(right.size() + below.size(), 4U);
+  EXPECT_EQ(right[0].left, 183);
+  EXPECT_LT(right[1].right, right[0].right);
+  EXPECT_LE(below[0].bottom, 442); // above the bar
+  EXPECT_EQ(below[0].left, 0);
+  EXPECT_LE(below[1].bottom, 460);
+}
+
 TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   const auto top = [this] { return ClientOnScreen(*main).top - PlaceOnScreen(*main).top; };
   EXPECT_EQ(top(), 22 + 20);
