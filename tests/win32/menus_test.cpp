@@ -294,6 +294,7 @@ TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
     const std::vector<PixelRect> now = Popups();
     ASSERT_EQ(now.size(), 2U);
     EXPECT_EQ(TheWindows().markedTitle, 1);
+    EXPECT_EQ(now[0].left, TitlePlace(1).left);
     EXPECT_GT(WidthOf(now[0]), WidthOf(before[0]));
     EXPECT_EQ(HeightOf(now[0]), 2 * 20 + 6);
   });

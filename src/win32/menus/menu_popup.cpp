@@ -150,7 +150,7 @@ bool IsSameItem(const MenuEntry& a, const MenuEntry& b) {
 } // namespace
 
 MenuPopup::MenuPopup(HWND owner, HMENU itsMenu, const PixelRect& itsBeside, bool isOfItem)
-    : menu(itsMenu), changes(itsMenu->changes), beside(itsBeside), ofItem(isOfItem), place{}, shown{},
+    : menu(itsMenu), changed(itsMenu->changed), beside(itsBeside), ofItem(isOfItem), place{}, shown{},
       context(NewContext()), marked(kNoItem), markedItem{} {
   lineHeight = LineHeight(context) + 2 * kItemMargin;
   place = PlaceFor(*this, SizeOf(*this));
@@ -169,7 +169,7 @@ MenuPopup::~MenuPopup() {
 }
 
 void RenewPopup(MenuPopup* popup) {
-  popup->changes = popup->menu->changes;
+  popup->changed = popup->menu->changed;
   const std::vector<MenuEntry>& items = ItemsOf(*popup);
   const auto same = std::find_if(items.begin(), items.end(),
                                  [=](const MenuEntry& item) { return IsSameItem(item, popup->markedItem); });
@@ -201,10 +201,10 @@ void MarkItem(MenuPopup* popup, int32_t index) {
   const int32_t before = popup->marked;
   popup->marked = index;
   if (index != kNoItem) popup->markedItem = ItemsOf(*popup)[size_t(index)];
-  for (const int32_t changed : {before, index}) {
-    if (changed == kNoItem || !popup->shown.onScreen) continue;
-    DrawItem(*popup, changed);
-    NoteDamage(&popup->shown, RowOfItem(*popup, changed));
+  for (const int32_t each : {before, index}) {
+    if (each == kNoItem || !popup->shown.onScreen) continue;
+    DrawItem(*popup, each);
+    NoteDamage(&popup->shown, RowOfItem(*popup, each));
   }
 }
 

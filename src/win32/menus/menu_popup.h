@@ -13,7 +13,7 @@ inline constexpr int32_t kNoItem = -1;
 // when a function below gets it.
 struct MenuPopup {
   HMENU menu;
-  uint32_t changes; // of the menu when it was drawn
+  uint32_t changed; // of the menu when it was drawn
   PixelRect beside; // the title or item that it belongs to, on the screen
   bool ofItem;      // it is an item's, and stands at its side
   PixelRect place;  // on the screen

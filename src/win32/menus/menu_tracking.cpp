@@ -35,6 +35,8 @@ constexpr uint32_t kNapMs = 10;   // between looks at the queue while nothing ha
 constexpr uint32_t kRestMs = 250; // the mouse rests on an item so long until the popups follow it, and on a title until
                                   // a press on it is one on a menu that was open
 
+constexpr int32_t kNoLevel = -1;
+
 struct Tracking {
   HWND owner;
   bool dropped;                                   // the marked title shows its popup, if it has one
@@ -42,7 +44,7 @@ struct Tracking {
   std::vector<std::unique_ptr<MenuPopup>> popups; // the title's and, each at the side of the one before, those of items
   bool byDrag;                                    // the button that opened it is still down
   BYTE keys[256];                                 // as they were ahead of the event at hand
-  int32_t restsAt;                                // level of the popup in which the mouse marked an item last
+  int32_t restsAt;                                // level of the popup in which the mouse marked an item, or kNoLevel
   uint32_t restsSince;                            // tick of that
   bool rests;                                     // the popups have not followed that item yet
   bool done;
@@ -61,6 +63,7 @@ void CloseFrom(Tracking* t, size_t level) {
 void Open(Tracking* t, HMENU menu, const PixelRect& beside, bool ofItem) {
   if (menu->items.empty()) return;
   t->rests = false;
+  t->restsAt = kNoLevel;
   t->popups.push_back(std::make_unique<MenuPopup>(t->owner, menu, beside, ofItem));
 }
 
@@ -121,7 +124,11 @@ void FindTitle(Tracking* t) {
   const HMENU open = t->popups.empty() ? nullptr : t->popups.front()->menu;
   if (!open || MenuOfTitle(t->owner, MarkedTitle()) == open) return;
   for (int32_t title = 0; title < CountTitles(*t->owner); ++title) {
-    if (MenuOfTitle(t->owner, title) == open) return MarkTitle(t->owner, title);
+    if (MenuOfTitle(t->owner, title) != open) continue;
+    MarkTitle(t->owner, title);
+    MenuPopup* popup = t->popups.front().get();
+    popup->beside = PlaceOfTitle(t->owner, title);
+    return RenewPopup(popup);
   }
   CloseFrom(t, 0);
 }
@@ -130,7 +137,7 @@ void RenewPopups(Tracking* t) {
   for (size_t level = 0; level < t->popups.size(); ++level) {
     MenuPopup* popup = t->popups[level].get();
     if (level > 0 && ItemOpening(*t->popups[level - 1], popup->menu) == kNoItem) return CloseFrom(t, level);
-    if (popup->changes == popup->menu->changes) continue;
+    if (popup->changed == popup->menu->changed) continue;
     if (MarkedTitle() == kSystemMenuTitle && level == 0) GreySystemMenu(t->owner);
     RenewPopup(popup);
   }
@@ -148,7 +155,7 @@ void Refresh(Tracking* t) {
 
 // What a point is over: an item of a popup, a popup's border, a title, or nothing of the menu's.
 struct Spot {
-  int32_t level; // of a popup, or -1
+  int32_t level; // of a popup, or kNoLevel
   int32_t item, title;
 };
 
@@ -157,7 +164,7 @@ Spot SpotAt(const Tracking& t, int32_t x, int32_t y) {
     const MenuPopup& popup = *t.popups[level];
     if (Holds(popup.place, x, y)) return {int32_t(level), ItemAt(popup, x, y), kNoTitle};
   }
-  return {-1, kNoItem, TitleAt(t.owner, x, y)};
+  return {kNoLevel, kNoItem, TitleAt(t.owner, x, y)};
 }
 
 // The items that the popup at hand comes from are marked again, and the item in it.
@@ -177,12 +184,12 @@ void MarkSpot(Tracking* t, const Spot& spot) {
 void OnMove(Tracking* t, const Spot& spot) {
   if (spot.item != kNoItem) return MarkSpot(t, spot);
   if (spot.title != kNoTitle && t->dropped && spot.title != MarkedTitle()) return DropTitle(t, spot.title);
-  const bool outside = spot.level < 0 && spot.title == kNoTitle;
+  const bool outside = spot.level == kNoLevel && spot.title == kNoTitle;
   if (outside && !t->popups.empty()) MarkItem(t->popups.back().get(), kNoItem);
 }
 
 void OnPress(Tracking* t, const Spot& spot) {
-  if (spot.level >= 0) {
+  if (spot.level != kNoLevel) {
     if (spot.item == kNoItem) return;
     MarkSpot(t, spot);
     return FollowItem(t, size_t(spot.level));
@@ -196,7 +203,7 @@ void OnPress(Tracking* t, const Spot& spot) {
 
 // The release of the press that opened the menu may be over its title; elsewhere it is the end.
 void OnRelease(Tracking* t, const Spot& spot) {
-  const bool outside = spot.level < 0 && spot.title == kNoTitle;
+  const bool outside = spot.level == kNoLevel && spot.title == kNoTitle;
   if (outside && t->byDrag) t->done = true;
   t->byDrag = false;
   if (spot.item == kNoItem) return;
@@ -207,7 +214,8 @@ void OnRelease(Tracking* t, const Spot& spot) {
 void OnRest(Tracking* t) {
   if (!t->rests || DisplayTick() - t->restsSince < kRestMs) return;
   t->rests = false;
-  if (size_t(t->restsAt) < t->popups.size()) FollowItem(t, size_t(t->restsAt));
+  const bool isOpen = t->restsAt != kNoLevel && size_t(t->restsAt) < t->popups.size();
+  if (isOpen) FollowItem(t, size_t(t->restsAt));
 }
 
 // ---- The keyboard ------------------------------------------------------------------------------------------------

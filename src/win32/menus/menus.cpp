@@ -17,6 +17,7 @@ using Items = std::vector<MenuEntry>;
 HMENU NewMenu() {
   auto& menus = TheWindows().menus;
   menus.push_back(std::make_unique<Win32Menu>());
+  NoteChange(menus.back().get());
   return menus.back().get();
 }
 
@@ -49,7 +50,7 @@ void TakeOut(HMENU menu) {
     for (MenuEntry& item : other->items) {
       if (item.popup != menu) continue;
       item.popup = nullptr;
-      ++other->changes;
+      NoteChange(other.get());
     }
   }
   for (const auto& window : system.windows) {
@@ -65,6 +66,10 @@ bool IsMenu(HMENU menu) {
   const auto hasIt = [=](const auto& window) { return window->systemMenu.get() == menu; };
   return menu && (std::any_of(system.menus.begin(), system.menus.end(), isIt) ||
                   std::any_of(system.windows.begin(), system.windows.end(), hasIt));
+}
+
+void NoteChange(HMENU menu) {
+  menu->changed = ++TheWindows().menuChanges;
 }
 
 bool IsSeparator(const MenuEntry& item) {
@@ -118,7 +123,7 @@ BOOL AppendMenuA(HMENU menu, UINT flags, uintptr_t idOrPopup, const char* text) 
   const MenuEntry made = MadeOf(flags, idOrPopup, text);
   if (!CanBeMade(menu, made)) return FALSE;
   menu->items.push_back(made);
-  ++menu->changes;
+  NoteChange(menu);
   return TRUE;
 }
 
@@ -129,7 +134,7 @@ BOOL InsertMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const c
   // A position behind the last item is the end.
   if (at == menu->items.end() && !(flags & MF_BYPOSITION)) return FALSE;
   menu->items.insert(at, made);
-  ++menu->changes;
+  NoteChange(menu);
   return TRUE;
 }
 
@@ -139,7 +144,7 @@ BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const c
   const auto at = ItemOf(menu, item, flags);
   if (at == menu->items.end()) return FALSE;
   *at = made;
-  ++menu->changes;
+  NoteChange(menu);
   return TRUE;
 }
 
@@ -148,7 +153,7 @@ BOOL RemoveMenu(HMENU menu, UINT item, UINT flags) {
   const auto at = ItemOf(menu, item, flags);
   if (at == menu->items.end()) return FALSE;
   menu->items.erase(at);
-  ++menu->changes;
+  NoteChange(menu);
   return TRUE;
 }
 

@@ -6,6 +6,7 @@
 namespace framereel {
 
 bool IsMenu(HMENU menu); // has not been destroyed
+void NoteChange(HMENU menu);
 bool IsSeparator(const MenuEntry& item);
 bool IsGreyed(const MenuEntry& item);
 

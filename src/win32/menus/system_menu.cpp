@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "win32/menus/menus.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {
@@ -47,7 +48,7 @@ HMENU GetSystemMenu(HWND window, BOOL revert) {
   HMENU menu = SystemMenuOf(window);
   if (menu && revert) {
     menu->items = FirstItems();
-    ++menu->changes;
+    NoteChange(menu);
   }
   return revert ? nullptr : menu;
 }

@@ -18,5 +18,5 @@ struct MenuEntry {
 
 struct Win32Menu {
   std::vector<framereel::MenuEntry> items;
-  uint32_t changes; // how often it has been changed: whoever shows it looks whether to show it anew
+  uint32_t changed; // number of its last change among those of all menus: whoever shows it looks whether it is shown
 };

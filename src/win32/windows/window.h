@@ -151,6 +151,7 @@ struct WindowSystem {
 
   // menus/menus.h, menus/menu_tracking.h
   std::vector<std::unique_ptr<Win32Menu>> menus; // but for system menus
+  uint32_t menuChanges;                          // counts them, in all menus
   HWND menuOwner;                                // whose menu is open; null when none is
   int32_t markedTitle;                           // the title of its bar that is marked, or one of the two below
 
