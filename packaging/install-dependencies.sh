@@ -8,8 +8,8 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libx11-dev libxdamage-dev libxext-dev libxfixes-dev libxi-dev
-  libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
-test=(libgtest-dev libgif-dev libxrender-dev libxrandr-dev libxtst-dev xvfb openbox picom)
+  libxrandr-dev libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
+test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom)
 bench=(libbenchmark-dev libgif-dev libcgif-dev)
 
 wanted=()

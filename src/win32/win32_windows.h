@@ -20,6 +20,8 @@
 //   the focus         WM_KILLFOCUS to the window before, WM_SETFOCUS
 //   the capture       WM_CAPTURECHANGED to the window before, whoever takes the mouse from it
 //   losing            to another program: WM_NCACTIVATE 0, WM_ACTIVATE 0, WM_ACTIVATEAPP 0 to all, WM_KILLFOCUS
+//   a menu            WM_ENTERIDLE again and again while it is open and nothing happens, and whatever timers and paints
+//                     of the program's send; WM_CANCELMODE when something else ends it
 //   EnableWindow      when it changes: what losing capture and focus sends, WM_ENABLE
 //   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding; what
 //                     losing capture and focus sends, where it or a child has them; then WM_DESTROY to it and its
@@ -57,12 +59,15 @@ inline constexpr UINT WM_SETTEXT = 12;
 inline constexpr UINT WM_GETTEXT = 13;
 inline constexpr UINT WM_GETTEXTLENGTH = 14;
 inline constexpr UINT WM_PAINT = 15;
-inline constexpr UINT WM_CLOSE = 16;            // the default destroys the window
-inline constexpr UINT WM_QUIT = 18;             // wParam: the exit code
-inline constexpr UINT WM_ERASEBKGND = 20;       // wParam: the context; the default fills with the class's background
-inline constexpr UINT WM_SHOWWINDOW = 24;       // wParam: shown or hidden
-inline constexpr UINT WM_WININICHANGE = 26;     // to all top-level windows: the usable area changed
-inline constexpr UINT WM_ACTIVATEAPP = 28;      // wParam: the program has the keyboard, or has lost it
+inline constexpr UINT WM_CLOSE = 16;        // the default destroys the window
+inline constexpr UINT WM_QUIT = 18;         // wParam: the exit code
+inline constexpr UINT WM_ERASEBKGND = 20;   // wParam: the context; the default fills with the class's background
+inline constexpr UINT WM_SHOWWINDOW = 24;   // wParam: shown or hidden
+inline constexpr UINT WM_WININICHANGE = 26; // to all top-level windows: the usable area changed
+inline constexpr UINT WM_ACTIVATEAPP = 28;  // wParam: the program has the keyboard, or has lost it
+// To the owner of an open menu, on a change that ends it: another window, another capture, the screen; the default
+// closes it.
+inline constexpr UINT WM_CANCELMODE = 31;
 inline constexpr UINT WM_GETMINMAXINFO = 36;    // lParam: MINMAXINFO
 inline constexpr UINT WM_WINDOWPOSCHANGED = 71; // lParam: WINDOWPOS
 inline constexpr UINT WM_DISPLAYCHANGE = 126;   // to all top-level windows: wParam depth, lParam width and height
@@ -82,8 +87,8 @@ inline constexpr WPARAM SC_MOVE = 0xF010;
 inline constexpr WPARAM SC_MINIMIZE = 0xF020;
 inline constexpr WPARAM SC_NEXTWINDOW = 0xF040;
 inline constexpr WPARAM SC_CLOSE = 0xF060;
-inline constexpr WPARAM SC_MOUSEMENU = 0xF090;
-inline constexpr WPARAM SC_KEYMENU = 0xF100;
+inline constexpr WPARAM SC_MOUSEMENU = 0xF090; // its low bits: HTSYSMENU or HTMENU
+inline constexpr WPARAM SC_KEYMENU = 0xF100;   // lParam: the letter of a menu, VK_SPACE the system menu, 0 the bar
 inline constexpr WPARAM SC_RESTORE = 0xF120;
 inline constexpr WPARAM SC_TASKLIST = 0xF130;
 

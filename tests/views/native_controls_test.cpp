@@ -11,6 +11,10 @@
 #include "platform/controls/push_button.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
+#include "platform/menus/edit_menu.h"
+#include "platform/menus/menu_commands.h"
+#include "platform/menus/menus.h"
+#include "platform/menus/platform_menus.h"
 #include "platform/records/later_modules.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
@@ -25,8 +29,6 @@ namespace framereel {
 namespace {
 
 std::string calls;
-uint16_t editMask; // what the Edit menu shows
-EditTarget editTarget;
 int16_t textWidth; // what fields take their text to need
 
 void Say(const std::string& what) {
@@ -89,18 +91,11 @@ protected:
     buttons->nativeNotice = [](View*, uint16_t code) { Say("notice:" + std::to_string(code)); };
     LaterModules& later = TheLaterModules();
     saved = later;
-    later.setEditEnabled = [](uint16_t mask) { editMask = mask; };
-    later.setEditTarget = [](const EditTarget* target, EditTarget* before) {
-      if (before) *before = editTarget;
-      editTarget = *target;
-    };
     later.menuShortcut = [](const KeyEvent& event) {
       return Say(std::string("shortcut:") + char(event.unshifted)), true;
     };
     window = OpenTestWindow(kWindowUnclamped);
     textWidth = 80;
-    editMask = 0;
-    editTarget = {};
     calls.clear();
   }
   ~NativeControls() override {
@@ -253,18 +248,26 @@ TEST_F(NativeControls, CutCopyAndPasteFollowSelectionAndClipboard) {
   View* field = Shown(fields, 10, 10);
   SetNativeText(DataOf(field)->control, "word");
   SetClipboardText("");
+  SetEditTitle(1, 'E', "Edit");
+  for (uint16_t i = 0; i < 3; ++i) SetEditItem(i, uint8_t("XCV"[i]), 0, "item");
+  SetMenuBar(NewMenuBar());
+  BuildEditMenu(kEditCut | kEditCopy | kEditPaste);
+  RunFor(1); // the bar comes, and the windows move down with what lies below it
+  const auto choose = [](uint16_t index) { MenuCommand(ItemAt(MenuAt(CurrentMenuBar(), 0), index)->id); };
   Click(14, 20);
-  EXPECT_EQ(editMask, 0);
+  EXPECT_EQ(GetEditEnabled(), 0);
   With(VK_SHIFT, VK_RIGHT);
-  EXPECT_EQ(editMask, kEditCut | kEditCopy);
-  editTarget.command(editTarget.data, kEditCut);
+  EXPECT_EQ(GetEditEnabled(), kEditCut | kEditCopy);
+  choose(0);
+  EXPECT_TRUE(HasEditSession(field)); // which the letter of the item tells
   EXPECT_EQ(TextOf(field), "ord");
-  EXPECT_EQ(editMask, kEditPaste);
-  editTarget.command(editTarget.data, kEditPaste);
+  EXPECT_EQ(GetEditEnabled(), kEditPaste);
+  choose(2);
   EXPECT_EQ(TextOf(field), "word");
   EndEditSession(nullptr);
-  EXPECT_EQ(editMask, 0);
-  EXPECT_EQ(editTarget.command, nullptr);
+  EXPECT_EQ(GetEditEnabled(), 0);
+  choose(2);
+  EXPECT_EQ(TextOf(field), "word");
 }
 
 } // namespace

@@ -108,6 +108,26 @@ TEST_F(DialogActivation, AFrameThatItsDialogDisablesHandsTheKeyboardOn) {
   EXPECT_EQ(TakeLog({"KEYDOWN"}), "dialog KEYDOWN 65");
 }
 
+TEST_F(DialogActivation, ADialogOverADialogHasTheKeyboardWhereverTheUserComesBack) {
+  ::ShowWindow(dialog, SW_SHOWNORMAL);
+  ::EnableWindow(main, FALSE);
+  HWND upper = ShowFrame("upper", {320, 10, 500, 100}, dialog);
+  ::EnableWindow(dialog, FALSE);
+  DisplayWindow* other = MemoryOpenWindow("other", {0, 350, 90, 450}, 0);
+  for (const bool byDesktop : {true, false}) {
+    MemoryGiveKeyboard(other);
+    Drain();
+    byDesktop ? MemoryGiveKeyboard(shown) : MemoryClick(150, 160);
+    Drain();
+    EXPECT_EQ(::GetFocus(), upper);
+  }
+  // One that goes before it has enabled the one under it leaves nobody without the keyboard.
+  ::EnableWindow(main, TRUE);
+  ::DestroyWindow(upper);
+  Drain();
+  EXPECT_EQ(::GetFocus(), main);
+}
+
 TEST_F(DialogActivation, ClosingOrHidingTheActiveWindowActivatesItsOwner) {
   for (const bool closes : {false, true}) {
     ::ShowWindow(dialog, SW_SHOWNORMAL);

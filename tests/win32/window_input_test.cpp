@@ -201,9 +201,10 @@ TEST_F(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {
   ::SetFocus(child);
   TakeLog();
   TypeWith({VK_MENU}, 'X');
-  EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYDOWN 88; child SYSCHAR 120; child SYSKEYUP 88; child KEYUP 18");
+  EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYDOWN 88; child SYSCHAR 120; main SYSCOMMAND 61696; "
+                    "child SYSKEYUP 88; child KEYUP 18");
   MemoryTypeKey(VK_MENU);
-  EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYUP 18");
+  EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYUP 18; main SYSCOMMAND 61696");
   TypeWith({VK_CONTROL, VK_MENU}, 'X');
   EXPECT_EQ(Keys(), "child KEYDOWN 17; child KEYDOWN 18; child KEYDOWN 88; child CHAR 120; child KEYUP 88; "
                     "child KEYUP 18; child KEYUP 17");

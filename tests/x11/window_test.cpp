@@ -2,6 +2,7 @@
 // themselves. The same tests run without a window manager, with one, and with a compositor.
 #include "x11/user.h"
 
+#include <X11/extensions/Xrandr.h>
 #include <unistd.h>
 
 #include <utility>
@@ -43,6 +44,24 @@ TEST_F(X11Window, StandsWhereItWasPut) {
     EXPECT_EQ(PlaceOf(window), later);
     DisplayShowWindow(window, false);
   }
+}
+
+TEST_F(X11Window, KnowsTheMonitorsOfTheScreen) {
+  const PixelRect screen = {0, 0, artist.Width(), artist.Height()}, right = {320, 100, 640, 300};
+  EXPECT_EQ(DisplayMonitorAt(400, 200), screen);
+  XRRMonitorInfo* monitor = XRRAllocateMonitor(artist.display, 0);
+  monitor->name = XInternAtom(artist.display, "right", False);
+  monitor->x = right.left;
+  monitor->y = right.top;
+  monitor->width = right.right - right.left;
+  monitor->height = right.bottom - right.top;
+  XRRSetMonitor(artist.display, artist.root, monitor);
+  XSync(artist.display, False);
+  EXPECT_EQ(DisplayMonitorAt(400, 200), right);
+  EXPECT_EQ(DisplayMonitorAt(400, 300), screen);
+  XRRDeleteMonitor(artist.display, artist.root, monitor->name);
+  XRRFreeMonitors(monitor);
+  XSync(artist.display, False);
 }
 
 TEST_F(X11Window, TellsWhereTheDesktopPutIt) {

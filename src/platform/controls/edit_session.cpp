@@ -3,6 +3,8 @@
 
 #include "core/strings.h"
 #include "platform/controls/native_control.h"
+#include "platform/menus/edit_menu.h"
+#include "platform/menus/menu_blocking.h"
 #include "platform/records/later_modules.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
@@ -47,7 +49,7 @@ bool ClipboardHasText() {
 void ShowEditItems() {
   uint16_t mask = session.canPaste ? kEditPaste : 0;
   if (session.hasSelection) mask |= kEditCut | kEditCopy;
-  TheLaterModules().setEditEnabled(mask);
+  SetEditEnabled(mask);
 }
 
 void RefreshSession(void*) {
@@ -68,7 +70,7 @@ void OnEditCommand(void* data, uint16_t code) {
 
 // The window's MenuCommand while a session runs.
 void OnMenuCommand(ChildWindow*, MenuItem* item) {
-  if (!TheLaterModules().isEditItem(item)) EndEditSession(nullptr);
+  if (!IsEditItem(item)) EndEditSession(nullptr);
 }
 
 bool IsEditedThere(const ChildWindow* window, int16_t x, int16_t y) {
@@ -86,7 +88,7 @@ void BeginEditSession(View* view) {
   session.active = true;
   session.view = view;
   const EditTarget target = {OnEditCommand, view};
-  TheLaterModules().setEditTarget(&target, &session.savedTarget);
+  SetEditTarget(&target, &session.savedTarget);
   session.savedRefresh = refresh;
   SetRefreshFunction(RefreshSession, nullptr);
   session.savedMenuCommand = view->window->methods.menuCommand;
@@ -103,11 +105,11 @@ void EndEditSession(const KeyEvent* event) {
   View* view = ended.view;
   ::SetFocus(nullptr);
   ::SetFocus(ModalIsBlocking() ? view->window->window : TheMainWindow()->window);
-  TheLaterModules().setEditEnabled(0);
-  TheLaterModules().setEditTarget(&ended.savedTarget, nullptr);
+  SetEditEnabled(0);
+  SetEditTarget(&ended.savedTarget, nullptr);
   SetRefreshFunction(ended.savedRefresh.function, ended.savedRefresh.argument);
   SetWindowMethod(view->window, &WindowMethods::menuCommand, ended.savedMenuCommand);
-  if (!ModalIsBlocking()) TheLaterModules().blockMenus(false);
+  if (!ModalIsBlocking()) BlockMenus(false);
   if (FieldOf(view)->finished) FieldOf(view)->finished(view, event);
 }
 

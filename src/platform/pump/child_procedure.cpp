@@ -5,6 +5,7 @@
 
 #include "platform/drawing/ports.h"
 #include "platform/input/mouse.h"
+#include "platform/menus/menu_commands.h"
 #include "platform/pump/message_table.h"
 #include "platform/records/control_table.h"
 #include "platform/records/input_events.h"
@@ -72,7 +73,7 @@ LRESULT OnGetDlgCode(const WindowMessage&) {
 LRESULT OnCommand(const WindowMessage& m) {
   const WORD id = LOWORD(m.wParam);
   if (m.lParam == 0) {
-    TheLaterModules().menuCommand(id);
+    MenuCommand(id);
     return 0;
   }
   View* view = id == kDyingControl ? nullptr : ControlTableFind(&m.window->controls, id);

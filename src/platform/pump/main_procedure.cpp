@@ -4,6 +4,7 @@
 #include "core/notices.h"
 #include "core/numbers.h"
 #include "platform/input/mouse.h"
+#include "platform/menus/menu_commands.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/message_table.h"
 #include "platform/pump/pump.h"
@@ -56,14 +57,14 @@ LRESULT OnNcActivate(const WindowMessage& m) {
 }
 
 LRESULT OnCommand(const WindowMessage& m) {
-  TheLaterModules().menuCommand(LOWORD(m.wParam));
+  MenuCommand(LOWORD(m.wParam));
   return 0;
 }
 
 LRESULT OnSysCommand(const WindowMessage& m) {
   const WORD command = LOWORD(m.wParam);
   if (command < kFirstSystemCommand) {
-    TheLaterModules().menuCommand(command);
+    MenuCommand(command);
     return 0;
   }
   const WPARAM kind = command & kSystemCommandBits;

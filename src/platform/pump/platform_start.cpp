@@ -12,6 +12,10 @@
 #include "platform/input/key_events.h"
 #include "platform/input/keys.h"
 #include "platform/input/mouse.h"
+#include "platform/menus/edit_menu.h"
+#include "platform/menus/menu_blocking.h"
+#include "platform/menus/menu_commands.h"
+#include "platform/menus/menus.h"
 #include "platform/pump/app_callbacks.h"
 #include "platform/pump/child_procedure.h"
 #include "platform/pump/main_procedure.h"
@@ -42,6 +46,10 @@ void StartWindowState() {
   KeyEventsStartUp();
   KeysStartUp();
   CursorShapeStartUp();
+  MenusStartUp();
+  MenuBlockingStartUp();
+  MenuCommandsStartUp();
+  EditMenuStartUp();
   EditSessionStartUp();
   ChildWindowsStartUp();
 }
@@ -78,6 +86,8 @@ void PlatformShutdown() {
   TempScopeBegin(); // for the Views, which live on until an event has been dealt with
   ChildWindowsShutDown();
   TempScopeEnd();
+  MenusShutDown();
+  EditMenuShutDown();
   OffscreensShutDown();
   PaintShutDown();
   DestroyMainWindow();

@@ -9,7 +9,7 @@
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/mouse.h"
-#include "platform/records/later_modules.h"
+#include "platform/menus/platform_menus.h"
 #include "platform/windows/window_list.h"
 
 namespace framereel {
@@ -77,7 +77,7 @@ void EndAllLoops() {
 
 void PumpOneEvent(ChildWindow* window, bool mayWait) {
   TempScopeBegin();
-  TheLaterModules().redrawMenuBar();
+  RedrawMenuBar();
   ReleasePort();
   const HWND filter = window ? window->window : nullptr;
   MSG message;

@@ -5,13 +5,8 @@ namespace framereel {
 
 LaterModules& TheLaterModules() {
   static LaterModules modules = {
-      .redrawMenuBar = [] {},
-      .menuCommand = [](uint16_t) {},
       .menuShortcut = [](const KeyEvent&) { return false; },
       .blockMenus = [](bool) {},
-      .setEditTarget = [](const EditTarget*, EditTarget*) {},
-      .setEditEnabled = [](uint16_t) {},
-      .isEditItem = [](const MenuItem*) { return false; },
       .endEditSession = [](const KeyEvent*) {},
       .isEditedThere = [](const ChildWindow*, int16_t, int16_t) { return false; },
   };

@@ -56,12 +56,12 @@ bool StorePlace(WindowGeometry* g, int32_t x, int32_t y) {
          g->clientTop != before.clientTop;
 }
 
-// The main window moved and the origin of toolkit coordinates with it. Windows that stand on the screen by themselves
-// stayed where they are, which is another place in those coordinates.
-void FollowOrigin(int32_t dx, int32_t dy) {
+// Windows that stand on the screen by themselves, or those inside the main window, are at another place in toolkit
+// coordinates, without a doing of their own.
+void ShiftWindows(bool topLevel, int32_t dx, int32_t dy) {
   for (ChildWindow* window = NextChildWindow(nullptr); window; window = NextChildWindow(window)) {
     const WindowGeometry& g = window->geometry;
-    if (IsTopLevel(window)) StorePlace(&window->geometry, g.outerLeft - dx, g.outerTop - dy);
+    if (IsTopLevel(window) == topLevel) StorePlace(&window->geometry, g.outerLeft + dx, g.outerTop + dy);
   }
 }
 
@@ -94,7 +94,12 @@ LRESULT ChildFrameChanged(ChildWindow* window, HWND handle, WPARAM wParam, LPARA
 
 LRESULT MainFrameChanged(MainWindow* main, HWND handle, WPARAM wParam, LPARAM lParam) {
   ReadMainIconic(main);
-  return LearnInsets(&main->geometry, main->iconic, handle, wParam, lParam);
+  const WindowGeometry before = main->geometry;
+  const LRESULT answer = LearnInsets(&main->geometry, main->iconic, handle, wParam, lParam);
+  // The windows inside go with its client area, as when a bar of menus comes.
+  const WindowGeometry& g = main->geometry;
+  ShiftWindows(false, g.insetLeft - before.insetLeft, g.insetTop - before.insetTop);
+  return answer;
 }
 
 void ChildPlaceChanged(ChildWindow* window, const WINDOWPOS& place) {
@@ -118,7 +123,8 @@ void MainPlaceChanged(MainWindow* main, const WINDOWPOS& place) {
     main->originX = PinToShort(place.x);
     main->originY = PinToShort(place.y);
     StorePlace(g, 0, 0);
-    FollowOrigin(main->originX - originX, main->originY - originY);
+    // The origin of the coordinates moved with it.
+    ShiftWindows(true, originX - main->originX, originY - main->originY);
   }
   if (main->originX != originX || main->originY != originY) NotifySend(main, kChangeMainMoved);
   if (g->clientWidth != width || g->clientHeight != height) NotifySend(main, kChangeMainSize);

@@ -36,18 +36,6 @@ PixelRect ControlPaint::Part() const {
   return PixelsOf(paint_.rcPaint);
 }
 
-int32_t TextWidth(HDC context, std::string_view text) {
-  SIZE size = {0, 0};
-  ::GetTextExtentPointA(context, text.data(), int(text.size()), &size);
-  return size.cx;
-}
-
-int32_t LineHeight(HDC context) {
-  TEXTMETRICA metrics = {};
-  ::GetTextMetricsA(context, &metrics);
-  return metrics.tmHeight;
-}
-
 void NotifyParent(HWND control, WORD notice) {
   const WPARAM what = MAKEWPARAM(int(control->id), notice);
   ::SendMessageA(control->parent, WM_COMMAND, what, reinterpret_cast<LPARAM>(control));

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <span>
-#include <string_view>
 
 #include "win32/windows/window.h"
 
@@ -50,9 +49,6 @@ private:
   HWND window_;
   PAINTSTRUCT paint_;
 };
-
-int32_t TextWidth(HDC context, std::string_view text);
-int32_t LineHeight(HDC context);
 
 void NotifyParent(HWND control, WORD notice); // WM_COMMAND
 void InvalidateAll(HWND control);

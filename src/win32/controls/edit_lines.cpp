@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "win32/controls/control_base.h"
+#include "win32/drawing/relief.h"
 #include "win32/system/utf8.h"
 
 namespace framereel {

@@ -54,16 +54,26 @@ void DrawDottedRect(HDC context, const PixelRect& r, COLORREF ground) {
   FillDots(context, {r.right - 1, r.top + 1, r.right, r.bottom - 1}, ink);
 }
 
-void DrawLabel(HDC context, int32_t x, int32_t y, std::string_view text, bool greyed, COLORREF ground) {
-  const COLORREF ink = ::GetSysColor(kColourButtonText), grey = ::GetSysColor(COLOR_GRAYTEXT);
+int32_t TextWidth(HDC context, std::string_view text) {
+  SIZE size = {0, 0};
+  ::GetTextExtentPointA(context, text.data(), int(text.size()), &size);
+  return size.cx;
+}
+
+int32_t LineHeight(HDC context) {
+  TEXTMETRICA metrics = {};
+  ::GetTextMetricsA(context, &metrics);
+  return metrics.tmHeight;
+}
+
+void DrawLabel(HDC context, int32_t x, int32_t y, std::string_view text, bool greyed, COLORREF ground, COLORREF ink) {
+  const COLORREF grey = ::GetSysColor(COLOR_GRAYTEXT);
   const COLORREF shown = ::GetNearestColor(context, grey);
   const bool hasGrey = shown != ::GetNearestColor(context, ground) && shown != ::GetNearestColor(context, ink);
-  const auto length = int(text.size());
   ::SetTextColor(context, greyed && hasGrey ? grey : ink);
-  ::TextOutA(context, x, y, text.data(), length);
-  SIZE size = {0, 0};
-  ::GetTextExtentPointA(context, text.data(), length, &size);
-  if (greyed && !hasGrey) FillDots(context, {x, y, x + size.cx, y + size.cy}, ground);
+  ::TextOutA(context, x, y, text.data(), int(text.size()));
+  const PixelRect cell = {x, y, x + TextWidth(context, text), y + LineHeight(context)};
+  if (greyed && !hasGrey) FillDots(context, cell, ground);
 }
 
 COLORREF Legible(HDC context, COLORREF colour, COLORREF ground) {

@@ -19,9 +19,13 @@ void DrawEdge(HDC context, const PixelRect& r, int leftTop, int rightBottom);
 void DrawRaised(HDC context, const PixelRect& r, bool pressed);
 // Dots along the inside of the rectangle, in a colour that can be told from the ground.
 void DrawDottedRect(HDC context, const PixelRect& r, COLORREF ground);
-// Text with its cell's top left corner at x, y, in black; or greyed, on screens without a grey of their own by leaving
-// out every other pixel.
-void DrawLabel(HDC context, int32_t x, int32_t y, std::string_view text, bool greyed, COLORREF ground);
+// In the font of the context.
+int32_t TextWidth(HDC context, std::string_view text);
+int32_t LineHeight(HDC context);
+// Text with its cell's top left corner at x, y, in the ink; or greyed, on screens without a grey of their own by
+// leaving out every other pixel.
+void DrawLabel(HDC context, int32_t x, int32_t y, std::string_view text, bool greyed, COLORREF ground,
+               COLORREF ink = RGB(0, 0, 0));
 // The colour or, where the screen has too few to tell it from the ground, black or white.
 COLORREF Legible(HDC context, COLORREF colour, COLORREF ground);
 

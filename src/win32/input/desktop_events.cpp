@@ -35,11 +35,16 @@ void OnActive(const DisplayEvent& event) {
 // Not every desktop gives a window the keyboard that is clicked on.
 void OnPress(const DisplayEvent& event) {
   MSG message;
-  if (!TheWindows().hasKeyboard && MessageOfInput(event, &message)) Activate(TopLevelOf(message.hwnd), true);
+  if (!TheWindows().hasKeyboard) {
+    const HWND taken = MessageOfInput(event, &message) ? TopLevelOf(message.hwnd) : TopLevelOf(event.window);
+    if (taken) ActivateByPress(taken);
+  }
   EnqueueInput(event);
 }
 
 void OnMinimised(HWND window, bool minimised) {
+  CancelMenu();
+  if (!IsLive(window)) return;
   if (minimised) {
     Minimise(window, true);
   } else {
@@ -60,8 +65,9 @@ void OnWindowEvent(HWND window, const DisplayEvent& event) {
   case DisplayEventKind::kMinimised:
     return OnMinimised(window, event.flag);
   case DisplayEventKind::kCloseRequest:
+    CancelMenu();
     // A disabled window waits for its dialog.
-    if (!Has(*window, WS_DISABLED)) Post(window, WM_SYSCOMMAND, SC_CLOSE, 0, false);
+    if (IsLive(window) && !Has(*window, WS_DISABLED)) Post(window, WM_SYSCOMMAND, SC_CLOSE, 0, false);
     return;
   case DisplayEventKind::kDestroyed:
     ::DestroyWindow(window);

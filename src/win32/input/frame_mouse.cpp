@@ -126,7 +126,8 @@ void PressFrame(HWND window, int hit, int32_t x, int32_t y) {
     Send(window, WM_SYSCOMMAND, SC_MOVE | WPARAM(HTCAPTION), point);
     return;
   case HTSYSMENU:
-    Send(window, WM_SYSCOMMAND, SC_MOUSEMENU | WPARAM(HTSYSMENU), point);
+  case HTMENU:
+    Send(window, WM_SYSCOMMAND, SC_MOUSEMENU | WPARAM(hit), point);
     return;
   case HTMINBUTTON:
     if (HoldBox(window, HTMINBUTTON)) Send(window, WM_SYSCOMMAND, window->minimised ? SC_RESTORE : SC_MINIMIZE, point);

@@ -132,7 +132,8 @@ void TakeKey(const DisplayEvent& event) {
   const bool down = event.kind == Kind::kKeyDown;
   if (down) {
     ++system.presses;
-    system.altAlone = event.key == VK_MENU;
+    const bool again = KeyIsDown(VK_MENU), chord = KeyIsDown(VK_CONTROL) || KeyIsDown(VK_SHIFT);
+    system.altAlone = event.key == VK_MENU && (again ? system.altAlone : !chord);
   }
   NoteKey(event.key, down);
 }

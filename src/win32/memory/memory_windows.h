@@ -47,6 +47,7 @@ struct DisplayWindow {
 struct MemoryDesktop {
   std::vector<std::unique_ptr<DisplayWindow>> windows; // from the top down
   std::vector<uint32_t> picture;                       // of the desktop itself, under all windows; empty: black
+  std::vector<PixelRect> monitors;                     // empty: one shows the whole screen
   std::deque<DisplayEvent> events;
   DisplayWindow* keyboard; // has it; may be another program's; null: nobody
   DisplayWindow* captured; // by DisplayCapturePointer

@@ -365,4 +365,10 @@ PixelRect DisplayUsableArea() {
   return free;
 }
 
+PixelRect DisplayMonitorAt(int32_t x, int32_t y) {
+  PixelRect smallest = ScreenBounds();
+  for (const PixelRect& monitor : TheMemoryDesktop().monitors) smallest = SmallerAt(smallest, monitor, x, y);
+  return smallest;
+}
+
 } // namespace framereel

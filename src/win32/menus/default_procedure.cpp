@@ -1,7 +1,7 @@
 // What every window does with a message that its procedure leaves alone: a table from message to handler.
 #include "win32/input/frame_mouse.h"
 #include "win32/input/keyboard.h"
-#include "win32/menus/menus.h"
+#include "win32/menus/menu_tracking.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/painting.h"
@@ -78,15 +78,32 @@ LRESULT OnPosChanged(HWND window, WPARAM, LPARAM lParam) {
   return Send(window, WM_SIZE, window->minimised, MAKELPARAM(WidthOf(window->client), HeightOf(window->client)));
 }
 
-LRESULT OnSystemKeyDown(HWND window, WPARAM wParam, LPARAM) {
-  if (wParam == VK_F4 && KeyIsDown(VK_MENU)) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_CLOSE, 0);
+bool IsRepeated(LPARAM lParam) {
+  return lParam & LPARAM{1} << 30;
+}
+
+LRESULT OnSystemKeyDown(HWND window, WPARAM wParam, LPARAM lParam) {
+  if (wParam == VK_F4 && KeyIsDown(VK_MENU)) return Send(TopLevelOf(window), WM_SYSCOMMAND, SC_CLOSE, 0);
+  const bool alone = !KeyIsDown(VK_MENU) && !KeyIsDown(VK_CONTROL) && !KeyIsDown(VK_SHIFT);
+  if (wParam == VK_F10 && alone && !IsRepeated(lParam)) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, 0);
   return 0;
 }
 
-// A Space that repeats was pressed in a chord, of which Alt is what is left.
+LRESULT OnSystemKeyUp(HWND window, WPARAM wParam, LPARAM) {
+  if (wParam != VK_MENU || !TheWindows().altAlone) return 0;
+  TheWindows().altAlone = false;
+  return Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, 0);
+}
+
+// A key that repeats was pressed in a chord, of which Alt is what is left.
 LRESULT OnSystemChar(HWND window, WPARAM wParam, LPARAM lParam) {
-  const bool repeated = lParam & LPARAM{1} << 30;
-  if (wParam == VK_SPACE && !repeated) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, VK_SPACE);
+  const bool alt = lParam & LPARAM{1} << 29;
+  if (alt && !IsRepeated(lParam)) Send(TopLevelOf(window), WM_SYSCOMMAND, SC_KEYMENU, LPARAM(wParam));
+  return 0;
+}
+
+LRESULT OnCancelMode(HWND window, WPARAM, LPARAM) {
+  if (TheWindows().menuOwner == window) EndMenu();
   return 0;
 }
 
@@ -105,10 +122,10 @@ LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam) {
   case SC_CLOSE:
     return Send(window, WM_CLOSE, 0, 0);
   case SC_MOUSEMENU:
-    RunSystemMenu(window, false);
+    RunMenuByMouse(window, int(wParam & 15), x, y);
     return 0;
   case SC_KEYMENU:
-    if (lParam == VK_SPACE) RunSystemMenu(window, true);
+    RunMenuByKey(window, uint8_t(lParam));
     return 0;
   default:
     return 0;
@@ -137,7 +154,9 @@ constexpr Handler kHandlers[] = {
     {WM_NCCALCSIZE, OnNcCalcSize},
     {WM_NCACTIVATE, OnNcActivate},
     {WM_NCLBUTTONDOWN, OnNcButtonDown},
+    {WM_CANCELMODE, OnCancelMode},
     {WM_SYSKEYDOWN, OnSystemKeyDown},
+    {WM_SYSKEYUP, OnSystemKeyUp},
     {WM_SYSCHAR, OnSystemChar},
     {WM_SYSCOMMAND, OnSystemCommand},
     {WM_MOUSEWHEEL, OnMouseWheel},

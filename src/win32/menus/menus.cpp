@@ -1,82 +1,168 @@
-// Menus as records: the system menu of each window, and changing items.
+// Menus as records: making and destroying them, changing their items, giving them to windows.
 #include "win32/menus/menus.h"
 
 #include <algorithm>
 
-#include "win32/menus/menu_popup.h"
+#include "win32/pixels/rectangles.h"
 #include "win32/windows/frame.h"
-#include "win32/windows/message_queue.h"
+#include "win32/windows/placement.h"
+#include "win32/windows/update_regions.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
 
-MenuItem* ItemOf(HMENU menu, UINT id) {
-  if (!menu) return nullptr;
-  const auto found = std::find_if(menu->items.begin(), menu->items.end(),
-                                  [=](const MenuItem& item) { return item.id == id && !(item.flags & MF_SEPARATOR); });
-  return found == menu->items.end() ? nullptr : &*found;
+using Items = std::vector<MenuEntry>;
+
+HMENU NewMenu() {
+  auto& menus = TheWindows().menus;
+  menus.push_back(std::make_unique<Win32Menu>());
+  NoteChange(menus.back().get());
+  return menus.back().get();
 }
 
-std::string Copied(const char* text) {
-  return text ? text : "";
+// The item, or the end when there is none.
+Items::iterator ItemOf(HMENU menu, UINT item, UINT flags) {
+  Items& items = menu->items;
+  if (flags & MF_BYPOSITION) return item < items.size() ? items.begin() + item : items.end();
+  return std::find_if(items.begin(), items.end(),
+                      [=](const MenuEntry& each) { return each.id == item && !IsSeparator(each) && !each.popup; });
 }
 
-std::unique_ptr<Win32Menu> NewSystemMenu() {
-  auto menu = std::make_unique<Win32Menu>();
-  menu->items = {
-      {SC_RESTORE, 0, "&Restore"}, {SC_MOVE, 0, "&Move"},           {SC_MINIMIZE, 0, "Mi&nimise"},
-      {0, MF_SEPARATOR, ""},       {SC_CLOSE, 0, "&Close\tAlt+F4"},
-  };
-  return menu;
+MenuEntry MadeOf(UINT flags, uintptr_t idOrPopup, const char* text) {
+  MenuEntry made = {0, flags & ~(MF_POPUP | MF_BYPOSITION), text ? text : "", nullptr};
+  if (flags & MF_POPUP) {
+    made.popup = reinterpret_cast<HMENU>(idOrPopup);
+  } else {
+    made.id = UINT(idOrPopup);
+  }
+  return made;
 }
 
-// Null for a window whose style has none.
-Win32Menu* SystemMenuOf(Win32Window* window) {
-  if (!window->systemMenu && Has(*window, WS_SYSMENU)) window->systemMenu = NewSystemMenu();
-  return window->systemMenu.get();
+bool CanBeMade(HMENU menu, const MenuEntry& item) {
+  return IsMenu(menu) && (!item.popup || IsMenu(item.popup));
 }
 
-// What of the system menu can be done with the window as it is.
-Win32Menu AsThingsStand(const Win32Menu& systemMenu, const Win32Window& window) {
-  Win32Menu menu = systemMenu;
-  const auto grey = [&menu](UINT id, bool is) {
-    if (MenuItem* item = is ? ItemOf(&menu, id) : nullptr) item->flags |= MF_GRAYED;
-  };
-  grey(SC_RESTORE, !window.minimised);
-  grey(SC_MOVE, window.minimised);
-  grey(SC_MINIMIZE, window.minimised || !Has(window, WS_MINIMIZEBOX));
-  return menu;
+// No item opens it any more, and no window shows it.
+void TakeOut(HMENU menu) {
+  WindowSystem& system = TheWindows();
+  for (const auto& other : system.menus) {
+    for (MenuEntry& item : other->items) {
+      if (item.popup != menu) continue;
+      item.popup = nullptr;
+      NoteChange(other.get());
+    }
+  }
+  for (const auto& window : system.windows) {
+    if (window->menuBar == menu) window->menuBar = nullptr;
+  }
 }
 
 } // namespace
 
-void RunSystemMenu(HWND window, bool byKeyboard) {
-  const Win32Menu* menu = SystemMenuOf(window);
-  if (!menu || !IsShown(*window)) return;
-  const UINT chosen = ChooseFromMenu(window, AsThingsStand(*menu, *window), FramePart(*window, HTSYSMENU), byKeyboard);
-  if (chosen && IsLive(window)) Post(window, WM_SYSCOMMAND, chosen, 0, false);
+bool IsMenu(HMENU menu) {
+  const WindowSystem& system = TheWindows();
+  const auto isIt = [=](const auto& each) { return each.get() == menu; };
+  const auto hasIt = [=](const auto& window) { return window->systemMenu.get() == menu; };
+  return menu && (std::any_of(system.menus.begin(), system.menus.end(), isIt) ||
+                  std::any_of(system.windows.begin(), system.windows.end(), hasIt));
+}
+
+void NoteChange(HMENU menu) {
+  menu->changed = ++TheWindows().menuChanges;
+}
+
+bool IsSeparator(const MenuEntry& item) {
+  return item.flags & MF_SEPARATOR;
+}
+
+bool IsGreyed(const MenuEntry& item) {
+  return item.flags & MF_GRAYED;
 }
 
 } // namespace framereel
 
 using namespace framereel;
 
-HMENU GetSystemMenu(HWND window, BOOL revert) {
-  if (!IsLive(window)) return nullptr;
-  if (revert) window->systemMenu = nullptr;
-  return revert ? nullptr : SystemMenuOf(window);
+HMENU CreateMenu() {
+  return NewMenu();
 }
 
-BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, UINT id, const char* text) {
-  MenuItem* found = ItemOf(menu, item);
-  if (!found) return FALSE;
-  *found = {id, flags, Copied(text)};
+HMENU CreatePopupMenu() {
+  return NewMenu();
+}
+
+BOOL DestroyMenu(HMENU menu) {
+  auto& menus = TheWindows().menus;
+  const auto found = std::find_if(menus.begin(), menus.end(), [=](const auto& each) { return each.get() == menu; });
+  if (found == menus.end()) return FALSE;
+  TakeOut(menu);
+  menus.erase(found);
   return TRUE;
 }
 
-BOOL AppendMenuA(HMENU menu, UINT flags, UINT id, const char* text) {
-  if (!menu) return FALSE;
-  menu->items.push_back({id, flags, Copied(text)});
+BOOL SetMenu(HWND window, HMENU menu) {
+  if (!IsLive(window) || (menu && !IsMenu(menu))) return FALSE;
+  window->menuBar = menu;
+  return ::DrawMenuBar(window);
+}
+
+BOOL DrawMenuBar(HWND window) {
+  if (!IsLive(window)) return FALSE;
+  InvalidateFrame(window);
+  const bool fits = window->minimised || Same(ClientInside(*window, window->place), window->client);
+  if (!fits) RenewFrame(window);
+  return TRUE;
+}
+
+int GetMenuItemCount(HMENU menu) {
+  return IsMenu(menu) ? int(menu->items.size()) : -1;
+}
+
+BOOL AppendMenuA(HMENU menu, UINT flags, uintptr_t idOrPopup, const char* text) {
+  const MenuEntry made = MadeOf(flags, idOrPopup, text);
+  if (!CanBeMade(menu, made)) return FALSE;
+  menu->items.push_back(made);
+  NoteChange(menu);
+  return TRUE;
+}
+
+BOOL InsertMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const char* text) {
+  const MenuEntry made = MadeOf(flags, idOrPopup, text);
+  if (!CanBeMade(menu, made)) return FALSE;
+  const auto at = ItemOf(menu, item, flags);
+  // A position behind the last item is the end.
+  if (at == menu->items.end() && !(flags & MF_BYPOSITION)) return FALSE;
+  menu->items.insert(at, made);
+  NoteChange(menu);
+  return TRUE;
+}
+
+BOOL ModifyMenuA(HMENU menu, UINT item, UINT flags, uintptr_t idOrPopup, const char* text) {
+  const MenuEntry made = MadeOf(flags, idOrPopup, text);
+  if (!CanBeMade(menu, made)) return FALSE;
+  const auto at = ItemOf(menu, item, flags);
+  if (at == menu->items.end()) return FALSE;
+  *at = made;
+  NoteChange(menu);
+  return TRUE;
+}
+
+BOOL RemoveMenu(HMENU menu, UINT item, UINT flags) {
+  if (!IsMenu(menu)) return FALSE;
+  const auto at = ItemOf(menu, item, flags);
+  if (at == menu->items.end()) return FALSE;
+  menu->items.erase(at);
+  NoteChange(menu);
+  return TRUE;
+}
+
+BOOL DeleteMenu(HMENU menu, UINT item, UINT flags) {
+  if (!IsMenu(menu)) return FALSE;
+  const auto at = ItemOf(menu, item, flags);
+  if (at == menu->items.end()) return FALSE;
+  const HMENU popup = at->popup;
+  ::RemoveMenu(menu, item, flags);
+  ::DestroyMenu(popup);
   return TRUE;
 }

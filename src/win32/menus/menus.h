@@ -1,11 +1,13 @@
-// Menus as records: the system menu of each window, and changing items. Internal to the layer.
+// Which menus there are, and changing their items. Internal to the layer; the calls stand in win32_menus.h.
 #pragma once
 
-#include "win32/win32_menus.h"
+#include "win32/windows/menu_record.h"
 
 namespace framereel {
 
-// Runs the window's system menu, in which what cannot be done with it now is grey, and posts the choice.
-void RunSystemMenu(HWND window, bool byKeyboard);
+bool IsMenu(HMENU menu); // has not been destroyed
+void NoteChange(HMENU menu);
+bool IsSeparator(const MenuEntry& item);
+bool IsGreyed(const MenuEntry& item);
 
 } // namespace framereel

@@ -66,6 +66,9 @@ void DisplayRefresh(const PixelRect& where);
 
 // The part of the screen that docks and task bars leave free; the whole screen when there are none.
 PixelRect DisplayUsableArea();
+// What of the screen the monitor shows that the point is on, the smallest of several; the whole screen where no monitor
+// is. Asks the server.
+PixelRect DisplayMonitorAt(int32_t x, int32_t y);
 
 // ---- Input -------------------------------------------------------------------------------------------------------
 

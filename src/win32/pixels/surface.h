@@ -59,4 +59,15 @@ inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
           a.bottom < b.bottom ? a.bottom : b.bottom};
 }
 
+// In pixels; of a rectangle that is not turned over.
+inline int64_t AreaOf(const PixelRect& r) {
+  return int64_t{r.right - r.left} * (r.bottom - r.top);
+}
+
+// The other rectangle, if it holds the point and is the smaller one; else the one that has been found.
+inline PixelRect SmallerAt(const PixelRect& found, const PixelRect& other, int32_t x, int32_t y) {
+  const bool holds = x >= other.left && x < other.right && y >= other.top && y < other.bottom;
+  return holds && AreaOf(other) < AreaOf(found) ? other : found;
+}
+
 } // namespace framereel

@@ -44,6 +44,8 @@ void Switch(HWND topLevel, bool byClick) {
   WindowSystem& system = TheWindows();
   const HWND before = system.active;
   if (before == topLevel) return;
+  if (system.menuOwner && TopLevelOf(system.menuOwner) != topLevel) CancelMenu();
+  if (!IsLive(topLevel)) return;
   system.active = topLevel;
   Deactivate(before);
   if (!IsLive(topLevel) || system.active != topLevel) return;
@@ -55,18 +57,20 @@ bool CanBeActive(HWND window) {
   return IsShown(*window) && !window->minimised && !Has(*window, WS_DISABLED) && !window->beingDestroyed;
 }
 
-// A window that may be active in the place of one that may not: a window that it owns, as a dialog is by the frame
-// that it disables.
+// A window that may be active in the place of one that may not: the topmost that it owns, be it by others, as a dialog
+// over a dialog is by the frame that the first one disables.
 HWND StandIn(HWND topLevel) {
   if (CanBeActive(topLevel)) return topLevel;
   for (HWND window : TheWindows().topLevels) {
-    if (window->owner == topLevel && CanBeActive(window)) return window;
+    if (IsOwnedBy(window, topLevel) && CanBeActive(window)) return window;
   }
   return nullptr;
 }
 
 HWND NextActive(HWND leaving) {
-  if (leaving->owner && CanBeActive(leaving->owner)) return leaving->owner;
+  for (HWND owner = leaving->owner; owner; owner = owner->owner) {
+    if (CanBeActive(owner)) return owner;
+  }
   for (HWND window : TheWindows().topLevels) {
     if (window != leaving && CanBeActive(window)) return window;
   }
@@ -81,6 +85,10 @@ void Activate(HWND topLevel, bool byClick) {
   if (system.active == topLevel && system.hasKeyboard) return;
   AskForKeyboard(topLevel);
   if (system.hasKeyboard) Switch(topLevel, byClick);
+}
+
+void ActivateByPress(HWND topLevel) {
+  if (const HWND window = StandIn(topLevel)) Activate(window, true);
 }
 
 void ActivateNextOf(HWND topLevel) {
@@ -110,6 +118,7 @@ void KeyboardCame(HWND topLevel) {
 void KeyboardWent() {
   WindowSystem& system = TheWindows();
   const HWND before = system.active;
+  CancelMenu();
   system.hasKeyboard = false;
   system.active = nullptr;
   Deactivate(before);
@@ -136,6 +145,7 @@ void MoveCapture(HWND window) {
   WindowSystem& system = TheWindows();
   const HWND before = system.capture;
   system.capture = window;
+  if (window) CancelMenu();
   if (before == window || !IsLive(before)) return;
   Send(before, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(window));
 }
@@ -144,8 +154,14 @@ bool AwaitsKeyboard() {
   return !TheWindows().hasKeyboard && TheWindows().askedFor;
 }
 
+void CancelMenu() {
+  const HWND owner = TheWindows().menuOwner;
+  if (IsLive(owner)) Send(owner, WM_CANCELMODE, 0, 0);
+}
+
 void ReleaseFrom(HWND window) {
   WindowSystem& system = TheWindows();
+  if (system.menuOwner && IsWithin(system.menuOwner, window)) CancelMenu();
   if (system.capture && IsWithin(system.capture, window)) ::ReleaseCapture();
   if (system.focus && IsWithin(system.focus, window)) MoveFocus(nullptr);
 }

@@ -6,10 +6,12 @@
 namespace framereel {
 
 void Activate(HWND topLevel, bool byClick);
-void ActivateNextOf(HWND topLevel); // it goes away: another one takes its place
-void SettleKeyboard();              // acts on what the display has said of the keyboard
-void MoveCapture(HWND window);      // the mouse is its own now, or nobody's; the display knows
-bool AwaitsKeyboard();              // the display has been asked for it, and may still give it
-void ReleaseFrom(HWND window);      // it goes or is disabled: it and its children lose focus and capture
+void ActivateByPress(HWND topLevel); // or what stands in for it while it is disabled
+void ActivateNextOf(HWND topLevel);  // it goes away: another one takes its place
+void SettleKeyboard();               // acts on what the display has said of the keyboard
+void MoveCapture(HWND window);       // the mouse is its own now, or nobody's; the display knows
+bool AwaitsKeyboard();               // the display has been asked for it, and may still give it
+void CancelMenu();                   // the menu that is open, if one is, closes
+void ReleaseFrom(HWND window);       // it goes or is disabled: it and its children lose focus, capture and menu
 
 } // namespace framereel

@@ -1,7 +1,9 @@
-// The frame that this layer draws round windows: border, caption, system menu button, minimise and close boxes.
+// The frame that this layer draws round windows: border, caption, system menu button, minimise and close boxes, and the
+// strip for the bar of menus.
 //
-// A window with a caption has a raised border of 3 pixels and a caption of 18 with a line under it; one with a border
-// alone has a black line. What presses on the frame do is told in frame_mouse.cpp.
+// A window with a caption has a raised border of 3 pixels and a caption of 18 with a line under it; below that stands
+// its bar of menus, if it has one (menu_bar.h). One with a border alone has a black line. What presses on the frame do
+// is told in frame_mouse.cpp.
 #include "win32/windows/frame.h"
 
 #include <algorithm>
@@ -10,7 +12,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/windows/update_regions.h"
+#include "win32/windows/menu_bar.h"
 #include "win32/windows/window_contexts.h"
 #include "win32/windows/window_tree.h"
 
@@ -56,6 +58,12 @@ PixelRect CaptionStrip(const PixelRect& place) {
           std::min(place.top + kEdge + kCaption, place.bottom - kEdge)};
 }
 
+PixelRect MenuBarStrip(const Win32Window& window, const PixelRect& place) {
+  const int32_t left = place.left + kEdge, right = place.right - kEdge;
+  const int32_t top = place.top + kEdge + kCaption + kUnderline;
+  return {left, top, right, top + MenuBarHeight(window, right - left)};
+}
+
 // A box in the caption, the first or second from the right.
 PixelRect BoxFromRight(const PixelRect& strip, int32_t number) {
   const int32_t right = strip.right - kBoxGap - number * (kBoxWidth + kBoxGap);
@@ -69,6 +77,8 @@ PixelRect Part(const Win32Window& window, const PixelRect& place, int hit) {
   switch (hit) {
   case HTCAPTION:
     return strip;
+  case HTMENU:
+    return MenuBarStrip(window, place);
   case HTSYSMENU:
     return Has(window, WS_SYSMENU) ? PixelRect{strip.left + kBoxGap, strip.top + kBoxGap,
                                                strip.left + kBoxGap + kBoxWidth, strip.top + kBoxGap + kBoxHeight}
@@ -83,13 +93,9 @@ PixelRect Part(const Win32Window& window, const PixelRect& place, int hit) {
 }
 
 bool IsPressed(const Win32Window& window, int hit) {
-  return TheWindows().pressedWindow == &window && TheWindows().pressedBox == hit;
-}
-
-int TextWidth(HDC context, const std::string& text) {
-  SIZE size = {0, 0};
-  ::GetTextExtentPointA(context, text.data(), int(text.size()), &size);
-  return size.cx;
+  const WindowSystem& system = TheWindows();
+  const bool menu = hit == HTSYSMENU && system.menuOwner == &window && system.markedTitle == kSystemMenuTitle;
+  return menu || (system.pressedWindow == &window && system.pressedBox == hit);
 }
 
 // The title, with dots in the place of what has no room.
@@ -110,14 +116,12 @@ void DrawTitle(HDC context, const Win32Window& window, const PixelRect& place, C
     if (!IsEmpty(part)) right = std::min(right, part.left - kBoxGap);
   }
   if (Has(window, WS_SYSMENU)) left += kBoxWidth + kBoxGap;
-  TEXTMETRICA metrics = {};
-  ::GetTextMetricsA(context, &metrics);
   const COLORREF text = ::GetSysColor(window.captionLit ? kColourCaptionText : kColourInactiveCaptionText);
   ::SetTextColor(context, Legible(context, text, stripColour));
   ::SetBkMode(context, TRANSPARENT);
   ::SetTextAlign(context, 0);
   const std::string title = Fitting(context, window.title, right - left);
-  ::TextOutA(context, left, strip.top + (kCaption - metrics.tmHeight) / 2, title.data(), int(title.size()));
+  ::TextOutA(context, left, strip.top + (kCaption - LineHeight(context)) / 2, title.data(), int(title.size()));
 }
 
 void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& place) {
@@ -131,13 +135,15 @@ void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& plac
   DrawBox(context, Part(window, place, HTMINBUTTON), window.minimised ? kWindowSign : kBar,
           IsPressed(window, HTMINBUTTON));
   DrawBox(context, Part(window, place, HTCLOSE), kCross, IsPressed(window, HTCLOSE));
+  DrawMenuTitles(context, window, Part(window, place, HTMENU));
 }
 
 } // namespace
 
 PixelRect ClientInside(const Win32Window& window, const PixelRect& place) {
   if (HasCaption(window)) {
-    return {place.left + kEdge, place.top + kEdge + kCaption + kUnderline, place.right - kEdge, place.bottom - kEdge};
+    const PixelRect bar = MenuBarStrip(window, place);
+    return {bar.left, bar.bottom, bar.right, place.bottom - kEdge};
   }
   return Shrunk(place, Has(window, WS_BORDER) ? 1 : 0);
 }
@@ -148,7 +154,7 @@ PixelRect FramePart(const Win32Window& window, int hit) {
 
 int HitTest(const Win32Window& window, int32_t x, int32_t y) {
   if (Holds(ClientOnScreen(window), x, y)) return HTCLIENT;
-  for (const int hit : {HTCLOSE, HTMINBUTTON, HTSYSMENU, HTCAPTION}) {
+  for (const int hit : {HTCLOSE, HTMINBUTTON, HTSYSMENU, HTCAPTION, HTMENU}) {
     if (Holds(FramePart(window, hit), x, y)) return hit;
   }
   return Holds(PlaceOnScreen(window), x, y) ? HTBORDER : HTNOWHERE;
@@ -168,11 +174,3 @@ void PaintFrame(HWND window) {
 }
 
 } // namespace framereel
-
-using namespace framereel;
-
-BOOL DrawMenuBar(HWND window) {
-  if (!IsLive(window)) return FALSE;
-  InvalidateFrame(window);
-  return TRUE;
-}

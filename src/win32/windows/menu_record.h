@@ -1,4 +1,4 @@
-// What a menu holds. Internal to the layer; menus/menu.h works with it.
+// What a menu holds. Internal to the layer; menus/menus.h works with it, and the bar in a frame shows it.
 #pragma once
 
 #include <string>
@@ -8,13 +8,15 @@
 
 namespace framereel {
 
-struct MenuItem {
+struct MenuEntry {
   UINT id, flags; // MF_...
   std::string text;
+  HMENU popup; // that it opens; null for none
 };
 
 } // namespace framereel
 
 struct Win32Menu {
-  std::vector<framereel::MenuItem> items;
+  std::vector<framereel::MenuEntry> items;
+  uint32_t changed; // number of its last change among those of all menus: whoever shows it looks whether it is shown
 };

@@ -186,10 +186,12 @@ PixelRect LimitedPlace(HWND window, const PixelRect& place) {
   const bool overlapped = !(window->style & (WS_POPUP | WS_CHILD));
   if (!overlapped) return place;
   const ScreenFacts screen = DisplayScreen();
-  const PixelRect inside = ClientInside(*window, {0, 0, 0, 0});
-  const POINT most = {screen.width - 2 * inside.right, screen.height - 2 * inside.bottom};
-  MINMAXINFO limits = {{0, 0}, most, {inside.right, inside.bottom}, {0, 0}, most};
-  limits.ptMinTrackSize = {inside.left - inside.right, inside.top - inside.bottom};
+  const PixelRect empty = {0, 0, WidthOf(place), 0}; // as wide as asked: a bar of menus has rows by that
+  const PixelRect inside = ClientInside(*window, empty);
+  const int32_t side = inside.left, below = -inside.bottom;
+  const POINT most = {screen.width + 2 * side, screen.height + 2 * below};
+  MINMAXINFO limits = {{0, 0}, most, {-side, -below}, {0, 0}, most};
+  limits.ptMinTrackSize = {2 * side, inside.top + below};
   Send(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
   const POINT low = limits.ptMinTrackSize, high = limits.ptMaxTrackSize;
   return {place.left, place.top, place.left + std::max(low.x, std::min(high.x, WidthOf(place))),
@@ -206,6 +208,10 @@ void Place(HWND window, const PixelRect& asked, bool byDesktop) {
   } else if (!Same(place, window->place)) {
     Apply(window, place, false, byDesktop);
   }
+}
+
+void RenewFrame(HWND window) {
+  Apply(window, window->place, true, true);
 }
 
 void SetVisible(HWND window, bool visible) {

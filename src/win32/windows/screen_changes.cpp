@@ -1,6 +1,7 @@
 // What the screen was like when windows last looked, and what they are told when it is another.
 #include "win32/windows/screen_changes.h"
 
+#include "win32/windows/activation.h"
 #include "win32/windows/sending.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/visible.h"
@@ -34,6 +35,7 @@ void OnScreenChanged() {
   system.screen = facts;
   system.usableArea = usable;
   if (otherScreen) {
+    CancelMenu();
     RemakeSurfaces();
     SendToTopLevels(WM_DISPLAYCHANGE, WPARAM(facts.layout.depth), MAKELPARAM(facts.width, facts.height));
   }

@@ -83,6 +83,7 @@ struct Win32Window {
   std::vector<framereel::WindowTimer> timers; // that run now
   std::shared_ptr<void> control;              // what a control's procedure keeps
 
+  HMENU menuBar;                            // of SetMenu; null for none
   std::unique_ptr<Win32Menu> systemMenu;    // made when it is first asked for
   std::unique_ptr<framereel::TopLevel> top; // of a top-level window
 };
@@ -113,6 +114,9 @@ struct WaitingAccent {
   uint8_t character; // 0: none
   uint32_t press;    // WindowSystem::presses when it was made or used up
 };
+
+// What WindowSystem::markedTitle is when it is none of the bar's.
+inline constexpr int32_t kNoTitle = -2, kSystemMenuTitle = -1;
 
 // All that the layer keeps of windows and input. A group of fields is written by the module that it is named after.
 struct WindowSystem {
@@ -145,6 +149,12 @@ struct WindowSystem {
   ScreenFacts screen; // as last seen
   PixelRect usableArea;
 
+  // menus/menus.h, menus/menu_tracking.h
+  std::vector<std::unique_ptr<Win32Menu>> menus; // but for system menus
+  uint32_t menuChanges;                          // counts them, in all menus
+  HWND menuOwner;                                // whose menu is open; null when none is
+  int32_t markedTitle;                           // the title of its bar that is marked, or one of the two below
+
   // input/frame_mouse.h
   HWND pressedWindow; // whose box in the frame is held down, and which
   int pressedBox;
@@ -153,7 +163,7 @@ struct WindowSystem {
   BYTE keys[256];   // as GetKeyboardState tells them
   uint32_t presses; // counts key downs, so that one can be told from the next
   uint32_t buttonPresses;
-  bool altAlone; // Alt is down and nothing else has been pressed since
+  bool altAlone; // Alt is down, by itself, and nothing else has been pressed since
   WaitingAccent accent;
 
   // input/clipboard.h

@@ -15,10 +15,6 @@ PixelRect Union(const PixelRect& a, const PixelRect& b) {
   return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right), std::max(a.bottom, b.bottom)};
 }
 
-int64_t AreaOf(const PixelRect& r) {
-  return int64_t{WidthOf(r)} * HeightOf(r);
-}
-
 // How many pixels too many joining the two would present.
 int64_t Waste(const PixelRect& a, const PixelRect& b) {
   const PixelRect both = Intersect(a, b);

@@ -99,12 +99,12 @@ PixelRect DisplayPlace(const Win32Window& window) {
   return {place.left, place.top, std::max(place.right, place.left + 1), std::max(place.bottom, place.top + 1)};
 }
 
-namespace {
-
 bool IsOwnedBy(const Win32Window* window, const Win32Window* owner) {
   while (window && window != owner) window = window->owner;
   return window != nullptr;
 }
+
+namespace {
 
 bool IsTopmost(const Win32Window& window) {
   return window.extendedStyle & WS_EX_TOPMOST;

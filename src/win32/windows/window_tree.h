@@ -11,8 +11,9 @@ bool IsLive(HWND window);
 bool Has(const Win32Window& window, DWORD style); // all bits of it
 HWND TopLevelOf(HWND window);
 HWND TopLevelOf(const DisplayWindow* display);
-bool IsWithin(HWND window, HWND ancestor);  // or the same
-std::vector<HWND>& SiblingsOf(HWND window); // itself among them
+bool IsWithin(HWND window, HWND ancestor);                           // or the same
+bool IsOwnedBy(const Win32Window* window, const Win32Window* owner); // by windows between them, or the same
+std::vector<HWND>& SiblingsOf(HWND window);                          // itself among them
 // Visible, like all its parents, and none of them minimised out of sight; and so are the owners, with which a window
 // comes and goes.
 bool IsShown(const Win32Window& window);

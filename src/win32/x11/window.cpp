@@ -4,6 +4,8 @@
 //
 // Every call sends what it asks for at once and does not wait for it. Sizes and places are cut to what the protocol
 // can say, 16 bits.
+#include <X11/extensions/Xrandr.h>
+
 #include <algorithm>
 #include <vector>
 
@@ -205,6 +207,24 @@ PixelRect DisplayUsableArea() {
     x->desktop.usableUnsure = false;
   }
   return x->desktop.usable;
+}
+
+PixelRect DisplayMonitorAt(int32_t pointX, int32_t pointY) {
+  X11Connection* x = X11Live();
+  if (!x) return {};
+  PixelRect smallest = {0, 0, x->facts.width, x->facts.height};
+  int event, error, major = 0, minor = 0, count = 0;
+  // Monitors came with version 1.5.
+  bool has = XRRQueryExtension(x->display, &event, &error) && XRRQueryVersion(x->display, &major, &minor) &&
+             (major > 1 || minor >= 5);
+  XRRMonitorInfo* monitors = has ? XRRGetMonitors(x->display, x->root, True, &count) : nullptr;
+  for (int i = 0; i < count; i++) {
+    PixelRect shown = {monitors[i].x, monitors[i].y, monitors[i].x + monitors[i].width,
+                       monitors[i].y + monitors[i].height};
+    smallest = SmallerAt(smallest, shown, pointX, pointY);
+  }
+  if (monitors) XRRFreeMonitors(monitors);
+  return smallest;
 }
 
 } // namespace framereel

@@ -1,0 +1,427 @@
+// Menus: the bar in the frame, the user's way through it by mouse and keys, and what happens to it meanwhile.
+#include <algorithm>
+#include <map>
+#include <sstream>
+#include <vector>
+
+#include "win32/pixels/rectangles.h"
+#include "win32/window_scene.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/menu_bar.h"
+#include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
+
+namespace framereel {
+namespace {
+
+constexpr COLORREF kNavy = RGB(0, 0, 128); // behind what is marked
+
+// A window with the bar
+//
+//   File: New (1), a line, Save (2, checked), More: Deep (4), Grey (5, greyed)
+//   Grey: greyed, with New and the rest of File
+//   Edit: Cut (7), Copy (8), Copy (9); both have the letter c
+class Menus : public OneWindow {
+protected:
+  Menus() {
+    ::AppendMenuA(more, 0, 4, "Dee&p");
+    ::AppendMenuA(more, MF_GRAYED, 5, "&Grey");
+    ::AppendMenuA(file, 0, 1, "&New\tCtrl+N");
+    ::AppendMenuA(file, MF_SEPARATOR, 0, nullptr);
+    ::AppendMenuA(file, MF_CHECKED, 2, "&Save\tCtrl+S");
+    ::AppendMenuA(file, MF_POPUP, uintptr_t(more), "&More");
+    ::AppendMenuA(edit, 0, 7, "Cu&t");
+    ::AppendMenuA(edit, 0, 8, "&Copy");
+    ::AppendMenuA(edit, 0, 9, "&Copy");
+    ::AppendMenuA(bar, MF_POPUP, uintptr_t(file), "&File");
+    ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), "&Grey");
+    ::AppendMenuA(bar, MF_POPUP, uintptr_t(edit), "&Edit");
+    ::SetMenu(main, bar);
+    Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
+    Drain();
+    TakeLog();
+  }
+
+  // Each word of the script is a step, 20 ms after the one before; the last two are 300 ms long.
+  //
+  //   f A+f alt F10 left ... the key, with Alt where it says so     hold:f free:f  down, or once more; up
+  //   ?                      writes down what is open, as Looks     rest    nothing
+  //   over:P press:P click:P the mouse there; P is File, Grey, Edit, system, out, or a popup's row as 0.2
+  //   release
+  //
+  // Answers the looks, and then the commands that came.
+  std::string Play(const std::string& script) {
+    looks.clear();
+    uint32_t at = ::GetTickCount() + 20;
+    std::istringstream words(script);
+    for (std::string word; words >> word; at += word == "rest" ? 300 : 20) {
+      MemoryAt(at, [this, word] { Do(word); });
+    }
+    bool over = false;
+    MemoryAt(at, [this, &over, &script] {
+      EXPECT_EQ(Looks(), "-") << script;
+      ::SendMessageA(main, WM_CANCELMODE, 0, 0); // else a menu that is open would stay so for ever
+      over = true;
+    });
+    while (!over) {
+      Drain();
+      ::Sleep(10);
+    }
+    EXPECT_EQ(TheMemoryDisplay().desktop.captured != nullptr, TheWindows().capture != nullptr) << script;
+    return looks + TakeLog({"COMMAND", "SYSCOMMAND"});
+  }
+
+  void Do(const std::string& word) {
+    const std::map<std::string, int> keys = {
+        {"alt", VK_MENU},  {"F10", VK_F10},    {"left", VK_LEFT},  {"right", VK_RIGHT}, {"up", VK_UP},
+        {"down", VK_DOWN}, {"ret", VK_RETURN}, {"esc", VK_ESCAPE}, {"space", VK_SPACE},
+    };
+    const size_t colon = word.find(':');
+    const std::string what = word.substr(0, colon), where = colon == std::string::npos ? "" : word.substr(colon + 1);
+    const auto keyOf = [&keys](const std::string& name) {
+      return uint8_t(keys.count(name) ? keys.at(name) : std::toupper(name.back()));
+    };
+    if (what == "?") {
+      looks += Looks() + " ";
+    } else if (what == "release") {
+      MemoryReleaseButton();
+    } else if (what == "over" || what == "press" || what == "click") {
+      MemoryMovePointerTo(PlaceOf(where).x, PlaceOf(where).y);
+      if (what != "over") MemoryPressButton();
+      if (what == "click") MemoryReleaseButton();
+    } else if (what == "hold") {
+      MemoryPressKey(keyOf(where));
+    } else if (what == "free") {
+      MemoryReleaseKey(keyOf(where));
+    } else if (what.substr(0, 2) == "A+") {
+      TypeWith({VK_MENU}, keyOf(what.substr(2)));
+    } else if (what != "rest") {
+      MemoryTypeKey(keyOf(what));
+    }
+  }
+
+  HWND ShowDialog() {
+    HWND dialog = MakeWindow("dialog", kFrameStyle | WS_POPUP, {400, 100, 500, 200}, main);
+    ::ShowWindow(dialog, SW_SHOWNORMAL);
+    return dialog;
+  }
+
+  // The open popups, in the order in which they were opened.
+  static std::vector<PixelRect> Popups() {
+    std::vector<PixelRect> popups;
+    for (const auto& window : TheMemoryDisplay().desktop.windows) {
+      if (window->role == WindowRole::kPopup) popups.insert(popups.begin(), window->place);
+    }
+    return popups;
+  }
+
+  // A row of a popup: within a border of 3 pixels, rows of 20, and in File the line of 8.
+  static PixelRect Row(const PixelRect& popup, int32_t index) {
+    const bool behindTheLine = TheWindows().markedTitle == 0 && index > 1 && Same(popup, Popups().front());
+    const int32_t top = popup.top + 3 + 20 * index - (behindTheLine ? 12 : 0);
+    return {popup.left + 3, top, popup.right - 3, top + 20};
+  }
+
+  PixelRect TitlePlace(int32_t title) const { return MenuTitlePlaces(*main, FramePart(*main, HTMENU))[size_t(title)]; }
+
+  POINT PlaceOf(const std::string& name) const {
+    const std::map<std::string, int32_t> titles = {{"File", 0}, {"Grey", 1}, {"Edit", 2}};
+    PixelRect place = {500, 400, 500, 400};
+    if (name == "system") place = FramePart(*main, HTSYSMENU);
+    if (titles.count(name)) place = TitlePlace(titles.at(name));
+    const size_t level = size_t(name[0] - '0');
+    if (level < Popups().size()) place = Row(Popups()[level], name[2] - '0');
+    return {(place.left + place.right) / 2, place.top + 4};
+  }
+
+  // The marked title, and the row that is marked in each popup: "File:3,0". "-" when nothing is open.
+  std::string Looks() const {
+    const WindowSystem& system = TheWindows();
+    if (!system.menuOwner) return "-";
+    const char* names[] = {"none", "system", "File", "Grey", "Edit"};
+    std::string text = names[system.markedTitle - kNoTitle];
+    for (const PixelRect& popup : Popups()) {
+      std::string marked = "_";
+      for (int32_t i = 0; Row(popup, i).bottom < popup.bottom; ++i) {
+        if (ColourAt(Row(popup, i).left + 1, Row(popup, i).top + 3) == kNavy) marked = std::to_string(i);
+      }
+      text += ":" + marked;
+    }
+    return text;
+  }
+
+  HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu(), edit = ::CreatePopupMenu(), more = ::CreatePopupMenu();
+  std::string looks;
+};
+
+constexpr char kByKey[] = "main SYSCOMMAND 61696", kByMouse[] = "main SYSCOMMAND 61589";
+
+TEST_F(Menus, AreWalkedThroughWithKeys) {
+  const std::pair<const char*, std::string> cases[] = {
+      {"alt ? right ? right ? right ? esc", std::string("File Grey Edit system ") + kByKey},
+      {"alt down ? down ? down ? up ? esc ? esc", std::string("File:0 File:2 File:3 File:2 File ") + kByKey},
+      {"A+f ? ret", std::string("File:0 ") + kByKey + "; main COMMAND 1:0"},
+      {"A+f s", std::string(kByKey) + "; main COMMAND 2:0"},
+      {"A+f m ? p", std::string("File:3:0 ") + kByKey + "; main COMMAND 4:0"},
+      {"A+f up right ? left ? right right ? esc ? esc", std::string("File:3:0 File:3 Grey Grey ") + kByKey},
+      {"A+f up right down ? ret ? g ? esc esc esc", std::string("File:3:1 File:3:1 File:3:1 ") + kByKey},
+      {"A+e c ? c ? c ? ret", std::string("Edit:1 Edit:2 Edit:1 ") + kByKey + "; main COMMAND 8:0"},
+      {"A+e left ? left ? left ? esc esc", std::string("Grey File:0 system:0 ") + kByKey},
+      {"hold:alt hold:e hold:e ? free:e hold:c ? hold:c hold:c ? free:c free:alt esc esc",
+       std::string("Edit:0 Edit:1 Edit:1 ") + kByKey},
+      {"F10 ? e ? t", std::string("File Edit:0 ") + kByKey + "; main COMMAND 7:0"},
+      {"F10 ? F10 ?", std::string("File - ") + kByKey},
+      {"alt ? alt ? alt ? alt", std::string("File - File ") + kByKey + "; " + kByKey},
+      {"alt space ? c", std::string("system:0 ") + kByKey + "; main SYSCOMMAND 61536"},
+      {"A+x ?", std::string("- ") + kByKey},
+  };
+  for (const auto& [script, expected] : cases) {
+    SCOPED_TRACE(script);
+    EXPECT_EQ(Play(script), expected);
+  }
+}
+
+TEST_F(Menus, AreWalkedThroughWithTheMouse) {
+  const std::pair<const char*, std::string> cases[] = {
+      {"click:File ? over:0.0 ? click:0.0", std::string("File:_ File:0 ") + kByMouse + "; main COMMAND 1:0"},
+      {"press:File over:0.2 ? release", std::string("File:2 ") + kByMouse + "; main COMMAND 2:0"},
+      {"press:File release press:File release ? rest press:File ? release", std::string("File:_ - ") + kByMouse},
+      {"press:File over:0.0 over:out ? release ?", std::string("File:_ - ") + kByMouse},
+      {"click:File over:out ? click:out ?", std::string("File:_ - ") + kByMouse},
+      {"click:File over:Edit ? over:Grey ? rest click:Grey ?", std::string("Edit:_ Grey - ") + kByMouse},
+      {"click:File click:0.1 ? click:Edit ? click:0.0",
+       std::string("File:_ Edit:_ ") + kByMouse + "; main COMMAND 7:0"},
+      // The popup at an item's side comes and goes once the mouse rests, or with a press.
+      {"click:File over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? click:out",
+       std::string("File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2 ") + kByMouse},
+      {"press:File over:0.3 rest over:1.1 release ? over:1.0 press:1.0 release",
+       std::string("File:3:1 ") + kByMouse + "; main COMMAND 4:0"},
+      {"click:File click:0.3 ? click:1.1 ? click:1.0",
+       std::string("File:3:_ File:3:1 ") + kByMouse + "; main COMMAND 4:0"},
+      {"click:File over:system ? click:0.4", std::string("system:_ ") + kByMouse + "; main SYSCOMMAND 61536"},
+      {"click:Grey ?", "- "},
+      {"alt over:Edit ? click:Edit ? esc ? esc", std::string("File Edit:_ Edit ") + kByKey},
+  };
+  for (const auto& [script, expected] : cases) {
+    SCOPED_TRACE(script);
+    EXPECT_EQ(Play(script), expected == "- " ? "- main SYSCOMMAND 61589" : expected);
+  }
+}
+
+// Whatever happens while File and More are open, the menu closes in order: it chooses nothing, lets go of the mouse,
+// and the next one works.
+TEST_F(Menus, CloseInOrderWhateverHappens) {
+  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
+  const std::pair<const char*, std::function<void()>> cases[] = {
+      {"another program has the keyboard",
+       [] {
+         MemoryGiveKeyboard(MemoryOpenWindow("other", {400, 300, 500, 400}, 0));
+       }},
+      {"another program takes the mouse", MemoryTakeCapture},
+      {"minimised", [this] { MemoryMinimiseWindow(shown, true); }},
+      {"another depth", [] { MemoryDisplaySetMode(640, 480, 8); }},
+      {"disabled", [this] { ::EnableWindow(main, FALSE); }},
+      {"hidden", [this] { ::ShowWindow(main, SW_HIDE); }},
+      {"another window of ours", [this] { ShowDialog(); }},
+      {"the mouse captured by a window of ours", [child] { ::SetCapture(child); }},
+      {"no bar", [this] { ::SetMenu(main, nullptr); }},
+      {"the bar destroyed", [this] { ::DestroyMenu(bar); }},
+  };
+  for (const auto& [name, happens] : cases) {
+    SCOPED_TRACE(name);
+    MemoryAt(::GetTickCount() + 90, [this, &happens = happens] {
+      EXPECT_EQ(Looks(), "File:3:0");
+      happens();
+    });
+    EXPECT_EQ(Play("A+f m rest ? rest"), std::string("- ") + kByKey);
+    ::ReleaseCapture();
+    ::EnableWindow(main, TRUE);
+    MemoryMinimiseWindow(shown, false);
+    if (DisplayWindow* dialog = MemoryWindowTitled("dialog")) ::DestroyWindow(TopLevelOf(dialog));
+    ::ShowWindow(main, SW_SHOWNORMAL);
+    MemoryDisplaySetMode(640, 480, 24);
+    MemoryGiveKeyboard(shown);
+    if (::GetMenuItemCount(bar) == 3) ::SetMenu(main, bar);
+    Drain();
+    TakeLog();
+  }
+  ::DrawMenuBar(main);
+  EXPECT_EQ(ClientSize(main).cy, 200);
+}
+
+TEST_F(Menus, CloseAheadOfTheirWindow) {
+  MemoryAt(::GetTickCount() + 90, [this] { MemoryAskToClose(shown); });
+  EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey + "; main SYSCOMMAND 61536");
+  MemoryAt(::GetTickCount() + 90, [this] { ::DestroyWindow(main); });
+  EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey);
+  EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
+}
+
+// A loop inside of WM_ENTERIDLE has its own messages, and its own menus.
+TEST_F(Menus, LeaveALoopInsideItsMenus) {
+  HWND dialog = nullptr;
+  Answer(WM_ENTERIDLE, [&](HWND, WPARAM, LPARAM) {
+    if (dialog || ::GetTickCount() < 90) return 0;
+    dialog = ShowDialog();
+    EXPECT_EQ(Looks(), "-");
+    TypeWith({VK_MENU}, VK_SPACE);
+    MemoryTypeKey('M');
+    MemoryAt(::GetTickCount() + 50, [] { MemoryTypeKey(VK_RIGHT), MemoryTypeKey(VK_RETURN); });
+    Drain();
+    return 0;
+  });
+  EXPECT_EQ(Play("A+f rest"), std::string(kByKey) + "; dialog SYSCOMMAND 61696; dialog SYSCOMMAND 61456");
+  RECT moved;
+  ::GetWindowRect(dialog, &moved);
+  EXPECT_EQ(moved.left, 408);
+}
+
+// What the program makes of its menus while they are open is what is shown.
+TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
+  const auto build = [this] {
+    // As a program does that makes its menus anew: all at once.
+    ::RemoveMenu(bar, 0, MF_BYPOSITION);
+    while (::GetMenuItemCount(file) > 0) ::RemoveMenu(file, 0, MF_BYPOSITION);
+    ::AppendMenuA(file, 0, 2, "Longer than it was before");
+    ::AppendMenuA(file, MF_POPUP, uintptr_t(more), "&More");
+    ::InsertMenuA(bar, 1, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&File");
+    ::DrawMenuBar(main);
+  };
+  std::vector<PixelRect> before;
+  MemoryAt(50, [&] { before = Popups(); });
+  MemoryAt(90, build);
+  MemoryAt(110, [&] {
+    const std::vector<PixelRect> now = Popups();
+    ASSERT_EQ(now.size(), 2U);
+    EXPECT_EQ(TheWindows().markedTitle, 1);
+    EXPECT_EQ(now[0].left, TitlePlace(1).left);
+    EXPECT_GT(WidthOf(now[0]), WidthOf(before[0]));
+    EXPECT_EQ(HeightOf(now[0]), 2 * 20 + 6);
+  });
+  EXPECT_EQ(Play("A+f m rest left up ret"), std::string(kByKey) + "; main COMMAND 2:0");
+  const std::pair<const char*, std::function<void()>> cases[] = {
+      {"Grey:_", [this] { ::DestroyMenu(more); }},
+      {"Grey", [this] { ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP | MF_GRAYED, uintptr_t(file), "&File"); }},
+  };
+  for (const auto& [left, happens] : cases) {
+    MemoryAt(::GetTickCount() + 90, happens);
+    EXPECT_EQ(Play("A+f down rest ? esc esc"), std::string(left) + " " + kByKey);
+    ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&File");
+  }
+}
+
+TEST_F(Menus, StayOnTheirMonitorAndOnItsFreePart) {
+  TheMemoryDisplay().desktop.monitors = {{0, 0, 320, 480}, {320, 0, 640, 480}};
+  MemorySetTaskBar({0, 460, 640, 480});
+  const auto at = [this](int32_t left, int32_t top) {
+    ::MoveWindow(main, left, top, 206, 225, TRUE);
+    std::vector<PixelRect> popups;
+    MemoryAt(::GetTickCount() + 100, [&popups] { popups = Popups(); });
+    Play("A+f m rest esc esc esc");
+    return popups;
+  };
+  // The popup of More has no room at the right; the one of File has, even from beyond the edge of the screen.
+  const std::vector<PixelRect> right = at(180, 100), below = at(-100, 420);
+  ASSERT_EQ(right.size() + below.size(), 4U);
+  EXPECT_EQ(right[0].left, 183);
+  EXPECT_LT(right[1].right, right[0].right);
+  EXPECT_LE(below[0].bottom, 442); // above the bar
+  EXPECT_EQ(below[0].left, 0);
+  EXPECT_LE(below[1].bottom, 460);
+}
+
+TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
+  const auto top = [this] { return ClientOnScreen(*main).top - PlaceOnScreen(*main).top; };
+  EXPECT_EQ(top(), 22 + 20);
+  EXPECT_EQ(ClientSize(main).cy, 180);
+  EXPECT_EQ(HitTest(*main, 110, 130), HTMENU);
+  EXPECT_EQ(HitTest(*main, 110, 143), HTCLIENT);
+  ::MoveWindow(main, 100, 100, TitlePlace(1).right - 100 + 3, 225, TRUE);
+  EXPECT_EQ(top(), 22 + 40);
+  EXPECT_EQ(TitlePlace(2).left, TitlePlace(0).left);
+  EXPECT_EQ(Play("click:Edit click:0.0"), std::string(kByMouse) + "; main COMMAND 7:0");
+  ::ModifyMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "A much longer title");
+  ::DrawMenuBar(main);
+  EXPECT_EQ(top(), 22 + 60);
+  TheMemoryDisplay().desktop.leavesMinimising = true;
+  ::ShowWindow(main, SW_MINIMIZE);
+  EXPECT_EQ(HeightOf(PlaceOnScreen(*main)), 25);
+  EXPECT_EQ(Play("alt A+f ?"), std::string("- ") + kByKey + "; " + kByKey);
+  ::ShowWindow(main, SW_RESTORE);
+  while (::GetMenuItemCount(bar) > 0) ::RemoveMenu(bar, 0, MF_BYPOSITION);
+  ::DrawMenuBar(main);
+  EXPECT_EQ(top(), 22);
+}
+
+// ---- Their look --------------------------------------------------------------------------------------------------
+
+// How many pixels of the rectangle have the colour that the screen shows for it.
+int64_t Count(const PixelRect& where, COLORREF colour) {
+  HDC context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  const COLORREF shown = ::GetNearestColor(context, colour);
+  ::DeleteDC(context);
+  int64_t count = 0;
+  for (int32_t y = where.top; y < where.bottom; ++y) {
+    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt(x, y) == shown;
+  }
+  return count;
+}
+
+// Some of the ground and some of another colour.
+void ExpectLegible(const PixelRect& where, COLORREF ground) {
+  const int64_t all = int64_t{WidthOf(where)} * HeightOf(where), under = Count(where, ground);
+  EXPECT_GT(under, all / 2);
+  EXPECT_LT(under, all * 49 / 50);
+}
+
+TEST(MenuLook, CanBeReadOnAnyScreen) {
+  for (const int32_t depth : {1, 2, 4, 8, 16, 24}) {
+    SCOPED_TRACE(depth);
+    WindowScene scene(640, 480, depth);
+    HWND main = ShowFrame("main", kMainPlace);
+    HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu();
+    ::AppendMenuA(file, 0, 1, "&Same text\tKey");
+    ::AppendMenuA(file, MF_GRAYED, 2, "&Same text\tKey");
+    ::AppendMenuA(file, MF_CHECKED, 3, "Same text");
+    ::AppendMenuA(file, 0, 4, "Same text");
+    ::AppendMenuA(bar, MF_POPUP, uintptr_t(file), "&Same");
+    ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), "&Same");
+    ::SetMenu(main, bar);
+    const COLORREF menu = ::GetSysColor(COLOR_MENU), black = RGB(0, 0, 0);
+    const auto look = [&] {
+      const PixelRect popup = TheMemoryDisplay().desktop.windows.front()->place;
+      const auto row = [&](int32_t i) {
+        return PixelRect{popup.left + 3, popup.top + 3 + i * 20, popup.right - 3, popup.top + 23 + i * 20};
+      };
+      ExpectLegible(row(0), kNavy); // marked
+      ExpectLegible(row(1), menu);
+      // Of what is greyed some ink is left out, or is another ink.
+      EXPECT_LT(Count(row(1), black), Count(row(3), black));
+      const PixelRect left = {row(2).left, row(2).top, row(2).left + 20, row(2).bottom};
+      EXPECT_EQ(Count(left, black), 21); // the tick
+      const std::vector<PixelRect> titles = MenuTitlePlaces(*main, FramePart(*main, HTMENU));
+      ExpectLegible(titles[0], kNavy);
+      ExpectLegible(titles[1], menu);
+      // The line under the letter that picks it, and only there.
+      const int32_t width = WidthOf(titles[1]) - 14;
+      int32_t longest = 0;
+      for (int32_t y = titles[1].top; y < titles[1].bottom; ++y) {
+        int32_t run = 0;
+        for (int32_t x = titles[1].left; x < titles[1].right; ++x) {
+          run = ColourAt(x, y) == ColourAt(titles[1].left, titles[1].top) ? 0 : run + 1;
+          longest = std::max(longest, run);
+        }
+      }
+      EXPECT_GT(longest, width / 8);
+      EXPECT_LT(longest, width / 2);
+      MemoryTypeKey(VK_ESCAPE);
+      MemoryTypeKey(VK_ESCAPE);
+    };
+    MemoryAt(100, look);
+    TypeWith({VK_MENU}, 'S');
+    Drain();
+  }
+}
+
+} // namespace
+} // namespace framereel
