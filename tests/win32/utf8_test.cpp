@@ -1,5 +1,5 @@
 // Where characters of UTF-8 begin and end.
-#include "win32/system/utf8.h"
+#include "win32/pixels/utf8.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include "win32/input/clipboard.h"
 #include "win32/input/keyboard.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/system/utf8.h"
+#include "win32/pixels/utf8.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_text.h"
 #include "win32/windows/window_timers.h"

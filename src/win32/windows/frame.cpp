@@ -10,6 +10,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/utf8.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_contexts.h"
 #include "win32/windows/window_tree.h"
@@ -95,8 +96,9 @@ int TextWidth(HDC context, const std::string& text) {
 // The title, with dots in the place of what has no room.
 std::string Fitting(HDC context, const std::string& title, int32_t width) {
   if (TextWidth(context, title) <= width) return title;
-  for (size_t length = title.size(); length > 0; --length) {
-    const std::string cut = title.substr(0, length - 1) + "...";
+  for (size_t length = title.size(); length > 0;) {
+    length = PreviousCharacter(title, length);
+    const std::string cut = title.substr(0, length) + "...";
     if (TextWidth(context, cut) <= width) return cut;
   }
   return "";
