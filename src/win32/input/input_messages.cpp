@@ -131,7 +131,7 @@ void TakeKey(const DisplayEvent& event) {
   WindowSystem& system = TheWindows();
   const bool down = event.kind == Kind::kKeyDown;
   if (down) {
-    ++system.presses;
+    system.typed = {event.scan, event.text};
     system.altAlone = event.key == VK_MENU;
   }
   NoteKey(event.key, down);

@@ -217,11 +217,12 @@ void Step(OpenMenu* open, int32_t by) {
   }
 }
 
-void PickByLetter(OpenMenu* open, uint8_t character) {
+// Virtual keys are named by capital letters and digits.
+void PickByLetter(OpenMenu* open, uint8_t key) {
   for (int32_t i = 0; i < int32_t(open->menu->items.size()); ++i) {
     const ItemText text = TextOf(open->menu->items[size_t(i)]);
     if (text.letter == std::string::npos) continue;
-    if (std::tolower(uint8_t(text.label[text.letter])) == std::tolower(character)) return Choose(open, i);
+    if (std::toupper(uint8_t(text.label[text.letter])) == key) return Choose(open, i);
   }
 }
 
@@ -237,10 +238,8 @@ void OnKey(OpenMenu* open, const DisplayEvent& event) {
   case VK_MENU:
     open->done = true;
     return;
-  default: {
-    bool dead = false;
-    if (const uint8_t character = DisplayKeyCharacter(event.scan, false, false, &dead)) PickByLetter(open, character);
-  }
+  default:
+    return PickByLetter(open, event.key);
   }
 }
 
