@@ -7,7 +7,7 @@
 # it needs no network either.
 set -euo pipefail
 
-build=(g++ cmake ninja-build pkg-config libx11-dev libxdamage-dev libxext-dev libxfixes-dev libxi-dev
+build=(g++ cmake ninja-build pkg-config libx11-dev libxdamage-dev libxext-dev libxfixes-dev libxi-dev libxkbcommon-dev
   libxrandr-dev libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
 test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom)
 bench=(libbenchmark-dev libgif-dev libcgif-dev)

@@ -14,7 +14,8 @@
 // formatting rectangle, and scroll up and down; without it all is one line that scrolls sideways. The keys are the
 // usual ones: arrows, Home, End and the page keys, by words or to the ends of the text with Ctrl, selecting with Shift;
 // Delete and Backspace; Ctrl+A, C, V, X, and Z, which takes back the last change and, once more, itself. A double click
-// selects a word.
+// selects a word. What the user selects can be pasted by the middle button, here at the place clicked, and by that of
+// other programs. The clipboard's lines end with LF, and pasted into one line they are set apart by blanks.
 #pragma once
 
 #include "win32/win32_types.h"
@@ -49,12 +50,14 @@ inline constexpr UINT EM_SETRECTNP = 180;
 inline constexpr UINT EM_REPLACESEL = 194;
 // wParam: how many bytes the user may enter in all; 0 is the most there is. Text that is set may be longer.
 inline constexpr UINT EM_LIMITTEXT = 197;
+inline constexpr UINT EM_UNDO = 199; // takes back the last change, as Ctrl+Z; FALSE when there is none
 
 inline constexpr WORD EN_CHANGE = 768; // the text has changed, by the user or by WM_SETTEXT
 
 inline constexpr UINT WM_CUT = 768;
 inline constexpr UINT WM_COPY = 769;
 inline constexpr UINT WM_PASTE = 770;
+inline constexpr UINT WM_CLEAR = 771; // deletes the selection
 
 // ---- The clipboard -----------------------------------------------------------------------------------------------
 
@@ -63,4 +66,4 @@ inline constexpr UINT CF_TEXT = 1;
 // Around what is asked of the clipboard. FALSE when nobody can ask now.
 BOOL OpenClipboard(HWND owner);
 BOOL CloseClipboard();
-BOOL IsClipboardFormatAvailable(UINT format); // CF_TEXT: whether there is text
+BOOL IsClipboardFormatAvailable(UINT format); // CF_TEXT: whether there is text, whatever program has it

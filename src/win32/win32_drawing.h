@@ -136,8 +136,9 @@ BOOL Rectangle(HDC context, int left, int top, int right, int bottom);
 
 // ---- Text --------------------------------------------------------------------------------------------------------
 
-// Text is Latin-1 bytes. It is smooth on true colour and plain on palette screens and bitmaps of one bit; metrics
-// agree with what is drawn.
+// Text is UTF-8; a byte that is none is drawn as U+FFFD. A letter that a font does not have comes from another one at
+// the same size, and is a box where none has it; letters stand one behind the other, each as it is by itself. Text is
+// smooth on true colour and plain on palette screens and bitmaps of one bit; metrics agree with what is drawn.
 
 inline constexpr LONG FW_NORMAL = 400;
 inline constexpr LONG FW_BOLD = 700;

@@ -53,7 +53,9 @@ inline constexpr LRESULT DLGC_WANTALLKEYS = 4;
 // system forms come with Alt and without Ctrl, for Alt itself, and when no window has the focus.
 inline constexpr UINT WM_KEYDOWN = 256;
 inline constexpr UINT WM_KEYUP = 257;
-inline constexpr UINT WM_CHAR = 258; // wParam: a Latin-1 character, from TranslateMessage
+// From TranslateMessage; wParam: a byte of UTF-8. A character beyond ASCII comes as two to four of them, which stand
+// together in the queue. With Ctrl a letter gives a control character, and with Ctrl and Alt no key gives any.
+inline constexpr UINT WM_CHAR = 258;
 inline constexpr UINT WM_SYSKEYDOWN = 260;
 inline constexpr UINT WM_SYSKEYUP = 261;
 inline constexpr UINT WM_SYSCHAR = 262;
@@ -93,10 +95,12 @@ SHORT GetKeyState(int virtualKey);
 BOOL GetKeyboardState(BYTE* state);
 // At this moment, whoever has the focus: below 0 while the key is down.
 SHORT GetAsyncKeyState(int virtualKey);
-// The characters of a key with the state of Shift, Ctrl and the lock as given. 1: a Latin-1 character in the low byte
-// of `characters`; 2: an accent that could not be joined, and the character in the high byte; 0: none; -1: an accent
-// that waits for the next key. Asking again about the same key press gives the key without the accent that was joined.
-// `scan` is the low byte of the high word of the message's lParam; `flags` is 0.
+// The characters of a key with the state of Shift, Ctrl, Alt and the lock as given, as far as one byte can say them: 1:
+// an ASCII character in the low byte of `characters`; 2: an accent that could not be joined, and the character in the
+// high byte; 0: none, or one beyond ASCII, which WM_CHAR brings. About the key press that was taken last it answers
+// with all that went before; a third level of the layout is not among what the state can leave out. While Ctrl or Alt
+// is really down, a key of other letters than Latin ones is the Latin letter that names it. `scan` is the low byte of
+// the high word of the message's lParam; `flags` is 0.
 int ToAscii(UINT virtualKey, UINT scan, const BYTE* state, WORD* characters, UINT flags);
 
 // ---- Enabling, focus, capture ------------------------------------------------------------------------------------

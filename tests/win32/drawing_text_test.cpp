@@ -10,6 +10,7 @@
 #include "win32/drawing/font_files.h"
 #include "win32/drawing/fonts.h"
 #include "win32/drawing/glyphs.h"
+#include "win32/pixels/utf8.h"
 
 namespace framereel {
 namespace {
@@ -99,7 +100,7 @@ TEST(Text, StaysWithinTheCellThatItMeasuresInEveryLetterSizeAndStyle) {
         if (inkless) continue;
         SCOPED_TRACE(testing::Message() << letter << " at " << height);
         sheet.Clear();
-        const std::string text(1, char(letter));
+        const std::string text = Utf8Of(char32_t(letter));
         sheet.Write(40, 40, text);
         const PixelRect ink = sheet.Ink();
         // The smallest marks may vanish at the smallest sizes.
@@ -197,12 +198,46 @@ TEST(Fonts, FallToASansSerifOneAndObeyHeightWidthAndWeight) {
   }
 }
 
-TEST(Fonts, DrawBoxesWhereNoneIsInstalled) {
+// While it lives no font is installed.
+struct NoFonts {
   const TemporaryFolder folder;
-  WriteWholeFile(folder / "fonts.conf",
-                 "<?xml version=\"1.0\"?><fontconfig><cachedir>" + folder.path + "</cachedir></fontconfig>");
-  ::setenv("FONTCONFIG_FILE", (folder / "fonts.conf").c_str(), 1);
-  ForgetInstalledFonts();
+
+  NoFonts() {
+    WriteWholeFile(folder / "fonts.conf",
+                   "<?xml version=\"1.0\"?><fontconfig><cachedir>" + folder.path + "</cachedir></fontconfig>");
+    ::setenv("FONTCONFIG_FILE", (folder / "fonts.conf").c_str(), 1);
+    ForgetInstalledFonts();
+  }
+  ~NoFonts() {
+    ::unsetenv("FONTCONFIG_FILE");
+    ForgetInstalledFonts();
+  }
+};
+
+TEST(Fonts, TakeLettersThatTheyDoNotHaveFromOthersAndAskForThemOnce) {
+  ScreenCanvas screen(8, 8, 24);
+  Sheet sheet(screen, 100, 30);
+  // Of the fonts that are always there, only the sans-serif one has faces.
+  sheet.Use({16, FW_NORMAL, false, "DejaVu Sans Mono"});
+  const auto drawn = [&sheet](const std::string& text) {
+    sheet.Clear();
+    sheet.Write(10, 20, text);
+    return PictureOf(sheet.context).pixels;
+  };
+  const std::string face = "\U0001F600", nowhere = "\U0010FFF0";
+  const auto shown = drawn(face), box = drawn(nowhere);
+  EXPECT_NE(shown, box);
+  EXPECT_NE(box, drawn(" "));
+  EXPECT_EQ(drawn("\x80"), drawn("\uFFFD"));
+  EXPECT_EQ(sheet.WidthOf("\xF0\x9F"), 2 * sheet.WidthOf("\uFFFD"));
+  EXPECT_EQ(sheet.WidthOf("a" + face), sheet.WidthOf("a") + sheet.WidthOf(face));
+  const NoFonts nobodyToAsk;
+  EXPECT_EQ(drawn(face), shown);
+  EXPECT_EQ(drawn(nowhere), box);
+}
+
+TEST(Fonts, DrawBoxesWhereNoneIsInstalled) {
+  const NoFonts none;
   {
     ScreenCanvas screen(8, 8, 24);
     Sheet sheet(screen, 100, 30);
@@ -216,8 +251,6 @@ TEST(Fonts, DrawBoxesWhereNoneIsInstalled) {
     EXPECT_EQ(ink.right, 10 + sheet.WidthOf("Two words") - 1);
     EXPECT_EQ(::GetPixel(sheet.context, 12, 18), RGB(0, 0, 0)); // hollow
   }
-  ::unsetenv("FONTCONFIG_FILE");
-  ForgetInstalledFonts();
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Where characters of UTF-8 begin and end.
-#include "win32/system/utf8.h"
+// Where characters of UTF-8 begin and end, and which they are.
+#include "win32/pixels/utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +33,14 @@ TEST(Utf8, KnowsWholeCharactersBothWaysAndTakesStrayBytesForOneEach) {
     for (size_t at = 0; at <= one.text.size(); ++at) {
       EXPECT_EQ(BoundaryAt(one.text, at), *(std::upper_bound(forward.begin(), forward.end(), at) - 1));
     }
+  }
+  EXPECT_EQ(WellFormed(cases[1].text), "\uFFFDz\uFFFD\uFFFD");
+  EXPECT_EQ(Latin1Of("a\u00E9\u20AC\x80"), "a\xE9??");
+  EXPECT_EQ(Utf8OfLatin1("a\xE9"), "a\u00E9");
+  for (const char32_t code : {0x00, 0x7F, 0x80, 0x7FF, 0x800, 0xD7FF, 0xE000, 0xFFFF, 0x10000, 0x10FFFF}) {
+    const std::string bytes = Utf8Of(code);
+    EXPECT_EQ(CodePointAt(bytes, 0).code, code);
+    EXPECT_EQ(CodePointAt(bytes, 0).length, bytes.size());
   }
   EXPECT_TRUE(IsBegunCharacter("\xF0\x9F\x98"));
   for (const char* whole : {"", "a", "\xA9", "\xC3\xA9", "\xF4\x90"}) EXPECT_FALSE(IsBegunCharacter(whole));

@@ -85,7 +85,6 @@ TEST_F(X11Whole, OutlivesABrokenConnectionWhicheverCallFindsIt) {
   const uint8_t pattern[8] = {1, 2, 3, 4, 5, 6, 7, 8};
   const PixelRect all = {0, 0, 300, 300};
   int32_t x = 7, y = 8;
-  bool dead = false;
   PaletteColour colours[256] = {{9, 9, 9}};
   DisplayEvent event;
   Surface surface{};
@@ -121,7 +120,10 @@ TEST_F(X11Whole, OutlivesABrokenConnectionWhicheverCallFindsIt) {
       [&] { return DisplayBeep(), false; },
       [&] { return DisplayKeyIsDown('A') || DisplayCapsLockIsOn(); },
       // From what it knows it answers until the loss is found.
-      [&] { return DisplayIsLost() && (DisplayKeyCharacter(38, false, false, &dead) != 0 || dead); },
+      [&] { return DisplayIsLost() && DisplayKeyCharacter(38, false, false) != 0; },
+      [&] { return DisplayShareText(SharedText::kClipboard, "x"), false; },
+      [&] { return DisplayHasSharedText(SharedText::kClipboard); },
+      [&] { return !DisplaySharedText(SharedText::kSelected).empty(); },
       [&] { return DisplayNextEvent(&event); },
   };
   for (const auto& finds : calls) {

@@ -41,13 +41,6 @@ protected:
     return down.key;
   }
 
-  uint8_t Character(KeyCode code, bool shift, bool capsLock = false, bool dead = false) {
-    bool isDead = !dead;
-    uint8_t character = DisplayKeyCharacter(code, shift, capsLock, &isDead);
-    EXPECT_EQ(isDead, dead);
-    return character;
-  }
-
   // Once the display has heard of all that happened. It asks once a millisecond at most, so what it has asked is made
   // to look older.
   bool IsDown(uint8_t key) {
@@ -76,51 +69,51 @@ TEST_F(X11KeysTest, KeysHaveTheirNumbers) {
 TEST_F(X11KeysTest, CharactersFollowShiftAndCapsLock) {
   const struct {
     KeySym symbol;
-    char alone, shifted, locked;
+    char32_t alone, shifted, locked;
   } keys[] = {
       {XK_q, 'q', 'Q', 'Q'},   {XK_2, '2', '@', '2'},        {XK_minus, '-', '_', '-'}, {XK_space, ' ', ' ', ' '},
       {XK_Return, 13, 13, 13}, {XK_BackSpace, 8, 8, 8},      {XK_F5, 0, 0, 0},          {XK_Left, 0, 0, 0},
       {XK_Shift_L, 0, 0, 0},   {XK_KP_Divide, '/', '/', '/'}};
   for (const auto& each : keys) {
     KeyCode code = CodeOf(each.symbol);
-    EXPECT_EQ(Character(code, false), each.alone) << XKeysymToString(each.symbol);
-    EXPECT_EQ(Character(code, true), each.shifted) << XKeysymToString(each.symbol);
-    EXPECT_EQ(Character(code, false, true), each.locked) << XKeysymToString(each.symbol);
+    EXPECT_EQ(DisplayKeyCharacter(code, false, false), each.alone) << XKeysymToString(each.symbol);
+    EXPECT_EQ(DisplayKeyCharacter(code, true, false), each.shifted) << XKeysymToString(each.symbol);
+    EXPECT_EQ(DisplayKeyCharacter(code, false, true), each.locked) << XKeysymToString(each.symbol);
   }
-  EXPECT_EQ(Character(CodeOf(XK_q), true, true), 'q');
-  for (KeyCode none : {0, 7}) EXPECT_EQ(Character(none, false), 0);
+  EXPECT_EQ(DisplayKeyCharacter(CodeOf(XK_q), true, true), 'q');
+  for (KeyCode none : {0, 7}) EXPECT_EQ(DisplayKeyCharacter(none, false, false), 0);
 }
 
 TEST_F(X11KeysTest, LayoutsMayChange) {
   constexpr uint8_t unnamed = 0xDF; // a letter that no other keyboard has makes messages all the same
   const struct {
     KeySym alone, shifted;
-    uint8_t character, shiftedCharacter;
-    bool dead;
+    char32_t character, shiftedCharacter;
     uint8_t key;
-  } keys[] = {{XK_udiaeresis, XK_Udiaeresis, 0xFC, 0xDC, false, unnamed},
-              {XK_minus, XK_6, '-', '6', false, '6'},                    // in the row of digits they name the key
-              {0x010000E5, XK_Greek_alpha, 0xE5, 0, false, unnamed},     // å by its Unicode number
-              {XK_dead_acute, XK_dead_diaeresis, '\'', '"', true, 0xDE}, // accents
-              {XK_dead_grave, XK_dead_tilde, '`', '~', true, 0xC0},
-              {XK_dead_circumflex, XK_dead_cedilla, '^', 0xB8, true, unnamed},
-              {XK_u, XK_U, 'u', 'U', false, 'U'}};
+  } keys[] = {{XK_udiaeresis, XK_Udiaeresis, 0xFC, 0xDC, unnamed},
+              {XK_minus, XK_6, '-', '6', '6'},                    // in the row of digits they name the key
+              {0x010000E5, XK_Greek_alpha, 0xE5, 0x3B1, unnamed}, // å by its Unicode number
+              {XK_Cyrillic_ya, XK_EuroSign, 0x44F, 0x20AC, unnamed},
+              {XK_dead_acute, XK_dead_diaeresis, 0, 0, 0xDE}, // accents
+              {XK_dead_grave, XK_dead_tilde, 0, 0, 0xC0},
+              {XK_dead_circumflex, XK_dead_cedilla, 0, 0, unnamed},
+              {XK_u, XK_U, 'u', 'U', 'U'}};
   const KeyCode code = CodeOf(XK_u);
   for (const auto& each : keys) {
     Redefine(code, each.alone, each.shifted);
-    EXPECT_EQ(Character(code, false, false, each.dead), each.character) << XKeysymToString(each.alone);
-    EXPECT_EQ(Character(code, true, false, each.dead), each.shiftedCharacter) << XKeysymToString(each.alone);
+    EXPECT_EQ(DisplayKeyCharacter(code, false, false), each.character) << XKeysymToString(each.alone);
+    EXPECT_EQ(DisplayKeyCharacter(code, true, false), each.shiftedCharacter) << XKeysymToString(each.alone);
     EXPECT_EQ(KeyOf(code), each.key) << XKeysymToString(each.alone);
   }
 }
 
 TEST_F(X11KeysTest, LocksAreTold) {
   KeyCode code = CodeOf(XK_KP_Home);
-  EXPECT_EQ(Character(code, false), 0);
+  EXPECT_EQ(DisplayKeyCharacter(code, false, false), 0);
   unsigned int numLock = XkbKeysymToModifiers(artist.display, XK_Num_Lock);
   ASSERT_NE(numLock, 0u);
   Lock(numLock, true);
-  EXPECT_EQ(Character(code, false), '7');
+  EXPECT_EQ(DisplayKeyCharacter(code, false, false), '7');
   EXPECT_EQ(KeyOf(code), 0x67);
   EXPECT_FALSE(DisplayCapsLockIsOn());
   Lock(numLock, false);

@@ -168,13 +168,13 @@ TEST_F(X11Window, TellsWhatItIs) {
   DisplayWindow* main = Open(Role::kMain, place);
   DisplayWindow* dialog = Open(Role::kDialog, place, main);
   EXPECT_EQ(Text(main->id, "_NET_WM_NAME"), "test");
-  DisplayTitleWindow(main, "Gr\xFC\xDF\x65 \x01");
+  DisplayTitleWindow(main, "Gr\u00FC\u00DFe \x01");
   const uint32_t pixels[] = {0xFF102030, 0x80400000};
   DisplayIconWindow(main, {2, 1, 0, 0, pixels});
   Catch();
   EXPECT_EQ(Text(main->id, "WM_CLASS"), std::string("framereel\0Framereel\0", 20));
   EXPECT_EQ(Text(main->id, "WM_NAME"), "Gr\xFC\xDF\x65 ");
-  EXPECT_EQ(Text(main->id, "_NET_WM_NAME"), "Gr\xC3\xBC\xC3\x9F\x65 ");
+  EXPECT_EQ(Text(main->id, "_NET_WM_NAME"), "Gr\u00FC\u00DFe ");
   EXPECT_EQ(Items(main->id, "_NET_WM_PID"), std::vector<long>{::getpid()});
   EXPECT_NE(Text(main->id, "WM_CLIENT_MACHINE"), "");
   EXPECT_EQ(Items(main->id, "_NET_WM_WINDOW_TYPE"), std::vector{AtomOf("_NET_WM_WINDOW_TYPE_NORMAL")});

@@ -28,7 +28,7 @@ void DrawClosedPolyline(uint16_t count, const Point* points);
 // Filled, with its outline.
 void DrawPolygon(uint16_t count, const Point* points);
 
-// Text is Latin-1; y is the baseline. An outlined font draws the foreground colour round letters of the background's.
+// Text is UTF-8; y is the baseline. An outlined font draws the foreground colour round letters of the background's.
 void DrawText(int x, int y, const char* text);
 // In the colour of disabled things.
 void DrawGreyText(int x, int y, const char* text);

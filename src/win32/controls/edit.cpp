@@ -10,7 +10,7 @@
 #include "win32/input/clipboard.h"
 #include "win32/input/keyboard.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/system/utf8.h"
+#include "win32/pixels/utf8.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_text.h"
 #include "win32/windows/window_timers.h"
@@ -80,10 +80,31 @@ LRESULT OnCopy(HWND edit, WPARAM, LPARAM) {
   return 0;
 }
 
-LRESULT OnPaste(HWND edit, WPARAM, LPARAM) {
-  const std::string text = FromClipboard(State(edit).text, ClipboardText());
+void Paste(HWND edit, std::string_view shared) {
+  const std::string text = FromClipboard(State(edit).text, shared);
   if (!text.empty()) Enter(edit, text, EditChange::kOther);
+}
+
+LRESULT OnPaste(HWND edit, WPARAM, LPARAM) {
+  Paste(edit, ClipboardText());
   return 0;
+}
+
+LRESULT OnClear(HWND edit, WPARAM, LPARAM) {
+  Enter(edit, "", EditChange::kOther);
+  return 0;
+}
+
+LRESULT OnUndo(HWND edit, WPARAM, LPARAM) {
+  if (!Undo(&State(edit).text)) return FALSE;
+  Changed(edit);
+  return TRUE;
+}
+
+// What the user has selected, the middle button pastes anywhere. One that has gone is kept until there is another.
+void ShareSelection(HWND edit) {
+  const std::string_view marked = SelectedText(State(edit).text);
+  if (!marked.empty()) DisplayShareText(SharedText::kSelected, ForClipboard(marked));
 }
 
 // ---- Keys --------------------------------------------------------------------------------------------------------
@@ -148,17 +169,26 @@ constexpr KeyHandler kKeys[] = {
     {VK_NEXT, [](HWND edit, bool) { MoveLines(edit, int32_t(LinesInSight(edit))); }},
     {VK_HOME, [](HWND edit, bool control) { control ? Move(edit, EditMove::kTextStart) : MoveInLine(edit, false); }},
     {VK_END, [](HWND edit, bool control) { control ? Move(edit, EditMove::kTextEnd) : MoveInLine(edit, true); }},
-    {VK_CLEAR, [](HWND edit, bool) { Enter(edit, "", EditChange::kOther); }},
+    {VK_CLEAR, [](HWND edit, bool) { OnClear(edit, 0, 0); }},
     {VK_DELETE, OnDeleteKey},
     {VK_INSERT, OnInsertKey},
 };
 
 LRESULT OnKeyDown(HWND edit, WPARAM wParam, LPARAM) {
   EnterBegun(edit);
+  const EditRange before = SelectionOf(State(edit).text);
   for (const KeyHandler& handler : kKeys) {
     if (IsLive(edit) && WPARAM(handler.key) == wParam) handler.run(edit, KeyIsDown(VK_CONTROL));
   }
+  if (!IsLive(edit)) return 0;
+  const EditRange now = SelectionOf(State(edit).text);
+  if (now.from != before.from || now.to != before.to) ShareSelection(edit);
   return 0;
+}
+
+void SelectAll(HWND edit) {
+  SelectRange(edit, 0, std::string::npos);
+  ShareSelection(edit);
 }
 
 void OnBackspace(HWND edit) {
@@ -170,21 +200,17 @@ void OnReturn(HWND edit) {
   if (State(edit).text.multiLine) Enter(edit, "\r\n", EditChange::kTyped);
 }
 
-void OnUndo(HWND edit) {
-  if (Undo(&State(edit).text)) Changed(edit);
-}
-
 // Control characters; the letters of Ctrl+letter count from 1.
 struct CharacterHandler {
   uint8_t character;
   void (*run)(HWND edit);
 };
 constexpr CharacterHandler kCharacters[] = {
-    {'A' & 31, [](HWND edit) { SelectRange(edit, 0, std::string::npos); }},
+    {'A' & 31, SelectAll},
     {'C' & 31, [](HWND edit) { OnCopy(edit, 0, 0); }},
     {'V' & 31, [](HWND edit) { OnPaste(edit, 0, 0); }},
     {'X' & 31, [](HWND edit) { OnCut(edit, 0, 0); }},
-    {'Z' & 31, OnUndo},
+    {'Z' & 31, [](HWND edit) { OnUndo(edit, 0, 0); }},
     {VK_BACK, OnBackspace},
     {VK_RETURN, OnReturn},
 };
@@ -257,6 +283,16 @@ LRESULT OnDoubleClick(HWND edit, WPARAM, LPARAM lParam) {
   return 0;
 }
 
+// Pastes at the place clicked what has been selected anywhere.
+LRESULT OnMiddleDown(HWND edit, WPARAM, LPARAM lParam) {
+  ::SetFocus(edit);
+  if (!IsLive(edit)) return 0;
+  const POINT at = PointOf(lParam);
+  GoTo(edit, PlaceAt(edit, at.x, at.y), false);
+  Paste(edit, DisplaySharedText(SharedText::kSelected));
+  return 0;
+}
+
 LRESULT OnMouseMove(HWND edit, WPARAM, LPARAM lParam) {
   if (State(edit).dragging) DragTo(edit, PointOf(lParam));
   return 0;
@@ -268,8 +304,8 @@ LRESULT OnLeftUp(HWND edit, WPARAM, LPARAM) {
 }
 
 LRESULT OnCaptureChanged(HWND edit, WPARAM, LPARAM) {
-  State(edit).dragging = false;
   StopTimer(edit, DragOn);
+  if (std::exchange(State(edit).dragging, false)) ShareSelection(edit);
   return 0;
 }
 
@@ -399,6 +435,8 @@ constexpr MessageHandler kHandlers[] = {
     {WM_CHAR, OnChar},
     {WM_LBUTTONDOWN, OnLeftDown},
     {WM_LBUTTONDBLCLK, OnDoubleClick},
+    {WM_MBUTTONDOWN, OnMiddleDown},
+    {WM_MBUTTONDBLCLK, OnMiddleDown},
     {WM_MOUSEMOVE, OnMouseMove},
     {WM_LBUTTONUP, OnLeftUp},
     {WM_CAPTURECHANGED, OnCaptureChanged},
@@ -406,11 +444,13 @@ constexpr MessageHandler kHandlers[] = {
     {WM_CUT, OnCut},
     {WM_COPY, OnCopy},
     {WM_PASTE, OnPaste},
+    {WM_CLEAR, OnClear},
     {EM_GETSEL, OnGetSelection},
     {EM_SETSEL, OnSetSelection},
     {EM_SETRECTNP, OnSetFormat},
     {EM_REPLACESEL, OnReplaceSelection},
     {EM_LIMITTEXT, OnLimitText},
+    {EM_UNDO, OnUndo},
 };
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "win32/system/utf8.h"
+#include "win32/pixels/utf8.h"
 
 namespace framereel {
 namespace {

@@ -7,7 +7,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/system/utf8.h"
+#include "win32/pixels/utf8.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_timers.h"
 #include "win32/windows/window_tree.h"

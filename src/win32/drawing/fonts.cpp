@@ -20,26 +20,28 @@ constexpr int32_t kHeightMax = 1024; // larger letters are drawn at this size
 
 // So many design units at a size, in whole pixels that hold them.
 int32_t UnitsUp(const FontRecord& font, int32_t units, int32_t size) {
-  const int32_t em = font.face->units_per_EM;
+  const int32_t em = font.first.face->units_per_EM;
   return (units * size + em - 1) / em;
 }
 
 // Sets the face to a size of `size` pixels an em and fits ascent and descent round its letters.
 bool TrySize(FontRecord* font, int32_t size) {
-  if (FT_Set_Pixel_Sizes(font->face, 0, FT_UInt(size)) != 0) return false;
+  if (!SizeFaces(font, size * 64, size * 64)) return false;
+  const FT_Face face = font->first.face;
   const InkReach ink = InkReachOf(*font);
-  font->ascent = std::max(UnitsUp(*font, font->face->ascender, size), ink.above);
-  font->descent = std::max(UnitsUp(*font, -font->face->descender, size), ink.below);
-  const int32_t gap = font->face->height - (font->face->ascender - font->face->descender);
+  font->ascent = std::max(UnitsUp(*font, face->ascender, size), ink.above);
+  font->descent = std::max(UnitsUp(*font, -face->descender, size), ink.below);
+  const int32_t gap = face->height - (face->ascender - face->descender);
   font->internalLeading = font->ascent + font->descent - size;
-  font->externalLeading = std::max(0, gap) * size / font->face->units_per_EM;
+  font->externalLeading = std::max(0, gap) * size / face->units_per_EM;
   return true;
 }
 
 // The largest size whose cell is not higher than `height`, and the ascent takes what is left over.
 bool FitCell(FontRecord* font, int32_t height) {
-  const int32_t units = std::max(1, font->face->ascender - font->face->descender);
-  int32_t size = std::max(1, height * font->face->units_per_EM / units);
+  const FT_Face face = font->first.face;
+  const int32_t units = std::max(1, face->ascender - face->descender);
+  int32_t size = std::max(1, height * face->units_per_EM / units);
   while (TrySize(font, size)) {
     const int32_t over = font->ascent + font->descent - height;
     if (over > 0 && size > 1) {
@@ -53,16 +55,14 @@ bool FitCell(FontRecord* font, int32_t height) {
   return false;
 }
 
-// Makes letters wider or narrower so that their mean is `width`. Those made so far are for the other width.
+// Makes letters wider or narrower so that their mean is `width`.
 void FitWidth(FontRecord* font, int32_t width) {
   const int32_t mean = AverageWidth(font, Rendition::kSmooth);
-  const int32_t size = font->face->size->metrics.y_ppem * 64;
-  const int64_t wide = std::clamp<int64_t>(int64_t{size} * width / mean, 64, int64_t{kHeightMax} * 64);
-  for (auto& glyphs : font->glyphs) std::fill(std::begin(glyphs), std::end(glyphs), Glyph{});
-  FT_Set_Char_Size(font->face, FT_F26Dot6(wide), size, 72, 72);
+  const int64_t wide = std::clamp<int64_t>(int64_t{font->high} * width / mean, 64, int64_t{kHeightMax} * 64);
+  SizeFaces(font, int32_t(wide), font->high);
 }
 
-bool SizeFace(FontRecord* font, const LOGFONTA& what) {
+bool SizeFor(FontRecord* font, const LOGFONTA& what) {
   const int32_t height = std::clamp(what.lfHeight, -kHeightMax, kHeightMax);
   const bool sized = height < 0 ? TrySize(font, -height) : FitCell(font, height ? height : kDefaultHeight);
   if (sized && what.lfWidth > 0) FitWidth(font, what.lfWidth);
@@ -79,21 +79,19 @@ void SizeBoxes(FontRecord* font, const LOGFONTA& what) {
 void FillRecord(FontRecord* font, const LOGFONTA& what) {
   char family[LF_FACESIZE + 1] = {};
   std::memcpy(family, what.lfFaceName, LF_FACESIZE);
-  const bool bold = what.lfWeight >= 600, italic = what.lfItalic != 0;
-  const FontFile file = FindFontFile(family, bold, italic);
-  font->face = OpenFace(file);
-  font->embolden = bold && !file.bold;
-  font->slant = italic && !file.italic;
-  if (font->face && SizeFace(font, what)) return;
-  CloseFace(font->face);
-  font->face = nullptr;
+  font->style = {family, what.lfWeight >= 600, what.lfItalic != 0};
+  font->first = OpenFace(font->style, FindFontFile(font->style));
+  if (font->first.face && SizeFor(font, what)) return;
+  CloseFace(font->first);
+  font->first = {};
   SizeBoxes(font, what);
 }
 
 } // namespace
 
 void FreeFont(HFONT font) {
-  CloseFace(font->record->face);
+  CloseFace(font->record->first);
+  for (const FontFace& other : font->record->standIn) CloseFace(other);
   delete font->record;
   delete font;
 }

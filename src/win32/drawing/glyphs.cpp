@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace framereel {
 namespace {
@@ -20,7 +21,7 @@ int32_t PixelsUp(FT_Pos v) {
 }
 
 // The letter's outline in the face's slot, hinted for the rendition. False when the file has none to give.
-bool LoadLetter(const FontRecord& font, Rendition rendition, uint8_t letter) {
+bool LoadLetter(const FontFace& font, Rendition rendition, char32_t letter) {
   const FT_UInt index = FT_Get_Char_Index(font.face, letter);
   FT_Int32 hinting = rendition == Rendition::kSmooth ? FT_LOAD_TARGET_LIGHT : FT_LOAD_TARGET_MONO;
   if (font.face->size->metrics.y_ppem < kOwnHintsFrom) hinting |= FT_LOAD_FORCE_AUTOHINT;
@@ -28,6 +29,30 @@ bool LoadLetter(const FontRecord& font, Rendition rendition, uint8_t letter) {
   if (font.embolden) FT_GlyphSlot_Embolden(font.face->glyph);
   if (font.slant) FT_GlyphSlot_Oblique(font.face->glyph);
   return true;
+}
+
+bool Has(const FontFace& font, char32_t letter) {
+  return FT_Get_Char_Index(font.face, letter) != 0;
+}
+
+bool SizeFace(const FontFace& font, int32_t wide, int32_t high) {
+  return FT_Set_Char_Size(font.face, wide, high, 72, 72) == 0;
+}
+
+// The first of the font's faces that has the letter, opened for it if need be; the font's own when none has.
+FontFace FaceFor(FontRecord* font, char32_t letter) {
+  if (Has(font->first, letter)) return font->first;
+  for (const FontFace& known : font->standIn) {
+    if (Has(known, letter)) return known;
+  }
+  const FontFace found = OpenFace(font->style, FindFontFileWith(font->style, letter));
+  if (!found.face) return font->first;
+  if (!Has(found, letter) || !SizeFace(found, font->wide, font->high)) {
+    CloseFace(found);
+    return font->first;
+  }
+  font->standIn.push_back(found);
+  return found;
 }
 
 // The rows from `skipped` on, as many as the glyph is high.
@@ -44,23 +69,25 @@ void CopyCoverage(const FT_Bitmap& bitmap, int32_t skipped, Glyph* glyph) {
   }
 }
 
-void MakeLetter(const FontRecord& font, Rendition rendition, uint8_t letter, Glyph* glyph) {
-  if (!LoadLetter(font, rendition, letter)) return;
-  FT_GlyphSlot slot = font.face->glyph;
+void MakeLetter(FontRecord* font, Rendition rendition, char32_t letter, Glyph* glyph) {
+  const FontFace has = FaceFor(font, letter);
+  if (!LoadLetter(has, rendition, letter)) return;
+  FT_GlyphSlot slot = has.face->glyph;
   glyph->advance = std::max(0, int32_t((slot->advance.x + 32) >> 6));
   const FT_Render_Mode mode = rendition == Rendition::kSmooth ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO;
   if (slot->format != FT_GLYPH_FORMAT_OUTLINE || FT_Render_Glyph(slot, mode) != 0) return;
   glyph->left = slot->bitmap_left;
   glyph->width = int32_t(slot->bitmap.width);
-  // At the smallest sizes the hinting may push a stray row out of the cell, which is cut.
+  // What reaches out of the cell is cut: a stray row that the hinting pushes out at the smallest sizes, or the ends of
+  // a letter of another file.
   const int32_t top = -slot->bitmap_top, bottom = top + int32_t(slot->bitmap.rows);
-  glyph->top = std::max(top, -font.ascent);
-  glyph->height = std::max(0, std::min(bottom, font.descent) - glyph->top);
+  glyph->top = std::max(top, -font->ascent);
+  glyph->height = std::max(0, std::min(bottom, font->descent) - glyph->top);
   CopyCoverage(slot->bitmap, glyph->top - top, glyph);
 }
 
 // An empty frame that stands on the baseline, for when there is no font.
-void MakeBox(const FontRecord& font, uint8_t letter, Glyph* glyph) {
+void MakeBox(const FontRecord& font, char32_t letter, Glyph* glyph) {
   glyph->advance = std::max(3, (font.ascent + font.descent) / 2);
   if (letter == ' ' || letter == 0xA0) return;
   glyph->width = glyph->advance - 1;
@@ -76,16 +103,26 @@ void MakeBox(const FontRecord& font, uint8_t letter, Glyph* glyph) {
 
 } // namespace
 
-const Glyph& GlyphOf(FontRecord* font, Rendition rendition, uint8_t letter) {
-  Glyph* glyph = &font->glyphs[size_t(rendition)][letter];
+const Glyph& GlyphOf(FontRecord* font, Rendition rendition, char32_t letter) {
+  const auto which = size_t(rendition);
+  Glyph* glyph = letter < std::size(font->latin[which]) ? &font->latin[which][letter] : &font->others[which][letter];
   if (glyph->made) return *glyph;
   glyph->made = true;
-  if (font->face) {
-    MakeLetter(*font, rendition, letter, glyph);
+  if (font->first.face) {
+    MakeLetter(font, rendition, letter, glyph);
   } else {
     MakeBox(*font, letter, glyph);
   }
   return *glyph;
+}
+
+bool SizeFaces(FontRecord* font, int32_t wide, int32_t high) {
+  font->wide = wide;
+  font->high = high;
+  for (auto& glyphs : font->latin) std::fill(std::begin(glyphs), std::end(glyphs), Glyph{});
+  for (auto& glyphs : font->others) glyphs.clear();
+  for (const FontFace& other : font->standIn) SizeFace(other, wide, high);
+  return SizeFace(font->first, wide, high);
 }
 
 InkReach InkReachOf(const FontRecord& font) {
@@ -94,8 +131,8 @@ InkReach InkReachOf(const FontRecord& font) {
   InkReach reach = {0, 0};
   for (const Rendition rendition : {Rendition::kSmooth, Rendition::kPlain}) {
     for (const unsigned char* letter = kFarReaching; *letter; ++letter) {
-      if (!LoadLetter(font, rendition, *letter)) continue;
-      const FT_Glyph_Metrics& metrics = font.face->glyph->metrics;
+      if (!LoadLetter(font.first, rendition, *letter)) continue;
+      const FT_Glyph_Metrics& metrics = font.first.face->glyph->metrics;
       reach.above = std::max(reach.above, PixelsUp(metrics.horiBearingY));
       reach.below = std::max(reach.below, PixelsUp(metrics.height - metrics.horiBearingY));
     }
@@ -106,7 +143,7 @@ InkReach InkReachOf(const FontRecord& font) {
 int32_t AverageWidth(FontRecord* font, Rendition rendition) {
   int32_t sum = 0;
   for (int i = 0; i < 26; ++i) {
-    sum += GlyphOf(font, rendition, uint8_t('A' + i)).advance + GlyphOf(font, rendition, uint8_t('a' + i)).advance;
+    sum += GlyphOf(font, rendition, char32_t('A' + i)).advance + GlyphOf(font, rendition, char32_t('a' + i)).advance;
   }
   return std::max(1, (sum + 26) / 52);
 }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
-using FT_Face = struct FT_FaceRec_*;
+#include "win32/drawing/font_files.h"
 
 namespace framereel {
 
@@ -21,16 +22,22 @@ struct Glyph {
 enum class Rendition : uint8_t { kSmooth, kPlain };
 
 struct FontRecord {
-  FT_Face face;            // owned; null when no font is installed: letters are boxes then
-  bool embolden, slant;    // what the file does not have, made from what it has
-  int32_t ascent, descent; // pixels; the ink of every letter lies within
-  int32_t internalLeading; // of the ascent, what is for accents
-  int32_t externalLeading; // between lines
-  Glyph glyphs[2][256];    // by Rendition and Latin-1 byte, made when first asked for
+  FontStyle style;
+  FontFace first;                // owned; its face is null when no font is installed: letters are boxes then
+  std::vector<FontFace> standIn; // owned; of other files, opened for letters that the ones before do not have
+  int32_t wide, high;            // the size of all of them, 64ths of a pixel an em
+  int32_t ascent, descent;       // pixels; the ink of every letter lies within
+  int32_t internalLeading;       // of the ascent, what is for accents
+  int32_t externalLeading;       // between lines
+  // By Rendition, made when first asked for: those of Latin-1, and all others.
+  Glyph latin[2][256];
+  std::unordered_map<char32_t, Glyph> others[2];
 };
 
-// The letter's picture, good as long as the font.
-const Glyph& GlyphOf(FontRecord* font, Rendition rendition, uint8_t letter);
+// The letter's picture, good as long as the font keeps its size.
+const Glyph& GlyphOf(FontRecord* font, Rendition rendition, char32_t letter);
+// Gives the faces another size, in 64ths of a pixel an em, and forgets the pictures. False when the first has none.
+bool SizeFaces(FontRecord* font, int32_t wide, int32_t high);
 // How far the ink of a letter reaches above and below the baseline, at most, in either rendition: pixels.
 struct InkReach {
   int32_t above, below;

@@ -5,6 +5,7 @@
 #include "win32/drawing/contexts.h"
 #include "win32/drawing/drawing_target.h"
 #include "win32/drawing/glyphs.h"
+#include "win32/pixels/utf8.h"
 
 namespace framereel {
 namespace {
@@ -20,8 +21,11 @@ PixelRect PlaceOf(const Glyph& glyph, int32_t x, int32_t baseline) {
 // Calls `each` with every letter's glyph and the place of the pen for it.
 template <typename Each> void WalkText(HDC context, int32_t x, const char* text, int length, const Each& each) {
   const Rendition rendition = RenditionOf(*context);
-  for (int i = 0; i < length; ++i) {
-    const Glyph& glyph = GlyphOf(context->font->record, rendition, uint8_t(text[i]));
+  const std::string_view all(text, size_t(length));
+  for (size_t at = 0; at < all.size();) {
+    const CodePoint letter = CodePointAt(all, at);
+    at += letter.length;
+    const Glyph& glyph = GlyphOf(context->font->record, rendition, letter.code);
     each(glyph, x);
     x += glyph.advance + context->characterExtra;
   }

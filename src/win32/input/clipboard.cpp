@@ -1,16 +1,17 @@
-// The clipboard's text: the program's own, for as long as it runs.
+// The clipboard's text, which the display has.
 #include "win32/input/clipboard.h"
 
-#include "win32/windows/window.h"
+#include "win32/pixels/display_windows.h"
+#include "win32/win32.h"
 
 namespace framereel {
 
 void SetClipboardText(std::string_view text) {
-  TheWindows().clipboard = text;
+  DisplayShareText(SharedText::kClipboard, text);
 }
 
 std::string ClipboardText() {
-  return TheWindows().clipboard;
+  return DisplaySharedText(SharedText::kClipboard);
 }
 
 } // namespace framereel
@@ -26,5 +27,5 @@ BOOL CloseClipboard() {
 }
 
 BOOL IsClipboardFormatAvailable(UINT format) {
-  return format == CF_TEXT && !ClipboardText().empty();
+  return format == CF_TEXT && DisplayHasSharedText(SharedText::kClipboard);
 }

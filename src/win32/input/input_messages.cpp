@@ -131,7 +131,7 @@ void TakeKey(const DisplayEvent& event) {
   WindowSystem& system = TheWindows();
   const bool down = event.kind == Kind::kKeyDown;
   if (down) {
-    ++system.presses;
+    system.typed = {event.scan, event.text};
     const bool again = KeyIsDown(VK_MENU), chord = KeyIsDown(VK_CONTROL) || KeyIsDown(VK_SHIFT);
     system.altAlone = event.key == VK_MENU && (again ? system.altAlone : !chord);
   }

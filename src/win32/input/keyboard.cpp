@@ -1,68 +1,42 @@
 // The state of keys as messages tell it, and the characters that keys give.
 //
-// An accent that waits belongs to the key press that made it: asking about that press again answers the accent again,
-// and the next press with a character uses it up. So a caller may ask twice about one press, with Shift and without.
+// What a press types, the display has told with it. Beyond that it is asked what a key gives by itself: of a key whose
+// message somebody has made up, and with another state of Shift than at the press.
 #include "win32/input/keyboard.h"
 
 #include <cstring>
 
+#include "win32/pixels/utf8.h"
 #include "win32/windows/window.h"
 
 namespace framereel {
 namespace {
 
-// Latin-1: an accent, the letters that it goes on, and what comes of them.
-struct Accent {
-  uint8_t accent;
-  const char* letters;
-  const char* joined;
-};
-constexpr Accent kAccents[] = {
-    {'`', "AEIOUaeiou", "\xC0\xC8\xCC\xD2\xD9\xE0\xE8\xEC\xF2\xF9"},
-    {0xB4, "AEIOUYaeiouy", "\xC1\xC9\xCD\xD3\xDA\xDD\xE1\xE9\xED\xF3\xFA\xFD"},
-    {'\'', "AEIOUYaeiouy", "\xC1\xC9\xCD\xD3\xDA\xDD\xE1\xE9\xED\xF3\xFA\xFD"},
-    {'^', "AEIOUaeiou", "\xC2\xCA\xCE\xD4\xDB\xE2\xEA\xEE\xF4\xFB"},
-    {'~', "ANOano", "\xC3\xD1\xD5\xE3\xF1\xF5"},
-    {0xA8, "AEIOUaeiouy", "\xC4\xCB\xCF\xD6\xDC\xE4\xEB\xEF\xF6\xFC\xFF"},
-    {'"', "AEIOUaeiouy", "\xC4\xCB\xCF\xD6\xDC\xE4\xEB\xEF\xF6\xFC\xFF"},
-    {0xB0, "Aa", "\xC5\xE5"},
-    {0xB8, "Cc", "\xC7\xE7"},
-};
+bool IsDown(const BYTE* state, int key) {
+  return state[key] & 0x80;
+}
 
-// The accented letter, the accent itself for a blank, or 0.
-uint8_t Join(uint8_t accent, uint8_t letter) {
-  if (letter == ' ') return accent;
-  for (const Accent& known : kAccents) {
-    const char* place = known.accent == accent ? std::strchr(known.letters, letter) : nullptr;
-    if (place && letter) return uint8_t(known.joined[place - known.letters]);
-  }
-  return 0;
+// What the key types with the state of Shift and the lock as given.
+std::string TypedBy(UINT scan, const BYTE* state) {
+  const WindowSystem& system = TheWindows();
+  const bool shift = IsDown(state, VK_SHIFT);
+  if (scan == system.typed.scan && shift == IsDown(system.keys, VK_SHIFT)) return system.typed.text;
+  const char32_t character = DisplayKeyCharacter(uint8_t(scan), shift, state[VK_CAPITAL] & 1);
+  return character ? Utf8Of(character) : "";
+}
+
+// Commands are Latin letters. On a layout of others a key stands for the one that names it.
+std::string LatinOf(UINT virtualKey, const std::string& text) {
+  const bool foreign = !text.empty() && uint8_t(text[0]) >= 0x80;
+  return foreign && virtualKey >= 'A' && virtualKey <= 'Z' ? std::string(1, char(virtualKey | 0x20)) : text;
 }
 
 // With Ctrl letters and a few signs give control characters, and nothing else gives any.
-uint8_t WithControl(uint8_t character) {
+std::string WithControl(const std::string& text) {
+  const auto character = uint8_t(text.empty() ? 0 : text[0]);
   const bool letter = (character >= 'a' && character <= 'z') || (character >= '@' && character <= '_');
-  return letter ? character & 31 : character < 32 ? character : 0;
-}
-
-// `uses`: the press uses up the accent that waits.
-int Characters(UINT scan, const BYTE* state, WORD* characters, bool uses) {
-  WaitingAccent& waiting = TheWindows().accent;
-  const uint32_t press = TheWindows().presses;
-  bool dead = false;
-  uint8_t character = DisplayKeyCharacter(uint8_t(scan), state[VK_SHIFT] & 0x80, state[VK_CAPITAL] & 1, &dead);
-  if (state[VK_CONTROL] & 0x80 && !(state[VK_MENU] & 0x80)) character = dead ? 0 : WithControl(character);
-  *characters = character;
-  if (!character) return 0;
-  const bool waits = waiting.character && waiting.press != press;
-  if (!waits) {
-    if (dead && uses && waiting.press != press) waiting = {character, press};
-    return dead ? -1 : 1;
-  }
-  const uint8_t accent = waiting.character, joined = Join(accent, character);
-  if (uses) waiting = {0, press};
-  *characters = joined ? joined : WORD(accent | character << 8);
-  return joined ? 1 : 2;
+  if (letter) return {char(character & 31)};
+  return character < 32 ? text : "";
 }
 
 } // namespace
@@ -99,8 +73,12 @@ WPARAM MouseKeys() {
   return keys;
 }
 
-int CharactersOf(UINT scan, WORD* characters) {
-  return Characters(scan, TheWindows().keys, characters, false);
+std::string TextOfKey(UINT virtualKey, UINT scan, const BYTE* state) {
+  const std::string text = TypedBy(scan, state);
+  const bool control = IsDown(state, VK_CONTROL), alt = IsDown(state, VK_MENU);
+  if (control && alt) return "";
+  if (control) return WithControl(LatinOf(virtualKey, text));
+  return alt ? LatinOf(virtualKey, text) : text;
 }
 
 } // namespace framereel
@@ -122,7 +100,14 @@ SHORT GetAsyncKeyState(int virtualKey) {
   return DisplayKeyIsDown(uint8_t(virtualKey)) ? SHORT(0x8000) : SHORT{0};
 }
 
-int ToAscii(UINT, UINT scan, const BYTE* state, WORD* characters, UINT) {
+int ToAscii(UINT virtualKey, UINT scan, const BYTE* state, WORD* characters, UINT) {
   if (!state || !characters) return 0;
-  return Characters(scan & 255, state, characters, true);
+  *characters = 0;
+  std::string text = TextOfKey(virtualKey, scan & 255, state);
+  // The caller has left Ctrl and Alt out, and means a command all the same.
+  if (KeyIsDown(VK_CONTROL) || KeyIsDown(VK_MENU)) text = LatinOf(virtualKey, text);
+  const auto beyond = [](char byte) { return uint8_t(byte) >= 0x80; };
+  if (text.empty() || text.size() > 2 || beyond(text.front()) || beyond(text.back())) return 0;
+  *characters = text.size() == 1 ? WORD(text[0]) : WORD(text[0] | text[1] << 8);
+  return int(text.size());
 }

@@ -120,10 +120,11 @@ BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove)
 BOOL TranslateMessage(const MSG* message) {
   const bool system = message && message->message == WM_SYSKEYDOWN;
   if (!message || (message->message != WM_KEYDOWN && !system)) return FALSE;
-  WORD characters = 0;
-  const int count = CharactersOf(HIWORD(uintptr_t(message->lParam)) & 255, &characters);
-  const UINT posted = system ? WM_SYSCHAR : WM_CHAR;
-  if (count == 2) Post(message->hwnd, posted, characters >> 8, message->lParam, true);
-  if (count >= 1) Post(message->hwnd, posted, characters & 255, message->lParam, true);
-  return count != 0;
+  const UINT scan = HIWORD(uintptr_t(message->lParam)) & 255;
+  const std::string text = TextOfKey(UINT(message->wParam), scan, TheWindows().keys);
+  // Ahead of all that waits, the first byte first.
+  for (auto byte = text.rbegin(); byte != text.rend(); ++byte) {
+    Post(message->hwnd, system ? WM_SYSCHAR : WM_CHAR, uint8_t(*byte), message->lParam, true);
+  }
+  return !text.empty();
 }

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "win32/pixels/display_windows.h"
@@ -59,6 +60,9 @@ struct MemoryDesktop {
   bool keys[256];          // by virtual key; 1, 2 and 4 are the mouse buttons
   bool capsLock;
   bool deadKeys; // the layout is the one with dead keys
+  char accent;   // of the one that was pressed last and waits for a letter; 0 for none
+  // What programs share, by SharedText: ours has put it there, or another.
+  std::string sharedTexts[2];
   uint32_t beeps, refreshes;
   uint32_t presents;        // calls of DisplayPresent
   uint64_t presentedPixels; // and how much they brought
@@ -93,6 +97,8 @@ void MemoryTurnWheel(int8_t notches);                       // away from the use
 void MemoryPressKey(uint8_t key);
 void MemoryReleaseKey(uint8_t key);
 void MemoryTypeKey(uint8_t key); // presses and releases
+// Types text, UTF-8, on keys that have characters but no names.
+void MemoryTypeText(std::string_view text);
 void MemoryGrabKeys(bool grabs); // another program takes all keys for a while, and lets go
 // By the desktop's own means: its task bar, its borders, its menus. Windows are ours or others'.
 void MemoryGiveKeyboard(DisplayWindow* window); // null: to nobody

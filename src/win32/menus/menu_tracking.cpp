@@ -307,10 +307,11 @@ void OnKey(Tracking* t, const DisplayEvent& event) {
     t->done = true;
     TheWindows().altAlone = false; // its release opens no other
     return;
-  default: {
-    bool dead = false;
-    if (const uint8_t letter = DisplayKeyCharacter(event.scan, false, false, &dead)) OnLetter(t, letter);
-  }
+  default:
+    // Mnemonics are letters of ASCII.
+    if (const char32_t letter = DisplayKeyCharacter(event.scan, false, false); letter >= ' ' && letter < 0x7F) {
+      OnLetter(t, uint8_t(letter));
+    }
   }
 }
 

@@ -8,6 +8,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "win32/pixels/display.h"
 
@@ -30,7 +32,7 @@ struct DisplayWindowSpec {
   WindowRole role;
   PixelRect place;      // not empty
   DisplayWindow* owner; // of all but a main window; may be null
-  const char* title;    // bytes as the user typed them; Latin-1
+  const char* title;    // UTF-8
 };
 
 // Makes a window, hidden; null when the display has none to give. DisplayFreeWindow takes it away at once.
@@ -85,11 +87,27 @@ void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const Pointe
 bool DisplayKeyIsDown(uint8_t virtualKey);
 bool DisplayCapsLockIsOn();
 
-// The Latin-1 character that a key gives by the layout in force, or 0 for none. `dead` is set when it is an accent that
-// waits for the next key; the character is then the accent's own (` ' ^ ~ " ...). `scan` is the event's.
-uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead);
+// The character that a key gives by the layout in force when it is pressed by itself or with Shift: a code point of
+// Unicode, or 0 for none, as for an accent. `scan` is the event's.
+char32_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock);
 
 void DisplayBeep();
+
+// ---- Texts that programs share -----------------------------------------------------------------------------------
+
+enum class SharedText : uint8_t {
+  kClipboard, // what the user has cut or copied
+  kSelected,  // what he has selected last, in whatever program; the middle button pastes it
+};
+
+// Gives the text, of lines that end with LF, to whatever program asks from now on, until another program has one to
+// give or the display is closed. Other programs get U+FFFD for what is no UTF-8.
+void DisplayShareText(SharedText which, std::string_view text);
+// The text that is shared now, in UTF-8; empty when there is none. The program that has it is waited for, but not for
+// long once it falls silent (a second), and what happens meanwhile is not lost: it waits for DisplayNextEvent.
+std::string DisplaySharedText(SharedText which);
+// Whether there is text. Another program is asked once for each text that it has.
+bool DisplayHasSharedText(SharedText which);
 
 // ---- Events ------------------------------------------------------------------------------------------------------
 
@@ -98,7 +116,7 @@ enum class DisplayEventKind : uint8_t {
   kMouseDown,     // x, y, button
   kMouseUp,       // x, y, button
   kMouseWheel,    // x, y, notches
-  kKeyDown,       // key, scan; repeats come as further downs
+  kKeyDown,       // key, scan, text; repeats come as further downs
   kKeyUp,         // key, scan
   kExposed,       // rect, in the window: present it again
   kPlaced,        // rect: where the desktop or the user put the window
@@ -119,6 +137,9 @@ struct DisplayEvent {
   int8_t notches; // that the wheel has been turned, away from the user
   uint8_t key;    // virtual key; 0 for a key without one
   uint8_t scan;   // the key's own number, for DisplayKeyCharacter
+  // What the press types, in UTF-8: by the layout with all its levels, and joined with accents and other keys that came
+  // before. Empty while such a sequence goes on, and for keys that type nothing. Ctrl and Alt don't count.
+  std::string text;
   bool flag;
   PixelRect rect;
   uint32_t tick; // of DisplayTick, when it happened

@@ -12,6 +12,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/utf8.h"
 #include "win32/windows/menu_bar.h"
 #include "win32/windows/window_contexts.h"
 #include "win32/windows/window_tree.h"
@@ -101,8 +102,9 @@ bool IsPressed(const Win32Window& window, int hit) {
 // The title, with dots in the place of what has no room.
 std::string Fitting(HDC context, const std::string& title, int32_t width) {
   if (TextWidth(context, title) <= width) return title;
-  for (size_t length = title.size(); length > 0; --length) {
-    const std::string cut = title.substr(0, length - 1) + "...";
+  for (size_t length = title.size(); length > 0;) {
+    length = PreviousCharacter(title, length);
+    const std::string cut = title.substr(0, length) + "...";
     if (TextWidth(context, cut) <= width) return cut;
   }
   return "";

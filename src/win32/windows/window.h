@@ -109,10 +109,10 @@ struct QueueEntry {
   DisplayEvent event; // of input
 };
 
-// An accent that waits for the letter to stand on.
-struct WaitingAccent {
-  uint8_t character; // 0: none
-  uint32_t press;    // WindowSystem::presses when it was made or used up
+// The key press that was taken last, and what it types.
+struct TypedKey {
+  uint8_t scan;
+  std::string text;
 };
 
 // What WindowSystem::markedTitle is when it is none of the bar's.
@@ -160,14 +160,10 @@ struct WindowSystem {
   int pressedBox;
 
   // input/keyboard.h, input/input_messages.h
-  BYTE keys[256];   // as GetKeyboardState tells them
-  uint32_t presses; // counts key downs, so that one can be told from the next
+  BYTE keys[256]; // as GetKeyboardState tells them
+  TypedKey typed;
   uint32_t buttonPresses;
   bool altAlone; // Alt is down, by itself, and nothing else has been pressed since
-  WaitingAccent accent;
-
-  // input/clipboard.h
-  std::string clipboard;
 
   // input/cursors.h
   HCURSOR cursor; // as last set

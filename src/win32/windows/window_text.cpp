@@ -1,9 +1,9 @@
 // The text of windows: the calls, and the title that most windows have for it.
 #include "win32/windows/window_text.h"
 
-#include <algorithm>
 #include <cstring>
 
+#include "win32/pixels/utf8.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_tree.h"
 
@@ -18,7 +18,7 @@ void SetTitle(HWND window, const char* title) {
 LRESULT CopyText(std::string_view text, WPARAM bufferSize, LPARAM buffer) {
   auto* to = reinterpret_cast<char*>(buffer);
   if (!to || bufferSize == 0) return 0;
-  const size_t length = std::min(text.size(), size_t(bufferSize - 1));
+  const size_t length = BoundaryAt(text, size_t(bufferSize - 1));
   std::memcpy(to, text.data(), length);
   to[length] = 0;
   return LRESULT(length);

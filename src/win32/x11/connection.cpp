@@ -92,6 +92,7 @@ bool IsBelieved(const X11Connection* x, const XEvent& event) {
   case ButtonPress:
   case ButtonRelease:
   case MotionNotify:
+  case SelectionNotify:
     return true;
   case ConfigureNotify:
     return event.xconfigure.window != x->root;
@@ -126,6 +127,7 @@ void DisplayClose() {
   if (!own.connection) return;
   X11Connection* x = own.connection.get();
   if (x->transfers) X11FreeSegment(X11Live(), std::move(x->transfers));
+  X11ForgetSequences(x);
   // What the server holds for us goes with the connection; Xlib's own records do not.
   for (GC context : {x->drawing, x->inverting, x->stippling}) {
     if (context) XFreeGC(x->display, context);
@@ -161,6 +163,7 @@ void X11TakeEvents(X11Connection* x, int queued) {
       X11NoteScreenChanged(x);
       continue;
     }
+    if (X11TakeSelectionEvent(x, event)) continue;
     X11TakeWindowEvent(x, &event);
   }
 }

@@ -55,7 +55,6 @@ void QueueMouse(X11Connection* x, DisplayWindow* window, const XEvent& event) {
 
 void QueueKey(X11Connection* x, DisplayWindow* window, const XEvent& event) {
   const XKeyEvent& key = event.xkey;
-  if (key.type == KeyPress) x->desktop.userTime = key.time;
   DisplayEvent told{};
   told.kind = key.type == KeyPress ? Kind::kKeyDown : Kind::kKeyUp;
   told.window = x->desktop.focus.told ? x->desktop.focus.told : window;
@@ -63,6 +62,10 @@ void QueueKey(X11Connection* x, DisplayWindow* window, const XEvent& event) {
   told.y = key.y_root;
   told.scan = static_cast<uint8_t>(key.keycode);
   told.key = X11VirtualKey(x, told.scan, key.state);
+  if (key.type == KeyPress) {
+    x->desktop.userTime = key.time;
+    told.text = X11TypedText(x, key);
+  }
   told.tick = TickOf(&x->desktop, event, key.time);
   x->desktop.events.push_back(told);
 }

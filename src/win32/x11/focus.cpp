@@ -31,6 +31,7 @@ void Tell(X11Connection* x) {
   DisplayWindow* before = focus.told;
   focus.told = Holder(focus);
   if (before == focus.told) return;
+  X11EndSequence(x);
   if (before) X11QueueEvent(x, Kind::kActive, before, false);
   if (focus.told) X11QueueEvent(x, Kind::kActive, focus.told, true);
 }

@@ -48,47 +48,8 @@ constexpr NamedKey kNamedKeys[] = {
     {XK_apostrophe, 0xDE}, {XK_dead_acute, 0xDE},   {XK_less, 0xE2},
 };
 
-struct DeadKey {
-  KeySym symbol;
-  uint8_t accent; // Latin-1
-};
-constexpr DeadKey kDeadKeys[] = {
-    {XK_dead_grave, '`'},     {XK_dead_acute, '\''},   {XK_dead_circumflex, '^'}, {XK_dead_tilde, '~'},
-    {XK_dead_diaeresis, '"'}, {XK_dead_cedilla, 0xB8}, {XK_dead_abovering, 0xB0}, {XK_dead_macron, 0xAF},
-};
-
 bool IsKeypad(KeySym symbol) {
   return symbol >= XK_KP_Space && symbol <= XK_KP_9;
-}
-
-// Keypad symbols carry the character in their lower 7 bits, and Unicode ones the code point in their lower 24.
-uint8_t Latin1Of(KeySym symbol) {
-  switch (symbol) {
-  case XK_BackSpace:
-  case XK_Tab:
-  case XK_Return:
-  case XK_Escape:
-    return static_cast<uint8_t>(symbol & 0x7F);
-  case XK_ISO_Left_Tab:
-    return '\t';
-  default:
-    break;
-  }
-  if (IsKeypad(symbol)) {
-    uint8_t character = symbol & 0x7F;
-    bool gives = (character >= '*' && character <= '9') || character == ' ' || character == '=' || character == '\r';
-    return gives ? character : 0;
-  }
-  if ((symbol & 0xFF000000) == 0x01000000) symbol &= 0xFFFFFF;
-  bool printable = (symbol >= 0x20 && symbol < 0x7F) || (symbol >= 0xA0 && symbol <= 0xFF);
-  return printable ? static_cast<uint8_t>(symbol) : 0;
-}
-
-uint8_t AccentOf(KeySym symbol) {
-  for (const DeadKey& dead : kDeadKeys) {
-    if (dead.symbol == symbol) return dead.accent;
-  }
-  return 0;
 }
 
 uint8_t KeyOfSymbol(KeySym symbol) {
@@ -103,6 +64,16 @@ uint8_t KeyOfSymbol(KeySym symbol) {
   return 0;
 }
 
+bool TypesSomething(Display* display, KeyCode code) {
+  for (int group = 0; group < XkbNumKbdGroups; group++) {
+    for (int level = 0; level < 2; level++) {
+      KeySym symbol = XkbKeycodeToKeysym(display, code, group, level);
+      if (X11CharacterOf(symbol) || X11IsDeadKey(symbol)) return true;
+    }
+  }
+  return false;
+}
+
 // A key of the row of digits is a digit even where digits take Shift; any other is named by what it gives alone. A
 // layout of other letters leaves that to the layout beside it.
 uint8_t KeyOfCode(Display* display, KeyCode code) {
@@ -113,8 +84,7 @@ uint8_t KeyOfCode(Display* display, KeyCode code) {
     if (uint8_t key = KeyOfSymbol(alone)) return key;
     if (uint8_t key = IsKeypad(shifted) ? 0 : KeyOfSymbol(shifted)) return key;
   }
-  KeySym first = XkbKeycodeToKeysym(display, code, 0, 0);
-  return Latin1Of(first) || AccentOf(first) ? kCharacterKey : 0;
+  return TypesSomething(display, code) ? kCharacterKey : 0;
 }
 
 // What Num Lock makes of a key of the keypad.
@@ -236,8 +206,7 @@ bool DisplayCapsLockIsOn() {
   return X11Live() && x->keyboard.locked & LockMask;
 }
 
-uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead) {
-  *dead = false;
+char32_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock) {
   X11Connection* x = X11Live();
   if (!x || scan < kFirstKey) return 0;
   X11ReadKeys(x);
@@ -246,9 +215,7 @@ uint8_t DisplayKeyCharacter(uint8_t scan, bool shift, bool capsLock, bool* dead)
   KeySym symbol = NoSymbol;
   unsigned int used;
   XkbLookupKeySym(x->display, scan, XkbBuildCoreState(modifiers, keys.group), &used, &symbol);
-  uint8_t accent = AccentOf(symbol);
-  *dead = accent != 0;
-  return accent ? accent : Latin1Of(symbol);
+  return X11CharacterOf(symbol);
 }
 
 } // namespace framereel

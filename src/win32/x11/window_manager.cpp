@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "win32/pixels/exhaustion.h"
+#include "win32/pixels/utf8.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -21,6 +21,13 @@ constexpr const char* kAtomNames[kAtomCount] = {
     "WM_DELETE_WINDOW",
     "WM_STATE",
     "UTF8_STRING",
+    "CLIPBOARD",
+    "TARGETS",
+    "TIMESTAMP",
+    "MULTIPLE",
+    "ATOM_PAIR",
+    "INCR",
+    "FRAMEREEL_TEXT",
     "_MOTIF_WM_HINTS",
     "_NET_SUPPORTED",
     "_NET_ACTIVE_WINDOW",
@@ -48,44 +55,11 @@ constexpr const char* kAtomNames[kAtomCount] = {
     "_NET_WM_WINDOW_TYPE_UTILITY",
 };
 
-// The most that is read of a property, in 32-bit items: far above what a desktop of any use writes.
-constexpr long kItemsMax = 65536;
 // The most of an icon that fits one request of any server.
 constexpr int32_t kIconSideMax = 128;
 
 // What _NET_WM_MOVERESIZE says: how to move, by the left button, on an application's behalf.
 constexpr long kDragMove = 8, kDragCancel = 11, kDragButton = 1, kDragSource = 1;
-
-// ---- Properties --------------------------------------------------------------------------------------------------
-
-// Items of 32 bits; Xlib takes each in an unsigned long.
-void Write(X11Connection* x, Window window, Atom property, Atom type, const std::vector<unsigned long>& items) {
-  XChangeProperty(x->display, window, property, type, 32, PropModeReplace,
-                  reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
-}
-
-void WriteText(X11Connection* x, Window window, Atom property, Atom type, const std::string& text) {
-  XChangeProperty(x->display, window, property, type, 8, PropModeReplace,
-                  reinterpret_cast<const unsigned char*>(text.data()), static_cast<int>(text.size()));
-}
-
-// Empty when the window or its property is not there, or is of another kind.
-std::vector<unsigned long> Read(X11Connection* x, Window window, Atom property, Atom type) {
-  Atom actual = None;
-  int format = 0;
-  unsigned long count = 0, rest = 0;
-  unsigned char* data = nullptr;
-  const int answer = XGetWindowProperty(x->display, window, property, 0, kItemsMax, False, type, &actual, &format,
-                                        &count, &rest, &data);
-  if (answer == BadAlloc) EndWithoutMemory(); // of Xlib's own memory: the server's errors come as BadRequest
-  std::vector<unsigned long> items;
-  if (answer == Success && format == 32 && actual == type) {
-    const unsigned long* first = reinterpret_cast<const unsigned long*>(data);
-    items.assign(first, first + count);
-  }
-  if (data) XFree(data);
-  return items;
-}
 
 bool Holds(const std::vector<unsigned long>& items, Atom atom) {
   return std::find(items.begin(), items.end(), atom) != items.end();
@@ -107,7 +81,7 @@ void WriteTypes(X11Connection* x, const DisplayWindow& window) {
     // Nobody manages it; the type tells compositors how to treat it.
     types = {X11AtomOf(x, kNetWmWindowTypePopupMenu), X11AtomOf(x, kNetWmWindowTypeUtility)};
   }
-  Write(x, window.id, X11AtomOf(x, kNetWmWindowType), XA_ATOM, types);
+  X11WriteItems(x, window.id, X11AtomOf(x, kNetWmWindowType), XA_ATOM, types);
 }
 
 // Our captions and borders are on our pixels, so nobody may add any. The five items of Motif's hints are flags,
@@ -117,15 +91,15 @@ void WriteMotifHints(X11Connection* x, const DisplayWindow& window) {
   constexpr unsigned long move = 4, minimise = 8, close = 32;
   unsigned long can = move | close | (window.role == WindowRole::kMain ? minimise : 0);
   Atom hints = X11AtomOf(x, kMotifHints);
-  Write(x, window.id, hints, hints, {functions | decorations, can, 0, 0, 0});
+  X11WriteItems(x, window.id, hints, hints, {functions | decorations, can, 0, 0, 0});
 }
 
 void WriteProcess(X11Connection* x, const DisplayWindow& window) {
   char host[256] = "";
   if (::gethostname(host, sizeof host - 1) != 0) return;
   // The number means something only together with the machine.
-  WriteText(x, window.id, XA_WM_CLIENT_MACHINE, XA_STRING, host);
-  Write(x, window.id, X11AtomOf(x, kNetWmPid), XA_CARDINAL, {static_cast<unsigned long>(::getpid())});
+  X11WriteBytes(x, window.id, XA_WM_CLIENT_MACHINE, XA_STRING, host);
+  X11WriteItems(x, window.id, X11AtomOf(x, kNetWmPid), XA_CARDINAL, {static_cast<unsigned long>(::getpid())});
 }
 
 void WriteHints(X11Connection* x, const DisplayWindow& window) {
@@ -138,28 +112,16 @@ void WriteHints(X11Connection* x, const DisplayWindow& window) {
 
 // ---- Text --------------------------------------------------------------------------------------------------------
 
-// Of Latin-1, without its control characters, which a title in either encoding must not have.
-std::string Printable(const char* text) {
+// Well-formed, and without control characters, which a title must not have.
+std::string Printable(std::string_view text) {
   std::string kept;
-  for (; *text; text++) {
-    uint8_t byte = static_cast<uint8_t>(*text);
-    if (byte >= 32 && (byte < 127 || byte >= 160)) kept += *text;
+  for (size_t at = 0; at < text.size();) {
+    const CodePoint character = CodePointAt(text, at);
+    at += character.length;
+    const bool control = character.code < 0x20 || (character.code >= 0x7F && character.code < 0xA0);
+    if (!control) kept += Utf8Of(character.code);
   }
   return kept;
-}
-
-std::string Utf8OfLatin1(const std::string& text) {
-  std::string utf8;
-  for (char character : text) {
-    uint8_t byte = static_cast<uint8_t>(character);
-    if (byte < 128) {
-      utf8 += character;
-    } else {
-      utf8 += static_cast<char>(0xC0 | byte >> 6);
-      utf8 += static_cast<char>(0x80 | (byte & 63));
-    }
-  }
-  return utf8;
 }
 
 // Icons are not premultiplied, as pointers are.
@@ -174,8 +136,8 @@ uint32_t PlainPixel(uint32_t pixel) {
 
 // The four items of the current desktop, each desktop having its own: left, top, width, height.
 bool ReadWorkArea(X11Connection* x, PixelRect* area) {
-  std::vector<unsigned long> areas = Read(x, x->root, X11AtomOf(x, kNetWorkArea), XA_CARDINAL);
-  std::vector<unsigned long> current = Read(x, x->root, X11AtomOf(x, kNetCurrentDesktop), XA_CARDINAL);
+  std::vector<unsigned long> areas = X11ReadItems(x, x->root, X11AtomOf(x, kNetWorkArea), XA_CARDINAL);
+  std::vector<unsigned long> current = X11ReadItems(x, x->root, X11AtomOf(x, kNetCurrentDesktop), XA_CARDINAL);
   size_t first = current.empty() ? 0 : static_cast<size_t>(std::min(current[0], 10000ul)) * 4;
   if (first + 4 > areas.size()) first = 0;
   if (areas.size() < 4) return false;
@@ -189,11 +151,11 @@ bool ReadWorkArea(X11Connection* x, PixelRect* area) {
 PixelRect WithoutStruts(X11Connection* x, PixelRect area) {
   int32_t width = area.right;
   int32_t height = area.bottom;
-  for (unsigned long window : Read(x, x->root, X11AtomOf(x, kNetClientList), XA_WINDOW)) {
+  for (unsigned long window : X11ReadItems(x, x->root, X11AtomOf(x, kNetClientList), XA_WINDOW)) {
     if (X11WindowOf(x, window)) continue;
     // It may change its mind.
     XSelectInput(x->display, window, PropertyChangeMask);
-    std::vector<unsigned long> strut = Read(x, window, X11AtomOf(x, kNetWmStrutPartial), XA_CARDINAL);
+    std::vector<unsigned long> strut = X11ReadItems(x, window, X11AtomOf(x, kNetWmStrutPartial), XA_CARDINAL);
     if (strut.size() < 4) continue;
     auto item = [&](size_t i) { return static_cast<int32_t>(std::min(strut[i], 65535ul)); };
     area = Intersect(area, {item(0), item(2), width - item(1), height - item(3)});
@@ -227,7 +189,7 @@ bool X11ManagerCan(X11Connection* x, X11Atom what) {
   X11TakeEvents(x, QueuedAlready);
   X11Desktop& desktop = x->desktop;
   if (desktop.talentsUnsure) {
-    desktop.talents = Read(x, x->root, X11AtomOf(x, kNetSupported), XA_ATOM);
+    desktop.talents = X11ReadItems(x, x->root, X11AtomOf(x, kNetSupported), XA_ATOM);
     desktop.talentsUnsure = false;
   }
   return Holds(desktop.talents, X11AtomOf(x, what));
@@ -265,12 +227,11 @@ void X11Describe(X11Connection* x, const DisplayWindow& window) {
 }
 
 void X11WriteTitle(X11Connection* x, const DisplayWindow& window, const char* title) {
-  std::string latin1 = Printable(title);
-  std::string utf8 = Utf8OfLatin1(latin1);
-  WriteText(x, window.id, XA_WM_NAME, XA_STRING, latin1);
-  WriteText(x, window.id, XA_WM_ICON_NAME, XA_STRING, latin1);
-  WriteText(x, window.id, X11AtomOf(x, kNetWmName), X11AtomOf(x, kUtf8String), utf8);
-  WriteText(x, window.id, X11AtomOf(x, kNetWmIconName), X11AtomOf(x, kUtf8String), utf8);
+  const std::string utf8 = Printable(title), latin1 = Latin1Of(utf8);
+  X11WriteBytes(x, window.id, XA_WM_NAME, XA_STRING, latin1);
+  X11WriteBytes(x, window.id, XA_WM_ICON_NAME, XA_STRING, latin1);
+  X11WriteBytes(x, window.id, X11AtomOf(x, kNetWmName), X11AtomOf(x, kUtf8String), utf8);
+  X11WriteBytes(x, window.id, X11AtomOf(x, kNetWmIconName), X11AtomOf(x, kUtf8String), utf8);
 }
 
 void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPicture& icon) {
@@ -278,7 +239,7 @@ void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPi
   size_t count = static_cast<size_t>(icon.width) * icon.height;
   std::vector<unsigned long> items = {static_cast<unsigned long>(icon.width), static_cast<unsigned long>(icon.height)};
   for (size_t i = 0; i < count; i++) items.push_back(PlainPixel(icon.pixels[i]));
-  Write(x, window.id, X11AtomOf(x, kNetWmIcon), XA_CARDINAL, items);
+  X11WriteItems(x, window.id, X11AtomOf(x, kNetWmIcon), XA_CARDINAL, items);
 }
 
 void X11WritePlace(X11Connection* x, const DisplayWindow& window) {
@@ -298,12 +259,12 @@ void X11WritePlace(X11Connection* x, const DisplayWindow& window) {
 void X11WriteStart(X11Connection* x, const DisplayWindow& window) {
   WriteHints(x, window);
   // A user who was never at work on a window does not want it to take the keyboard.
-  Write(x, window.id, X11AtomOf(x, kNetWmUserTime), XA_CARDINAL, {0});
+  X11WriteItems(x, window.id, X11AtomOf(x, kNetWmUserTime), XA_CARDINAL, {0});
   if (window.role == WindowRole::kMain) return;
   // Said each time: a window manager forgets it when the window is hidden.
   std::vector<unsigned long> state = {X11AtomOf(x, kNetWmStateSkipTaskbar), X11AtomOf(x, kNetWmStateSkipPager)};
   if (window.role == WindowRole::kPalette) state.push_back(X11AtomOf(x, kNetWmStateAbove));
-  Write(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM, state);
+  X11WriteItems(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM, state);
 }
 
 void X11AllowKeyboard(X11Connection* x, const DisplayWindow& window) {
@@ -311,14 +272,14 @@ void X11AllowKeyboard(X11Connection* x, const DisplayWindow& window) {
 }
 
 bool X11ReadMinimised(X11Connection* x, const DisplayWindow& window, bool* minimised) {
-  std::vector<unsigned long> state = Read(x, window.id, X11AtomOf(x, kWmState), X11AtomOf(x, kWmState));
+  std::vector<unsigned long> state = X11ReadItems(x, window.id, X11AtomOf(x, kWmState), X11AtomOf(x, kWmState));
   bool managed = !state.empty() && (state[0] == NormalState || state[0] == IconicState);
   if (!managed) return false;
   // Window managers call windows iconic, too, that are on another desktop; the newer state tells them apart. By itself
   // it may be left over from before.
   *minimised = state[0] == IconicState;
   if (*minimised && X11ManagerCan(x, kNetWmStateHidden)) {
-    *minimised = Holds(Read(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM), X11AtomOf(x, kNetWmStateHidden));
+    *minimised = Holds(X11ReadItems(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM), X11AtomOf(x, kNetWmStateHidden));
   }
   return true;
 }

@@ -1,6 +1,6 @@
 // Inside of the X11 display: the one connection, its caches, and the steps that its files share; x11_windows.h has what
-// belongs to windows and input. Nobody outside of this folder includes it but the display's own tests. Start reading
-// at connection.cpp.
+// belongs to windows and input, x11_selections.h the texts that programs share. Nobody outside of this folder includes
+// it but the display's own tests. Start reading at connection.cpp.
 #pragma once
 
 #include <bit>
@@ -14,6 +14,7 @@
 #include <X11/extensions/XShm.h>
 
 #include "win32/pixels/display.h"
+#include "win32/x11/x11_selections.h"
 #include "win32/x11/x11_windows.h"
 
 namespace framereel {
@@ -90,6 +91,7 @@ struct X11Connection {
   X11Devices devices;
   X11Desktop desktop;
   X11Keys keyboard;
+  X11Selections selections;
 };
 
 // The connection, or null when there is none or it is lost. Every entry of the display asks it first.

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 #include <deque>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include <X11/Xlib.h>
@@ -16,6 +18,7 @@
 namespace framereel {
 
 struct X11Connection;
+struct X11Sequences;
 
 // Places in the protocol have 16 bits with a sign; no size above the last place is of any use.
 inline constexpr int32_t kX11PlaceMin = -32768, kX11PlaceMax = 32767;
@@ -46,6 +49,13 @@ enum X11Atom : uint8_t {
   kWmDeleteWindow,
   kWmState,
   kUtf8String,
+  kClipboard,
+  kTargets,
+  kTimestamp,
+  kMultiple,
+  kAtomPair,
+  kIncr,
+  kFramereelText,
   kMotifHints,
   kNetSupported,
   kNetActiveWindow,
@@ -132,6 +142,7 @@ struct X11Keys {
   uint32_t pressedTick;       // at this tick
   char pressed[32];           // keys that are down, a bit for each
   unsigned int buttons;       // as XQueryPointer tells
+  X11Sequences* sequences;    // null until a key has typed something
 };
 
 // ---- window.cpp ----
@@ -163,6 +174,17 @@ bool X11SettleFocus(X11Connection* x);
 void X11GiveKeyboard(X11Connection* x, DisplayWindow* window);
 // It is no longer shown.
 void X11ReleaseKeyboard(X11Connection* x, const DisplayWindow* window);
+
+// ---- properties.cpp ----
+
+// Items of 32 bits, which Xlib takes and gives in an unsigned long each. Reading answers none when the window or its
+// property is not there, or is of another type.
+void X11WriteItems(X11Connection* x, Window window, Atom property, Atom type, const std::vector<unsigned long>& items);
+std::vector<unsigned long> X11ReadItems(X11Connection* x, Window window, Atom property, Atom type);
+void X11WriteBytes(X11Connection* x, Window window, Atom property, Atom type, std::string_view bytes);
+// Appends the bytes and answers their type; None when the property is not there or has more than `most`. One that has
+// no bytes but items appends nothing.
+Atom X11ReadBytes(X11Connection* x, Window window, Atom property, size_t most, std::string* bytes);
 
 // ---- window_manager.cpp ----
 
@@ -199,6 +221,18 @@ void X11NoteScreenChanged(X11Connection* x);
 void X11TakeWindowEvent(X11Connection* x, XEvent* event);
 // Drops the window from the queue and from all that it held.
 void X11ForgetWindow(X11Connection* x, const DisplayWindow* window);
+
+// ---- typing.cpp ----
+
+// What a key press types, as DisplayEvent::text; to be asked once for each press, in their order.
+std::string X11TypedText(X11Connection* x, const XKeyEvent& key);
+// The character of a symbol, 0 for none.
+char32_t X11CharacterOf(KeySym symbol);
+// Whether it waits for the next key.
+bool X11IsDeadKey(KeySym symbol);
+// A sequence that has begun ends without having typed anything.
+void X11EndSequence(X11Connection* x);
+void X11ForgetSequences(X11Connection* x);
 
 // ---- keys.cpp ----
 

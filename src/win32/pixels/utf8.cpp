@@ -1,5 +1,5 @@
-// Where characters of UTF-8 begin and end.
-#include "win32/system/utf8.h"
+// Where characters of UTF-8 begin and end, and which they are.
+#include "win32/pixels/utf8.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -65,6 +65,45 @@ size_t BoundaryAt(std::string_view text, size_t at) {
 
 bool IsBegunCharacter(std::string_view bytes) {
   return !bytes.empty() && PartThere(bytes, 0) == bytes.size() && bytes.size() < LengthFor(uint8_t(bytes[0]));
+}
+
+CodePoint CodePointAt(std::string_view text, size_t at) {
+  const size_t length = CharacterLength(text, at);
+  const auto first = uint8_t(text[at]);
+  if (length == 1) return {first < 0x80 ? first : kReplacement, 1};
+  // The first byte has a 1 for each byte, a 0, and then what it says of the character.
+  char32_t code = first & (0x7F >> length);
+  for (size_t i = 1; i < length; ++i) code = code << 6 | (uint8_t(text[at + i]) & 0x3F);
+  return {code, length};
+}
+
+std::string Utf8Of(char32_t code) {
+  if (code < 0x80) return {char(code)};
+  const auto follower = [code](int shift) { return char(0x80 | (code >> shift & 0x3F)); };
+  if (code < 0x800) return {char(0xC0 | code >> 6), follower(0)};
+  if (code < 0x10000) return {char(0xE0 | code >> 12), follower(6), follower(0)};
+  return {char(0xF0 | code >> 18), follower(12), follower(6), follower(0)};
+}
+
+std::string WellFormed(std::string_view text) {
+  std::string whole;
+  for (size_t at = 0; at < text.size(); at = NextCharacter(text, at)) whole += Utf8Of(CodePointAt(text, at).code);
+  return whole;
+}
+
+std::string Utf8OfLatin1(std::string_view text) {
+  std::string utf8;
+  for (const char byte : text) utf8 += Utf8Of(uint8_t(byte));
+  return utf8;
+}
+
+std::string Latin1Of(std::string_view text) {
+  std::string latin1;
+  for (size_t at = 0; at < text.size(); at = NextCharacter(text, at)) {
+    const char32_t code = CodePointAt(text, at).code;
+    latin1 += code < 0x100 ? char(code) : '?';
+  }
+  return latin1;
 }
 
 } // namespace framereel
