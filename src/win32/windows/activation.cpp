@@ -44,7 +44,7 @@ void Switch(HWND topLevel, bool byClick) {
   WindowSystem& system = TheWindows();
   const HWND before = system.active;
   if (before == topLevel) return;
-  system.active = topLevel;
+  system.active = system.lastActive = topLevel;
   Deactivate(before);
   if (!IsLive(topLevel) || system.active != topLevel) return;
   Send(topLevel, WM_NCACTIVATE, TRUE, 0);
@@ -56,9 +56,11 @@ bool CanBeActive(HWND window) {
 }
 
 // A window that may be active in the place of one that may not: a window that it owns, as a dialog is by the frame
-// that it disables.
+// that it disables. Of several the one that was active last, which a palette that floats above it was not.
 HWND StandIn(HWND topLevel) {
   if (CanBeActive(topLevel)) return topLevel;
+  const HWND last = TheWindows().lastActive;
+  if (IsLive(last) && last->owner == topLevel && CanBeActive(last)) return last;
   for (HWND window : TheWindows().topLevels) {
     if (window->owner == topLevel && CanBeActive(window)) return window;
   }
