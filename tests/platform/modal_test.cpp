@@ -1,157 +1,51 @@
 // Which window is modal, which is active, and where the keyboard goes.
-#include "platform/windows/modal.h"
-
 #include <gtest/gtest.h>
-#include <string>
 
 #include "core/notices.h"
-#include "platform/drawing/current_port.h"
-#include "platform/records/later_modules.h"
-#include "platform/windows/active_window.h"
-#include "support/window_program.h"
+#include "support/window_script.h"
 #include "win32/memory/memory_display.h"
-#include "win32/windows/window.h"
-#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
 
-std::string calls;
-
-class ModalTest : public ::testing::Test {
-protected:
-  ModalTest() { calls.clear(); }
-  ~ModalTest() override {
-    TheLaterModules().blockMenus = [](bool) {};
-  }
-
-  ChildWindow* Open(const char* title, uint32_t flags) {
-    ChildWindow* window = OpenChildWindow(nullptr, title, flags | kWindowUnclamped);
-    SetWindowMethod(
-        window, &WindowMethods::activated, +[](ChildWindow* activated) {
-          EXPECT_EQ(CurrentPort(), &activated->port);
-          calls += std::string("+") + activated->title;
-        });
-    SetWindowMethod(
-        window, &WindowMethods::deactivated,
-        +[](ChildWindow* deactivated) { calls += std::string("-") + deactivated->title; });
-    ShowChildWindow(window);
-    Settle();
-    return window;
-  }
-
-  bool MainIsEnabled() { return IsEnabled(TheMainWindow()->window); }
-
-  WindowProgram program;
-};
-
-// ---- Modal windows -----------------------------------------------------------------------------------------------
-
-TEST_F(ModalTest, ModalWindowsGiveTheStateBackOneByOneInWhateverOrderTheyGo) {
-  TheLaterModules().blockMenus = [](bool block) { calls += block ? "block " : "free "; };
-  ChildWindow* one = OpenTestWindow(kWindowModal);
-  EXPECT_FALSE(MainIsEnabled());
-  EXPECT_TRUE(ModalIsBlocking());
-  EXPECT_EQ(TheWindows().focus, one->window);
-  ChildWindow* two = OpenTestWindow(kWindowModal);
-  ChildWindow* three = OpenTestWindow(kWindowModal);
-  CloseChildWindow(two);
-  EXPECT_EQ(GetModalWindow(), three);
-  EXPECT_FALSE(IsEnabled(one->window));
-  BringChildWindowForward(one);
-  EXPECT_EQ(GetModalWindow(), one);
-  EXPECT_TRUE(IsEnabled(one->window));
-  EXPECT_FALSE(IsEnabled(three->window));
-  CloseChildWindow(one);
-  EXPECT_EQ(GetModalWindow(), three);
-  EXPECT_FALSE(MainIsEnabled());
-  CloseChildWindow(three);
-  Settle();
-  EXPECT_EQ(GetModalWindow(), nullptr);
-  EXPECT_TRUE(MainIsEnabled());
-  EXPECT_EQ(TheWindows().focus, TheMainWindow()->window);
-  EXPECT_EQ(calls, "block free ");
+TEST(ModalWindows, GiveTheStateBackOneByOneInWhateverOrderTheyGo) {
+  WindowScript().Walk({
+      {"open a m", "block a+ active=a modal=a off=main focus=a"},
+      {"open b m", "a- b+ active=b modal=b off=main,a focus=b"},
+      {"open c m", "b- c+ active=c modal=c off=main,a,b focus=c"},
+      {"close b", "b.gone off=main,a"},
+      {"front a", "c- a+ active=a modal=a off=main,c focus=a"},
+      {"close a", "a.gone a- c+ active=c modal=c off=main focus=c"},
+      {"close c", "c.gone free c- active= modal= off= focus=main"},
+  });
 }
 
-TEST_F(ModalTest, APopupDoesNotBlockAndGoesWhenSomethingElseBegins) {
-  const auto open = [] {
-    ChildWindow* popup = OpenTestWindow(kWindowPopup);
-    SetWindowMethod(
-        popup, &WindowMethods::menuCommand, +[](ChildWindow* chosenIn, MenuItem* item) {
-          calls += item ? "?" : "go ";
-          CloseChildWindow(chosenIn);
-        });
-    return popup;
-  };
-  const ChildWindow* first = open();
-  EXPECT_EQ(GetModalWindow(), first);
-  EXPECT_FALSE(ModalIsBlocking());
-  EXPECT_TRUE(MainIsEnabled());
-  const Point p = OnScreenInMain(400, 300);
-  MemoryClick(p.h, p.v);
-  Settle();
-  EXPECT_EQ(calls, "go ");
-  open();
-  Type(VK_MENU);
-  EXPECT_EQ(calls, "go go ");
-  open();
-  LeaveProgram();
-  EXPECT_EQ(calls, "go go go ");
-  EXPECT_EQ(GetModalWindow(), nullptr);
-  DismissPopup();
-  EXPECT_EQ(calls, "go go go ");
+TEST(ModalWindows, APopupDoesNotBlockAndGoesWhenSomethingElseBegins) {
+  WindowScript().Walk({
+      {"open a d open p p", "a+ p+ active=a modal=p focus=p"},
+      {"when p.go close p . m 600 450 d u", "p< p~500,350 p.go p.gone p- modal= focus=main"},
+      {"open p p when p.go close p . alt", "p+ p.go p.gone p-"},
+      {"open p p when p.go close p . leave", "p+ p.go p.gone p- a- active= focus="},
+      {"return dismiss", "a+ active=a focus=a"},
+  });
 }
 
-// ---- The active window -------------------------------------------------------------------------------------------
-
-TEST_F(ModalTest, TheTopmostDocumentIsActiveUntilAModalWindowComes) {
-  ChildWindow *a = Open("a", 0), *b = Open("b", 0);
-  Open("palette", kWindowPalette);
-  Open("popup", kWindowPopup);
-  EXPECT_EQ(ActiveWindow(), b);
-  BringChildWindowForward(a);
-  EXPECT_EQ(ActiveWindow(), a);
-  ChildWindow* m = Open("m", kWindowModal);
-  EXPECT_EQ(ActiveWindow(), m);
-  CloseChildWindow(m);
-  Settle();
-  EXPECT_EQ(ActiveWindow(), a);
-  SendChildWindowBack(a);
-  EXPECT_EQ(ActiveWindow(), b);
-  CloseChildWindow(b);
-  EXPECT_EQ(ActiveWindow(), a);
-}
-
-TEST_F(ModalTest, EachChangeIsToldOnceToBothSides) {
-  ChildWindow* a = Open("a", 0);
-  EXPECT_EQ(calls, "+a");
-  ChildWindow* m = Open("m", kWindowModal);
-  EXPECT_EQ(calls, "+a-a+m");
-  calls.clear();
-  LeaveProgram();
-  EXPECT_EQ(calls, "-m");
-  EXPECT_EQ(ActiveWindow(), nullptr);
-  EXPECT_FALSE(ActiveGet());
-  ReturnToProgram();
-  EXPECT_EQ(calls, "-m+m");
-  EXPECT_TRUE(ActiveGet());
-  CloseChildWindow(m);
-  Settle();
-  EXPECT_TRUE(a->activated);
-  EXPECT_EQ(calls.substr(calls.size() - 2), "+a");
-}
-
-TEST_F(ModalTest, ASystemDialogPutsTheActiveWindowToSleep) {
-  ChildWindow *a = Open("a", 0), *b = Open("b", 0);
-  calls.clear();
-  SuspendActivation();
-  EXPECT_EQ(calls, "-b");
-  BringChildWindowForward(a);
-  EXPECT_EQ(ActiveWindow(), b);
-  ResumeActivation();
-  EXPECT_EQ(calls, "-b+b");
-  EvaluateActiveWindow();
-  EXPECT_EQ(ActiveWindow(), a);
+TEST(ActiveWindow, IsTheTopmostDocumentUntilAModalWindowComes) {
+  WindowScript().Walk({
+      {"open a d open b d", "a+ a- b+ active=b"},
+      {"open t t open p p", "t+ t- p+ modal=p focus=p"},
+      {"close p front a", "p.gone p- b- a+ active=a modal= focus=main"},
+      {"open m m", "block a- m+ active=m modal=m off=main,a,b focus=m"},
+      {"leave", "m- active= focus="},
+      {"return", "m+ active=m focus=m"}, // a palette above it stays what it is
+      {"close m", "m.gone free m- a+ active=a modal= off= focus=main"},
+      {"behind a", "a- b+ active=b"},
+      {"close b", "b.gone a+ active=a"},
+      {"open b d suspend", "a- b+ b- active=b"}, // for a dialog of the system
+      {"front a", ""},
+      {"resume", "b+ focus=b"},
+      {"evaluate", "b- a+ active=a focus=a"},
+  });
 }
 
 // The colour of the main window's caption, in a place without letters and boxes.
@@ -161,18 +55,14 @@ uint32_t CaptionPixel() {
   return MemoryPixel(main->originX + main->geometry.outerWidth / 2, main->originY + main->geometry.insetTop / 2);
 }
 
-TEST_F(ModalTest, TheMainCaptionIsLitAsLongAsTheProgramHasTheKeyboard) {
-  SetMainClientSize(nullptr, 400, 300);
-  Settle();
+TEST(ActiveWindow, TheMainCaptionIsLitAsLongAsTheProgramHasTheKeyboard) {
+  WindowScript script;
   const uint32_t lit = CaptionPixel();
-  ChildWindow* m = Open("m", kWindowModal);
-  EXPECT_EQ(CaptionPixel(), lit);
-  LeaveProgram();
-  EXPECT_NE(CaptionPixel(), lit);
-  ReturnToProgram();
-  CloseChildWindow(m);
-  Settle();
-  EXPECT_EQ(CaptionPixel(), lit);
+  for (const auto& [words, isLit] : {std::pair{"open m m", true}, {"leave", false}, {"return close m", true}}) {
+    script.Act(words);
+    EXPECT_EQ(CaptionPixel() == lit, isLit) << words;
+    EXPECT_EQ(ActiveGet(), isLit);
+  }
 }
 
 } // namespace
