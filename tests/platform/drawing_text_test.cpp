@@ -1,57 +1,48 @@
 // The toolkit's fonts and text.
 #include "platform/drawing/font_cache.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/sheet.h"
+#include "support/dice.h"
+#include "win32/drawing/fonts.h"
 
 namespace framereel {
 namespace {
 
-TEST(DrawText, FillsWhatMeasureTextTells) {
-  for (const int style : {kFontBold + 0, kFontBold | kFontOutlined}) {
+TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
+  for (const uint16_t style : {0, kFontBold + 0, kFontBold | kFontOutlined}) {
     SCOPED_TRACE(style);
-    Sheet sheet(200, 60);
-    sheet.state->font = GetFont(GetFontFamily(nullptr), 15, uint16_t(style), 1.0);
+    const Sheet sheet(200, 60);
+    UseDrawState(DrawStateDefault());
+    const int32_t plain = MeasureText("Grab (Jump)").width;
+    sheet.state->font = GetFont(GetFontFamily(nullptr), 15, style, 1.0);
     UseDrawState(sheet.state);
+    SetForeColour(kRed);
+    SetBackColour(kGreen);
+    const bool outlined = style & kFontOutlined;
     const TextMeasure measure = MeasureText("Grab (Jump)");
     DrawText(40, 30, "Grab (Jump)");
-    // The outline of a last letter without a margin reaches one column further.
-    const Rect cell = {int16_t(30 - measure.ascent), int16_t(40 - measure.leftOverhang), int16_t(30 + measure.descent),
-                       int16_t(40 + measure.width)};
-    int inside = 0, outside = 0;
-    for (int i = 0; i < 200 * 60; ++i) {
-      if (!sheet.Is(i % 200, i / 200, kWhite)) ++(Contains(cell, i % 200, i / 200) ? inside : outside);
+    Rows picture = sheet.Picture();
+    EXPECT_GT(Count(picture, 'r'), 0u);
+    EXPECT_EQ(Count(picture, 'g') > 0, outlined);
+    EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
+    // What lies in the cell goes.
+    for (int y = 30 - measure.ascent; y < 30 + measure.descent; ++y) {
+      picture[size_t(y)].replace(size_t(40 - measure.leftOverhang), size_t(measure.width + measure.leftOverhang), "");
     }
-    EXPECT_GT(inside, 0);
-    EXPECT_EQ(outside, 0);
+    EXPECT_EQ(Count(picture, 'r') + Count(picture, 'g'), 0u);
     EXPECT_EQ(measure.fullWidth, measure.width);
+    EXPECT_TRUE(style == 0 || measure.width == plain + (outlined ? 2 * 11 - 1 : 0));
+    EXPECT_EQ(measure.leftOverhang, outlined);
     const LineMetrics line = FontMetrics();
     EXPECT_EQ(line.ascent + line.descent, 15);
-    EXPECT_EQ(measure.ascent, line.ascent + measure.leftOverhang);
+    EXPECT_EQ(measure.ascent + measure.descent, 15 + 2 * outlined);
+    sheet.Clear();
+    UseDrawState(sheet.state);
+    DrawGreyText(10, 30, "Disabled");
+    EXPECT_EQ(Count(sheet.Picture(), 'r'), 0u);
+    EXPECT_GT(Count(sheet.Picture(), '?'), 0u);
+    EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
   }
-}
-
-TEST(DrawText, OutlinedDrawsBothColoursAndLeavesTheTextColour) {
-  Sheet sheet(200, 60);
-  const int plain = MeasureText("Wide").width;
-  sheet.state->font = GetFont(GetFontFamily(nullptr), 15, kFontBold | kFontOutlined, 1.0);
-  UseDrawState(sheet.state);
-  EXPECT_EQ(MeasureText("Wide").width, plain + 2 * 4 - 1);
-  EXPECT_EQ(MeasureText("Wide").leftOverhang, 1);
-  SetFontSize(34);
-  SetForeColour(kRed);
-  SetBackColour(kGreen);
-  DrawText(10, 40, "Wide");
-  EXPECT_GT(sheet.Count(kRed), 0);
-  EXPECT_GT(sheet.Count(kGreen), 0);
-  EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
-}
-
-TEST(DrawGreyText, IsGreyAndLeavesTheTextColour) {
-  Sheet sheet(200, 60);
-  SetForeColour(kRed);
-  DrawGreyText(10, 30, "Disabled");
-  EXPECT_GT(sheet.Count({128 * 257, 128 * 257, 128 * 257}), 0);
-  EXPECT_EQ(sheet.Count(kRed), 0);
-  EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
 }
 
 TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
@@ -74,47 +65,41 @@ TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
   EXPECT_EQ(GetFont(nullptr, 9, 0, 1.0), nullptr);
 }
 
-// Handles that are open, of the one family that there is.
-uint16_t OpenFontCount() {
-  const GrowArray& fonts = GetFontFamily(nullptr)->fonts;
-  uint16_t count = 0;
-  for (uint16_t i = 0; i < fonts.count; ++i) count += FromListValue<Font>(fonts.entries[i])->handle != nullptr;
-  return count;
-}
-
-TEST(Fonts, FromTheSeventhOnCloseTheFirstThatNobodyHolds) {
-  Sheet sheet(8, 8);
-  std::vector<Font*> fonts;
-  for (uint16_t size = 20; size < 26; ++size) fonts.push_back(GetFont(GetFontFamily(nullptr), size, kFontBold, 1.0));
-  // The state's font is in use, and was the first to open: the one behind it has gone.
-  EXPECT_EQ(OpenFontCount(), 6);
-  EXPECT_NE(sheet.state->font->handle, nullptr);
-  EXPECT_EQ(fonts[0]->handle, nullptr);
-  EXPECT_NE(fonts[1]->handle, nullptr);
-
-  // It opens again when it is used, and another goes.
-  SetFontSize(20);
-  EXPECT_EQ(sheet.state->font, fonts[0]);
-  EXPECT_NE(fonts[0]->handle, nullptr);
-  EXPECT_EQ(FontMetrics().ascent, fonts[0]->ascent);
-  EXPECT_EQ(OpenFontCount(), 6);
-  EXPECT_EQ(CurrentContext()->font, fonts[0]->handle);
-}
-
-TEST(Fonts, InUseKeepTheListLonger) {
-  Sheet sheet(8, 8);
-  std::vector<HDC> contexts;
+// Fonts are selected into contexts and held beside a plain list of the open ones: one that opens as the seventh or
+// later closes the first that nothing holds.
+TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
+  const Sheet sheet(8, 8);
   FontFamily* family = GetFontFamily(nullptr);
-  for (uint16_t size = 30; size < 38; ++size) {
-    contexts.push_back(::CreateCompatibleDC(ScreenContext()));
-    SelectFont(contexts.back(), GetFont(family, size, 0, 1.0));
-    EXPECT_NE(contexts.back()->font, SystemFont());
+  std::vector<Font*> fonts = {sheet.state->font}, open = fonts, inContext(6), held;
+  std::vector<HDC> contexts;
+  for (size_t i = 0; i < inContext.size(); ++i) contexts.push_back(::CreateCompatibleDC(ScreenContext()));
+  contexts[0] = CurrentContext();
+  inContext[0] = sheet.state->font;
+  const auto has = [](const std::vector<Font*>& list, Font* font) {
+    return std::find(list.begin(), list.end(), font) != list.end();
+  };
+  const auto opens = [&](Font* font) {
+    if (has(open, font)) return;
+    open.push_back(font);
+    if (open.size() <= 6) return;
+    const auto closes = std::find_if(open.begin(), open.end(),
+                                     [&](Font* one) { return one != font && !has(inContext, one) && !has(held, one); });
+    if (closes != open.end()) open.erase(closes);
+  };
+  Dice dice(1);
+  for (int step = 0; step < 2000; ++step) {
+    const auto size = uint16_t(20 + dice.Below(12));
+    Font* font = GetFont(family, size, kFontBold, 1.0);
+    if (!has(fonts, font)) fonts.push_back(font), opens(font);
+    const auto context = size_t(dice.Below(6));
+    const int operation = dice.Below(5);
+    if (operation == 0) SelectFont(contexts[context], font), opens(font), inContext[context] = font;
+    if (operation == 1) HoldFont(font), held.push_back(font), opens(font);
+    if (operation >= 2 && !held.empty()) LetGoOfFont(held.back()), held.pop_back();
+    for (Font* one : fonts) ASSERT_EQ(one->handle != nullptr, has(open, one)) << "step " << step;
+    for (size_t i = 0; i < 6; ++i) ASSERT_TRUE(!inContext[i] || contexts[i]->font == inContext[i]->handle);
   }
-  EXPECT_GE(OpenFontCount(), 8);
-  for (const HDC context : contexts) ::DeleteDC(context);
-  const uint16_t open = OpenFontCount();
-  GetFont(family, 50, 0, 1.0);
-  EXPECT_EQ(OpenFontCount(), open); // one more, one less
+  for (size_t i = 1; i < 6; ++i) ::DeleteDC(contexts[i]);
 }
 
 } // namespace
