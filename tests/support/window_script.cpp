@@ -182,7 +182,7 @@ void WindowScript::Say(const std::string& entry) {
 
 void WindowScript::Act(const std::string& steps) {
   std::istringstream in(steps);
-  ++depth;
+  ++nesting;
   for (std::string word; in >> word;) {
     const std::string name = word.substr(word[0] == '+' || word[0] == '-');
     if (const uint8_t key = KeyOf(name)) {
@@ -192,9 +192,9 @@ void WindowScript::Act(const std::string& steps) {
     } else {
       ADD_FAILURE() << "there is no word " << word;
     }
-    if (depth == 1 && settles) Settle();
+    if (nesting == 1 && settles) Settle();
   }
-  --depth;
+  --nesting;
 }
 
 std::string WindowScript::Heard() {

@@ -64,7 +64,7 @@ private:
   const LaterModules before = TheLaterModules();
   std::map<std::string, ChildWindow*> windows; // closed ones among them
   std::map<std::string, std::string> reactions, facts;
-  int depth = 0; // of words that run inside words
+  int nesting = 0; // of words that run inside words
 };
 
 } // namespace framereel
