@@ -85,51 +85,50 @@ TEST(Ports, OfWindowsDrawInWindowCoordinatesAndNothingWhileMinimised) {
   EXPECT_TRUE(IsEmpty(ClipBox()));
 }
 
-// Of each kind of Port, of the current one among them, from a place that is not its corner.
+// Of each kind of Port, from a place that is not its corner. The main window is read from the screen, from its outer
+// corner on, with what stands over it.
 TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
+  static Offscreen* other;
+  static ChildWindow* window;
+  const WindowGeometry& main = TheMainWindow()->geometry;
   for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
-    SCOPED_TRACE(depth);
     const Sheet sheet(8, 4, depth);
-    ChildWindow* window = OpenTestWindow(kWindowMayClose);
-    Offscreen* other = NewOffscreen(20, 20, true);
+    window = OpenTestWindow(kWindowMayClose);
+    other = NewOffscreen(20, 20, true);
     MoveMainWindow(nullptr, 20, 60);
     Settle();
-    const auto drawMark = [](int x, int y) {
+    const struct {
+      void (*select)();
+      const Port* port;
+      int16_t left, top; // of what is drawn into, in what is read
+    } kinds[] = {{SetPortScreen, ScreenPort(), 0, 0},
+                 {[] { SetPortWindow(window); }, &window->port, 0, 0},
+                 {[] { SetPortMain(nullptr); }, &TheMainWindow()->port, main.insetLeft, main.insetTop},
+                 {[] { SetPortOffscreen(other); }, &other->port, 0, 0}};
+    for (const auto& kind : kinds) {
+      kind.select();
       UseDrawState(DrawStateWhite());
       FillRectXY(0, 0, 16, 16);
       UseDrawState(DrawStateDefault());
-      FillRectXY(x, y, x + 3, y + 1);
-      DrawPixel(x, y + 1);
-    };
-    const auto expectCopy = [&](const Port* from, int x, int y) {
+      FillRectXY(5, 4, 8, 5);
+      DrawPixel(5, 5);
+      CopyBits(kind.port,
+               {int16_t(kind.top + 4), int16_t(kind.left + 5), int16_t(kind.top + 6), int16_t(kind.left + 8)},
+               {8, 9, 10, 12}, 1); // also within the current one
       SetPortOffscreen(sheet.offscreen);
-      if (from != CurrentPort()) sheet.Clear();
-      CopyBits(from, {int16_t(y - 1), int16_t(x - 2), int16_t(y + 3), int16_t(x + 6)}, {0, 0, 4, 8}, 1);
-      EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << from->kind;
-    };
-    SetPortScreen();
-    drawMark(4, 3);
-    expectCopy(ScreenPort(), 4, 3);
-    SetPortWindow(window);
-    drawMark(5, 2);
-    expectCopy(&window->port, 5, 2);
-    SetPortMain(nullptr); // which is read from the screen, from its outer corner on, with what stands over it
-    drawMark(6, 6);
-    const WindowGeometry& main = TheMainWindow()->geometry;
-    expectCopy(&TheMainWindow()->port, main.insetLeft + 6, main.insetTop + 6);
-    SetPortOffscreen(other);
-    drawMark(7, 8);
-    expectCopy(&other->port, 7, 8);
+      sheet.Clear();
+      for (const int16_t from : {int16_t(3), int16_t(7)}) {
+        const Rect place = {int16_t(kind.top + from), int16_t(kind.left + from), int16_t(kind.top + from + 4),
+                            int16_t(kind.left + from + 8)};
+        CopyBits(kind.port, place, {0, 0, 4, 8}, 1);
+        EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth << " " << from;
+      }
+    }
     SetPortScreen(); // and back
-    CopyBits(&other->port, {7, 5, 11, 13}, {0, 0, 4, 8}, 1);
-    expectCopy(ScreenPort(), 2, 1);
+    CopyBits(&other->port, {3, 3, 7, 11}, {0, 0, 4, 8}, 1);
     SetPortOffscreen(sheet.offscreen);
-    sheet.Clear();
-    UseDrawState(DrawStateDefault());
-    FillRectXY(5, 0, 8, 1);
-    DrawPixel(5, 1);
-    CopyBits(&sheet.offscreen->port, {0, 5, 2, 8}, {1, 2, 3, 5}, 1);
-    EXPECT_EQ(sheet.Picture(), Rows({".....###", "..####..", "..#.....", "........"}));
+    CopyBits(ScreenPort(), {0, 0, 4, 8}, {0, 0, 4, 8}, 1);
+    EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth;
   }
 }
 

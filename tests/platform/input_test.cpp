@@ -77,15 +77,13 @@ TEST(Mouse, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
 
 TEST(Mouse, HasItsPlaceInToolkitCoordinates) {
   WindowScript script;
-  script.Act("main 103 222");
-  SetMousePosition(20, 30);
-  int16_t x, y;
-  GetMousePosition(&x, &y);
-  EXPECT_TRUE(x == 20 && y == 30);
-  const Point corner = OnScreenInMain(0, 0);
-  EXPECT_EQ(TheMemoryDisplay().pointerX - TheMainWindow()->originX, 20);
-  EXPECT_EQ(TheMemoryDisplay().pointerY - TheMainWindow()->originY, 30);
-  EXPECT_TRUE(corner.h == 103 && corner.v == 222);
+  script.words["look"] = [&script](std::istream&) {
+    int16_t x, y;
+    GetMousePosition(&x, &y);
+    script.Say(std::to_string(x) + "," + std::to_string(y));
+  };
+  script.Walk(
+      {{"main 103 222 put 20 30 look", "!5 20,30"}, {"m 120 230 look", "20,30"}, {"main 113 202 look", "!5 10,50"}});
 }
 
 // ---- The keys ----------------------------------------------------------------------------------------------------
@@ -132,25 +130,22 @@ TEST(Keys, GoToTheMenusAheadOfTheWindowsUnlessAModalOneHasThem) {
 
 TEST(CursorShape, IsThatOfAllWindowsAndOfThoseThatCome) {
   WindowScript script;
-  script.Act("open a d over a 5 5");
-  const DisplayWindow* frame = MemoryWindowTitled("Framereel");
-  SetCursorShape(2);
-  EXPECT_EQ(frame->shape, PointerShape::kCross);
-  SetCursorShape(8);
-  SetCursorShape(0);
-  EXPECT_EQ(GetCursorShape(), 2);
-  for (const uint16_t own : {5, 6, 7}) {
-    SetCursorShape(own);
-    EXPECT_EQ(GetCursorShape(), own);
-    EXPECT_EQ(frame->shape, PointerShape::kOwn);
-  }
-  SetCursorShape(2);
-  script.Act("over a -80 -50"); // over the main window itself
-  EXPECT_EQ(frame->shape, PointerShape::kCross);
-  script.Act("open m m over m 5 5");
-  EXPECT_EQ(MemoryWindowTitled("m")->shape, PointerShape::kCross);
-  SetCursorShape(1);
-  EXPECT_EQ(MemoryWindowTitled("m")->shape, PointerShape::kArrow);
+  script.words["shape"] = [&script](std::istream& in) {
+    uint16_t shape = 0;
+    in >> shape;
+    SetCursorShape(shape);
+    script.Act("look");
+  };
+  script.words["look"] = [&script](std::istream&) {
+    const auto letter = [](const char* title) { return "aiwxo"[int(MemoryWindowTitled(title)->shape)]; };
+    script.Say({char('0' + GetCursorShape()), letter("Framereel"), MemoryWindowTitled("m") ? letter("m") : '-'});
+  };
+  script.Walk({
+      {"open a d over a 5 5 shape 2 shape 8 shape 0", "a+ a< a~5,5 2x- 2x- 2x- active=a"}, // the last two do not exist
+      {"shape 5 shape 6 shape 7 shape 2", "5o- 6o- 7o- 2x-"},
+      {"over a -80 -50 look", "a~-80,-50 2x-"}, // over the main window itself
+      {"open m m over m 5 5 look shape 1", "block a- m+ a> m< m~5,5 2xx 1xa active=m modal=m off=main,a focus=m"},
+  });
 }
 
 } // namespace

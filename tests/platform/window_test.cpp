@@ -8,7 +8,9 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
+#include "platform/records/view_record.h"
 #include "platform/windows/window_classes.h"
+#include "support/dice.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 
@@ -179,23 +181,22 @@ TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {
 
 TEST(ControlTable, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
   ControlTable table = {};
-  std::vector<bool> taken(0x10000);
-  auto* view = reinterpret_cast<View*>(&table);
-  for (int i = 0; i < 5000; ++i) {
-    const uint16_t id = ControlTableTake(&table, view);
-    ASSERT_FALSE(taken[id]);
-    taken[id] = true;
-    ASSERT_NE(id, kDyingControl);
-    ASSERT_TRUE(i > 0 || id == 3);
-  }
-  ControlTableGiveBack(&table, 77);
-  EXPECT_EQ(ControlTableFind(&table, 77), nullptr);
-  ControlTableGiveBack(&table, 77);
-  EXPECT_EQ(ControlTableTake(&table, view), 77);
-  EXPECT_NE(ControlTableTake(&table, view), 77);
-  EXPECT_EQ(ControlTableFind(&table, 78), view);
-  for (const uint16_t none : {uint16_t{60000}, uint16_t{kDyingControl}}) {
-    EXPECT_EQ(ControlTableFind(&table, none), nullptr);
+  std::map<uint16_t, View*> twin;
+  View views[3] = {};
+  Dice dice(1);
+  for (int step = 0; step < 9000; ++step) {
+    const auto id = uint16_t(dice.OneIn(9) ? dice.Below(65536) : dice.Below(int(twin.size()) + 5));
+    if (dice.OneIn(3)) {
+      ControlTableGiveBack(&table, id); // of one that nobody has, too
+      twin.erase(id);
+    } else {
+      View* view = &views[dice.Below(3)];
+      const uint16_t taken = ControlTableTake(&table, view);
+      ASSERT_TRUE(twin.emplace(taken, view).second && taken != kDyingControl);
+    }
+    for (const uint16_t any : {id, uint16_t{60000}, uint16_t{kDyingControl}}) {
+      ASSERT_EQ(ControlTableFind(&table, any), twin.count(any) ? twin[any] : nullptr) << any;
+    }
   }
   ControlTableFree(&table);
 }

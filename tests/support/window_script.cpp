@@ -288,6 +288,7 @@ const std::pair<const char*, void (*)()> kPlainWords[] = {
 
 const std::pair<const char*, void (*)(int, int)> kPlaceWords[] = {
     {"m", [](int x, int y) { MemoryMovePointerTo(x, y); }},
+    {"put", [](int x, int y) { SetMousePosition(int16_t(x), int16_t(y)); }},
     {"main", [](int x, int y) { MoveMainWindow(nullptr, int16_t(x), int16_t(y)); }},
     {"mainsize", [](int width, int height) { SetMainClientSize(nullptr, int16_t(width), int16_t(height)); }},
 };
