@@ -61,7 +61,7 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       // The arrow keys move the pointer in every state.
       {"m 300 200 left left up begin right down down down d right up", "dragging 299,201 2x2"},
       // The display changes under it; the panel has neither labels nor functions.
-      {"begin m 100 80 d m 120 90 mode 800 600 16 m 700 500 u", "rest 100,80 601x421 !2 save"},
+      {"begin m 100 80 d m 120 90 mode 800 600 16 m 700 500 u", "rest 100,80 601x421 !2on16 save"},
       {"bare esc begin m 100 80 d m 120 90 u m 10 10 space esc", "rest 10,10 1x1"},
       // The aligned area and the animation's size.
       {"readouts", "rest 0,0 440x330 Size: 440x330, Top Left: 0,0"},

@@ -147,21 +147,7 @@ TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
     FreeOffscreen(like);
     EXPECT_EQ(CurrentPort(), nullptr); // it was the current Port
     EXPECT_EQ(CurrentContext(), nullptr);
-    EXPECT_EQ(NewOffscreen(0, 5, true), nullptr);
-  }
-}
-
-// ---- Resources and pixels ----------------------------------------------------------------------------------------
-
-TEST(LoadedBitmaps, AreTheStripesAsTheyStand) {
-  for (const int depth : {1, 4, 8, 24}) {
-    const Desktop desktop(40, 30, depth);
-    for (int k = 0; k < 8; ++k) {
-      const Offscreen* stripes = LoadOffscreen(uint16_t(153 + k));
-      ASSERT_TRUE(stripes && stripes->width == 8 && stripes->height == 8 && stripes->port.colour == 1);
-      for (int i = 0; i < 64; ++i) ASSERT_EQ(PixelIsSet(stripes, i % 8, i / 8), (i % 8 + i / 8) % 8 == k) << k << i;
-    }
-    EXPECT_FALSE(LoadOffscreen(152) || LoadMaskOffscreen(161) || LoadPicture(1));
+    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadMaskOffscreen(161) || LoadPicture(1));
   }
 }
 

@@ -81,15 +81,12 @@ TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
 }
 
 TEST_F(PumpTest, ALostDisplayAndASignalEndAllLoops) {
-  script.Act("open m m");
-  for (const bool lost : {true, false}) {
-    PumpStartUp();
-    MemoryAt(::GetTickCount() + 100, [=] { lost ? void(TheMemoryDisplay().lost = true) : EndAllLoops(); });
-    RunModalLoop(script.Window("m"), true);
-    RunEventLoop();
-    EXPECT_TRUE(IsOpenChildWindow(script.Window("m")));
-    TheMemoryDisplay().lost = false;
-  }
+  script.words["lose"] = [](std::istream&) { TheMemoryDisplay().lost = true; };
+  script.words["regain"] = [](std::istream&) { TheMemoryDisplay().lost = false; };
+  script.Walk({{"open m m after 9 lose . loop m restricted m run say over regain",
+                "block m+ over active=m modal=m off=main focus=m"},
+               {"after 9 stop . loop m restricted m run say over", "over"}});
+  EXPECT_TRUE(IsOpenChildWindow(script.Window("m")));
 }
 
 TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideItClosesIt) {

@@ -8,6 +8,7 @@
 
 #include "core/notices.h"
 #include "core/timers.h"
+#include "platform/display/display_caps.h"
 #include "platform/drawing/current_port.h"
 #include "platform/input/mouse.h"
 #include "platform/pump/pump.h"
@@ -110,8 +111,11 @@ uint32_t FlagsOf(const std::string& kind) {
   return flags;
 }
 
+// What tells of another display may be drawn in the main window, with the new depth known.
 void HearNotice(intptr_t code, void*) {
-  script->Say(Text('!', code));
+  const MainWindow* main = TheMainWindow();
+  EXPECT_TRUE(code != kChangeDisplay || !main->window || CurrentPort() == &main->port);
+  script->Say(Text('!', code) + (code == kChangeDisplay ? Text("on", TheDisplayCaps().screenDepth) : ""));
 }
 
 std::string NameOf(HWND window) {
