@@ -40,7 +40,7 @@ TEST(Mouse, RestingIsToldEvery100MillisecondsButNotDuringAPress) {
       {"wait 500", "a~30,30 a~30,30 a~30,30 a~30,30 a~30,30"},
       {"d", "av16@30,30 mouse=Framereel"},
       {"wait 500", ""},
-      {"forget wait 500", "a~30,30"},
+      {"open p p wait 500", "p+ a~30,30 modal=p focus=p"}, // whoever becomes modal starts it anew
       {"u", "a^16@30,30 mouse="},
   });
 }

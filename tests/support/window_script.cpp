@@ -14,7 +14,6 @@
 #include "platform/pump/pump.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/modal.h"
-#include "platform/windows/mouse_targets.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/windows/window.h"
@@ -278,7 +277,6 @@ const std::pair<const char*, void (*)()> kPlainWords[] = {
     {"run", RunEventLoop},
     {"end", EndEventLoop},
     {"stop", EndAllLoops},
-    {"forget", ResetMousePoint},
     {"suspend", SuspendActivation},
     {"resume", ResumeActivation},
     {"evaluate", EvaluateActiveWindow},
