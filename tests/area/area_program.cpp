@@ -101,29 +101,21 @@ void AreaProgram::AddWords() {
   static constexpr WindowPicking kPicking = {[](AreaState& state) { Program(state.panel.owner).Say("picks"); },
                                              [](AreaState& state) { Program(state.panel.owner).Say("picked"); }};
   const std::pair<const char*, void (*)(AreaState&)> calls[] = {
-      {"begin", SelectionBegin},
-      {"showline", AntsShow},
-      {"hideline", AntsHide},
-      {"pauseline", AntsPause},
-      {"refresh", RefreshScreen},
-      {"recompute", AreaRecompute},
-      {"default", AreaSetDefault},
-      {"stopall", AreaShutDown},
-      {"toggleline", [](AreaState& state) { AntsToggle(state); }},
-      {"picking", [](AreaState& state) { state.picking = &kPicking; }},
-      {"bare", [](AreaState& state) { AreaTakePanel(state, {.window = state.panel.window}); }},
-      {"frame", [](AreaState& state) { StreamAppend(*state.recorder->stream, 1, "x"); }},
-      {"size44", [](AreaState& state) { Program(state.panel.owner).options.recordingSize = kSize44; }},
-      {"size25", [](AreaState& state) { Program(state.panel.owner).options.recordingSize = kSize25; }},
-      {"note", [](AreaState& state) { Program(state.panel.owner).noted = Screen(); }},
-      {"look", [](AreaState& state) { Program(state.panel.owner).Say(Program(state.panel.owner).Look()); }},
-      {"pause", [](AreaState& state) { Program(state.panel.owner).Pause(); }},
-      {"readouts",
-       [](AreaState& state) {
-         Program(state.panel.owner).Say(Program(state.panel.owner).size + ", " + Program(state.panel.owner).topLeft);
-       }},
-  };
+      {"begin", SelectionBegin},    {"showline", AntsShow},    {"hideline", AntsHide},     {"pauseline", AntsPause},
+      {"recompute", AreaRecompute}, {"stopall", AreaShutDown}, {"refresh", RefreshScreen}, {"default", AreaSetDefault}};
   for (const auto& [word, call] : calls) words[word] = [this, call = call](std::istream&) { call(area); };
+  const std::pair<const char*, void (*)(AreaProgram&)> others[] = {
+      {"toggleline", [](AreaProgram& p) { AntsToggle(p.area); }},
+      {"picking", [](AreaProgram& p) { p.area.picking = &kPicking; }},
+      {"bare", [](AreaProgram& p) { AreaTakePanel(p.area, {.window = p.panel.window}); }},
+      {"frame", [](AreaProgram& p) { StreamAppend(p.stream, 1, "x"); }},
+      {"size44", [](AreaProgram& p) { p.options.recordingSize = kSize44; }},
+      {"size25", [](AreaProgram& p) { p.options.recordingSize = kSize25; }},
+      {"note", [](AreaProgram& p) { p.noted = Screen(); }},
+      {"look", [](AreaProgram& p) { p.Say(p.Look()); }},
+      {"readouts", [](AreaProgram& p) { p.Say(p.size + ", " + p.topLeft); }}};
+  for (const auto& [word, act] : others) words[word] = [this, act = act](std::istream&) { act(*this); };
+  words["pause"] = [this](std::istream&) { Pause(); };
   words["pass"] = [](std::istream& in) {
     uint32_t time = 0;
     in >> time;

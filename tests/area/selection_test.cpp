@@ -48,6 +48,8 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"m 100 80 space slip 101 pass 100", "dragging 100,80 1x1"},
       {"m 100 80 space slip 101 pass 101 slip 102 pass 101", "dragging 100,80 3x1"},
       {"m 100 80 space slip 101 pass 101 space slip 200 pass 500", "rest 100,80 2x1 save"},
+      // Also where the key goes down as the keyboard comes.
+      {"leave together return +space settle", "dragging 0,0 1x1"},
       // Held, Space is one press. In a chord it is none, whichever key goes first.
       {"m 100 80 +space +space +space m 120 90", "dragging 100,80 21x11"},
       {"m 100 80 +ctrl +alt space -alt -ctrl +ctrl +alt +shift space", "rest 0,0 440x330"},
@@ -88,14 +90,6 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
     SetSystemVersion(kThisSystem);
     EXPECT_EQ(program.State(), c.state) << c.steps;
   }
-}
-
-TEST(Selection, BeginsWithAKeyThatGoesDownAsTheKeyboardComes) {
-  AreaProgram program;
-  program.Act("leave");
-  program.settles = false;
-  program.Act("return +space settle"); // held by the time at which the program hears of the keyboard
-  EXPECT_EQ(program.State(), "dragging 0,0 1x1");
 }
 
 bool IsCovered(int x, int y) {

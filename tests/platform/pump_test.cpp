@@ -17,7 +17,7 @@ namespace {
 struct PumpTest : testing::Test {
   WindowScript script;
 
-  PumpTest() { script.settles = false; }
+  PumpTest() { script.Act("together"); }
 };
 
 TEST_F(PumpTest, APassDealsWithAMessageAndATimerOrSleepsUntilTheNextButNotFor50Milliseconds) {

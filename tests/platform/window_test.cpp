@@ -104,9 +104,9 @@ TEST(MainWindow, HearsOfANewDepthOnceAndLooksForAResolutionThatNobodyTells) {
   };
   script.words["untold"] = [](std::istream&) { TheMemoryDesktop().events.clear(); };
   script.words["usable"] = [&script](std::istream&) { script.Say(UsableArea()); };
-  script.Walk({{"mode 1024 768 24 usable", "0,0+1024x768"}, {"mode 1024 768 8", "!2on8"}});
-  script.settles = false;
-  script.Walk({{"mode 900 700 8 untold main 50 50 usable", "!5 0,0+900x700"}});
+  script.Walk({{"mode 1024 768 24 usable", "0,0+1024x768"},
+               {"mode 1024 768 8", "!2on8"},
+               {"together mode 900 700 8 untold main 50 50 usable", "!5 0,0+900x700"}});
 }
 
 // ---- Life --------------------------------------------------------------------------------------------------------

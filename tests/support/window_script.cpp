@@ -347,6 +347,7 @@ void WindowScript::AddWords() {
   }
   words["open"] = [this](std::istream& in) { ShowChildWindow(Make(in)); };
   words["make"] = [this](std::istream& in) { Make(in); };
+  words["together"] = [this](std::istream&) { settles = false; };
   words["say"] = [this](std::istream& in) { Say(Word(in)); };
   words["wait"] = [](std::istream& in) { RunFor(uint32_t(std::stoul(Word(in)))); };
   words["tick"] = [](std::istream& in) { TheMemoryDisplay().tick += uint32_t(std::stoul(Word(in))); };

@@ -29,6 +29,8 @@ struct ScriptStep {
 // window). "paints NAME": it tells its paints from now on. "menuclose NAME" is the item of its system menu. "where
 // NAME" tells its client place. The other words are each a call: window_script.cpp has the tables.
 //
+// From "together" on the program hears of nothing but by "settle" and the words of time.
+//
 // Of time: "wait MS" passes it, "tick MS" moves the clock alone. "pass", "idle" and "alone NAME" are a pass of the
 // event loop, one that may wait, and one for a window; they tell the time that they took.
 //
@@ -41,7 +43,7 @@ public:
   explicit WindowScript(int32_t width = 800, int32_t height = 600, int32_t depth = 24);
   ~WindowScript();
 
-  // The queue is empty behind each word, but not behind those that run inside another one, or while `settles` is false.
+  // The queue is empty behind each word, but not behind those that run inside another one.
   void Act(const std::string& script);
   // What has been told since the last time, and then what has changed: who is active, modal and off (disabled), who has
   // the keyboard's focus and has captured the mouse. All records agree with the platform.
@@ -52,7 +54,6 @@ public:
   ChildWindow* Window(const std::string& name) const { return windows.at(name); }
 
   std::map<std::string, std::function<void(std::istream&)>> words;
-  bool settles = true;
   std::string log;
 
 private:
@@ -64,6 +65,7 @@ private:
   const LaterModules before = TheLaterModules();
   std::map<std::string, ChildWindow*> windows; // closed ones among them
   std::map<std::string, std::string> reactions, facts;
+  bool settles = true;
   int nesting = 0; // of words that run inside words
 };
 
