@@ -23,7 +23,8 @@ namespace framereel {
 namespace {
 
 WindowScript* script;
-std::list<std::string> later; // the words of timers
+std::map<const ChildWindow*, std::string> names; // of a record's last window
+std::list<std::string> later;                    // the words of timers
 
 const std::map<std::string, uint8_t> kKeys = {
     {"space", VK_SPACE},    {"esc", VK_ESCAPE},    {"left", VK_LEFT}, {"up", VK_UP},
@@ -44,9 +45,10 @@ template <typename... Parts> std::string Text(const Parts&... parts) {
   return text.str();
 }
 
-// Its first title, also when that is gone.
+// By which the script opened it, whatever became of its title; another window's title.
 std::string NameOf(const ChildWindow* window) {
-  return window ? static_cast<const char*>(window->userData) : "";
+  const auto found = names.find(window);
+  return found != names.end() ? found->second : window ? window->title : "";
 }
 
 template <typename... Parts> void Hear(ChildWindow* window, const Parts&... parts) {
@@ -154,6 +156,7 @@ std::string UpToTheDot(std::istream& in) {
 
 WindowScript::WindowScript(int32_t width, int32_t height, int32_t bits) : program(width, height, bits) {
   script = this;
+  names.clear();
   later.clear();
   SetMainClientSize(nullptr, 600, 440);
   Settle();
@@ -237,8 +240,8 @@ ChildWindow* WindowScript::Named(std::istream& in) const {
 ChildWindow* WindowScript::Make(std::istream& in) {
   const std::string name = Word(in), kind = Word(in);
   ChildWindow* window = OpenChildWindow(nullptr, name.c_str(), FlagsOf(kind));
-  const auto place = windows.insert_or_assign(name, window).first;
-  window->userData = const_cast<char*>(place->first.c_str());
+  windows[name] = window;
+  names[window] = name;
   HearAll(window->methods);
   const auto hearEnd = [](intptr_t subject, void* w) {
     script->Say(ToListValue(w) == subject ? NameOf(static_cast<ChildWindow*>(w)) + ".gone" : "wrong");

@@ -34,10 +34,14 @@ struct ScriptStep {
 // Of time: "wait MS" passes it, "tick MS" moves the clock alone. "pass", "idle" and "alone NAME" are a pass of the
 // event loop, one that may wait, and one for a window; they tell the time that they took.
 //
-// The log has menu shortcuts and what is told to the menus, too.
-//
 // What is done later, up to the next "." or the end: "after MS ..." by a timer, "when ENTRY ..." as soon as an entry of
 // the log begins so.
+//
+// The log has an entry for each call, of window a for instance: "av16@10,20" a press with its flags, "a^" the release,
+// "a~" a move, "a:Q/q/2" a key's characters and modifiers, "a'" its release, "a<" and "a>" entered and left, "a+" and
+// "a-" activated and deactivated, "a?" whether it may be closed, "a.close", "a.gone" to its listeners, "a.go" to a
+// popup, "a=" its new place or size, "a#" a paint with its clip, and letters for the scroll bars. "!5" is a notice by
+// its code.
 class WindowScript {
 public:
   explicit WindowScript(int32_t width = 800, int32_t height = 600, int32_t depth = 24);
