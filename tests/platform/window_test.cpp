@@ -4,6 +4,7 @@
 #include "core/notices.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
+#include "platform/drawing/clip.h"
 #include "platform/drawing/current_port.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
@@ -132,6 +133,7 @@ TEST(Windows, ComeOnceAreAskedBeforeTheUserClosesThemAndGoOnce) {
   EXPECT_EQ(MemoryWindowTitled("e")->role, WindowRole::kPopup);
 }
 
+// The Views come last, each where it needs it, and whatever the paint did to the clip.
 TEST(Windows, PaintWhatNeedsItOverTheirBackgroundWithAClipThatStays) {
   WindowScript script;
   script.words["patch"] = [&script](std::istream&) { InvalidateChildRect(script.Window("a"), {10, 20, 30, 50}); };
@@ -140,9 +142,22 @@ TEST(Windows, PaintWhatNeedsItOverTheirBackgroundWithAClipThatStays) {
     SetPortWindow(script.Window("a"));
     UseDrawState(DrawStateDefault());
     FillRectXY(0, 0, 1000, 1000);
+    SetClip(0, 0, 1, 1);
   };
+  ViewCalls calls = TheViewCalls();
+  calls.draw = [](View* view) {
+    UseDrawState(DrawStateWhite());
+    FillRectXY(view->x, 0, 1000, 1000);
+  };
+  HandDownViewCalls(&calls);
   script.Act("make a df");
   ChildWindow* window = script.Window("a");
+  View views[2] = {};
+  for (View& view : views) {
+    view.x = int16_t(&view == views ? 45 : 50);
+    view.width = view.height = 20;
+    GrowArrayAdd(&window->views, ToListValue(&view));
+  }
   window->background = {0xFFFF, 0, 0};
   script.Walk({{"paints a show a", "a+ a#0,0+200x100 active=a"}, {"when a# elsewhere . patch", "a#20,10+30x20"}});
   RunFor(60);
@@ -150,9 +165,12 @@ TEST(Windows, PaintWhatNeedsItOverTheirBackgroundWithAClipThatStays) {
     const Point p = OnScreen(window, x, y);
     return MemoryPixel(p.h, p.v);
   };
-  const uint32_t red = MemoryPixelOf(255, 0, 0), black = MemoryPixelOf(0, 0, 0);
-  EXPECT_TRUE(pixel(0, 0) == red && pixel(199, 99) == red && pixel(-1, 0) != red);
-  EXPECT_TRUE(pixel(20, 10) == black && pixel(49, 29) == black && pixel(19, 10) == red && pixel(50, 29) == red);
+  const uint32_t white = MemoryPixelOf(255, 255, 255), red = MemoryPixelOf(255, 0, 0), black = MemoryPixelOf(0, 0, 0);
+  EXPECT_TRUE(pixel(0, 0) == red && pixel(44, 99) == red && pixel(199, 99) == white && pixel(-1, 0) != red);
+  EXPECT_TRUE(pixel(20, 10) == black && pixel(44, 29) == black && pixel(19, 10) == red && pixel(20, 30) == red);
+  EXPECT_TRUE(pixel(45, 10) == white && pixel(49, 29) == white);
+  while (window->views.count > 0) GrowArrayRemoveAt(&window->views, 0);
+  HandDownViewCalls(nullptr);
 }
 
 TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {

@@ -97,6 +97,10 @@ void* operator new(size_t bytes) {
   }
 }
 
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
+  return ::malloc(bytes ? bytes : 1);
+}
+
 void operator delete(void* block) noexcept {
   std::free(block);
 }
