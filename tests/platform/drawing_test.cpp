@@ -269,9 +269,8 @@ TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
   const Sheet sheet(8, 8);
   FontFamily* family = GetFontFamily(nullptr);
   std::vector<Font*> fonts = {sheet.state->font}, open = fonts, inContext(6), held;
-  std::vector<HDC> contexts;
-  for (size_t i = 0; i < inContext.size(); ++i) contexts.push_back(::CreateCompatibleDC(ScreenContext()));
-  contexts[0] = CurrentContext();
+  std::vector<HDC> contexts = {CurrentContext()};
+  while (contexts.size() < inContext.size()) contexts.push_back(::CreateCompatibleDC(ScreenContext()));
   inContext[0] = sheet.state->font;
   const auto has = [](const std::vector<Font*>& list, Font* font) {
     return std::find(list.begin(), list.end(), font) != list.end();
