@@ -17,12 +17,12 @@ using Picture = std::vector<uint32_t>;
 
 // There is one at a time. It starts with the area's display set up and nothing selected.
 //
-// Words of its own: "begin" is SelectionBegin, "frame" puts a frame into the animation, "slip X" moves the pointer
-// unseen, "mode W H D" is another display, "size44" and "size25" are options, "bare" takes all but the window from the
-// panel, "picking" can pick windows. "pass MS": the clock goes on, and all timers that are due fire, but nothing else
-// happens. "readouts" tells them. Of the line: "showline", "hideline", "pauseline", "toggleline", "refresh",
-// "recompute"; "look" tells whether it stands round the area or nothing does, for a screen as it was at "note", and
-// "pause" after how many steps of the line it is back.
+// Words of its own: "begin" is SelectionBegin, "default" AreaSetDefault, "stopall" AreaShutDown, "frame" puts a frame
+// into the animation, "slip X" moves the pointer unseen, "mode W H D" is another display, "size44" and "size25" are
+// options, "bare" takes all but the window from the panel, "picking" can pick windows. "pass MS": the clock goes on,
+// and all timers that are due fire, but nothing else happens. "readouts" tells them. Of the line: "showline",
+// "hideline", "pauseline", "toggleline", "refresh", "recompute"; "look" tells whether it stands round the area or
+// nothing does, for a screen as it was at "note", and "pause" after how many steps of the line it is back.
 class AreaProgram : public WindowScript {
 public:
   explicit AreaProgram(int32_t depth = 24);
