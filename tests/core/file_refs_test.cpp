@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "core/strings.h"
 #include "support/dice.h"
@@ -191,6 +192,26 @@ TEST_F(FilesTest, ModesKeepWhatTheyExclude) {
   const Owned<File> writer = opens(FileModeWrite);
   EXPECT_TRUE(writer && !opens(FileModeRead));
   EXPECT_EQ(ReadWholeFile(path), "abc");
+}
+
+TEST_F(FilesTest, AFileOfAnotherKindServesForWritingAndMovingReplacesOnlyWhenAskedTo) {
+  WriteWholeFile(path, "old");
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const std::string end = "/proc/self/fd/" + std::to_string(ends[1]);
+  File file = {nullptr, ::CreateFileA(end.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr)};
+  uint32_t position = 0, count = 1;
+  char byte = 0;
+  EXPECT_TRUE(FileWrite(&file, 3, "abc") && !FileTell(&file, &position) && !FileReadLine(&file, &count, &byte));
+  EXPECT_TRUE(::FlushFileBuffers(file.handle)) << "nothing of it is to reach a disk";
+  EXPECT_TRUE(::CloseHandle(file.handle) && !::CloseHandle(INVALID_HANDLE_VALUE) && !::CloseHandle(nullptr));
+  for (const int one : ends) ::close(one);
+  const std::string from = folder / "from";
+  WriteWholeFile(from, "new");
+  EXPECT_FALSE(::MoveFileExA(from.c_str(), path.c_str(), 0));
+  EXPECT_EQ(ReadWholeFile(path), "old");
+  EXPECT_TRUE(::MoveFileExA(from.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING));
+  EXPECT_EQ(ReadWholeFile(path), "new");
 }
 
 TEST_F(FilesTest, PositionsBeyondThirtyTwoBitsAreRefused) {
