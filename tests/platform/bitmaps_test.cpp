@@ -10,7 +10,6 @@
 #include "platform/drawing/clip.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
-#include "platform/pump/engine_start.h"
 #include "platform/sheet.h"
 #include "support/desktop.h"
 #include "support/dice.h"
@@ -132,24 +131,7 @@ TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
   }
 }
 
-// ---- Offscreens and DibBuffers --------------------------------------------------------------------------------------
-
-constexpr int kDepths[] = {1, 2, 4, 8, 16, 24, 32};
-
-TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
-  for (const int depth : kDepths) {
-    const Desktop desktop(40, 30, depth);
-    Offscreen* like = NewOffscreen(33, 7, true);
-    EXPECT_EQ(like->bitmap->ofScreen, depth > 1) << depth;
-    EXPECT_TRUE(OffscreenBounds(like).bottom == 7 && OffscreenBounds(like).right == 33);
-    EXPECT_FALSE(NewOffscreen(2, 1, false)->bitmap->ofScreen); // left to the desktop's end
-    SetPortOffscreen(like);
-    FreeOffscreen(like);
-    EXPECT_EQ(CurrentPort(), nullptr); // it was the current Port
-    EXPECT_EQ(CurrentContext(), nullptr);
-    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadMaskOffscreen(161) || LoadPicture(1));
-  }
-}
+// ---- Offscreens --------------------------------------------------------------------------------------------------
 
 // Pixel 1 is black and pixel 2 another white than the rest, where there are two. What lies outside counts as set.
 TEST(PixelIsSet, AnswersTheSameInAndOutOfThePortWhateverTheState) {
@@ -173,8 +155,6 @@ TEST(PixelIsSet, AnswersTheSameInAndOutOfThePortWhateverTheState) {
     expect();
   }
 }
-
-// ---- DibBuffers --------------------------------------------------------------------------------------------------
 
 TEST(DibBuffers, TakeAnyRowsOfAnOffscreenOfTheirWidthFromTheBottomUpAndRefuseAllOthers) {
   constexpr int16_t kWidth = 7, kHeight = 6;
@@ -206,7 +186,7 @@ TEST(DibBuffers, TakeAnyRowsOfAnOffscreenOfTheirWidthFromTheBottomUpAndRefuseAll
 
 // ---- The display -------------------------------------------------------------------------------------------------
 
-TEST(DisplayCaps, TellDepthColourSizeAndColoursOfEveryDisplay) {
+TEST(DisplayCaps, TellDepthColourSizeAndColoursOfEveryDisplayAndOffscreensTakeItsFormat) {
   for (const int depth : {1, 2, 4, 8, 12, 16, 24, 32}) {
     SCOPED_TRACE(depth);
     const Desktop desktop(300 + depth, 200, depth);
@@ -231,13 +211,16 @@ TEST(DisplayCaps, TellDepthColourSizeAndColoursOfEveryDisplay) {
       }
     }
     MemFree(list.colours);
+    if (depth == 12) continue; // which cannot be drawn on
+    Offscreen* like = NewOffscreen(33, 7, true);
+    EXPECT_EQ(like->bitmap->ofScreen, depth > 1);
+    EXPECT_TRUE(OffscreenBounds(like).bottom == 7 && OffscreenBounds(like).right == 33);
+    EXPECT_FALSE(NewOffscreen(2, 1, false)->bitmap->ofScreen); // left to the desktop's end
+    SetPortOffscreen(like);
+    FreeOffscreen(like);
+    EXPECT_FALSE(CurrentPort() || CurrentContext()); // it was the current Port
+    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadMaskOffscreen(161) || LoadPicture(1));
   }
-}
-
-TEST(EngineStartUp, AnswersFalseWithoutADisplay) {
-  MemoryDisplayReset(64, 48, 24);
-  TheMemoryDisplay().present = false;
-  EXPECT_FALSE(EngineStartUp());
 }
 
 } // namespace
