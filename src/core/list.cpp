@@ -46,19 +46,8 @@ ListValue ListNext(List* list) {
   return MoveTo(list, list->cursor ? list->cursor->next : list->first);
 }
 
-ListValue ListPrev(List* list) {
-  return MoveTo(list, list->cursor ? list->cursor->previous : list->last);
-}
-
 ListValue ListCurrent(const List* list) {
   return list->cursor ? list->cursor->value : 0;
-}
-
-ListValue ListReplace(List* list, ListValue value) {
-  if (!list->cursor) return 0;
-  ListValue old = list->cursor->value;
-  list->cursor->value = value;
-  return old;
 }
 
 void ListInsertAfter(List* list, ListValue value) {

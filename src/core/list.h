@@ -44,11 +44,7 @@ uint16_t ListCount(const List* list);
 ListValue ListFirst(List* list);         // onto the first node
 ListValue ListLast(List* list);          // onto the last node
 ListValue ListNext(List* list);          // one forward; from off the list onto the first node
-ListValue ListPrev(List* list);          // one back; from off the list onto the last node
 ListValue ListCurrent(const List* list); // where it stands
-
-// Replaces the value under the cursor and answers the old one; off the list it does nothing and answers 0.
-ListValue ListReplace(List* list, ListValue value);
 
 // A new node behind or ahead of the cursor, and the cursor onto it. Off the list, these are for an empty list only;
 // on one that is not empty the node goes to the end, or to the beginning.

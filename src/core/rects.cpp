@@ -33,24 +33,4 @@ Rect RectOffset(const Rect& r, int16_t dx, int16_t dy) {
   return {int16_t(r.top + dy), int16_t(r.left + dx), int16_t(r.bottom + dy), int16_t(r.right + dx)};
 }
 
-int RectSubtract(const Rect& a, const Rect& b, Rect out[4]) {
-  if (!RectsOverlap(a, b)) {
-    out[0] = a;
-    return 1;
-  }
-  int count = 0;
-  Rect rest = a;
-  if (b.top > rest.top) {
-    out[count++] = {rest.top, rest.left, b.top, rest.right};
-    rest.top = b.top;
-  }
-  if (b.bottom < rest.bottom) {
-    out[count++] = {b.bottom, rest.left, rest.bottom, rest.right};
-    rest.bottom = b.bottom;
-  }
-  if (b.left > rest.left) out[count++] = {rest.top, rest.left, rest.bottom, b.left};
-  if (b.right < rest.right) out[count++] = {rest.top, b.right, rest.bottom, rest.right};
-  return count;
-}
-
 } // namespace framereel

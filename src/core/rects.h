@@ -23,7 +23,4 @@ Rect RectIntersect(const Rect& a, const Rect& b);
 Rect RectGrow(const Rect& r, int16_t dx, int16_t dy);
 Rect RectOffset(const Rect& r, int16_t dx, int16_t dy);
 
-// The part of a that b does not cover, as strips: above b, below it, left of it, right of it. Answers their number.
-int RectSubtract(const Rect& a, const Rect& b, Rect out[4]);
-
 } // namespace framereel

@@ -89,13 +89,6 @@ const char* StrFindLast(const char* s, char c) {
   return std::strrchr(s, c);
 }
 
-const char* StrFindNth(const char* s, size_t n, char c) {
-  if (n == 0) return nullptr;
-  const char* found = StrFind(s, c);
-  while (found && --n) found = *found ? StrFind(found + 1, c) : nullptr;
-  return found;
-}
-
 const char* StrFindEnd(const char* s, char c) {
   const char* found = StrFind(s, c);
   return found ? found : s + StrLength(s);

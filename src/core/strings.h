@@ -31,8 +31,7 @@ void StrFree(char* s);
 // Places in `s`, or null when there is none. The zero byte counts as found at the terminator.
 const char* StrFind(const char* s, char c);
 const char* StrFindLast(const char* s, char c);
-const char* StrFindNth(const char* s, size_t n, char c); // the n-th, from 1; n of 0 finds nothing
-const char* StrFindEnd(const char* s, char c);           // the terminator instead of null
-const char* StrFindNoCase(const char* s, char c);        // blind to the case of the ASCII letters
+const char* StrFindEnd(const char* s, char c);    // the terminator instead of null
+const char* StrFindNoCase(const char* s, char c); // blind to the case of the ASCII letters
 
 } // namespace framereel

@@ -278,8 +278,4 @@ char* FormatInt(char* buffer, int32_t value) {
   return FormatInto(buffer, "%d%", value);
 }
 
-char* FormatUnsigned(char* buffer, uint32_t value) {
-  return FormatInto(buffer, "%u%", value);
-}
-
 } // namespace framereel

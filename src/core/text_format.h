@@ -34,7 +34,6 @@ char* FormatTemp(const char* format, ...);
 // format, but not of a string argument.
 char* FormatInto(char* buffer, const char* format, ...);
 
-char* FormatInt(char* buffer, int32_t value);       // at most 12 bytes with the terminator
-char* FormatUnsigned(char* buffer, uint32_t value); // at most 11
+char* FormatInt(char* buffer, int32_t value); // at most 12 bytes with the terminator
 
 } // namespace framereel

@@ -248,15 +248,6 @@ bool ScanText(const char* input, const char* format, ...) {
   return success;
 }
 
-bool ScanTextAdvance(const char** input, const char* format, ...) {
-  va_list outputs;
-  va_start(outputs, format);
-  bool success = RunScan(*input, format, outputs);
-  va_end(outputs);
-  if (success) *input += lastScan.consumed;
-  return success;
-}
-
 const ScanResult& LastScan() {
   return lastScan;
 }
@@ -264,12 +255,6 @@ const ScanResult& LastScan() {
 int32_t ScanInt(const char* input) {
   int32_t value = 0;
   ScanText(input, "%d%", &value);
-  return value;
-}
-
-uint32_t ScanUnsigned(const char* input) {
-  uint32_t value = 0;
-  ScanText(input, "%u%", &value);
   return value;
 }
 

@@ -35,13 +35,10 @@ struct ScanResult {
 
 // Answers ScanResult.success. What was stored ahead of a failure stays stored.
 bool ScanText(const char* input, const char* format, ...);
-// The same, and on success *input moves behind what was used.
-bool ScanTextAdvance(const char** input, const char* format, ...);
-// Of the last run of any of these.
+// Of the last run.
 const ScanResult& LastScan();
 
 // The number at the beginning of the input, behind spaces; 0 when there is none.
 int32_t ScanInt(const char* input);
-uint32_t ScanUnsigned(const char* input);
 
 } // namespace framereel

@@ -11,8 +11,6 @@
 namespace framereel {
 namespace {
 
-constexpr uint32_t kTick = 151; // to the next step of the line
-
 constexpr int kDepths[] = {1, 4, 8, 16, 24};
 
 TEST(Ants, MoveRoundTheAreaAndLeaveTheScreenAsItWas) {
@@ -44,29 +42,6 @@ TEST(Ants, MoveRoundTheAreaAndLeaveTheScreenAsItWas) {
   }
 }
 
-TEST(Ants, CountShowsAndHidesAlsoBelowZero) {
-  AreaProgram program;
-  AreaState& area = program.area;
-  const Picture before = Screen();
-  const auto shown = [&] { return Screen() == WithLine(before, AreaOutline(area), area.ants.phase); };
-  AntsHide(area); // a dialog that opens while no line is shown
-  EXPECT_EQ(Screen(), before);
-  AntsShow(area); // and closes
-  EXPECT_EQ(Screen(), before);
-  AntsShow(area);
-  AntsShow(area);
-  EXPECT_TRUE(shown());
-  PassTime(kTick);
-  AntsHide(area);
-  EXPECT_TRUE(shown());
-  AntsHide(area);
-  EXPECT_EQ(Screen(), before);
-  AntsShow(area);
-  AntsShow(area);
-  AreaShutDown(area);
-  EXPECT_EQ(Screen(), before);
-}
-
 TEST(Ants, FollowTheRubberBandAlsoAcrossTheReadOuts) {
   for (const int depth : kDepths) {
     AreaProgram program(depth);
@@ -87,72 +62,33 @@ TEST(Ants, FollowTheRubberBandAlsoAcrossTheReadOuts) {
   }
 }
 
-// Show Area is on while the user draws the area that stands there already, so that all read-outs stay.
-class AntsPauseTest : public ::testing::Test {
-protected:
-  AntsPauseTest() {
-    program.Act(kSelection);
-    before = Screen();
-    AntsShow(program.area);
+TEST(Ants, CountShowsAndHidesAndPauseForSelectionsAndPaints) {
+  // The user draws the area that stands there already, so that all read-outs stay.
+  const std::string select = "begin m 100 80 d m 150 130 u ", begun = select + "note showline ";
+  const std::pair<std::string, const char*> cases[] = {
+      // A dialog that opens while no line is shown takes it below zero, and the dialog's end back again.
+      {"note hideline look showline look", "clear clear"},
+      {"note showline showline look pass 151 hideline look hideline look", "line line clear"},
+      {"note showline showline stopall look", "clear"},
+      // A selection takes the line off for a while, but the next one shows its band.
+      {begun + "pass 151 pass 151 " + select + "look begin m 100 80 look d m 150 130 look u pause",
+       "save clear line line save line after 8"},
+      // As if something had been painted under it.
+      {begun + "toggleline look refresh pause", "clear line after 8"},
+      // In a pause hiding draws nothing, and showing ends it. Below zero a selection has no band.
+      {begun + "pauseline look hideline look showline look", "clear clear line"},
+      {begun + "hideline hideline begin m 120 90 d u begin m 100 80 d m 150 130 look", "save clear"},
+      // A new recording size, which takes 51 by 51 to 52 by 52, moves the line along, or nothing in a pause.
+      {begun + "size25 recompute look", "line"},
+      {begun + "refresh size25 recompute pause", "line after 8"},
+  };
+  for (const auto& [steps, told] : cases) {
+    AreaProgram program;
+    program.Act(steps);
+    std::string log = program.log;
+    if (log.compare(0, 5, "save ") == 0) log.erase(0, 5); // of the first selection
+    EXPECT_EQ(log, told) << steps;
   }
-
-  bool IsClear() { return Screen() == before; }
-  bool HasLine() { return Screen() == WithLine(before, AreaOutline(program.area), program.area.ants.phase); }
-
-  void ExpectAPauseOfEightTicks() {
-    const uint16_t phase = program.area.ants.phase;
-    for (int tick = 1; tick <= 8; ++tick) {
-      EXPECT_TRUE(IsClear()) << tick;
-      PassTime(kTick);
-    }
-    EXPECT_TRUE(HasLine());
-    EXPECT_EQ(program.area.ants.phase, (phase + 1) & 7);
-  }
-
-  static constexpr const char* kSelection = "begin m 100 80 d m 150 130 u";
-  AreaProgram program;
-  Picture before;
-};
-
-TEST_F(AntsPauseTest, ASelectionTakesTheLineOffForAWhileButTheNextOneShowsItsBand) {
-  PassTime(3 * kTick);
-  program.Act(kSelection);
-  EXPECT_TRUE(IsClear());
-  program.Act("begin m 100 80");
-  EXPECT_TRUE(HasLine());
-  program.Act("d m 150 130");
-  EXPECT_TRUE(HasLine());
-  program.Act("u");
-  ExpectAPauseOfEightTicks();
-  AntsToggle(program.area); // as if something had been painted under it
-  EXPECT_FALSE(HasLine());
-  RefreshScreen(program.area);
-  ExpectAPauseOfEightTicks();
-}
-
-TEST_F(AntsPauseTest, HidingInItDrawsNothingAndShowingEndsIt) {
-  AntsPause(program.area);
-  EXPECT_TRUE(IsClear());
-  AntsHide(program.area);
-  EXPECT_TRUE(IsClear());
-  AntsShow(program.area);
-  EXPECT_TRUE(HasLine());
-  AntsHide(program.area);
-  AntsHide(program.area); // below zero a selection has no band
-  program.SetArea({5, 5, 9, 9});
-  program.Act("begin m 100 80 d m 150 130");
-  EXPECT_TRUE(IsClear());
-}
-
-TEST_F(AntsPauseTest, ANewRecordingSizeMovesTheLineOrNothingInAPause) {
-  program.options.recordingSize = kSize25; // 51 by 51 to 52 by 52
-  AreaRecompute(program.area);
-  EXPECT_EQ(program.recorder.captureArea.left, 99);
-  EXPECT_TRUE(HasLine());
-  RefreshScreen(program.area);
-  program.recorder.captureArea = {80, 100, 131, 151};
-  AreaRecompute(program.area);
-  ExpectAPauseOfEightTicks();
 }
 
 } // namespace

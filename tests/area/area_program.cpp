@@ -3,10 +3,9 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <map>
-#include <sstream>
 #include <utility>
 
+#include "area/ants.h"
 #include "area/selection.h"
 #include "core/timers.h"
 #include "platform/drawing/primitives.h"
@@ -41,7 +40,7 @@ View* NewLabel(ChildWindow* window, int16_t y, const std::string* text) {
   static ViewClass* const label = ClassNew();
   label->draw = DrawLabel;
   label->mouseDown = [](View* view, uint16_t, int16_t, int16_t) {
-    Program(static_cast<AreaState*>(view->window->userData)->panel.owner).heard += " label";
+    Program(static_cast<AreaState*>(view->window->userData)->panel.owner).Say("label");
   };
   View* view = ViewCreateTop(label, window, 10, y);
   view->userData = uintptr_t(text);
@@ -62,7 +61,7 @@ void ShowPatternedDesktop() {
 
 } // namespace
 
-AreaProgram::AreaProgram(int32_t depth) : platformIsUp((ViewsStartUp(), 1)), program(640, 480, depth) {
+AreaProgram::AreaProgram(int32_t depth) : WindowScript((ViewsStartUp(), 640), 480, depth) {
   SetMainClientSize(nullptr, 180, 120);
   MoveMainWindow(nullptr, 400, 60);
   ShowPatternedDesktop();
@@ -83,12 +82,14 @@ AreaProgram::AreaProgram(int32_t depth) : platformIsUp((ViewsStartUp(), 1)), pro
     ViewInvalidate(Program(owner).panel.sizeLabel);
     ViewInvalidate(Program(owner).panel.topLeftLabel);
   };
-  panel.setWindowMode = [](void* owner, bool mode) { Program(owner).heard += mode ? " window" : " area"; };
-  panel.stopSlide = [](void* owner) { Program(owner).heard += " slide"; };
-  panel.saveSettings = [](void* owner) { Program(owner).heard += " save"; };
+  panel.setWindowMode = [](void* owner, bool mode) { Program(owner).Say(mode ? "window" : "area"); };
+  panel.stopSlide = [](void* owner) { Program(owner).Say("slide"); };
+  panel.saveSettings = [](void* owner) { Program(owner).Say("save"); };
   AreaTakePanel(area, panel);
   AreaDisplayInit(area);
   Settle();
+  AddWords();
+  Heard();
 }
 
 AreaProgram::~AreaProgram() {
@@ -97,27 +98,48 @@ AreaProgram::~AreaProgram() {
   StreamFree(stream);
 }
 
-void AreaProgram::Act(const std::string& steps) {
-  const std::map<std::string, uint8_t> keys = {{"space", VK_SPACE}, {"esc", VK_ESCAPE},  {"left", VK_LEFT},
-                                               {"up", VK_UP},       {"right", VK_RIGHT}, {"down", VK_DOWN},
-                                               {"x", 'X'}};
-  const std::map<std::string, uint8_t> modifiers = {{"S", VK_SHIFT}, {"C", VK_CONTROL}, {"A", VK_MENU},
-                                                    {"s", VK_SHIFT}, {"c", VK_CONTROL}, {"a", VK_MENU}};
-  std::istringstream in(steps);
-  for (std::string step; in >> step; Settle()) {
-    if (step == "begin") SelectionBegin(area);
-    if (step == "d" || step == "D") MemoryPressButton(step == "d" ? 1 : 3);
-    if (step == "u" || step == "U") MemoryReleaseButton(step == "u" ? 1 : 3);
-    if (modifiers.contains(step)) (step < "a" ? MemoryPressKey : MemoryReleaseKey)(modifiers.at(step));
-    if (step == "hold") MemoryPressKey(VK_SPACE);
-    if (step == "frame") StreamAppend(stream, 1, "x");
-    if (keys.contains(step)) MemoryTypeKey(keys.at(step));
-    if (step == "m") {
-      int x = 0, y = 0;
-      in >> x >> y;
-      MemoryMovePointerTo(x, y);
-    }
-  }
+void AreaProgram::AddWords() {
+  static constexpr WindowPicking kPicking = {[](AreaState& state) { Program(state.panel.owner).Say("picks"); },
+                                             [](AreaState& state) { Program(state.panel.owner).Say("picked"); }};
+  const std::pair<const char*, void (*)(AreaState&)> calls[] = {
+      {"begin", SelectionBegin},    {"showline", AntsShow},    {"hideline", AntsHide},     {"pauseline", AntsPause},
+      {"recompute", AreaRecompute}, {"stopall", AreaShutDown}, {"refresh", RefreshScreen}, {"default", AreaSetDefault}};
+  for (const auto& [word, call] : calls) words[word] = [this, call = call](std::istream&) { call(area); };
+  const std::pair<const char*, void (*)(AreaProgram&)> others[] = {
+      {"toggleline", [](AreaProgram& p) { AntsToggle(p.area); }},
+      {"picking", [](AreaProgram& p) { p.area.picking = &kPicking; }},
+      {"bare", [](AreaProgram& p) { AreaTakePanel(p.area, {.window = p.panel.window}); }},
+      {"frame", [](AreaProgram& p) { StreamAppend(p.stream, 1, "x"); }},
+      {"size44", [](AreaProgram& p) { p.options.recordingSize = kSize44; }},
+      {"size25", [](AreaProgram& p) { p.options.recordingSize = kSize25; }},
+      {"note", [](AreaProgram& p) { p.noted = Screen(); }},
+      {"look", [](AreaProgram& p) { p.Say(p.Look()); }},
+      {"readouts", [](AreaProgram& p) { p.Say(p.size + ", " + p.topLeft); }}};
+  for (const auto& [word, act] : others) words[word] = [this, act = act](std::istream&) { act(*this); };
+  words["pause"] = [this](std::istream&) { Pause(); };
+  words["pass"] = [](std::istream& in) {
+    uint32_t time = 0;
+    in >> time;
+    PassTime(time);
+  };
+  words["slip"] = [](std::istream& in) { in >> TheMemoryDisplay().pointerX; };
+  words["mode"] = [](std::istream& in) {
+    int32_t width = 0, height = 0, depth = 0;
+    in >> width >> height >> depth;
+    MemoryDisplaySetMode(width, height, depth);
+  };
+}
+
+std::string AreaProgram::Look() const {
+  const Picture now = Screen();
+  return now == noted ? "clear" : now == WithLine(noted, AreaOutline(area), area.ants.phase) ? "line" : "mess";
+}
+
+void AreaProgram::Pause() {
+  const int phase = area.ants.phase;
+  int steps = 0;
+  for (; Look() == "clear" && steps < 20; ++steps) PassTime(kTick);
+  Say(Look() + (area.ants.phase == ((phase + 1) & 7) ? " after " : " in a wrong phase after ") + std::to_string(steps));
 }
 
 std::string AreaProgram::State() {
@@ -127,7 +149,7 @@ std::string AreaProgram::State() {
   const Rect& r = recorder.captureArea;
   std::ostringstream out;
   out << state << " " << r.left << "," << r.top << " " << r.right - r.left << "x" << r.bottom - r.top
-      << std::exchange(heard, "");
+      << (log.empty() ? "" : " ") << std::exchange(log, "");
   return out.str();
 }
 

@@ -9,29 +9,35 @@
 #include "area/area.h"
 #include "gif/animation_stream.h"
 #include "recorder/engine/recorder_state.h"
-#include "support/window_program.h"
+#include "support/window_script.h"
 
 namespace framereel {
 
+using Picture = std::vector<uint32_t>;
+
 // There is one at a time. It starts with the area's display set up and nothing selected.
-class AreaProgram {
+//
+// Words of its own: "begin" is SelectionBegin, "default" AreaSetDefault, "stopall" AreaShutDown, "frame" puts a frame
+// into the animation, "slip X" moves the pointer unseen, "mode W H D" is another display, "size44" and "size25" are
+// options, "bare" takes all but the window from the panel, "picking" can pick windows. "pass MS": the clock goes on,
+// and all timers that are due fire, but nothing else happens. "readouts" tells them. Of the line: "showline",
+// "hideline", "pauseline", "toggleline", "refresh", "recompute"; "look" tells whether it stands round the area or
+// nothing does, for a screen as it was at "note", and "pause" after how many steps of the line it is back.
+class AreaProgram : public WindowScript {
 public:
   explicit AreaProgram(int32_t depth = 24);
   ~AreaProgram();
-  AreaProgram(const AreaProgram&) = delete;
 
-  // What happens, word by word: "begin" is SelectionBegin, "m X Y" moves the pointer, "d" and "u" are the left button,
-  // "D" and "U" the right one, "S", "C" and "A" press Shift, Ctrl and Alt, "s", "c" and "a" release them, "frame" puts
-  // a frame into the animation, "space", "esc", "left", "up", "right", "down" and "x" are keys, and "hold" presses
-  // Space and leaves it down.
-  void Act(const std::string& steps);
-  // "rest", "armed" or "dragging", the area, and what the panel has been told since the last time.
+  // "rest", "armed" or "dragging", the area, and what has been told since the last time.
   std::string State();
   void SetArea(const Rect& captured);
+  // "line" or "clear", else "mess".
+  std::string Look() const;
 
 private:
-  int platformIsUp;
-  WindowProgram program;
+  void AddWords();
+  void Pause();
+
   AnimationStream stream;
 
 public:
@@ -39,17 +45,17 @@ public:
   RecorderState recorder;
   AreaState area;
   AreaPanel panel;
-  std::string heard;         // calls of the panel's functions but setReadouts
   std::string size, topLeft; // the read-outs
+  Picture noted;
 };
-
-using Picture = std::vector<uint32_t>;
 
 // What stands on the screen, all paints done.
 Picture Screen();
 // The picture with the line along the inside of the rectangle in that phase.
 Picture WithLine(Picture picture, const Rect& outline, int phase);
-// The clock goes on, and all timers that are due fire, but nothing else happens.
+// As the word "pass".
 void PassTime(uint32_t milliseconds);
+
+inline constexpr uint32_t kTick = 151; // ms to the next step of the line
 
 } // namespace framereel

@@ -6,7 +6,6 @@
 #include "area/ants.h"
 #include "area_program.h"
 #include "core/rects.h"
-#include "core/timers.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
@@ -28,151 +27,103 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
   } cases[] = {
       // Armed: nothing but a press or Space begins, and Esc ends it.
       {"begin m 100 80", "armed 0,0 440x330"},
-      {"begin begin u x", "armed 0,0 440x330"},
+      {"begin begin u X", "armed 0,0 440x330"},
       {"begin m 100 80 d", "dragging 100,80 1x1"},
       {"begin m 100 80 esc", "rest 0,0 440x330 save"},
       // Dragging with the mouse, in all directions, across the panel and to the screen's ends.
       {"begin m 100 80 d m 40 90", "dragging 40,80 61x11"},
       {"begin m 450 100 d m 440 95", "dragging 440,95 11x6"},
       {"begin m 639 479 d m 0 0 u", "rest 0,0 640x480 save"},
-      {"begin m 100 80 D m 120 70 U", "rest 100,70 21x11 save"},
+      {"begin m 100 80 rd m 120 70 ru", "rest 100,70 21x11 save"},
       {"begin m 100 80 d d m 120 90 u u", "rest 100,80 21x11 save"},
       {"begin m 100 80 d m 120 90 esc m 9 9 u", "rest 100,80 21x11 save"},
       {"begin m 100 80 d m 120 90 space", "rest 100,80 21x11 save"},
       {"begin m 100 80 d m 120 90 left down", "dragging 100,80 20x12"},
       // Keyboard drags, from rest too, with whatever else is held.
-      {"m 100 80 S space s", "dragging 100,80 1x1"},
-      {"m 100 80 space right right down x", "dragging 100,80 3x2"},
+      {"m 100 80 +shift space -shift", "dragging 100,80 1x1"},
+      {"m 100 80 space right right down X", "dragging 100,80 3x2"},
       {"m 100 80 space left up space", "rest 99,79 2x2 save"},
       {"m 100 80 space left up esc", "rest 99,79 2x2 save"},
       {"m 100 80 space m 110 80 d m 120 80 u", "rest 100,80 21x1 save"},
+      // A tenth of a second, and the drag follows what nobody has told.
+      {"m 100 80 space slip 101 pass 100", "dragging 100,80 1x1"},
+      {"m 100 80 space slip 101 pass 101 slip 102 pass 101", "dragging 100,80 3x1"},
+      {"m 100 80 space slip 101 pass 101 space slip 200 pass 500", "rest 100,80 2x1 save"},
+      // Also where the key goes down as the keyboard comes.
+      {"leave together return +space settle", "dragging 0,0 1x1"},
       // Held, Space is one press. In a chord it is none, whichever key goes first.
-      {"m 100 80 hold hold hold m 120 90", "dragging 100,80 21x11"},
-      {"m 100 80 C A space a c C A S space", "rest 0,0 440x330"},
-      {"m 100 80 C A hold a hold c hold", "rest 0,0 440x330"},
-      {"m 100 80 C A hold c hold a hold", "rest 0,0 440x330"}, // Alt and Space, but no menu
-      {"begin m 100 80 d m 120 90 C A esc space", "dragging 100,80 21x11"},
+      {"m 100 80 +space +space +space m 120 90", "dragging 100,80 21x11"},
+      {"m 100 80 +ctrl +alt space -alt -ctrl +ctrl +alt +shift space", "rest 0,0 440x330"},
+      {"m 100 80 +ctrl +alt +space -alt +space -ctrl +space", "rest 0,0 440x330"},
+      {"m 100 80 +ctrl +alt +space -ctrl +space -alt +space", "rest 0,0 440x330"}, // Alt and Space, but no menu
+      {"begin m 100 80 d m 120 90 +ctrl +alt esc space", "dragging 100,80 21x11"},
       // At rest.
       {"esc", "rest 0,0 440x330 slide"},
-      {"m 100 80 d m 120 90 u x", "rest 0,0 440x330"},
+      {"m 100 80 d m 120 90 u X", "rest 0,0 440x330"},
       {"frame space", "rest 0,0 440x330"},
       // The arrow keys move the pointer in every state.
       {"m 300 200 left left up begin right down down down d right up", "dragging 299,201 2x2"},
+      // The display changes under it; the panel has neither labels nor functions.
+      {"begin m 100 80 d m 120 90 mode 800 600 16 m 700 500 u", "rest 100,80 601x421 !2on16 save"},
+      {"bare esc begin m 100 80 d m 120 90 u m 10 10 space esc", "rest 10,10 1x1"},
+      // The aligned area and the animation's size.
+      {"readouts", "rest 0,0 440x330 Size: 440x330, Top Left: 0,0"},
+      {"size44 begin m 10 20 d m 309 319 u readouts",
+       "rest 10,20 300x300 save Size: 300x300 (200x200), Top Left: 10,20"},
+      {"size25 begin m 310 20 d m 10 320 u readouts", // room on the low side
+       "rest 9,19 302x302 save Size: 302x302 (151x151), Top Left: 9,19"},
+      {"size25 begin m 1 1 d m 101 101 u readouts", // none there
+       "rest 1,1 102x102 save Size: 102x102 (51x51), Top Left: 1,1"},
+      {"size44 begin m 0 0 d m 639 479 u readouts", // none at all
+       "rest 1,0 639x480 save Size: 639x480 (426x320), Top Left: 1,0"},
+      {"old default", "rest 0,0 460x345"},
+      // Shift alone offers windows where they can be picked, which takes the presses; the keys stay.
+      {"+shift pass 501", "rest 0,0 440x330"},
+      {"picking +shift pass 501 +ctrl pass 501 -ctrl pass 500", "rest 0,0 440x330 window area"},
+      {"picking +shift pass 501 leave pass 501 return pass 501", "rest 0,0 440x330 window area window"},
+      {"picking +shift pass 501 space -shift m 100 80 pass 501 d u space right", "armed 0,0 440x330 window picks"},
+      {"picking +shift pass 501 space -shift esc pass 501", "rest 0,0 440x330 window picks picked save area"},
   };
   for (const auto& c : cases) {
     AreaProgram program;
+    program.words["old"] = [](std::istream&) { SetSystemVersion(0x80000003); };
     program.Act(c.steps);
+    SetSystemVersion(kThisSystem);
     EXPECT_EQ(program.State(), c.state) << c.steps;
   }
-}
-
-TEST(Selection, BeginsWithAKeyThatGoesDownAsTheKeyboardComes) {
-  AreaProgram program;
-  LeaveProgram();
-  MemoryGiveKeyboard(MemoryWindowTitled("Framereel"));
-  MemoryPressKey(VK_SPACE); // held by the time at which the program hears of the keyboard
-  Settle();
-  EXPECT_EQ(program.State(), "dragging 0,0 1x1");
-}
-
-TEST(Selection, AKeyboardDragFollowsThePointerEveryTenthOfASecond) {
-  AreaProgram program;
-  program.Act("m 100 80 space");
-  for (int i = 1; i <= 3; ++i) {
-    TheMemoryDisplay().pointerX = 100 + i; // without an event
-    PassTime(100);
-    EXPECT_EQ(program.recorder.captureArea.right, 100 + i);
-    PassTime(1);
-    EXPECT_EQ(program.recorder.captureArea.right, 101 + i);
-  }
-  program.Act("space");
-  TheMemoryDisplay().pointerX = 200;
-  PassTime(500);
-  EXPECT_EQ(program.State(), "rest 100,80 4x1 save");
 }
 
 bool IsCovered(int x, int y) {
   return MemoryWindowAt(x, y) && MemoryWindowAt(x, y)->role == WindowRole::kCover;
 }
 
-TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouse) {
-  AreaProgram program;
-  MemoryOpenWindow("Other", {0, 0, 50, 50}, 1);
-  program.Act("begin begin");
-  for (const auto& [x, y] : {std::pair{0, 0}, {639, 0}, {0, 479}, {639, 479}, {450, 100}}) EXPECT_TRUE(IsCovered(x, y));
-  EXPECT_EQ(MemoryWindowAt(0, 0)->shape, PointerShape::kCross);
-  EXPECT_EQ(GetCursorShape(), 2);
-  RequestClose(program.area.backdrop);
-  EXPECT_TRUE(IsOpenChildWindow(program.area.backdrop));
-  program.Act("esc");
-  EXPECT_FALSE(IsCovered(450, 100));
-  EXPECT_EQ(GetCursorShape(), 1);
-  Press(program.panel.window, 20, 20);
-  EXPECT_EQ(program.State(), "rest 0,0 440x330 save label");
-}
-
-// At the ends of a wide screen, and far off the screen.
-TEST(Selection, IsTheSameWhereverTheMainWindowStands) {
+TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouseWhereverTheMainWindowStands) {
   AreaProgram program;
   MemoryDisplaySetMode(2700, 480, 24);
-  Settle();
-  for (const int place : {5, 2600, 30000, -30000}) {
+  MemoryOpenWindow("Other", {0, 0, 50, 50}, 1);
+  for (const int place : {60, 5, 2600, 30000, -30000}) { // at the ends of a wide screen, and far off the screen
+    SCOPED_TRACE(place);
     MoveMainWindow(nullptr, int16_t(place), int16_t(place));
-    program.Act("begin");
-    EXPECT_TRUE(IsCovered(0, 0) && IsCovered(2699, 479));
+    program.Act("begin begin");
+    for (const auto& [x, y] : {std::pair{0, 0}, {2699, 0}, {0, 479}, {2699, 479}, {65, 85}}) {
+      EXPECT_TRUE(IsCovered(x, y)) << x;
+    }
+    EXPECT_EQ(MemoryWindowAt(0, 0)->shape, PointerShape::kCross);
+    EXPECT_EQ(GetCursorShape(), 2);
+    RequestClose(program.area.backdrop);
+    EXPECT_TRUE(IsOpenChildWindow(program.area.backdrop));
+    program.log.clear();
     program.Act("m 2699 479 d m 0 0 u");
-    EXPECT_EQ(program.State(), "rest 0,0 2700x480 save") << place;
+    EXPECT_EQ(program.State(), "rest 0,0 2700x480 save");
+    EXPECT_FALSE(IsCovered(65, 85));
+    EXPECT_EQ(GetCursorShape(), 1);
     program.Act("m 100 80 space m 120 90 right space");
-    EXPECT_EQ(program.State(), "rest 100,80 22x11 save") << place;
+    EXPECT_EQ(program.State(), "rest 100,80 22x11 save");
+    if (place != 60) continue;
+    Press(program.panel.window, 20, 20);
+    Release();
+    EXPECT_EQ(program.State(), "rest 100,80 22x11 label");
   }
-}
-
-TEST(Selection, OutlivesAChangeOfTheDisplay) {
-  AreaProgram program;
-  program.Act("begin m 100 80 d m 120 90");
-  MemoryDisplaySetMode(800, 600, 16);
-  program.Act("m 700 500 u");
-  EXPECT_EQ(program.State(), "rest 100,80 601x421 save");
-}
-
-TEST(Selection, DoesWithoutLabelsAndWithoutFunctions) {
-  AreaProgram program;
-  program.panel = {};
-  program.panel.window = program.area.panel.window;
-  AreaTakePanel(program.area, program.panel);
-  program.Act("esc begin m 100 80 d m 120 90 u m 10 10 space esc");
-  EXPECT_EQ(program.State(), "rest 10,10 1x1");
-}
-
-// ---- The read-outs and the geometry ------------------------------------------------------------------------------
-
-TEST(AreaReadouts, TellTheAlignedAreaAndTheAnimationsSize) {
-  const struct {
-    uint16_t recordingSize;
-    const char *steps, *readouts;
-  } cases[] = {
-      {kSize100, "m 439 0 d m 0 329", "Size: 440x330, Top Left: 0,0"},
-      {kSize44, "m 10 20 d m 309 319", "Size: 300x300 (200x200), Top Left: 10,20"},
-      {kSize25, "m 310 20 d m 10 320", "Size: 302x302 (151x151), Top Left: 9,19"}, // room on the low side
-      {kSize25, "m 1 1 d m 101 101", "Size: 102x102 (51x51), Top Left: 1,1"},      // none there
-      {kSize44, "m 0 0 d m 639 479", "Size: 639x480 (426x320), Top Left: 1,0"},    // none at all
-  };
-  AreaProgram program;
-  for (const auto& c : cases) {
-    program.options.recordingSize = c.recordingSize;
-    program.Act("begin " + std::string(c.steps) + " u");
-    EXPECT_EQ(program.size + ", " + program.topLeft, c.readouts);
-  }
-}
-
-TEST(AreaReadouts, AreSetUpWithTheDefaultArea) {
-  AreaProgram program;
-  EXPECT_EQ(program.size, "Size: 440x330");
-  program.Act("begin m 100 80 d u");
-  SetSystemVersion(0x80000003);
-  AreaSetDefault(program.area);
-  SetSystemVersion(kThisSystem);
-  EXPECT_EQ(program.State(), "rest 0,0 460x345 save");
 }
 
 // The same text where the label stands on the screen.
@@ -202,49 +153,6 @@ TEST(AreaReadouts, ArePaintedOverThePanelAndGoWithTheBackdrop) {
     program.Act("u");
     EXPECT_EQ(Screen(), before);
   }
-}
-
-// ---- Windows instead -----------------------------------------------------------------------------------------------
-
-std::string picked;
-const WindowPicking picking = {[](AreaState&) { picked += "begin "; }, [](AreaState&) { picked += "end "; }};
-
-TEST(WindowMode, ComesWithShiftAloneWhereWindowsCanBePicked) {
-  AreaProgram program;
-  program.Act("S");
-  PassTime(501);
-  EXPECT_EQ(program.heard, "");
-  program.area.picking = &picking;
-  PassTime(501);
-  MemoryPressKey(VK_CONTROL);
-  PassTime(501);
-  MemoryReleaseKey(VK_CONTROL);
-  PassTime(500);
-  EXPECT_EQ(program.heard, " window area");
-  PassTime(1);
-  LeaveProgram();
-  PassTime(501);
-  ReturnToProgram();
-  PassTime(501);
-  EXPECT_EQ(program.heard, " window area window area window");
-}
-
-TEST(WindowMode, HandsThePressesToPickingAndKeepsTheKeys) {
-  AreaProgram program;
-  picked.clear();
-  program.area.picking = &picking;
-  program.Act("S");
-  PassTime(501);
-  program.Act("space s m 100 80");
-  PassTime(501); // Shift is up, but the mode is the selection's
-  program.Act("d u space right");
-  EXPECT_EQ(program.State(), "armed 0,0 440x330 window");
-  EXPECT_EQ(TheMemoryDisplay().pointerX, 101);
-  EXPECT_EQ(picked, "begin ");
-  program.Act("esc");
-  EXPECT_EQ(picked, "begin end ");
-  PassTime(501);
-  EXPECT_EQ(program.State(), "rest 0,0 440x330 save area");
 }
 
 } // namespace

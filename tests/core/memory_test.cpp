@@ -9,7 +9,6 @@
 
 #include "core/app_strings.h"
 #include "core/list.h"
-#include "core/numbers.h"
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/timers.h"
@@ -116,15 +115,6 @@ TEST(TemporaryBlocks, LiveAsLongAsTheirScope) {
   }
   for (; !scopes.empty(); scopes.pop_back()) TempScopeEnd();
   EXPECT_EQ(TempAdopt(nullptr), nullptr);
-}
-
-// ---- Numbers ------------------------------------------------------------------------------------------------------
-
-TEST(Numbers, LimitsIncludeTheirBoundsAndLowWinsWhereTheyCross) {
-  EXPECT_EQ(PinValue(1, 0, 5), 1);
-  EXPECT_EQ(PinValue(1, 9, 5), 5);
-  EXPECT_EQ(PinValue(5, 3, 1), 5);
-  EXPECT_TRUE(InRange(1, 1, 2) && InRange(1, 2, 2) && !InRange(1, 3, 2) && !InRange(0.5, 0.4999, 1.0));
 }
 
 } // namespace

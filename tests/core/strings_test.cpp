@@ -42,9 +42,6 @@ TEST(Strings, AreAsTheLanguagesOwn) {
     EXPECT_EQ(StrFindLast(s, c), at(whole.rfind(c)));
     EXPECT_EQ(StrFindEnd(s, c), whole.find(c) < a.size() ? s + whole.find(c) : end);
     EXPECT_EQ(StrFindNoCase(s, c), at(Upper(whole).find(Upper({c})[0])));
-    size_t nth = n == 0 ? std::string::npos : whole.find(c);
-    for (size_t i = 1; i < n && nth != std::string::npos; ++i) nth = whole.find(c, nth + 1);
-    EXPECT_EQ(StrFindNth(s, n, c), at(nth));
     EXPECT_EQ(StrEqual(s, b.c_str()), a == b);
     EXPECT_EQ(StrEqualNoCase(s, b.c_str()), Upper(a) == Upper(b)) << a << " " << b;
     EXPECT_EQ(Owned(StrDup(s)) + Owned(StrDupN(s, n)), a + a.substr(0, n));

@@ -1,169 +1,225 @@
-// Offscreens, Ports and DibBuffers on every kind of display.
-
-#include <gtest/gtest.h>
-
+// Ports and their clips, copies from all of them, Offscreens, DibBuffers, and what the program knows of the display.
 #include <algorithm>
-#include <random>
-#include <vector>
 
+#include "core/memory.h"
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/dib_buffers.h"
-#include "platform/bitmaps/offscreens.h"
+#include "platform/bitmaps/load_bitmaps.h"
+#include "platform/bitmaps/screen_colours.h"
+#include "platform/display/display_caps.h"
+#include "platform/drawing/clip.h"
 #include "platform/drawing/ports.h"
+#include "platform/drawing/shared_contexts.h"
+#include "platform/sheet.h"
 #include "support/desktop.h"
-#include "win32/drawing/gdi.h"
+#include "support/dice.h"
 #include "win32/memory/memory_display.h"
+#include "win32/pixels/rectangles.h"
 
 namespace framereel {
 namespace {
 
-constexpr uint8_t kUntouched = 0xE7;
-constexpr int kDepths[] = {1, 2, 4, 8, 16, 24, 32};
-
-TEST(Offscreens, TakeTheDisplaysFormatOrBlackAndWhite) {
-  for (const int depth : kDepths) {
-    SCOPED_TRACE(depth);
-    const Desktop desktop(40, 30, depth);
-    Offscreen* like = NewOffscreen(33, 7, true);
-    EXPECT_EQ(like->bitmap->ofScreen, depth > 1);
-    EXPECT_EQ(OffscreenBounds(like).bottom, 7);
-    EXPECT_EQ(OffscreenBounds(like).right, 33);
-    Offscreen* mono = NewOffscreen(2, 1, false);
-    EXPECT_FALSE(mono->bitmap->ofScreen);
-    SetPortOffscreen(like);
-    FreeOffscreen(like);
-    EXPECT_EQ(CurrentPort(), nullptr); // it was the current Port
-    EXPECT_EQ(CurrentContext(), nullptr);
-    EXPECT_EQ(NewOffscreen(0, 5, true), nullptr);
-    // `mono` is left to the desktop's end.
-  }
+PixelRect ClipBox() {
+  RECT box = {};
+  ::GetClipBox(CurrentContext(), &box);
+  return {box.left, box.top, box.right, box.bottom};
 }
 
-TEST(CopyBits, MovesTheScreenIntoAnOffscreenAndBack) {
-  std::mt19937 random(1);
-  for (const int depth : kDepths) {
-    SCOPED_TRACE(depth);
-    const Desktop desktop(40, 30, depth);
-    std::vector<uint32_t>& screen = TheMemoryDisplay().screen;
-    for (uint32_t& pixel : screen) pixel = uint32_t(random()) & (depth < 24 ? (1U << depth) - 1 : 0xFFFFFF);
-    const std::vector<uint32_t> before = screen;
-    Offscreen* offscreen = NewOffscreen(9, 5, true);
-    SetPortOffscreen(offscreen);
-    CopyBits(ScreenPort(), {11, 20, 16, 29}, {0, 0, 5, 9}, 1);
-    std::fill(screen.begin(), screen.end(), 0);
-    SetPortScreen();
-    CopyBits(&offscreen->port, {0, 0, 5, 9}, {0, 0, 5, 9}, 1);
-    for (size_t i = 0; i < screen.size(); ++i) {
-      const size_t x = i % 40, y = i / 40;
-      ASSERT_EQ(screen[i], x < 9 && y < 5 ? before[(y + 11) * 40 + x + 20] : 0) << x << ", " << y;
-    }
-  }
-}
-
-TEST(CopyBits, CombinesByItsModesAndStretches) {
-  const Desktop desktop(8, 4, 8);
-  Offscreen* offscreen = NewOffscreen(2, 1, true);
-  MemoryPixel(0, 0) = 0x0F;
-  MemoryPixel(1, 0) = 0x3C;
-  SetPortOffscreen(offscreen);
-  CopyBits(ScreenPort(), {0, 0, 1, 2}, {0, 0, 1, 2}, 1);
-  struct Case {
-    int mode;
-    uint32_t left, right;
+// Beside a plain rectangle, on two Offscreens that take turns.
+TEST(Clip, IsNarrowedSavedAndRestoredWithinItsPortAndGoesWithIt) {
+  const Sheet sheet(20, 20);
+  Offscreen* const offscreens[] = {sheet.offscreen, NewOffscreen(20, 20, true)};
+  const PixelRect whole = {0, 0, 20, 20};
+  PixelRect clip = whole;
+  struct Saved {
+    SavedClip handle;
+    PixelRect clip;
   };
-  const Case cases[] = {{0, 0, 0},       {1, 0x0F, 0x3C}, {2, 0x05, 0x14}, {3, 0x0F, 0x3C},
-                        {4, 0x5F, 0x7D}, {5, 0xF5, 0xD7}, {6, 0x55, 0x55}, {-1, 0x55, 0x55}};
-  for (const Case& c : cases) {
-    MemoryFill({0, 0, 8, 4}, 0x55);
-    SetPortScreen();
-    CopyBits(&offscreen->port, {0, 0, 1, 2}, {1, 2, 3, 6}, c.mode);
-    EXPECT_EQ(MemoryPixel(3, 1), c.left) << "mode " << c.mode;
-    EXPECT_EQ(MemoryPixel(4, 2), c.right) << "mode " << c.mode;
-    EXPECT_EQ(MemoryPixel(6, 1), 0x55U);
+  std::vector<Saved> saved;
+  Dice dice(1);
+  SetPortOffscreen(sheet.offscreen);
+  for (int step = 0; step < 2000; ++step) {
+    const int left = dice.Below(20), top = dice.Below(20);
+    const PixelRect any = {left, top, left + 1 + dice.Below(30), top + 1 + dice.Below(30)};
+    const int operation = dice.Below(6);
+    if (operation == 0) SetClip(any.left, any.top, any.right, any.bottom), clip = Intersect(any, whole);
+    if (operation == 1) saved.push_back({SaveClip(), clip});
+    if (operation == 2) {
+      saved.push_back({NarrowClip(any.left, any.top, any.right, any.bottom), clip});
+      clip = Intersect(any, clip);
+    }
+    if (operation >= 3 && !saved.empty()) {
+      if (saved.back().handle.port == CurrentPort()) clip = saved.back().clip;
+      RestoreClip(saved.back().handle);
+      saved.pop_back();
+    }
+    if (dice.OneIn(20)) SetPortOffscreen(offscreens[dice.Below(2)]), clip = whole; // a Port begins without one
+    const PixelRect box = ClipBox();
+    ASSERT_EQ(IsEmpty(box), IsEmpty(clip)) << "step " << step;
+    if (IsEmpty(clip)) continue;
+    ASSERT_TRUE(box.left == clip.left && box.top == clip.top && SameSize(box, clip)) << "step " << step;
   }
+  for (const Saved& one : saved) DropSavedClip(one.handle);
 }
 
-struct Kind {
-  int bitsPerPixel;
-  DibBuffer* (*make)(int16_t width, int16_t height);
-  void (*read)(DibBuffer* buffer, int16_t bufferRow, Offscreen* offscreen, int16_t offscreenRow, int16_t rows);
-  uint32_t rowUnit;
-};
-
-const Kind kKinds[] = {{24, NewDibBuffer24, ReadDibBuffer24, 1},
-                       {8, NewDibBuffer8, ReadDibBuffer8, 1},
-                       {2, NewDibBuffer2, ReadDibBuffer2, 1},
-                       {1, NewDibBuffer1, ReadDibBuffer1, 4}};
-
-TEST(DibBuffers, HaveRowsOfWholeWordsAndAllBitsClear) {
-  struct Case {
-    int16_t width;
-    uint32_t rowSizes[4]; // of each kind
+TEST(Ports, OfWindowsDrawInWindowCoordinatesAndNothingWhileMinimised) {
+  const WindowProgram program;
+  ChildWindow* window = OpenTestWindow(kWindowMayClose);
+  const auto at = [window](int16_t x, int16_t y) {
+    const Point p = OnScreen(window, x, y);
+    return ::GetPixel(ScreenContext(), p.h, p.v);
   };
-  const Case cases[] = {{1, {4, 4, 4, 1}},
-                        {5, {16, 8, 4, 1}},
-                        {17, {52, 20, 8, 1}},
-                        {33, {100, 36, 12, 2}},
-                        {32767, {98304, 32768, 8192, 1024}}};
-  for (const Case& c : cases) {
-    for (int i = 0; i < 4; ++i) {
-      DibBuffer* buffer = kKinds[i].make(c.width, 3);
-      EXPECT_EQ(buffer->rowSize, c.rowSizes[i]) << kKinds[i].bitsPerPixel << " bits, width " << c.width;
-      const uint32_t bytes = 3 * buffer->rowSize * kKinds[i].rowUnit;
-      EXPECT_EQ(std::count(buffer->bits, buffer->bits + bytes, 0), bytes);
-      FreeDibBuffer(buffer);
-    }
-  }
+  SetPortWindow(window);
+  UseDrawState(DrawStateDefault());
+  DrawPixel(3, 4);
+  DrawPixel(30, 30);
+  ScrollPortRect({20, 20, 60, 60}, -5, 7);
+  EXPECT_TRUE(at(3, 4) == 0 && at(25, 37) == 0 && at(4, 4) == RGB(255, 255, 255));
+  ::ShowWindow(window->window, SW_SHOWMINIMIZED);
+  Settle();
+  ASSERT_TRUE(window->iconic);
+  SetPortWindow(window);
+  EXPECT_TRUE(IsEmpty(ClipBox()));
+  SetClip(0, 0, 50, 50); // no way round it
+  EXPECT_TRUE(IsEmpty(ClipBox()));
 }
 
-// An Offscreen as wide as asked for with what stands at the left of the screen. It is the current Port.
-Offscreen* CopyOfScreen(int16_t width, int16_t height) {
-  Offscreen* offscreen = NewOffscreen(width, height, true);
-  SetPortOffscreen(offscreen);
-  CopyBits(ScreenPort(), OffscreenBounds(offscreen), OffscreenBounds(offscreen), 1);
-  return offscreen;
-}
-
-// The first byte of a row whose pixels all have this value.
-uint8_t FirstByte(const Kind& kind, int depth, uint32_t pixel) {
-  if (kind.bitsPerPixel == 24) return MemoryColourOf(pixel).blue;
-  return uint8_t(kind.bitsPerPixel == 8 ? pixel : pixel * 0xFF / ((1U << depth) - 1));
-}
-
-TEST(DibBuffers, TakeAnyRowsOfAnOffscreenOfTheirWidthFromTheBottomUp) {
-  constexpr int16_t kWidth = 8, kHeight = 6;
-  for (const int depth : kDepths) {
-    const Desktop desktop(kWidth + 1, kHeight, depth);
-    const Kind& kind = kKinds[depth > 8 ? 0 : depth > 2 ? 1 : depth == 2 ? 2 : 3];
-    for (int32_t y = 0; y < kHeight; ++y) {
-      MemoryFill({0, y, kWidth + 1, y + 1}, uint32_t(y + 1) & ((2U << (depth - 1)) - 1));
-    }
-    DibBuffer* buffer = kind.make(kWidth, kHeight);
-    const uint32_t rowBytes = buffer->rowSize * kind.rowUnit, bytes = rowBytes * kHeight;
-    std::fill(buffer->bits, buffer->bits + bytes, kUntouched);
-    for (const int16_t other : {kWidth - 1, kWidth + 1}) {
-      Offscreen* offscreen = CopyOfScreen(other, kHeight);
-      kind.read(buffer, 0, offscreen, 0, kHeight);
-      EXPECT_EQ(std::count(buffer->bits, buffer->bits + bytes, kUntouched), bytes) << depth << " bits, width " << other;
-      EXPECT_EQ(CurrentPort(), &offscreen->port);
-    }
-    Offscreen* offscreen = CopyOfScreen(kWidth, kHeight);
-    // Every place, and beyond every end.
-    for (int i = 0; i < 9 * 9 * 9; ++i) {
-      const int bufferRow = i % 9 - 1, row = i / 9 % 9 - 1, rows = i / 81 - 1;
-      SCOPED_TRACE(testing::Message() << depth << " bits: " << rows << " rows from " << row << " to " << bufferRow);
-      std::fill(buffer->bits, buffer->bits + bytes, kUntouched);
-      kind.read(buffer, int16_t(bufferRow), offscreen, int16_t(row), int16_t(rows));
-      const bool fits = bufferRow >= 0 && row >= 0 && bufferRow + rows <= kHeight && row + rows <= kHeight;
-      for (int k = 0; k < kHeight; ++k) {
-        const bool read = fits && k >= bufferRow && k < bufferRow + rows;
-        const int imageRow = row + rows - 1 - (k - bufferRow);
-        const uint8_t byte = buffer->bits[rowBytes * uint32_t(k)];
-        ASSERT_EQ(byte, read ? FirstByte(kind, depth, MemoryPixel(0, imageRow)) : kUntouched) << "buffer row " << k;
+// Of each kind of Port, from a place that is not its corner. The main window is read from the screen, from its outer
+// corner on, with what stands over it.
+TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
+  static Offscreen* other;
+  static ChildWindow* window;
+  const WindowGeometry& main = TheMainWindow()->geometry;
+  for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
+    const Sheet sheet(8, 4, depth);
+    window = OpenTestWindow(kWindowMayClose);
+    other = NewOffscreen(20, 20, true);
+    MoveMainWindow(nullptr, 20, 60);
+    Settle();
+    const struct {
+      void (*select)();
+      const Port* port;
+      int16_t left, top; // of what is drawn into, in what is read
+    } kinds[] = {{SetPortScreen, ScreenPort(), 0, 0},
+                 {[] { SetPortWindow(window); }, &window->port, 0, 0},
+                 {[] { SetPortMain(nullptr); }, &TheMainWindow()->port, main.insetLeft, main.insetTop},
+                 {[] { SetPortOffscreen(other); }, &other->port, 0, 0}};
+    for (const auto& kind : kinds) {
+      kind.select();
+      UseDrawState(DrawStateWhite());
+      FillRectXY(0, 0, 16, 16);
+      UseDrawState(DrawStateDefault());
+      FillRectXY(5, 4, 8, 5);
+      DrawPixel(5, 5);
+      CopyBits(kind.port,
+               {int16_t(kind.top + 4), int16_t(kind.left + 5), int16_t(kind.top + 6), int16_t(kind.left + 8)},
+               {8, 9, 10, 12}, 1); // also within the current one
+      SetPortOffscreen(sheet.offscreen);
+      sheet.Clear();
+      for (const int16_t from : {int16_t(3), int16_t(7)}) {
+        const Rect place = {int16_t(kind.top + from), int16_t(kind.left + from), int16_t(kind.top + from + 4),
+                            int16_t(kind.left + from + 8)};
+        CopyBits(kind.port, place, {0, 0, 4, 8}, 1);
+        EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth << " " << from;
       }
     }
-    EXPECT_EQ(CurrentPort(), nullptr); // reading has let go of it
-    FreeDibBuffer(buffer);
+    SetPortScreen(); // and back
+    CopyBits(&other->port, {3, 3, 7, 11}, {0, 0, 4, 8}, 1);
+    SetPortOffscreen(sheet.offscreen);
+    CopyBits(ScreenPort(), {0, 0, 4, 8}, {0, 0, 4, 8}, 1);
+    EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth;
+  }
+}
+
+// ---- Offscreens --------------------------------------------------------------------------------------------------
+
+// Pixel 1 is black and pixel 2 another white than the rest, where there are two. What lies outside counts as set.
+TEST(PixelIsSet, AnswersTheSameInAndOutOfThePortWhateverTheState) {
+  for (const int depth : {1, 8, 16, 24}) {
+    SCOPED_TRACE(depth);
+    const Sheet sheet(4, 1, depth);
+    DrawPixel(1, 0);
+    if (depth == 8) TheMemoryDisplay().palette[3] = {255, 255, 255};
+    SetForeColour(kWhite);
+    DrawPixel(2, 0);
+    SetBackColour(kBlack);
+    const auto expect = [&sheet] {
+      for (int x = -1; x <= 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x < 0 || x == 1 || x == 4) << x;
+      EXPECT_TRUE(PixelIsSet(sheet.offscreen, 2, 1));
+    };
+    SetClip(0, 0, 1, 1);
+    expect();
+    DrawPixel(1, 0); // the clip stands, and hides nothing from a look
+    expect();
+    ReleasePort();
+    expect();
+  }
+}
+
+TEST(DibBuffers, TakeAnyRowsOfAnOffscreenOfTheirWidthFromTheBottomUpAndRefuseAllOthers) {
+  constexpr int16_t kWidth = 7, kHeight = 6;
+  constexpr uint8_t kUntouched = 0xE7;
+  const Desktop desktop(kWidth + 1, kHeight, 24);
+  for (int32_t y = 0; y < kHeight; ++y) MemoryFill({0, y, kWidth + 1, y + 1}, MemoryPixelOf(0, 0, uint8_t(y)));
+  DibBuffer* buffer = NewDibBuffer24(kWidth, kHeight);
+  EXPECT_EQ(buffer->rowSize, 24u);
+  EXPECT_EQ(std::count(buffer->bits, buffer->bits + 24 * kHeight, 0), 24 * kHeight);
+  for (const int16_t width : {kWidth - 1, kWidth + 1, kWidth + 0}) {
+    Offscreen* offscreen = NewOffscreen(width, kHeight, true);
+    SetPortOffscreen(offscreen);
+    CopyBits(ScreenPort(), OffscreenBounds(offscreen), OffscreenBounds(offscreen), 1);
+    for (int i = 0; i < 9 * 9 * 9; ++i) {
+      const int to = i % 9 - 1, from = i / 9 % 9 - 1, rows = i / 81 - 1;
+      std::fill(buffer->bits, buffer->bits + 24 * kHeight, kUntouched);
+      ReadDibBuffer24(buffer, int16_t(to), offscreen, int16_t(from), int16_t(rows));
+      const bool fits = width == kWidth && to >= 0 && from >= 0 && to + rows <= kHeight && from + rows <= kHeight;
+      for (int row = 0; row < kHeight; ++row) {
+        const bool read = fits && row >= to && row < to + rows;
+        ASSERT_EQ(buffer->bits[24 * row], read ? from + rows - 1 - (row - to) : kUntouched)
+            << rows << " rows from " << from << " to " << to;
+      }
+    }
+    EXPECT_EQ(CurrentPort(), width == kWidth ? nullptr : &offscreen->port); // reading has let go of it
+  }
+  FreeDibBuffer(buffer);
+}
+
+// ---- The display -------------------------------------------------------------------------------------------------
+
+TEST(DisplayCaps, TellDepthColourSizeAndColoursOfEveryDisplayAndOffscreensTakeItsFormat) {
+  for (const int depth : {1, 2, 4, 8, 12, 16, 24, 32}) {
+    SCOPED_TRACE(depth);
+    const Desktop desktop(300 + depth, 200, depth);
+    const DisplayCaps& caps = TheDisplayCaps();
+    EXPECT_EQ(caps.screenDepth, depth);
+    EXPECT_EQ(caps.screenPlanes * caps.screenPlaneBits, depth);
+    EXPECT_EQ(caps.screenHasColour, depth > 1);
+    EXPECT_TRUE(caps.screenWidth == 300 + depth && caps.screenHeight == 200);
+    ColourList list;
+    ScreenColours(&list);
+    ASSERT_EQ(list.count, depth > 8 ? 512U : 1U << depth);
+    const int step = depth == 12 ? 17 : depth == 16 ? 9 : 1; // between two values of a channel, at most
+    for (uint32_t i = 0; i < list.count; ++i) {
+      // Of true colour an even spread.
+      const PaletteColour even = {uint8_t((i >> 6) * 255 / 7), uint8_t((i >> 3 & 7) * 255 / 7),
+                                  uint8_t((i & 7) * 255 / 7)};
+      const PaletteColour& has = depth > 8 ? even : TheMemoryDisplay().palette[i];
+      const Colour& c = list.colours[i];
+      for (const auto& [wide, narrow] : {std::pair{c.red, has.red}, {c.green, has.green}, {c.blue, has.blue}}) {
+        EXPECT_EQ(wide % 257, 0);
+        EXPECT_LT(std::abs(wide / 257 - narrow), step) << i;
+      }
+    }
+    MemFree(list.colours);
+    if (depth == 12) continue; // which cannot be drawn on
+    Offscreen* like = NewOffscreen(33, 7, true);
+    EXPECT_EQ(like->bitmap->ofScreen, depth > 1);
+    EXPECT_TRUE(OffscreenBounds(like).bottom == 7 && OffscreenBounds(like).right == 33);
+    EXPECT_FALSE(NewOffscreen(2, 1, false)->bitmap->ofScreen); // left to the desktop's end
+    SetPortOffscreen(like);
+    FreeOffscreen(like);
+    EXPECT_FALSE(CurrentPort() || CurrentContext()); // it was the current Port
+    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadMaskOffscreen(161) || LoadPicture(1));
   }
 }
 

@@ -1,121 +1,157 @@
-// DrawStates and primitives, on Offscreens and the screen.
-#include "platform/drawing/draw_state.h"
-
+// Primitives, DrawStates, copies and text, as small pictures; fonts.
 #include <algorithm>
-#include <cstdlib>
 
+#include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/load_bitmaps.h"
+#include "platform/drawing/clip.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
+#include "platform/drawing/shared_contexts.h"
 #include "platform/sheet.h"
+#include "support/dice.h"
+#include "win32/drawing/fonts.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
 
-TEST(DrawLine, DrawsBothEndsAndTheSamePixelsFromEither) {
-  Sheet sheet(15, 15);
-  for (int i = 0; i < 225; ++i) {
-    const int x = i % 15, y = i / 15, steps = std::max(std::abs(x - 7), std::abs(y - 7));
-    sheet.Clear();
-    DrawLine(7, 7, x, y);
-    const std::vector<uint32_t> there = sheet.Pixels();
-    ASSERT_EQ(sheet.Count(kBlack), steps + 1); // a single point is one pixel
-    ASSERT_TRUE(sheet.Is(7, 7, kBlack) && sheet.Is(x, y, kBlack));
-    sheet.Clear();
-    DrawLine(x, y, 7, 7);
-    ASSERT_EQ(sheet.Pixels(), there) << x << ", " << y;
-  }
-}
+const Point kCorner[] = {{1, 1}, {1, 4}, {4, 4}}; // v, h
 
-TEST(Frames, LieInsideTheirRectangleAndComeOffAgainWhenInverted) {
-  Sheet sheet(12, 10);
-  FrameRect({2, 3, 8, 11});
-  sheet.ExpectColours([](int x, int y) {
-    return Contains({2, 3, 8, 11}, x, y) && !Contains({3, 4, 7, 10}, x, y) ? kBlack : kWhite;
-  });
-  SetPenMode(kPenInvert);
-  FrameRect({2, 3, 8, 11});
-  EXPECT_EQ(sheet.Count(kWhite), 12 * 10);
-}
-
-TEST(Polylines, DrawTheirLastPointAndPolygonsAreFilled) {
-  Sheet sheet(12, 12);
-  const Point corner[] = {{1, 1}, {1, 9}, {9, 9}}; // v, h
-  DrawPolyline(3, corner);
-  EXPECT_EQ(sheet.Count(kBlack), 9 + 8);
-  EXPECT_TRUE(sheet.Is(9, 9, kBlack));
-  sheet.Clear();
-  DrawPolyline(1, corner);
-  DrawPolyline(0, corner);
-  EXPECT_EQ(sheet.Count(kBlack), 1);
-  sheet.Clear();
-  DrawClosedPolyline(3, corner);
-  EXPECT_EQ(sheet.Count(kBlack), 3 * 8);
-  EXPECT_TRUE(sheet.Is(5, 5, kBlack)); // on the way back
-  DrawPolygon(3, corner);
-  EXPECT_TRUE(sheet.Is(7, 4, kBlack));
-  EXPECT_EQ(sheet.Count(kBlack), 9 * 10 / 2);
-}
-
-TEST(FillRect, CopiesAndInverts) {
-  Sheet sheet(16, 16);
-  const auto inside = [](int x, int y) { return Contains({3, 2, 11, 9}, x, y); };
-  SetForeColour(kRed);
-  FillRectXY(2, 3, 9, 11);
-  sheet.ExpectColours([&](int x, int y) { return inside(x, y) ? kRed : kWhite; });
-  SetForeColour(kBlack);
-  SetPenMode(kPenInvert);
-  FillRectXY(2, 3, 9, 11);
-  sheet.ExpectColours([&](int x, int y) { return inside(x, y) ? Colour{0, 0xFFFF, 0xFFFF} : kWhite; });
-}
-
-TEST(Patterns, DrawInBothColoursAndWithoutABitmapLeaveTheBrush) {
-  Sheet sheet(16, 16);
+void FillInColours(uint32_t pattern) {
   SetForeColour(kRed);
   SetBackColour(kBlue);
-  const auto expectStripes = [&](const Colour& line) {
-    FillRect(OffscreenBounds(sheet.offscreen));
-    sheet.ExpectColours([&](int x, int y) { return (x + y) % 8 == 2 ? line : kBlue; });
-  };
   SetPattern(kPatternStripes + 2);
-  ASSERT_NO_FATAL_FAILURE(expectStripes(kRed));
-  for (const uint32_t missing : {0U, 45U, 50U, 60U}) {
-    SetPattern(missing);
-    ASSERT_NO_FATAL_FAILURE(expectStripes(kRed)) << missing;
-  }
-  SetForeColour(kWhite); // the brush takes the colours of the moment
-  ASSERT_NO_FATAL_FAILURE(expectStripes(kWhite));
-  for (const uint32_t solid : {1U, 91U, 70000U}) {
-    SetPattern(kPatternStripes);
-    SetPattern(solid);
-    FillRect(OffscreenBounds(sheet.offscreen));
-    EXPECT_EQ(sheet.Count(kWhite), 16 * 16) << solid;
-  }
+  SetPattern(pattern);
+  FillRectXY(0, 0, 6, 6);
 }
 
-TEST(DrawStates, AreEachSelectedWhole) {
-  Sheet sheet(30, 30);
-  SetForeColour(kRed);
-  UseDrawState(NewDrawState());
-  SetForeColour(kBlue);
-  SetPenMode(kPenInvert);
-  DrawState* other = CurrentDrawState();
+// A mask of the stripes, where the sheet was.
+void CopyMask(const Sheet& sheet, int mode) {
+  Offscreen* mask = LoadMaskOffscreen(155);
+  EXPECT_TRUE(mask->port.colour == 0 && CurrentPort() == &mask->port);
+  SetPortOffscreen(sheet.offscreen);
   UseDrawState(sheet.state);
-  DrawPixel(0, 0);
-  DrawLine(2, 2, 5, 2);
-  FillRectXY(0, 4, 3, 6);
-  EXPECT_TRUE(sheet.Is(0, 0, kRed) && sheet.Is(3, 2, kRed) && sheet.Is(1, 5, kRed));
-  UseDrawState(other);
-  FillRectXY(0, 4, 3, 6);
-  EXPECT_TRUE(sheet.Is(1, 5, kGreen)); // not (blue xor red)
+  SetForeColour(kRed);
+  SetBackColour(kBlue);
+  CopyBits(&mask->port, {0, 0, 6, 6}, {0, 0, 6, 6}, mode);
+}
+
+TEST(Drawing, GivesItsPicturesAtEveryDepth) {
+  const Rows stripes = {"bbrbbb", "brbbbb", "rbbbbb", "bbbbbb", "bbbbbb", "bbbbbr"};
+  const struct {
+    const char* what;
+    void (*draw)(const Sheet& sheet);
+    Rows picture;
+    int depth = 4; // from which on the colours are as they are
+  } cases[] = {
+      {"pixel", [](auto&) { DrawPixel(1, 4); }, {"......", "......", "......", "......", ".#....", "......"}},
+      {"across", [](auto&) { DrawHLine(4, 1, 1); }, {"......", ".####.", "......", "......", "......", "......"}},
+      {"down", [](auto&) { DrawVLine(2, 4, 0); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
+      {"up", [](auto&) { DrawVLine(2, 0, 4); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
+      {"slope", [](auto&) { DrawLine(0, 0, 5, 2); }, {"##....", "..##..", "....##", "......", "......", "......"}},
+      {"slope back", [](auto&) { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
+      {"steep", [](auto&) { DrawLine(4, 0, 3, 5); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
+      {"steep back", [](auto&) { DrawLine(3, 5, 4, 0); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
+      {"frame", [](auto&) { FrameRectXY(0, 1, 5, 5); }, {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
+      {"points", [](auto&) { DrawPolyline(3, kCorner); }, {"......", ".####.", "....#.", "....#.", "....#.", "......"}},
+      {"one", [](auto&) { DrawPolyline(1, kCorner); }, {"......", ".#....", "......", "......", "......", "......"}},
+      {"none", [](auto&) { DrawPolyline(0, kCorner); }, {"......", "......", "......", "......", "......", "......"}},
+      {"ring",
+       [](auto&) { DrawClosedPolyline(3, kCorner); },
+       {"......", ".####.", "..#.#.", "...##.", "....#.", "......"}},
+      {"area", [](auto&) { DrawPolygon(3, kCorner); }, {"......", ".####.", "..###.", "...##.", "....#.", "......"}},
+      {"inverted once and twice",
+       [](auto&) {
+         SetPenMode(kPenInvert);
+         FrameRectXY(0, 1, 3, 4);
+         FillRectXY(2, 2, 5, 5);
+         FrameRectXY(0, 1, 3, 4);
+       },
+       {"......", "......", "..###.", "..###.", "..###.", "......"}},
+      {"colours and the clip",
+       [](auto&) {
+         SetForeColour(kRed);
+         FillRectXY(0, 0, 3, 2);
+         SetForeColour(kBlue);
+         DrawPixel(0, 0);
+         SetPenMode(kPenInvert); // not (blue xor red), and not (blue xor white)
+         const SavedClip clip = NarrowClip(2, 1, 4, 9);
+         FillRectXY(0, 0, 9, 9);
+         RestoreClip(clip);
+         DrawLine(5, 5, 5, 5);
+       },
+       {"brr...", "rrgb..", "..bb..", "..bb..", "..bb..", "..bb.b"},
+       16},
+      {"another state",
+       [](auto& sheet) {
+         SetForeColour(kRed);
+         UseDrawState(NewDrawState());
+         SetForeColour(kGreen);
+         SetPenMode(kPenInvert);
+         UseDrawState(sheet.state);
+         DrawPixel(0, 0);
+         DrawHLine(2, 2, 4);
+         FillRectXY(0, 4, 3, 6);
+       },
+       {"r.....", "......", "..rrr.", "......", "rrr...", "rrr..."}},
+      {"stripes", [](auto&) { FillInColours(kPatternStripes + 2); }, stripes},
+      {"no pattern", [](auto&) { FillInColours(0); }, stripes},
+      {"no bitmap", [](auto&) { FillInColours(45), FillInColours(50), FillInColours(60); }, stripes},
+      {"beyond the last one", [](auto&) { FillInColours(91); }, Rows(6, "rrrrrr")},
+      {"a mask, plainly", [](auto& sheet) { CopyMask(sheet, 3); }, stripes},
+      {"a mask joined to the brush",
+       [](auto& sheet) { CopyMask(sheet, 1); },
+       {"mmrmmm", "mrmmmm", "rmmmmm", "mmmmmm", "mmmmmm", "mmmmmr"},
+       16},
+      {"a mask of what is white",
+       [](auto& sheet) {
+         SetForeColour(kRed);
+         FillRectXY(0, 0, 2, 2);
+         Offscreen* mask = NewMaskOffscreen(6, 6);
+         SetPortOffscreen(mask);
+         UseDrawState(DrawStateDefault());
+         CopyBits(&sheet.offscreen->port, {0, 0, 6, 6}, {0, 0, 6, 6}, 1);
+         SetPortOffscreen(sheet.offscreen);
+         UseDrawState(DrawStateDefault());
+         CopyBits(&mask->port, {0, 0, 6, 6}, {0, 0, 6, 6}, 3);
+       },
+       {"##....", "##....", "......", "......", "......", "......"}},
+      {"the modes of a copy, and one that does not exist, stretched",
+       [](auto& sheet) {
+         FillRectXY(0, 0, 2, 6);
+         Offscreen* source = NewOffscreen(4, 1, true); // black and white in turns
+         SetPortOffscreen(source);
+         CopyBits(&sheet.offscreen->port, {0, 2, 1, 6}, {0, 0, 1, 4}, 1);
+         UseDrawState(DrawStateDefault());
+         DrawPixel(0, 0);
+         DrawPixel(2, 0);
+         SetPortOffscreen(sheet.offscreen);
+         for (const int16_t mode : {0, 1, 2, 4, 5}) {
+           CopyBits(&source->port, {0, 0, 1, 4}, {mode, 0, int16_t(mode + 1), 4}, mode);
+         }
+         for (const int mode : {6, -1}) CopyBits(&source->port, {0, 0, 1, 4}, {3, 0, 4, 4}, mode);
+         CopyBits(&source->port, {0, 1, 1, 3}, {1, 2, 2, 6}, 3);
+       },
+       {"####..", "#...##", "###...", "##....", "#.....", ".#...."}},
+  };
+  for (const int depth : {4, 8, 16, 24}) {
+    for (const auto& c : cases) {
+      if (depth < c.depth) continue;
+      const Sheet sheet(6, 6, depth);
+      c.draw(sheet);
+      EXPECT_EQ(sheet.Picture(), c.picture) << c.what << " at " << depth;
+    }
+  }
 }
 
 TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
-  Sheet sheet(8, 8);
+  const Sheet sheet(8, 8);
   SetPortScreen();
   UseDrawState(sheet.state);
   SetPenMode(kPenInvert);
   SetForeColour(kRed);
   SetPattern(kPatternStripes);
+  const std::vector<uint32_t> before = TheMemoryDisplay().screen;
   ReleasePort();
   EXPECT_EQ(CurrentDrawState(), nullptr);
   EXPECT_EQ(CurrentContext(), nullptr);
@@ -124,17 +160,11 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
   EXPECT_EQ(::SelectObject(screen, WhiteBrush()), WhiteBrush());
   EXPECT_EQ(::GetROP2(screen), R2_COPYPEN);
   EXPECT_EQ(screen->font, sheet.state->font->handle);
-  // Without a state in use the setters do nothing.
+  // Without a state in use the setters do nothing, and without a Port nothing is drawn and measured.
   SetForeColour(kBlue);
   SetPattern(kPatternSolid);
   EXPECT_TRUE(SameColour(sheet.state->foreground, kRed));
   EXPECT_EQ(sheet.state->pattern, kPatternStripes);
-}
-
-TEST(DrawStates, WithoutAPortDrawNothingAndMeasureNothing) {
-  WindowProgram program;
-  const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-  ReleasePort();
   UseDrawState(DrawStateInverse());
   DrawLine(0, 0, 50, 50);
   FillRectXY(0, 0, 50, 50);
@@ -148,11 +178,125 @@ TEST(Colours, TurnFrom16BitsTo8AndStandReady) {
   EXPECT_EQ(ColourRef({127 * 257, 128 * 257, 0xFFFF}), RGB(127, 128, 255));
   EXPECT_TRUE(SameColour(PrimaryColour(4), kRed) && SameColour(PrimaryColour(1), kBlue));
   WindowProgram program;
-  EXPECT_EQ(ColourRef(ColourMenu()), ::GetSysColor(COLOR_MENU));
-  EXPECT_EQ(DrawStateCaption()->foreRef, ::GetSysColor(COLOR_ACTIVECAPTION));
-  EXPECT_EQ(DrawStateShadow()->foreRef, ::GetSysColor(COLOR_BTNSHADOW));
-  EXPECT_EQ(DrawStateInverse()->foreRef, RGB(255, 255, 255));
-  EXPECT_EQ(DrawStateInverse()->backRef, RGB(0, 0, 0));
+  const auto system = [](int index) { return COLORREF(::GetSysColor(index)); };
+  const COLORREF black = RGB(0, 0, 0), white = RGB(255, 255, 255);
+  const struct {
+    DrawState* state;
+    COLORREF fore, back;
+  } states[] = {
+      {DrawStateDefault(), black, white},
+      {DrawStateInverse(), white, black},
+      {DrawStateFill(), black, white},
+      {DrawStateSecond(), black, white},
+      {DrawStateEdge(), system(COLOR_WINDOWFRAME), white},
+      {DrawStateFrame(), system(COLOR_WINDOWFRAME), white},
+      {DrawStateWhite(), white, white},
+      {DrawStateCaption(), system(COLOR_ACTIVECAPTION), white},
+      {DrawStateFace(), system(COLOR_BTNFACE), white},
+      {DrawStateShadow(), system(COLOR_BTNSHADOW), white},
+  };
+  int row = 0;
+  for (const auto& s : states) {
+    EXPECT_EQ(s.state->foreRef, s.fore) << row;
+    EXPECT_EQ(s.state->backRef, s.back) << row++;
+  }
+  const std::pair<COLORREF, int> colours[] = {
+      {ColourRef(ColourWorkspace()), COLOR_APPWORKSPACE}, {ColourRef(ColourMenu()), COLOR_MENU},
+      {ColourRef(ColourFace()), COLOR_BTNFACE},           {ColourRef(ColourShadow()), COLOR_BTNSHADOW},
+      {ColourRef(ColourLight()), COLOR_3DLIGHT},          {ColourGreyText(), COLOR_GRAYTEXT}};
+  for (const auto& [colour, index] : colours) EXPECT_EQ(colour, system(index)) << index;
+}
+
+// ---- Text and fonts
+// ---------------------------------------------------------------------------------------------------
+
+TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
+  for (const uint16_t style : {0, kFontBold + 0, kFontBold | kFontOutlined}) {
+    SCOPED_TRACE(style);
+    const Sheet sheet(200, 60);
+    UseDrawState(DrawStateDefault());
+    const int32_t plain = MeasureText("Grab (Jump)").width;
+    sheet.state->font = GetFont(GetFontFamily(nullptr), 15, style, 1.0);
+    UseDrawState(sheet.state);
+    SetForeColour(kRed);
+    SetBackColour(kGreen);
+    const bool outlined = style & kFontOutlined;
+    const TextMeasure measure = MeasureText("Grab (Jump)");
+    DrawText(40, 30, "Grab (Jump)");
+    Rows picture = sheet.Picture();
+    EXPECT_GT(Count(picture, 'r'), 0u);
+    EXPECT_EQ(Count(picture, 'g') > 0, outlined);
+    EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
+    // What lies in the cell goes.
+    for (int y = 30 - measure.ascent; y < 30 + measure.descent; ++y) {
+      picture[size_t(y)].replace(size_t(40 - measure.leftOverhang), size_t(measure.width + measure.leftOverhang), "");
+    }
+    EXPECT_EQ(Count(picture, 'r') + Count(picture, 'g'), 0u);
+    EXPECT_EQ(measure.fullWidth, measure.width);
+    EXPECT_TRUE(style == 0 || measure.width == plain + (outlined ? 2 * 11 - 1 : 0));
+    EXPECT_EQ(measure.leftOverhang, outlined);
+    const LineMetrics line = FontMetrics();
+    EXPECT_EQ(line.ascent + line.descent, 15);
+    EXPECT_EQ(measure.ascent + measure.descent, 15 + 2 * outlined);
+    sheet.Clear();
+    UseDrawState(sheet.state);
+    DrawGreyText(10, 30, "Disabled");
+    EXPECT_EQ(Count(sheet.Picture(), 'r'), 0u);
+    EXPECT_GT(Count(sheet.Picture(), '?'), 0u);
+    EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
+  }
+}
+
+TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
+  WindowProgram program;
+  FontFamily* family = GetFontFamily(nullptr);
+  EXPECT_TRUE(GetFontFamily("MS Sans Serif") == family && GetFontFamily("Another") != family);
+  Font* font = GetFont(family, 21, kFontBold, 1.0);
+  EXPECT_EQ(GetFont(family, 21, kFontBold, 1.0), font);
+  EXPECT_EQ(font->references, 2U);
+  EXPECT_NE(GetFont(family, 21, 0, 1.0), font);
+  Font* wide = GetFont(family, 21, kFontBold, 1.5);
+  EXPECT_EQ(wide->ascent, font->ascent);
+  EXPECT_GT(wide->width, 0);
+  EXPECT_EQ(GetFont(family, 21, kFontBold, 3.0)->width / 2, wide->width); // of the average character
+  EXPECT_EQ(GetFont(family, 9, 0, 0.001)->width, 1);
+  EXPECT_EQ(GetFont(nullptr, 9, 0, 1.0), nullptr);
+}
+
+// Fonts are selected into contexts and held beside a plain list of the open ones: one that opens as the seventh or
+// later closes the first that nothing holds.
+TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
+  const Sheet sheet(8, 8);
+  FontFamily* family = GetFontFamily(nullptr);
+  std::vector<Font*> fonts = {sheet.state->font}, open = fonts, inContext(6), held;
+  std::vector<HDC> contexts = {CurrentContext()};
+  while (contexts.size() < inContext.size()) contexts.push_back(::CreateCompatibleDC(ScreenContext()));
+  inContext[0] = sheet.state->font;
+  const auto has = [](const std::vector<Font*>& list, Font* font) {
+    return std::find(list.begin(), list.end(), font) != list.end();
+  };
+  const auto opens = [&](Font* font) {
+    if (has(open, font)) return;
+    open.push_back(font);
+    if (open.size() <= 6) return;
+    const auto closes = std::find_if(open.begin(), open.end(),
+                                     [&](Font* one) { return one != font && !has(inContext, one) && !has(held, one); });
+    if (closes != open.end()) open.erase(closes);
+  };
+  Dice dice(1);
+  for (int step = 0; step < 2000; ++step) {
+    const auto size = uint16_t(20 + dice.Below(12));
+    Font* font = GetFont(family, size, kFontBold, 1.0);
+    if (!has(fonts, font)) fonts.push_back(font), opens(font);
+    const auto context = size_t(dice.Below(6));
+    const int operation = dice.Below(5);
+    if (operation == 0) SelectFont(contexts[context], font), opens(font), inContext[context] = font;
+    if (operation == 1) HoldFont(font), held.push_back(font), opens(font);
+    if (operation >= 2 && !held.empty()) LetGoOfFont(held.back()), held.pop_back();
+    for (Font* one : fonts) ASSERT_EQ(one->handle != nullptr, has(open, one)) << "step " << step;
+    for (size_t i = 0; i < 6; ++i) ASSERT_TRUE(!inContext[i] || contexts[i]->font == inContext[i]->handle);
+  }
+  for (size_t i = 1; i < 6; ++i) ::DeleteDC(contexts[i]);
 }
 
 } // namespace

@@ -30,7 +30,7 @@ void Draw() {
   RestoreClip(clip);
 }
 
-void DrawOffScreen() {
+void DrawEverywhere() {
   if (Offscreen* offscreen = NewOffscreen(70, 50, true)) {
     SetPortOffscreen(offscreen);
     Draw();
@@ -40,9 +40,6 @@ void DrawOffScreen() {
     FreeOffscreen(offscreen);
   }
   if (Offscreen* mask = NewMaskOffscreen(9, 9)) FreeOffscreen(mask);
-}
-
-void ShowWindow() {
   ChildWindow* window = OpenChildWindow(nullptr, "Quit", kWindowModal | kWindowFilled);
   if (!window) return;
   SetChildWindowTitle(window, "Why?");
@@ -60,7 +57,7 @@ bool badEnd;
 void GoOn(void*, uint32_t count) {
   if (count > 1) return;
   FailEachAllocation([](int status) { badEnd |= status != 0 && WEXITSTATUS(status) != kWentOn; });
-  for (const auto act : {DrawOffScreen, ShowWindow}) act();
+  DrawEverywhere();
   FailEachAllocation(nullptr);
   ::_exit(badEnd ? 1 : 5);
 }
@@ -68,7 +65,7 @@ void GoOn(void*, uint32_t count) {
 TEST(ExhaustionDeathTest, WhatFollowsItMakesDoWithWhatThereIs) {
   const auto exhaust = [](int32_t depth) {
     WindowProgram program(640, 480, depth);
-    for (const auto act : {DrawOffScreen, ShowWindow}) act(); // fonts are looked for now
+    DrawEverywhere(); // fonts are looked for now
     SetMemFailureHook(GoOn, nullptr);
     FatalExit();
   };

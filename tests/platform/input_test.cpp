@@ -1,354 +1,151 @@
 // The way of mouse and keys to windows. What Views get of it is in tests/views.
 #include <gtest/gtest.h>
-#include <sstream>
-#include <string>
 
-#include "platform/drawing/current_port.h"
 #include "platform/input/keys.h"
 #include "platform/input/mouse.h"
-#include "platform/records/later_modules.h"
-#include "platform/windows/active_window.h"
 #include "platform/windows/cursor_shape.h"
-#include "platform/windows/mouse_targets.h"
-#include "support/window_program.h"
+#include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
 
-std::string calls;
-
-template <typename... Parts> void Say(const ChildWindow* window, const Parts&... parts) {
-  std::ostringstream text;
-  text << window->title;
-  (text << ... << parts) << ' ';
-  calls += text.str();
-}
-
-void OnDown(ChildWindow* window, uint16_t flags, int16_t x, int16_t y) {
-  EXPECT_EQ(CurrentPort(), &window->port);
-  Say(window, 'v', flags, '@', x, ',', y);
-}
-
-void OnUp(ChildWindow* window, uint16_t flags, int16_t x, int16_t y) {
-  Say(window, '^', flags, '@', x, ',', y);
-}
-
-void OnMove(ChildWindow* window, int16_t x, int16_t y) {
-  Say(window, '~', x, ',', y);
-}
-
-std::string CharacterOf(uint8_t c) {
-  return c > 32 && c < 127 ? std::string(1, char(c)) : std::to_string(c);
-}
-
-void OnKeyDown(ChildWindow* window, const KeyEvent& event, int16_t, int16_t) {
-  Say(window, ':', CharacterOf(event.character), '/', CharacterOf(event.unshifted), '/', event.modifiers);
-}
-
-void OnKeyUp(ChildWindow* window, const KeyEvent& event, int16_t, int16_t) {
-  EXPECT_EQ(event.character, 0);
-  Say(window, '\'', int(event.unshifted), '/', event.modifiers);
-}
-
-class InputTest : public ::testing::Test {
-protected:
-  InputTest() {
-    SetMainClientSize(nullptr, 600, 440);
-    Settle();
-    calls.clear();
-  }
-  ~InputTest() override {
-    TheLaterModules().menuShortcut = [](const KeyEvent&) { return false; };
-    TheLaterModules().endEditSession = [](const KeyEvent*) {};
-  }
-
-  // The window called `title` with its presses and keys noted.
-  ChildWindow* Open(const char* title, uint32_t flags = 0) {
-    ChildWindow* window = OpenTestWindow(flags | kWindowUnclamped);
-    SetChildWindowTitle(window, title);
-    SetWindowMethod(window, &WindowMethods::mouseDown, OnDown);
-    SetWindowMethod(window, &WindowMethods::mouseUp, OnUp);
-    SetWindowMethod(window, &WindowMethods::keyDown, OnKeyDown);
-    SetWindowMethod(window, &WindowMethods::keyUp, OnKeyUp);
-    return window;
-  }
-
-  // What has been noted since the last time; what an act of the user brings.
-  std::string Heard() { return std::exchange(calls, ""); }
-  std::string Click(const ChildWindow* window, int16_t x, int16_t y, uint8_t button = 1) {
-    Press(window, x, y, button);
-    Release(button);
-    return Heard();
-  }
-  std::string Key(int virtualKey) {
-    Type(uint8_t(virtualKey));
-    return Heard();
-  }
-  std::string Hold(uint8_t virtualKey) {
-    MemoryPressKey(virtualKey);
-    Settle();
-    return Heard();
-  }
-  std::string LetGo(uint8_t virtualKey) {
-    MemoryReleaseKey(virtualKey);
-    Settle();
-    return Heard();
-  }
-
-  WindowProgram program;
-};
-
 // ---- The mouse ---------------------------------------------------------------------------------------------------
 
-TEST_F(InputTest, APressFollowsTheMouseOutOfTheWindowUntilItsRelease) {
-  ChildWindow* a = Open("a");
-  SetWindowMethod(a, &WindowMethods::mouseMoved, OnMove);
-  Press(a, 10, 20);
-  EXPECT_EQ(Heard(), "a~10,20 av16@10,20 ");
-  MoveOver(a, -50, 130);
-  Release();
-  EXPECT_EQ(Heard(), "a~-50,130 a^16@-50,130 ");
-  Release(3);
-  EXPECT_EQ(Heard(), "");
+TEST(Mouse, PressesGoToTheActiveWindowToPalettesAndToTheModalOne) {
+  WindowScript().Walk({
+      {"open a d", "a+ active=a"},
+      {"over a 10 20 d", "a< a~10,20 av16@10,20 mouse=Framereel"},
+      {"over a -50 130 u ru", "a~-50,130 a^16@-50,130 mouse="},
+      {"over a 1 2 rd ru", "a~1,2 av64@1,2 a^64@1,2"},
+      {"+ctrl d u -ctrl", "av28@1,2 a^28@1,2 a'17/0"}, // with it the menu key
+      {"+shift d u -shift", "av18@1,2 a^18@1,2 a'16/0"},
+      {"+alt d u -alt", "av16@1,2 a^16@1,2 a'18/0"},
+      {"open b d at b 320 250", "a- b+ active=b"},
+      {"over a 5 5 d u", "a> b< b~-215,-145 b- a+ active=a"}, // it only comes forward
+      {"d u", "av16@5,5 a^16@5,5"},
+      {"open p t at p 320 40 over p 7 8 d u", "p+ p- b> p< p~7,8 p+ pv16@7,8 p^16@7,8"},
+      {"open m m at m 320 250 over a 5 5 d u",
+       "block a- p- m+ active=m modal=m off=main,a,b focus=m"}, // nobody's: a is off
+      {"close m open m p at m 320 250 over a 5 5 d u",
+       "m.gone free m- a+ m+ p> m< m~-215,-145 m.go m- mv16@-215,-145 m^16@-215,-145 active=a off= focus=main"},
+      {"close m when av close a . over a 6 6 d", "m.gone a< a~6,6 av16@6,6 a.gone b+ active=b modal="},
+      {"u", ""},
+  });
 }
 
-TEST_F(InputTest, FlagsTellTheButtonAndTheModifiers) {
-  ChildWindow* a = Open("a");
-  EXPECT_EQ(Click(a, 1, 1, 3), "av64@1,1 a^64@1,1 ");
-  Hold(VK_CONTROL);
-  EXPECT_EQ(Click(a, 1, 2), "av28@1,2 a^28@1,2 "); // left, Ctrl, and with it the menu key
-  LetGo(VK_CONTROL);
-  Hold(VK_SHIFT);
-  EXPECT_EQ(Click(a, 1, 2), "av18@1,2 a^18@1,2 ");
-  LetGo(VK_SHIFT);
+TEST(Mouse, RestingIsToldEvery100MillisecondsButNotDuringAPress) {
+  WindowScript().Walk({
+      {"open a d over a 30 30 wait 100", "a+ a< a~30,30 active=a"},
+      {"wait 500", "a~30,30 a~30,30 a~30,30 a~30,30 a~30,30"},
+      {"d", "av16@30,30 mouse=Framereel"},
+      {"wait 500", ""},
+      {"open p p wait 500", "p+ a~30,30 modal=p focus=p"}, // whoever becomes modal starts it anew
+      {"u", "a^16@30,30 mouse="},
+  });
 }
 
-TEST_F(InputTest, AClickOnAnInactiveWindowOnlyBringsItForwardAndAModalPopupsIsIts) {
-  ChildWindow* a = Open("a");
-  PlaceChildWindow(Open("b"), 320, 250);
-  Settle();
-  EXPECT_EQ(Click(a, 5, 5), "");
-  EXPECT_EQ(ActiveWindow(), a);
-  EXPECT_EQ(Click(a, 5, 5), "av16@5,5 a^16@5,5 ");
-  ChildWindow* palette = Open("p", kWindowPalette);
-  PlaceChildWindow(palette, 320, 40);
-  Settle();
-  EXPECT_EQ(Click(palette, 7, 8), "pv16@7,8 p^16@7,8 ");
-  PlaceChildWindow(Open("m", kWindowPopup), 320, 250);
-  Settle();
-  EXPECT_EQ(Click(a, 5, 5), "mv16@-215,-145 m^16@-215,-145 ");
+TEST(Mouse, EnteredAndLeftComeInPairsWhereverItGoes) {
+  WindowScript().Walk({
+      {"open a d over a 30 30", "a+ a< a~30,30 active=a"},
+      {"m 5 5 wait 200", "a~-95,-95"}, // the active window has it wherever it is
+      {"open m m wait 100", "block a- m+ a> m< m~-95,-95 active=m modal=m off=main,a focus=m"},
+      {"close m wait 100",
+       "m.gone free m- a+ a< a~-95,-95 active=a modal= off= focus=main"}, // a window that has gone is not told
+      {"leave wait 100", "a- a> active= focus="},
+      {"return wait 100", "a+ a< a~-95,-95 active=a focus=a"},
+  });
 }
 
-TEST_F(InputTest, ARestingMouseIsToldEvery100MillisecondsButNotDuringAPress) {
-  ChildWindow* a = Open("a");
-  MoveOver(a, 30, 30);
-  RunFor(100);
-  SetWindowMethod(a, &WindowMethods::mouseMoved, OnMove);
-  RunFor(500);
-  EXPECT_EQ(Heard(), "a~30,30 a~30,30 a~30,30 a~30,30 a~30,30 ");
-  Press(a, 30, 30);
-  Heard();
-  RunFor(500);
-  EXPECT_EQ(Heard(), "");
-  ResetMousePoint();
-  RunFor(500);
-  EXPECT_EQ(Heard(), "a~30,30 ");
+TEST(Mouse, HeldCaptureBringsEverythingToTheModalWindow) {
+  WindowScript().Walk({
+      {"open a d open c p size c 20 20 grab c", "a+ c+ active=a modal=c focus=c mouse=c"},
+      {"over a 50 60 d over a 55 60 u", "c< c~50,60 cv16@50,60 c~55,60 c^16@55,60"},
+      {"d u", "cv16@55,60 c^16@55,60"},
+      {"drop close c", "c.gone c- modal= focus=main mouse="},
+  });
 }
 
-TEST_F(InputTest, EnteredAndLeftComeInPairsWhereverTheMouseGoes) {
-  const auto open = [this](const char* title, uint32_t flags) {
-    ChildWindow* window = Open(title, flags);
-    SetWindowMethod(
-        window, &WindowMethods::mouseEntered, +[](ChildWindow* entered) { Say(entered, "<"); });
-    SetWindowMethod(
-        window, &WindowMethods::mouseLeft, +[](ChildWindow* left) { Say(left, ">"); });
-    return window;
+TEST(Mouse, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
+  WindowScript().Walk({
+      {"open a d open b d at b 110 150 front a over a 5 6", "a+ a- b+ b- a+ a< a~5,6 active=a"},
+      {"when av reroute b 105 106 . d", "av16@5,6 a^16@5,6 bv16@-5,-44 mouse=Framereel"},
+      {"wait 300", "b~-5,-44"}, // once, where the mouse rests
+      {"u reroute a 0 0", "b^16@-5,-44 mouse="},
+  });
+}
+
+TEST(Mouse, HasItsPlaceInToolkitCoordinates) {
+  WindowScript script;
+  script.words["look"] = [&script](std::istream&) {
+    int16_t x, y;
+    GetMousePosition(&x, &y);
+    script.Say(std::to_string(x) + "," + std::to_string(y));
   };
-  MoveOver(open("a", 0), 30, 30);
-  EXPECT_EQ(Heard(), "a< ");
-  // The active window has the mouse wherever it is.
-  MemoryMovePointerTo(5, 5);
-  RunFor(200);
-  EXPECT_EQ(Heard(), "");
-  ChildWindow* m = open("m", kWindowModal);
-  RunFor(200);
-  EXPECT_EQ(Heard(), "a> m< ");
-  CloseChildWindow(m);
-  RunFor(200);
-  EXPECT_EQ(Heard(), "a< "); // a window that has gone is not told
-  LeaveProgram();
-  RunFor(200);
-  EXPECT_EQ(Heard(), "a> ");
-}
-
-TEST_F(InputTest, HeldCaptureBringsEverythingToTheModalWindow) {
-  ChildWindow* a = Open("a");
-  ChildWindow* cover = Open("c", kWindowPopup);
-  SizeChildWindow(cover, 20, 20);
-  HoldCapture(cover);
-  SetWindowMethod(cover, &WindowMethods::mouseMoved, OnMove);
-  Press(a, 50, 60);
-  MoveOver(a, 55, 60);
-  Release();
-  EXPECT_EQ(Heard(), "c~50,60 cv16@50,60 c~55,60 c^16@55,60 ");
-  EXPECT_NE(TheMemoryDisplay().desktop.captured, nullptr); // the release has not let the mouse go
-  EXPECT_EQ(Click(a, 50, 60), "c~50,60 cv16@50,60 c^16@50,60 ");
-  ReleaseHeldCapture();
-  CloseChildWindow(cover);
-  EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr);
-}
-
-ChildWindow* takesOver;
-
-TEST_F(InputTest, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
-  ChildWindow* a = Open("a");
-  takesOver = Open("b");
-  PlaceChildWindow(takesOver, 110, 150);
-  Settle();
-  BringChildWindowForward(a);
-  SetWindowMethod(
-      a, &WindowMethods::mouseDown, +[](ChildWindow* window, uint16_t flags, int16_t x, int16_t y) {
-        OnDown(window, flags, x, y);
-        const Point point = ToToolkitPoint(window, {y, x});
-        ReroutePress(takesOver, flags, point.h, point.v);
-      });
-  SetWindowMethod(takesOver, &WindowMethods::mouseMoved, OnMove);
-  Press(a, 5, 6);
-  EXPECT_EQ(Heard(), "av16@5,6 a^16@5,6 bv16@-5,-44 ");
-  RunFor(300);
-  EXPECT_EQ(Heard(), "b~-5,-44 "); // once, where the mouse rests
-  Release();
-  EXPECT_EQ(Heard(), "b^16@-5,-44 ");
-  ReroutePress(a, kFlagLeftButton, 0, 0);
-  EXPECT_EQ(Heard(), "");
-}
-
-TEST_F(InputTest, AWindowThatClosesUnderThePressEndsIt) {
-  ChildWindow* a = Open("a");
-  SetWindowMethod(
-      a, &WindowMethods::mouseDown, +[](ChildWindow* window, uint16_t, int16_t, int16_t) { CloseChildWindow(window); });
-  SendChildWindowBack(Open("b"));
-  EXPECT_EQ(Click(a, 5, 5), "");
-  EXPECT_FALSE(IsOpenChildWindow(a));
-}
-
-TEST_F(InputTest, TheMousePositionIsInToolkitCoordinates) {
-  MoveMainWindow(nullptr, 103, 222);
-  SetMousePosition(20, 30);
-  EXPECT_EQ(TheMemoryDisplay().pointerX, TheMainWindow()->originX + 20);
-  EXPECT_EQ(TheMemoryDisplay().pointerY, TheMainWindow()->originY + 30);
-  int16_t x, y;
-  GetMousePosition(&x, &y);
-  EXPECT_EQ(x, 20);
-  EXPECT_EQ(y, 30);
+  script.Walk(
+      {{"main 103 222 put 20 30 look", "!5 20,30"}, {"m 120 230 look", "20,30"}, {"main 113 202 look", "!5 10,50"}});
 }
 
 // ---- The keys ----------------------------------------------------------------------------------------------------
 
-TEST_F(InputTest, KeysGiveTheirCharactersWithAndWithoutShift) {
-  Open("a");
-  EXPECT_EQ(Key('Q'), "a:q/q/0 a'81/0 ");
-  EXPECT_EQ(Hold(VK_SHIFT), ""); // a modifier gives no character
-  EXPECT_EQ(Key('Q'), "a:Q/q/2 a'81/2 ");
-  EXPECT_EQ(Key('7'), "a:&/7/2 a'55/2 ");
-  EXPECT_EQ(LetGo(VK_SHIFT), "a'16/0 ");
+TEST(Keys, GiveTheirCharactersToTheActiveWindow) {
+  WindowScript script;
+  script.words["accents"] = [](std::istream&) { TheMemoryDisplay().desktop.deadKeys = true; };
+  script.Walk({
+      {"open a d Q", "a+ a:q/q/0 a'81/0 active=a"},
+      {"+shift Q 7 -shift", "a:Q/q/2 a'81/2 a:&/7/2 a'55/2 a'16/0"}, // a modifier gives no character
+      {"+left +up +right +down +backspace", "a:28/28/0 a:29/29/0 a:30/30/0 a:31/31/0 a:8/8/0"},
+      {"+tab +enter +esc +space +delete +f6", "a:9/9/0 a:13/13/0 a:27/27/0 a:32/32/0 a:127/127/0"},
+      {"accents acute E", "a'222/0 a'69/0"}, // they join to what is no ASCII
+      {"acute X", "a'222/0 a:'/'/0 a:x/x/0 a'88/0"},
+  });
 }
 
-TEST_F(InputTest, SpecialKeysHaveFixedCharactersAndFunctionKeysNone) {
-  Open("a");
-  const std::pair<uint8_t, const char*> keys[] = {
-      {VK_BACK, "a:8/8/0 "},    {VK_TAB, "a:9/9/0 "},       {VK_RETURN, "a:13/13/0 "}, {VK_ESCAPE, "a:27/27/0 "},
-      {VK_LEFT, "a:28/28/0 "},  {VK_UP, "a:29/29/0 "},      {VK_RIGHT, "a:30/30/0 "},  {VK_DOWN, "a:31/31/0 "},
-      {VK_SPACE, "a:32/32/0 "}, {VK_DELETE, "a:127/127/0 "}};
-  for (const auto& [key, heard] : keys) {
-    EXPECT_EQ(Hold(key), heard);
-    LetGo(key);
-  }
-  EXPECT_EQ(Hold(VK_F6), "");
-}
-
-TEST_F(InputTest, AnAccentComesWithItsLetterAsTwoEventsOrAsNone) {
-  Open("a");
-  TheMemoryDisplay().desktop.deadKeys = true;
-  constexpr uint8_t kAcute = 0xDE;
-  EXPECT_EQ(Key(kAcute), "a'222/0 ");
-  EXPECT_EQ(Key('E'), "a'69/0 "); // they join to what is no ASCII
-  Key(kAcute);
-  EXPECT_EQ(Key('X'), "a:'/'/0 a:x/x/0 a'88/0 ");
-}
-
-TEST_F(InputTest, AMenuShortcutKeepsItsKeyFromTheWindowUnlessAModalOneHasTheKeys) {
-  Open("a");
-  TheLaterModules().menuShortcut = [](const KeyEvent& event) {
-    calls += std::string("shortcut ") + char(event.unshifted) + " ";
-    return true;
+TEST(Keys, GoToTheMenusAheadOfTheWindowsUnlessAModalOneHasThem) {
+  WindowScript script;
+  script.words["sent"] = [](std::istream&) {
+    SendKeyDown(true, {'+', '+', kFlagMenuKey | kFlagAlt}, 3, 4);
+    SendKeyUp(false, {0, 65, kFlagAlt}, 3, 4);
   };
-  Hold(VK_CONTROL);
-  EXPECT_EQ(Key('S'), "shortcut s ");
-  EXPECT_EQ(LetGo(VK_CONTROL), "a'17/0 ");
-  // Alt with it is another key, and so is a key that is no letter or digit.
-  Hold(VK_CONTROL);
-  EXPECT_EQ(Key(VK_LEFT), "a:28/28/12 a'37/12 ");
-  Hold(VK_MENU);
-  EXPECT_EQ(Key('S').find("shortcut"), std::string::npos);
-  LetGo(VK_MENU);
-  Open("m", kWindowModal);
-  EXPECT_EQ(Key('S'), "m:s/s/12 m'83/12 ");
-}
-
-TEST_F(InputTest, SentKeysReachTheActiveWindowWithTheMenuKeyInItsForm) {
-  Open("a");
-  SendKeyDown(true, {'+', '+', kFlagMenuKey | kFlagAlt}, 3, 4);
-  SendKeyUp(false, {0, 65, kFlagAlt}, 3, 4);
-  EXPECT_EQ(Heard(), "a:+/+/12 a'65/16 ");
-}
-
-TEST_F(InputTest, CtrlF4ClosesAndCtrlF6SendsBackUnlessAModalWindowBlocks) {
-  ChildWindow *a = Open("a"), *b = Open("b");
-  Hold(VK_CONTROL);
-  Type(VK_F6);
-  EXPECT_EQ(ActiveWindow(), a);
-  ChildWindow* m = Open("m", kWindowModal);
-  Type(VK_F4);
-  EXPECT_TRUE(IsOpenChildWindow(a) && IsOpenChildWindow(m));
-  CloseChildWindow(m);
-  Settle();
-  Type(VK_F4);
-  EXPECT_FALSE(IsOpenChildWindow(a));
-  EXPECT_TRUE(IsOpenChildWindow(b));
-}
-
-TEST_F(InputTest, AKeyAndAPressEndTheEditSession) {
-  ChildWindow* a = Open("a");
-  TheLaterModules().endEditSession = [](const KeyEvent*) { calls += "end "; };
-  EXPECT_EQ(Click(a, 1, 1), "end av16@1,1 a^16@1,1 ");
-  EXPECT_EQ(Key('Q'), "end a:q/q/0 a'81/0 ");
+  script.words["edits"] = [&script](std::istream&) {
+    static WindowScript* to;
+    to = &script;
+    TheLaterModules().endEditSession = [](const KeyEvent*) { to->Say("end"); };
+  };
+  script.Walk({
+      {"open a d +ctrl S", "a+ shortcut:s active=a"},
+      {"-ctrl", "a'17/0"},
+      {"+ctrl left", "a:28/28/12 a'37/12"},
+      {"+alt S -alt", "a:s/s/24 a'83/24 a'18/12"},
+      {"open b d f6", "a- b+ b- a+ a'117/12"},
+      {"open m m S", "block a- m+ m:s/s/12 m'83/12 active=m modal=m off=main,a,b focus=m"},
+      {"f4", "m'115/12"},
+      {"close m f4", "m.gone free m- a+ a? a.close a.gone b+ b'115/12 active=b modal= off= focus=main"},
+      {"-ctrl sent", "b'17/0 b:+/+/12 b'65/16"}, // with the menu key in its form
+      {"edits Q over b 1 1 d u", "end b:q/q/0 b'81/0 b< b~1,1 end bv16@1,1 b^16@1,1"},
+  });
 }
 
 // ---- The pointer's shape -----------------------------------------------------------------------------------------
 
-TEST_F(InputTest, TheShapeIsThatOfAllWindowsAndOfThoseThatCome) {
-  ChildWindow* a = OpenTestWindow(kWindowUnclamped);
-  MoveOver(a, 5, 5);
-  DisplayWindow* frame = MemoryWindowTitled("Framereel");
-  SetCursorShape(2);
-  EXPECT_EQ(frame->shape, PointerShape::kCross);
-  SetCursorShape(8);
-  SetCursorShape(0);
-  EXPECT_EQ(GetCursorShape(), 2);
-  for (const uint16_t own : {5, 6, 7}) {
-    SetCursorShape(own);
-    EXPECT_EQ(GetCursorShape(), own);
-    EXPECT_EQ(frame->shape, PointerShape::kOwn);
-  }
-  SetCursorShape(2);
-  MoveOver(a, -80, -50); // over the main window itself
-  EXPECT_EQ(frame->shape, PointerShape::kCross);
-  MoveOver(OpenTestWindow(kWindowModal | kWindowUnclamped), 5, 5);
-  EXPECT_EQ(MemoryWindowTitled("Test")->shape, PointerShape::kCross);
-  SetCursorShape(1);
-  EXPECT_EQ(MemoryWindowTitled("Test")->shape, PointerShape::kArrow);
+TEST(CursorShape, IsThatOfAllWindowsAndOfThoseThatCome) {
+  WindowScript script;
+  script.words["shape"] = [&script](std::istream& in) {
+    uint16_t shape = 0;
+    in >> shape;
+    SetCursorShape(shape);
+    script.Act("look");
+  };
+  script.words["look"] = [&script](std::istream&) {
+    const auto letter = [](const char* title) { return "aiwxo"[int(MemoryWindowTitled(title)->shape)]; };
+    script.Say({char('0' + GetCursorShape()), letter("Framereel"), MemoryWindowTitled("m") ? letter("m") : '-'});
+  };
+  script.Walk({
+      {"open a d over a 5 5 shape 2 shape 8 shape 0", "a+ a< a~5,5 2x- 2x- 2x- active=a"}, // the last two do not exist
+      {"shape 5 shape 6 shape 7 shape 2", "5o- 6o- 7o- 2x-"},
+      {"over a -80 -50 look", "a~-80,-50 2x-"}, // over the main window itself
+      {"open m m over m 5 5 look shape 1", "block a- m+ a> m< m~5,5 2xx 1xa active=m modal=m off=main,a focus=m"},
+  });
 }
 
 } // namespace

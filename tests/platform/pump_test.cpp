@@ -2,192 +2,103 @@
 #include "platform/pump/pump.h"
 
 #include <gtest/gtest.h>
-#include <string>
 
 #include "core/timers.h"
 #include "platform/drawing/current_port.h"
 #include "platform/pump/platform_start.h"
 #include "platform/windows/modal.h"
 #include "support/allocations.h"
-#include "support/window_program.h"
+#include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
 
-std::string calls;
+struct PumpTest : testing::Test {
+  WindowScript script;
 
-void Note(void* what) {
-  calls += static_cast<const char*>(what);
-}
-
-void NotePaint(ChildWindow* window) {
-  calls += window->title;
-}
-
-char timerA[] = "a", timerB[] = "b";
-
-class PumpTest : public ::testing::Test {
-protected:
-  PumpTest() { calls.clear(); }
-
-  // The time that a pass takes on the display's clock.
-  uint32_t TimeOfPass(bool mayWait) {
-    const uint32_t before = ::GetTickCount();
-    PumpOneEvent(nullptr, mayWait);
-    return ::GetTickCount() - before;
-  }
-
-  WindowProgram program;
+  PumpTest() { script.Act("together"); }
 };
 
-TEST_F(PumpTest, AnIdlePassSleepsUntilTheNextTimerButNotFor50Milliseconds) {
-  EXPECT_EQ(TimeOfPass(false), 0u);
-  EXPECT_EQ(TimeOfPass(true), 50u);
-  TimerSchedule(Note, timerA, 70);
-  EXPECT_EQ(TimeOfPass(true), 50u);
-  EXPECT_EQ(TimeOfPass(true), 20u);
-  EXPECT_EQ(calls, ""); // it is due at this tick, and fires beyond it
-  EXPECT_LE(TimeOfPass(true), 1u);
-  EXPECT_EQ(calls, "a");
-}
-
-TEST_F(PumpTest, FiresOneTimerAPass) {
-  TimerSchedule(Note, timerA, 5);
-  TimerSchedule(Note, timerB, 6);
-  TheMemoryDisplay().tick += 100;
-  PumpOneEvent(nullptr, false);
-  EXPECT_EQ(calls, "a");
-  PumpOneEvent(nullptr, false);
-  EXPECT_EQ(calls, "ab");
-}
-
-TEST_F(PumpTest, AStreamOfMessagesLetsATimerInAtThe64th) {
-  PumpOneEvent(nullptr, false);
-  for (int i = 0; i < 100; ++i) MemoryTypeKey('X');
-  TimerSchedule(Note, timerA, 0);
-  ++TheMemoryDisplay().tick;
+TEST_F(PumpTest, APassDealsWithAMessageAndATimerOrSleepsUntilTheNextButNotFor50Milliseconds) {
+  script.Walk({
+      {"pass idle", "50ms"},
+      {"after 70 say a . idle idle", "50ms 20ms"},
+      {"idle", "a 1ms"}, // it was due at that tick, and fires beyond it
+      {"after 5 say a . after 6 say b . tick 100 pass", "a"},
+      {"pass", "b"},
+  });
+  for (int i = 0; i < 100; ++i) MemoryTypeKey('X'); // a stream of messages
+  script.Act("after 0 say a . tick 1");
   int passes = 0;
-  for (; calls.empty() && passes < 200; ++passes) PumpOneEvent(nullptr, false);
+  for (; script.log.empty() && passes < 200; ++passes) PumpOneEvent(nullptr, false);
   EXPECT_EQ(passes, 64);
 }
 
 TEST_F(PumpTest, APassForOneWindowSeesItsMessagesAloneAndNoTimer) {
-  const auto open = [](const char* title, int16_t y) {
-    ChildWindow* window = OpenTestWindow(kWindowUnclamped);
-    PlaceChildWindow(window, 100, y);
-    SetChildWindowTitle(window, title);
-    Settle();
-    SetWindowMethod(window, &WindowMethods::paint, NotePaint);
-    return window;
-  };
-  ChildWindow *one = open("1", 100), *two = open("2", 300);
-  calls.clear();
-  InvalidateChildWindow(one);
-  InvalidateChildWindow(two);
-  TimerSchedule(Note, timerA, 0);
-  TheMemoryDisplay().tick += 10;
-  for (int i = 0; i < 70; ++i) PumpOneEvent(two, false);
-  EXPECT_EQ(calls, "2");
-  Settle();
-  EXPECT_EQ(calls, "21");
-  PumpOneEvent(nullptr, false);
-  EXPECT_EQ(calls, "21a");
+  script.Act("open a d open b d at b 100 300 settle paints a paints b paint a paint b");
+  script.Heard();
+  for (int i = 0; i < 70; ++i) script.words["alone"](*std::make_unique<std::istringstream>("b"));
+  script.Walk({{"after 0 say t . tick 10 alone b", "b#0,0+200x100"}, {"settle", "a#0,0+200x100"}, {"pass", "t"}});
+  script.Walk({{"open m m settle paints m paint a paint m when m# close m . restricted m",
+                "block b- m+ m#0,0+200x100 m.gone free m- b+"},
+               {"settle", "a#0,0+200x100"}});
 }
 
 TEST_F(PumpTest, FlushedPaintsLeaveKeysWhereTheyAreAndComeToAnEnd) {
-  ChildWindow* window = OpenTestWindow(kWindowUnclamped);
-  SetWindowMethod(
-      window, &WindowMethods::keyDown,
-      +[](ChildWindow*, const KeyEvent& event, int16_t, int16_t) { calls += char(event.character); });
-  SetWindowMethod(window, &WindowMethods::paint, InvalidateChildWindow); // paints for ever
-  MemoryTypeKey('K');
-  InvalidateChildWindow(window);
-  FlushPaints();
-  SetWindowMethod(window, &WindowMethods::paint, NotePaint);
-  FlushPaints();
-  EXPECT_EQ(calls, "Test");
-  Settle();
-  EXPECT_EQ(calls, "Testk");
+  script.Act("open a d settle");
+  script.Window("a")->methods.paint = InvalidateChildWindow; // for ever
+  script.Walk({{"K paint a flush", "a+ active=a"}, {"paints a flush", "a#0,0+200x100"}, {"settle", "a:k/k/0 a'75/0"}});
 }
 
 TEST_F(PumpTest, AnIdlePassAllocatesNothingAndShowsNothing) {
-  TimerSchedule(Note, timerA, 10000);
-  RunFor(500);
+  script.Act("after 10000 say a . wait 500");
   const size_t before = Allocations();
   const uint32_t presents = TheMemoryDisplay().desktop.presents;
   RunFor(5000);
   EXPECT_EQ(Allocations(), before);
   EXPECT_EQ(TheMemoryDisplay().desktop.presents, presents);
   RunFor(6000);
-  EXPECT_EQ(calls, "a");
+  EXPECT_EQ(script.log, "a");
 }
 
 // ---- Loops -------------------------------------------------------------------------------------------------------
 
 TEST_F(PumpTest, TimersRunOnWhileTheSystemMenuIsOpen) {
-  MemoryPressKey(VK_MENU);
-  MemoryTypeKey(VK_SPACE);
-  MemoryReleaseKey(VK_MENU);
   const size_t windows = TheMemoryDisplay().desktop.windows.size();
   MemoryAt(::GetTickCount() + 150, [=] { EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows + 1); });
-  const auto leaveMenu = [](void*) {
-    calls += CurrentPort() == &TheMainWindow()->port ? "on main " : "elsewhere ";
-    MemoryTypeKey(VK_ESCAPE);
+  script.words["port"] = [this](std::istream&) {
+    script.Say(CurrentPort() == &TheMainWindow()->port ? "onmain" : "elsewhere");
   };
-  TimerSchedule(leaveMenu, nullptr, 200);
-  Settle();
-  EXPECT_EQ(calls, "on main ");
+  script.Walk({{"+alt space -alt after 200 port esc . settle", "onmain"}});
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows);
 }
 
-void Close(void* window) {
-  calls += "close ";
-  CloseChildWindow(static_cast<ChildWindow*>(window));
-}
-
 TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
-  const auto runNestedLoop = [](void* window) {
-    TimerSchedule(Close, window, 20);
-    EndEventLoop();
-    calls += "in ";
-    RunModalLoop(static_cast<ChildWindow*>(window), false);
-    calls += "out ";
-  };
-  TimerSchedule(runNestedLoop, OpenTestWindow(kWindowModal), 0);
-  RunEventLoop();
-  EXPECT_EQ(calls, "in close out ");
+  script.Walk({{"open m m after 20 close m . after 0 end say in loop m say out . run say over",
+                "block m+ in m.gone free m- out over"}});
   EXPECT_EQ(CurrentPort(), nullptr);
 }
 
 TEST_F(PumpTest, ALostDisplayAndASignalEndAllLoops) {
-  ChildWindow* window = OpenTestWindow(kWindowModal);
-  for (const bool lost : {true, false}) {
-    PumpStartUp();
-    MemoryAt(::GetTickCount() + 100, [=] { lost ? void(TheMemoryDisplay().lost = true) : EndAllLoops(); });
-    RunModalLoop(window, true);
-    RunEventLoop();
-    EXPECT_TRUE(IsOpenChildWindow(window));
-    TheMemoryDisplay().lost = false;
-  }
+  script.words["lose"] = [](std::istream&) { TheMemoryDisplay().lost = true; };
+  script.words["regain"] = [](std::istream&) { TheMemoryDisplay().lost = false; };
+  script.Walk({{"open m m after 9 lose . loop m restricted m run say over regain",
+                "block m+ over active=m modal=m off=main focus=m"},
+               {"after 9 stop . loop m restricted m run say over", "over"}});
+  EXPECT_TRUE(IsOpenChildWindow(script.Window("m")));
 }
 
 TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideItClosesIt) {
-  const auto closeBoth = [](void* window) {
-    Close(GetModalWindow());
-    Close(window);
+  script.words["look"] = [this](std::istream&) {
+    const ChildWindow* a = script.Window("a");
+    script.Say(a->flags & kWindowClosed ? "closed" : "open");
+    script.Say(IsOpenChildWindow(a) ? "listed" : "gone");
   };
-  ChildWindow* window = OpenTestWindow(kWindowUnclamped);
-  TimerSchedule(closeBoth, window, 20);
-  SetWindowMethod(
-      window, &WindowMethods::keyDown, +[](ChildWindow* closed, const KeyEvent&, int16_t, int16_t) {
-        RunModalLoop(OpenTestWindow(kWindowModal), false);
-        OpenTestWindow(kWindowUnclamped); // takes the place of a record that is gone
-        calls += closed->flags & kWindowClosed ? "closed " : "open ";
-        calls += IsOpenChildWindow(closed) ? "listed" : "gone";
-      });
-  Type('X');
-  EXPECT_EQ(calls, "close close closed gone");
+  script.Act("open a d settle");
+  // What is opened last takes the place of a record that is gone.
+  script.Walk({{"after 20 close m close a . when a: open m m loop m open b d look . X settle",
+                "a+ a:x/x/0 block a- m+ m'88/0 m.gone free m- a+ a.gone b+ closed gone active=b"}});
 }
 
 TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdownAndNotWithoutADisplay) {

@@ -3,20 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <string>
 #include <vector>
 
-#include "platform/bitmaps/copy_bits.h"
-#include "platform/bitmaps/load_bitmaps.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
-#include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
 #include "support/window_program.h"
 #include "win32/drawing/contexts.h"
-#include "win32/drawing/fonts.h"
 #include "win32/drawing/objects.h"
 #include "win32/pixels/pixels.h"
 
@@ -25,13 +21,7 @@ namespace framereel {
 inline constexpr Colour kBlack = {0, 0, 0}, kWhite = {0xFFFF, 0xFFFF, 0xFFFF}, kRed = {0xFFFF, 0, 0};
 inline constexpr Colour kGreen = {0, 0xFFFF, 0}, kBlue = {0, 0, 0xFFFF};
 
-inline std::vector<uint32_t> PixelsOf(const Offscreen* offscreen) {
-  std::vector<uint32_t> pixels;
-  for (int32_t i = 0; i < offscreen->width * offscreen->height; ++i) {
-    pixels.push_back(PixelAt(offscreen->bitmap->surface, i % offscreen->width, i / offscreen->width));
-  }
-  return pixels;
-}
+using Rows = std::vector<std::string>;
 
 struct Sheet {
   WindowProgram program;
@@ -41,41 +31,38 @@ struct Sheet {
   Sheet(int16_t width, int16_t height, int32_t depth = 24)
       : program(200, 150, depth), offscreen(NewOffscreen(width, height, true)) {
     SetPortOffscreen(offscreen);
-    UseDrawState(state);
     Clear();
+    UseDrawState(state);
   }
 
-  // White all over, then the state as it was.
-  void Clear() {
-    DrawState* used = CurrentDrawState();
+  // White all over, in another state.
+  void Clear() const {
     UseDrawState(DrawStateWhite());
     FillRect(OffscreenBounds(offscreen));
-    UseDrawState(used);
   }
-  std::vector<uint32_t> Pixels() const { return PixelsOf(offscreen); }
-  uint32_t PixelOf(const Colour& c) const {
-    const ColourMap map = MapOf(offscreen->bitmap->surface.layout, offscreen->bitmap->ofScreen);
-    return PixelOfColour(map, {uint8_t(c.red >> 8), uint8_t(c.green >> 8), uint8_t(c.blue >> 8)});
-  }
-  // How many pixels have the colour.
-  int64_t Count(const Colour& colour) const {
-    const std::vector<uint32_t> pixels = Pixels();
-    return std::count(pixels.begin(), pixels.end(), PixelOf(colour));
-  }
-  bool Is(int x, int y, const Colour& colour) const {
-    return PixelAt(offscreen->bitmap->surface, x, y) == PixelOf(colour);
-  }
-  // Every pixel has the colour that colourAt(x, y) answers.
-  template <typename ColourAt> void ExpectColours(ColourAt colourAt) const {
+  // A row of letters for each row of pixels: # black, b g c r m y the full colours, . white, ? another one.
+  Rows Picture() const {
+    const Surface& surface = offscreen->bitmap->surface;
+    const ColourMap map = MapOf(surface.layout, offscreen->bitmap->ofScreen);
+    Rows rows(size_t(offscreen->height), std::string(size_t(offscreen->width), '?'));
     for (int i = 0; i < offscreen->width * offscreen->height; ++i) {
       const int x = i % offscreen->width, y = i / offscreen->width;
-      ASSERT_EQ(PixelAt(offscreen->bitmap->surface, x, y), PixelOf(colourAt(x, y))) << x << ", " << y;
+      for (int colour = 0; colour < 8; ++colour) {
+        const auto channel = [colour](int bit) { return uint8_t((colour + 7) & bit ? 255 : 0); }; // white first
+        const uint32_t pixel = PixelOfColour(map, {channel(4), channel(2), channel(1)});
+        char& letter = rows[size_t(y)][size_t(x)];
+        if (letter == '?' && PixelAt(surface, x, y) == pixel) letter = ".#bgcrmy"[colour];
+      }
     }
+    return rows;
   }
 };
 
-inline bool Contains(const Rect& r, int x, int y) {
-  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+// How many letters of the picture are this one.
+inline size_t Count(const Rows& picture, char letter) {
+  size_t count = 0;
+  for (const std::string& row : picture) count += size_t(std::count(row.begin(), row.end(), letter));
+  return count;
 }
 
 } // namespace framereel

@@ -1,375 +1,275 @@
-// Windows: their records, where they stand, and how they follow the desktop.
+// Windows: their records, where they stand, which is modal, which is active, and how they follow the desktop.
 #include <gtest/gtest.h>
-#include <string>
-#include <tuple>
 
 #include "core/notices.h"
 #include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
+#include "platform/drawing/clip.h"
 #include "platform/drawing/current_port.h"
+#include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/windows/modal.h"
-#include "platform/windows/paint_messages.h"
+#include "platform/records/view_record.h"
 #include "platform/windows/window_classes.h"
-#include "support/window_program.h"
+#include "support/dice.h"
+#include "support/window_script.h"
 #include "win32/memory/memory_display.h"
-#include "win32/pixels/rectangles.h"
-#include "win32/windows/window.h"
-#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
 
-std::string calls;
-
-void NoteChange(intptr_t code, void*) {
-  calls += std::to_string(code);
-}
-
-using Box = std::tuple<int, int, int, int>; // left, top, width, height
-using Size = std::pair<int, int>;
-
-Box ClientOf(const WindowGeometry& g) {
-  return {g.clientLeft, g.clientTop, g.clientWidth, g.clientHeight};
-}
-
-Box OuterOf(const WindowGeometry& g) {
-  return {g.outerLeft, g.outerTop, g.outerWidth, g.outerHeight};
-}
-
-Size ClientSizeOf(const WindowGeometry& g) {
-  return {g.clientWidth, g.clientHeight};
-}
-
-// The record is what the platform has, in toolkit coordinates, with the frame round it.
-void ExpectAgreement(const WindowGeometry& g, HWND window) {
-  const MainWindow* main = TheMainWindow();
-  const PixelRect client = ClientOnScreen(*window);
-  const int left = client.left - main->originX, top = client.top - main->originY;
-  EXPECT_EQ(ClientOf(g), Box(left, top, WidthOf(client), HeightOf(client)));
-  EXPECT_EQ(OuterOf(g), Box(left - g.insetLeft, top - g.insetTop, WidthOf(client) + g.insetLeft + g.insetRight,
-                            HeightOf(client) + g.insetTop + g.insetBottom));
-}
-
-class WindowTest : public ::testing::Test {
-protected:
-  WindowTest() : program(800, 600) {
-    SetMainClientSize(nullptr, 500, 400);
-    Settle();
-    calls.clear();
-    NotifyAdd(NoteChange, nullptr);
-  }
-  ~WindowTest() override { NotifyRemove(NoteChange, nullptr); }
-
-  MainWindow* main = TheMainWindow();
-  WindowProgram program;
-};
-
 // ---- Geometry ----------------------------------------------------------------------------------------------------
 
-TEST(MainWindowTest, IsAtFirstAsLargeAsTheUsableScreen) {
-  MemoryDisplayReset(800, 600, 24);
-  WindowProgram program(800, 600);
-  const MainWindow* main = TheMainWindow();
-  EXPECT_EQ(main->geometry.outerWidth, 800);
-  EXPECT_EQ(main->geometry.outerHeight, 600);
-  EXPECT_EQ(main->minWidth, 250);
-  EXPECT_EQ(Size(main->usableWidth, main->usableHeight), Size(800, 600));
+TEST(Windows, HaveThePlaceAndSizeThatTheirKindAllows) {
+  WindowScript script;
+  script.words["sizes"] = [&script](std::istream&) {
+    script.Act("where a size a 0 -5 where a size a 5000 5000 where a max a 300 90 where a");
+  };
+  script.Walk({
+      {"open a d sizes close a", "a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone"},
+      {"open a db sizes close a", "a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone"},
+      {"open a t sizes close a", "a+ a- 100,100+200x100 100,100+20x20 100,100+800x600 100,100+300x90 a.gone"},
+      {"open a p sizes close a", "a+ 100,100+200x100 100,100+1x1 100,100+800x600 100,100+300x90 a.gone a-"},
+      {"open a l sizes close a", "a+ a- 100,100+200x100 100,100+1x1 100,100+800x600 100,100+300x90 a.gone"},
+      {"open a m sizes close a",
+       "block a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone free a-"},
+      {"wheremain open a dk at a -1000 2000 where a",
+       "3,22+600x440 a+ 8,457+200x100 active=a"}, // five pixels stay in sight
+      {"open b d at b -1000 2000 where b", "a- b+ -1000,2000+200x100 active=b"},
+      {"open p p inside p 590 430 where p inside p -10 -10 where p inside p 60 70 where p",
+       "p+ 402,361+200x100 4,23+200x100 60,70+200x100 modal=p focus=p"}, // with its frame
+      {"centre b where b upper b where b", "203,202+200x100 200,127+200x100"},
+      {"main 1000 50 centre p where p upper p where p",
+       "!5 -697,222+200x100 -698,138+200x100"}, // on the screen, while the main window is away
+  });
 }
 
-TEST_F(WindowTest, TheRecordAgreesWithThePlatformInEveryKindOfWindow) {
-  EXPECT_EQ(ClientOf(main->geometry), Box(main->geometry.insetLeft, main->geometry.insetTop, 500, 400));
-  for (const uint32_t flags : {uint32_t{0}, kWindowModal | 0u, kWindowPopup | 0u, kWindowLoosePopup | 0u,
-                               kWindowPalette | kWindowMayClose, kWindowNoMinimise | kWindowFilled}) {
-    ChildWindow* window = OpenTestWindow(flags | kWindowUnclamped);
-    SCOPED_TRACE(flags);
-    ExpectAgreement(window->geometry, window->window);
-    EXPECT_EQ(ClientOf(window->geometry), Box(100, 100, 200, 100));
-    EXPECT_GT(window->geometry.insetTop, 0);
-    CloseChildWindow(window);
-  }
-}
-
-TEST_F(WindowTest, SizesStayWithinTheLimitsOfTheKind) {
-  const std::pair<uint32_t, int> kinds[] = {{kWindowPalette, 20}, {kWindowPopup, 1}, {kWindowModal, 40}, {0, 40}};
-  for (const auto& [flags, least] : kinds) {
-    ChildWindow* window = OpenTestWindow(flags);
-    SizeChildWindow(window, 0, -5);
-    EXPECT_EQ(ClientSizeOf(window->geometry), Size(least, least)) << flags;
-    SizeChildWindow(window, 5000, 5000);
-    EXPECT_EQ(window->geometry.clientWidth, 800) << flags;
-    SetMaxChildSize(window, 300, 90);
-    EXPECT_EQ(ClientSizeOf(window->geometry), Size(300, 90)) << flags;
-    CloseChildWindow(window);
-  }
-}
-
-TEST_F(WindowTest, AClampedWindowKeepsFivePixelsFromTheEdges) {
-  const int left = main->geometry.clientLeft, top = main->geometry.clientTop;
-  ChildWindow *clamped = OpenTestWindow(0), *free = OpenTestWindow(kWindowUnclamped);
-  for (ChildWindow* window : {clamped, free}) PlaceChildWindow(window, -1000, 2000);
-  EXPECT_EQ(ClientOf(clamped->geometry), Box(left + 5, top + 395, 200, 100));
-  EXPECT_EQ(ClientOf(free->geometry), Box(-1000, 2000, 200, 100));
-}
-
-TEST_F(WindowTest, KeptInsideMeansTheWholeFrame) {
-  ChildWindow* window = OpenTestWindow(kWindowPopup | kWindowUnclamped);
-  const WindowGeometry& g = window->geometry;
-  const int left = main->geometry.clientLeft, top = main->geometry.clientTop;
-  KeepChildWindowInside(window, 490, 390);
-  EXPECT_EQ(OuterOf(g), Box(left + 500 - g.outerWidth, top + 400 - g.outerHeight, g.outerWidth, g.outerHeight));
-  KeepChildWindowInside(window, -10, -10);
-  EXPECT_EQ(OuterOf(g), Box(left, top, g.outerWidth, g.outerHeight));
-  KeepChildWindowInside(window, 60, 70);
-  EXPECT_EQ(ClientOf(g), Box(60, 70, 200, 100));
-}
-
-TEST_F(WindowTest, CentresOnTheMainWindowOrOnTheScreenWhileThatIsAway) {
-  ChildWindow* window = OpenTestWindow(kWindowModal | kWindowUnclamped);
-  CentreChildWindow(window);
-  const WindowGeometry& g = window->geometry;
-  EXPECT_EQ(g.outerLeft, main->geometry.clientLeft + 250 - g.outerWidth / 2);
-  EXPECT_EQ(g.outerTop, main->geometry.clientTop + 200 - g.outerHeight / 2);
-  MoveMainWindow(nullptr, 1000, 50);
-  CentreChildWindow(window);
-  EXPECT_EQ(g.outerLeft + main->originX, 400 - g.outerWidth / 2);
-  EXPECT_EQ(g.outerTop + main->originY, 300 - g.outerHeight / 2);
-  PlaceChildWindowUpper(window);
-  EXPECT_EQ(g.clientTop + main->originY, (600 - g.outerHeight) / 3);
-}
-
-TEST_F(WindowTest, OnlyTheUsersMovesAreTold) {
-  ChildWindow* window = OpenTestWindow(kWindowModal | kWindowUnclamped);
-  SetWindowMethod(
-      window, &WindowMethods::resized,
-      +[](ChildWindow* w) { calls += "resized to " + std::to_string(w->geometry.clientWidth) + " "; });
-  SetWindowMethod(
-      window, &WindowMethods::moved,
-      +[](ChildWindow* w) { calls += "moved to " + std::to_string(w->geometry.clientLeft) + " "; });
-  PlaceChildWindow(window, 30, 40);
-  SizeChildWindow(window, 150, 60);
-  EXPECT_EQ(calls, "");
-  const WindowGeometry g = window->geometry;
-  const int left = main->originX + g.outerLeft + 11, top = main->originY + g.outerTop;
-  MemoryMoveWindow(MemoryWindowTitled("Test"), {left, top, left + g.outerWidth + 20, top + g.outerHeight});
-  Settle();
-  EXPECT_EQ(calls, "resized to 170 moved to 41 ");
-}
-
-TEST_F(WindowTest, WindowsOnTheScreenStayThereWhenTheMainWindowMoves) {
-  ChildWindow* dialog = OpenTestWindow(kWindowModal | kWindowUnclamped);
-  ChildWindow* panel = OpenTestWindow(kWindowUnclamped);
-  SetWindowMethod(
-      dialog, &WindowMethods::moved, +[](ChildWindow*) { calls += "moved "; });
-  const auto place = [dialog] { return Size(OnScreen(dialog, 0, 0).h, OnScreen(dialog, 0, 0).v); };
-  const Size before = place();
-  MoveMainWindow(nullptr, 150, 90);
-  Settle();
-  EXPECT_EQ(place(), before);
-  ExpectAgreement(dialog->geometry, dialog->window);
-  EXPECT_EQ(ClientOf(panel->geometry), Box(100, 100, 200, 100));
-  EXPECT_EQ(calls, "5");
-}
-
-TEST_F(WindowTest, TheMainWindowMovesAndGrowsByItsClientArea) {
-  const WindowGeometry& g = main->geometry;
-  MoveMainWindow(nullptr, 60, 70);
-  SetMainClientSize(nullptr, 300, 280);
-  EXPECT_EQ(Size(main->originX, main->originY), Size(60 - g.insetLeft, 70 - g.insetTop));
-  EXPECT_EQ(ClientSizeOf(g), Size(300, 280));
-  SetMainMinimumSize(nullptr, 1, 1);
-  SetMainBounds(nullptr, 20, 30, 100, 90);
-  ExpectAgreement(g, main->window);
-  EXPECT_EQ(calls, "5151");
-}
-
-TEST_F(WindowTest, AMinimisedMainWindowKeepsItsGeometryAndTakesANewSizeAtRestore) {
-  const WindowGeometry before = main->geometry;
-  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"), true);
-  Settle();
-  EXPECT_TRUE(MainIsIconic(nullptr));
-  EXPECT_FALSE(ActiveGet());
-  EXPECT_EQ(ClientOf(main->geometry), ClientOf(before));
-  SetMainClientSize(nullptr, 310, 290);
-  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"), false);
-  Settle();
-  EXPECT_FALSE(MainIsIconic(nullptr));
-  EXPECT_EQ(ClientOf(main->geometry), Box(before.clientLeft, before.clientTop, 310, 290));
-  ExpectAgreement(main->geometry, main->window);
-  EXPECT_EQ(calls, "44");
+TEST(Windows, HearOfTheUsersMovesOnlyAndStayWhereTheyAreOnTheScreen) {
+  WindowScript script;
+  // By its frame: so much to the right, and wider.
+  script.words["drag"] = [&script](std::istream&) {
+    const WindowGeometry& g = script.Window("m")->geometry;
+    const int left = TheMainWindow()->originX + g.outerLeft + 11, top = TheMainWindow()->originY + g.outerTop;
+    MemoryMoveWindow(MemoryWindowTitled("m"), {left, top, left + g.outerWidth + 20, top + g.outerHeight});
+  };
+  script.Walk({
+      {"open a d open m m at m 30 40 size m 150 60", "a+ block a- m+ active=m modal=m off=main,a focus=m"},
+      {"drag", "m=170x60 m=41,40"},
+      {"main 60 70 where a where m", "!5 100,100+200x100 -16,-8+170x60"},
+      {"mainsize 300 280 wheremain", "!1 3,22+300x280"},
+      {"minimise wheremain", "m- !4 3,22+300x280 active= focus="},
+      {"mainsize 310 290", ""}, // taken at the restore
+      {"restore wheremain", "!4 m+ 3,22+310x290 active=m focus=m"},
+  });
 }
 
 // ---- The desktop changes -----------------------------------------------------------------------------------------
 
-TEST_F(WindowTest, ATaskBarTakesItsEdgeOffTheUsableArea) {
-  const std::pair<PixelRect, Box> cases[] = {{{0, 572, 800, 600}, {0, 0, 800, 572}},
-                                             {{0, 0, 800, 30}, {0, 30, 800, 570}},
-                                             {{0, 0, 60, 600}, {60, 0, 740, 600}},
-                                             {{700, 0, 800, 600}, {0, 0, 700, 600}},
-                                             {{}, {0, 0, 800, 600}}};
-  const Box before = ClientOf(main->geometry);
-  for (const auto& [bar, usable] : cases) {
-    MemorySetTaskBar(bar);
-    Settle();
-    EXPECT_EQ(Box(main->usableLeft, main->usableTop, main->usableWidth, main->usableHeight), usable);
-    Rect again;
-    EXPECT_FALSE(QueryUsableArea(&again)); // the change is told once
+std::string UsableArea() {
+  const MainWindow* main = TheMainWindow();
+  std::ostringstream text;
+  text << main->usableLeft << ',' << main->usableTop << '+' << main->usableWidth << 'x' << main->usableHeight;
+  return text.str();
+}
+
+TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndAgainIfItDoes) {
+  const std::pair<PixelRect, const char*> cases[] = {{{0, 572, 800, 600}, "0,0+800x572"},
+                                                     {{0, 0, 800, 30}, "0,30+800x570"},
+                                                     {{0, 0, 60, 600}, "60,0+740x600"},
+                                                     {{700, 0, 800, 600}, "0,0+700x600"},
+                                                     {{}, "0,0+800x600"}};
+  WindowProgram program(800, 600);
+  const WindowGeometry& g = TheMainWindow()->geometry;
+  EXPECT_EQ(TheMainWindow()->minWidth, 250);
+  for (const bool fills : {true, false}) {
+    for (const auto& [bar, usable] : cases) {
+      const int16_t width = g.outerWidth, height = g.outerHeight;
+      MemorySetTaskBar(bar);
+      Settle();
+      EXPECT_EQ(UsableArea(), usable);
+      Rect again;
+      EXPECT_FALSE(QueryUsableArea(&again)); // the change is told once
+      EXPECT_EQ(g.outerWidth, fills ? TheMainWindow()->usableWidth : width) << usable;
+      EXPECT_EQ(g.outerHeight, fills ? TheMainWindow()->usableHeight : height) << usable;
+    }
+    SetMainBounds(nullptr, 50, 50, 300, 200);
   }
-  EXPECT_EQ(ClientOf(main->geometry), before);
 }
 
-TEST_F(WindowTest, AMainWindowThatFillsTheUsableAreaGoesOnFillingIt) {
-  const WindowGeometry& g = main->geometry;
-  SetMainBounds(nullptr, g.insetLeft, g.insetTop, int16_t(800 - g.insetLeft - g.insetRight),
-                int16_t(600 - g.insetTop - g.insetBottom));
-  MemorySetTaskBar({0, 560, 800, 600});
-  Settle();
-  EXPECT_EQ(Size(g.outerWidth, g.outerHeight), Size(800, 560));
-  MemorySetTaskBar({});
-  Settle();
-  EXPECT_EQ(g.outerHeight, 600);
-}
-
-TEST_F(WindowTest, ANewDepthIsToldOnceAndANewResolutionNot) {
-  calls.clear();
-  MemoryDisplaySetMode(1024, 768, 24);
-  Settle();
-  EXPECT_EQ(calls, "");
-  EXPECT_EQ(Size(main->usableWidth, main->usableHeight), Size(1024, 768));
-  const auto draw = [](intptr_t, void*) {
-    UseDrawState(DrawStateWhite());
-    FillRectXY(0, 0, 3, 3);
+TEST(MainWindow, HearsOfANewDepthOnceAndLooksForAResolutionThatNobodyTells) {
+  WindowScript script;
+  script.words["mode"] = [](std::istream& in) {
+    int width, height, depth;
+    in >> width >> height >> depth;
+    MemoryDisplaySetMode(width, height, depth);
   };
-  NotifyAdd(draw, nullptr);
-  MemoryDisplaySetMode(1024, 768, 8);
-  MSG message;
-  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
-  EXPECT_EQ(calls, "2");
-  EXPECT_EQ(TheDisplayCaps().screenDepth, 8);
-  const HDC context = CurrentContext(); // a listener draws in the main window
-  EXPECT_EQ(::GetPixel(context, 2, 2), RGB(255, 255, 255));
-  EXPECT_NE(::GetPixel(context, 3, 3), RGB(255, 255, 255));
-  NotifyRemove(draw, nullptr);
-  MemoryDisplaySetMode(900, 700, 8);
-  TheMemoryDesktop().events.clear(); // one that is not told
-  MoveMainWindow(nullptr, 50, 50);
-  EXPECT_EQ(main->usableWidth, 900);
+  script.words["untold"] = [](std::istream&) { TheMemoryDesktop().events.clear(); };
+  script.words["usable"] = [&script](std::istream&) { script.Say(UsableArea()); };
+  script.Walk({{"mode 1024 768 24 usable", "0,0+1024x768"},
+               {"mode 1024 768 8", "!2on8"},
+               {"together mode 900 700 8 untold main 50 50 usable", "!5 0,0+900x700"}});
 }
 
 // ---- Life --------------------------------------------------------------------------------------------------------
 
-TEST_F(WindowTest, AWindowAsksBeforeTheUserClosesItAndClosesOnce) {
-  ChildWindow* window = OpenTestWindow(kWindowMayClose);
-  const auto noteClose = [](intptr_t subject, void* closed) {
-    calls += ToListValue(closed) == subject ? "told " : "wrong ";
-  };
-  NotifierAdd(&window->listeners, noteClose, window);
-  SetWindowMethod(
-      window, &WindowMethods::mayClose, +[](ChildWindow*) { return false; });
-  SetWindowMethod(
-      window, &WindowMethods::close, +[](ChildWindow*) { calls += "close "; });
-  ::SendMessageA(window->window, WM_SYSCOMMAND, SC_CLOSE, 0);
-  EXPECT_EQ(calls, "");
-  SetWindowMethod(
-      window, &WindowMethods::mayClose, +[](ChildWindow*) { return true; });
-  ::SendMessageA(window->window, WM_SYSCOMMAND, SC_CLOSE + 1, 0);
-  EXPECT_EQ(calls, "close told ");
-  ChildWindow* other = OpenTestWindow(0);
-  ::SendMessageA(other->window, WM_SYSCOMMAND, SC_CLOSE, 0);
-  EXPECT_TRUE(IsOpenChildWindow(other));
-  CloseChildWindow(other);
-  CloseChildWindow(other);
-  EXPECT_EQ(NextChildWindow(nullptr), nullptr);
-}
-
-TEST_F(WindowTest, TwoShowsShowOnceAndAHiddenWindowIsNotModal) {
-  ChildWindow* window = OpenChildWindow(nullptr, "Shy", kWindowModal);
-  EXPECT_FALSE(MemoryWindowTitled("Shy"));
-  EXPECT_EQ(GetModalWindow(), nullptr);
-  ShowChildWindow(window);
-  ShowChildWindowFront(window);
-  EXPECT_TRUE(MemoryWindowTitled("Shy"));
-  EXPECT_EQ(window->openCount, 2);
-  EXPECT_EQ(GetModalWindow(), window);
-  SetChildWindowTitle(window, "Bold");
-  EXPECT_TRUE(MemoryWindowTitled("Bold"));
-}
-
-TEST_F(WindowTest, TheNextWindowAloneIsOfTheSelectedClass) {
+TEST(Windows, ComeOnceAreAskedBeforeTheUserClosesThemAndGoOnce) {
+  WindowScript script;
+  script.words["title"] = [&script](std::istream&) { SetChildWindowTitle(script.Window("s"), "bold"); };
+  script.words["front2"] = [&script](std::istream&) { ShowChildWindowFront(script.Window("s")); };
+  script.Walk({
+      {"open a dc open b d open c dc open r dcr", "a+ a- b+ b- c+ c- r+ active=r"},
+      {"menuclose a menuclose b menuclose r", "a? a.close a.gone r?"}, // b may not, r does not want to
+      {"when c? close c . menuclose c close r", "c? c.gone r.gone b+ active=b"},
+      {"close b close b", "b.gone active="},
+      {"make s m", ""},
+      {"open d d paints d front d open t t paints t front t",
+       "d+ t+ t- t+ t- t#0,0+200x100 active=d"}, // what floats is painted anew
+      {"show s front2 title", "block d- s+ active=s modal=s off=main,d focus=s"},
+  });
+  EXPECT_TRUE(MemoryWindowTitled("bold"));
+  EXPECT_EQ(script.Window("s")->openCount, 2);
   SelectWindowClass(199);
   SelectWindowClass(201);
-  ChildWindow* cover = OpenTestWindow(kWindowPopup);
-  EXPECT_EQ(MemoryWindowTitled("Test")->role, WindowRole::kCover);
-  CloseChildWindow(cover);
-  OpenTestWindow(kWindowPopup);
-  EXPECT_EQ(MemoryWindowTitled("Test")->role, WindowRole::kPopup);
+  script.Act("open c p open e p"); // the next window alone is of the selected class
+  EXPECT_EQ(MemoryWindowTitled("c")->role, WindowRole::kCover);
+  EXPECT_EQ(MemoryWindowTitled("e")->role, WindowRole::kPopup);
 }
 
-// ---- Painting ----------------------------------------------------------------------------------------------------
-
-TEST_F(WindowTest, AFilledWindowHasItsBackgroundAndPaintsWhatNeedsIt) {
-  ChildWindow* window = OpenTestWindow(kWindowFilled | kWindowUnclamped);
-  window->background = {0xFFFF, 0, 0};
-  SetWindowMethod(
-      window, &WindowMethods::paint, +[](ChildWindow* painted) {
-        calls += RectNeedsPaint({0, 0, 10, 10}) ? "near " : "";
-        calls += RectNeedsPaint({50, 150, 60, 160}) ? "far " : "";
-        EXPECT_EQ(CurrentPort(), &painted->port);
-      });
-  InvalidateChildWindow(window);
-  Settle();
-  RunFor(60);
-  const Point corner = OnScreen(window, 0, 0);
-  EXPECT_EQ(MemoryPixel(corner.h, corner.v), MemoryPixelOf(255, 0, 0));
-  EXPECT_EQ(MemoryPixel(corner.h + 199, corner.v + 99), MemoryPixelOf(255, 0, 0));
-  EXPECT_NE(MemoryPixel(corner.h - 1, corner.v), MemoryPixelOf(255, 0, 0));
-  InvalidateChildRect(window, {0, 0, 10, 10});
-  Settle();
-  EXPECT_EQ(calls, "near far near ");
-  EXPECT_FALSE(RectNeedsPaint({0, 0, 10, 10}));
-}
-
-// ---- Scroll bars -------------------------------------------------------------------------------------------------
-
-template <char method> void NoteScroll(ChildWindow*, uint16_t kind, int16_t value) {
-  calls += std::string(1, method) + std::to_string(kind) + "," + std::to_string(value) + " ";
-}
-
-TEST_F(WindowTest, EachPartOfAScrollBarTellsItsMethodHowFar) {
-  ChildWindow* window = OpenTestWindow(0);
-  WindowMethods& m = window->methods;
-  m.hScrollLine = NoteScroll<'l'>, m.hScrollPage = NoteScroll<'p'>, m.hScrollEnd = NoteScroll<'e'>;
-  m.vScrollLine = NoteScroll<'L'>, m.vScrollPage = NoteScroll<'P'>, m.vScrollEnd = NoteScroll<'E'>;
-  m.hScrollThumb = NoteScroll<'t'>, m.vScrollThumb = NoteScroll<'T'>;
-  for (const UINT bar : {WM_HSCROLL, WM_VSCROLL}) {
-    for (WPARAM part = 0; part < 9; ++part) ::SendMessageA(window->window, bar, 300 << 16 | part, 0);
+// The Views come last, each where it needs it, and whatever the paint did to the clip.
+TEST(Windows, PaintWhatNeedsItOverTheirBackgroundWithAClipThatStays) {
+  WindowScript script;
+  script.words["patch"] = [&script](std::istream&) { InvalidateChildRect(script.Window("a"), {10, 20, 30, 50}); };
+  script.words["elsewhere"] = [&script](std::istream&) {
+    SetClip(0, 0, 40, 100);
+    SetPortMain(nullptr);
+    SetPortWindow(script.Window("a")); // whose clip still is what it was
+    UseDrawState(DrawStateDefault());
+    FillRectXY(0, 0, 1000, 1000);
+    SetClip(0, 0, 1, 1);
+  };
+  ViewCalls calls = TheViewCalls();
+  calls.draw = [](View* view) {
+    UseDrawState(DrawStateWhite());
+    FillRectXY(view->x, 0, 1000, 1000);
+  };
+  HandDownViewCalls(&calls);
+  script.Act("make a df");
+  ChildWindow* window = script.Window("a");
+  View views[2] = {};
+  for (View& view : views) {
+    view.x = int16_t(&view == views ? 45 : 50);
+    view.width = view.height = 20;
+    GrowArrayAdd(&window->views, ToListValue(&view));
   }
-  EXPECT_EQ(calls, "l0,-1 l0,1 p1,-1 p1,1 t3,300 t3,300 e2,-1 e2,1 L0,-1 L0,1 P1,-1 P1,1 T3,300 T3,300 E2,-1 E2,1 ");
+  window->background = {0xFFFF, 0, 0};
+  script.Walk({{"paints a show a", "a+ a#0,0+200x100 active=a"}, {"when a# elsewhere . patch", "a#20,10+30x20"}});
+  RunFor(60);
+  const auto pixel = [window](int16_t x, int16_t y) {
+    const Point p = OnScreen(window, x, y);
+    return MemoryPixel(p.h, p.v);
+  };
+  const uint32_t white = MemoryPixelOf(255, 255, 255), red = MemoryPixelOf(255, 0, 0), black = MemoryPixelOf(0, 0, 0);
+  EXPECT_TRUE(pixel(0, 0) == red && pixel(44, 99) == red && pixel(199, 99) == white && pixel(-1, 0) != red);
+  EXPECT_TRUE(pixel(20, 10) == black && pixel(39, 29) == black && pixel(19, 10) == red && pixel(40, 29) == red);
+  EXPECT_TRUE(pixel(45, 10) == white && pixel(49, 29) == white);
+  while (window->views.count > 0) GrowArrayRemoveAt(&window->views, 0);
+  HandDownViewCalls(nullptr);
+}
+
+TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {
+  WindowScript script;
+  script.Act("open a d open b d");
+  const HWND handle = script.Window("a")->window;
+  script.Heard();
+  for (const UINT bar : {WM_HSCROLL, WM_VSCROLL}) {
+    for (WPARAM part = 0; part < 9; ++part) ::SendMessageA(handle, bar, 300 << 16 | part, 0);
+  }
+  EXPECT_EQ(script.Heard(), "b- a+ al0,-1 al0,1 ap1,-1 ap1,1 at3,300 at3,300 ae2,-1 ae2,1 "
+                            "aL0,-1 aL0,1 aP1,-1 aP1,1 aT3,300 aT3,300 aE2,-1 aE2,1 active=a");
 }
 
 // ---- Native controls ---------------------------------------------------------------------------------------------
 
-TEST(ControlTableTest, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
+TEST(ControlTable, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
   ControlTable table = {};
-  std::vector<bool> taken(0x10000);
-  auto* view = reinterpret_cast<View*>(&table);
-  for (int i = 0; i < 5000; ++i) {
-    const uint16_t id = ControlTableTake(&table, view);
-    ASSERT_FALSE(taken[id]);
-    taken[id] = true;
-    ASSERT_NE(id, kDyingControl);
-    ASSERT_TRUE(i > 0 || id == 3);
+  std::map<uint16_t, View*> twin;
+  View views[3] = {};
+  Dice dice(1);
+  for (int step = 0; step < 9000; ++step) {
+    const auto id = uint16_t(dice.OneIn(9) ? dice.Below(65536) : dice.Below(int(twin.size()) + 5));
+    if (dice.OneIn(3)) {
+      ControlTableGiveBack(&table, id); // of one that nobody has, too
+      twin.erase(id);
+    } else {
+      View* view = &views[dice.Below(3)];
+      const uint16_t taken = ControlTableTake(&table, view);
+      ASSERT_TRUE(twin.emplace(taken, view).second && taken != kDyingControl);
+    }
+    for (const uint16_t any : {id, uint16_t{60000}, uint16_t{kDyingControl}}) {
+      ASSERT_EQ(ControlTableFind(&table, any), twin.count(any) ? twin[any] : nullptr) << any;
+    }
   }
-  ControlTableGiveBack(&table, 77);
-  EXPECT_EQ(ControlTableFind(&table, 77), nullptr);
-  ControlTableGiveBack(&table, 77);
-  EXPECT_EQ(ControlTableTake(&table, view), 77);
-  EXPECT_NE(ControlTableTake(&table, view), 77);
-  EXPECT_EQ(ControlTableFind(&table, 78), view);
-  EXPECT_EQ(ControlTableFind(&table, 60000), nullptr);
-  EXPECT_EQ(ControlTableFind(&table, kDyingControl), nullptr);
   ControlTableFree(&table);
+}
+
+// ---- Modal and active windows
+// -----------------------------------------------------------------------------------------
+
+TEST(ModalWindows, GiveTheStateBackOneByOneInWhateverOrderTheyGo) {
+  WindowScript().Walk({
+      {"open a m", "block a+ active=a modal=a off=main focus=a"},
+      {"open b m", "a- b+ active=b modal=b off=main,a focus=b"},
+      {"open c m", "b- c+ active=c modal=c off=main,a,b focus=c"},
+      {"close b", "b.gone off=main,a"},
+      {"front a", "c- a+ active=a modal=a off=main,c focus=a"},
+      {"close a", "a.gone a- c+ active=c modal=c off=main focus=c"},
+      {"close c", "c.gone free c- active= modal= off= focus=main"},
+  });
+}
+
+TEST(ModalWindows, APopupDoesNotBlockAndGoesWhenSomethingElseBegins) {
+  WindowScript().Walk({
+      {"open a d open p p", "a+ p+ active=a modal=p focus=p"},
+      {"when p.go close p . m 600 450 d u", "p< p~500,350 p.go p.gone p- modal= focus=main"},
+      {"open p p when p.go close p . alt", "p+ p.go p.gone p-"},
+      {"open p p when p.go close p . leave", "p+ p.go p.gone p- a- active= focus="},
+      {"return dismiss", "a+ active=a focus=a"},
+  });
+}
+
+TEST(ActiveWindow, IsTheTopmostDocumentUntilAModalWindowComes) {
+  WindowScript().Walk({
+      {"open a d open b d", "a+ a- b+ active=b"},
+      {"open t t open p p", "t+ t- p+ modal=p focus=p"},
+      {"close p front a", "p.gone p- b- a+ active=a modal= focus=main"},
+      {"open m m", "block a- m+ active=m modal=m off=main,a,b focus=m"},
+      {"leave", "m- active= focus="},
+      {"return", "m+ active=m focus=m"}, // a palette above it stays what it is
+      {"close m", "m.gone free m- a+ active=a modal= off= focus=main"},
+      {"behind a", "a- b+ active=b"},
+      {"close b", "b.gone a+ active=a"},
+      {"open b d suspend", "a- b+ b- active=b"}, // for a dialog of the system
+      {"front a", ""},
+      {"resume", "b+ focus=b"},
+      {"evaluate", "b- a+ active=a focus=a"},
+  });
+}
+
+// The colour of the main window's caption, in a place without letters and boxes.
+uint32_t CaptionPixel() {
+  const MainWindow* main = TheMainWindow();
+  RunFor(60);
+  return MemoryPixel(main->originX + main->geometry.outerWidth / 2, main->originY + main->geometry.insetTop / 2);
+}
+
+TEST(ActiveWindow, TheMainCaptionIsLitAsLongAsTheProgramHasTheKeyboard) {
+  WindowScript script;
+  const uint32_t lit = CaptionPixel();
+  for (const auto& [words, isLit] : {std::pair{"open m m", true}, {"leave", false}, {"return close m", true}}) {
+    script.Act(words);
+    EXPECT_EQ(CaptionPixel() == lit, isLit) << words;
+    EXPECT_EQ(ActiveGet(), isLit);
+  }
 }
 
 } // namespace

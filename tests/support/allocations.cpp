@@ -97,8 +97,13 @@ void* operator new(size_t bytes) {
   }
 }
 
+// As the C++ library's own. The sanitizers have another one, which is not the other half of the delete below.
 void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
-  return ::operator new(bytes);
+  try {
+    return ::operator new(bytes);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 void operator delete(void* block) noexcept {

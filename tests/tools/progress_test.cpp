@@ -8,38 +8,27 @@ namespace {
 
 TEST(Progress, TellsFramesSizeTimeAndWhatIsDoneOnOneLine) {
   const struct {
-    uint32_t frames, frameBytes;
-    uint64_t elapsed;
-    uint32_t lostTicks, milliseconds, ticks, tickLimit;
+    Recording recording;
     int columns;
     const char* text;
   } cases[] = {
-      {1, 1, 0, 0, 0, 5, 0, 80, "1 frame, 1 byte, 0:00"},
-      {1234, 1300000, 3599999, 0, 0, 0, 0, 80, "1234 frames, 1.2M, 59:59"},
-      {1234, 1300000, 3600000, 1, 0, 0, 0, 80, "1234 frames, 1.2M, 1:00:00, 1 tick lost"},
-      {2, 0, 3499, 0, 12000, 0, 0, 80, "2 frames, 0 bytes, 0:03  [######..................]"},
-      {2, 0, 20000, 0, 12000, 0, 0, 80, "2 frames, 0 bytes, 0:20  [########################]"},
-      {2, 0, 0, 0, 0, 999999999, 1000000000, 80, "2 frames, 0 bytes, 0:00  [#######################.]"},
-      {0, 0, 0, 0, 0, 0, 4, 52, "0 frames, 0 bytes, 0:00  [........................]"},
-      {0, 0, 0, 0, 0, 0, 4, 51, "0 frames, 0 bytes, 0:00"},
-      {0, 0, 0, 0, 0, 0, 4, 23, "0 frames, 0 bytes, 0:0"},
-      {0, 0, 0, 0, 0, 0, 4, 0, ""},
+      {{.ticks = 5, .frames = 1, .frameBytes = 1}, 80, "1 frame, 1 byte, 0:00"},
+      {{.elapsed = 3599999, .frames = 1234, .frameBytes = 1300000}, 80, "1234 frames, 1.2M, 59:59"},
+      {{.elapsed = 3600000, .lostTicks = 1, .frames = 2}, 80, "2 frames, 0 bytes, 1:00:00, 1 tick lost"},
+      {{.milliseconds = 12000, .elapsed = 3499}, 80, "0 frames, 0 bytes, 0:03  [######..................]"},
+      {{.milliseconds = 12000, .elapsed = 20000}, 80, "0 frames, 0 bytes, 0:20  [########################]"},
+      {{.tickLimit = 1000000000, .ticks = 999999999}, 52, "0 frames, 0 bytes, 0:00  [#######################.]"},
+      {{.tickLimit = 4}, 51, "0 frames, 0 bytes, 0:00"},
+      {{.tickLimit = 4}, 23, "0 frames, 0 bytes, 0:0"},
+      {{.tickLimit = 4}, 0, ""},
   };
-  Recording recording = {};
   char text[kProgressTextSize];
   for (const auto& c : cases) {
-    recording.frames = c.frames;
-    recording.frameBytes = c.frameBytes;
-    recording.elapsed = c.elapsed;
-    recording.lostTicks = c.lostTicks;
-    recording.milliseconds = c.milliseconds;
-    recording.ticks = c.ticks;
-    recording.tickLimit = c.tickLimit;
-    FormatProgress(recording, c.columns, text);
+    FormatProgress(c.recording, c.columns, text);
     EXPECT_STREQ(text, c.text);
   }
+  Recording recording = {.elapsed = UINT64_MAX};
   recording.ticks = recording.lostTicks = recording.frames = recording.frameBytes = UINT32_MAX;
-  recording.elapsed = UINT64_MAX;
   FormatProgress(recording, 1000, text);
   EXPECT_LT(std::string(text).size(), size_t{kProgressTextSize - 1}) << "nothing was cut";
 }

@@ -13,9 +13,9 @@ namespace framereel {
 // Milliseconds that wrap at 2^32, of the same clock as ::GetTickCount; and a wait, which answers true as soon as the
 // user wants the recording to end. A wait of 0 only asks.
 struct RecordingClock {
-  void* owner; // passed to both
-  uint32_t (*now)(void* owner);
-  bool (*wait)(void* owner, uint32_t milliseconds);
+  void* owner = nullptr; // passed to both
+  uint32_t (*now)(void* owner) = nullptr;
+  bool (*wait)(void* owner, uint32_t milliseconds) = nullptr;
 };
 
 enum class RecordingEnd : uint8_t {
@@ -27,23 +27,23 @@ enum class RecordingEnd : uint8_t {
 };
 
 struct Recording {
-  RecorderState* recorder; // ready for its first frame; not owned
-  RecordingClock clock;
+  RecorderState* recorder = nullptr; // ready for its first frame; not owned
+  RecordingClock clock = {};
 
-  uint32_t delay;        // ms from a tick to the next, above 0
-  uint32_t milliseconds; // ends at that time; ticks that would fall on it or later are not taken. 0: no such end
-  uint32_t tickLimit;    // ends behind that many ticks, lost ones not counted. 0: no such end
+  uint32_t delay = 0;        // ms from a tick to the next, above 0
+  uint32_t milliseconds = 0; // ends at that time; ticks that would fall on it or later are not taken. 0: no such end
+  uint32_t tickLimit = 0;    // ends behind that many ticks, lost ones not counted. 0: no such end
 
   // Called behind each tick and, while it waits, at least four times a second. May be null.
-  void (*onProgress)(void* watcher, const Recording& recording);
-  void* watcher;
+  void (*onProgress)(void* watcher, const Recording& recording) = nullptr;
+  void* watcher = nullptr;
 
-  uint32_t lastTime;   // what the clock told last
-  uint64_t elapsed;    // ms from the first tick to lastTime
-  uint32_t ticks;      // how often the engine was asked for a frame
-  uint32_t lostTicks;  // overdue when another one was due too, and left out
-  uint32_t frames;     // complete frames in the stream
-  uint32_t frameBytes; // their size in the stream; a frame that the end interrupts may stand behind them
+  uint32_t lastTime = 0;   // what the clock told last
+  uint64_t elapsed = 0;    // ms from the first tick to lastTime
+  uint32_t ticks = 0;      // how often the engine was asked for a frame
+  uint32_t lostTicks = 0;  // overdue when another one was due too, and left out
+  uint32_t frames = 0;     // complete frames in the stream
+  uint32_t frameBytes = 0; // their size in the stream; a frame that the end interrupts may stand behind them
 };
 
 // Takes frames until one of the ends. Then the stream holds complete frames only.

@@ -46,7 +46,7 @@ void Switch(HWND topLevel, bool byClick) {
   if (before == topLevel) return;
   if (system.menuOwner && TopLevelOf(system.menuOwner) != topLevel) CancelMenu();
   if (!IsLive(topLevel)) return;
-  system.active = topLevel;
+  system.active = system.lastActive = topLevel;
   Deactivate(before);
   if (!IsLive(topLevel) || system.active != topLevel) return;
   Send(topLevel, WM_NCACTIVATE, TRUE, 0);
@@ -57,10 +57,13 @@ bool CanBeActive(HWND window) {
   return IsShown(*window) && !window->minimised && !Has(*window, WS_DISABLED) && !window->beingDestroyed;
 }
 
-// A window that may be active in the place of one that may not: the topmost that it owns, be it by others, as a dialog
-// over a dialog is by the frame that the first one disables.
+// A window that may be active in the place of one that may not: one that it owns, be it by others, as a dialog over a
+// dialog is by the frame that the first one disables. Of several the one that was active last, which a palette that
+// floats above it was not; else the topmost.
 HWND StandIn(HWND topLevel) {
   if (CanBeActive(topLevel)) return topLevel;
+  const HWND last = TheWindows().lastActive;
+  if (IsLive(last) && IsOwnedBy(last, topLevel) && CanBeActive(last)) return last;
   for (HWND window : TheWindows().topLevels) {
     if (IsOwnedBy(window, topLevel) && CanBeActive(window)) return window;
   }

@@ -144,6 +144,7 @@ struct WindowSystem {
   DisplayWindow* askedFor;   // for which the display has been asked, and since when; null once it has answered
   uint32_t askedAt;
   HWND active, focus, capture;
+  HWND lastActive; // also when no window of ours is active any more; may be gone
 
   // screen_changes.h
   ScreenFacts screen; // as last seen

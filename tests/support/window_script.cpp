@@ -1,0 +1,368 @@
+// See window_script.h.
+#include "support/window_script.h"
+
+#include <gtest/gtest.h>
+
+#include <list>
+#include <utility>
+
+#include "core/notices.h"
+#include "core/timers.h"
+#include "platform/display/display_caps.h"
+#include "platform/drawing/current_port.h"
+#include "platform/input/mouse.h"
+#include "platform/pump/pump.h"
+#include "platform/windows/active_window.h"
+#include "platform/windows/modal.h"
+#include "win32/memory/memory_display.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
+
+namespace framereel {
+namespace {
+
+WindowScript* script;
+std::map<const ChildWindow*, std::string> names; // of a record's last window
+std::list<std::string> later;                    // the words of timers
+
+const std::map<std::string, uint8_t> kKeys = {
+    {"space", VK_SPACE},    {"esc", VK_ESCAPE},    {"left", VK_LEFT}, {"up", VK_UP},
+    {"right", VK_RIGHT},    {"down", VK_DOWN},     {"tab", VK_TAB},   {"enter", VK_RETURN},
+    {"backspace", VK_BACK}, {"delete", VK_DELETE}, {"f4", VK_F4},     {"f6", VK_F6},
+    {"shift", VK_SHIFT},    {"ctrl", VK_CONTROL},  {"alt", VK_MENU},  {"acute", 0xDE}};
+
+// The key of that name, or 0.
+uint8_t KeyOf(const std::string& name) {
+  const auto found = kKeys.find(name);
+  if (found != kKeys.end()) return found->second;
+  return name.size() == 1 && (std::isupper(name[0]) || std::isdigit(name[0])) ? uint8_t(name[0]) : 0;
+}
+
+template <typename... Parts> std::string Text(const Parts&... parts) {
+  std::ostringstream text;
+  (text << ... << parts);
+  return text.str();
+}
+
+// By which the script opened it, whatever became of its title; another window's title.
+std::string NameOf(const ChildWindow* window) {
+  const auto found = names.find(window);
+  return found != names.end() ? found->second : window ? window->title : "";
+}
+
+template <typename... Parts> void Hear(ChildWindow* window, const Parts&... parts) {
+  EXPECT_EQ(CurrentPort(), &window->port) << "a window is the current Port while it is called";
+  script->Say(Text(NameOf(window), parts...));
+}
+
+std::string CharacterOf(uint8_t c) {
+  return c > 32 && c < 127 ? std::string(1, char(c)) : std::to_string(c);
+}
+
+RECT ClipBox() {
+  RECT box = {};
+  ::GetClipBox(CurrentContext(), &box);
+  return box;
+}
+
+void HearPaint(ChildWindow* window) {
+  const RECT box = ClipBox();
+  Hear(window, '#', box.left, ',', box.top, '+', box.right - box.left, 'x', box.bottom - box.top);
+}
+
+template <char letter> void HearScroll(ChildWindow* window, uint16_t kind, int16_t value) {
+  Hear(window, letter, kind, ',', value);
+}
+
+// All but paint, in the order of the record.
+void HearAll(WindowMethods& m) {
+  m.mouseDown = [](ChildWindow* w, uint16_t flags, int16_t x, int16_t y) { Hear(w, 'v', flags, '@', x, ',', y); };
+  m.mouseUp = [](ChildWindow* w, uint16_t flags, int16_t x, int16_t y) { Hear(w, '^', flags, '@', x, ',', y); };
+  m.menuCommand = [](ChildWindow* w, MenuItem* item) { Hear(w, item ? ".item" : ".go"); };
+  m.mouseMoved = [](ChildWindow* w, int16_t x, int16_t y) { Hear(w, '~', x, ',', y); };
+  m.keyDown = [](ChildWindow* w, const KeyEvent& e, int16_t, int16_t) {
+    Hear(w, ':', CharacterOf(e.character), '/', CharacterOf(e.unshifted), '/', e.modifiers);
+  };
+  m.keyUp = [](ChildWindow* w, const KeyEvent& e, int16_t, int16_t) {
+    Hear(w, '\'', int(e.unshifted), '/', e.modifiers, e.character ? "?" : "");
+  };
+  m.mayClose = [](ChildWindow* w) {
+    Hear(w, '?');
+    return (w->flags & kWindowResizable) == 0; // one that does not want to
+  };
+  m.close = [](ChildWindow* w) { Hear(w, ".close"); };
+  m.resized = [](ChildWindow* w) { Hear(w, '=', w->geometry.clientWidth, 'x', w->geometry.clientHeight); };
+  m.moved = [](ChildWindow* w) { Hear(w, '=', w->geometry.clientLeft, ',', w->geometry.clientTop); };
+  m.activated = [](ChildWindow* w) { Hear(w, '+'); };
+  m.deactivated = [](ChildWindow* w) { Hear(w, '-'); };
+  m.mouseEntered = [](ChildWindow* w) { Hear(w, '<'); };
+  m.mouseLeft = [](ChildWindow* w) { Hear(w, '>'); };
+  m.hScrollLine = HearScroll<'l'>, m.hScrollPage = HearScroll<'p'>, m.hScrollEnd = HearScroll<'e'>;
+  m.vScrollLine = HearScroll<'L'>, m.vScrollPage = HearScroll<'P'>, m.vScrollEnd = HearScroll<'E'>;
+  m.hScrollThumb = HearScroll<'t'>, m.vScrollThumb = HearScroll<'T'>;
+}
+
+uint32_t FlagsOf(const std::string& kind) {
+  const std::pair<char, uint32_t> letters[] = {
+      {'m', kWindowModal},    {'p', kWindowPopup},  {'l', kWindowLoosePopup}, {'t', kWindowPalette},
+      {'c', kWindowMayClose}, {'f', kWindowFilled}, {'r', kWindowResizable},  {'b', kWindowNoMinimise}};
+  uint32_t flags = kind.find('k') == std::string::npos ? kWindowUnclamped : 0u;
+  for (const auto& [letter, flag] : letters) flags |= kind.find(letter) == std::string::npos ? 0u : flag;
+  return flags;
+}
+
+// What tells of another display may be drawn in the main window, with the new depth known.
+void HearNotice(intptr_t code, void*) {
+  const MainWindow* main = TheMainWindow();
+  EXPECT_TRUE(code != kChangeDisplay || !main->window || CurrentPort() == &main->port);
+  script->Say(Text('!', code) + (code == kChangeDisplay ? Text("on", TheDisplayCaps().screenDepth) : ""));
+}
+
+std::string NameOf(HWND window) {
+  return window && window == TheMainWindow()->window ? "main" : NameOf(window ? FindChildWindow(window) : nullptr);
+}
+
+std::string PlaceOf(const WindowGeometry& g) {
+  return Text(g.clientLeft, ',', g.clientTop, '+', g.clientWidth, 'x', g.clientHeight);
+}
+
+// The record is what the platform has, in toolkit coordinates, with the frame round it.
+void ExpectAgreement(const WindowGeometry& g, HWND window) {
+  const MainWindow* main = TheMainWindow();
+  const PixelRect client = ClientOnScreen(*window);
+  WindowGeometry real = g;
+  real.clientLeft = int16_t(client.left - main->originX), real.clientTop = int16_t(client.top - main->originY);
+  real.clientWidth = int16_t(WidthOf(client)), real.clientHeight = int16_t(HeightOf(client));
+  OuterFromClient(&real);
+  EXPECT_EQ(PlaceOf(g), PlaceOf(real));
+  EXPECT_EQ(std::vector({g.outerLeft, g.outerTop, g.outerWidth, g.outerHeight}),
+            std::vector({real.outerLeft, real.outerTop, real.outerWidth, real.outerHeight}));
+}
+
+std::string Word(std::istream& in) {
+  std::string word;
+  in >> word;
+  return word;
+}
+
+std::string UpToTheDot(std::istream& in) {
+  std::string text;
+  for (std::string word; in >> word && word != ".";) text += word + " ";
+  return text;
+}
+
+} // namespace
+
+WindowScript::WindowScript(int32_t width, int32_t height, int32_t bits) : program(width, height, bits) {
+  script = this;
+  names.clear();
+  later.clear();
+  SetMainClientSize(nullptr, 600, 440);
+  Settle();
+  AddWords();
+  Heard();
+  NotifyAdd(HearNotice, nullptr);
+  TheLaterModules().blockMenus = [](bool block) { script->Say(block ? "block" : "free"); };
+  TheLaterModules().menuShortcut = [](const KeyEvent& event) {
+    script->Say(Text("shortcut:", CharacterOf(event.unshifted)));
+    return true;
+  };
+}
+
+WindowScript::~WindowScript() {
+  NotifyRemove(HearNotice, nullptr);
+  TheLaterModules() = before;
+  TimerClearAll();
+}
+
+void WindowScript::Say(const std::string& entry) {
+  log += (log.empty() ? "" : " ") + entry;
+  for (const auto& [beginning, what] : reactions) {
+    if (entry.compare(0, beginning.size(), beginning) != 0) continue;
+    const std::string now = what;
+    reactions.erase(beginning);
+    return Act(now);
+  }
+}
+
+void WindowScript::Act(const std::string& steps) {
+  std::istringstream in(steps);
+  ++nesting;
+  for (std::string word; in >> word;) {
+    const std::string name = word.substr(word[0] == '+' || word[0] == '-');
+    if (const uint8_t key = KeyOf(name)) {
+      (word[0] == '+' ? MemoryPressKey : word[0] == '-' ? MemoryReleaseKey : MemoryTypeKey)(key);
+    } else if (words.count(word)) {
+      words[word](in);
+    } else {
+      ADD_FAILURE() << "there is no word " << word;
+    }
+    if (nesting == 1 && settles) Settle();
+  }
+  --nesting;
+}
+
+std::string WindowScript::Heard() {
+  const DisplayWindow* captured = TheMemoryDisplay().desktop.captured;
+  std::string off = IsEnabled(TheMainWindow()->window) ? "" : "main";
+  EXPECT_EQ(ModalIsBlocking(), off != "");
+  if (!TheMainWindow()->iconic) ExpectAgreement(TheMainWindow()->geometry, TheMainWindow()->window);
+  for (const ChildWindow* w = NextChildWindow(nullptr); w; w = NextChildWindow(w)) {
+    if (!IsEnabled(w->window)) off += ',' + NameOf(w);
+    if (!TheMainWindow()->iconic && !w->iconic) ExpectAgreement(w->geometry, w->window);
+  }
+  for (const auto& [fact, now] :
+       std::initializer_list<std::pair<const char*, std::string>>{{"active", NameOf(ActiveWindow())},
+                                                                  {"modal", NameOf(GetModalWindow())},
+                                                                  {"off", off},
+                                                                  {"focus", NameOf(TheWindows().focus)},
+                                                                  {"mouse", captured ? captured->title : ""}}) {
+    if (std::exchange(facts[fact], now) != now) log += Text(log.empty() ? "" : " ", fact, '=', now);
+  }
+  return std::exchange(log, "");
+}
+
+void WindowScript::Walk(std::initializer_list<ScriptStep> steps) {
+  int number = 0;
+  for (const ScriptStep& step : steps) {
+    Act(step.words);
+    EXPECT_EQ(Heard(), step.brings) << "step " << number << ": " << step.words;
+    ++number;
+  }
+}
+
+ChildWindow* WindowScript::Named(std::istream& in) const {
+  return windows.at(Word(in));
+}
+
+// A new window that tells what it hears.
+ChildWindow* WindowScript::Make(std::istream& in) {
+  const std::string name = Word(in), kind = Word(in);
+  ChildWindow* window = OpenChildWindow(nullptr, name.c_str(), FlagsOf(kind));
+  windows[name] = window;
+  names[window] = name;
+  HearAll(window->methods);
+  const auto hearEnd = [](intptr_t subject, void* w) {
+    script->Say(ToListValue(w) == subject ? NameOf(static_cast<ChildWindow*>(w)) + ".gone" : "wrong");
+  };
+  NotifierAdd(&window->listeners, hearEnd, window);
+  SizeChildWindow(window, 200, 100);
+  PlaceChildWindow(window, 100, 100);
+  return window;
+}
+
+// ---- The words ---------------------------------------------------------------------------------------------------
+
+namespace {
+
+// A pass of the event loop, and the time that it took.
+void Pass(ChildWindow* window, bool mayWait) {
+  const uint32_t before = ::GetTickCount();
+  PumpOneEvent(window, mayWait);
+  if (::GetTickCount() != before) script->Say(Text(::GetTickCount() - before, "ms"));
+}
+
+DisplayWindow* MainOnDisplay() {
+  return MemoryWindowTitled("Framereel");
+}
+
+const std::pair<const char*, void (*)()> kPlainWords[] = {
+    {"d", [] { MemoryPressButton(1); }},
+    {"u", [] { MemoryReleaseButton(1); }},
+    {"rd", [] { MemoryPressButton(3); }},
+    {"ru", [] { MemoryReleaseButton(3); }},
+    {"leave", [] { MemoryGiveKeyboard(nullptr); }},
+    {"return", [] { MemoryGiveKeyboard(MainOnDisplay()); }},
+    {"minimise", [] { MemoryMinimiseWindow(MainOnDisplay(), true); }},
+    {"restore", [] { MemoryMinimiseWindow(MainOnDisplay(), false); }},
+    {"drop", ReleaseHeldCapture},
+    {"run", RunEventLoop},
+    {"end", EndEventLoop},
+    {"stop", EndAllLoops},
+    {"suspend", SuspendActivation},
+    {"resume", ResumeActivation},
+    {"evaluate", EvaluateActiveWindow},
+    {"flush", FlushPaints},
+    {"dismiss", DismissPopup},
+    {"settle", Settle},
+    {"wheremain", [] { script->Say(PlaceOf(TheMainWindow()->geometry)); }},
+    {"pass", [] { Pass(nullptr, false); }},
+    {"idle", [] { Pass(nullptr, true); }},
+};
+
+const std::pair<const char*, void (*)(int, int)> kPlaceWords[] = {
+    {"m", [](int x, int y) { MemoryMovePointerTo(x, y); }},
+    {"put", [](int x, int y) { SetMousePosition(int16_t(x), int16_t(y)); }},
+    {"main", [](int x, int y) { MoveMainWindow(nullptr, int16_t(x), int16_t(y)); }},
+    {"mainsize", [](int width, int height) { SetMainClientSize(nullptr, int16_t(width), int16_t(height)); }},
+};
+
+const std::pair<const char*, void (*)(ChildWindow*)> kWindowWords[] = {
+    {"show", ShowChildWindow},
+    {"front", BringChildWindowForward},
+    {"behind", SendChildWindowBack},
+    {"close", CloseChildWindow},
+    {"centre", CentreChildWindow},
+    {"upper", PlaceChildWindowUpper},
+    {"grab", HoldCapture},
+    {"paint", InvalidateChildWindow},
+    {"paints", [](ChildWindow* w) { w->methods.paint = HearPaint; }},
+    {"loop", [](ChildWindow* w) { RunModalLoop(w, false); }},
+    {"restricted", [](ChildWindow* w) { RunModalLoop(w, true); }},
+    {"alone", [](ChildWindow* w) { Pass(w, false); }},
+    {"where", [](ChildWindow* w) { script->Say(PlaceOf(w->geometry)); }},
+    {"menuclose", [](ChildWindow* w) { ::SendMessageA(w->window, WM_SYSCOMMAND, SC_CLOSE + 1, 0); }},
+};
+
+const std::pair<const char*, void (*)(ChildWindow*, int16_t, int16_t)> kWindowPlaceWords[] = {
+    {"at", PlaceChildWindow},
+    {"size", SizeChildWindow},
+    {"max", SetMaxChildSize},
+    {"inside", KeepChildWindowInside},
+    {"over",
+     [](ChildWindow* window, int16_t x, int16_t y) {
+       const Point p = OnScreen(window, x, y);
+       MemoryMovePointerTo(p.h, p.v);
+     }},
+    {"reroute", [](ChildWindow* window, int16_t x, int16_t y) { ReroutePress(window, kFlagLeftButton, x, y); }},
+};
+
+} // namespace
+
+void WindowScript::AddWords() {
+  for (const auto& [word, act] : kPlainWords) words[word] = [act = act](std::istream&) { act(); };
+  for (const auto& [word, act] : kPlaceWords) {
+    words[word] = [act = act](std::istream& in) {
+      int x = 0, y = 0;
+      in >> x >> y;
+      act(x, y);
+    };
+  }
+  for (const auto& [word, act] : kWindowWords) words[word] = [this, act = act](std::istream& in) { act(Named(in)); };
+  for (const auto& [word, act] : kWindowPlaceWords) {
+    words[word] = [this, act = act](std::istream& in) {
+      ChildWindow* window = Named(in);
+      int16_t x = 0, y = 0;
+      in >> x >> y;
+      act(window, x, y);
+    };
+  }
+  words["open"] = [this](std::istream& in) { ShowChildWindow(Make(in)); };
+  words["make"] = [this](std::istream& in) { Make(in); };
+  words["together"] = [this](std::istream&) { settles = false; };
+  words["say"] = [this](std::istream& in) { Say(Word(in)); };
+  words["wait"] = [](std::istream& in) { RunFor(uint32_t(std::stoul(Word(in)))); };
+  words["tick"] = [](std::istream& in) { TheMemoryDisplay().tick += uint32_t(std::stoul(Word(in))); };
+  words["when"] = [this](std::istream& in) {
+    std::string& reaction = reactions[Word(in)];
+    reaction = UpToTheDot(in);
+  };
+  words["after"] = [](std::istream& in) {
+    const auto delay = uint32_t(std::stoul(Word(in)));
+    later.push_back(UpToTheDot(in));
+    TimerSchedule([](void* what) { script->Act(*static_cast<std::string*>(what)); }, &later.back(), delay);
+  };
+}
+
+} // namespace framereel
