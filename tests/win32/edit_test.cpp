@@ -3,6 +3,7 @@
 #include <random>
 
 #include "win32/input/clipboard.h"
+#include "win32/pixels/utf8.h"
 #include "win32/window_scene.h"
 
 namespace framereel {
@@ -275,9 +276,10 @@ TEST_F(Edit, TakesWholeCharactersUpToItsLimitAndBeepsForTheRest) {
   Press('X');
   EXPECT_EQ(Shown(edit), "[l]onger than that");
   EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 2U);
-  char small[5];
-  EXPECT_EQ(::GetWindowTextA(edit, small, sizeof small), 4);
-  EXPECT_STREQ(small, "long");
+  ::SetWindowTextA(edit, "a\u20AC");
+  char small[4];
+  EXPECT_EQ(::GetWindowTextA(edit, small, sizeof small), 1);
+  EXPECT_STREQ(small, "a");
 }
 
 TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
@@ -295,6 +297,79 @@ TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
   Press('Y');
   Press('Z');
   EXPECT_FALSE(Lives(edit));
+}
+
+// ---- Texts that programs share -----------------------------------------------------------------------------------
+
+// What a sign in a script stands for; all others are typed as they stand.
+struct Sign {
+  char sign;
+  int key;
+  bool shift, control;
+};
+constexpr Sign kSigns[] = {{'^', VK_HOME, false, false},  {'(', VK_LEFT, true, false},   {'A', 'A', false, true},
+                           {'C', 'C', false, true},       {'X', 'X', false, true},       {'V', 'V', false, true},
+                           {'i', VK_INSERT, false, true}, {'I', VK_INSERT, true, false}, {'D', VK_DELETE, true, false}};
+
+TEST_F(Edit, TypesAndSharesWholeCharacters) {
+  const struct {
+    const char* deeds; // signs; * is the middle button at the left end, ! half a character and the loss of the focus
+    const char* shown;
+    const char *clipboard, *selected;
+  } scripts[] = {
+      {"\u00E9\u20AC\U0001F600", "\u00E9\u20AC\U0001F600|", "other", ""},
+      {"a\u00E9(", "a[\u00E9]", "other", "\u00E9"},
+      {"a\u00E9(C^V", "\u00E9|a\u00E9", "\u00E9", "\u00E9"},
+      {"a\u00E9AX", "|", "a\u00E9", "a\u00E9"},
+      {"ab(i^I", "b|ab", "b", "b"},
+      {"ab(D^V", "b|a", "b", "b"},
+      {"x\u00FC!n", "x\u00FC\xC3n|", "other", ""},
+      {"xV", "xother|", "other", ""},
+      {"ab(\u00E9*", "b|a\u00E9", "other", "b"}, // lasts when the selection is gone
+      {"*x", "x|", "other", ""},
+  };
+  HWND edit = Show("", 0, {10, 10, 190, 40});
+  const POINT leftEnd = OnScreen(main, 12, 25);
+  for (const auto& script : scripts) {
+    ::SetWindowTextA(edit, "");
+    SetClipboardText("other");
+    DisplayShareText(SharedText::kSelected, "");
+    const std::string_view deeds = script.deeds;
+    for (size_t at = 0; at < deeds.size(); at = NextCharacter(deeds, at)) {
+      const Sign* sign = std::find_if(kSigns, std::end(kSigns), [&](const Sign& s) { return s.sign == deeds[at]; });
+      if (sign != std::end(kSigns)) {
+        Press(sign->key, sign->shift, sign->control);
+      } else if (deeds[at] == '*') {
+        MemoryClick(leftEnd.x, leftEnd.y, 2);
+      } else if (deeds[at] == '!') {
+        ::SendMessageA(edit, WM_CHAR, 0xC3, 0);
+        ::SetFocus(main);
+        ::SetFocus(edit);
+      } else {
+        MemoryTypeText(deeds.substr(at, CharacterLength(deeds, at)));
+      }
+      Drain();
+    }
+    EXPECT_EQ(Shown(edit), script.shown) << script.deeds;
+    EXPECT_EQ(ClipboardText(), script.clipboard) << script.deeds;
+    EXPECT_EQ(DisplaySharedText(SharedText::kSelected), script.selected) << script.deeds;
+  }
+}
+
+TEST_F(Edit, GivesTheMiddleButtonWhatTheMouseHasSelectedAndNotWhatTheProgramHas) {
+  HWND edit = Show("one two", 0, {10, 10, 190, 40});
+  ::SendMessageA(edit, EM_SETSEL, 0, -1);
+  EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "");
+  const POINT start = OnScreen(main, 14, 25), end = OnScreen(main, 180, 25);
+  for (int click = 0; click < 2; ++click) MemoryClick(start.x, start.y);
+  MemoryClick(end.x, end.y, 2);
+  Drain();
+  EXPECT_EQ(Shown(edit), "one twoone|");
+  // And what another program has selected, its lines set apart by blanks.
+  DisplayShareText(SharedText::kSelected, std::string_view("\nx\0\x80", 4));
+  MemoryClick(end.x, end.y, 2);
+  Drain();
+  EXPECT_EQ(Shown(edit), "one twoone x\x80|");
 }
 
 // ---- The mouse, what is seen, the caret --------------------------------------------------------------------------
