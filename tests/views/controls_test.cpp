@@ -220,6 +220,14 @@ TEST_F(Popups, CloseWithoutAChoice) {
   Press(program.window, 5, 190); // beside it
   EXPECT_FALSE(PopupListIsOpen());
   Release();
+  for (const bool held : {false, true}) {
+    held ? wander() : Click(0);
+    Type(VK_LEFT);
+    EXPECT_TRUE(PopupListIsOpen());
+    Type(VK_ESCAPE);
+    EXPECT_FALSE(PopupListIsOpen());
+    Release();
+  }
   Click(0);
   LeaveProgram();
   EXPECT_FALSE(PopupListIsOpen());

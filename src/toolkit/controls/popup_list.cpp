@@ -16,6 +16,7 @@
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/input/mouse.h"
+#include "platform/records/input_events.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/mouse_targets.h"
@@ -240,6 +241,10 @@ void MouseUp(ChildWindow*, uint16_t, int16_t, int16_t) {
   if (chosen) choose(view, uint16_t(place));
 }
 
+void KeyDown(ChildWindow*, const KeyEvent& event, int16_t, int16_t) {
+  if (event.character == kKeyEscape) Close();
+}
+
 // ---- Opening and closing -----------------------------------------------------------------------------------------
 
 void Dismiss(ChildWindow*, MenuItem*) {
@@ -340,6 +345,7 @@ void PopupListOpen(View* popup, const PopupEntries* entries, const PopupRoom& ro
   SetWindowMethod(window, &WindowMethods::mouseUp, MouseUp);
   SetWindowMethod(window, &WindowMethods::menuCommand, Dismiss);
   SetWindowMethod(window, &WindowMethods::mouseMoved, MouseMoved);
+  SetWindowMethod(window, &WindowMethods::keyDown, KeyDown);
   ShowChildWindowFront(window);
   ReroutePress(window, flags, press.h, press.v);
   TakePointerAlong(*state, moved);

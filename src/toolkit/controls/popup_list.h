@@ -1,7 +1,8 @@
 // The list of an open Popup: a window of its own over the panel, in which an entry is chosen. There is at most one.
 //
 // Opening it is part of a press of the mouse, which goes on in the list: the user can drag through it and let go, or
-// click once to open it and again to choose. A list that is higher than the main window scrolls, by arrows at its ends.
+// click once to open it and again to choose. Escape closes it without a choice. A list that is higher than the main
+// window scrolls, by arrows at its ends.
 #pragma once
 
 #include <cstdint>
