@@ -82,7 +82,8 @@ void Neighbour::GivePiece() {
   if (has.pieces-- == 0) return;
   const std::string piece = has.text.substr(given, has.piece);
   given += piece.size();
-  XChangeProperty(display, receiver, property, form, 8, PropModeReplace,
+  const Atom type = piece.empty() ? XA_INTEGER : form; // nobody has to look at that of the end
+  XChangeProperty(display, receiver, property, type, 8, PropModeReplace,
                   reinterpret_cast<const unsigned char*>(piece.data()), int(piece.size()));
 }
 

@@ -11,7 +11,7 @@ namespace framereel {
 namespace {
 
 // Keys as a keyboard numbers them, whatever its layout says.
-constexpr KeyCode kQ = 24, kE = 26, kO = 32, kA = 38, kX = 53, kC = 54, kSpace = 65;
+constexpr KeyCode kEscape = 9, kQ = 24, kE = 26, kO = 32, kA = 38, kX = 53, kC = 54, kSpace = 65;
 constexpr KeyCode kAcute = 21, kControl = 37, kShift = 50, kAlt = 64, kRightAlt = 108, kMenu = 135;
 
 class X11TypingTest : public X11WindowTest {
@@ -61,6 +61,7 @@ TEST_F(X11TypingTest, AccentsAndComposeJoinAndWhatDoesNotJoinStandsBesideThem) {
   EXPECT_EQ(Typed({kAcute, kX, kE}), ".'xe");
   EXPECT_EQ(Typed({kAcute, kSpace, kE}), ".'e");
   EXPECT_EQ(Typed({kAcute, kAcute, kE}), ".\u00B4e");
+  EXPECT_EQ(Typed({kAcute, kEscape, kE}), "..e");
   EXPECT_EQ(Typed({kMenu, kO, kC}), "..\u00A9");
   EXPECT_EQ(Typed({kMenu, kX, kQ, kE}), "...e");
   Typed({kAcute});

@@ -2,7 +2,7 @@
 //
 // The owner is another program and may be slow, stuck or gone, so it is waited for only so long. Events that arrive
 // meanwhile are taken as ever, and those for the caller wait in their queue. Each question has a window of its own to
-// be answered on: what comes too late finds it gone.
+// be answered on: what comes too late is not taken for the answer to the next one.
 #include <X11/Xatom.h>
 #include <poll.h>
 
@@ -33,7 +33,9 @@ template <typename Holds> bool Await(X11Connection* x, uint32_t begun, const Hol
   }
 }
 
-// The window that answers come to, for as long as somebody asks.
+// The window that answers come to, for as long as somebody asks. One that something may still come to stays until the
+// connection ends: writing to a window that has gone is an error that many a program dies of, and the user's text with
+// it.
 struct Receiver {
   X11Connection* x;
 
@@ -44,7 +46,8 @@ struct Receiver {
         XCreateWindow(x->display, x->root, -1, -1, 1, 1, 0, 0, InputOnly, CopyFromParent, CWEventMask, &attributes);
   }
   ~Receiver() {
-    if (X11Live()) XDestroyWindow(x->display, x->selections.asked.window);
+    const X11Asked& asked = x->selections.asked;
+    if (X11Live() && !asked.owes) XDestroyWindow(x->display, asked.window);
     x->selections.asked = {};
   }
   Receiver(const Receiver&) = delete;
@@ -57,10 +60,11 @@ Outcome Ask(X11Connection* x, Atom selection, Atom target) {
   X11Asked& asked = x->selections.asked;
   const Time now = X11ServerTime(x);
   if (!X11Live()) return Outcome::kSilent;
-  asked = {asked.window, target, false, None, false};
+  asked = {asked.window, target, false, None, false, true};
   XConvertSelection(x->display, selection, target, X11AtomOf(x, kFramereelText), asked.window, now);
   if (!Await(x, DisplayTick(), [&] { return asked.answered; })) return Outcome::kSilent;
-  return asked.property ? Outcome::kGiven : Outcome::kRefused;
+  asked.owes = asked.property != None;
+  return asked.owes ? Outcome::kGiven : Outcome::kRefused;
 }
 
 // Takes the property away, which an owner that sends piece by piece waits for.
@@ -78,13 +82,16 @@ Atom Receive(X11Connection* x, std::string* bytes) {
   const uint32_t begun = DisplayTick();
   asked.arrived = false; // what has stood there so far
   Atom type = TakeBytes(x, bytes);
-  if (type != X11AtomOf(x, kIncr)) return type;
+  asked.owes = type == X11AtomOf(x, kIncr);
+  if (!asked.owes) return type;
   for (;;) {
     if (!Await(x, begun, [&] { return asked.arrived; })) return None;
     asked.arrived = false;
     const size_t before = bytes->size();
-    type = TakeBytes(x, bytes);
-    if (bytes->size() == before) return type;
+    const Atom pieceType = TakeBytes(x, bytes);
+    if (before == 0) type = pieceType; // the last one is empty, and of any
+    asked.owes = bytes->size() > before;
+    if (!asked.owes) return type;
     if (bytes->size() > kBytesMax) return None;
   }
 }
@@ -94,6 +101,7 @@ bool GivesText(X11Connection* x, Atom selection) {
   if (Ask(x, selection, X11AtomOf(x, kTargets)) != Outcome::kGiven) return false;
   const std::vector<unsigned long> all =
       X11ReadItems(x, x->selections.asked.window, X11AtomOf(x, kFramereelText), XA_ATOM);
+  x->selections.asked.owes = all.empty();
   return std::any_of(all.begin(), all.end(),
                      [x](Atom target) { return target == X11AtomOf(x, kUtf8String) || target == XA_STRING; });
 }

@@ -155,7 +155,7 @@ bool GiveMany(X11Connection* x, const Question& asked) {
   std::vector<unsigned long> pairs = X11ReadItems(x, asked.to, asked.property, pair);
   if (pairs.empty()) return false;
   for (size_t i = 0; i + 1 < pairs.size(); i += 2) {
-    const bool given = pairs[i] != many && Give(x, {asked.shared, asked.to, pairs[i + 1]}, pairs[i]);
+    const bool given = pairs[i] != many && pairs[i + 1] && Give(x, {asked.shared, asked.to, pairs[i + 1]}, pairs[i]);
     if (!given) pairs[i + 1] = None;
   }
   X11WriteItems(x, asked.to, asked.property, pair, pairs);
@@ -179,12 +179,16 @@ void Answer(X11Connection* x, const XSelectionRequestEvent& request) {
   XFlush(x->display);
 }
 
-void Lose(X11Connection* x, const XSelectionClearEvent& event) {
-  X11SharedText* shared = SharedBy(x, event.selection);
-  if (!shared || IsBefore(event.time, shared->since)) return;
+// Another program has one to give.
+void Forget(X11SharedText* shared) {
   shared->ours = false;
   shared->text = {};
   shared->unsure = true;
+}
+
+void Lose(X11Connection* x, const XSelectionClearEvent& event) {
+  X11SharedText* shared = SharedBy(x, event.selection);
+  if (shared && !IsBefore(event.time, shared->since)) Forget(shared);
 }
 
 } // namespace
@@ -246,7 +250,9 @@ void DisplayShareText(SharedText which, std::string_view text) {
   if (!X11Live()) return;
   x->selections.shared[static_cast<size_t>(which)] = {true, now, std::string(text), false, false};
   XSetSelectionOwner(x->display, X11SelectionOf(x, which), x->selections.window, now);
-  XFlush(x->display);
+  // Another program that was quicker has it, and nobody tells us that we do not.
+  const Window owner = XGetSelectionOwner(x->display, X11SelectionOf(x, which));
+  if (X11Live() && owner != x->selections.window) Forget(&x->selections.shared[static_cast<size_t>(which)]);
 }
 
 } // namespace framereel

@@ -101,8 +101,8 @@ std::string Continue(X11Sequences* sequences, KeySym symbol) {
     return ComposedText(sequences->state);
   case XKB_COMPOSE_CANCELLED:
     // An accent and a letter that it does not stand on come one beside the other; what leads to nothing otherwise is
-    // a mistyped sequence.
-    return X11IsDeadKey(begun) ? AccentAlone(*sequences, begun) + TextOf(symbol) : "";
+    // a mistyped sequence, or one that the user has thought better of (Escape, Backspace).
+    return X11IsDeadKey(begun) && X11CharacterOf(symbol) >= ' ' ? AccentAlone(*sequences, begun) + TextOf(symbol) : "";
   default:
     return TextOf(symbol);
   }

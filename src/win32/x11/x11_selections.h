@@ -40,6 +40,7 @@ struct X11Asked {
   bool answered; // and refused when the property is None
   Atom property;
   bool arrived; // the property has been written once more
+  bool owes;    // the answer, or the rest of it, may still come
 };
 
 struct X11Selections {
