@@ -147,18 +147,18 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   DrawTheArea();
   const View* popup = ChildAt(ChildSetOf(app.panel.frameRatePopup), 1);
   const int chosen = PopupSelected(popup);
-  Click(popup); // the list stays open
-  Run([] { return PopupListIsOpen(); });
-  // The mouse counts from where it has moved inside the list.
-  const int above = -(app.panel.statusLine->height + 1);
-  int moves = 0;
-  const auto lineAbove = [&] {
-    return artist.Look().At(MiddleOf(popup).h - popup->width / 2 + 6, MiddleOf(popup).v + above);
+  const auto lineAt = [&](int down) {
+    return artist.Look().At(MiddleOf(popup).h - popup->width / 2 + 6, MiddleOf(popup).v + down);
   };
-  const uint32_t plain = lineAbove();
+  const uint32_t paper = lineAt(0);
+  const int above = -(app.panel.statusLine->height + 1);
+  Click(popup); // the list stays open
+  Run([&] { return PopupListIsOpen() && lineAt(above) == paper; });
+  // The mouse counts from where it has moved inside the list.
+  int moves = 0;
   Run([&] {
     MoveTo(popup, ++moves % 2 ? above : 0);
-    return lineAbove() != plain;
+    return lineAt(above) != paper;
   });
   MoveTo(popup, above);
   Button(1, true);
