@@ -40,11 +40,22 @@ bool IsBefore(Time a, Time b) {
 
 // ---- In pieces ---------------------------------------------------------------------------------------------------
 
+void EndSending(X11Connection* x, size_t index) {
+  std::vector<X11Sending>& sending = x->selections.sending;
+  const Window to = sending[index].to;
+  const long heard = sending[index].heard;
+  sending.erase(sending.begin() + static_cast<ptrdiff_t>(index));
+  const bool more = std::any_of(sending.begin(), sending.end(), [=](const X11Sending& each) { return each.to == to; });
+  if (!more) XSelectInput(x->display, to, heard);
+}
+
 bool BeginSending(X11Connection* x, X11Sending begun) {
   std::vector<X11Sending>& sending = x->selections.sending;
-  std::erase_if(sending,
-                [&](const X11Sending& each) { return each.to == begun.to && each.property == begun.property; });
-  if (sending.size() >= kSendingMax) sending.erase(sending.begin());
+  // Who asks again has given up what he asked for before.
+  for (size_t i = sending.size(); i-- > 0;) {
+    if (sending[i].to == begun.to && sending[i].property == begun.property) EndSending(x, i);
+  }
+  if (sending.size() >= kSendingMax) EndSending(x, 0);
   XWindowAttributes attributes{};
   if (!XGetWindowAttributes(x->display, begun.to, &attributes)) return false;
   begun.heard = attributes.your_event_mask;
@@ -55,15 +66,6 @@ bool BeginSending(X11Connection* x, X11Sending begun) {
   X11WriteItems(x, begun.to, begun.property, X11AtomOf(x, kIncr), {begun.text.size()});
   sending.push_back(std::move(begun));
   return true;
-}
-
-void EndSending(X11Connection* x, size_t index) {
-  std::vector<X11Sending>& sending = x->selections.sending;
-  const Window to = sending[index].to;
-  const long heard = sending[index].heard;
-  sending.erase(sending.begin() + static_cast<ptrdiff_t>(index));
-  const bool more = std::any_of(sending.begin(), sending.end(), [=](const X11Sending& each) { return each.to == to; });
-  if (!more) XSelectInput(x->display, to, heard);
 }
 
 // A piece without bytes is the end.
