@@ -86,10 +86,12 @@ TEST_F(X11TypingTest, LevelsGroupsAndOtherAlphabetsTypeWhatTheySay) {
   EXPECT_FALSE(DisplayKeyIsDown(17) || DisplayKeyIsDown(18));
   XTestFakeKeyEvent(artist.display, kRightAlt, False, CurrentTime);
   EXPECT_EQ(Typed({kQ, kSpace}, {kControl, kAlt}), "q "); // the keys of a chord stay what they are
-  UseLayout("ru,us");
-  EXPECT_EQ(Typed({kA, kQ}, {kShift}), "\u0424\u0419");
-  Type(kA);
-  EXPECT_EQ(Next(Kind::kKeyDown, window).key, 'A');
+  for (const char* layouts : {"ru,us", "ru"}) {           // also with no Latin letters at all
+    UseLayout(layouts);
+    EXPECT_EQ(Typed({kA, kQ}, {kShift}), "\u0424\u0419");
+    Type(kA);
+    EXPECT_EQ(Next(Kind::kKeyDown, window).key, 'A') << layouts;
+  }
 }
 
 } // namespace

@@ -87,6 +87,24 @@ uint8_t KeyOfCode(Display* display, KeyCode code) {
   return TypesSomething(display, code) ? kCharacterKey : 0;
 }
 
+// The letters of a US keyboard by their places: the numbers that keyboards of PCs have them under.
+struct LetterRow {
+  KeyCode first;
+  const char* letters;
+};
+constexpr LetterRow kLetterRows[] = {{24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+
+// Commands are Latin letters, and who has none on his keyboard gives them where others have them.
+void NameByPlace(uint8_t* keys) {
+  if (std::any_of(keys, keys + 256, [](uint8_t key) { return key >= 'A' && key <= 'Z'; })) return;
+  for (const LetterRow& row : kLetterRows) {
+    for (size_t i = 0; row.letters[i]; i++) {
+      uint8_t& key = keys[row.first + i];
+      if (key == kCharacterKey) key = static_cast<uint8_t>(row.letters[i]);
+    }
+  }
+}
+
 // What Num Lock makes of a key of the keypad.
 uint8_t NumLockedKeyOf(Display* display, KeyCode code) {
   KeySym locked = XkbKeycodeToKeysym(display, code, 0, 1);
@@ -121,6 +139,7 @@ void Rebuild(X11Connection* x) {
     keys.keys[code] = KeyOfCode(x->display, static_cast<KeyCode>(code));
     keys.keysNumLocked[code] = NumLockedKeyOf(x->display, static_cast<KeyCode>(code));
   }
+  NameByPlace(keys.keys);
   keys.numLock = XkbKeysymToModifiers(x->display, XK_Num_Lock);
 }
 
