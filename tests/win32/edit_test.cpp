@@ -283,13 +283,13 @@ TEST_F(Edit, TakesWholeCharactersUpToItsLimitAndBeepsForTheRest) {
 TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
   HWND edit = Show("abc");
   Press('X');
-  EXPECT_EQ(TakeLog({"COMMAND"}), "main COMMAND 5:768");
+  EXPECT_EQ(Heard("notice"), "main.notice:5/768");
   Press(VK_DELETE);
   Press('C', false, true);
-  EXPECT_EQ(TakeLog({"COMMAND"}), "");
+  EXPECT_EQ(Heard("notice"), "");
   ::SetWindowTextA(edit, "new");
   Press('Z', false, true); // there is nothing to take back
-  EXPECT_EQ(TakeLog({"COMMAND"}), "main COMMAND 5:768");
+  EXPECT_EQ(Heard("notice"), "main.notice:5/768");
   EXPECT_EQ(Shown(edit), "|new");
   Answer(WM_COMMAND, [edit](HWND, WPARAM, LPARAM) { return ::DestroyWindow(edit); });
   Press('Y');
@@ -341,7 +341,7 @@ std::optional<POINT> FirstInk(HWND main, const PixelRect& place, COLORREF paper 
   for (int x = place.left; x < place.right; ++x) {
     for (int y = place.top; y < place.bottom; ++y) {
       const POINT at = OnScreen(main, x, y);
-      if (ColourAt(at.x, at.y) != paper) return POINT{x, y};
+      if (ColourAt(at) != paper) return POINT{x, y};
     }
   }
   return {};
@@ -384,7 +384,7 @@ TEST_F(Edit, TurnsItsLinesWithTheWheelAsFarAsThereAreAny) {
   for (const int notches : {-1, 100, 1, -100}) {
     MemoryTurnWheel(int8_t(notches));
     Drain();
-    seen += (FirstInk(main, place) ? "first " : "others ") + TakeLog({"MOUSEWHEEL"}).substr(0, 4) + ";";
+    seen += (FirstInk(main, place) ? "first " : "others ") + Heard("wheel").substr(0, 4) + ";";
   }
   EXPECT_EQ(seen, "others main;first ;first main;others ;");
 }
