@@ -9,10 +9,11 @@ protected:
   HWND button = ShowControl("button", "Go", BS_PUSHBUTTON, {20, 20, 100, 44}, main, 7);
 };
 
-// Its corner is black while it looks pressed.
 TEST_F(Button, IsClickedByAReleaseOnItOfAPressThatBeganThere) {
-  Walk("notice", {{"m main 60 32 +lb then rgb? main 20 20", "k"},
-                  {"m main 60 60 then rgb? main 20 20 m main 60 32 then rgb? main 20 20 -lb", "w k | main.notice:7/0"},
+  const std::string edges = "rgb? main 20 20 rgb? main 21 21 rgb? main 22 22 rgb? main 98 42 rgb? main 99 43";
+  Act(edges + " m main 60 32 +lb then " + edges);
+  EXPECT_EQ(Heard("notice"), "w l s d k k d s l w");
+  Walk("notice", {{"m main 60 60 then rgb? main 20 20 m main 60 32 then rgb? main 20 20 -lb", "w k | main.notice:7/0"},
                   {"+lb m main 60 60 -lb", ""},
                   {"+lb m main 60 32 -lb rb +lb then -lb", "| main.notice:7/0"},
                   {"focus?", "Go"}});

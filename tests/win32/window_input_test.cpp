@@ -125,7 +125,10 @@ TEST_F(KeyInput, HasAStateThatFollowsTheMessagesTakenAndAnotherThatIsNow) {
   // It knows on return what changed while another program had the keyboard, or held the keys.
   Act("-shift +ctrl then keyboard other -ctrl +alt then keyboard main then");
   EXPECT_EQ(states(), "0 0 32768! 1 ");
-  Act("grabkeys -alt +shift letkeys then");
+  MemoryGrabKeys(true);
+  Act("-alt +shift");
+  MemoryGrabKeys(false);
+  Drain();
   EXPECT_EQ(states(), "32768! 0 0 1 ");
   Heard();
   Walk(

@@ -91,6 +91,7 @@ TEST_F(WindowLife, WhereTheDesktopMinimisesNothingACaptionStaysFromWhichItComesB
         {"m 329 446 lb then place? main focus?", "main.command:f120 main.size:0,200x200 100,100+206x225 main"},
         {"iconify main then alt+space R then place? main focus?",
          "main.size:1,0x0 main.command:f100 main.command:f120 main.size:0,200x200 100,100+206x225 main"},
+        {"iconify main focus - focus main focus? back main", "main.size:1,0x0 - main.size:0,200x200"},
         {"shift main 0 0 640 480 place main 40 50 210 220", "main.size:0,204x195"}, // ours is the newer one
         {"place? main", "40,50+210x220"}});
 }

@@ -51,10 +51,7 @@ public:
     Answer(WM_PAINT, [this](HWND window, WPARAM, LPARAM) {
       PAINTSTRUCT paint;
       ::BeginPaint(window, &paint);
-      const RECT& r = paint.rcPaint;
-      for (int y = r.top; y < r.bottom; ++y) {
-        for (int x = r.left; x < r.right; ++x) ::SetPixel(paint.hdc, x, y, twins[window]->At(x, y));
-      }
+      DrawIn(paint.hdc, *twins[window], paint.rcPaint);
       return ::EndPaint(window, &paint);
     });
   }
@@ -80,12 +77,16 @@ public:
       const bool top = dice.OneIn(2);
       ::SetWindowPos(one->window, top ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       among->splice(top ? among->begin() : among->end(), *among, one);
-    } else if (act == 5) {
+    } else if (act == 5 && (one->spares || one->children.empty())) { // it draws at once
+      one->dx = dice.Below(16);
       HDC context = ::GetDC(one->window);
-      const RECT all = {-99, -99, 99, 99};
-      ::FillRect(context, one->spares ? &all : &part, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+      DrawIn(context, *one, {-9, -9, 70, 60});
       ::ReleaseDC(one->window, context);
-      ::InvalidateRect(one->window, one->spares ? nullptr : &part, dice.OneIn(2));
+    } else if (act == 5) { // it draws over its children, and paints them
+      HDC context = ::GetDC(one->window);
+      ::FillRect(context, &part, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+      ::ReleaseDC(one->window, context);
+      ::InvalidateRect(one->window, &part, dice.OneIn(2));
     } else if (act == 6 && (one->spares || one->children.empty())) {
       const int dx = dice.Below(40) - 20, dy = dice.Below(40) - 20;
       ::ScrollWindow(one->window, dx, dy, nullptr, nullptr);
@@ -119,6 +120,11 @@ private:
     Act(make.str());
     to->push_front({Named(title), r, true, spares, 20 + 20 * int(twins.size()), 0, 0, {}});
     twins[to->front().window] = &to->front();
+  }
+  static void DrawIn(HDC context, const Twin& twin, const RECT& r) {
+    for (int y = r.top; y < r.bottom; ++y) {
+      for (int x = r.left; x < r.right; ++x) ::SetPixel(context, x, y, twin.At(x, y));
+    }
   }
   PixelRect AnyPlace() {
     const int left = dice.Below(70) - 15, top = dice.Below(50) - 10;

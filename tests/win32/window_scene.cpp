@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <list>
 #include <map>
 #include <sstream>
 #include <vector>
@@ -18,7 +19,7 @@ namespace {
 
 struct Scene {
   std::vector<std::pair<std::string, std::string>> log; // the event of each entry, "" for an answer
-  std::map<std::string, std::string> reactions;
+  std::list<std::pair<std::string, std::string>> reactions;
   std::map<UINT, Handler> handlers;
   std::map<HWND, COLORREF> paints;
 };
@@ -126,11 +127,13 @@ void Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto [event, detail] = EventOf(message, wParam, lParam);
   const std::string entry = window->title + "." + event + detail;
   TheScene().log.emplace_back(event, entry);
-  for (const auto& [beginning, words] : std::map(TheScene().reactions)) {
-    if (entry.compare(0, beginning.size(), beginning) != 0) continue;
-    TheScene().reactions.erase(beginning);
-    Act(words);
-  }
+  auto& reactions = TheScene().reactions;
+  const auto reaction = std::find_if(reactions.begin(), reactions.end(),
+                                     [&](const auto& each) { return entry.rfind(each.first, 0) == 0; });
+  if (reaction == reactions.end()) return;
+  const std::string words = reaction->second;
+  reactions.erase(reaction);
+  Act(words);
 }
 
 void Fill(HDC context, const RECT& r, COLORREF colour) {
@@ -258,6 +261,10 @@ HWND Make(std::istream& in) {
   return nullptr;
 }
 
+void MoveTo(const POINT& point) {
+  MemoryMovePointerTo(point.x, point.y);
+}
+
 void Later(std::istream& in) {
   std::istringstream all(UpToTheDot(in));
   uint32_t at = ::GetTickCount();
@@ -305,8 +312,7 @@ constexpr std::pair<const char*, void (*)(std::istream&)> kWords[] = {
     {"then", [](std::istream&) { Drain(); }},
     {"when",
      [](std::istream& in) {
-       std::string entry = Word(in);
-       TheScene().reactions[entry] = UpToTheDot(in);
+       TheScene().reactions.push_back({Word(in), UpToTheDot(in)});
      }},
     {"later", Later},
     {"make", [](std::istream& in) { Make(in); }},
@@ -318,19 +324,12 @@ constexpr std::pair<const char*, void (*)(std::istream&)> kWords[] = {
      }},
     {"loose", [](std::istream&) { ::ReleaseCapture(); }},
     {"quit", [](std::istream& in) { ::PostQuitMessage(Number(in)); }},
-    {"m",
-     [](std::istream& in) {
-       const POINT p = Point(in);
-       MemoryMovePointerTo(p.x, p.y);
-     }},
+    {"m", [](std::istream& in) { MoveTo(Point(in)); }},
     {"wheel", [](std::istream& in) { MemoryTurnWheel(int8_t(Number(in))); }},
     {"takemouse", [](std::istream&) { MemoryTakeCapture(); }},
-    {"grabkeys", [](std::istream&) { MemoryGrabKeys(true); }},
-    {"letkeys", [](std::istream&) { MemoryGrabKeys(false); }},
     {"wait", [](std::istream& in) { ::Sleep(uint32_t(Number(in))); }},
     {"tick", [](std::istream& in) { TheMemoryDisplay().tick += uint32_t(Number(in)); }},
     {"focus?", [](std::istream&) { Tell(TitleOf(::GetFocus())); }},
-    {"shape?", [](std::istream&) { Tell(int(DisplayNamed("main")->shape)); }},
     {"pass?", [](std::istream&) { TellNext(); }},
     {"rgb?", [](std::istream& in) { TellColour(Point(in)); }},
     {"at?", [](std::istream& in) { Tell(TitleOf(::WindowFromPoint(Point(in)))); }},

@@ -30,9 +30,9 @@ public:
 //   the user     m POINT, wheel N; keys like A, f4, ctrl+shift+left, and the buttons lb, mb, rb: typed, or with + or -
 //                ahead pressed or released only
 //   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore, ask (to close),
-//                kill, shift NAME PLACE, takemouse, grabkeys, letkeys
+//                kill, shift NAME PLACE, takemouse
 //   time         wait MS, tick MS (no event runs), later WORDS , WORDS ... . (20 ms apart, once somebody waits)
-//   what stands  focus?, shape? (of the pointer over "main"), pass? (the next message, which is not taken), order? (of the
+//   what stands  focus?, pass? (the next message, which is not taken), order? (of the
 //                top-level windows), place? NAME, update? NAME (round what it is to paint), rgb? POINT, at? POINT
 //
 // "then" lets the program take all messages that there are; when ENTRY WORDS . reacts once to an entry of the log that
