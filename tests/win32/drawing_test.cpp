@@ -11,6 +11,7 @@ namespace framereel {
 namespace {
 
 constexpr COLORREF kColours[] = {RGB(0, 0, 0), RGB(255, 255, 255), RGB(255, 0, 0), RGB(240, 220, 77)};
+constexpr uint32_t kAlphas[] = {0, 128, 255};
 constexpr int kFar[] = {-2000000000, 2000000000};
 constexpr DWORD kOperations[] = {SRCCOPY, SRCAND, SRCPAINT, MERGEPAINT, kPatternOrSource, 0};
 
@@ -113,11 +114,11 @@ public:
     const Picture before = twin.picture = PictureOf(twin.context);
     window.damage = {0, 0, 0, 0};
     const uint32_t reads = TheMemoryDisplay().screenReads;
-    const int act = dice.Below(8);
-    const char* names[] = {"fill", "rectangle", "lines", "polygon", "pixel", "copy", "stretch", "text"};
-    void (TwinDrawing::*const acts[])(Twin*) = {&TwinDrawing::Fill,    &TwinDrawing::Boxed,  &TwinDrawing::Lines,
-                                                &TwinDrawing::Area,    &TwinDrawing::Pixel,  &TwinDrawing::Copy,
-                                                &TwinDrawing::Stretch, &TwinDrawing::Letters};
+    const int act = dice.Below(9);
+    const char* names[] = {"fill", "rectangle", "lines", "polygon", "pixel", "copy", "stretch", "text", "pointer"};
+    void (TwinDrawing::*const acts[])(Twin*) = {&TwinDrawing::Fill,    &TwinDrawing::Boxed,   &TwinDrawing::Lines,
+                                                &TwinDrawing::Area,    &TwinDrawing::Pixel,   &TwinDrawing::Copy,
+                                                &TwinDrawing::Stretch, &TwinDrawing::Letters, &TwinDrawing::Pointer};
     (this->*acts[act])(&twin);
     const Picture after = PictureOf(twin.context);
     ASSERT_EQ(after.pixels, twin.picture.pixels) << names[act];
@@ -258,6 +259,30 @@ private:
     Everywhere(*twin, [&](int atX, int atY) {
       if (twin->Sees(atX, atY)) twin->At(atX, atY) = PixelAt(free.bitmap->surface, atX + 2, atY + 1);
     });
+  }
+  // Blended by alpha, and nothing where there is none.
+  void Pointer(Twin* twin) {
+    MemoryDisplay& display = TheMemoryDisplay();
+    display.hasPointer = true, display.pointerWidth = 4, display.pointerHeight = 3;
+    display.pointerPixels.resize(4 * 3);
+    for (uint32_t& pixel : display.pointerPixels) {
+      const uint32_t alpha = dice.OneIn(3) ? uint32_t(dice.Below(256)) : dice.OneOf(kAlphas);
+      pixel = alpha << 24;
+      for (const int shift : {0, 8, 16}) pixel |= (uint32_t(dice.Below(256)) * alpha + 127) / 255 << shift;
+    }
+    const int left = Any(), top = Any();
+    ASSERT_TRUE(::DrawIcon(twin->context, left, top, ::GetCursor()));
+    const ColourMap map = MapOf(LayoutOf(*twin->context), HasScreenColours(*twin->context));
+    for (int i = 0; i < 12; ++i) {
+      const int x = left + i % 4, y = top + i / 4;
+      const uint32_t pixel = display.pointerPixels[size_t(i)];
+      if (!twin->Sees(x, y) || pixel == 0) continue;
+      const auto over = [pixel](int shift, uint8_t under) {
+        return uint8_t(std::min(255L, std::lround((pixel >> shift & 255) + under * (255 - (pixel >> 24)) / 255.0)));
+      };
+      const PaletteColour c = ColourOfPixel(map, twin->At(x, y));
+      twin->At(x, y) = PixelOfColour(map, {over(16, c.red), over(8, c.green), over(0, c.blue)});
+    }
   }
 
   Dice dice;

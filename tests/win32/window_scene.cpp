@@ -41,86 +41,56 @@ template <typename... Parts> void Tell(const Parts&... parts) {
 
 // ---- The log -----------------------------------------------------------------------------------------------------
 
-std::string NumberOf(WPARAM wParam, LPARAM) {
-  return Text(':', wParam);
-}
-
-std::string CommandOf(WPARAM wParam, LPARAM) {
-  return Text(':', std::hex, wParam);
-}
+// The name of each message in the log, and behind a colon a letter for what else it tells.
+const std::map<UINT, std::string> kEvents = {
+    {WM_GETMINMAXINFO, "limits"}, {WM_NCCREATE, "nccreate"},    {WM_CREATE, "create"},
+    {WM_DESTROY, "destroy"},      {WM_NCDESTROY, "gone"},       {WM_SETFOCUS, "focus"},
+    {WM_KILLFOCUS, "blur"},       {WM_PAINT, "paint"},          {WM_ERASEBKGND, "erase"},
+    {WM_CLOSE, "close"},          {WM_CAPTURECHANGED, "loose"}, {WM_WININICHANGE, "settings"},
+    {WM_SHOWWINDOW, "shown:n"},   {WM_ACTIVATEAPP, "app:n"},    {WM_NCACTIVATE, "lit:n"},
+    {WM_ACTIVATE, "act:n"},       {WM_ENABLE, "enable:n"},      {WM_CHAR, "char:n"},
+    {WM_SYSCHAR, "syschar:n"},    {WM_ENTERIDLE, "idle:n"},     {WM_QUIT, "quit:n"},
+    {WM_KEYDOWN, "key:k"},        {WM_KEYUP, "keyup:k"},        {WM_SYSKEYDOWN, "syskey:k"},
+    {WM_SYSKEYUP, "syskeyup:k"},  {WM_NCMOUSEMOVE, "ncm:m"},    {WM_NCLBUTTONDOWN, "ncd:m"},
+    {WM_NCLBUTTONUP, "ncu:m"},    {WM_MOUSEMOVE, "m:m"},        {WM_LBUTTONDOWN, "d:m"},
+    {WM_LBUTTONUP, "u:m"},        {WM_LBUTTONDBLCLK, "dd:m"},   {WM_RBUTTONDOWN, "rd:m"},
+    {WM_RBUTTONUP, "ru:m"},       {WM_MBUTTONDOWN, "md:m"},     {WM_MBUTTONUP, "mu:m"},
+    {WM_MOUSEWHEEL, "wheel:m"},   {WM_SIZE, "size:s"},          {WM_DISPLAYCHANGE, "display:s"},
+    {WM_MOVE, "moved:p"},         {WM_NCCALCSIZE, "frame:f"},   {WM_WINDOWPOSCHANGED, "pos:w"},
+    {WM_SYSCOMMAND, "command:h"}, {WM_COMMAND, "notice:c"}};
 
 // Which key it is, and * for one that was down.
 std::string KeyOf(WPARAM wParam, LPARAM lParam) {
-  const auto word = uint32_t(lParam);
-  EXPECT_EQ(word & 0xFFFFFF, wParam << 16 | 1);
+  EXPECT_EQ(uint32_t(lParam) & 0xFFFFFF, wParam << 16 | 1);
   const std::string name = std::isupper(int(wParam)) ? std::string(1, char(wParam)) : Text(wParam);
-  return Text(':', name, word & 1U << 30 ? "*" : "");
+  return Text(':', name, lParam & 1 << 30 ? "*" : "");
 }
 
-std::string SizeOf(WPARAM wParam, LPARAM lParam) {
-  return Text(':', wParam, ',', LOWORD(lParam), 'x', HIWORD(lParam));
-}
-
-std::string PointOf(WPARAM, LPARAM lParam) {
-  return Text('@', SHORT(LOWORD(lParam)), ',', SHORT(HIWORD(lParam)));
-}
-
-std::string MouseOf(WPARAM wParam, LPARAM lParam) {
-  return NumberOf(wParam, 0) + PointOf(0, lParam);
-}
-
-std::string FrameOf(WPARAM, LPARAM lParam) {
-  const RECT& r = *reinterpret_cast<const RECT*>(lParam);
-  return Text(':', r.right - r.left, 'x', r.bottom - r.top);
-}
-
-std::string ChangeOf(WPARAM, LPARAM lParam) {
-  const WINDOWPOS& pos = *reinterpret_cast<const WINDOWPOS*>(lParam);
+std::string ChangeOf(const WINDOWPOS& pos) {
   return (pos.flags & SWP_NOMOVE ? "" : Text('@', pos.x, ',', pos.y)) +
          (pos.flags & SWP_NOSIZE ? "" : Text(':', pos.cx, 'x', pos.cy)) + (pos.flags & SWP_NOZORDER ? "" : "^");
 }
 
-std::string NoticeOf(WPARAM wParam, LPARAM) {
-  return Text(':', LOWORD(wParam), '/', HIWORD(wParam));
+std::string DetailOf(char letter, WPARAM wParam, LPARAM lParam) {
+  const int low = SHORT(LOWORD(lParam)), high = SHORT(HIWORD(lParam));
+  const RECT* r = reinterpret_cast<const RECT*>(lParam);
+  if (letter == 'n') return Text(':', wParam);
+  if (letter == 'h') return Text(':', std::hex, wParam);
+  if (letter == 'c') return Text(':', LOWORD(wParam), '/', HIWORD(wParam));
+  if (letter == 'k') return KeyOf(wParam, lParam);
+  if (letter == 'm') return Text(':', wParam, '@', low, ',', high);
+  if (letter == 'p') return Text('@', low, ',', high);
+  if (letter == 's') return Text(':', wParam, ',', low, 'x', high);
+  if (letter == 'f') return Text(':', r->right - r->left, 'x', r->bottom - r->top);
+  return ChangeOf(*reinterpret_cast<const WINDOWPOS*>(lParam));
 }
 
-using Names = std::map<UINT, const char*>;
-const Names kBare = {{WM_GETMINMAXINFO, "limits"}, {WM_NCCREATE, "nccreate"},    {WM_CREATE, "create"},
-                     {WM_DESTROY, "destroy"},      {WM_NCDESTROY, "gone"},       {WM_SETFOCUS, "focus"},
-                     {WM_KILLFOCUS, "blur"},       {WM_PAINT, "paint"},          {WM_ERASEBKGND, "erase"},
-                     {WM_CLOSE, "close"},          {WM_CAPTURECHANGED, "loose"}, {WM_WININICHANGE, "settings"}};
-const Names kNumbered = {{WM_SHOWWINDOW, "shown"}, {WM_ACTIVATEAPP, "app"}, {WM_NCACTIVATE, "lit"},
-                         {WM_ACTIVATE, "act"},     {WM_ENABLE, "enable"},   {WM_CHAR, "char"},
-                         {WM_SYSCHAR, "syschar"},  {WM_ENTERIDLE, "idle"},  {WM_QUIT, "quit"}};
-const Names kKeys = {{WM_KEYDOWN, "key"}, {WM_KEYUP, "keyup"}, {WM_SYSKEYDOWN, "syskey"}, {WM_SYSKEYUP, "syskeyup"}};
-const Names kMouse = {{WM_NCMOUSEMOVE, "ncm"},  {WM_NCLBUTTONDOWN, "ncd"}, {WM_NCLBUTTONUP, "ncu"},
-                      {WM_MOUSEMOVE, "m"},      {WM_LBUTTONDOWN, "d"},     {WM_LBUTTONUP, "u"},
-                      {WM_LBUTTONDBLCLK, "dd"}, {WM_RBUTTONDOWN, "rd"},    {WM_RBUTTONUP, "ru"},
-                      {WM_MBUTTONDOWN, "md"},   {WM_MBUTTONUP, "mu"},      {WM_MOUSEWHEEL, "wheel"}};
-const Names kSized = {{WM_SIZE, "size"}, {WM_DISPLAYCHANGE, "display"}}, kMoved = {{WM_MOVE, "moved"}},
-            kFramed = {{WM_NCCALCSIZE, "frame"}}, kChanged = {{WM_WINDOWPOSCHANGED, "pos"}},
-            kCommands = {{WM_SYSCOMMAND, "command"}}, kNotices = {{WM_COMMAND, "notice"}};
-
-// With what the log tells of them.
-using Detail = std::string (*)(WPARAM wParam, LPARAM lParam);
-const std::pair<const Names*, Detail> kEvents[] = {{&kBare, [](WPARAM, LPARAM) { return std::string(); }},
-                                                   {&kNumbered, NumberOf},
-                                                   {&kKeys, KeyOf},
-                                                   {&kMouse, MouseOf},
-                                                   {&kSized, SizeOf},
-                                                   {&kMoved, PointOf},
-                                                   {&kFramed, FrameOf},
-                                                   {&kChanged, ChangeOf},
-                                                   {&kCommands, CommandOf},
-                                                   {&kNotices, NoticeOf}};
-
-// The name of a message, and what matters of it.
+// The name of a message, and what it tells.
 std::pair<std::string, std::string> EventOf(UINT message, WPARAM wParam, LPARAM lParam) {
-  for (const auto& [names, detail] : kEvents) {
-    const auto found = names->find(message);
-    if (found != names->end()) return {found->second, detail(wParam, lParam)};
-  }
-  return {Text(message), ""};
+  const auto found = kEvents.find(message);
+  const std::string event = found == kEvents.end() ? Text(message) : found->second;
+  const size_t colon = event.find(':');
+  return {event.substr(0, colon), colon == std::string::npos ? "" : DetailOf(event.back(), wParam, lParam)};
 }
 
 void Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
