@@ -114,22 +114,16 @@ TEST_F(SystemMenu, OpensWithTheKeyboardAndChoosesByArrowsOrLetter) {
   EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr);
 }
 
-TEST_F(SystemMenu, OpensWithTheMouseByDraggingOrByClickingWithinTheUsableArea) {
+TEST_F(SystemMenu, OpensWithTheMouseByDraggingOrByClicking) {
   Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
-  PixelRect menu = {};
-  const auto toLastItem = [&menu] {
-    menu = TheMemoryDisplay().desktop.windows.front()->place;
-    MemoryMovePointerTo(menu.left + 10, menu.bottom - 8);
-  };
   for (const char* words : {"m 113 111 +lb later wait 0 , -lb .", "m 113 111 lb later wait 0 , lb ."}) {
-    MemoryAt(::GetTickCount() + 15, toLastItem);
+    MemoryAt(::GetTickCount() + 15, [] { // to the last item
+      const PixelRect menu = TheMemoryDisplay().desktop.windows.front()->place;
+      MemoryMovePointerTo(menu.left + 10, menu.bottom - 8);
+    });
     Walk("command", {{words, "| main.command:f093 main.command:f060"}});
   }
-  Walk("command", {{"m 113 111 lb later m 600 400 , lb .", "| main.command:f093"}, {"place main 500 430 206 50", ""}});
-  MemorySetTaskBar({0, 460, 640, 480});
-  MemoryAt(::GetTickCount() + 15, toLastItem);
-  Act("later wait 0 , esc . alt+space then");
-  EXPECT_TRUE(menu.left >= 0 && menu.right <= 640 && menu.bottom <= 460 && menu.top < menu.bottom);
+  Walk("command", {{"m 113 111 lb later m 600 400 , lb .", "| main.command:f093"}});
 }
 
 TEST_F(SystemMenu, TakesChangedAndAddedItemsAndTellsTheOwnerThatItWaits) {
@@ -146,13 +140,6 @@ TEST_F(SystemMenu, TakesChangedAndAddedItemsAndTellsTheOwnerThatItWaits) {
   Walk("command", {{"later A , S , esc . alt+space", "| main.command:f100"}});
   Act("new bare bare main 0 0 100 100");
   EXPECT_EQ(::GetSystemMenu(Named("bare"), FALSE), nullptr);
-}
-
-TEST_F(SystemMenu, ClosesWhenAnotherProgramTakesTheKeyboardOrItsWindowGoes) {
-  Act("later keyboard other . alt+space then");
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 2U);
-  Act("keyboard main then later destroy main . alt+space then");
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 1U);
 }
 
 } // namespace

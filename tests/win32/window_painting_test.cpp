@@ -168,10 +168,13 @@ TEST_F(WindowPainting, TakesPixelsAlongAndAsksOnlyForWhatIsNew) {
         {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"}, // its class wants it so
         {"new low child main 0 0 50 50 new high child main 25 25 50 50 top low update? low", "25,25+25x25"},
         {"hide low update? high", "0,0+25x25"},
-        {"fill main w 0 0 220 200 then invalidate main 140 140 5 5", ""}});
+        {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"}});
+  Act("new flat child main 100 100 60 50");
+  ::ScrollWindow(Named("flat"), 5, 0, nullptr, nullptr);
+  Walk("none", {{"update? flat", "0,0+5x50"}});
 }
 
-TEST_F(WindowPainting, OfAWindowThatHasNotPaintedYetIsBlackAndOfOneThatMinimisedIsDoneAgain) {
+TEST_F(WindowPainting, IsBlackInAWindowThatHasNotPaintedYet) {
   Answer(WM_ERASEBKGND, [](HWND, WPARAM, LPARAM) { return 1; });
   Walk("none", {{"new one plain - 0 0 30 30 fill one r 0 0 30 30 rgb? one 9 9 destroy one", "r"},
                 {"new two plain - 0 0 30 30 rgb? two 9 9", "k"}});

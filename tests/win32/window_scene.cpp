@@ -235,6 +235,11 @@ void MoveTo(const POINT& point) {
   MemoryMovePointerTo(point.x, point.y);
 }
 
+void When(std::istream& in) {
+  const std::string entry = Word(in);
+  TheScene().reactions.emplace_back(entry, UpToTheDot(in));
+}
+
 void Later(std::istream& in) {
   std::istringstream all(UpToTheDot(in));
   uint32_t at = ::GetTickCount();
@@ -280,10 +285,7 @@ void TellNext() {
 
 constexpr std::pair<const char*, void (*)(std::istream&)> kWords[] = {
     {"then", [](std::istream&) { Drain(); }},
-    {"when",
-     [](std::istream& in) {
-       TheScene().reactions.push_back({Word(in), UpToTheDot(in)});
-     }},
+    {"when", When},
     {"later", Later},
     {"make", [](std::istream& in) { Make(in); }},
     {"new",
@@ -327,7 +329,6 @@ constexpr std::pair<const char*, void (*)(HWND, std::istream&)> kWindowWords[] =
        ::SetWindowPos(w, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
      }},
     {"update", [](HWND w, std::istream&) { ::UpdateWindow(w); }},
-    {"title", [](HWND w, std::istream& in) { ::SetWindowTextA(w, Word(in).c_str()); }},
     {"place",
      [](HWND w, std::istream& in) {
        const RECT r = Place(in);
