@@ -1,4 +1,4 @@
-// The desktop in memory, on which all other tests stand: its clock and script, its modes, its windows.
+// The desktop in memory, on which all other tests stand: its clock and script, its windows.
 #include "win32/memory/memory_display.h"
 
 #include <gtest/gtest.h>
@@ -55,22 +55,6 @@ TEST_F(MemoryScript, KeepsItsOrderAcrossTheWrapOfTheClock) {
   }
 }
 
-TEST_F(MemoryScript, GoesOnInAnotherMode) {
-  TheMemoryDisplay().pointerX = 3;
-  Note(8, "kept");
-  for (const int32_t depth : {1, 2, 4, 8, 16, 32}) {
-    MemoryDisplaySetMode(9, 2, depth);
-    const ScreenFacts facts = DisplayScreen();
-    EXPECT_TRUE(facts.width == 9 && facts.height == 2 && facts.layout.depth == depth);
-    EXPECT_EQ(TheMemoryDisplay().palette.size(), depth > 8 ? 0U : 1U << depth);
-    EXPECT_EQ(MemoryColourOf(MemoryPixel(8, 1)).green, 0); // black
-  }
-  EXPECT_EQ(Slept(8), "kept8 ");
-  int32_t x = 0, y = 0;
-  EXPECT_TRUE(DisplayPointerPlace(&x, &y));
-  EXPECT_EQ(x, 3);
-}
-
 // ---- Windows -----------------------------------------------------------------------------------------------------
 
 std::string Row() {
@@ -118,9 +102,11 @@ TEST(MemoryWindows, KeepWhatIsDrawnOnTheScreenUntilTheyPaint) {
   EXPECT_EQ(Row(), "999999");
   DisplayRefresh({0, 0, 6, 1});
   EXPECT_EQ(Row(), "033440");
+  TheMemoryDisplay().pointerX = 3;
   MemoryDisplaySetMode(6, 2, 8);
   EXPECT_EQ(Row(), "033440");
   EXPECT_EQ(painted, 2);
+  EXPECT_EQ(TheMemoryDisplay().pointerX, 3);
 }
 
 } // namespace

@@ -25,21 +25,22 @@ public:
 // is "X Y" on the screen, or "NAME X Y" in a client area.
 //
 //   the program  make NAME KIND PARENT PLACE, new (made, shown and not heard of), show, showna, hide, iconify, back,
-//                destroy, focus, capture, loose, enable, disable, top, bottom, update, place, title NAME TEXT; erase
-//                and invalidate NAME (the whole or a place); paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
+//                destroy, focus, capture, loose, enable, disable, top, bottom, update, place NAME PLACE; erase and
+//                invalidate NAME (the whole or a PLACE); paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
 //   the user     m POINT, wheel N; keys like A, f4, ctrl+shift+left, and the buttons lb, mb, rb: typed, or with + or -
 //                ahead pressed or released only
 //   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore, ask (to close),
 //                kill, shift NAME PLACE, takemouse
 //   time         wait MS, tick MS (no event runs), later WORDS , WORDS ... . (20 ms apart, once somebody waits)
-//   what stands  focus?, pass? (the next message, which is not taken), order? (of the
-//                top-level windows), place? NAME, update? NAME (round what it is to paint), rgb? POINT, at? POINT
+//   what stands  focus?, pass? (the next message, which is not taken), order? (of the top-level windows), place? NAME,
+//                update? NAME (the box round what it is to paint), rgb? POINT, at? POINT
 //
 // "then" lets the program take all messages that there are; when ENTRY WORDS . reacts once to an entry of the log that
 // begins so.
 //
-// The log has an entry for each message to a window of the scene, like "main.size:0,94x75"; the names stand in a table
-// in window_scene.cpp. Colours are letters: r g b k w, s (silver), d (dark grey), n (navy), l (light grey).
+// The log has an entry for each message to a window of the scene, like "main.size:0,94x75". Tables in window_scene.cpp
+// have the names of messages and the kinds of windows. Colours are letters: r g b k w, s (silver), d (dark grey), n
+// (navy), l (light grey).
 void Act(const std::string& words);
 // The entries of those events, or all for "", and all answers to questions. The log is empty then.
 std::string Heard(const std::string& events = "");
