@@ -1,10 +1,5 @@
 // The frame: its thickness and look, its boxes, dragging by the caption, the system menu.
-#include <algorithm>
-#include <vector>
-
 #include "win32/window_scene.h"
-#include "win32/windows/window.h"
-#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -54,19 +49,17 @@ TEST(FrameOnAnyDesktop, TakesItsThicknessAndLightsTheCaptionOfTheActiveWindowWit
 
 TEST_F(WindowFrame, IsRaisedOrALineAndActsWhereABoxIsReleasedOnWhichItWasPressed) {
   Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
-  Walk("command", {
-                      {"rgb? 100 100 rgb? 101 101 rgb? 102 102 rgb? 103 121 rgb? 303 290 rgb? 304 290 rgb? 305 290",
-                       "l w s s s d k"},
-                      {"new line border main 400 100 99 99 then rgb? 400 100 rgb? 401 101 rgb? 498 198", "k w k"},
-                      {"m 293 111 lb", "| main.command:f060"},
-                      {"+lb m 50 50 -lb", ""},
-                      {"m 275 111 lb", "| main.command:f020"},
-                      {"back main then m 293 111 +lb later rgb? 290 105 , m 50 50 , rgb? 290 105 , m 293 111 , "
-                       "rgb? 290 105 , esc . then rgb? 290 105 -lb",
-                       "k w k w"},
-                      {"+lb later takemouse . then -lb", ""}, // the release never comes
-                      {"m 50 50 rgb? 290 105", "w"},
-                  });
+  Walk("command",
+       {{"rgb? 100 100 rgb? 101 101 rgb? 102 102 rgb? 103 121 rgb? 303 290 rgb? 304 290 rgb? 305 290", "l w s s s d k"},
+        {"new line border main 400 100 99 99 then rgb? 400 100 rgb? 401 101 rgb? 498 198", "k w k"},
+        {"m 293 111 lb", "| main.command:f060"},
+        {"+lb m 50 50 -lb", ""},
+        {"m 275 111 lb", "| main.command:f020"},
+        {"back main then m 293 111 +lb later rgb? 290 105 , m 50 50 , rgb? 290 105 , m 293 111 , "
+         "rgb? 290 105 , esc . then rgb? 290 105 -lb",
+         "k w k w"},
+        {"+lb later takemouse . then -lb", ""}, // the release never comes
+        {"m 50 50 rgb? 290 105", "w"}});
   TheMemoryDisplay().desktop.keys[VK_LBUTTON] = false;
 }
 

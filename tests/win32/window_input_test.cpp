@@ -41,7 +41,8 @@ TEST_F(MouseInput, MakesTwoPressesADoubleClickWhereTheClassAsksForIt) {
   Walk("d dd rd", {{"new t twice main 10 10 50 50 m 130 150 lb tick 500 m 134 146 lb lb",
                     "| t.d:1@17,18 t.dd:1@21,14 t.d:1@21,14"}, // a third begins anew
                    {"tick 999 m 130 150 lb tick 501 lb lb", "| t.d:1@17,18 t.d:1@17,18 t.dd:1@17,18"},
-                   {"tick 999 lb m 135 145 lb m 130 150 lb", "| t.d:1@17,18 t.d:1@22,13 t.d:1@17,18"},
+                   {"tick 999 lb m 135 150 lb m 135 145 lb", "| t.d:1@17,18 t.d:1@22,18 t.d:1@22,13"},
+                   {"tick 999 m 130 150 lb", "| t.d:1@17,18"},
                    {"tick 999 lb rb lb", "| t.d:1@17,18 t.rd:2@17,18 t.d:1@17,18"},
                    {"tick 999 m 250 250 lb lb", "| main.d:1@147,128 main.d:1@147,128"}});
 }
