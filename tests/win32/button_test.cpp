@@ -35,11 +35,10 @@ TEST_F(Button, IsPressedByItsKeysAndByAMessageWhileItIsEnabled) {
 TEST_F(Button, ForgetsAPressThatIsTakenAwayFromIt) {
   struct {
     const char *press, *taker, *release;
-  } cases[] = {
-      {"+space", "esc", "-space"},    {"+space", "disable main", "-space"}, {"+space", "keyboard other", "-space"},
-      {"+lb", "disable main", "-lb"}, {"+lb", "takemouse", "-lb"},          {"+lb", "esc", "-lb"}};
+  } cases[] = {{"+space", "esc", "-space"},  {"+space", "disable Go", "-space"}, {"+space", "keyboard other", "-space"},
+               {"+lb", "disable Go", "-lb"}, {"+lb", "takemouse", "-lb"},        {"+lb", "esc", "-lb"}};
   for (const auto& one : cases) {
-    Act("enable main keyboard main m main 60 32 then");
+    Act("enable Go keyboard main m main 60 32 then");
     ::SetFocus(button);
     Act(std::string(one.press) + " then rgb? main 20 20 " + one.taker + " then " + one.release +
         " then rgb? main 20 20");

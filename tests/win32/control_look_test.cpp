@@ -25,8 +25,7 @@ Picture PictureOf(HWND control) {
 TEST(ControlLook, IsAnotherInEachStateAtEveryDepth) {
   for (const int depth : {1, 2, 4, 8, 16, 24}) {
     WindowScene scene(640, 480, depth);
-    Act("make main frame - 100 100 206 225 show main then");
-    HWND main = Named("main");
+    HWND main = ShowMain();
     HWND button = ShowControl("button", "Go on", BS_PUSHBUTTON, {20, 20, 100, 44}, main, 7);
     const Picture plain = PictureOf(button);
     const auto unlike = [&](int row, int from, int to) { // of its pixels there, those that are not the face

@@ -375,8 +375,7 @@ TEST(MenuLook, CanBeReadOnAnyScreen) {
   for (const int32_t depth : {1, 2, 4, 8, 16, 24}) {
     SCOPED_TRACE(depth);
     WindowScene scene(640, 480, depth);
-    Act("make main frame - 100 100 206 225 show main then");
-    HWND main = Named("main");
+    HWND main = ShowMain();
     HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu();
     ::AppendMenuA(file, 0, 1, "&Same text\tKey");
     ::AppendMenuA(file, MF_GRAYED, 2, "&Same text\tKey");

@@ -22,8 +22,7 @@ TEST(FrameOnAnyDesktop, TakesItsThicknessAndLightsTheCaptionOfTheActiveWindowWit
   for (const int32_t depth : {1, 4, 8, 16, 24}) {
     SCOPED_TRACE(depth);
     WindowScene scene(640, 480, depth);
-    Act("make title frame - 100 100 206 225 show title then");
-    HWND main = Named("title");
+    HWND main = ShowMain();
     HDC context = ::GetDC(main);
     const COLORREF lit = ::GetNearestColor(context, RGB(0, 0, 128));
     const COLORREF dim = ::GetNearestColor(context, RGB(128, 128, 128));

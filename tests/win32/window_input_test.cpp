@@ -142,7 +142,7 @@ TEST_F(KeyInput, HasAStateThatFollowsTheMessagesTakenAndAnotherThatIsNow) {
 // pressed and without Shift: "answer:characters" for both.
 std::string Characters(const char* typed) {
   WindowScene scene;
-  Act("make main frame - 100 100 206 225 show main then");
+  ShowMain();
   TheMemoryDisplay().desktop.deadKeys = true;
   std::string text;
   const auto ask = [&text](LPARAM lParam, const BYTE* state) {
@@ -161,7 +161,6 @@ std::string Characters(const char* typed) {
     if (wParam != VK_SHIFT) ask(lParam, state);
     return 0;
   });
-  Heard();
   Act(typed);
   Drain();
   return text + Heard("char");
@@ -203,6 +202,7 @@ TEST_F(MessageQueue, GivesInputInItsOrderThenTheEndThenPaintsAndKeepsWhatAFilter
   Act("m 450 60 pass? destroy dlg");
   EXPECT_EQ(Heard("none"), "dlg.m");
   EXPECT_EQ(Taken("-", WM_MOUSEMOVE, WM_MOUSEMOVE), "");
+  EXPECT_EQ(::SendMessageA(gone, WM_CLOSE, 0, 0), 0);
   EXPECT_FALSE(::PeekMessageA(&message, gone, 0, 0, PM_REMOVE));
 }
 

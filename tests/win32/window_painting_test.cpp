@@ -299,7 +299,8 @@ TEST(PresentingAnywhere, StandsInEveryDepthAndThroughAChangeOfIt) {
   for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
     WindowScene scene(640, 480, depth);
     const int32_t next = depth == 24 ? 8 : 24;
-    Act("make main frame - 100 100 206 225 show main then rgb? main 0 0");
+    ShowMain();
+    Act("rgb? main 0 0");
     MemoryDisplaySetMode(800, 600, next);
     Act("then rgb? main 0 0");
     EXPECT_EQ(Heard("display settings"), "w main.display:" + std::to_string(next) + ",800x600 main.settings w")

@@ -418,13 +418,6 @@ WindowScene::~WindowScene() {
   TheScene() = {};
 }
 
-OneWindow::OneWindow() {
-  Act("make main frame - 100 100 206 225 show main then");
-  Heard();
-  main = Named("main");
-  shown = MemoryWindowTitled("main");
-}
-
 void Act(const std::string& words) {
   std::istringstream in(words);
   for (std::string word; in >> word;) {
@@ -467,6 +460,12 @@ HWND Named(const std::string& title) {
   }
   EXPECT_EQ(title, "-") << "no such window";
   return nullptr;
+}
+
+HWND ShowMain() {
+  Act("make main frame - 100 100 206 225 show main then");
+  Heard();
+  return Named("main");
 }
 
 HWND ShowControl(const char* className, const char* title, DWORD style, const PixelRect& r, HWND parent, int id) {

@@ -51,6 +51,8 @@ struct Step {
 void Walk(const std::string& events, std::initializer_list<Step> steps);
 
 HWND Named(const std::string& title);
+// A frame called "main", active and alone; its client area lies from 103, 122 to 303, 322.
+HWND ShowMain();
 // Shown. Its messages are not in the log.
 HWND ShowControl(const char* className, const char* title, DWORD style, const PixelRect& place, HWND parent, int id);
 
@@ -65,14 +67,11 @@ bool Lives(HWND window); // has not been destroyed
 POINT OnScreen(HWND window, int x, int y);
 COLORREF ColourAt(const POINT& point);
 
-// A frame called "main", active and alone; its client area lies from 103, 122 to 303, 322.
 class OneWindow : public ::testing::Test {
 protected:
-  OneWindow();
-
   WindowScene scene;
-  HWND main;
-  DisplayWindow* shown;
+  HWND main = ShowMain();
+  DisplayWindow* shown = MemoryWindowTitled("main");
 };
 
 } // namespace framereel
