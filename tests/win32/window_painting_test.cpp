@@ -65,8 +65,9 @@ public:
       among = &one->children;
       one = std::next(among->begin(), dice.Below(int(among->size())));
     }
-    do Change(among, one);
-    while (dice.OneIn(2));
+    do {
+      Change(among, one);
+    } while (dice.OneIn(2));
   }
   void ExpectTheSame() const {
     Drain();

@@ -221,11 +221,11 @@ COLORREF Colour(std::istream& in) {
 HWND Make(std::istream& in) {
   const std::string name = Word(in), kindName = Word(in);
   HWND parent = Named(Word(in));
-  const RECT r = Place(in);
+  const int x = Number(in), y = Number(in), width = Number(in), height = Number(in);
   for (const Kind& kind : kKinds) {
     if (kindName != kind.name) continue;
-    return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, r.left, r.top,
-                             r.right - r.left, r.bottom - r.top, parent, nullptr, nullptr, nullptr);
+    return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, x, y, width, height, parent,
+                             nullptr, nullptr, nullptr);
   }
   ADD_FAILURE() << "no kind " << kindName;
   return nullptr;
