@@ -50,26 +50,15 @@ struct BitmapCanvas {
   BitmapCanvas(const BitmapCanvas&) = delete;
 };
 
+// All of the surface that the context draws on, the screen's among them.
 inline Picture PictureOf(HDC context) {
-  const PixelRect bounds = BoundsOf(*context);
-  Picture picture = {bounds.right, bounds.bottom, {}};
-  if (context->screen) {
-    picture.pixels = TheMemoryDisplay().screen;
-    return picture;
-  }
-  for (int32_t i = 0; i < bounds.right * bounds.bottom; ++i) {
-    picture.pixels.push_back(PixelAt(context->bitmap->surface, i % bounds.right, i / bounds.right));
+  if (context->screen) return {TheMemoryDisplay().width, TheMemoryDisplay().height, TheMemoryDisplay().screen};
+  const Surface& surface = context->bitmap ? context->bitmap->surface : *context->surface;
+  Picture picture = {surface.width, surface.height, {}};
+  for (int32_t i = 0; i < surface.width * surface.height; ++i) {
+    picture.pixels.push_back(PixelAt(surface, i % surface.width, i / surface.width));
   }
   return picture;
-}
-
-// Every pixel is what pixelAt(x, y) answers.
-template <typename PixelAtPlace> void ExpectPixels(HDC context, PixelAtPlace pixelAt) {
-  const Picture picture = PictureOf(context);
-  for (int i = 0; i < int(picture.pixels.size()); ++i) {
-    const int x = i % picture.width, y = i / picture.width;
-    ASSERT_EQ(picture.pixels[size_t(i)], pixelAt(x, y)) << x << ", " << y;
-  }
 }
 
 // The pixel that a colour becomes in the context's format.
@@ -80,15 +69,14 @@ inline uint32_t PixelOf(HDC context, COLORREF colour) {
 
 // Any pixels that the context's layout has.
 inline void Scribble(HDC context, std::mt19937& random) {
-  const PixelRect bounds = BoundsOf(*context);
-  const uint32_t bits = PixelBits(LayoutOf(*context));
-  for (int32_t i = 0; i < bounds.right * bounds.bottom; ++i) {
-    const int32_t x = i % bounds.right, y = i / bounds.right;
-    const uint32_t pixel = uint32_t(random()) & bits;
+  const Picture picture = PictureOf(context);
+  for (int32_t i = 0; i < int32_t(picture.pixels.size()); ++i) {
+    const uint32_t pixel = uint32_t(random()) & PixelBits(LayoutOf(*context));
     if (context->screen) {
-      MemoryPixel(x, y) = pixel;
+      TheMemoryDisplay().screen[size_t(i)] = pixel;
     } else {
-      SetPixelAt(context->bitmap->surface, x, y, pixel);
+      SetPixelAt(context->bitmap ? context->bitmap->surface : *context->surface, i % picture.width, i / picture.width,
+                 pixel);
     }
   }
 }

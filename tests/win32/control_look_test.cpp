@@ -12,10 +12,11 @@ using Picture = std::vector<COLORREF>;
 Picture PictureOf(HWND control) {
   Drain();
   Picture pixels;
-  for (int y = 0; y < ClientSize(control).cy; ++y) {
-    for (int x = 0; x < ClientSize(control).cx; ++x) {
-      const POINT at = OnScreen(control, x, y);
-      pixels.push_back(ColourAt(at.x, at.y));
+  RECT size;
+  ::GetClientRect(control, &size);
+  for (int y = 0; y < size.bottom; ++y) {
+    for (int x = 0; x < size.right; ++x) {
+      pixels.push_back(ColourAt(OnScreen(control, x, y)));
     }
   }
   return pixels;
@@ -24,7 +25,7 @@ Picture PictureOf(HWND control) {
 TEST(ControlLook, IsAnotherInEachStateAtEveryDepth) {
   for (const int depth : {1, 2, 4, 8, 16, 24}) {
     WindowScene scene(640, 480, depth);
-    HWND main = ShowFrame("main", kMainPlace);
+    HWND main = ShowMain();
     HWND button = ShowControl("button", "Go on", BS_PUSHBUTTON, {20, 20, 100, 44}, main, 7);
     const Picture plain = PictureOf(button);
     const auto unlike = [&](int row, int from, int to) { // of its pixels there, those that are not the face

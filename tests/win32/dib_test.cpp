@@ -93,27 +93,21 @@ TEST(GetDIBits, GivesTheFixedSixteenWhateverOrderTheScreensPaletteHadAndHas) {
 }
 
 TEST(GetDIBits, RefusesWhatItCannotReadAndLeavesTheBufferAlone) {
-  for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
-    SCOPED_TRACE(depth);
-    ScreenCanvas screen(4, 4, depth);
+  for (const DibCase& c : kDibCases) {
+    SCOPED_TRACE(testing::Message() << c.bitCount << " of " << c.depth << " bits");
+    ScreenCanvas screen(4, 4, c.depth);
     BitmapCanvas canvas(screen.context, 4, 4);
     std::vector<uint8_t> bits(64, kUntouched);
-    const auto read = [&](WORD bitCount, UINT usage, UINT start, int wider) {
-      BITMAPINFO info = InfoOf(canvas.bitmap, bitCount);
+    const auto read = [&](int bitCount, UINT start, int wider) {
+      BITMAPINFO info = InfoOf(canvas.bitmap, WORD(bitCount));
       info.bmiHeader.biWidth += wider;
-      return ::GetDIBits(screen.context, canvas.bitmap, start, 4, bits.data(), &info, usage);
+      return ::GetDIBits(screen.context, canvas.bitmap, start, 4, bits.data(), &info, c.usage);
     };
-    const bool palette = depth <= 8;
-    const WORD bitCount = palette ? 8 : 24;
-    const UINT usage = palette ? DIB_PAL_COLORS : DIB_RGB_COLORS;
-    EXPECT_EQ(read(bitCount, usage, 0, 0), 0); // it is in a context
+    EXPECT_EQ(read(c.bitCount, 0, 0), 0); // it is in a context
     ::SelectObject(canvas.context, canvas.before);
-    EXPECT_EQ(read(palette ? 24 : 8, usage, 0, 0), 0);
-    EXPECT_EQ(read(depth == 2 ? 1 : 2, DIB_PAL_COLORS, 0, 0), 0);
-    EXPECT_EQ(read(32, usage, 0, 0), 0);
-    EXPECT_EQ(read(bitCount, usage, 4, 0), 0);
-    EXPECT_EQ(read(bitCount, usage, 0, 1), 0);
-    EXPECT_EQ(::GetDIBits(screen.context, nullptr, 0, 4, bits.data(), nullptr, usage), 0);
+    EXPECT_EQ(read(c.depth > 8 ? 8 : 24, 0, 0) + read(c.depth == 2 ? 1 : 2, 0, 0) + read(32, 0, 0), 0);
+    EXPECT_EQ(read(c.bitCount, 4, 0) + read(c.bitCount, 0, 1), 0);
+    EXPECT_EQ(::GetDIBits(screen.context, nullptr, 0, 4, bits.data(), nullptr, c.usage), 0);
     EXPECT_EQ(bits, std::vector<uint8_t>(64, kUntouched));
   }
 }

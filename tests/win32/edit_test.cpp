@@ -27,13 +27,9 @@ std::string Shown(HWND edit) {
   return Bracketed(TextOf(edit), from, to);
 }
 
-// The user presses a key, and the program takes it.
-void Press(int key, bool shift = false, bool control = false) {
-  if (shift) MemoryPressKey(VK_SHIFT);
-  if (control) MemoryPressKey(VK_CONTROL);
-  MemoryTypeKey(uint8_t(key));
-  MemoryReleaseKey(VK_CONTROL);
-  MemoryReleaseKey(VK_SHIFT);
+// The user does it, and the program takes it.
+void Press(const std::string& words) {
+  Act(words);
   Drain();
 }
 
@@ -119,25 +115,25 @@ struct Twin {
 };
 
 struct TwinKey {
-  int key;
+  const char* name;
   size_t (Twin::*target)() const;
   size_t (Twin::*withControl)() const;
   char erases; // 0: it moves
 };
 constexpr TwinKey kTwinKeys[] = {
-    {VK_LEFT, &Twin::Left, &Twin::WordLeft, 0},   {VK_RIGHT, &Twin::Right, &Twin::WordRight, 0},
-    {VK_HOME, &Twin::Start, &Twin::Start, 0},     {VK_END, &Twin::End, &Twin::End, 0},
-    {VK_BACK, &Twin::Left, &Twin::WordLeft, 'b'}, {VK_DELETE, &Twin::Right, &Twin::WordRight, 'd'},
+    {"left", &Twin::Left, &Twin::WordLeft, 0},        {"right", &Twin::Right, &Twin::WordRight, 0},
+    {"home", &Twin::Start, &Twin::Start, 0},          {"end", &Twin::End, &Twin::End, 0},
+    {"backspace", &Twin::Left, &Twin::WordLeft, 'b'}, {"delete", &Twin::Right, &Twin::WordRight, 'd'},
 };
 constexpr size_t kTwinLimit = 40;
 
 void PressTwinKey(const TwinKey& key, bool shift, bool control, Twin* twin) {
-  Press(key.key, shift, control);
+  Press(std::string(shift ? "shift+" : "") + (control ? "ctrl+" : "") + key.name);
   size_t to = (twin->*(control ? key.withControl : key.target))();
   if (key.erases) return twin->Erase(key.erases, to);
   const bool leaves = !shift && !control && twin->anchor != twin->caret;
-  if (leaves && key.key == VK_LEFT) to = twin->From();
-  if (leaves && key.key == VK_RIGHT) to = twin->To();
+  if (leaves && key.target == &Twin::Left) to = twin->From();
+  if (leaves && key.target == &Twin::Right) to = twin->To();
   twin->Move(to, shift);
 }
 
@@ -154,7 +150,7 @@ TEST_F(Edit, DoesWithRandomKeysWhatAPlainTwinDoes) {
       const bool shift = random() % 3 == 0, control = random() % 3 == 0;
       if (act < std::size(kTwinKeys)) {
         // Shift+Delete cuts.
-        PressTwinKey(kTwinKeys[act], shift && kTwinKeys[act].key != VK_DELETE, control, &twin);
+        PressTwinKey(kTwinKeys[act], shift && act != 5, control, &twin);
       } else if (act < 8) {
         ::SendMessageA(edit, act == 6 ? WM_CUT : WM_COPY, 0, 0);
         if (twin.anchor == twin.caret) continue;
@@ -164,7 +160,7 @@ TEST_F(Edit, DoesWithRandomKeysWhatAPlainTwinDoes) {
         ::SendMessageA(edit, WM_PASTE, 0, 0);
         twin.Enter(0, clipboard, kTwinLimit);
       } else if (act == 9) {
-        Press('Z', false, true);
+        Press("ctrl+Z");
         std::swap(twin.text, twin.before);
         // Where the caret goes is looked at in a table.
         ::SendMessageA(edit, EM_SETSEL, 0, 0);
@@ -184,37 +180,32 @@ TEST_F(Edit, DoesWithRandomKeysWhatAPlainTwinDoes) {
 // ---- Lines -------------------------------------------------------------------------------------------------------
 
 TEST_F(Edit, GoesUpAndDownByTheLinesThatItShows) {
-  struct Key {
-    int key;
-    bool shift, control;
-    const char* shown;
-  };
   HWND edit = Show("first line\r\n\r\nthird lines", ES_MULTILINE, {10, 10, 190, 100});
-  const Key keys[] = {
-      {VK_UP, false, false, "first line\r\n|\r\nthird lines"},
-      {VK_UP, false, false, "first line|\r\n\r\nthird lines"},
-      {VK_UP, false, false, "first line|\r\n\r\nthird lines"},
-      {VK_DOWN, true, false, "first line[\r\n]\r\nthird lines"},
-      {VK_LEFT, true, false, "first line|\r\n\r\nthird lines"},
-      {VK_HOME, false, false, "|first line\r\n\r\nthird lines"},
-      {VK_RIGHT, false, true, "first |line\r\n\r\nthird lines"},
-      {VK_RIGHT, false, true, "first line|\r\n\r\nthird lines"},
-      {VK_RIGHT, false, true, "first line\r\n\r\n|third lines"},
-      {VK_LEFT, false, true, "first line|\r\n\r\nthird lines"},
-      {VK_DELETE, false, false, "first line|\r\nthird lines"},
-      {VK_BACK, false, false, "first lin|\r\nthird lines"},
-      {VK_RETURN, false, false, "first lin\r\n|\r\nthird lines"},
-      {'Z', false, true, "first lin|\r\nthird lines"},
-      {'Z', false, true, "first lin\r\n|\r\nthird lines"},
-      {VK_NEXT, false, false, "first lin\r\n\r\n|third lines"},
-      {VK_END, true, true, "first lin\r\n\r\n[third lines]"},
-      {'C', false, true, "first lin\r\n\r\n[third lines]"},
-      {'A', false, true, "[first lin\r\n\r\nthird lines]"},
-      {'V', false, true, "third lines|"},
+  const std::pair<const char*, const char*> keys[] = {
+      {"up", "first line\r\n|\r\nthird lines"},
+      {"up", "first line|\r\n\r\nthird lines"},
+      {"up", "first line|\r\n\r\nthird lines"},
+      {"shift+down", "first line[\r\n]\r\nthird lines"},
+      {"shift+left", "first line|\r\n\r\nthird lines"},
+      {"home", "|first line\r\n\r\nthird lines"},
+      {"ctrl+right", "first |line\r\n\r\nthird lines"},
+      {"ctrl+right", "first line|\r\n\r\nthird lines"},
+      {"ctrl+right", "first line\r\n\r\n|third lines"},
+      {"ctrl+left", "first line|\r\n\r\nthird lines"},
+      {"delete", "first line|\r\nthird lines"},
+      {"backspace", "first lin|\r\nthird lines"},
+      {"enter", "first lin\r\n|\r\nthird lines"},
+      {"ctrl+Z", "first lin|\r\nthird lines"},
+      {"ctrl+Z", "first lin\r\n|\r\nthird lines"},
+      {"pagedown", "first lin\r\n\r\n|third lines"},
+      {"shift+ctrl+end", "first lin\r\n\r\n[third lines]"},
+      {"ctrl+C", "first lin\r\n\r\n[third lines]"},
+      {"ctrl+A", "[first lin\r\n\r\nthird lines]"},
+      {"ctrl+V", "third lines|"},
   };
-  for (const Key& key : keys) {
-    Press(key.key, key.shift, key.control);
-    ASSERT_EQ(Shown(edit), key.shown) << key.key;
+  for (const auto& [key, expected] : keys) {
+    Press(key);
+    ASSERT_EQ(Shown(edit), expected) << key;
   }
 }
 
@@ -227,7 +218,7 @@ TEST_F(Edit, BreaksLinesBetweenWordsAtItsFormattingRectangle) {
     std::string text = TextOf(edit);
     for (size_t end = text.size();;) {
       ::SendMessageA(edit, EM_SETSEL, WPARAM(end), LPARAM(end));
-      Press(VK_HOME);
+      Press("home");
       DWORD from = 0;
       ::SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&from), 0);
       if (from == 0) return text;
@@ -240,7 +231,7 @@ TEST_F(Edit, BreaksLinesBetweenWordsAtItsFormattingRectangle) {
   EXPECT_EQ(lines(WidthOf("one two") - 1), "one /two /three");
   // A broken line ends ahead of the blank that it is broken behind.
   ::SendMessageA(edit, EM_SETSEL, WPARAM(-1), -1);
-  Press(VK_UP);
+  Press("up");
   EXPECT_EQ(Shown(edit), "one two| three");
   EXPECT_EQ(lines(WidthOf("three") - 1), "one /two /thre/e");
   EXPECT_EQ(lines(1), "o/n/e /t/w/o /t/h/r/e/e");
@@ -273,7 +264,7 @@ TEST_F(Edit, TakesWholeCharactersUpToItsLimitAndBeepsForTheRest) {
   EXPECT_EQ(Shown(edit), "[ab]\xC3\xA9");
   ::SetWindowTextA(edit, "longer than that");
   ::SendMessageA(edit, EM_SETSEL, 0, 1);
-  Press('X');
+  Press("X");
   EXPECT_EQ(Shown(edit), "[l]onger than that");
   EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 2U);
   ::SetWindowTextA(edit, "a\u20AC");
@@ -284,18 +275,18 @@ TEST_F(Edit, TakesWholeCharactersUpToItsLimitAndBeepsForTheRest) {
 
 TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
   HWND edit = Show("abc");
-  Press('X');
-  EXPECT_EQ(TakeLog({"COMMAND"}), "main COMMAND 5:768");
-  Press(VK_DELETE);
-  Press('C', false, true);
-  EXPECT_EQ(TakeLog({"COMMAND"}), "");
+  Press("X");
+  EXPECT_EQ(Heard("notice"), "main.notice:5/768");
+  Press("delete");
+  Press("ctrl+C");
+  EXPECT_EQ(Heard("notice"), "");
   ::SetWindowTextA(edit, "new");
-  Press('Z', false, true); // there is nothing to take back
-  EXPECT_EQ(TakeLog({"COMMAND"}), "main COMMAND 5:768");
+  Press("ctrl+Z"); // there is nothing to take back
+  EXPECT_EQ(Heard("notice"), "main.notice:5/768");
   EXPECT_EQ(Shown(edit), "|new");
   Answer(WM_COMMAND, [edit](HWND, WPARAM, LPARAM) { return ::DestroyWindow(edit); });
-  Press('Y');
-  Press('Z');
+  Press("Y");
+  Press("Z");
   EXPECT_FALSE(Lives(edit));
 }
 
@@ -377,36 +368,24 @@ TEST_F(Edit, GivesTheMiddleButtonWhatTheMouseHasSelectedAndNotWhatTheProgramHas)
 TEST_F(Edit, SelectsByTheMouse) {
   HWND edit = Show("some words here", 0, {10, 10, 190, 100});
   ::SetFocus(main);
-  struct Act {
-    const char* upTo; // the pointer goes there; null: it stays
-    const char* does; // P presses, R releases, S holds and s leaves Shift, C takes the mouse away, . waits a second
-    const char* shown;
-  };
-  const Act acts[] = {
-      {"som", "P", "som|e words here"},
+  const struct {
+    const char *upTo, *words, *shown; // the pointer goes behind that text; null: it stays
+  } acts[] = {
+      {"som", "+lb", "som|e words here"},
       {"some w", "", "som[e w]ords here"},
       {"s", "", "s[om]e words here"},
-      {"", "CR", "s[om]e words here"},
+      {nullptr, "takemouse -lb", "s[om]e words here"},
       {"some w", "", "s[om]e words here"},
-      {"some words", "SPRs", "som[e words] here"},
-      {"some word", ".PRP", "some [words] here"}, // a word, and on by words
+      {"some words", "+shift lb -shift", "som[e words] here"},
+      {"some word", "tick 1000 lb +lb", "some [words] here"}, // a word, and on by words
       {"so", "", "[some words] here"},
       {"some words h", "", "some [words here]"},
-      {"", "R", "some [words here]"},
+      {nullptr, "-lb", "some [words here]"},
   };
-  for (const Act& act : acts) {
-    const POINT to = OnScreen(main, 12 + WidthOf(act.upTo) + 1, 55);
-    if (*act.does != 'C' && *act.does != 'R') MemoryMovePointerTo(to.x, to.y);
-    for (const char* each = act.does; *each; ++each) {
-      if (*each == 'P') MemoryPressButton();
-      if (*each == 'R') MemoryReleaseButton();
-      if (*each == 'S') MemoryPressKey(VK_SHIFT);
-      if (*each == 's') MemoryReleaseKey(VK_SHIFT);
-      if (*each == 'C') MemoryTakeCapture();
-      if (*each == '.') TheMemoryDisplay().tick += 1000;
-    }
-    Drain();
-    EXPECT_EQ(Shown(edit), act.shown) << act.upTo << act.does;
+  for (const auto& act : acts) {
+    if (act.upTo) Act("m main " + std::to_string(13 + WidthOf(act.upTo)) + " 55");
+    Press(act.words);
+    EXPECT_EQ(Shown(edit), act.shown) << act.words;
   }
   EXPECT_EQ(::GetFocus(), edit);
 }
@@ -416,7 +395,7 @@ std::optional<POINT> FirstInk(HWND main, const PixelRect& place, COLORREF paper 
   for (int x = place.left; x < place.right; ++x) {
     for (int y = place.top; y < place.bottom; ++y) {
       const POINT at = OnScreen(main, x, y);
-      if (ColourAt(at.x, at.y) != paper) return POINT{x, y};
+      if (ColourAt(at) != paper) return POINT{x, y};
     }
   }
   return {};
@@ -428,22 +407,16 @@ TEST_F(Edit, ScrollsWithTheCaretAndOnWhileTheMouseIsHeldOutside) {
   ::SetWindowTextA(edit, (std::string(20, ' ') + std::string(30000, 'm')).c_str());
   Drain();
   EXPECT_GT(FirstInk(main, {14, 10, 110, 40}).value_or(POINT{0, 0}).x, 60); // behind the caret and the blanks
-  Press(VK_END);
+  Press("end");
   EXPECT_LT(FirstInk(main, place).value_or(POINT{200, 0}).x, 20);
-  MemoryTypeKey(VK_HOME);
-  const POINT inside = OnScreen(main, 60, 25), outside = OnScreen(main, 130, 25);
-  MemoryMovePointerTo(inside.x, inside.y);
-  MemoryPressButton();
-  MemoryMovePointerTo(outside.x, outside.y);
-  Drain();
+  Press("home m main 60 25 +lb m main 130 25");
   const auto wait = [edit](int times) {
     while (times-- > 0) (::Sleep(50), Drain());
     return Shown(edit).find(']');
   };
   const size_t before = wait(0), then = wait(4);
   EXPECT_GT(then, before + 4);
-  MemoryReleaseButton();
-  Drain();
+  Press("-lb");
   EXPECT_EQ(wait(4), then);
 }
 
@@ -452,14 +425,11 @@ TEST_F(Edit, TurnsItsLinesWithTheWheelAsFarAsThereAreAny) {
   HWND edit = Show("", ES_MULTILINE, place);
   SetClipboardText("first" + std::string(20, '\n'));
   ::SendMessageA(edit, WM_PASTE, 0, 0);
-  const POINT inside = OnScreen(main, 60, 30);
-  MemoryMovePointerTo(inside.x, inside.y);
-  ::SetFocus(main);
+  Act("m main 60 30 focus main");
   std::string seen; // whether the first line is, and who has heard of the wheel
-  for (const int notches : {-1, 100, 1, -100}) {
-    MemoryTurnWheel(int8_t(notches));
-    Drain();
-    seen += (FirstInk(main, place) ? "first " : "others ") + TakeLog({"MOUSEWHEEL"}).substr(0, 4) + ";";
+  for (const char* words : {"wheel -1", "wheel 100", "wheel 1", "wheel -100"}) {
+    Press(words);
+    seen += (FirstInk(main, place) ? "first " : "others ") + Heard("wheel").substr(0, 4) + ";";
   }
   EXPECT_EQ(seen, "others main;first ;first main;others ;");
 }
@@ -475,8 +445,7 @@ TEST_F(Edit, BlinksOnlyWhileItHasTheKeyboard) {
     seen += FirstInk(main, place) ? '|' : '.';
   };
   for (const uint32_t wait : {0, 499, 1, 500, 499}) look(wait);
-  Press('A'); // begins anew behind the letter
-  MemoryTypeKey(VK_BACK);
+  Press("A backspace"); // begins anew
   for (const uint32_t wait : {0, 499, 1}) look(wait);
   EXPECT_EQ(seen, "||.||||.");
   seen.clear();
@@ -484,7 +453,7 @@ TEST_F(Edit, BlinksOnlyWhileItHasTheKeyboard) {
   for (const uint32_t wait : {0, 500, 500}) look(wait);
   ::SetFocus(edit);
   look(0);
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {400, 100, 500, 200}, 0));
+  Act("keyboard other");
   for (const uint32_t wait : {0, 500}) look(wait);
   EXPECT_EQ(seen, "...|..");
   const uint64_t presented = TheMemoryDisplay().desktop.presentedPixels;

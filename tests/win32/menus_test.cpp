@@ -39,7 +39,7 @@ protected:
     ::SetMenu(main, bar);
     Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
     Drain();
-    TakeLog();
+    Heard();
   }
 
   // Each word of the script is a step, 20 ms after the one before; the last two are 300 ms long.
@@ -68,7 +68,7 @@ protected:
       ::Sleep(10);
     }
     EXPECT_EQ(TheMemoryDisplay().desktop.captured != nullptr, TheWindows().capture != nullptr) << script;
-    return looks + TakeLog({"COMMAND", "SYSCOMMAND"});
+    return looks + Heard("notice command");
   }
 
   void Do(const std::string& word) {
@@ -94,16 +94,15 @@ protected:
     } else if (what == "free") {
       MemoryReleaseKey(keyOf(where));
     } else if (what.substr(0, 2) == "A+") {
-      TypeWith({VK_MENU}, keyOf(what.substr(2)));
+      MemoryPressKey(VK_MENU), MemoryTypeKey(keyOf(what.substr(2))), MemoryReleaseKey(VK_MENU);
     } else if (what != "rest") {
       MemoryTypeKey(keyOf(what));
     }
   }
 
   HWND ShowDialog() {
-    HWND dialog = MakeWindow("dialog", kFrameStyle | WS_POPUP, {400, 100, 500, 200}, main);
-    ::ShowWindow(dialog, SW_SHOWNORMAL);
-    return dialog;
+    Act("make dialog dialog main 400 100 100 100 show dialog");
+    return Named("dialog");
   }
 
   // The open popups, in the order in which they were opened.
@@ -143,7 +142,7 @@ protected:
     for (const PixelRect& popup : Popups()) {
       std::string marked = "_";
       for (int32_t i = 0; Row(popup, i).bottom < popup.bottom; ++i) {
-        if (ColourAt(Row(popup, i).left + 1, Row(popup, i).top + 3) == kNavy) marked = std::to_string(i);
+        if (ColourAt({Row(popup, i).left + 1, Row(popup, i).top + 3}) == kNavy) marked = std::to_string(i);
       }
       text += ":" + marked;
     }
@@ -154,25 +153,25 @@ protected:
   std::string looks;
 };
 
-constexpr char kByKey[] = "main SYSCOMMAND 61696", kByMouse[] = "main SYSCOMMAND 61589";
+constexpr char kByKey[] = "main.command:f100", kByMouse[] = "main.command:f095";
 
 TEST_F(Menus, AreWalkedThroughWithKeys) {
   const std::pair<const char*, std::string> cases[] = {
       {"alt ? right ? right ? right ? esc", std::string("File Grey Edit system ") + kByKey},
       {"alt down ? down ? down ? up ? esc ? esc", std::string("File:0 File:2 File:3 File:2 File ") + kByKey},
-      {"A+f ? ret", std::string("File:0 ") + kByKey + "; main COMMAND 1:0"},
-      {"A+f s", std::string(kByKey) + "; main COMMAND 2:0"},
-      {"A+f m ? p", std::string("File:3:0 ") + kByKey + "; main COMMAND 4:0"},
+      {"A+f ? ret", std::string("File:0 ") + kByKey + " main.notice:1/0"},
+      {"A+f s", std::string(kByKey) + " main.notice:2/0"},
+      {"A+f m ? p", std::string("File:3:0 ") + kByKey + " main.notice:4/0"},
       {"A+f up right ? left ? right right ? esc ? esc", std::string("File:3:0 File:3 Grey Grey ") + kByKey},
       {"A+f up right down ? ret ? g ? esc esc esc", std::string("File:3:1 File:3:1 File:3:1 ") + kByKey},
-      {"A+e c ? c ? c ? ret", std::string("Edit:1 Edit:2 Edit:1 ") + kByKey + "; main COMMAND 8:0"},
+      {"A+e c ? c ? c ? ret", std::string("Edit:1 Edit:2 Edit:1 ") + kByKey + " main.notice:8/0"},
       {"A+e left ? left ? left ? esc esc", std::string("Grey File:0 system:0 ") + kByKey},
       {"hold:alt hold:e hold:e ? free:e hold:c ? hold:c hold:c ? free:c free:alt esc esc",
        std::string("Edit:0 Edit:1 Edit:1 ") + kByKey},
-      {"F10 ? e ? t", std::string("File Edit:0 ") + kByKey + "; main COMMAND 7:0"},
+      {"F10 ? e ? t", std::string("File Edit:0 ") + kByKey + " main.notice:7/0"},
       {"F10 ? F10 ?", std::string("File - ") + kByKey},
-      {"alt ? alt ? alt ? alt", std::string("File - File ") + kByKey + "; " + kByKey},
-      {"alt space ? c", std::string("system:0 ") + kByKey + "; main SYSCOMMAND 61536"},
+      {"alt ? alt ? alt ? alt", std::string("File - File ") + kByKey + " " + kByKey},
+      {"alt space ? c", std::string("system:0 ") + kByKey + " main.command:f060"},
       {"A+x ?", std::string("- ") + kByKey},
   };
   for (const auto& [script, expected] : cases) {
@@ -183,35 +182,34 @@ TEST_F(Menus, AreWalkedThroughWithKeys) {
 
 TEST_F(Menus, AreWalkedThroughWithTheMouse) {
   const std::pair<const char*, std::string> cases[] = {
-      {"click:File ? over:0.0 ? click:0.0", std::string("File:_ File:0 ") + kByMouse + "; main COMMAND 1:0"},
-      {"press:File over:0.2 ? release", std::string("File:2 ") + kByMouse + "; main COMMAND 2:0"},
+      {"click:File ? over:0.0 ? click:0.0", std::string("File:_ File:0 ") + kByMouse + " main.notice:1/0"},
+      {"press:File over:0.2 ? release", std::string("File:2 ") + kByMouse + " main.notice:2/0"},
       {"press:File release press:File release ? rest press:File ? release", std::string("File:_ - ") + kByMouse},
       {"press:File over:0.0 over:out ? release ?", std::string("File:_ - ") + kByMouse},
       {"click:File over:out ? click:out ?", std::string("File:_ - ") + kByMouse},
       {"click:File over:Edit ? over:Grey ? rest click:Grey ?", std::string("Edit:_ Grey - ") + kByMouse},
-      {"click:File click:0.1 ? click:Edit ? click:0.0",
-       std::string("File:_ Edit:_ ") + kByMouse + "; main COMMAND 7:0"},
+      {"click:File click:0.1 ? click:Edit ? click:0.0", std::string("File:_ Edit:_ ") + kByMouse + " main.notice:7/0"},
       // The popup at an item's side comes and goes once the mouse rests, or with a press.
       {"click:File over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? click:out",
        std::string("File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2 ") + kByMouse},
       {"press:File over:0.3 rest over:1.1 release ? over:1.0 press:1.0 release",
-       std::string("File:3:1 ") + kByMouse + "; main COMMAND 4:0"},
+       std::string("File:3:1 ") + kByMouse + " main.notice:4/0"},
       {"click:File click:0.3 ? click:1.1 ? click:1.0",
-       std::string("File:3:_ File:3:1 ") + kByMouse + "; main COMMAND 4:0"},
-      {"click:File over:system ? click:0.4", std::string("system:_ ") + kByMouse + "; main SYSCOMMAND 61536"},
+       std::string("File:3:_ File:3:1 ") + kByMouse + " main.notice:4/0"},
+      {"click:File over:system ? click:0.4", std::string("system:_ ") + kByMouse + " main.command:f060"},
       {"click:Grey ?", "- "},
       {"alt over:Edit ? click:Edit ? esc ? esc", std::string("File Edit:_ Edit ") + kByKey},
   };
   for (const auto& [script, expected] : cases) {
     SCOPED_TRACE(script);
-    EXPECT_EQ(Play(script), expected == "- " ? "- main SYSCOMMAND 61589" : expected);
+    EXPECT_EQ(Play(script), expected == "- " ? "- main.command:f095" : expected);
   }
 }
 
 // Whatever happens while File and More are open, the menu closes in order: it chooses nothing, lets go of the mouse,
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
+  Act("new child child main 10 10 50 50");
   const std::pair<const char*, std::function<void()>> cases[] = {
       {"another program has the keyboard",
        [] {
@@ -223,7 +221,7 @@ TEST_F(Menus, CloseInOrderWhateverHappens) {
       {"disabled", [this] { ::EnableWindow(main, FALSE); }},
       {"hidden", [this] { ::ShowWindow(main, SW_HIDE); }},
       {"another window of ours", [this] { ShowDialog(); }},
-      {"the mouse captured by a window of ours", [child] { ::SetCapture(child); }},
+      {"the mouse captured by a window of ours", [] { Act("capture child"); }},
       {"no bar", [this] { ::SetMenu(main, nullptr); }},
       {"the bar destroyed", [this] { ::DestroyMenu(bar); }},
   };
@@ -243,15 +241,15 @@ TEST_F(Menus, CloseInOrderWhateverHappens) {
     MemoryGiveKeyboard(shown);
     if (::GetMenuItemCount(bar) == 3) ::SetMenu(main, bar);
     Drain();
-    TakeLog();
+    Heard();
   }
   ::DrawMenuBar(main);
-  EXPECT_EQ(ClientSize(main).cy, 200);
+  EXPECT_EQ(HeightOf(main->client), 200);
 }
 
 TEST_F(Menus, CloseAheadOfTheirWindow) {
   MemoryAt(::GetTickCount() + 90, [this] { MemoryAskToClose(shown); });
-  EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey + "; main SYSCOMMAND 61536");
+  EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey + " main.command:f060");
   MemoryAt(::GetTickCount() + 90, [this] { ::DestroyWindow(main); });
   EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey);
   EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
@@ -264,13 +262,12 @@ TEST_F(Menus, LeaveALoopInsideItsMenus) {
     if (dialog || ::GetTickCount() < 90) return 0;
     dialog = ShowDialog();
     EXPECT_EQ(Looks(), "-");
-    TypeWith({VK_MENU}, VK_SPACE);
-    MemoryTypeKey('M');
-    MemoryAt(::GetTickCount() + 50, [] { MemoryTypeKey(VK_RIGHT), MemoryTypeKey(VK_RETURN); });
+    Act("alt+space M");
+    MemoryAt(::GetTickCount() + 50, [] { Act("right enter"); });
     Drain();
     return 0;
   });
-  EXPECT_EQ(Play("A+f rest"), std::string(kByKey) + "; dialog SYSCOMMAND 61696; dialog SYSCOMMAND 61456");
+  EXPECT_EQ(Play("A+f rest"), std::string(kByKey) + " dialog.command:f100 dialog.command:f010");
   RECT moved;
   ::GetWindowRect(dialog, &moved);
   EXPECT_EQ(moved.left, 408);
@@ -298,7 +295,7 @@ TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
     EXPECT_GT(WidthOf(now[0]), WidthOf(before[0]));
     EXPECT_EQ(HeightOf(now[0]), 2 * 20 + 6);
   });
-  EXPECT_EQ(Play("A+f m rest left up ret"), std::string(kByKey) + "; main COMMAND 2:0");
+  EXPECT_EQ(Play("A+f m rest left up ret"), std::string(kByKey) + " main.notice:2/0");
   const std::pair<const char*, std::function<void()>> cases[] = {
       {"Grey:_", [this] { ::DestroyMenu(more); }},
       {"Grey", [this] { ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP | MF_GRAYED, uintptr_t(file), "&File"); }},
@@ -333,20 +330,20 @@ TEST_F(Menus, StayOnTheirMonitorAndOnItsFreePart) {
 TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   const auto top = [this] { return ClientOnScreen(*main).top - PlaceOnScreen(*main).top; };
   EXPECT_EQ(top(), 22 + 20);
-  EXPECT_EQ(ClientSize(main).cy, 180);
+  EXPECT_EQ(HeightOf(main->client), 180);
   EXPECT_EQ(HitTest(*main, 110, 130), HTMENU);
   EXPECT_EQ(HitTest(*main, 110, 143), HTCLIENT);
   ::MoveWindow(main, 100, 100, TitlePlace(1).right - 100 + 3, 225, TRUE);
   EXPECT_EQ(top(), 22 + 40);
   EXPECT_EQ(TitlePlace(2).left, TitlePlace(0).left);
-  EXPECT_EQ(Play("click:Edit click:0.0"), std::string(kByMouse) + "; main COMMAND 7:0");
+  EXPECT_EQ(Play("click:Edit click:0.0"), std::string(kByMouse) + " main.notice:7/0");
   ::ModifyMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "A much longer title");
   ::DrawMenuBar(main);
   EXPECT_EQ(top(), 22 + 60);
   TheMemoryDisplay().desktop.leavesMinimising = true;
   ::ShowWindow(main, SW_MINIMIZE);
   EXPECT_EQ(HeightOf(PlaceOnScreen(*main)), 25);
-  EXPECT_EQ(Play("alt A+f ?"), std::string("- ") + kByKey + "; " + kByKey);
+  EXPECT_EQ(Play("alt A+f ?"), std::string("- ") + kByKey + " " + kByKey);
   ::ShowWindow(main, SW_RESTORE);
   while (::GetMenuItemCount(bar) > 0) ::RemoveMenu(bar, 0, MF_BYPOSITION);
   ::DrawMenuBar(main);
@@ -362,7 +359,7 @@ int64_t Count(const PixelRect& where, COLORREF colour) {
   ::DeleteDC(context);
   int64_t count = 0;
   for (int32_t y = where.top; y < where.bottom; ++y) {
-    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt(x, y) == shown;
+    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt({x, y}) == shown;
   }
   return count;
 }
@@ -378,7 +375,7 @@ TEST(MenuLook, CanBeReadOnAnyScreen) {
   for (const int32_t depth : {1, 2, 4, 8, 16, 24}) {
     SCOPED_TRACE(depth);
     WindowScene scene(640, 480, depth);
-    HWND main = ShowFrame("main", kMainPlace);
+    HWND main = ShowMain();
     HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu();
     ::AppendMenuA(file, 0, 1, "&Same text\tKey");
     ::AppendMenuA(file, MF_GRAYED, 2, "&Same text\tKey");
@@ -408,17 +405,16 @@ TEST(MenuLook, CanBeReadOnAnyScreen) {
       for (int32_t y = titles[1].top; y < titles[1].bottom; ++y) {
         int32_t run = 0;
         for (int32_t x = titles[1].left; x < titles[1].right; ++x) {
-          run = ColourAt(x, y) == ColourAt(titles[1].left, titles[1].top) ? 0 : run + 1;
+          run = ColourAt({x, y}) == ColourAt({titles[1].left, titles[1].top}) ? 0 : run + 1;
           longest = std::max(longest, run);
         }
       }
       EXPECT_GT(longest, width / 8);
       EXPECT_LT(longest, width / 2);
-      MemoryTypeKey(VK_ESCAPE);
-      MemoryTypeKey(VK_ESCAPE);
+      Act("esc esc");
     };
     MemoryAt(100, look);
-    TypeWith({VK_MENU}, 'S');
+    Act("alt+S");
     Drain();
   }
 }

@@ -4,170 +4,71 @@
 namespace framereel {
 namespace {
 
-std::string Activations() {
-  return TakeLog({"ACTIVATEAPP", "NCACTIVATE", "ACTIVATE", "SETFOCUS", "KILLFOCUS", "ENABLE"});
-}
-
 using WindowActivation = OneWindow;
+constexpr const char* kEvents = "app lit act focus blur d u key";
 
-// The frame and a dialog of its own that is not shown yet.
-class DialogActivation : public OneWindow {
-protected:
-  HWND dialog = MakeWindow("dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU, {310, 0, 516, 225}, main);
-};
-
-TEST_F(DialogActivation, ShowingADialogActivatesItAtOnce) {
-  TakeLog();
-  ::ShowWindow(dialog, SW_SHOWNORMAL);
-  EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; dialog NCACTIVATE 1; dialog ACTIVATE 1; "
-                           "main KILLFOCUS; dialog SETFOCUS");
-  Drain();
-  EXPECT_EQ(Activations(), "");
-  EXPECT_EQ(TheMemoryDisplay().desktop.keyboard, MemoryWindowTitled("dialog"));
+TEST_F(WindowActivation, GoesWithShowingFocusClicksAndTheDesktopAmongOurWindows) {
+  Walk(
+      kEvents,
+      {{"make dlg dialog main 310 0 206 225 show dlg", "main.lit:0 main.act:0 dlg.lit:1 dlg.act:1 main.blur dlg.focus"},
+       {"m main 47 38 lb",
+        "| dlg.lit:0 dlg.act:0 main.lit:1 main.act:1 dlg.blur main.focus main.d:1@47,38 main.u:0@47,38"},
+       {"keyboard dlg", "| main.lit:0 main.act:0 dlg.lit:1 dlg.act:1 main.blur dlg.focus"},
+       {"hide dlg", "dlg.lit:0 dlg.act:0 main.lit:1 main.act:1 dlg.blur main.focus"},
+       {"showna dlg focus?", "main"},
+       {"new child child dlg 0 0 50 50 focus child focus?",
+        "main.lit:0 main.act:0 dlg.lit:1 dlg.act:1 main.blur dlg.focus dlg.blur child.focus child"},
+       {"make last frame - 0 0 50 50 show last keyboard dlg",
+        "dlg.lit:0 dlg.act:0 last.lit:1 last.act:1 child.blur last.focus | last.lit:0 last.act:0 dlg.lit:1 dlg.act:1 "
+        "last.blur dlg.focus"},
+       {"destroy dlg",
+        "dlg.lit:0 dlg.act:0 main.lit:1 main.act:1 dlg.blur main.focus"}, // to its owner, not to the one last active
+       {"focus? A", "main | main.key:A"}});
+  EXPECT_EQ(TheMemoryDisplay().desktop.keyboard, shown);
 }
 
-TEST_F(DialogActivation, ShowingCanLeaveTheActiveWindowUntilTheFocusIsSetInIt) {
-  ::ShowWindow(dialog, SW_SHOWNA);
-  Drain();
-  EXPECT_EQ(Activations(), "");
-  HWND child = ShowChild("child", {0, 0, 50, 50}, dialog);
-  EXPECT_EQ(::GetFocus(), main);
-  EXPECT_EQ(::SetFocus(child), main);
-  EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; dialog NCACTIVATE 1; dialog ACTIVATE 1; "
-                           "main KILLFOCUS; dialog SETFOCUS; dialog KILLFOCUS; child SETFOCUS");
-  EXPECT_EQ(::GetFocus(), child);
-}
-
-TEST_F(DialogActivation, AClickActivatesAndThenArrives) {
-  ::ShowWindow(dialog, SW_SHOWNORMAL);
-  Drain();
-  TakeLog();
-  MemoryClick(150, 160);
-  Drain();
-  EXPECT_EQ(TakeLog({"NCACTIVATE", "LBUTTONDOWN"}),
-            "dialog NCACTIVATE 0; main NCACTIVATE 1; main LBUTTONDOWN 1 at 47,38");
-}
-
-TEST_F(WindowActivation, AClickIntoTheInactiveProgramActivatesItBeforeItArrives) {
-  HWND popup = MakeWindow("popup", WS_POPUP | WS_BORDER, {310, 0, 410, 100}, main, "Log", WS_EX_TOPMOST);
-  ::ShowWindow(popup, SW_SHOWNA); // the desktop gives it no keyboard by itself
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 350, 90, 450}, 0));
-  Drain();
-  TakeLog();
-  MemoryClick(350, 50);
-  Drain();
-  EXPECT_EQ(TakeLog({"ACTIVATEAPP", "ACTIVATE", "LBUTTONDOWN", "LBUTTONUP"}),
-            "popup ACTIVATEAPP 1; main ACTIVATEAPP 1; popup ACTIVATE 1; popup LBUTTONDOWN 1 at 39,49; "
-            "popup LBUTTONUP 0 at 39,49");
-}
-
-TEST_F(DialogActivation, LeavingTheProgramTellsAllFramesAndTheWayBackToo) {
-  ::ShowWindow(dialog, SW_SHOWNA);
-  Drain();
-  TakeLog();
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 350, 90, 450}, 0));
-  Drain();
-  EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; dialog ACTIVATEAPP 0; main ACTIVATEAPP 0; "
-                           "main KILLFOCUS");
-  EXPECT_EQ(::SetFocus(dialog), nullptr); // not ours to set
-  MemoryTypeKey('A');
-  Drain();
-  EXPECT_EQ(TakeLog(), "");
-  MemoryGiveKeyboard(shown);
-  Drain();
-  EXPECT_EQ(Activations(), "dialog ACTIVATEAPP 1; main ACTIVATEAPP 1; main NCACTIVATE 1; main ACTIVATE 1; "
-                           "main SETFOCUS");
-}
-
-TEST_F(DialogActivation, GoingFromOneOfOurWindowsToAnotherIsNoLeaving) {
-  ::ShowWindow(dialog, SW_SHOWNORMAL);
-  Drain();
-  TakeLog();
-  MemoryGiveKeyboard(shown);
-  Drain();
-  MemoryGiveKeyboard(MemoryWindowTitled("dialog"));
-  Drain();
-  EXPECT_EQ(TakeLog({"ACTIVATEAPP", "NCACTIVATE"}),
-            "dialog NCACTIVATE 0; main NCACTIVATE 1; main NCACTIVATE 0; dialog NCACTIVATE 1");
-}
-
-TEST_F(DialogActivation, AFrameThatItsDialogDisablesHandsTheKeyboardOn) {
-  ::ShowWindow(dialog, SW_SHOWNORMAL);
-  ::EnableWindow(main, FALSE);
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {0, 350, 90, 450}, 0));
-  Drain();
-  TakeLog();
-  MemoryClick(150, 160);
-  Drain();
-  EXPECT_EQ(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "ACTIVATE", "LBUTTONDOWN"}),
-            "dialog ACTIVATEAPP 1; main ACTIVATEAPP 1; dialog NCACTIVATE 1; dialog ACTIVATE 1");
-  EXPECT_EQ(::GetFocus(), dialog);
+TEST_F(WindowActivation, GoesWithTheProgramsKeyboardAndComesBackWithIt) {
+  Walk(kEvents,
+       {{"new dlg dialog main 310 0 206 225 keyboard other", "| main.lit:0 main.act:0 dlg.app:0 main.app:0 main.blur"},
+        {"focus dlg focus? A", "-"}, // not ours to set
+        {"keyboard main", "| dlg.app:1 main.app:1 main.lit:1 main.act:1 main.focus"},
+        {"minimise main", "| main.lit:0 main.act:0 dlg.app:0 main.app:0 main.blur"},
+        {"focus main focus?", "-"},
+        {"restore main focus?", "- | dlg.app:1 main.app:1 main.lit:1 main.act:1 main.focus"},
+        {"disable main keyboard other", "main.blur | main.lit:0 main.act:0 dlg.app:0 main.app:0"},
+        {"m main 47 38 lb", "| dlg.app:1 main.app:1 dlg.lit:1 dlg.act:1 dlg.focus"}, // its dialog stands in for it
+        {"focus? A", "dlg | dlg.key:A"}});
   EXPECT_NE(TheMemoryDisplay().desktop.keyboard, shown);
-  MemoryTypeKey('A');
-  Drain();
-  EXPECT_EQ(TakeLog({"KEYDOWN"}), "dialog KEYDOWN 65");
 }
 
-TEST_F(DialogActivation, ADialogOverADialogHasTheKeyboardWhereverTheUserComesBack) {
-  ::ShowWindow(dialog, SW_SHOWNORMAL);
-  ::EnableWindow(main, FALSE);
-  HWND upper = ShowFrame("upper", {320, 10, 500, 100}, dialog);
-  ::EnableWindow(dialog, FALSE);
-  DisplayWindow* other = MemoryOpenWindow("other", {0, 350, 90, 450}, 0);
-  for (const bool byDesktop : {true, false}) {
-    MemoryGiveKeyboard(other);
-    Drain();
-    byDesktop ? MemoryGiveKeyboard(shown) : MemoryClick(150, 160);
-    Drain();
-    EXPECT_EQ(::GetFocus(), upper);
-  }
-  // One that goes before it has enabled the one under it leaves nobody without the keyboard.
-  ::EnableWindow(main, TRUE);
-  ::DestroyWindow(upper);
-  Drain();
-  EXPECT_EQ(::GetFocus(), main);
+TEST_F(WindowActivation, ComesBeforeTheClickThatAskedForItAndNeverToAWindowThatGoes) {
+  Walk(kEvents,
+       {{"new pop popup main 310 0 100 100 keyboard other",
+         "| main.lit:0 main.act:0 pop.app:0 main.app:0 main.blur"}, // to which the desktop gives nothing
+        {"m 350 50 lb", "| pop.app:1 main.app:1 pop.lit:1 pop.act:1 pop.focus pop.d:1@39,49 pop.u:0@39,49"},
+        {"new dlg dialog main 310 0 206 225 keyboard dlg",
+         "| pop.lit:0 pop.act:0 dlg.lit:1 dlg.act:1 pop.blur dlg.focus"},
+        {"when dlg.shown:0 top dlg . destroy dlg", "dlg.lit:0 dlg.act:0 main.lit:1 main.act:1 dlg.blur main.focus"},
+        {"when main.destroy focus main . make last frame - 0 0 50 50 show last then keyboard main",
+         "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus | last.lit:0 last.act:0 main.lit:1 "
+         "main.act:1 last.blur main.focus"},
+        {"destroy main focus?", "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus last"}});
 }
 
-TEST_F(DialogActivation, ClosingOrHidingTheActiveWindowActivatesItsOwner) {
-  for (const bool closes : {false, true}) {
-    ::ShowWindow(dialog, SW_SHOWNORMAL);
-    Drain();
-    TakeLog();
-    if (closes) {
-      ::DestroyWindow(dialog);
-    } else {
-      ::ShowWindow(dialog, SW_HIDE);
-    }
-    Drain();
-    EXPECT_EQ(TakeLog({"ACTIVATEAPP", "NCACTIVATE", "SETFOCUS"}),
-              "dialog NCACTIVATE 0; main NCACTIVATE 1; main SETFOCUS");
-    EXPECT_EQ(TheMemoryDisplay().desktop.keyboard, shown);
-  }
-}
-
-TEST_F(WindowActivation, MinimisingByTheUserLosesTheKeyboardAndRestoringBringsItBack) {
-  MemoryMinimiseWindow(shown, true);
-  Drain();
-  EXPECT_EQ(Activations(), "main NCACTIVATE 0; main ACTIVATE 0; main ACTIVATEAPP 0; main KILLFOCUS");
-  EXPECT_EQ(::GetFocus(), nullptr);
-  MemoryMinimiseWindow(shown, false);
-  Drain();
-  EXPECT_EQ(Activations(), "main ACTIVATEAPP 1; main NCACTIVATE 1; main ACTIVATE 1; main SETFOCUS");
-  EXPECT_EQ(::GetFocus(), main);
+TEST_F(WindowActivation, OfADialogOverADialogComesBackToItWhereverTheUserDoes) {
+  Walk("focus", {{"make dlg dialog main 310 0 206 225 show dlg disable main", "dlg.focus"},
+                 {"make upper dialog dlg 320 10 180 90 show upper disable dlg", "upper.focus"},
+                 {"keyboard other then keyboard main", "| upper.focus"},
+                 {"keyboard other then m 150 160 lb", "| upper.focus"},
+                 // One that goes before it has enabled the one under it leaves nobody without the keyboard.
+                 {"enable main destroy upper", "main.focus"}});
 }
 
 TEST_F(WindowActivation, TheUserMovesAndClosesThroughTheDesktop) {
-  MemoryMoveWindow(shown, {40, 50, 246, 275});
-  Drain();
-  EXPECT_EQ(TakeLog({"WINDOWPOSCHANGED", "NCCALCSIZE"}), "main WINDOWPOSCHANGED 40,50");
-  MemoryAskToClose(shown);
-  ::EnableWindow(main, FALSE);
-  Drain();
-  EXPECT_EQ(TakeLog({"SYSCOMMAND"}), "");
-  ::EnableWindow(main, TRUE);
-  MemoryAskToClose(shown);
-  Drain();
-  EXPECT_EQ(TakeLog({"SYSCOMMAND", "CLOSE", "DESTROY"}), "main SYSCOMMAND 61536; main CLOSE; main DESTROY");
+  Walk("pos frame command close destroy",
+       {{"shift main 40 50 206 225", "| main.pos@40,50"},
+        {"ask main disable main", ""},
+        {"enable main ask main", "| main.command:f060 main.close main.pos main.destroy"}});
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The mouse and the keyboard: who gets what, and what the messages and the key state say.
+// The mouse, the keyboard and the queue: who gets what, in which order, and what the messages and the key state say.
 #include "win32/window_scene.h"
 
 #include <set>
@@ -11,171 +11,63 @@ namespace {
 using MouseInput = OneWindow;
 using PointerShapes = OneWindow;
 using KeyInput = OneWindow;
-using KeyStates = OneWindow;
+using MessageQueue = OneWindow;
+constexpr const char* kMouse = "m d u rd ru md mu dd ncm ncd wheel enable";
+constexpr const char* kKeys = "key keyup char syskey syskeyup syschar command";
 
-std::string Mouse() {
-  Drain();
-  return TakeLog({"MOUSEMOVE", "LBUTTONDOWN", "LBUTTONUP", "RBUTTONDOWN", "RBUTTONUP", "MBUTTONDOWN", "MBUTTONUP",
-                  "NCMOUSEMOVE", "NCLBUTTONDOWN", "NCLBUTTONUP"});
-}
-
-std::string Keys() {
-  Drain();
-  return TakeLog({"KEYDOWN", "KEYUP", "CHAR", "SYSKEYDOWN", "SYSKEYUP", "SYSCHAR", "SYSCOMMAND"});
-}
-
-TEST_F(MouseInput, GoesToTheDeepestChildAndTellsWhatIsDown) {
-  ShowChild("child", {10, 10, 60, 60}, main);
-  const POINT inside = OnScreen(main, 15, 16);
-  MemoryPressKey(VK_CONTROL);
-  MemoryClick(inside.x, inside.y);
-  MemoryReleaseKey(VK_CONTROL);
-  MemoryPressKey(VK_SHIFT);
-  MemoryClick(inside.x, inside.y, 3);
-  MemoryReleaseKey(VK_SHIFT);
-  MemoryClick(inside.x, inside.y, 2);
-  EXPECT_EQ(Mouse(), "child MOUSEMOVE 8 at 5,6; child LBUTTONDOWN 9 at 5,6; child LBUTTONUP 8 at 5,6; "
-                     "child MOUSEMOVE 4 at 5,6; child RBUTTONDOWN 6 at 5,6; child RBUTTONUP 4 at 5,6; "
-                     "child MOUSEMOVE 0 at 5,6; child MBUTTONDOWN 16 at 5,6; child MBUTTONUP 0 at 5,6");
-}
-
-TEST_F(MouseInput, PassesADisabledChildToItsParentAndStopsAtADisabledFrame) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  EXPECT_FALSE(::EnableWindow(child, FALSE));
-  EXPECT_EQ(TakeLog(), "child ENABLE 0");
-  MemoryMovePointerTo(118, 138);
-  EXPECT_EQ(Mouse(), "main MOUSEMOVE 0 at 15,16");
-  EXPECT_TRUE(::EnableWindow(child, TRUE));
-  ::EnableWindow(main, FALSE);
-  MemoryClick(119, 138);
-  EXPECT_EQ(Mouse(), "");
-}
-
-TEST_F(MouseInput, OnAFrameTellsThePartAndTheScreenPoint) {
-  MemoryMovePointerTo(100, 200);
-  EXPECT_EQ(Mouse(), "main NCMOUSEMOVE 18 at 100,200");
-  MemoryMovePointerTo(150, 110);
-  EXPECT_EQ(Mouse(), "main NCMOUSEMOVE 2 at 150,110");
+TEST_F(MouseInput, GoesToTheDeepestShownAndEnabledChildAndTellsWhatIsDown) {
+  Walk(kMouse,
+       {{"new child child main 10 10 50 50 m main 15 16 ctrl+lb shift+rb mb",
+         "| child.m:0@5,6 child.d:9@5,6 child.u:8@5,6 child.rd:6@5,6 child.ru:4@5,6 child.md:16@5,6 child.mu:0@5,6"},
+        {"new deep child child 20 20 20 20 at? deep 0 0 at? deep -1 0 at? 100 100 at? 99 100", "deep child main -"},
+        {"disable deep at? deep 0 0 hide child at? deep 0 0 showna child", "deep.enable:0 child main"},
+        {"m main 33 33", "| child.m:0@23,23"},
+        {"disable child m main 16 16", "child.enable:0 | main.m:0@16,16"},
+        {"m 100 200 then m 150 110", "main.ncm:18@100,200 | main.ncm:2@150,110"},
+        {"disable main m main 99 99 lb", "main.enable:0"}});
 }
 
 TEST_F(MouseInput, IsOneWindowsWhileItIsCapturedAndCountsFromItsClientArea) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  MemoryOpenWindow("other", {400, 100, 500, 200}, 0);
-  EXPECT_EQ(::SetCapture(child), nullptr);
-  MemoryMovePointerTo(93, 102);
-  EXPECT_EQ(Mouse(), "child MOUSEMOVE 0 at -20,-30");
-  MemoryMovePointerTo(450, 150);
-  EXPECT_EQ(Mouse(), "child MOUSEMOVE 0 at 337,18");
-  EXPECT_EQ(::SetCapture(main), child);
-  EXPECT_TRUE(::ReleaseCapture());
-  MemoryMovePointerTo(451, 150);
-  EXPECT_EQ(Mouse(), "");
-}
-
-TEST_F(MouseInput, EndsACaptureWithItsWindowWithDisablingAndWhenTheDisplayTakesIt) {
-  for (int how = 0; how < 3; ++how) {
-    HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-    ::SetCapture(child);
-    if (how == 0) ::DestroyWindow(child);
-    if (how == 1) ::EnableWindow(main, FALSE);
-    if (how == 2) MemoryTakeCapture();
-    ::EnableWindow(main, TRUE);
-    EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr) << how;
-    MemoryMovePointerTo(200 + how, 222);
-    EXPECT_EQ(Mouse().substr(0, 21), "main MOUSEMOVE 0 at 9") << how;
-    ::DestroyWindow(child);
-  }
-}
-
-TEST_F(MouseInput, TellsTheWindowThatLosesACaptureBeforeItIsGone) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  const std::initializer_list<const char*> kept = {"CAPTURECHANGED", "KILLFOCUS", "DESTROY", "NCDESTROY"};
-  ::SetCapture(child);
-  ::SetCapture(child);
-  EXPECT_EQ(TakeLog(kept), "");
-  ::SetCapture(main);
-  EXPECT_EQ(TakeLog(kept), "child CAPTURECHANGED");
-  MemoryTakeCapture();
-  Drain();
-  EXPECT_EQ(TakeLog(kept), "main CAPTURECHANGED");
-  ::SetCapture(child);
-  ::SetFocus(child);
-  TakeLog();
-  // Neither comes back to a window that is on its way out.
-  Answer(WM_DESTROY, [child](HWND, WPARAM, LPARAM) {
-    ::SetFocus(child);
-    ::SetCapture(child);
-    return 0;
-  });
-  ::DestroyWindow(child);
-  EXPECT_EQ(TakeLog(kept), "child CAPTURECHANGED; child KILLFOCUS; child DESTROY; child NCDESTROY");
-  EXPECT_EQ(::GetFocus(), nullptr);
+  Walk("m loose", {{"new child child main 10 10 50 50 capture child m 93 102", "| child.m:0@-20,-30"},
+                   {"keyboard other keyboard main m 30 400", "| child.m:0@-83,268"},
+                   {"capture child capture main loose m 31 400", "child.loose main.loose"},
+                   {"capture child destroy child m 200 222", "child.loose | main.m:0@97,100"},
+                   {"capture main disable main enable main m 201 222", "main.loose | main.m:0@98,100"},
+                   {"capture main takemouse m 31 401", "| main.loose"}});
+  EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr);
 }
 
 TEST_F(MouseInput, MakesTwoPressesADoubleClickWhereTheClassAsksForIt) {
-  struct Case {
-    const char* className;
-    uint32_t delay;
-    int32_t distance;
-    uint8_t secondButton;
-    const char* behindTheFirst;
-  };
-  const Case cases[] = {
-      {"LogTwice", 500, 4, 1, "LBUTTONDBLCLK 1 at 21,14; child LBUTTONDOWN 1 at 17,18"}, // a third press begins anew
-      {"LogTwice", 501, 0, 1, "LBUTTONDOWN 1 at 17,18; child LBUTTONDBLCLK 1 at 17,18"},
-      {"LogTwice", 0, 5, 1, "LBUTTONDOWN 1 at 22,13; child LBUTTONDOWN 1 at 17,18"},
-      {"LogTwice", 0, 0, 3, "RBUTTONDOWN 2 at 17,18; child LBUTTONDOWN 1 at 17,18"},
-      {"Log", 0, 0, 1, "LBUTTONDOWN 1 at 17,18; child LBUTTONDOWN 1 at 17,18"},
-  };
-  for (const Case& one : cases) {
-    HWND child = MakeWindow("child", kChildStyle | WS_VISIBLE, {10, 10, 60, 60}, main, one.className);
-    MemoryClick(130, 150);
-    TheMemoryDisplay().tick += one.delay;
-    MemoryClick(130 + one.distance, 150 - one.distance, one.secondButton);
-    MemoryClick(130, 150);
-    Drain();
-    EXPECT_EQ(TakeLog({"LBUTTONDOWN", "LBUTTONDBLCLK", "RBUTTONDOWN"}),
-              std::string("child LBUTTONDOWN 1 at 17,18; child ") + one.behindTheFirst);
-    ::DestroyWindow(child);
-    TheMemoryDisplay().tick += 1000;
-  }
+  Walk("d dd rd", {{"new t twice main 10 10 50 50 m 130 150 lb tick 500 m 134 146 lb lb",
+                    "| t.d:1@17,18 t.dd:1@21,14 t.d:1@21,14"}, // a third begins anew
+                   {"tick 999 m 130 150 lb tick 501 lb lb", "| t.d:1@17,18 t.d:1@17,18 t.dd:1@17,18"},
+                   {"tick 999 lb m 135 150 lb m 135 145 lb", "| t.d:1@17,18 t.d:1@22,18 t.d:1@22,13"},
+                   {"tick 999 m 130 150 lb", "| t.d:1@17,18"},
+                   {"tick 999 lb rb lb", "| t.d:1@17,18 t.rd:2@17,18 t.d:1@17,18"},
+                   {"tick 999 m 250 250 lb lb", "| main.d:1@147,128 main.d:1@147,128"}});
 }
 
 TEST_F(MouseInput, OfTheWheelGoesToWhatLiesUnderThePointerAndOnToItsParents) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  MemoryMovePointerTo(120, 140);
-  Mouse();
-  MemoryPressKey(VK_CONTROL);
-  MemoryTurnWheel(1);
-  MemoryReleaseKey(VK_CONTROL);
-  Drain();
-  EXPECT_EQ(TakeLog({"MOUSEWHEEL"}), "child MOUSEWHEEL 7864328 at 120,140; main MOUSEWHEEL 7864328 at 120,140");
-  ::EnableWindow(child, FALSE);
-  MemoryTurnWheel(-2);
-  Drain();
-  EXPECT_EQ(TakeLog({"MOUSEWHEEL"}), "main MOUSEWHEEL 4279238656 at 120,140");
+  Walk("wheel", {{"new child child main 10 10 50 50 m 120 140 +ctrl wheel 1 -ctrl",
+                  "| child.wheel:7864328@120,140 main.wheel:7864328@120,140"},
+                 {"disable child wheel -2", "| main.wheel:4279238656@120,140"}});
 }
 
 TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
-  MemoryMovePointerTo(150, 200);
-  Drain();
-  EXPECT_EQ(shown->shape, PointerShape::kArrow);
+  const auto shapeAt = [this](const char* words) {
+    Act(words);
+    Drain();
+    return shown->shape;
+  };
+  EXPECT_EQ(shapeAt("m 150 200"), PointerShape::kArrow);
   const auto cross = reinterpret_cast<LONG_PTR>(::LoadCursorA(nullptr, IDC_CROSS));
   ::SetClassLongPtrA(main, GCL_HCURSOR, cross);
   EXPECT_EQ(shown->shape, PointerShape::kCross);
   EXPECT_EQ(::SetClassLongPtrA(main, GCL_HCURSOR, cross), cross);
-  MemoryMovePointerTo(150, 110);
-  Drain();
-  EXPECT_EQ(shown->shape, PointerShape::kArrow);
-  ::SetCapture(main);
+  EXPECT_EQ(shapeAt("m 150 110"), PointerShape::kArrow);
   ::SetCursor(::LoadCursorA(nullptr, IDC_WAIT));
-  MemoryMovePointerTo(150, 200);
-  Drain();
-  EXPECT_EQ(shown->shape, PointerShape::kWait);
-  ::ReleaseCapture();
-  MemoryMovePointerTo(151, 200);
-  Drain();
-  EXPECT_EQ(shown->shape, PointerShape::kCross);
+  EXPECT_EQ(shapeAt("capture main m 150 200"), PointerShape::kWait);
+  EXPECT_EQ(shapeAt("loose m 151 200"), PointerShape::kCross);
   EXPECT_EQ(::LoadCursorA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
 }
 
@@ -197,90 +89,60 @@ TEST_F(PointerShapes, TheProgramsOwnAreBlackAndWhiteAndLetTheScreenThrough) {
 }
 
 TEST_F(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  ::SetFocus(child);
-  TakeLog();
-  TypeWith({VK_MENU}, 'X');
-  EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYDOWN 88; child SYSCHAR 120; main SYSCOMMAND 61696; "
-                    "child SYSKEYUP 88; child KEYUP 18");
-  MemoryTypeKey(VK_MENU);
-  EXPECT_EQ(Keys(), "child SYSKEYDOWN 18; child SYSKEYUP 18; main SYSCOMMAND 61696");
-  TypeWith({VK_CONTROL, VK_MENU}, 'X');
-  EXPECT_EQ(Keys(), "child KEYDOWN 17; child KEYDOWN 18; child KEYDOWN 88; child KEYUP 88; child KEYUP 18; "
-                    "child KEYUP 17");
+  Walk(kKeys,
+       {{"new child child main 10 10 50 50 focus child alt+X",
+         "| child.syskey:18 child.syskey:X child.syschar:120 main.command:f100 child.syskeyup:X* child.keyup:18*"},
+        {"alt", "| child.syskey:18 child.syskeyup:18* main.command:f100"},
+        {"+alt m main 15 16 lb -alt", "| child.syskey:18 child.keyup:18*"}, // a click between makes it no longer alone
+        {"+alt m main 16 16 -alt", "| child.syskey:18 child.syskeyup:18* main.command:f100"},
+        {"ctrl+alt+X", "| child.key:17 child.key:18 child.key:X child.keyup:X* child.keyup:18* child.keyup:17*"},
+        {"f10", "| child.syskey:121 main.command:f100 child.syskeyup:121*"},
+        {"+A A shift+A ctrl+C f6", "| child.key:A child.char:97 child.key:A* child.char:97 child.keyup:A* child.key:16 "
+                                   "child.key:A child.char:65 child.keyup:A* child.keyup:16* child.key:17 child.key:C "
+                                   "child.char:3 child.keyup:C* child.keyup:17* child.key:117 child.keyup:117*"},
+        {"alt+f4", "| child.syskey:18 child.syskey:115 main.command:f060"}});
 }
 
-TEST_F(KeyInput, SaysInLParamWhichKeyItIsAndWhetherItWasDown) {
-  std::vector<DWORD> words;
-  for (const UINT message : {WM_KEYDOWN, WM_KEYUP}) {
-    Answer(message, [&words](HWND, WPARAM, LPARAM lParam) {
-      words.push_back(DWORD(lParam));
-      return 0;
-    });
-  }
-  MemoryPressKey('A');
-  MemoryTypeKey('A');
-  Drain();
-  const DWORD scan = DWORD{'A'} << 16 | 1;
-  EXPECT_EQ(words, (std::vector<DWORD>{scan, scan | 1U << 30, scan | 3U << 30}));
+TEST_F(KeyInput, WithoutAFocusIsOfTheSystemAndIsLostWhereTheWindowIsDisabled) {
+  Walk(kKeys, {{"focus - A", "| main.syskey:A main.syschar:97 main.syskeyup:A*"}, {"disable main A", ""}});
 }
 
-TEST_F(KeyInput, IsLostWithoutAFocusThatIsEnabled) {
-  ::SetFocus(nullptr);
-  MemoryTypeKey('A');
-  EXPECT_EQ(Keys(), "main SYSKEYDOWN 65; main SYSCHAR 97; main SYSKEYUP 65");
-  ::EnableWindow(main, FALSE);
-  MemoryTypeKey('A');
-  EXPECT_EQ(Keys(), "");
-}
-
-TEST_F(KeyStates, FollowsTheMessagesTakenWhileThePolledStateIsNow) {
-  MemoryPressKey(VK_SHIFT);
-  MemoryTypeKey(VK_CAPITAL);
-  EXPECT_LT(::GetAsyncKeyState(VK_SHIFT), 0);
-  EXPECT_EQ(::GetKeyState(VK_SHIFT), 0);
-  Drain();
-  EXPECT_LT(::GetKeyState(VK_SHIFT), 0);
-  EXPECT_EQ(::GetKeyState(VK_CAPITAL), 1);
+TEST_F(KeyInput, HasAStateThatFollowsTheMessagesTakenAndAnotherThatIsNow) {
+  const auto states = [] {
+    std::string text;
+    for (const int key : {VK_SHIFT, VK_CONTROL, VK_MENU, VK_CAPITAL}) {
+      text += std::to_string(::GetKeyState(key) & 0x8001) + (::GetAsyncKeyState(key) < 0 ? "! " : " ");
+    }
+    return text;
+  };
   BYTE keys[256];
+  Act("+shift caps");
+  EXPECT_EQ(states(), "0! 0 0 0 ");
+  Drain();
+  EXPECT_EQ(states(), "32768! 0 0 1 ");
   ::GetKeyboardState(keys);
   EXPECT_EQ(keys[VK_SHIFT], 0x80);
   EXPECT_EQ(keys[VK_CAPITAL], 1);
-}
-
-TEST_F(KeyStates, KnowsOnReturnWhatChangedWhileAnotherProgramHadTheKeyboard) {
-  MemoryPressKey(VK_CONTROL);
-  Drain();
-  MemoryGiveKeyboard(MemoryOpenWindow("other", {400, 100, 500, 200}, 0));
-  MemoryReleaseKey(VK_CONTROL);
-  MemoryPressKey(VK_MENU);
-  EXPECT_LT(::GetAsyncKeyState(VK_MENU), 0);
-  MemoryGiveKeyboard(shown);
-  Drain();
-  EXPECT_EQ(::GetFocus(), main);
-  EXPECT_EQ(::GetKeyState(VK_CONTROL), 0);
-  EXPECT_LT(::GetKeyState(VK_MENU), 0);
-}
-
-TEST_F(KeyStates, KnowsWhatChangedWhileAnotherProgramHeldTheKeys) {
-  MemoryPressKey(VK_MENU);
-  Drain();
+  // It knows on return what changed while another program had the keyboard, or held the keys.
+  Act("-shift +ctrl then keyboard other -ctrl +alt then keyboard main then");
+  EXPECT_EQ(states(), "0 0 32768! 1 ");
   MemoryGrabKeys(true);
-  MemoryReleaseKey(VK_MENU);
-  MemoryPressKey(VK_SHIFT);
+  Act("-alt +shift");
   MemoryGrabKeys(false);
-  Keys();
-  ASSERT_EQ(::GetKeyState(VK_MENU), 0); // else Space opens the system menu
-  EXPECT_LT(::GetKeyState(VK_SHIFT), 0);
-  MemoryTypeKey(VK_SPACE);
-  EXPECT_EQ(Keys(), "main KEYDOWN 32; main CHAR 32; main KEYUP 32");
+  Drain();
+  EXPECT_EQ(states(), "32768! 0 0 1 ");
+  Heard();
+  Walk(
+      kKeys,
+      {{"-shift caps space",
+        "| main.keyup:16* main.key:20 main.keyup:20* main.key:32 main.char:32 main.keyup:32*"}}); // which opens no menu
 }
 
 // Types keys on the layout with dead keys and writes what ToAscii answers when it is asked twice about each, as it is
 // pressed and without Shift: "answer:characters" for both.
-std::string Characters(std::initializer_list<std::pair<uint8_t, bool>> keys) {
+std::string Characters(const char* typed) {
   WindowScene scene;
-  ShowFrame("main", kMainPlace);
+  ShowMain();
   TheMemoryDisplay().desktop.deadKeys = true;
   std::string text;
   const auto ask = [&text](LPARAM lParam, const BYTE* state) {
@@ -292,29 +154,66 @@ std::string Characters(std::initializer_list<std::pair<uint8_t, bool>> keys) {
     text += " ";
   };
   Answer(WM_KEYDOWN, [&ask](HWND, WPARAM wParam, LPARAM lParam) {
-    if (wParam == VK_SHIFT) return 0;
     BYTE state[256];
     ::GetKeyboardState(state);
-    ask(lParam, state);
+    if (wParam != VK_SHIFT) ask(lParam, state);
     state[VK_SHIFT] = 0;
-    ask(lParam, state);
+    if (wParam != VK_SHIFT) ask(lParam, state);
     return 0;
   });
-  for (const auto& [key, shift] : keys) shift ? TypeWith({VK_SHIFT}, key) : MemoryTypeKey(key);
+  Act(typed);
   Drain();
-  return text + TakeLog({"CHAR"});
+  return text + Heard("char");
 }
 
-constexpr uint8_t kApostrophe = 0xDE, kBackquote = 0xC0;
-
 TEST(KeyCharacters, JoinAnAccentWithTheNextLetterOrStandBesideIt) {
-  EXPECT_EQ(Characters({{kApostrophe, false}, {'E', true}}), "0: 0: 0: 1:e main CHAR 195; main CHAR 137");
-  EXPECT_EQ(Characters({{kBackquote, true}, {'N', false}}), "0: 0: 0: 0: main CHAR 195; main CHAR 177");
-  EXPECT_EQ(Characters({{kApostrophe, false}, {'X', false}}), "0: 0: 2:'x 2:'x main CHAR 39; main CHAR 120");
-  EXPECT_EQ(Characters({{kApostrophe, false}, {VK_SPACE, false}, {'E', false}}),
-            "0: 0: 1:' 1:' 1:e 1:e main CHAR 39; main CHAR 101");
-  EXPECT_EQ(Characters({{kApostrophe, false}, {kApostrophe, false}, {'E', false}}),
-            "0: 0: 2:'' 2:'' 1:e 1:e main CHAR 39; main CHAR 39; main CHAR 101");
+  EXPECT_EQ(Characters("acute shift+E"), "0: 0: 0: 1:e main.char:195 main.char:137");
+  EXPECT_EQ(Characters("shift+grave N"), "0: 0: 0: 0: main.char:195 main.char:177");
+  EXPECT_EQ(Characters("acute X"), "0: 0: 2:'x 2:'x main.char:39 main.char:120");
+  EXPECT_EQ(Characters("acute space E"), "0: 0: 1:' 1:' 1:e 1:e main.char:39 main.char:101");
+  EXPECT_EQ(Characters("acute acute E"), "0: 0: 2:'' 2:'' 1:e 1:e main.char:39 main.char:39 main.char:101");
+}
+
+// Takes what the filter lets through, and paints.
+std::string Taken(const std::string& window, UINT first, UINT last) {
+  std::string kinds;
+  MSG message;
+  while (::PeekMessageA(&message, Named(window), first, last, PM_REMOVE)) {
+    kinds += std::to_string(message.message) + " ";
+    if (message.message == WM_PAINT) ::DispatchMessageA(&message);
+  }
+  return kinds;
+}
+
+TEST_F(MessageQueue, GivesInputInItsOrderThenTheEndThenPaintsAndKeepsWhatAFilterLeaves) {
+  Act("erase main quit 7 A m 150 160 lb");
+  EXPECT_EQ(Taken("-", 0, 0), "256 257 512 513 514 18 15 ");
+  Act("new dlg dialog main 300 0 206 225 new child child dlg 0 0 50 50 keyboard dlg then");
+  Act("A m 150 160 m 310 30 erase main erase child");
+  EXPECT_EQ(Taken("-", WM_MOUSEMOVE, WM_MBUTTONDBLCLK), "512 512 ");
+  Act("m 150 160 m 310 30"); // over the child of the dialog, which is one of the dialog's
+  EXPECT_EQ(Taken("dlg", 0, 0), "256 257 512 15 ");
+  EXPECT_EQ(Taken("-", WM_PAINT, WM_PAINT), "15 ");
+  EXPECT_EQ(Taken("-", 0, 0), "512 ");
+  Act("quit 7");
+  EXPECT_EQ(Taken("main", WM_PAINT, WM_PAINT), "18 "); // the end, through any filter
+  MSG message;
+  HWND gone = Named("dlg");
+  Act("m 450 60 pass? destroy dlg");
+  EXPECT_EQ(Heard("none"), "dlg.m");
+  EXPECT_EQ(Taken("-", WM_MOUSEMOVE, WM_MOUSEMOVE), "");
+  EXPECT_EQ(::SendMessageA(gone, WM_CLOSE, 0, 0), 0);
+  EXPECT_FALSE(::PeekMessageA(&message, gone, 0, 0, PM_REMOVE));
+}
+
+TEST_F(MessageQueue, LooksWithoutTakingHoldsOneMoveAndLeavesAPaintUntilItIsPainted) {
+  Act("A pass? pass?");
+  EXPECT_EQ(::GetKeyState('A'), 0);
+  Walk("key m d u", {{"", "main.key main.key | main.key:A"},
+                     {"m 150 160 m 151 161 +lb m 152 162 m 153 163 -lb",
+                      "| main.m:0@48,39 main.d:1@48,39 main.m:1@50,41 main.u:0@50,41"},
+                     {"erase main pass? pass?", "main.paint main.paint"},
+                     {"pass?", "nothing"}});
 }
 
 } // namespace

@@ -1,330 +1,315 @@
 // Update regions, what contexts may draw on, and what reaches the screen.
+#include <list>
+#include <map>
 #include <sstream>
 
+#include "support/dice.h"
+#include "win32/drawing/relief.h"
+#include "win32/pixels/rectangles.h"
 #include "win32/window_scene.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {
 
 using WindowPainting = OneWindow;
 using WindowContext = OneWindow;
-using WindowRepair = OneWindow;
-using WindowScrolling = OneWindow;
 using WindowPresenting = OneWindow;
 
-constexpr COLORREF kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0, 255), kWhite = RGB(255, 255, 255);
+// ---- Random windows beside a plain twin --------------------------------------------------------------------------
 
-void Fill(HDC context, const RECT& rect, COLORREF colour) {
-  HBRUSH brush = ::CreateSolidBrush(colour);
-  ::FillRect(context, &rect, brush);
-  ::DeleteObject(brush);
+// A window and those inside it, from the top down. It shows squares in colours of its own, scrolled by some pixels.
+struct Twin {
+  HWND window;
+  PixelRect place; // in its parent
+  bool shown, spares;
+  int red, dx, dy;
+  std::list<Twin> children;
+
+  COLORREF At(int x, int y) const { return RGB(red, ((x - dx) >> 2 & 15) * 16, ((y - dy) >> 2 & 15) * 16); }
+};
+
+// The colour at a point of the windows' parent, and which window it is; black and null for none.
+std::pair<COLORREF, HWND> SeenAt(const std::list<Twin>& windows, int x, int y) {
+  for (const Twin& twin : windows) {
+    const int inX = x - twin.place.left, inY = y - twin.place.top;
+    if (!twin.shown || inX < 0 || inY < 0 || x >= twin.place.right || y >= twin.place.bottom) continue;
+    const auto inside = SeenAt(twin.children, inX, inY);
+    return inside.second ? inside : std::pair(twin.At(inX, inY), twin.window);
+  }
+  return {0, nullptr};
 }
 
-void FillWindow(HWND window, const RECT& rect, COLORREF colour) {
-  HDC context = ::GetDC(window);
-  Fill(context, rect, colour);
-  EXPECT_EQ(::ReleaseDC(window, context), 1);
-}
+class TwinProgram {
+public:
+  explicit TwinProgram(uint32_t seed) : dice(seed) {
+    Add(&roots, nullptr, "plain");
+    for (int i = 0; i < 9; ++i) {
+      Twin& parent = i % 3 ? roots.front().children.front() : roots.front();
+      Add(&parent.children, parent.window, i == 6 || i % 3 == 2 ? "child" : i % 3 ? "own" : "parent");
+    }
+    MemoryGiveKeyboard(MemoryOpenWindow("other", {70, 50, 90, 70}, 0));
+    Answer(WM_PAINT, [this](HWND window, WPARAM, LPARAM) {
+      PAINTSTRUCT paint;
+      ::BeginPaint(window, &paint);
+      DrawIn(paint.hdc, *twins[window], paint.rcPaint);
+      return ::EndPaint(window, &paint);
+    });
+  }
 
-COLORREF At(HWND window, int x, int y) {
-  ::Sleep(0);
-  const POINT point = OnScreen(window, x, y);
-  return ColourAt(point.x, point.y);
-}
+  // The program or the user does something with any of the windows, and perhaps more.
+  void Change() {
+    std::list<Twin>* among = &roots;
+    auto one = among->begin();
+    while (!one->children.empty() && !dice.OneIn(3)) {
+      among = &one->children;
+      one = std::next(among->begin(), dice.Below(int(among->size())));
+    }
+    do {
+      Change(among, one);
+    } while (dice.OneIn(2));
+  }
+  void ExpectTheSame() const {
+    Drain();
+    for (int i = 0; i < 80 * 60; ++i) {
+      const POINT at = {i % 80, i / 80};
+      if (MemoryWindowAt(at.x, at.y) == TheMemoryDesktop().keyboard) continue;
+      const auto [colour, window] = SeenAt(roots, at.x, at.y);
+      ASSERT_EQ(ColourAt(at), colour) << at.x << ", " << at.y;
+      ASSERT_TRUE(i % 7 || ::WindowFromPoint(at) == window) << at.x << ", " << at.y;
+    }
+  }
 
-// The rectangle round what the window is still to paint.
-std::string UpdateBox(HWND window) {
-  HRGN region = ::CreateRectRgn(0, 0, 0, 0);
-  ::GetUpdateRgn(window, region, FALSE);
-  RECT r;
-  ::GetRgnBox(region, &r);
-  ::DeleteObject(region);
-  std::ostringstream text;
-  text << r.left << ',' << r.top << ',' << r.right << ',' << r.bottom;
-  return text.str();
-}
+private:
+  void Change(std::list<Twin>* among, std::list<Twin>::iterator one) {
+    const PixelRect any = AnyPlace();
+    const RECT part = RectOf(any);
+    const int act = dice.Below(9);
+    if (act < 2) { // it only moves, or takes another size too
+      one->place = act ? Moved(one->place, any.left - one->place.left, any.top - one->place.top) : any;
+      ::MoveWindow(one->window, one->place.left, one->place.top, WidthOf(one->place), HeightOf(one->place), TRUE);
+    } else if (act == 2) {
+      one->shown = !one->shown;
+      ::ShowWindow(one->window, one->shown ? SW_SHOWNA : SW_HIDE);
+    } else if (act == 3) {
+      const bool top = dice.OneIn(2);
+      ::SetWindowPos(one->window, top ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      among->splice(top ? among->begin() : among->end(), *among, one);
+    } else if (act == 4 && (one->spares || one->children.empty())) { // it draws at once
+      one->dx = dice.Below(16);
+      HDC context = ::GetDC(one->window);
+      DrawIn(context, *one, {-9, -9, 70, 60});
+      ::ReleaseDC(one->window, context);
+    } else if (act <= 5) { // it spoils a part, and its children if it does not spare them
+      HDC context = ::GetDC(one->window);
+      ::FillRect(context, &part, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+      ::ReleaseDC(one->window, context);
+      ::InvalidateRect(one->window, &part, dice.OneIn(2));
+    } else if (act >= 6 && act < 8 && (one->spares || one->children.empty())) {
+      const int dx = dice.Below(40) - 20, dy = dice.Below(40) - 20;
+      ::ScrollWindow(one->window, dx, dy, nullptr, nullptr);
+      one->dx += dx, one->dy += dy;
+    } else if (act == 8) {
+      MemoryMoveWindow(TheMemoryDesktop().keyboard, any);
+    }
+  }
+  void Add(std::list<Twin>* to, HWND parent, const std::string& kind) {
+    const std::string title(1, char('A' + twins.size()));
+    const PixelRect r = parent ? AnyPlace() : PixelRect{5, 5, 75, 55};
+    std::ostringstream make;
+    make << "make " << title << ' ' << kind << ' ' << (parent ? parent->title : "-") << ' ' << r.left << ' ' << r.top;
+    make << ' ' << WidthOf(r) << ' ' << HeightOf(r) << " showna " << title;
+    Act(make.str());
+    to->push_front({Named(title), r, true, kind == "parent", 20 + 20 * int(twins.size()), 0, 0, {}});
+    twins[to->front().window] = &to->front();
+  }
+  // The squares that the rectangle touches.
+  static void DrawIn(HDC context, const Twin& twin, const RECT& r) {
+    for (int y = r.top - ((r.top - twin.dy) & 3); y < r.bottom; y += 4) {
+      for (int x = r.left - ((r.left - twin.dx) & 3); x < r.right; x += 4) {
+        FillPixels(context, {x, y, x + 4, y + 4}, twin.At(x, y));
+      }
+    }
+  }
+  PixelRect AnyPlace() {
+    const int left = dice.Below(70) - 15, top = dice.Below(50) - 10;
+    return {left, top, left + 1 + dice.Below(60), top + 1 + dice.Below(50)};
+  }
 
-TEST_F(WindowPainting, ErasesWithTheClassesColourAndPaintsParentsFirst) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  EXPECT_EQ(At(main, 0, 0), kWhite);
-  PaintIn(main, kRed);
-  PaintIn(child, kGreen);
-  ::InvalidateRect(child, nullptr, TRUE);
-  ::InvalidateRect(main, nullptr, TRUE);
-  Drain();
-  EXPECT_EQ(TakeLog({"PAINT", "ERASEBKGND"}), "main PAINT; main ERASEBKGND; child PAINT; child ERASEBKGND");
-  EXPECT_EQ(At(main, 9, 10), kRed);
-  EXPECT_EQ(At(main, 10, 10), kGreen);
-  ::InvalidateRect(main, nullptr, FALSE);
-  Drain();
-  EXPECT_EQ(TakeLog({"PAINT", "ERASEBKGND"}), "main PAINT");
-}
+  Dice dice;
+  WindowScene scene = WindowScene(80, 60, 24);
+  std::list<Twin> roots;
+  std::map<HWND, const Twin*> twins;
+};
 
-TEST_F(WindowPainting, CutsThePaintContextToWhatIsAskedFor) {
-  PaintIn(main, kRed);
-  const RECT part = {10, 20, 30, 40}, outside = {-50, 190, 20, 1000};
-  ::InvalidateRect(main, &part, FALSE);
-  ::InvalidateRect(main, &outside, FALSE);
-  EXPECT_EQ(UpdateBox(main), "0,20,30,200");
-  ::UpdateWindow(main);
-  EXPECT_EQ(UpdateBox(main), "0,0,0,0");
-  EXPECT_EQ(At(main, 10, 20), kRed);
-  EXPECT_EQ(At(main, 30, 39), kWhite);
-  EXPECT_EQ(At(main, 19, 199), kRed);
-  EXPECT_EQ(At(main, 9, 100), kWhite);
-  TakeLog();
-  ::UpdateWindow(main);
-  EXPECT_EQ(TakeLog(), "");
-}
-
-TEST_F(WindowPainting, AsksNothingOfAWindowThatIsNotShown) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  ::ShowWindow(child, SW_HIDE);
-  Drain();
-  TakeLog();
-  ::InvalidateRect(child, nullptr, TRUE);
-  ::UpdateWindow(child);
-  Drain();
-  EXPECT_EQ(TakeLog(), "");
-  ::ShowWindow(child, SW_SHOW);
-  Drain();
-  EXPECT_EQ(TakeLog({"PAINT"}), "child PAINT");
-}
-
-TEST_F(WindowContext, IsCutByParentsByChildrenAndBySiblingsAsTheStylesSay) {
-  HWND low = ShowChild("low", {150, 150, 300, 300}, main);
-  HWND high = ShowChild("high", {160, 160, 300, 300}, main, WS_CHILD);
-  const RECT all = {-100, -100, 1000, 1000};
-  FillWindow(main, all, kRed);
-  EXPECT_EQ(At(main, 199, 149), kRed);
-  EXPECT_EQ(At(main, 150, 150), kWhite); // spared as a child
-  EXPECT_EQ(ColourAt(103, 121), RGB(192, 192, 192));
-  FillWindow(low, all, kGreen);
-  EXPECT_EQ(At(main, 150, 150), kGreen);
-  EXPECT_EQ(At(main, 160, 160), kWhite); // spared as a sibling above
-  FillWindow(high, all, kBlue);
-  EXPECT_EQ(At(main, 160, 160), kBlue);
-  EXPECT_EQ(ColourAt(303, 290), RGB(192, 192, 192)); // the parent's border
-}
-
-TEST_F(WindowContext, OfAParentThatDoesNotSpareChildrenDrawsOverThemAndAsksThemToPaint) {
-  HWND parent = MakeWindow("parent", WS_CAPTION, {400, 50, 606, 275});
-  ::ShowWindow(parent, SW_SHOWNORMAL);
-  HWND child = ShowChild("child", {10, 10, 60, 60}, parent);
-  FillWindow(parent, {0, 0, 300, 300}, kRed);
-  EXPECT_EQ(At(child, 5, 5), kRed);
-  ::InvalidateRect(parent, nullptr, TRUE);
-  Drain();
-  EXPECT_EQ(TakeLog({"PAINT"}), "parent PAINT; child PAINT");
-}
-
-TEST_F(WindowContext, FollowsItsWindow) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  HDC context = ::GetDC(child);
-  ::MoveWindow(child, 100, 100, 50, 50, TRUE);
-  Fill(context, {0, 0, 5, 5}, kRed);
-  EXPECT_EQ(At(main, 100, 100), kRed);
-  ::MoveWindow(main, 0, 0, 206, 225, TRUE);
-  Drain();
-  Fill(context, {5, 5, 10, 10}, kGreen);
-  EXPECT_EQ(At(main, 105, 105), kGreen);
-  EXPECT_EQ(At(main, 100, 100), kRed);
-  ::DestroyWindow(child);
-  Fill(context, {0, 0, 50, 50}, kBlue);
-  Drain();
-  EXPECT_EQ(At(main, 100, 100), kWhite);
-  EXPECT_EQ(::ReleaseDC(child, context), 0);
-}
-
-TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateAndOthersBeginAnew) {
-  HWND own = MakeWindow("own", kChildStyle | WS_VISIBLE, {0, 0, 50, 50}, main, "LogOwn");
-  for (HWND window : {main, own}) {
-    HDC context = ::GetDC(window);
-    EXPECT_EQ(::SetTextColor(context, kRed), RGB(0, 0, 0));
-    ::ReleaseDC(window, context);
-    context = ::GetDC(window);
-    EXPECT_EQ(::SetTextColor(context, kBlue), window == own ? kRed : RGB(0, 0, 0));
-    ::ReleaseDC(window, context);
+TEST(WindowsAndATwin, ShowTheSameWhateverIsMovedShownStackedSpoiltOrScrolled) {
+  for (uint32_t seed = 0; seed < 80; ++seed) {
+    TwinProgram program(seed);
+    for (int step = 0; step < 60; ++step) {
+      program.Change();
+      if (step % 4) continue;
+      ASSERT_NO_FATAL_FAILURE(program.ExpectTheSame()) << "seed " << seed << " step " << step;
+    }
   }
 }
 
-TEST_F(WindowContext, OutlivesItsWindowUntilItIsGivenBack) {
-  HWND own = MakeWindow("own", kFrameStyle, {0, 0, 90, 90}, nullptr, "LogOwn");
-  const HDC contexts[] = {::GetDC(main), ::GetDC(own)};
-  ::DestroyWindow(main);
-  ::DestroyWindow(own);
-  for (HDC context : contexts) ::SetTextColor(context, kRed); // the last window has taken neither along
-  HWND next = ShowFrame("next", kMainPlace);
-  FillWindow(next, {0, 0, 10, 10}, kGreen); // nor does the next one get them
-  for (HDC context : contexts) {
-    Fill(context, {0, 0, 50, 50}, kRed);
-    EXPECT_EQ(::SetTextColor(context, kBlue), kRed);
+// ---- What is asked for -------------------------------------------------------------------------------------------
+
+TEST_F(WindowPainting, ErasesWithTheClassesColourPaintsParentsFirstAndOnlyWhatIsAskedFor) {
+  Walk("paint erase",
+       {{"new child child main 10 10 50 50 rgb? main 0 0 paints main r paints child g erase child erase main",
+         "w | main.paint main.erase child.paint child.erase"},
+        {"rgb? main 9 10 rgb? main 10 10 invalidate main", "r g | main.paint"},
+        {"fill main w 0 0 200 200 invalidate main 10 80 20 20 invalidate main -50 190 70 810 update? main update main "
+         "update? main",
+         "0,80+30x120 main.paint 0,0+0x0"},
+        {"rgb? main 10 80 rgb? main 30 99 rgb? main 19 199 rgb? main 9 150 update main", "r w r w"},
+        {"hide child then invalidate child update child", "main.paint main.erase"},
+        {"showna child", "| child.paint child.erase"},
+        {"when main.erase update main . erase main update main rgb? main 100 100", "main.paint main.erase r"}});
+}
+
+TEST_F(WindowPainting, TakesPixelsAlongAndAsksOnlyForWhatIsNew) {
+  Walk("none",
+       {{"new child child main 10 10 50 50 fill child r 0 0 50 50 place child 20 25 60 50 update? child", "50,0+10x50"},
+        {"rgb? main 20 25 rgb? main 69 74", "r r"},
+        {"fill main g 0 100 200 100 place main 100 100 226 225 update? main rgb? main 0 150", "200,0+20x200 g"},
+        {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"}, // its class wants it so
+        {"new low child main 0 0 50 50 new high child main 25 25 50 50 top low update? low", "25,25+25x25"},
+        {"hide low update? high", "0,0+25x25"},
+        {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
+        {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
+  Act("new flat child main 100 100 60 50");
+  ::ScrollWindow(Named("flat"), 5, 0, nullptr, nullptr);
+  Walk("none", {{"update? flat", "0,0+5x50"}});
+}
+
+TEST_F(WindowPainting, IsBlackInAWindowThatHasNotPaintedYet) {
+  Answer(WM_ERASEBKGND, [](HWND, WPARAM, LPARAM) { return 1; });
+  Walk("none", {{"new one plain - 0 0 30 30 fill one r 0 0 30 30 rgb? one 9 9 destroy one", "r"},
+                {"new two plain - 0 0 30 30 rgb? two 9 9", "k"}});
+}
+
+// ---- Contexts ----------------------------------------------------------------------------------------------------
+
+TEST_F(WindowContext, IsCutAtTheFrameAndByChildrenAndSiblingsAsTheStylesSay) {
+  Walk("paint", {{"new low careless main 150 150 150 150 new high child main 160 160 140 140", ""},
+                 {"fill low b -99 -99 999 999 rgb? main 160 160 rgb? main 149 150 rgb? 303 290", "b w s"},
+                 {"new over over - 400 50 206 225 new child child over 10 10 50 50 fill over r 0 0 300 300", ""},
+                 {"rgb? child 5 5 erase over", "r | over.paint child.paint"}});
+}
+
+TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
+  Act("new child child main 10 10 50 50 new own own main 150 150 50 50");
+  const HDC plain = ::GetDC(Named("child")), own = ::GetDC(Named("own"));
+  const auto fill = [](HDC context, int left, const char* colour) {
+    for (int i = 0; i < 25; ++i)
+      ::SetPixel(context, left + i % 5, i / 5, *colour == 'r' ? RGB(255, 0, 0) : RGB(0, 255, 0));
+  };
+  Act("place child 100 100 50 50");
+  fill(plain, 0, "r");
+  Act("rgb? main 100 100 place main 0 0 206 225 then");
+  fill(plain, 5, "g");
+  Walk("none", {{"rgb? main 105 100 rgb? main 100 100 destroy child destroy own", "r g r"}});
+  for (HDC context : {plain, own}) {
+    ::SetTextColor(context, RGB(1, 2, 3));
+    fill(context, 0, "g");
+  }
+  Walk(
+      "none",
+      {{"rgb? main 100 100 destroy main make next frame - 100 100 206 225 show next then fill next g 0 0 10 10", "w"}});
+  for (HDC context : {plain, own}) {
+    fill(context, 0, "r");
+    EXPECT_EQ(::SetTextColor(context, 0), RGB(1, 2, 3)); // nobody else has got it
     EXPECT_EQ(::ReleaseDC(nullptr, context), 0);
   }
-  EXPECT_EQ(At(next, 2, 2), kGreen);
+  Walk("none", {{"rgb? next 2 2", "g"}});
+}
+
+TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateButNoPaintsLimitsAndOthersBeginAnew) {
+  Walk("none", {{"new own own main 0 0 50 50 paints own r invalidate own 0 0 5 5 update own", ""},
+                {"fill own g 0 0 50 50 rgb? own 40 40", "g"}});
+  for (HWND window : {main, Named("own")}) {
+    for (const COLORREF expected : {RGB(0, 0, 0), window == main ? RGB(0, 0, 0) : RGB(1, 2, 3)}) {
+      HDC context = ::GetDC(window);
+      EXPECT_EQ(::SetTextColor(context, RGB(1, 2, 3)), expected);
+      ::ReleaseDC(window, context);
+    }
+  }
 }
 
 TEST_F(WindowContext, OfACoverDrawsOnTheScreenOverEverythingAndHasAllInput) {
-  MemoryOpenWindow("other", {400, 100, 500, 200}, MemoryPixelOf(1, 2, 3));
-  HWND cover = ShowCover(main);
-  EXPECT_EQ(ColourAt(410, 110), RGB(1, 2, 3));
-  FillWindow(cover, {1999 + 410, 1999 + 110, 1999 + 420, 1999 + 120}, kRed);
-  EXPECT_EQ(ColourAt(410, 110), kRed);
-  EXPECT_EQ(ColourAt(419, 119), kRed);
-  EXPECT_EQ(ColourAt(420, 110), RGB(1, 2, 3));
-  MemoryMovePointerTo(450, 150);
-  MemoryTypeKey('A');
-  Drain();
-  EXPECT_EQ(TakeLog(), "cover MOUSEMOVE 0 at 2449,2149; cover KEYDOWN 65; cover CHAR 97; cover KEYUP 65");
-  ::DestroyWindow(cover);
-  Drain();
-  EXPECT_EQ(At(main, 0, 0), kWhite);
+  MemoryOpenWindow("stripe", {400, 100, 500, 200}, MemoryPixelOf(0, 0, 255));
+  Act("make cover cover main -2000 -2000 4000 4000 show cover then rgb? 410 110");
+  Heard();
+  Walk("m key char", {{"fill cover r 2410 2110 10 10 rgb? 410 110 rgb? 419 119 rgb? 420 110", "r r b"},
+                      {"m 450 150 A", "| cover.m:0@2450,2150 cover.key:A cover.char:97"},
+                      {"destroy cover then rgb? main 0 0", "w"}});
 }
 
-TEST_F(WindowRepair, TakesPixelsAlongAndAsksOnlyForWhatIsNew) {
-  HWND child = ShowChild("child", {10, 10, 60, 60}, main);
-  FillWindow(child, {0, 0, 50, 50}, kRed);
-  ::MoveWindow(child, 20, 25, 60, 50, TRUE);
-  EXPECT_EQ(UpdateBox(child), "50,0,60,50");
-  EXPECT_EQ(At(main, 20, 25), kRed);
-  EXPECT_EQ(At(main, 69, 74), kRed);
-  Drain();
-  EXPECT_EQ(At(main, 10, 10), kWhite);
-  EXPECT_EQ(At(main, 19, 59), kWhite);
-  FillWindow(main, {0, 100, 200, 200}, kGreen);
-  ::MoveWindow(main, 100, 100, 226, 225, TRUE);
-  EXPECT_EQ(UpdateBox(main), "200,0,220,200");
-  EXPECT_EQ(At(main, 0, 150), kGreen);
-  HWND anew = MakeWindow("anew", kChildStyle | WS_VISIBLE, {0, 0, 50, 50}, main, "LogAnew");
-  Drain();
-  ::MoveWindow(anew, 0, 0, 50, 40, TRUE);
-  EXPECT_EQ(UpdateBox(anew), "0,0,50,40"); // its class wants it so
-}
-
-TEST_F(WindowRepair, OfAChildThatIsHiddenRaisedOrLoweredPaintsWhatItUncovers) {
-  HWND low = ShowChild("low", {0, 0, 50, 50}, main);
-  HWND high = ShowChild("high", {25, 25, 75, 75}, main);
-  PaintIn(low, kRed);
-  PaintIn(high, kGreen);
-  ::InvalidateRect(low, nullptr, TRUE);
-  ::InvalidateRect(high, nullptr, TRUE);
-  Drain();
-  EXPECT_EQ(At(main, 30, 30), kGreen);
-  ::BringWindowToTop(low);
-  EXPECT_EQ(UpdateBox(low), "25,25,50,50");
-  Drain();
-  EXPECT_EQ(At(main, 30, 30), kRed);
-  ::ShowWindow(low, SW_HIDE);
-  EXPECT_EQ(UpdateBox(high), "0,0,25,25");
-  Drain();
-  EXPECT_EQ(At(main, 30, 30), kGreen);
-  EXPECT_EQ(At(main, 20, 20), kWhite);
-}
-
-TEST_F(WindowScrolling, MovesPixelsAndWhatIsYetToBePaintedAndAsksForTheRest) {
-  FillWindow(main, {10, 10, 20, 20}, kRed);
-  const RECT stale = {40, 40, 45, 45}, area = {0, 0, 100, 100};
-  ::InvalidateRect(main, &stale, FALSE);
-  EXPECT_TRUE(::ScrollWindow(main, 5, -7, &area, &area));
-  EXPECT_EQ(At(main, 15, 3), kRed);
-  EXPECT_EQ(At(main, 24, 12), kRed);
-  EXPECT_EQ(At(main, 14, 3), kWhite);
-  HRGN region = ::CreateRectRgn(0, 0, 0, 0);
-  ::GetUpdateRgn(main, region, FALSE);
-  const auto waits = [region](const RECT& place) { return ::RectInRegion(region, &place); };
-  EXPECT_TRUE(waits({45, 33, 50, 38})); // moved along
-  EXPECT_TRUE(waits({0, 0, 5, 10}));
-  EXPECT_TRUE(waits({50, 93, 60, 100}));
-  EXPECT_FALSE(waits({60, 50, 90, 90}));
-  ::DeleteObject(region);
-}
+// ---- The screen --------------------------------------------------------------------------------------------------
 
 TEST_F(WindowPresenting, BringsOnlyWhatWasDrawn) {
   MemoryDesktop& desktop = TheMemoryDisplay().desktop;
   const uint64_t before = desktop.presentedPixels;
-  FillWindow(main, {0, 0, 10, 10}, kRed);
-  FillWindow(main, {100, 100, 110, 110}, kRed);
+  Act("fill main r 0 0 10 10 fill main r 100 100 10 10");
   EXPECT_EQ(desktop.presentedPixels, before);
-  MSG message;
-  ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
+  Act("pass?");
   EXPECT_EQ(desktop.presentedPixels, before + 200);
-  for (int i = 0; i < 40; ++i) FillWindow(main, {5 * i, i, 5 * i + 2, i + 2}, kGreen);
+  for (int i = 0; i < 40; ++i)
+    Act(std::string("fill main g ").append(std::to_string(5 * i) + " ").append(std::to_string(i) + " 2 2"));
   ::Sleep(0);
   EXPECT_LT(desktop.presentedPixels, before + 200 + 200 * 42);
-  for (int i = 0; i < 40; ++i) EXPECT_EQ(At(main, 5 * i + 1, i + 1), kGreen);
+  for (int i = 0; i < 40; ++i) EXPECT_EQ(ColourAt(OnScreen(main, 5 * i + 1, i + 1)), RGB(0, 255, 0));
 }
 
-TEST_F(WindowPresenting, ComesBeforeTheScreenItselfIsReadOrDrawnOn) {
+TEST_F(WindowPresenting, ComesBeforeTheScreenItselfIsReadOrDrawnOnAndDoesNotWaitForEver) {
   HDC screen = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
-  const POINT point = OnScreen(main, 0, 0);
-  FillWindow(main, {0, 0, 10, 10}, kRed);
-  EXPECT_EQ(::GetPixel(screen, point.x, point.y), kRed);
-  FillWindow(main, {0, 0, 10, 10}, kGreen);
+  Act("fill main r 0 0 10 10");
+  EXPECT_EQ(::GetPixel(screen, 103, 122), RGB(255, 0, 0));
+  Act("fill main g 0 0 10 10");
   ::SetROP2(screen, R2_NOTXORPEN);
   ::SelectObject(screen, ::GetStockObject(BLACK_BRUSH));
-  ::Rectangle(screen, point.x, point.y, point.x + 5, point.y + 5);
+  ::Rectangle(screen, 103, 122, 108, 127);
   ::Sleep(0);
-  EXPECT_EQ(ColourAt(point.x, point.y), RGB(255, 0, 255)); // the present did not come after it
-  FillWindow(main, {0, 0, 10, 10}, kBlue);
-  ::SetROP2(screen, R2_COPYPEN);
-  ::BitBlt(screen, 600, 400, 2, 2, screen, point.x, point.y, SRCCOPY);
-  EXPECT_EQ(ColourAt(601, 401), kBlue);
+  EXPECT_EQ(ColourAt({103, 122}), RGB(255, 0, 255)); // the present did not come after it
+  Act("fill main b 0 0 10 10");
+  ::BitBlt(screen, 600, 400, 2, 2, screen, 103, 122, SRCCOPY);
+  EXPECT_EQ(ColourAt({601, 401}), RGB(0, 0, 255));
   ::DeleteDC(screen);
-}
-
-TEST_F(WindowPresenting, DoesNotWaitForEverWhileMessagesKeepComing) {
-  FillWindow(main, {0, 0, 10, 10}, kRed);
-  MemoryTypeKey('A');
-  MemoryTypeKey('B');
   MSG message;
-  ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);
-  const POINT point = OnScreen(main, 0, 0);
-  EXPECT_EQ(ColourAt(point.x, point.y), kWhite);
-  DisplaySleep(30);
-  ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);
-  EXPECT_EQ(ColourAt(point.x, point.y), kRed);
+  Act("fill main r 0 0 10 10 A A");
+  for (const COLORREF colour : {RGB(0, 0, 255), RGB(255, 0, 0)}) {
+    ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);
+    EXPECT_EQ(ColourAt({103, 122}), colour);
+    DisplaySleep(30);
+  }
 }
 
-TEST_F(WindowPresenting, RestoresWhatAnotherProgramUncovers) {
-  FillWindow(main, {0, 0, 200, 200}, kRed);
-  Drain();
-  DisplayWindow* other = MemoryOpenWindow("other", {150, 150, 200, 200}, 0);
-  EXPECT_EQ(ColourAt(170, 170), RGB(0, 0, 0));
-  FillWindow(main, {0, 0, 200, 200}, kGreen);
-  ::Sleep(0);
-  EXPECT_EQ(ColourAt(170, 170), RGB(0, 0, 0));
-  MemoryCloseWindow(other);
-  Drain();
-  EXPECT_EQ(ColourAt(170, 170), kGreen);
-  EXPECT_EQ(TakeLog({"PAINT"}), ""); // its pixels are still there
-}
-
-TEST_F(WindowPresenting, RefreshingTheScreenPaintsEverybodysWindowsAndClearsStrayPixels) {
-  ShowChild("child", {10, 10, 60, 60}, main);
-  DisplayWindow* other = MemoryOpenWindow("other", {400, 100, 500, 200}, 77);
+TEST_F(WindowPresenting, RestoresWhatAnotherProgramUncoversAndRefreshesEverybodysWindows) {
+  DisplayWindow* other = MemoryOpenWindow("other", {150, 150, 200, 200}, 77);
+  Walk("paint", {{"fill main g 0 0 200 200 rgb? 149 149 rgb? 170 170", "g 4d0000"},
+                 {"shift other 400 100 50 50", ""},
+                 {"rgb? 170 170", "g"}}); // its pixels are still there
   const uint8_t all[8] = {255, 255, 255, 255, 255, 255, 255, 255};
   DisplayInvertScreen({0, 0, 640, 480}, all);
   const uint32_t paints = other->paints;
-  ::InvalidateRect(nullptr, nullptr, TRUE);
-  Drain();
+  Walk("paint", {{"new child child main 10 10 50 50 erase -", "| main.paint child.paint"},
+                 {"rgb? main 0 0 rgb? 550 400", "w k"}});
   EXPECT_EQ(other->paints, paints + 1);
-  EXPECT_EQ(TakeLog({"PAINT"}), "main PAINT; child PAINT");
-  EXPECT_EQ(At(main, 0, 0), kWhite);
   EXPECT_EQ(MemoryPixel(410, 110), 77U);
-  EXPECT_EQ(MemoryPixel(550, 400), 0U);
 }
 
 TEST(PresentingAnywhere, StandsInEveryDepthAndThroughAChangeOfIt) {
   for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
     WindowScene scene(640, 480, depth);
-    HWND main = ShowFrame("main", kMainPlace);
-    EXPECT_EQ(At(main, 0, 0), kWhite) << depth;
-    MemoryDisplaySetMode(800, 600, depth == 24 ? 8 : 24);
-    Drain();
-    EXPECT_EQ(At(main, 0, 0), kWhite) << depth;
-    const char* eight = "main DISPLAYCHANGE 8 800x600; main WININICHANGE";
-    const char* trueColour = "main DISPLAYCHANGE 24 800x600; main WININICHANGE";
-    EXPECT_EQ(TakeLog({"DISPLAYCHANGE", "WININICHANGE"}), depth == 24 ? eight : trueColour) << depth;
+    const int32_t next = depth == 24 ? 8 : 24;
+    ShowMain();
+    Act("rgb? main 0 0");
+    MemoryDisplaySetMode(800, 600, next);
+    Act("then rgb? main 0 0");
+    EXPECT_EQ(Heard("display settings"), "w main.display:" + std::to_string(next) + ",800x600 main.settings w")
+        << depth;
   }
 }
 

@@ -1,6 +1,5 @@
-// Windows of the platform calls on a desktop in memory, and a log of the messages that they get.
-//
-// The user and the other programs act through win32/memory/memory_windows.h.
+// Windows of the platform calls on a desktop in memory, and a script of words: what the program, the user and other
+// programs do. A test is a table of such steps and of the messages that each one brings.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,60 +13,65 @@
 
 namespace framereel {
 
-// A desktop with nothing on it and the window classes "Log" (a background), "LogAnew" (painted anew on every new size),
-// "LogOwn" (a context of its own), "LogBare" (no background) and "LogTwice" (asks for double clicks). There is one
-// scene at a time.
+// A desktop with nothing on it. There is one scene at a time.
 class WindowScene {
 public:
-  WindowScene(int32_t width = 640, int32_t height = 480, int32_t depth = 24);
+  explicit WindowScene(int32_t width = 640, int32_t height = 480, int32_t depth = 24);
   ~WindowScene();
   WindowScene(const WindowScene&) = delete;
 };
 
-inline constexpr DWORD kFrameStyle = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
-inline constexpr DWORD kChildStyle = WS_CHILD | WS_CLIPSIBLINGS;
+// Words are separated by blanks. Windows are named by their titles, "-" is none. A PLACE is "X Y WIDTH HEIGHT"; a POINT
+// is "X Y" on the screen, or "NAME X Y" in a client area.
+//
+//   the program  make NAME KIND PARENT PLACE, new (made, shown and not heard of), show, showna, hide, iconify, back,
+//                destroy, focus, capture, loose, enable, disable, top, bottom, update, place NAME PLACE; erase and
+//                invalidate NAME (the whole or a PLACE); paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
+//   the user     m POINT, wheel N; keys like A, f4, ctrl+shift+left, and the buttons lb, mb, rb: typed, or with + or -
+//                ahead pressed or released only
+//   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore, ask (to close),
+//                kill, shift NAME PLACE, takemouse
+//   time         wait MS, tick MS (no event runs), later WORDS , WORDS ... . (20 ms apart, once somebody waits)
+//   what stands  focus?, pass? (the next message, which is not taken), order? (of the top-level windows), place? NAME,
+//                update? NAME (the box round what it is to paint), rgb? POINT, at? POINT
+//
+// "then" lets the program take all messages that there are; when ENTRY WORDS . reacts once to an entry of the log that
+// begins so.
+//
+// The log has an entry for each message to a window of the scene, like "main.size:0,94x75". Tables in window_scene.cpp
+// have the names of messages and the kinds of windows. Colours are letters: r g b k w, s (silver), d (dark grey), n
+// (navy), l (light grey).
+void Act(const std::string& words);
+// The entries of those events, or all for "", and all answers to questions. The log is empty then.
+std::string Heard(const std::string& events = "");
 
-// Made and, but for the first form, shown without being activated. They are named in the log by their title.
-HWND MakeWindow(const char* title, DWORD style, const PixelRect& place, HWND parent = nullptr,
-                const char* className = "Log", DWORD extendedStyle = 0);
-HWND ShowFrame(const char* title, const PixelRect& place, HWND owner = nullptr); // active, and the queue is empty
-HWND ShowChild(const char* title, const PixelRect& place, HWND parent, DWORD style = kChildStyle);
-// A control of the system's; its messages are not in the log.
-HWND ShowControl(const char* className, const char* text, DWORD style, const PixelRect& place, HWND parent, int id);
-
-// A window called "main", active and alone; its client area lies from 103, 122 to 303, 322.
-inline constexpr PixelRect kMainPlace = {100, 100, 306, 325};
-class OneWindow : public ::testing::Test {
-protected:
-  WindowScene scene;
-  HWND main = ShowFrame("main", kMainPlace);
-  DisplayWindow* shown = MemoryWindowTitled("main");
+struct Step {
+  const char *words, *brings; // what the calls send at once, and behind a bar what taking all messages brings
 };
+void Walk(const std::string& events, std::initializer_list<Step> steps);
 
-// Shown over the whole screen and all that is on it; its client area begins at -1999, -1999.
-HWND ShowCover(HWND owner);
-
-// What the messages of a kind told, as "title message; title message", in their order; the log is empty then. Messages
-// are named as Win32 names them without WM_, followed by what matters of them: "main SIZE 0 94x75". Nothing but the
-// messages in `names` if there are any.
-std::string TakeLog(std::initializer_list<const char*> names = {});
+HWND Named(const std::string& title);
+// A frame called "main", active and alone; its client area lies from 103, 122 to 303, 322.
+HWND ShowMain();
+// Shown. Its messages are not in the log.
+HWND ShowControl(const char* className, const char* title, DWORD style, const PixelRect& place, HWND parent, int id);
 
 // Runs instead of the default for a message of any window; an answer of its own ends it there.
 using Handler = std::function<LRESULT(HWND window, WPARAM wParam, LPARAM lParam)>;
 void Answer(UINT message, Handler handler);
 
-// Takes and dispatches all messages that there are.
-void Drain();
-// The user types a key while others are held down. Nothing is taken.
-void TypeWith(std::initializer_list<uint8_t> held, uint8_t key);
-// The client area filled with the colour when it is painted.
-void PaintIn(HWND window, COLORREF colour);
-
+void Drain();            // takes and dispatches all messages that there are
 bool Lives(HWND window); // has not been destroyed
-SIZE ClientSize(HWND window);
 
 // The place of a client point on the screen; the colour that stands there.
 POINT OnScreen(HWND window, int x, int y);
-COLORREF ColourAt(int32_t x, int32_t y);
+COLORREF ColourAt(const POINT& point);
+
+class OneWindow : public ::testing::Test {
+protected:
+  WindowScene scene;
+  HWND main = ShowMain();
+  DisplayWindow* shown = MemoryWindowTitled("main");
+};
 
 } // namespace framereel
