@@ -72,6 +72,22 @@ PixelRect DisplayUsableArea();
 // is. Asks the server.
 PixelRect DisplayMonitorAt(int32_t x, int32_t y);
 
+// ---- Windows of all programs -------------------------------------------------------------------------------------
+
+// Names a window of any program, ours included; 0 the desktop itself. It has 29 bits at most. A window that has gone,
+// or that this part of the display has not answered, is not there.
+using DesktopWindow = uint32_t;
+
+// The topmost window that is seen at a place of the screen: of those on the desktop, or of those in another program's
+// window; 0 for none. A window without pixels of its own (a cover) is not seen. What a window manager puts around a
+// window belongs to it, and the margins in which a program draws no more than its window's shadow do not.
+DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t x, int32_t y);
+// Where it stands on the screen, what lies beyond the window around it included; false when it is not there or cannot
+// be seen any more.
+bool DisplayWindowPlace(DesktopWindow window, PixelRect* place);
+// Our window of that name; null when it is another program's.
+DisplayWindow* DisplayOwnWindow(DesktopWindow window);
+
 // ---- Input -------------------------------------------------------------------------------------------------------
 
 // All mouse events go to the window, wherever the pointer is, until null is given or the display takes it away
