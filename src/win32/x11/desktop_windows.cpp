@@ -1,12 +1,14 @@
 // The windows of all programs on the X11 display, as they are seen at a place of the screen.
 //
 // Whoever follows the pointer asks sixty times a second, on desktops of hundreds of windows. So what has been asked for
-// is kept, from the top of the stack down to where the answer was found, and the server tells when a window may be
-// different by now; where nothing changes, it is asked nothing. Once nobody looks for windows any more, the first thing
-// that is told ends it.
+// is kept, and the server tells when a window may be different by now; where nothing changes, it is asked nothing. Once
+// nobody looks for windows any more, the first thing that is told ends it.
 #include <X11/Xatom.h>
+#include <X11/Xlib-xcb.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <memory>
 
 #include "win32/x11/x11_display.h"
 
@@ -17,6 +19,11 @@ namespace {
 constexpr uint32_t kInterestMs = 1000; // nobody who waits longer follows the pointer
 // How deep window managers put a window into their own.
 constexpr int32_t kFrameDepth = 2;
+
+// Nothing where the window has gone, or the connection.
+template <typename T> struct Answer : std::unique_ptr<T, decltype(&std::free)> {
+  explicit Answer(T* reply) : std::unique_ptr<T, decltype(&std::free)>(reply, std::free) {}
+};
 
 X11Seen& SeenOf(X11Connection* x, Window window) {
   return x->desktop.seen[window];
@@ -48,17 +55,38 @@ const std::vector<Window>& ChildrenOf(X11Connection* x, Window window) {
   return seen.children;
 }
 
+// All questions go out before the first answer is waited for: a desktop of hundreds of windows is one way to the server
+// and back. Xlib itself asks one after the other.
+void LookAt(X11Connection* x, const std::vector<Window>& windows) {
+  struct Look {
+    X11Seen* seen;
+    xcb_get_window_attributes_cookie_t state;
+    xcb_get_geometry_cookie_t place;
+  };
+  xcb_connection_t* connection = XGetXCBConnection(x->display);
+  std::vector<Look> looks;
+  for (Window window : windows) {
+    X11Seen& seen = SeenOf(x, window);
+    if (seen.looked) continue;
+    const xcb_window_t id = static_cast<xcb_window_t>(window);
+    looks.push_back({&seen, xcb_get_window_attributes(connection, id), xcb_get_geometry(connection, id)});
+  }
+  for (const Look& look : looks) {
+    const Answer state(xcb_get_window_attributes_reply(connection, look.state, nullptr));
+    const Answer place(xcb_get_geometry_reply(connection, look.place, nullptr));
+    X11Seen& seen = *look.seen;
+    seen.looked = true;
+    seen.shown = state && place && state->map_state != XCB_MAP_STATE_UNMAPPED && state->_class == InputOutput;
+    if (!place) continue;
+    seen.border = place->border_width;
+    seen.place = {place->x, place->y, place->x + place->width + 2 * seen.border,
+                  place->y + place->height + 2 * seen.border};
+  }
+}
+
 const X11Seen& LookAt(X11Connection* x, Window window) {
   X11Seen& seen = SeenOf(x, window);
-  if (seen.looked) return seen;
-  XWindowAttributes now{};
-  const unsigned long request = NextRequest(x->display);
-  const bool there = XGetWindowAttributes(x->display, window, &now);
-  if (!there) X11NoAnswer(x, request);
-  seen.looked = true;
-  seen.shown = there && now.map_state != IsUnmapped && now.c_class == InputOutput;
-  seen.border = now.border_width;
-  seen.place = {now.x, now.y, now.x + now.width + 2 * seen.border, now.y + now.height + 2 * seen.border};
+  if (!seen.looked) LookAt(x, std::vector<Window>{window});
   return seen;
 }
 
@@ -222,7 +250,9 @@ DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t left, int32_t top) {
   X11TakeEvents(x, QueuedAfterReading);
   x->desktop.soughtAt = DisplayTick();
   const Window around = in == 0 ? x->root : ClientOf(x, in);
-  for (Window child : ChildrenOf(x, around)) {
+  const std::vector<Window>& children = ChildrenOf(x, around);
+  LookAt(x, children);
+  for (Window child : children) {
     if (X11Live() && IsAt(x, child, left, top)) return static_cast<DesktopWindow>(child);
   }
   return 0;
