@@ -1,7 +1,7 @@
 // The window half of what a display does for the platform calls: holding our top-level surfaces as windows of the
-// system, and telling what the user and the system do. The screen half stands in display.h, and what is said there of
-// failure and of the two sides holds here too: window.cpp, events.cpp and keys.cpp on each side. What a window manager
-// takes beyond that has files of its own in x11/.
+// system, finding those of other programs, and telling what the user and the system do. The screen half stands in
+// display.h, and what is said there of failure and of the two sides holds here too: window.cpp, desktop_windows.cpp,
+// events.cpp and keys.cpp on each side. What a window manager takes beyond that has files of its own in x11/.
 //
 // All places are screen pixels. Callers draw captions, borders and everything inside on a surface of the window's size
 // and present it; the display adds nothing to it.

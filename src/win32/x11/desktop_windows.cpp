@@ -19,6 +19,8 @@ namespace {
 constexpr uint32_t kInterestMs = 1000; // nobody who waits longer follows the pointer
 // How deep window managers put a window into their own.
 constexpr int32_t kFrameDepth = 2;
+// Of no program's windows. What is known of them may be of different moments, and lead round in a circle.
+constexpr int32_t kDeepest = 1000;
 
 // Nothing where the window has gone, or the connection.
 template <typename T> struct Answer : std::unique_ptr<T, decltype(&std::free)> {
@@ -148,8 +150,9 @@ const X11Margins& MarginsOf(X11Connection* x, Window client) {
 // On the screen; false when the window or one around it is not seen.
 bool PlaceWithMargins(X11Connection* x, Window window, PixelRect* place) {
   *place = {};
+  int32_t depth = 0;
   for (Window each = window; each != x->root; each = SeenOf(x, each).parent) {
-    if (each == None) return false;
+    if (each == None || ++depth > kDeepest) return false;
     const X11Seen& seen = LookAt(x, each);
     if (!seen.shown) return false;
     const int32_t inside = each == window ? 0 : seen.border;
@@ -205,8 +208,11 @@ bool TellsOfChild(const XEvent& event) {
 
 void NoteChange(X11Connection* x, int type, Window parent, Window window) {
   auto& seen = x->desktop.seen;
-  if (auto child = seen.find(window); child != seen.end()) child->second.looked = false;
-  if (type == DestroyNotify) seen.erase(window);
+  if (type == CreateNotify || type == DestroyNotify) seen.erase(window); // the name is another window's from now on
+  if (auto child = seen.find(window); child != seen.end()) {
+    child->second.looked = false;
+    if (type == ReparentNotify) child->second.parent = None; // until it is found in the other one
+  }
   auto around = seen.find(parent);
   if (around == seen.end()) return;
   const bool sameOrder = type == MapNotify || type == UnmapNotify || type == GravityNotify;
