@@ -7,6 +7,7 @@
 #include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
+#include "area/window_picking.h"
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/notices.h"
@@ -23,14 +24,15 @@
 namespace framereel {
 namespace {
 
-// The line first: it may run across a picture. Either is taken off without memory.
-void LeaveScreen(const Application& app) {
+// The lines first: they may run across a picture. All of it is taken off without memory.
+void LeaveScreen(Application& app) {
+  WindowPickHide(app.area);
   if (AntsAreUp(app.area)) AntsToggle(app.area);
   PutBackPictureArea(app.recorder);
 }
 
 void TellThatMemoryEnded(void* application, uint32_t count) {
-  if (count == 1) LeaveScreen(*static_cast<const Application*>(application));
+  if (count == 1) LeaveScreen(*static_cast<Application*>(application));
   Beep();
   ::fprintf(stderr, "framereel: %s\n", AppAlertString(0));
 }
@@ -47,6 +49,7 @@ void HearOfChange(intptr_t code, void* recorder) {
 // Round an area smaller than the pictures the line runs across them. It comes back over a picture that has been drawn.
 void MakeWayForPicture(void* owner, const Rect& where, PictureWork work) {
   Application& app = *static_cast<Application*>(owner);
+  WindowPickHide(app.area); // comes back by itself
   if (RectInside(where, app.recorder.captureArea)) return;
   if (work == PictureWork::kRepaints) {
     AntsPause(app.area);

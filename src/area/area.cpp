@@ -34,7 +34,7 @@ void AreaModeCheck(void* argument) {
   AreaState& area = *static_cast<AreaState*>(argument);
   area.modeTimer = TimerSchedule(AreaModeCheck, &area, kModeInterval);
   if (area.selectionArmed || area.selectionDragging) return;
-  const bool mode = area.picking && ReadKeyState() == kKeyBitShift && ActiveGet();
+  const bool mode = ReadKeyState() == kKeyBitShift && ActiveGet();
   if (mode == area.windowMode) return;
   area.windowMode = mode;
   if (area.panel.setWindowMode) area.panel.setWindowMode(area.panel.owner, mode);

@@ -1,8 +1,8 @@
 // The capture area: which rectangle of the screen is recorded, and the record of everything that chooses and shows it.
 //
 // The rectangle itself is RecorderState::captureArea, so that there is one; area_geometry.h aligns it to the recording
-// size. The user draws it in selection.h; the moving line round it stands in ants.h; size and place of it are shown by
-// readouts.cpp.
+// size. The user draws it in selection.h, or points at a window in window_picking.h; the moving line round it stands in
+// ants.h; size and place of it are shown by readouts.cpp.
 #pragma once
 
 #include <cstdint>
@@ -30,14 +30,6 @@ struct AreaPanel {
   void (*saveSettings)(void* owner) = nullptr;                   // a selection has ended
 };
 
-// The other kind of selection: one click takes the rectangle of a window. It brings its own state.
-struct WindowPicking {
-  // The backdrop of a selection in window mode stands: its presses are picking's now, to be ended with SelectionEnd.
-  void (*begin)(AreaState& area);
-  // That selection ends. Whatever shows the window under the mouse goes, and so do picking's timers.
-  void (*end)(AreaState& area);
-};
-
 inline constexpr int kAntsPhases = 8;
 
 // The moving line round the area; see ants.h.
@@ -54,7 +46,6 @@ struct Ants {
 struct AreaState {
   RecorderState* recorder = nullptr; // has the rectangle, the options and the stream; not owned
   AreaPanel panel;
-  const WindowPicking* picking = nullptr; // without it there is no window mode; not owned
   Ants ants;
   int16_t anchorX = 0, anchorY = 0; // screen pixels; where the drag began
   int16_t cornerX = 0, cornerY = 0; // the corner under the mouse; both belong to the area
@@ -64,6 +55,9 @@ struct AreaState {
   ChildWindow* backdrop = nullptr;  // during a selection: covers the screen and takes all mouse and key events
   Timer* followTimer = nullptr;     // the pending step of a keyboard drag
   Timer* modeTimer = nullptr;       // the pending look at Shift
+  Rect hoverRect = {};              // the window that the outline of window_picking.h stands round; empty: none
+  uint16_t hoverPhase = 0;          // of that outline, below kAntsPhases
+  Timer* hoverTimer = nullptr;      // while it follows the pointer
 };
 
 // Sets the default area. The recorder stands already, with its options, and lives as long; so does the main window.

@@ -4,9 +4,11 @@
 #include <algorithm>
 
 #include "area/ants.h"
+#include "area/window_picking.h"
 #include "core/numbers.h"
 #include "core/timers.h"
 #include "gif/animation_stream.h"
+#include "platform/display/beep.h"
 #include "platform/display/display_caps.h"
 #include "platform/input/mouse.h"
 #include "platform/records/input_events.h"
@@ -108,6 +110,17 @@ void SelectionSpace(AreaState& area) {
   }
 }
 
+// A window, as far as it stands on the screen.
+void TakeWindow(AreaState& area, const Rect& r) {
+  const int16_t right = int16_t(TheDisplayCaps().screenWidth - 1), bottom = int16_t(TheDisplayCaps().screenHeight - 1);
+  area.anchorX = int16_t(PinValue(0, r.left, right));
+  area.anchorY = int16_t(PinValue(0, r.top, bottom));
+  area.cornerX = int16_t(PinValue(0, r.right - 1, right));
+  area.cornerY = int16_t(PinValue(0, r.bottom - 1, bottom));
+  AreaFromCorners(area);
+  ShowAreaReadouts(area);
+}
+
 // ---- The methods of the backdrop and the panel's window ----------------------------------------------------------
 
 // Either button, with any modifiers.
@@ -121,6 +134,20 @@ void SelectionDrag(ChildWindow* window, int16_t x, int16_t y) {
 
 void SelectionRelease(ChildWindow* window, uint16_t, int16_t, int16_t) {
   FinishDrag(AreaOf(window));
+}
+
+// The backdrop goes first, so that the window is looked for as the screen is without it.
+void WindowPickPress(ChildWindow* window, uint16_t, int16_t x, int16_t y) {
+  AreaState& area = AreaOf(window);
+  const Point at = ToScreen(window, x, y);
+  SelectionEnd(area);
+  Rect picked;
+  if (FindWindowAt(at.h, at.v, &picked)) {
+    TakeWindow(area, picked);
+  } else {
+    Beep();
+  }
+  SaveSettings(area);
 }
 
 // At rest. Answers whether the key is to be looked at further.
@@ -211,7 +238,8 @@ void SelectionBegin(AreaState& area) {
   ShowChildWindow(area.backdrop);
   if (area.windowMode) {
     TakeKeys(area, area.backdrop);
-    area.picking->begin(area);
+    SetWindowMethod(area.backdrop, &WindowMethods::mouseDown, WindowPickPress);
+    WindowPickBegin(area);
   } else {
     SelectionTakeWindow(area, area.backdrop);
   }
@@ -226,7 +254,7 @@ void SelectionBegin(AreaState& area) {
 void SelectionEnd(AreaState& area) {
   if (!area.backdrop) return;
   AntsHide(area);
-  if (area.windowMode) area.picking->end(area);
+  WindowPickEnd(area);
   ::SetCursor(::LoadCursorA(nullptr, IDC_ARROW));
   ReleaseHeldCapture();
   CloseChildWindow(area.backdrop);

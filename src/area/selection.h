@@ -3,6 +3,7 @@
 //
 //   at rest    Space begins a keyboard drag while there is no animation; Esc stops the main window's slide
 //   armed      a press, or Space, begins the drag at the pointer; Esc ends the selection
+//   picking    in window mode: a press takes the rectangle of the window under the pointer; Esc ends the selection
 //   dragging   the band follows the pointer; a release, Space or Esc ends the selection with the area as drawn
 //
 // The arrow keys move the pointer by a pixel, in every state.
@@ -12,7 +13,7 @@
 
 namespace framereel {
 
-// Puts the backdrop up: the next press on the screen begins the area. In window mode picking takes over from here.
+// Puts the backdrop up: the next press on the screen begins the area. In window mode it takes a window.
 // During a selection, and while the options are frozen, it does nothing.
 void SelectionBegin(AreaState& area);
 // Takes it down; the area is what the last step left. Without a selection it does nothing. Settings are the caller's to

@@ -249,6 +249,15 @@ HWND GetParent(HWND window); // of a child; null for a top-level window
 inline constexpr UINT GW_HWNDNEXT = 2;
 HWND GetWindow(HWND window, UINT which); // GW_HWNDNEXT: the sibling below
 BOOL IsWindowVisible(HWND window);       // it and all its parents, and its owners, of which none is minimised
+// Stands for the screen, in which the top-level windows of all programs are.
+HWND GetDesktopWindow();
+inline constexpr UINT CWP_SKIPINVISIBLE = 1;
+// The topmost visible child at a point of the window's client area; the window itself where there is none, null off its
+// client area or when it has gone. In the desktop's that is a window of any program, though not one that shows what
+// lies under it. A window of another program is all client area, with whatever a window manager puts around it; besides
+// this call, GetWindowRect and ScreenToClient take it, and answer FALSE once it has gone. `flags` is CWP_SKIPINVISIBLE.
+HWND ChildWindowFromPointEx(HWND window, POINT point, UINT flags);
+BOOL ScreenToClient(HWND window, POINT* point);
 // The window of ours at a point of the screen, children before parents, hidden and disabled ones left out; null for
 // none.
 HWND WindowFromPoint(POINT point);

@@ -53,6 +53,15 @@ void ApplicationTest::SelectByKeysAndMouse(int32_t left, int32_t top, int32_t ri
   Settle();
 }
 
+void ApplicationTest::BeginPick(int32_t x, int32_t y) {
+  MemoryPressKey(VK_SHIFT);
+  RunFor(600);
+  Click(app.panel.selectButton);
+  MemoryReleaseKey(VK_SHIFT);
+  MemoryMovePointerTo(x, y);
+  RunFor(100);
+}
+
 void ApplicationTest::HoldStartStop() {
   for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryPressKey(uint8_t(key));
   RunFor(400); // over a tick

@@ -28,6 +28,8 @@ protected:
 
   std::string Area() const; // left, top, right, bottom
   void SelectByKeysAndMouse(int32_t left, int32_t top, int32_t right, int32_t bottom);
+  // Holds Shift until the panel offers windows, presses the button, and points at a place.
+  void BeginPick(int32_t x, int32_t y);
   void HoldStartStop();
   // What the file shows at a place of the area.
   uint32_t Seen(size_t frame, int x, int y);

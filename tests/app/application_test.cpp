@@ -10,6 +10,7 @@
 #include "core/memory.h"
 #include "core/timers.h"
 #include "gif/stream_bytes.h"
+#include "platform/records/view_record.h"
 #include "recorder/control/recording_control.h"
 #include "recorder/engine/recorder_core.h"
 #include "support/allocations.h"
@@ -119,6 +120,46 @@ TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace)
   }
 }
 
+std::string TitleOf(const View* button) {
+  char title[40] = "";
+  ::GetWindowTextA(button->viewClass->nativeHandle(button), title, sizeof title);
+  return title;
+}
+
+TEST_F(ApplicationTest, TakesTheWindowThatTheUserPointsAt) {
+  Start();
+  scene->children = {{{90, 95, 111, 115}, true}};
+  const std::vector<uint32_t> before = BesidesPanel();
+  MemoryPressKey(VK_SHIFT);
+  RunFor(600);
+  EXPECT_EQ(TitleOf(app.panel.selectButton), "Select Window");
+  MemoryReleaseKey(VK_SHIFT);
+  RunFor(600);
+  EXPECT_EQ(TitleOf(app.panel.selectButton), "Select Area");
+  BeginPick(100, 100);
+  EXPECT_NE(BesidesPanel(), before);
+  MemoryClick(100, 100);
+  Settle();
+  EXPECT_EQ(Area(), "{ 90, 95, 111, 115 }");
+  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 28), "Recording Area:90,95 21x20\r\n");
+  RunFor(100);
+  EXPECT_EQ(BesidesPanel(), before);
+
+  // The outline runs across the pictures of a countdown; the first frame ends it.
+  const uint32_t refreshes = TheMemoryDesktop().refreshes;
+  RecorderStart(app.recorder);
+  BeginPick(100, 100);
+  EXPECT_TRUE(app.area.backdrop);
+  RunFor(3000);
+  EXPECT_FALSE(app.area.backdrop);
+  EXPECT_EQ(app.recorder.frameCount, 1u);
+  RecorderStop(app.recorder);
+  RunFor(100);
+  EXPECT_EQ(BesidesPanel(), before);
+  EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1); // its end; nobody else has painted there
+  EXPECT_EQ(Seen(0, 10, 10), kBlue);
+}
+
 TEST_F(ApplicationTest, ASelectionShowsItsBandWhileAPictureStands) {
   Start();
   SelectByKeysAndMouse(100, 100, 120, 120);
@@ -162,13 +203,14 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenWhenMemoryEnds) {
   screenBefore = BesidesPanel();
   AntsShow(app.area);
   RecorderStart(app.recorder);
-  RunFor(1500);
+  RunFor(800);
+  BeginPick(20, 20);
   EXPECT_EXIT(RunOutOfMemory(), testing::ExitedWithCode(0), "^(clean)+$");
 }
 
 // In a selection, in the countdown, between two frames, and with a line on the screen.
 TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) {
-  for (const char* state : {"armed", "dragging", "counting", "recording"}) {
+  for (const char* state : {"armed", "dragging", "picking", "counting", "recording"}) {
     SCOPED_TRACE(state);
     Start();
     const std::vector<uint32_t> before = BesidesPanel();
@@ -182,6 +224,9 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) 
       Type(VK_SPACE);
       MemoryMovePointerTo(250, 260);
       RunFor(500);
+      break;
+    case 'p':
+      BeginPick(50, 60);
       break;
     default:
       HoldStartStop();

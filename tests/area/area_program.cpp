@@ -7,6 +7,7 @@
 
 #include "area/ants.h"
 #include "area/selection.h"
+#include "core/rects.h"
 #include "core/timers.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
@@ -99,15 +100,12 @@ AreaProgram::~AreaProgram() {
 }
 
 void AreaProgram::AddWords() {
-  static constexpr WindowPicking kPicking = {[](AreaState& state) { Program(state.panel.owner).Say("picks"); },
-                                             [](AreaState& state) { Program(state.panel.owner).Say("picked"); }};
   const std::pair<const char*, void (*)(AreaState&)> calls[] = {
       {"begin", SelectionBegin},    {"showline", AntsShow},    {"hideline", AntsHide},     {"pauseline", AntsPause},
       {"recompute", AreaRecompute}, {"stopall", AreaShutDown}, {"refresh", RefreshScreen}, {"default", AreaSetDefault}};
   for (const auto& [word, call] : calls) words[word] = [this, call = call](std::istream&) { call(area); };
   const std::pair<const char*, void (*)(AreaProgram&)> others[] = {
       {"toggleline", [](AreaProgram& p) { AntsToggle(p.area); }},
-      {"picking", [](AreaProgram& p) { p.area.picking = &kPicking; }},
       {"bare", [](AreaProgram& p) { AreaTakePanel(p.area, {.window = p.panel.window}); }},
       {"frame", [](AreaProgram& p) { StreamAppend(p.stream, 1, "x"); }},
       {"size44", [](AreaProgram& p) { p.options.recordingSize = kSize44; }},
@@ -132,7 +130,14 @@ void AreaProgram::AddWords() {
 
 std::string AreaProgram::Look() const {
   const Picture now = Screen();
-  return now == noted ? "clear" : now == WithLine(noted, AreaOutline(area), area.ants.phase) ? "line" : "mess";
+  if (now == noted) return "clear";
+  const Picture line = WithLine(noted, AreaOutline(area), area.ants.phase);
+  if (now == line) return "line";
+  const Rect& r = area.hoverRect;
+  if (now != WithLine(line, RectGrow(r, 1, 1), area.hoverPhase)) return "mess";
+  std::ostringstream out;
+  out << r.left << "," << r.top << " " << r.right - r.left << "x" << r.bottom - r.top << "/" << area.hoverPhase;
+  return out.str();
 }
 
 void AreaProgram::Pause() {

@@ -19,10 +19,11 @@ using Picture = std::vector<uint32_t>;
 //
 // Words of its own: "begin" is SelectionBegin, "default" AreaSetDefault, "stopall" AreaShutDown, "frame" puts a frame
 // into the animation, "slip X" moves the pointer unseen, "mode W H D" is another display, "size44" and "size25" are
-// options, "bare" takes all but the window from the panel, "picking" can pick windows. "pass MS": the clock goes on,
-// and all timers that are due fire, but nothing else happens. "readouts" tells them. Of the line: "showline",
-// "hideline", "pauseline", "toggleline", "refresh", "recompute"; "look" tells whether it stands round the area or
-// nothing does, for a screen as it was at "note", and "pause" after how many steps of the line it is back.
+// options, "bare" takes all but the window from the panel. "pass MS": the clock goes on, and all timers that are due
+// fire, but nothing else happens. "readouts" tells them. Of the line: "showline", "hideline", "pauseline",
+// "toggleline", "refresh", "recompute"; "look" tells whether it stands round the area or nothing does, for a screen as
+// it was at "note", or round which window and in what phase the outline stands besides, and "pause" after how many
+// steps of the line it is back.
 class AreaProgram : public WindowScript {
 public:
   explicit AreaProgram(int32_t depth = 24);
@@ -31,7 +32,7 @@ public:
   // "rest", "armed" or "dragging", the area, and what has been told since the last time.
   std::string State();
   void SetArea(const Rect& captured);
-  // "line" or "clear", else "mess".
+  // "line", "clear" or a window, else "mess".
   std::string Look() const;
 
 private:

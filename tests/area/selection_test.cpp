@@ -1,4 +1,4 @@
-// A selection with the mouse, with the keys, and of windows; and what it leaves behind.
+// A selection with the mouse and with the keys, and what it leaves behind.
 #include "area/selection.h"
 
 #include <gtest/gtest.h>
@@ -77,12 +77,6 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"size44 begin m 0 0 d m 639 479 u readouts", // none at all
        "rest 1,0 639x480 save Size: 639x480 (426x320), Top Left: 1,0"},
       {"old default", "rest 0,0 460x345"},
-      // Shift alone offers windows where they can be picked, which takes the presses; the keys stay.
-      {"+shift pass 501", "rest 0,0 440x330"},
-      {"picking +shift pass 501 +ctrl pass 501 -ctrl pass 500", "rest 0,0 440x330 window area"},
-      {"picking +shift pass 501 leave pass 501 return pass 501", "rest 0,0 440x330 window area window"},
-      {"picking +shift pass 501 space -shift m 100 80 pass 501 d u space right", "armed 0,0 440x330 window picks"},
-      {"picking +shift pass 501 space -shift esc pass 501", "rest 0,0 440x330 window picks picked save area"},
   };
   for (const auto& c : cases) {
     AreaProgram program;

@@ -109,6 +109,21 @@ void UsePanel(User& user) {
   At(user, uint32_t(user.dice.OneIn(4) ? user.dice.Below(900) : 0), [](User&) { ReleaseButton(1); });
 }
 
+// Shift goes down long enough to be seen, and up again at some time.
+void PickWindow(User& user) {
+  MemoryGiveKeyboard(OurWindow());
+  Hold(user, {VK_SHIFT});
+  const POINT to = AnyPlace(user);
+  Tell(user, " at %d,%d", to.x, to.y);
+  At(user, 600, [](User& u) {
+    const View* button = u.app.panel.selectButton;
+    const Point place = OnScreen(button->window, button->x, button->y);
+    MemoryClick(place.h, place.v);
+  });
+  At(user, 700, [to](User&) { MemoryMovePointerTo(to.x, to.y); });
+  At(user, 700 + AWhile(user), [to](User&) { MemoryClick(to.x, to.y); });
+}
+
 void Drag(User& user) {
   Move(user);
   const uint8_t button = AnyButton(user);
@@ -263,6 +278,7 @@ constexpr Deed kDeeds[] = {
     {10, "moves", Move},
     {8, "clicks", Click},
     {12, "drags", Drag},
+    {8, "picks a window", PickWindow},
     {1, "lets go of everything", [](User&) { LetGo(); }},
 
     {8, "goes to our window", [](User&) { MemoryGiveKeyboard(OurWindow()); }},

@@ -25,7 +25,8 @@ namespace framereel {
 struct MemoryChild {
   PixelRect place; // in its parent
   bool visible;
-  std::vector<MemoryChild> children; // from the top down
+  std::vector<MemoryChild> children = {}; // from the top down
+  DesktopWindow name = 0;                 // by which it has been answered; 0: not yet
 };
 
 // One window, ours or another program's.
@@ -43,6 +44,7 @@ struct DisplayWindow {
   std::function<void()> paint;       // paints it with MemoryPaintWindow; opens and closes no window
   uint32_t paints;                   // how often it had to
   std::vector<MemoryChild> children; // from the top down
+  DesktopWindow name;                // as that of a child
 };
 
 struct MemoryDesktop {
@@ -64,6 +66,7 @@ struct MemoryDesktop {
   // What programs share, by SharedText: ours has put it there, or another.
   std::string sharedTexts[2];
   uint32_t beeps, refreshes;
+  DesktopWindow namesGiven; // the last one
   uint32_t presents;        // calls of DisplayPresent
   uint64_t presentedPixels; // and how much they brought
 };

@@ -1,7 +1,7 @@
 // The window half of what a display does for the platform calls: holding our top-level surfaces as windows of the
-// system, and telling what the user and the system do. The screen half stands in display.h, and what is said there of
-// failure and of the two sides holds here too: window.cpp, events.cpp and keys.cpp on each side. What a window manager
-// takes beyond that has files of its own in x11/.
+// system, finding those of other programs, and telling what the user and the system do. The screen half stands in
+// display.h, and what is said there of failure and of the two sides holds here too: window.cpp, desktop_windows.cpp,
+// events.cpp and keys.cpp on each side. What a window manager takes beyond that has files of its own in x11/.
 //
 // All places are screen pixels. Callers draw captions, borders and everything inside on a surface of the window's size
 // and present it; the display adds nothing to it.
@@ -71,6 +71,22 @@ PixelRect DisplayUsableArea();
 // What of the screen the monitor shows that the point is on, the smallest of several; the whole screen where no monitor
 // is. Asks the server.
 PixelRect DisplayMonitorAt(int32_t x, int32_t y);
+
+// ---- Windows of all programs -------------------------------------------------------------------------------------
+
+// Names a window of any program, ours included; 0 the desktop itself. It has 29 bits at most. A window that has gone,
+// or that this part of the display has not answered, is not there.
+using DesktopWindow = uint32_t;
+
+// The topmost window that is seen at a place of the screen: of those on the desktop, or of those in another program's
+// window; 0 for none. A window without pixels of its own (a cover) is not seen. What a window manager puts around a
+// window belongs to it, and the margins in which a program draws no more than its window's shadow do not.
+DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t x, int32_t y);
+// Where it stands on the screen, what lies beyond the window around it included; false when it is not there or cannot
+// be seen any more.
+bool DisplayWindowPlace(DesktopWindow window, PixelRect* place);
+// Our window of that name; null when it is another program's.
+DisplayWindow* DisplayOwnWindow(DesktopWindow window);
 
 // ---- Input -------------------------------------------------------------------------------------------------------
 

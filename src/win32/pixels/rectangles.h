@@ -12,17 +12,11 @@ inline int32_t WidthOf(const PixelRect& r) {
 inline int32_t HeightOf(const PixelRect& r) {
   return r.bottom - r.top;
 }
-inline PixelRect Moved(const PixelRect& r, int32_t dx, int32_t dy) {
-  return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
-}
 inline PixelRect Shrunk(const PixelRect& r, int32_t by) {
   return {r.left + by, r.top + by, r.right - by, r.bottom - by};
 }
 inline bool SameSize(const PixelRect& a, const PixelRect& b) {
   return WidthOf(a) == WidthOf(b) && HeightOf(a) == HeightOf(b);
-}
-inline bool Holds(const PixelRect& r, int32_t x, int32_t y) {
-  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
 }
 inline PixelRect BoundsOf(const Surface& surface) {
   return {0, 0, surface.width, surface.height};

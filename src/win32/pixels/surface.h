@@ -59,6 +59,14 @@ inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
           a.bottom < b.bottom ? a.bottom : b.bottom};
 }
 
+inline PixelRect Moved(const PixelRect& r, int32_t dx, int32_t dy) {
+  return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
+}
+
+inline bool Holds(const PixelRect& r, int32_t x, int32_t y) {
+  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+}
+
 // In pixels; of a rectangle that is not turned over.
 inline int64_t AreaOf(const PixelRect& r) {
   return int64_t{r.right - r.left} * (r.bottom - r.top);
@@ -66,8 +74,7 @@ inline int64_t AreaOf(const PixelRect& r) {
 
 // The other rectangle, if it holds the point and is the smaller one; else the one that has been found.
 inline PixelRect SmallerAt(const PixelRect& found, const PixelRect& other, int32_t x, int32_t y) {
-  const bool holds = x >= other.left && x < other.right && y >= other.top && y < other.bottom;
-  return holds && AreaOf(other) < AreaOf(found) ? other : found;
+  return Holds(other, x, y) && AreaOf(other) < AreaOf(found) ? other : found;
 }
 
 } // namespace framereel

@@ -167,12 +167,6 @@ HWND WindowFromPoint(POINT point) {
   return nullptr;
 }
 
-BOOL GetWindowRect(HWND window, RECT* rect) {
-  if (!IsLive(window) || !rect) return FALSE;
-  *rect = RectOf(PlaceOnScreen(*window));
-  return TRUE;
-}
-
 BOOL GetClientRect(HWND window, RECT* rect) {
   if (!IsLive(window) || !rect) return FALSE;
   *rect = {0, 0, WidthOf(window->client), HeightOf(window->client)};

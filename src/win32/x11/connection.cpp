@@ -66,7 +66,7 @@ void Connect() {
   x->root = DefaultRootWindow(display);
   XSetIOErrorExitHandler(display, OnAfterBreak, nullptr);
   // The root tells of a new resolution by a change of its size, and of the window manager's doings by its properties.
-  XSelectInput(display, x->root, StructureNotifyMask | PropertyChangeMask);
+  XSelectInput(display, x->root, X11RootEvents(x));
   X11ReadScreenFacts(x);
   X11MakeContexts(x);
   X11ReadSharing(x);
@@ -155,7 +155,7 @@ void X11TakeEvents(X11Connection* x, int queued) {
     XEvent event;
     XNextEvent(x->display, &event);
     if (!IsBelieved(x, event)) continue;
-    if (X11TakeDeviceEvent(x, event) || X11TakePointerEvent(x, event)) continue;
+    if (X11TakeDeviceEvent(x, event) || X11TakePointerEvent(x, event) || X11TakeDesktopEvent(x, event)) continue;
     if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
       x->facts.width = event.xconfigure.width;
       x->facts.height = event.xconfigure.height;

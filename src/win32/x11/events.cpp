@@ -178,6 +178,7 @@ void TakeProperty(X11Connection* x, Window changed, Atom atom) {
     if (is(kWmState) || is(kNetWmState)) window->stateUnsure = true;
     return;
   }
+  if (is(kGtkFrameExtents)) X11TakeMargins(x, changed);
   if (is(kNetSupported)) desktop.talentsUnsure = true;
   if (is(kNetClientListStacking)) X11RaiseUnmanaged(x);
   if (is(kNetWorkArea) || is(kNetCurrentDesktop) || is(kNetClientList) || is(kNetWmStrutPartial)) {

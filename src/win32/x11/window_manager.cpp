@@ -28,6 +28,7 @@ constexpr const char* kAtomNames[kAtomCount] = {
     "ATOM_PAIR",
     "INCR",
     "FRAMEREEL_TEXT",
+    "_GTK_FRAME_EXTENTS",
     "_MOTIF_WM_HINTS",
     "_NET_SUPPORTED",
     "_NET_ACTIVE_WINDOW",
@@ -151,10 +152,10 @@ bool ReadWorkArea(X11Connection* x, PixelRect* area) {
 PixelRect WithoutStruts(X11Connection* x, PixelRect area) {
   int32_t width = area.right;
   int32_t height = area.bottom;
+  x->desktop.hearsStruts = true; // a dock may change its mind
   for (unsigned long window : X11ReadItems(x, x->root, X11AtomOf(x, kNetClientList), XA_WINDOW)) {
     if (X11WindowOf(x, window)) continue;
-    // It may change its mind.
-    XSelectInput(x->display, window, PropertyChangeMask);
+    XSelectInput(x->display, window, X11ForeignEvents(x, window));
     std::vector<unsigned long> strut = X11ReadItems(x, window, X11AtomOf(x, kNetWmStrutPartial), XA_CARDINAL);
     if (strut.size() < 4) continue;
     auto item = [&](size_t i) { return static_cast<int32_t>(std::min(strut[i], 65535ul)); };

@@ -9,6 +9,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include <X11/Xlib.h>
@@ -44,6 +45,11 @@ struct DisplayWindow {
   bool ownsPointer;     // it is of this window alone
 };
 
+// How far a window reaches beyond what its user sees of it.
+struct X11Margins {
+  int32_t left, right, top, bottom;
+};
+
 enum X11Atom : uint8_t {
   kWmProtocols,
   kWmDeleteWindow,
@@ -56,6 +62,7 @@ enum X11Atom : uint8_t {
   kAtomPair,
   kIncr,
   kFramereelText,
+  kGtkFrameExtents,
   kMotifHints,
   kNetSupported,
   kNetActiveWindow,
@@ -110,6 +117,25 @@ struct X11Focus {
   DisplayWindow* told;    // has the keyboard by what the caller has been told
 };
 
+// A window of any program, as far as somebody has asked for it. Each half holds until an event tells that it may be
+// different by now (desktop_windows.cpp).
+struct X11Seen {
+  Window parent; // None until the window has been found in one
+  bool heard;    // the server tells what becomes of its children
+  // Itself.
+  bool looked;
+  bool shown;      // mapped, and of pixels
+  PixelRect place; // with its border, in its parent
+  int32_t border;
+  // What is in it.
+  bool listed;
+  std::vector<Window> children; // from the top down
+  bool clientFound;
+  Window client; // of a top-level window: what a window manager has put its frame around, or the window itself
+  bool marginsRead;
+  X11Margins margins; // of a client
+};
+
 struct X11Desktop {
   Atom atoms[kAtomCount];
   std::vector<DisplayWindow*> windows; // ours; of those that are not managed, the topmost is last
@@ -127,6 +153,9 @@ struct X11Desktop {
   bool talentsUnsure;
   PixelRect usable;
   bool usableUnsure;
+  bool hearsStruts;                         // and of other programs' windows all properties
+  std::unordered_map<Window, X11Seen> seen; // the root among them
+  uint32_t soughtAt;                        // tick at which a window was last looked for
 };
 
 struct X11Keys {
@@ -233,6 +262,16 @@ bool X11IsDeadKey(KeySym symbol);
 // A sequence that has begun ends without having typed anything.
 void X11EndSequence(X11Connection* x);
 void X11ForgetSequences(X11Connection* x);
+
+// ---- desktop_windows.cpp ----
+
+// What is to be heard of the root, and of another program's window.
+long X11RootEvents(const X11Connection* x);
+long X11ForeignEvents(const X11Connection* x, Window window);
+// True when it told of another window than the one it was sent to.
+bool X11TakeDesktopEvent(X11Connection* x, const XEvent& event);
+// The property of a window has changed.
+void X11TakeMargins(X11Connection* x, Window window);
 
 // ---- keys.cpp ----
 

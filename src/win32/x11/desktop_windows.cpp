@@ -1,0 +1,277 @@
+// The windows of all programs on the X11 display, as they are seen at a place of the screen.
+//
+// Whoever follows the pointer asks sixty times a second, on desktops of hundreds of windows. So what has been asked for
+// is kept, and the server tells when a window may be different by now; where nothing changes, it is asked nothing. Once
+// nobody looks for windows any more, the first thing that is told ends it.
+#include <X11/Xatom.h>
+#include <X11/Xlib-xcb.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+#include "win32/x11/x11_display.h"
+
+namespace framereel {
+
+namespace {
+
+constexpr uint32_t kInterestMs = 1000; // nobody who waits longer follows the pointer
+// How deep window managers put a window into their own.
+constexpr int32_t kFrameDepth = 2;
+// Of no program's windows. What is known of them may be of different moments, and lead round in a circle.
+constexpr int32_t kDeepest = 1000;
+
+// Nothing where the window has gone, or the connection.
+template <typename T> struct Answer : std::unique_ptr<T, decltype(&std::free)> {
+  explicit Answer(T* reply) : std::unique_ptr<T, decltype(&std::free)>(reply, std::free) {}
+};
+
+X11Seen& SeenOf(X11Connection* x, Window window) {
+  return x->desktop.seen[window];
+}
+
+// From here on nothing that becomes of its children goes unheard. Ours tell of themselves, and have none.
+void Hear(X11Connection* x, Window window) {
+  X11Seen& seen = SeenOf(x, window);
+  if (seen.heard || X11WindowOf(x, window)) return;
+  seen.heard = true;
+  XSelectInput(x->display, window, window == x->root ? X11RootEvents(x) : X11ForeignEvents(x, window));
+}
+
+// A window that has gone has no children, and shows nothing.
+const std::vector<Window>& ChildrenOf(X11Connection* x, Window window) {
+  Hear(x, window);
+  X11Seen& seen = SeenOf(x, window);
+  if (seen.listed) return seen.children;
+  seen.listed = true;
+  seen.children.clear();
+  Window root, parent, *children = nullptr;
+  unsigned int count = 0;
+  const unsigned long request = NextRequest(x->display);
+  if (!XQueryTree(x->display, window, &root, &parent, &children, &count)) X11NoAnswer(x, request);
+  if (children) seen.children.assign(children, children + count);
+  if (children) XFree(children);
+  std::reverse(seen.children.begin(), seen.children.end());
+  for (Window child : seen.children) SeenOf(x, child).parent = window;
+  return seen.children;
+}
+
+// All questions go out before the first answer is waited for: a desktop of hundreds of windows is one way to the server
+// and back. Xlib itself asks one after the other.
+void LookAt(X11Connection* x, const std::vector<Window>& windows) {
+  struct Look {
+    X11Seen* seen;
+    xcb_get_window_attributes_cookie_t state;
+    xcb_get_geometry_cookie_t place;
+  };
+  xcb_connection_t* connection = XGetXCBConnection(x->display);
+  std::vector<Look> looks;
+  for (Window window : windows) {
+    X11Seen& seen = SeenOf(x, window);
+    if (seen.looked) continue;
+    const xcb_window_t id = static_cast<xcb_window_t>(window);
+    looks.push_back({&seen, xcb_get_window_attributes(connection, id), xcb_get_geometry(connection, id)});
+  }
+  for (const Look& look : looks) {
+    const Answer state(xcb_get_window_attributes_reply(connection, look.state, nullptr));
+    const Answer place(xcb_get_geometry_reply(connection, look.place, nullptr));
+    X11Seen& seen = *look.seen;
+    seen.looked = true;
+    seen.shown = state && place && state->map_state != XCB_MAP_STATE_UNMAPPED && state->_class == InputOutput;
+    if (!place) continue;
+    seen.border = place->border_width;
+    seen.place = {place->x, place->y, place->x + place->width + 2 * seen.border,
+                  place->y + place->height + 2 * seen.border};
+  }
+}
+
+const X11Seen& LookAt(X11Connection* x, Window window) {
+  X11Seen& seen = SeenOf(x, window);
+  if (!seen.looked) LookAt(x, std::vector<Window>{window});
+  return seen;
+}
+
+// ---- Frames ------------------------------------------------------------------------------------------------------
+
+// Window managers say so of each window that they manage (ICCCM).
+bool IsManaged(X11Connection* x, Window window) {
+  return !X11ReadItems(x, window, X11AtomOf(x, kWmState), X11AtomOf(x, kWmState)).empty();
+}
+
+// Left, right, top and bottom, as GTK began to write them and others have taken over; none when the program says
+// nothing of them.
+X11Margins ReadMargins(X11Connection* x, Window window) {
+  const std::vector<unsigned long> items = X11ReadItems(x, window, X11AtomOf(x, kGtkFrameExtents), XA_CARDINAL);
+  if (items.size() < 4) return {};
+  auto item = [&](size_t i) { return static_cast<int32_t>(std::min(items[i], 65535ul)); };
+  return {item(0), item(1), item(2), item(3)};
+}
+
+bool IsTopLevel(X11Connection* x, Window window) {
+  return SeenOf(x, window).parent == x->root;
+}
+
+// A managed window in it, as near as there is one; None when there is none.
+Window FindClient(X11Connection* x, const std::vector<Window>& among, int32_t depth) {
+  for (Window window : among) {
+    if (IsManaged(x, window)) return window;
+  }
+  if (depth == 1) return None;
+  for (Window window : among) {
+    if (Window client = FindClient(x, ChildrenOf(x, window), depth - 1)) return client;
+  }
+  return None;
+}
+
+// What a window manager has put its frame around; else the window itself.
+Window ClientOf(X11Connection* x, Window window) {
+  X11Seen& seen = SeenOf(x, window);
+  if (!IsTopLevel(x, window)) return window;
+  if (seen.clientFound) return seen.client;
+  seen.client = window;
+  if (!X11WindowOf(x, window) && X11HasManager(x) && !IsManaged(x, window)) {
+    if (Window client = FindClient(x, ChildrenOf(x, window), kFrameDepth)) seen.client = client;
+  }
+  seen.clientFound = true;
+  return seen.client;
+}
+
+const X11Margins& MarginsOf(X11Connection* x, Window client) {
+  Hear(x, client);
+  X11Seen& seen = SeenOf(x, client);
+  if (!seen.marginsRead) seen.margins = ReadMargins(x, client);
+  seen.marginsRead = true;
+  return seen.margins;
+}
+
+// ---- Places ------------------------------------------------------------------------------------------------------
+
+// On the screen; false when the window or one around it is not seen.
+bool PlaceWithMargins(X11Connection* x, Window window, PixelRect* place) {
+  *place = {};
+  int32_t depth = 0;
+  for (Window each = window; each != x->root; each = SeenOf(x, each).parent) {
+    if (each == None || ++depth > kDeepest) return false;
+    const X11Seen& seen = LookAt(x, each);
+    if (!seen.shown) return false;
+    const int32_t inside = each == window ? 0 : seen.border;
+    *place = each == window ? seen.place : Moved(*place, seen.place.left + inside, seen.place.top + inside);
+  }
+  return true;
+}
+
+bool PlaceOf(X11Connection* x, Window window, PixelRect* place) {
+  if (!PlaceWithMargins(x, window, place)) return false;
+  if (!IsTopLevel(x, window)) return true;
+  const X11Margins& m = MarginsOf(x, ClientOf(x, window));
+  const PixelRect less = {place->left + m.left, place->top + m.top, place->right - m.right, place->bottom - m.bottom};
+  if (!IsEmpty(less)) *place = less;
+  return true;
+}
+
+// The first look is cheap, and most windows are elsewhere.
+bool IsAt(X11Connection* x, Window window, int32_t left, int32_t top) {
+  PixelRect place;
+  return PlaceWithMargins(x, window, &place) && Holds(place, left, top) && PlaceOf(x, window, &place) &&
+         Holds(place, left, top);
+}
+
+// ---- What is told ------------------------------------------------------------------------------------------------
+
+void ForgetAll(X11Connection* x) {
+  const std::unordered_map<Window, X11Seen> seen = std::move(x->desktop.seen);
+  x->desktop.seen.clear();
+  XSelectInput(x->display, x->root, X11RootEvents(x));
+  for (const auto& [window, each] : seen) {
+    if (each.heard && window != x->root) XSelectInput(x->display, window, X11ForeignEvents(x, window));
+  }
+  XFlush(x->display);
+}
+
+// The notices of children all begin with the window that was listened to and the one that it is about.
+bool TellsOfChild(const XEvent& event) {
+  switch (event.type) {
+  case CreateNotify:
+  case DestroyNotify:
+  case UnmapNotify:
+  case MapNotify:
+  case ReparentNotify:
+  case ConfigureNotify:
+  case GravityNotify:
+  case CirculateNotify:
+    return event.xmap.event != event.xmap.window;
+  default:
+    return false;
+  }
+}
+
+void NoteChange(X11Connection* x, int type, Window parent, Window window) {
+  auto& seen = x->desktop.seen;
+  if (type == CreateNotify || type == DestroyNotify) seen.erase(window); // the name is another window's from now on
+  if (auto child = seen.find(window); child != seen.end()) {
+    child->second.looked = false;
+    if (type == ReparentNotify) child->second.parent = None; // until it is found in the other one
+  }
+  auto around = seen.find(parent);
+  if (around == seen.end()) return;
+  const bool sameOrder = type == MapNotify || type == UnmapNotify || type == GravityNotify;
+  if (!sameOrder) around->second.listed = false;
+  around->second.clientFound = false;
+}
+
+} // namespace
+
+long X11RootEvents(const X11Connection* x) {
+  // The root tells of a new resolution by a change of its size, and of the window manager's doings by its properties.
+  const auto seen = x->desktop.seen.find(x->root);
+  const bool heard = seen != x->desktop.seen.end() && seen->second.heard;
+  return StructureNotifyMask | PropertyChangeMask | (heard ? SubstructureNotifyMask : 0);
+}
+
+long X11ForeignEvents(const X11Connection* x, Window window) {
+  const auto seen = x->desktop.seen.find(window);
+  const bool heard = seen != x->desktop.seen.end() && seen->second.heard;
+  return (heard ? SubstructureNotifyMask | PropertyChangeMask : 0) | (x->desktop.hearsStruts ? PropertyChangeMask : 0);
+}
+
+bool X11TakeDesktopEvent(X11Connection* x, const XEvent& event) {
+  if (!TellsOfChild(event)) return false;
+  if (DisplayTick() - x->desktop.soughtAt > kInterestMs) {
+    if (!x->desktop.seen.empty()) ForgetAll(x);
+  } else {
+    NoteChange(x, event.type, event.xmap.event, event.xmap.window);
+  }
+  return true;
+}
+
+void X11TakeMargins(X11Connection* x, Window window) {
+  const auto seen = x->desktop.seen.find(window);
+  if (seen != x->desktop.seen.end()) seen->second.marginsRead = false;
+}
+
+DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t left, int32_t top) {
+  X11Connection* x = X11Live();
+  if (!x) return 0;
+  X11TakeEvents(x, QueuedAfterReading);
+  x->desktop.soughtAt = DisplayTick();
+  const Window around = in == 0 ? x->root : ClientOf(x, in);
+  const std::vector<Window>& children = ChildrenOf(x, around);
+  LookAt(x, children);
+  for (Window child : children) {
+    if (X11Live() && IsAt(x, child, left, top)) return static_cast<DesktopWindow>(child);
+  }
+  return 0;
+}
+
+bool DisplayWindowPlace(DesktopWindow window, PixelRect* place) {
+  X11Connection* x = X11Live();
+  return x && PlaceOf(x, window, place) && X11Live();
+}
+
+DisplayWindow* DisplayOwnWindow(DesktopWindow window) {
+  X11Connection* x = X11Live();
+  return x ? X11WindowOf(x, ClientOf(x, window)) : nullptr;
+}
+
+} // namespace framereel

@@ -1,0 +1,215 @@
+// Windows of all programs as they are seen at a place of the screen, while these come, go and change.
+#include "support/dice.h" // ahead of Xlib, whose macros are ordinary words
+
+#include "x11/user.h"
+
+#include <X11/Xatom.h>
+
+namespace framereel {
+
+namespace {
+
+class X11WindowSearch : public X11WindowTest {
+protected:
+  // A window of another program that no window manager takes for its own.
+  Window Make(Window parent, const PixelRect& place, int32_t border = 0, unsigned int windowClass = InputOutput) const {
+    XSetWindowAttributes attributes{};
+    attributes.override_redirect = True;
+    Window window = XCreateWindow(artist.display, parent, place.left, place.top, unsigned(place.right - place.left),
+                                  unsigned(place.bottom - place.top), unsigned(border), CopyFromParent, windowClass,
+                                  CopyFromParent, CWOverrideRedirect, &attributes);
+    XMapWindow(artist.display, window);
+    return window;
+  }
+
+  // From the top-level window down to the deepest one.
+  std::vector<DesktopWindow> Found(int32_t x, int32_t y) {
+    XSync(artist.display, False);
+    Catch();
+    std::vector<DesktopWindow> chain;
+    for (DesktopWindow at = 0; (at = DisplayWindowAt(at, x, y)) != 0;) chain.push_back(at);
+    return chain;
+  }
+  PixelRect FoundPlace(Window window) {
+    PixelRect place = {};
+    EXPECT_TRUE(DisplayWindowPlace(DesktopWindow(window), &place));
+    return place;
+  }
+
+  // The same from the server alone, each time anew.
+  PixelRect TrueBounds(Window window) const {
+    const XWindowAttributes now = artist.State(window);
+    int x = 0, y = 0;
+    Window child;
+    XTranslateCoordinates(artist.display, window, artist.root, -now.border_width, -now.border_width, &x, &y, &child);
+    return {x, y, x + now.width + 2 * now.border_width, y + now.height + 2 * now.border_width};
+  }
+  std::vector<DesktopWindow> Truth(int32_t x, int32_t y) const {
+    std::vector<DesktopWindow> chain;
+    for (Window at = artist.root; at != None;) {
+      Window root, parent, *children = nullptr;
+      unsigned int count = 0;
+      XQueryTree(artist.display, at, &root, &parent, &children, &count);
+      at = None;
+      while (count-- > 0 && at == None) {
+        const XWindowAttributes now = artist.State(children[count]);
+        const bool seen = now.map_state == IsViewable && now.c_class == InputOutput;
+        if (seen && Holds(TrueBounds(children[count]), x, y)) at = children[count];
+      }
+      if (children) XFree(children);
+      if (at != None) chain.push_back(DesktopWindow(at));
+    }
+    return chain;
+  }
+};
+
+TEST_F(X11WindowSearch, KnowsWhatStandsWhereWhateverWindowsDo) {
+  struct Other {
+    Window id, parent;
+    bool mapped;
+  };
+  std::vector<Other> others;
+  Dice dice(3);
+  const auto below = [&](int limit) { return int(dice.random() % unsigned(limit)); };
+  const auto any = [&]() -> Other& { return others[size_t(below(int(others.size())))]; };
+  const auto hasChildren = [&](Window window) {
+    return std::any_of(others.begin(), others.end(), [=](const Other& each) { return each.parent == window; });
+  };
+  const auto anyPlace = [&] {
+    const int32_t left = below(200) - 60, top = below(200) - 60;
+    return PixelRect{left, top, left + 1 + below(300), top + 1 + below(300)};
+  };
+  const auto create = [&] {
+    const Window parent = others.empty() || dice.OneIn(3) ? artist.root : any().id;
+    others.push_back({Make(parent, anyPlace(), below(3)), parent, true});
+  };
+  const auto goElsewhere = [&](Other& which) {
+    const PixelRect place = anyPlace();
+    XMoveResizeWindow(artist.display, which.id, place.left, place.top, unsigned(place.right - place.left),
+                      unsigned(place.bottom - place.top));
+  };
+  for (int i = 0; i < 12; i++) create();
+  Make(artist.root, {0, 0, 300, 300}, 0, InputOnly);
+  size_t deepest = 0;
+  for (int round = 0; round < 400; round++) {
+    Other& which = any();
+    switch (below(7)) {
+    case 0:
+      create();
+      break;
+    case 1:
+      if (others.size() < 8 || hasChildren(which.id)) break;
+      XDestroyWindow(artist.display, which.id);
+      which = others.back();
+      others.pop_back();
+      break;
+    case 2:
+      (which.mapped ? XUnmapWindow : XMapWindow)(artist.display, which.id);
+      which.mapped = !which.mapped;
+      break;
+    case 3:
+      (dice.OneIn(2) ? XRaiseWindow : XLowerWindow)(artist.display, which.id);
+      break;
+    case 4:
+      if (hasChildren(which.id)) break;
+      which.parent = any().id;
+      if (dice.OneIn(3) || which.parent == which.id) which.parent = artist.root;
+      XReparentWindow(artist.display, which.id, which.parent, below(100), below(100));
+      break;
+    case 5:
+      XCirculateSubwindowsUp(artist.display, artist.root);
+      break;
+    default:
+      goElsewhere(which);
+    }
+    for (int at = 0; at < 4; at++) {
+      const int32_t x = below(300), y = below(300);
+      const std::vector<DesktopWindow> found = Found(x, y);
+      ASSERT_EQ(found, Truth(x, y)) << "at " << x << "," << y << " in round " << round;
+      for (DesktopWindow each : found) ASSERT_EQ(FoundPlace(each), TrueBounds(each));
+      deepest = std::max(deepest, found.size());
+    }
+  }
+  EXPECT_GE(deepest, 3u);
+}
+
+TEST_F(X11WindowSearch, TakesAFrameAndTheMarginsOfAShadowForWhatTheyAre) {
+  const PixelRect around = {20, 30, 220, 200};
+  const Window below = Make(artist.root, {0, 0, 300, 300}), frame = Make(artist.root, around);
+  const Window title = Make(frame, {0, 0, 200, 20}), wrapper = Make(frame, {5, 20, 195, 165});
+  const Window client = Make(wrapper, {0, 0, 190, 145}), button = Make(client, {10, 10, 40, 30});
+  const auto names = [](const std::vector<Window>& chain) {
+    return std::vector<DesktopWindow>(chain.begin(), chain.end());
+  };
+  if (!HasManager()) {
+    EXPECT_EQ(Found(40, 70), names({frame, wrapper, client, button}));
+  }
+  OwnManager* manager = HasManager() ? nullptr : new OwnManager(artist);
+  WriteItems(client, "WM_STATE", XID(AtomOf("WM_STATE")), {NormalState, None});
+  XMoveWindow(artist.display, title, 0, 1); // nobody hears of the property; a manager maps its frame behind it
+  EXPECT_EQ(Found(40, 40), names({frame}));
+  EXPECT_EQ(Found(40, 70), names({frame, button}));
+  EXPECT_EQ(Found(100, 150), names({frame}));
+  EXPECT_EQ(FoundPlace(frame), around);
+  EXPECT_EQ(FoundPlace(button), (PixelRect{35, 60, 65, 80}));
+
+  // Left, right, top, bottom.
+  WriteItems(client, "_GTK_FRAME_EXTENTS", XA_CARDINAL, {8, 7, 6, 5});
+  EXPECT_EQ(Found(21, 100), names({below}));
+  EXPECT_EQ(FoundPlace(frame), (PixelRect{28, 36, 213, 195}));
+  WriteItems(client, "_GTK_FRAME_EXTENTS", XA_CARDINAL, {800, 7, 6, 5}); // more than there is
+  EXPECT_EQ(Found(21, 100), names({frame}));
+  XDeleteProperty(artist.display, client, XID(AtomOf("_GTK_FRAME_EXTENTS")));
+  WriteItems(below, "_GTK_FRAME_EXTENTS", XA_CARDINAL, {10, 10, 10, 10}); // without a frame
+  EXPECT_EQ(Found(21, 100), names({frame}));
+  EXPECT_EQ(Found(5, 100), names({}));
+  EXPECT_EQ(FoundPlace(below), (PixelRect{10, 10, 290, 290}));
+  delete manager;
+}
+
+TEST_F(X11WindowSearch, FindsOurWindowsButNoCoverAndNothingThatHasGone) {
+  DisplayWindow* main = Show(Role::kMain, {30, 30, 330, 230});
+  DisplayWindow* cover = Show(Role::kCover, {0, 0, 640, 480});
+  EXPECT_NE(cover, nullptr);
+  const std::vector<DesktopWindow> found = Found(100, 100);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(DisplayOwnWindow(found[0]), main);
+  EXPECT_EQ(FoundPlace(found[0]), (PixelRect{30, 30, 330, 230}));
+
+  const Window other = Make(artist.root, {50, 50, 150, 150}), child = Make(other, {0, 0, 100, 100});
+  EXPECT_EQ(Found(100, 100), (std::vector{DesktopWindow(other), DesktopWindow(child)}));
+  EXPECT_EQ(DisplayOwnWindow(DesktopWindow(other)), nullptr);
+  XDestroyWindow(artist.display, other);
+  XSync(artist.display, False);
+  PixelRect place;
+  EXPECT_EQ(DisplayWindowAt(DesktopWindow(other), 100, 100), 0u);
+  EXPECT_FALSE(DisplayWindowPlace(DesktopWindow(child), &place));
+  EXPECT_EQ(Found(100, 100), found);
+  EXPECT_FALSE(DisplayWindowPlace(4711, &place));
+}
+
+TEST_F(X11WindowSearch, AsksNothingWhereNothingChangesAndEndsWithTheSearch) {
+  const Window other = Make(artist.root, {50, 50, 150, 150});
+  Found(100, 100);
+  const unsigned long before = NextRequest(X11Live()->display);
+  PixelRect place;
+  for (int32_t i = 0; i < 10; i++) {
+    const DesktopWindow at = DisplayWindowAt(0, 100 + i, 100);
+    EXPECT_TRUE(DisplayWindowPlace(at, &place));
+    EXPECT_EQ(DisplayWindowAt(at, 100, 100), 0u);
+    EXPECT_EQ(DisplayOwnWindow(at), nullptr);
+  }
+  EXPECT_EQ(NextRequest(X11Live()->display), before);
+
+  X11Live()->desktop.soughtAt -= 10000; // long ago
+  XMoveWindow(artist.display, other, 60, 60);
+  Drain();
+  XWindowAttributes root{};
+  XGetWindowAttributes(X11Live()->display, artist.root, &root);
+  EXPECT_EQ(root.your_event_mask & SubstructureNotifyMask, 0);
+  EXPECT_EQ(Found(55, 55), Truth(55, 55));
+}
+
+} // namespace
+
+} // namespace framereel
