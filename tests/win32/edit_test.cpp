@@ -295,12 +295,11 @@ TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
 // What a sign in a script stands for; all others are typed as they stand.
 struct Sign {
   char sign;
-  int key;
-  bool shift, control;
+  const char* words;
 };
-constexpr Sign kSigns[] = {{'^', VK_HOME, false, false},  {'(', VK_LEFT, true, false},   {'A', 'A', false, true},
-                           {'C', 'C', false, true},       {'X', 'X', false, true},       {'V', 'V', false, true},
-                           {'i', VK_INSERT, false, true}, {'I', VK_INSERT, true, false}, {'D', VK_DELETE, true, false}};
+constexpr Sign kSigns[] = {{'^', "home"},        {'(', "shift+left"},   {'A', "ctrl+A"},
+                           {'C', "ctrl+C"},      {'X', "ctrl+X"},       {'V', "ctrl+V"},
+                           {'i', "ctrl+insert"}, {'I', "shift+insert"}, {'D', "shift+delete"}};
 
 TEST_F(Edit, TypesAndSharesWholeCharacters) {
   const struct {
@@ -329,7 +328,7 @@ TEST_F(Edit, TypesAndSharesWholeCharacters) {
     for (size_t at = 0; at < deeds.size(); at = NextCharacter(deeds, at)) {
       const Sign* sign = std::find_if(kSigns, std::end(kSigns), [&](const Sign& s) { return s.sign == deeds[at]; });
       if (sign != std::end(kSigns)) {
-        Press(sign->key, sign->shift, sign->control);
+        Press(sign->words);
       } else if (deeds[at] == '*') {
         MemoryClick(leftEnd.x, leftEnd.y, 2);
       } else if (deeds[at] == '!') {

@@ -366,11 +366,11 @@ constexpr std::pair<const char*, void (*)(DisplayWindow*, std::istream&)> kDeskt
 // 0 for none.
 uint8_t KeyNamed(const std::string& name) {
   static const std::map<std::string, int> keys = {
-      {"shift", VK_SHIFT},    {"ctrl", VK_CONTROL}, {"alt", VK_MENU},   {"caps", VK_CAPITAL},  {"space", VK_SPACE},
-      {"esc", VK_ESCAPE},     {"enter", VK_RETURN}, {"left", VK_LEFT},  {"right", VK_RIGHT},   {"up", VK_UP},
-      {"down", VK_DOWN},      {"home", VK_HOME},    {"end", VK_END},    {"pagedown", VK_NEXT}, {"delete", VK_DELETE},
-      {"backspace", VK_BACK}, {"f4", VK_F4},        {"f6", VK_F6},      {"f10", VK_F10},       {"acute", 0xDE},
-      {"grave", 0xC0},        {"lb", VK_LBUTTON},   {"mb", VK_MBUTTON}, {"rb", VK_RBUTTON}};
+      {"shift", VK_SHIFT},   {"ctrl", VK_CONTROL},   {"alt", VK_MENU},     {"caps", VK_CAPITAL}, {"space", VK_SPACE},
+      {"insert", VK_INSERT}, {"esc", VK_ESCAPE},     {"enter", VK_RETURN}, {"left", VK_LEFT},    {"right", VK_RIGHT},
+      {"up", VK_UP},         {"down", VK_DOWN},      {"home", VK_HOME},    {"end", VK_END},      {"pagedown", VK_NEXT},
+      {"delete", VK_DELETE}, {"backspace", VK_BACK}, {"f4", VK_F4},        {"f6", VK_F6},        {"f10", VK_F10},
+      {"acute", 0xDE},       {"grave", 0xC0},        {"lb", VK_LBUTTON},   {"mb", VK_MBUTTON},   {"rb", VK_RBUTTON}};
   const auto found = keys.find(name);
   if (found != keys.end()) return uint8_t(found->second);
   return name.size() == 1 && std::isupper(name[0]) ? uint8_t(name[0]) : 0;

@@ -54,7 +54,8 @@ protected:
   // Passes of the event loop until it holds.
   void Run(const std::function<bool()>& holds, std::source_location where = std::source_location::current()) {
     for (int pass = 0; !holds(); ++pass) {
-      ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line();
+      ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line() << ", wrong at " << wrong.x << ","
+                               << wrong.y;
       PumpOneEvent(nullptr, true);
     }
   }
@@ -88,7 +89,9 @@ protected:
         const bool inside = x >= kArea.left && x < kArea.right && y >= kArea.top && y < kArea.bottom;
         const bool black = inside && area[size_t((y - kArea.top) * kWidth + x - kArea.left)] == 0;
         const unsigned long wanted = black ? artist.Black() : artist.White();
-        if (screen.At(x, y) != (uint32_t(wanted) & artist.PixelBits())) return false;
+        if (screen.At(x, y) == (uint32_t(wanted) & artist.PixelBits())) continue;
+        wrong = {x, y};
+        return false;
       }
     }
     return true;
@@ -132,6 +135,7 @@ protected:
   WorkingFolder folder;
   Application app;
   Window scene = None;
+  POINT wrong = {-1, -1}; // on the screen, as SceneStands saw it last
   GC drawing = nullptr;
 };
 
