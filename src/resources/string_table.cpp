@@ -18,6 +18,19 @@ constexpr bool operator<(const StringResource& a, uint16_t id) {
 }
 
 constexpr StringResource kStrings[] = {
+    // What the save dialog says: a title and a message each (platform/dialogs/).
+    {1, "Mising Extension"},
+    {2, "The file name entered lacks an extension. The appropriate extension (%s%) has been appended."},
+    {3, "Mismatched Extension"},
+    {4, "The file name entered has an extension (%s%) which is inappropriate for the selected file type. The extension "
+        "has been changed (to %s%) so it agrees with the file type."},
+    {5, "File Exists"},
+    {6, "A file with the name '%s%' already exists. Overwrite this file?"},
+    {7, "Bad Filename"},
+    {8, "The file name entered ('%s%') cannot be used because it doesn't follow Windows naming conventions."},
+    {13, "Directory Creation Error"},
+    {14, "The directory '%s%' could not be created."},
+
     // The frame window: title, kind of frame; first and last window class, and a digit for each class.
     {100, "Framereel"},
     {101, "1"},
