@@ -11,6 +11,7 @@
 #include "win32/win32_types.h"
 
 #include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_input.h"
 #include "win32/win32_menus.h"
@@ -62,6 +63,16 @@ inline constexpr DWORD STD_OUTPUT_HANDLE = 0xFFFFFFF5;
 inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
 inline constexpr UINT OF_EXIST = 0x4000;
 
+inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 2; // its name begins with a dot; "." and ".." are not hidden
+inline constexpr DWORD FILE_ATTRIBUTE_SYSTEM = 4; // neither a file nor a directory: a device, a pipe
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+
+struct WIN32_FIND_DATAA {
+  DWORD dwFileAttributes;
+  char cFileName[1024]; // longer than any system's names
+};
+
 using HFILE = int32_t;
 inline constexpr HFILE HFILE_ERROR = -1;
 
@@ -92,6 +103,19 @@ BOOL DeleteFileA(const char* path);
 // Makes a directory that nobody but its owner has a right to; FALSE on failure, with errno telling why. `security` is
 // null.
 BOOL CreateDirectoryA(const char* path, void* security);
+// FILE_ATTRIBUTE_... of what the path names, links followed; INVALID_FILE_ATTRIBUTES when there is nothing, with errno
+// telling why.
+DWORD GetFileAttributesA(const char* path);
+// Goes through the directory that `pattern` names with "/*" behind it: everything in it, "." and ".." too, in no
+// particular order. INVALID_HANDLE_VALUE when it cannot be read, with errno telling why. The handle goes back with
+// FindClose.
+HANDLE FindFirstFileA(const char* pattern, WIN32_FIND_DATAA* found);
+BOOL FindNextFileA(HANDLE search, WIN32_FIND_DATAA* found); // FALSE when there is no more
+BOOL FindClose(HANDLE search);
+// Where a person has something mounted: the root, and what is mounted below /media, /run/media and /mnt, each path
+// ended by a zero byte, and one more behind the last. Answers how many bytes that is without the last; a buffer that is
+// too small stays untouched, and the answer is the size needed.
+DWORD GetLogicalDriveStringsA(DWORD bufferSize, char* buffer);
 // Copies the current directory's path, without a separator at its end, and answers its length without the zero byte. A
 // buffer that is too small stays untouched, and the answer is the size needed, zero byte included. 0 on failure.
 DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer);

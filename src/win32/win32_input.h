@@ -46,9 +46,6 @@ inline constexpr int HTCLOSE = 20;
 
 // ---- Messages of the keyboard ------------------------------------------------------------------------------------
 
-inline constexpr UINT WM_GETDLGCODE = 135;
-inline constexpr LRESULT DLGC_WANTALLKEYS = 4;
-
 // wParam virtual key; lParam bits 0-15 count (1), 16-23 scan code, 29 Alt is down, 30 was down, 31 going up. The
 // system forms come with Alt and without Ctrl, for Alt itself, and when no window has the focus.
 inline constexpr UINT WM_KEYDOWN = 256;

@@ -1,7 +1,8 @@
 // The plain types that all the platform calls share: numbers, handles, points and rectangles.
 //
 // win32.h is what callers include; it draws in win32_drawing.h (contexts, bitmaps, lines, fills, text),
-// win32_windows.h (windows and messages), win32_input.h (mouse, keys, pointer), win32_menus.h and win32_controls.h.
+// win32_windows.h (windows and messages), win32_input.h (mouse, keys, pointer), win32_menus.h, win32_controls.h and
+// win32_dialogs.h.
 #pragma once
 
 #include <cstddef>

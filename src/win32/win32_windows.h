@@ -22,6 +22,7 @@
 //   losing            to another program: WM_NCACTIVATE 0, WM_ACTIVATE 0, WM_ACTIVATEAPP 0 to all, WM_KILLFOCUS
 //   a menu            WM_ENTERIDLE again and again while it is open and nothing happens, and whatever timers and paints
 //                     of the program's send; WM_CANCELMODE when something else ends it
+//   a dialog          told in win32_dialogs.h
 //   EnableWindow      when it changes: what losing capture and focus sends, WM_ENABLE
 //   DestroyWindow     owned windows first; then, when it was active, what activating the next one sends; hiding; what
 //                     losing capture and focus sends, where it or a child has them; then WM_DESTROY to it and its
@@ -81,7 +82,9 @@ inline constexpr UINT WM_COMMAND = 273;    // wParam: id, and a control's notice
 inline constexpr UINT WM_SYSCOMMAND = 274; // wParam: SC_... or an id of the program's own; lParam: screen point, or key
 inline constexpr UINT WM_HSCROLL = 276;
 inline constexpr UINT WM_VSCROLL = 277;
-inline constexpr UINT WM_ENTERIDLE = 289; // again and again to the owner of an open menu while nothing happens
+// Again and again to the owner of an open menu or dialog while nothing happens; the default hands it to the owner's
+// own.
+inline constexpr UINT WM_ENTERIDLE = 289; // wParam: MSGF_...
 // System commands: the four low bits of wParam are the sender's own.
 inline constexpr WPARAM SC_MOVE = 0xF010;
 inline constexpr WPARAM SC_MINIMIZE = 0xF020;
@@ -144,8 +147,8 @@ struct WNDCLASSA {
   HINSTANCE hInstance;
   HICON hIcon;
   HCURSOR hCursor; // null: nobody changes the pointer
-  // A brush, COLOR_... + 1, or null: never erased. A top-level window without one shows the live desktop through
-  // itself, takes all mouse and key events in its place, and drawing on it draws on the screen.
+  // A brush, COLOR_... + 1, or null: never erased. A topmost window without one and without a caption shows the live
+  // desktop through itself, takes all mouse and key events in its place, and drawing on it draws on the screen.
   HBRUSH hbrBackground;
   const char* lpszMenuName; // null
   const char* lpszClassName;
@@ -169,6 +172,9 @@ HICON LoadIconA(HINSTANCE instance, const char* name);
 
 inline constexpr DWORD WS_MINIMIZEBOX = 0x00020000;
 inline constexpr DWORD WS_SYSMENU = 0x00080000; // system menu button at the left, and the close box
+inline constexpr DWORD WS_VSCROLL = 0x00200000; // of a list box: it has a scroll bar
+inline constexpr DWORD WS_GROUP = 0x00020000;   // of a control in a dialog: a group begins with it
+inline constexpr DWORD WS_TABSTOP = 0x00010000; // and the Tab key goes to it
 inline constexpr DWORD WS_BORDER = 0x00800000;
 inline constexpr DWORD WS_CAPTION = 0x00C00000;
 inline constexpr DWORD WS_CLIPCHILDREN = 0x02000000; // drawing in it spares its children

@@ -5,6 +5,7 @@
 #include <X11/extensions/Xrandr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace framereel {
@@ -183,6 +184,34 @@ TEST_F(X11Window, TellsWhatItIs) {
   EXPECT_EQ(Items(main->id, "WM_PROTOCOLS"), (std::vector{AtomOf("WM_DELETE_WINDOW"), AtomOf("_NET_WM_PING")}));
   EXPECT_EQ(Items(main->id, "_MOTIF_WM_HINTS").at(2), 0);
   EXPECT_EQ(Items(main->id, "_NET_WM_ICON"), (std::vector<long>{2, 1, 0xFF102030, 0x80800000}));
+}
+
+TEST_F(X11Window, DialogsAreModalAndNeverBehindTheirOwners) {
+  const auto isModal = [this](const DisplayWindow* window) {
+    const std::vector<long> state = Items(window->id, "_NET_WM_STATE");
+    return std::find(state.begin(), state.end(), AtomOf("_NET_WM_STATE_MODAL")) != state.end();
+  };
+  DisplayWindow* main = Show(Role::kMain, {10, 10, 310, 310});
+  DisplayWindow* dialog = Open(Role::kDialog, {50, 50, 250, 250}, main);
+  DisplayModalWindow(dialog, true);
+  DisplayShowWindow(dialog, true);
+  Until([&] { return StandsOnScreen(dialog); });
+  DisplayWindow* inner = Show(Role::kDialog, {90, 90, 210, 210}, dialog);
+  WaitForManager();
+  EXPECT_TRUE(isModal(dialog));
+  EXPECT_FALSE(isModal(inner) || isModal(main));
+  if (HasManager()) { // who alone may change it of a window that is shown
+    DisplayModalWindow(inner, true);
+    DisplayModalWindow(dialog, false);
+    Until([&] { return isModal(inner) && !isModal(dialog); });
+  }
+  for (DisplayWindow* raised : {main, dialog, main}) {
+    DisplayStackWindow(raised, true);
+    Catch();
+    WaitForManager();
+    EXPECT_EQ(WindowAt(150, 150), inner->id);
+    EXPECT_EQ(WindowAt(70, 70), dialog->id);
+  }
 }
 
 TEST_F(X11Window, AnswersItsWindowManager) {

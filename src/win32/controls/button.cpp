@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include "win32/controls/control_base.h"
+#include "win32/drawing/mnemonics.h"
 #include "win32/drawing/relief.h"
+#include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_text.h"
@@ -32,14 +34,15 @@ bool LooksPressed(const ButtonState& state) {
 // ---- Its look ----------------------------------------------------------------------------------------------------
 
 void DrawTitle(HDC context, HWND button, const PixelRect& inside, int32_t shift) {
-  const std::string& title = button->title;
+  const MnemonicText title = MnemonicTextOf(button->title);
   // What has no room is cut at the end.
-  const int32_t x = inside.left + std::max(0, (WidthOf(inside) - TextWidth(context, title)) / 2);
+  const int32_t x = inside.left + std::max(0, (WidthOf(inside) - TextWidth(context, title.shown)) / 2);
   const int32_t y = inside.top + (HeightOf(inside) - LineHeight(context)) / 2;
   HRGN clip = ::CreateRectRgn(inside.left, inside.top, inside.right, inside.bottom);
   ::SelectClipRgn(context, clip);
   ::DeleteObject(clip);
-  DrawLabel(context, x + shift, y + shift, title, Has(*button, WS_DISABLED), ::GetSysColor(COLOR_BTNFACE));
+  const COLORREF face = ::GetSysColor(COLOR_BTNFACE), ink = ::GetSysColor(kColourButtonText);
+  DrawMnemonicText(context, x + shift, y + shift, title, Has(*button, WS_DISABLED), face, ink);
   ::SelectClipRgn(context, nullptr);
 }
 
@@ -174,6 +177,10 @@ LRESULT OnGetFont(HWND button, WPARAM, LPARAM) {
   return reinterpret_cast<LRESULT>(StateOf<ButtonState>(button)->font);
 }
 
+LRESULT OnGetDialogCode(HWND button, WPARAM, LPARAM) {
+  return (button->style & kStyleBits) == BS_DEFPUSHBUTTON ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON;
+}
+
 LRESULT OnErase(HWND, WPARAM, LPARAM) {
   return TRUE; // what is painted covers all of it
 }
@@ -195,7 +202,7 @@ constexpr MessageHandler kHandlers[] = {
     {WM_ENABLE, OnLookChanged},       {WM_SETFOCUS, OnLookChanged}, {WM_KILLFOCUS, OnKillFocus},
     {WM_LBUTTONDOWN, OnLeftDown},     {WM_MOUSEMOVE, OnMouseMove},  {WM_LBUTTONUP, OnLeftUp},
     {WM_CAPTURECHANGED, OnPressLost}, {WM_KEYDOWN, OnKeyDown},      {WM_KEYUP, OnKeyUp},
-    {BM_SETSTYLE, OnSetStyle},        {BM_CLICK, OnClickMessage},
+    {BM_SETSTYLE, OnSetStyle},        {BM_CLICK, OnClickMessage},   {WM_GETDLGCODE, OnGetDialogCode},
 };
 
 } // namespace

@@ -370,6 +370,11 @@ LRESULT OnGetFont(HWND edit, WPARAM, LPARAM) {
   return reinterpret_cast<LRESULT>(State(edit).font);
 }
 
+LRESULT OnGetDialogCode(HWND edit, WPARAM, LPARAM) {
+  const LRESULT own = DLGC_HASSETSEL | DLGC_WANTCHARS | DLGC_WANTARROWS;
+  return State(edit).text.multiLine ? own | DLGC_WANTALLKEYS : own;
+}
+
 LRESULT OnEnable(HWND edit, WPARAM, LPARAM) {
   InvalidateAll(edit);
   return 0;
@@ -428,6 +433,7 @@ constexpr MessageHandler kHandlers[] = {
     {WM_GETTEXTLENGTH, OnGetTextLength},
     {WM_SETFONT, OnSetFont},
     {WM_GETFONT, OnGetFont},
+    {WM_GETDLGCODE, OnGetDialogCode},
     {WM_ENABLE, OnEnable},
     {WM_SETFOCUS, OnSetFocus},
     {WM_KILLFOCUS, OnKillFocus},

@@ -36,7 +36,7 @@ struct DisplayWindow {
   PixelRect place;
   DisplayWindow* owner;
   std::string title;
-  bool shown, minimised;
+  bool shown, minimised, modal;
   int32_t iconWidth, iconHeight; // 0: none was given
   PointerShape shape;
   // Of other programs.

@@ -307,6 +307,10 @@ void DisplayTitleWindow(DisplayWindow* window, const char* title) {
   window->title = title;
 }
 
+void DisplayModalWindow(DisplayWindow* window, bool modal) {
+  window->modal = modal;
+}
+
 void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon) {
   window->iconWidth = icon.width;
   window->iconHeight = icon.height;

@@ -102,6 +102,11 @@ LRESULT OnSystemChar(HWND window, WPARAM wParam, LPARAM lParam) {
   return 0;
 }
 
+// A dialog over a dialog: what is to go on meanwhile, the window at the chain's end knows.
+LRESULT OnEnterIdle(HWND window, WPARAM wParam, LPARAM lParam) {
+  return IsLive(window->owner) ? Send(window->owner, WM_ENTERIDLE, wParam, lParam) : 0;
+}
+
 LRESULT OnCancelMode(HWND window, WPARAM, LPARAM) {
   if (TheWindows().menuOwner == window) EndMenu();
   return 0;
@@ -155,6 +160,7 @@ constexpr Handler kHandlers[] = {
     {WM_NCACTIVATE, OnNcActivate},
     {WM_NCLBUTTONDOWN, OnNcButtonDown},
     {WM_CANCELMODE, OnCancelMode},
+    {WM_ENTERIDLE, OnEnterIdle},
     {WM_SYSKEYDOWN, OnSystemKeyDown},
     {WM_SYSKEYUP, OnSystemKeyUp},
     {WM_SYSCHAR, OnSystemChar},

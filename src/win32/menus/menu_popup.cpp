@@ -9,6 +9,7 @@
 #include "win32/drawing/system_colours.h"
 #include "win32/menus/menus.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/windows/screen_room.h"
 #include "win32/windows/window_surfaces.h"
 #include "win32/windows/window_tree.h"
 
@@ -109,26 +110,9 @@ SIZE SizeOf(const MenuPopup& popup) {
   return {2 * kBorder + kTextLeft + label + keys + kTextRight, height};
 }
 
-// `length` pixels from the wished place on, brought into the room; its beginning can be seen in any case.
-int32_t Within(int32_t wished, int32_t length, int32_t from, int32_t to) {
-  return std::max(from, std::min(wished, to - length));
-}
-
-// What is free of the monitor that has the title or item, or as much of it as the screen shows.
-PixelRect RoomFor(const PixelRect& beside) {
-  const PixelRect usable = DisplayUsableArea();
-  const auto middle = [](int32_t from, int32_t to, int32_t least, int32_t most) {
-    return std::max(least, std::min((from + to) / 2, most - 1));
-  };
-  const PixelRect monitor = DisplayMonitorAt(middle(beside.left, beside.right, usable.left, usable.right),
-                                             middle(beside.top, beside.bottom, usable.top, usable.bottom));
-  const PixelRect room = Intersect(usable, monitor);
-  return IsEmpty(room) ? usable : room;
-}
-
 // Below its title or at the right of its item; on the other side where there is no room.
 PixelRect PlaceFor(const MenuPopup& popup, const SIZE& size) {
-  const PixelRect room = RoomFor(popup.beside), &beside = popup.beside;
+  const PixelRect room = RoomAround(popup.beside), &beside = popup.beside;
   int32_t left = beside.left, top = beside.bottom;
   if (popup.ofItem) {
     left = beside.right - kOverlap;

@@ -341,7 +341,6 @@ void Handle(Tracking* t, const DisplayEvent& event) {
 }
 
 void Run(Tracking* t) {
-  constexpr WPARAM menuIsOpen = 2;
   while (!t->done) {
     DisplayEvent event;
     const bool some = NextInput(&event);
@@ -352,7 +351,7 @@ void Run(Tracking* t) {
       continue;
     }
     OnRest(t);
-    Send(t->owner, WM_ENTERIDLE, menuIsOpen, 0);
+    Send(t->owner, WM_ENTERIDLE, MSGF_MENU, 0);
     DisplaySleep(kNapMs);
   }
 }

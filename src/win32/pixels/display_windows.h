@@ -48,6 +48,8 @@ void DisplayPlaceWindow(DisplayWindow* window, const PixelRect& place);
 // On top of, or below, all other windows of its kind.
 void DisplayStackWindow(DisplayWindow* window, bool top);
 void DisplayTitleWindow(DisplayWindow* window, const char* title);
+// Whether the user can work with the dialog's owner meanwhile (false), which the desktop is told.
+void DisplayModalWindow(DisplayWindow* window, bool modal);
 void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon);
 // Asks the desktop to put it into the task bar, or to bring it back; kMinimised tells when that is done, and not every
 // desktop does it. False when there is nobody to ask: nothing would bring it back.

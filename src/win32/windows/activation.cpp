@@ -144,6 +144,11 @@ void SettleKeyboard() {
   }
 }
 
+void TellModal(HWND topLevel) {
+  if (topLevel->top->role != WindowRole::kDialog || !topLevel->owner) return;
+  DisplayModalWindow(topLevel->top->shown.display, Has(*topLevel->owner, WS_DISABLED));
+}
+
 void MoveCapture(HWND window) {
   WindowSystem& system = TheWindows();
   const HWND before = system.capture;
@@ -179,6 +184,9 @@ BOOL EnableWindow(HWND window, BOOL enable) {
   const bool changes = enable ? before : !before;
   if (!changes) return before;
   window->style = enable ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
+  for (HWND topLevel : TheWindows().topLevels) {
+    if (topLevel->owner == window) TellModal(topLevel);
+  }
   if (!enable) ReleaseFrom(window);
   if (IsLive(window)) Send(window, WM_ENABLE, enable != FALSE, 0);
   return before;

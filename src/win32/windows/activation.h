@@ -8,6 +8,7 @@ namespace framereel {
 void Activate(HWND topLevel, bool byClick);
 void ActivateByPress(HWND topLevel); // or what stands in for it while it is disabled
 void ActivateNextOf(HWND topLevel);  // it goes away: another one takes its place
+void TellModal(HWND topLevel);       // to the display: whether it is a dialog whose owner is disabled
 void SettleKeyboard();               // acts on what the display has said of the keyboard
 void MoveCapture(HWND window);       // the mouse is its own now, or nobody's; the display knows
 bool AwaitsKeyboard();               // the display has been asked for it, and may still give it

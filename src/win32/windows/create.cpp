@@ -21,10 +21,11 @@ namespace framereel {
 namespace {
 
 WindowRole RoleOf(const Win32Window& window) {
-  if (!window.windowClass->background) return WindowRole::kCover;
+  const bool topmost = window.extendedStyle & WS_EX_TOPMOST, captioned = Has(window, WS_CAPTION);
+  if (!window.windowClass->background && topmost && !captioned) return WindowRole::kCover;
   if (!window.owner && !Has(window, WS_POPUP)) return WindowRole::kMain;
-  if (!(window.extendedStyle & WS_EX_TOPMOST)) return WindowRole::kDialog;
-  return Has(window, WS_CAPTION) ? WindowRole::kPalette : WindowRole::kPopup;
+  if (!topmost) return WindowRole::kDialog;
+  return captioned ? WindowRole::kPalette : WindowRole::kPopup;
 }
 
 PixelRect FirstPlace(DWORD style, int x, int y, int width, int height) {

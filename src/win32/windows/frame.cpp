@@ -9,10 +9,10 @@
 #include <algorithm>
 #include <string>
 
+#include "win32/drawing/fitted_text.h"
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/pixels/utf8.h"
 #include "win32/windows/menu_bar.h"
 #include "win32/windows/window_contexts.h"
 #include "win32/windows/window_tree.h"
@@ -99,17 +99,6 @@ bool IsPressed(const Win32Window& window, int hit) {
   return menu || (system.pressedWindow == &window && system.pressedBox == hit);
 }
 
-// The title, with dots in the place of what has no room.
-std::string Fitting(HDC context, const std::string& title, int32_t width) {
-  if (TextWidth(context, title) <= width) return title;
-  for (size_t length = title.size(); length > 0;) {
-    length = PreviousCharacter(title, length);
-    const std::string cut = title.substr(0, length) + "...";
-    if (TextWidth(context, cut) <= width) return cut;
-  }
-  return "";
-}
-
 void DrawTitle(HDC context, const Win32Window& window, const PixelRect& place, COLORREF stripColour) {
   const PixelRect strip = CaptionStrip(place);
   int32_t left = strip.left + 2 * kBoxGap, right = strip.right - kBoxGap;
@@ -122,13 +111,19 @@ void DrawTitle(HDC context, const Win32Window& window, const PixelRect& place, C
   ::SetTextColor(context, Legible(context, text, stripColour));
   ::SetBkMode(context, TRANSPARENT);
   ::SetTextAlign(context, 0);
-  const std::string title = Fitting(context, window.title, right - left);
+  const std::string title = FittedText(context, window.title, right - left, TextCut::kEnd);
   ::TextOutA(context, left, strip.top + (kCaption - LineHeight(context)) / 2, title.data(), int(title.size()));
+}
+
+// Where the screen has too few colours for a light edge, a window would have none against another one.
+int OuterEdge(HDC context) {
+  const COLORREF light = ::GetNearestColor(context, ::GetSysColor(COLOR_3DLIGHT));
+  return light == ::GetNearestColor(context, ::GetSysColor(COLOR_BTNFACE)) ? kColourButtonDarkShadow : COLOR_3DLIGHT;
 }
 
 void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& place) {
   FillPixels(context, place, ::GetSysColor(COLOR_BTNFACE));
-  DrawEdge(context, place, COLOR_3DLIGHT, kColourButtonDarkShadow);
+  DrawEdge(context, place, OuterEdge(context), kColourButtonDarkShadow);
   DrawEdge(context, Shrunk(place, 1), kColourButtonHighlight, COLOR_BTNSHADOW);
   const COLORREF strip = ::GetSysColor(window.captionLit ? COLOR_ACTIVECAPTION : kColourInactiveCaption);
   FillPixels(context, CaptionStrip(place), strip);

@@ -144,6 +144,7 @@ void SyncOnScreen(HWND window) {
   ShownSurface& shown = window->top->shown;
   if (shown.onScreen != wanted) {
     shown.onScreen = wanted;
+    TellModal(window);
     DisplayShowWindow(shown.display, wanted);
     if (wanted) NoteDamage(&shown, BoundsOf(shown.surface));
     if (wanted) Expose(window, VisibleWindow(*window)); // what it was to paint meanwhile was not noted

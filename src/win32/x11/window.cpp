@@ -65,7 +65,9 @@ void Hide(X11Connection* x, DisplayWindow* window) {
 // Window managers do it by themselves.
 void RaiseDialogsOf(X11Connection* x, const DisplayWindow* owner) {
   for (const DisplayWindow* window : x->desktop.windows) {
-    if (window->shown && window->owner == owner && X11IsManaged(*window)) XRaiseWindow(x->display, window->id);
+    if (!window->shown || window->owner != owner || !X11IsManaged(*window)) continue;
+    XRaiseWindow(x->display, window->id);
+    RaiseDialogsOf(x, window);
   }
 }
 
@@ -168,6 +170,15 @@ void DisplayTitleWindow(DisplayWindow* window, const char* title) {
   X11Connection* x = X11Live();
   if (!x) return;
   X11WriteTitle(x, *window, title);
+  XFlush(x->display);
+}
+
+void DisplayModalWindow(DisplayWindow* window, bool modal) {
+  X11Connection* x = X11Live();
+  if (!x || window->modal == modal) return;
+  window->modal = modal;
+  // One that is shown later says so then.
+  if (window->shown) X11AskModal(x, *window);
   XFlush(x->display);
 }
 

@@ -45,6 +45,7 @@ constexpr const char* kAtomNames[kAtomCount] = {
     "_NET_WM_STATE",
     "_NET_WM_STATE_ABOVE",
     "_NET_WM_STATE_HIDDEN",
+    "_NET_WM_STATE_MODAL",
     "_NET_WM_STATE_SKIP_PAGER",
     "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STRUT_PARTIAL",
@@ -265,7 +266,14 @@ void X11WriteStart(X11Connection* x, const DisplayWindow& window) {
   // Said each time: a window manager forgets it when the window is hidden.
   std::vector<unsigned long> state = {X11AtomOf(x, kNetWmStateSkipTaskbar), X11AtomOf(x, kNetWmStateSkipPager)};
   if (window.role == WindowRole::kPalette) state.push_back(X11AtomOf(x, kNetWmStateAbove));
+  if (window.modal) state.push_back(X11AtomOf(x, kNetWmStateModal));
   X11WriteItems(x, window.id, X11AtomOf(x, kNetWmState), XA_ATOM, state);
+}
+
+void X11AskModal(X11Connection* x, const DisplayWindow& window) {
+  constexpr long remove = 0, add = 1, application = 1;
+  const auto modal = static_cast<long>(X11AtomOf(x, kNetWmStateModal));
+  X11AskManager(x, window, kNetWmState, {window.modal ? add : remove, modal, 0, application, 0});
 }
 
 void X11AllowKeyboard(X11Connection* x, const DisplayWindow& window) {

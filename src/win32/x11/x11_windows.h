@@ -37,6 +37,7 @@ struct DisplayWindow {
   bool shown;
   bool minimised;       // as told last
   bool startsMinimised; // and so it is to be shown
+  bool modal;           // a dialog whose owner waits for it
   bool stateUnsure;     // events told that minimised or not may have changed
   bool viewable;        // stands on the screen, if only behind others
   bool becameViewable;  // an event told so, and nobody has looked at it
@@ -79,6 +80,7 @@ enum X11Atom : uint8_t {
   kNetWmState,
   kNetWmStateAbove,
   kNetWmStateHidden,
+  kNetWmStateModal,
   kNetWmStateSkipPager,
   kNetWmStateSkipTaskbar,
   kNetWmStrutPartial,
@@ -236,6 +238,8 @@ void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPi
 void X11WritePlace(X11Connection* x, const DisplayWindow& window);
 // How the window wants to be shown: minimised or not, without the keyboard.
 void X11WriteStart(X11Connection* x, const DisplayWindow& window);
+// A window that is shown is modal from now on, or no longer.
+void X11AskModal(X11Connection* x, const DisplayWindow& window);
 void X11AllowKeyboard(X11Connection* x, const DisplayWindow& window);
 
 // Whether the window manager has minimised the window; false when it does not tell.

@@ -1,0 +1,10 @@
+// The class "listbox". Internal to the layer.
+#pragma once
+
+#include "win32/win32.h"
+
+namespace framereel {
+
+LRESULT ListBoxProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+} // namespace framereel

@@ -1,0 +1,13 @@
+// Where on the screen there is room for something new. Internal to the layer.
+#pragma once
+
+#include "win32/pixels/surface.h"
+
+namespace framereel {
+
+// What is free of the monitor that has the middle of the place, or as much of it as the screen shows.
+PixelRect RoomAround(const PixelRect& place);
+// `length` pixels from the wished place on, brought into the room; its beginning can be seen in any case.
+int32_t Within(int32_t wished, int32_t length, int32_t from, int32_t to);
+
+} // namespace framereel

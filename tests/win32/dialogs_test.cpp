@@ -1,0 +1,216 @@
+// Dialogs and message boxes: what the user's keys and mouse do in them, and what becomes of their loops.
+#include <map>
+#include <sstream>
+#include <vector>
+
+#include "win32/pixels/rectangles.h"
+#include "win32/window_scene.h"
+#include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
+
+namespace framereel {
+namespace {
+
+constexpr int kSaveDialog = 2; // of the resources: an edit 101, lists 103 to 105, buttons 106, 1 and 2
+
+// What Ask's dialogs do with a message; set by the tests.
+std::function<intptr_t(HWND, UINT, WPARAM)> procedure;
+
+class Dialogs : public OneWindow {
+protected:
+  Dialogs() {
+    procedure = [](HWND dialog, UINT message, WPARAM wParam) {
+      const bool ends = message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL);
+      return intptr_t{ends && ::EndDialog(dialog, LOWORD(wParam) + 100)};
+    };
+  }
+
+  intptr_t Ask(HWND owner) {
+    const auto run = [](HWND dialog, UINT message, WPARAM wParam, LPARAM) {
+      return procedure(dialog, message, wParam);
+    };
+    return ::DialogBoxParamA(nullptr, MAKEINTRESOURCEA(kSaveDialog), owner, run, 0);
+  }
+
+  // Each word of the script is a step, 20 ms after the one before:
+  //
+  //   tab esc a A+a ...    the key, with Alt or Shift where it says so       hold:ret free:ret   down, or once more; up
+  //   click:2              the left button on that control of the active window
+  //   ?                    writes down what is active, as Looks
+  //   wake                 the main window is enabled and has the keyboard, by the program's own doing
+  //   leave return frame   the keyboard goes to another program, comes back to where it was, or to the main window
+  //
+  // Runs the call meanwhile and answers the looks, and then what the call answered.
+  template <typename Call> std::string Play(const std::string& script, const Call& call) {
+    looks.clear();
+    uint32_t at = ::GetTickCount() + 20;
+    std::istringstream words(script);
+    for (std::string word; words >> word; at += 20) MemoryAt(at, [this, word] { Do(word); });
+    MemoryAt(at, [] { ::PostQuitMessage(0); }); // else a dialog that is open would stay so for ever
+    const auto answer = call();
+    TheWindows().quits = false;
+    TheMemoryDisplay().script.clear();
+    Drain();
+    return looks + std::to_string(answer);
+  }
+
+  void Do(const std::string& word) {
+    const std::map<std::string, int> keys = {{"tab", VK_TAB},   {"ret", VK_RETURN},  {"esc", VK_ESCAPE},
+                                             {"left", VK_LEFT}, {"right", VK_RIGHT}, {"space", VK_SPACE}};
+    const size_t colon = word.find(':');
+    const std::string what = word.substr(0, colon), where = colon == std::string::npos ? "" : word.substr(colon + 1);
+    const auto keyOf = [&keys](const std::string& name) {
+      return uint8_t(keys.count(name) ? keys.at(name) : std::toupper(name.back()));
+    };
+    if (what == "?") {
+      looks += Looks();
+      looks += ' ';
+    } else if (what == "click") {
+      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, std::stoi(where)));
+      MemoryClick(place.left + 5, place.top + 5);
+    } else if (what == "wake") {
+      ::EnableWindow(main, TRUE);
+      ::SetFocus(main);
+    } else if (what == "leave") {
+      before = TheMemoryDesktop().keyboard;
+      MemoryGiveKeyboard(nullptr);
+    } else if (what == "return" || what == "frame") {
+      MemoryGiveKeyboard(what == "frame" ? shown : before);
+    } else if (what == "hold" || what == "free") {
+      what == "hold" ? MemoryPressKey(keyOf(where)) : MemoryReleaseKey(keyOf(where));
+    } else if (what[1] == '+') {
+      const uint8_t held = what[0] == 'A' ? VK_MENU : VK_SHIFT;
+      MemoryPressKey(held);
+      MemoryTypeKey(keyOf(what.substr(2)));
+      MemoryReleaseKey(held);
+    } else {
+      MemoryTypeKey(keyOf(what));
+    }
+  }
+
+  // The active window, the control with the focus and the default button: "Save File:101:1". "-" for nothing.
+  static std::string Looks() {
+    HWND active = TheWindows().active;
+    if (!active) return "-";
+    std::ostringstream text;
+    text << active->title;
+    if (HWND focus = ::GetFocus()) text << ':' << focus->id;
+    for (HWND control : active->children) {
+      const bool isDefault = ::SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON;
+      if (isDefault) text << ':' << control->id;
+    }
+    return text.str();
+  }
+
+  std::string looks;
+  DisplayWindow* before = nullptr;
+};
+
+TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPressed) {
+  const struct {
+    UINT flags;
+    const char *script, *answer;
+  } rows[] = {
+      {MB_OK | MB_ICONHAND, "? ret", "box:1:1 1"},
+      {MB_OK, "esc", "1"},
+      {MB_OKCANCEL, "esc", "2"},
+      {MB_OKCANCEL | MB_DEFBUTTON2, "? ret", "box:2:2 2"},
+      {MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, "? ret", "box:7:7 7"},
+      {MB_YESNO, "esc hold:esc free:esc ? y", "box:6:6 6"},
+      {MB_YESNO, "A+n", "7"},
+      {MB_YESNO, "tab ? ret", "box:7:7 7"},
+      {MB_YESNO, "S+tab space", "7"},
+      {MB_YESNOCANCEL, "right right ? right left ret", "box:2:2 2"},
+      {MB_YESNOCANCEL | MB_DEFBUTTON3 | MB_ICONEXCLAMATION, "left ret", "7"},
+      {MB_ABORTRETRYIGNORE, "i", "5"},
+      {MB_RETRYCANCEL | MB_ICONASTERISK, "click:2", "2"},
+      {MB_YESNO, "leave ? return ? ret", "- box:6:6 6"},
+  };
+  for (const auto& row : rows) {
+    const auto box = [&row] { return ::MessageBoxA(nullptr, "A question\nof two lines", "box", row.flags); };
+    EXPECT_EQ(Play(row.script, box), row.answer) << row.script;
+    EXPECT_EQ(TheWindows().active, main);
+    EXPECT_TRUE(IsEnabled(main));
+  }
+}
+
+TEST_F(Dialogs, AreWorkedByTheKeyboard) {
+  const struct {
+    const char *script, *answer;
+  } rows[] = {
+      {"? tab ? tab ? tab ? tab ? tab ? tab ? tab ? esc",
+       "Save File:101:1 Save File:103:1 Save File:104:1 Save File:105:1 Save File:106:106 Save File:1:1 "
+       "Save File:2:2 Save File:101:1 102"},
+      {"S+tab ? S+tab ret", "Save File:2:2 101"},
+      {"A+v ? A+f ? A+d ? A+n ? ret", "Save File:103:1 Save File:105:1 Save File:104:1 Save File:101:1 101"},
+      {"n d ? A+x esc", "Save File:101:1 102"},                                // letters that the edit has a use for
+      {"S+tab left ? right right ? esc", "Save File:1:1 Save File:101:1 102"}, // all of it is one group
+      {"A+v tab right ? esc", "Save File:104:1 102"},                          // and a list has its own use for arrows
+      {"click:2", "102"},
+      {"tab leave ? frame ? esc", "- Save File:103:1 102"},
+      {"tab wake tab ? esc", "Save File:104:1 102"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Play(row.script, [this] { return Ask(main); }), row.answer) << row.script;
+  EXPECT_EQ(::GetFocus(), main);
+}
+
+// A box over a dialog over the main window, and the key that opened it is held.
+TEST_F(Dialogs, StandOverDialogsAndComeBackToWhereTheKeyboardWas) {
+  int idle = 0, answer = 0;
+  Answer(WM_ENTERIDLE, [&idle](HWND, WPARAM, LPARAM) { return ++idle; });
+  const auto ends = procedure;
+  procedure = [&, this](HWND dialog, UINT message, WPARAM wParam) {
+    if (message != WM_COMMAND || LOWORD(wParam) != 106) return ends(dialog, message, wParam);
+    idle = 0;
+    answer = ::MessageBoxA(nullptr, "text", "box", MB_YESNO | MB_TASKMODAL);
+    EXPECT_GT(idle, 3);
+    EXPECT_TRUE(IsEnabled(dialog));
+    EXPECT_FALSE(IsEnabled(main));
+    return intptr_t{TRUE};
+  };
+  MemoryAt(::GetTickCount() + 130, [this] { // while the box stands
+    EXPECT_EQ(MemoryWindowTitled("box")->owner, MemoryWindowTitled("Save File"));
+    EXPECT_TRUE(MemoryWindowTitled("box")->modal && MemoryWindowTitled("Save File")->modal);
+    MemoryClick(shown->place.left + 5, shown->place.bottom - 5);
+    MemoryAskToClose(shown);
+  });
+  EXPECT_EQ(
+      Play("S+tab S+tab S+tab ? hold:ret hold:ret ? free:ret leave frame ? n ? esc", [this] { return Ask(main); }),
+      "Save File:106:106 box:6:6 box:6:6 Save File:106:106 102");
+  EXPECT_EQ(answer, IDNO);
+}
+
+TEST_F(Dialogs, EndByThemselvesWhenTheyCannotGoOn) {
+  const std::pair<const char*, std::function<void()>> ends[] = {
+      {"the program", [] { ::PostQuitMessage(7); }},
+      {"the dialog", [] { ::DestroyWindow(TheWindows().active); }},
+      {"the display", [] { TheMemoryDisplay().lost = true; }},
+      {"the owner", [this] { ::DestroyWindow(main); }},
+  };
+  for (const auto& [what, end] : ends) {
+    MemoryAt(::GetTickCount() + 50, end);
+    EXPECT_EQ(Ask(main), -1) << what;
+    MSG message;
+    const bool quits = ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) && message.message == WM_QUIT;
+    EXPECT_EQ(quits, what == std::string("the program"));
+    TheMemoryDisplay().lost = false;
+  }
+}
+
+TEST_F(Dialogs, StandOnTheMonitorOfTheirOwnerWhateverTheirClass) {
+  TheMemoryDesktop().monitors = {{0, 0, 90, 480}, {90, 0, 640, 480}};
+  MemoryAt(::GetTickCount() + 50, [] {
+    const PixelRect place = MemoryWindowTitled("Save File")->place;
+    EXPECT_EQ(place.left - 90, 640 - place.right);
+    EXPECT_NEAR(place.top * 2, 480 - place.bottom, 2);
+    MemoryTypeKey(VK_ESCAPE);
+  });
+  EXPECT_EQ(Ask(main), 102);
+  // One without a background is none of those that the desktop is seen through.
+  ::CreateWindowExA(0, "LogCover", "bare", WS_POPUP | WS_CAPTION, 0, 0, 50, 50, main, nullptr, nullptr, nullptr);
+  EXPECT_EQ(MemoryWindowTitled("bare"), nullptr); // hidden
+  for (const auto& window : TheMemoryDesktop().windows) EXPECT_NE(window->role, WindowRole::kCover) << window->title;
+}
+
+} // namespace
+} // namespace framereel
