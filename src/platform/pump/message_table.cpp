@@ -1,9 +1,11 @@
 // Finding the row of a message, and the shared rows.
 #include "platform/pump/message_table.h"
 
+#include "core/memory.h"
 #include "core/timers.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/keys.h"
+#include "platform/pump/pump.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/display_change.h"
@@ -72,10 +74,15 @@ LRESULT OnSysKeyUp(const WindowMessage& m) {
   return SysKeyUpMessage() ? 0 : DefaultAnswer(m);
 }
 
-// Timers run on while a menu is open, whose loop is the platform's.
-LRESULT OnEnterIdle(const WindowMessage&) {
+// Timers run on while a menu or a dialog is open, whose loop is the platform's. It ends where ours do.
+LRESULT OnEnterIdle(const WindowMessage& m) {
+  TempScopeBegin();
   SetPortMain(nullptr);
   TimerFireDue();
+  TempScopeEnd();
+  if (LoopsMayRun()) return 0;
+  ::PostQuitMessage(0);
+  ::SendMessageA(m.handle, WM_CANCELMODE, 0, 0);
   return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/controls/edit_session.h"
+#include "platform/dialogs/file_dialogs.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/shared_contexts.h"
@@ -51,6 +52,7 @@ void StartWindowState() {
   MenuCommandsStartUp();
   EditMenuStartUp();
   EditSessionStartUp();
+  FileDialogsStartUp();
   ChildWindowsStartUp();
 }
 

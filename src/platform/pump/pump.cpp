@@ -10,6 +10,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/input/mouse.h"
 #include "platform/menus/platform_menus.h"
+#include "platform/windows/modal.h"
 #include "platform/windows/window_list.h"
 
 namespace framereel {
@@ -27,12 +28,10 @@ struct PumpState {
 PumpState state = {true, kPassesPerTimer};
 volatile std::sig_atomic_t allMustEnd; // set by signal handlers too
 
-bool LoopsMayRun() {
-  return !allMustEnd && !ScreenIsLost();
-}
-
-void DispatchOne(const MSG& message) {
+void DispatchOne(MSG message) {
   SetPortMain(nullptr);
+  const ChildWindow* modal = GetModalWindow();
+  if (modal && modal->flags & kWindowModal && ::IsDialogMessageA(modal->window, &message)) return;
   ::TranslateMessage(&message);
   ::DispatchMessageA(&message);
 }
@@ -73,6 +72,10 @@ void EndEventLoop() {
 
 void EndAllLoops() {
   allMustEnd = 1;
+}
+
+bool LoopsMayRun() {
+  return !allMustEnd && !ScreenIsLost();
 }
 
 void PumpOneEvent(ChildWindow* window, bool mayWait) {

@@ -17,6 +17,7 @@ void RunEventLoop();
 void EndEventLoop();
 // The nested loops end too, each after the pass at hand and with its window still there. A signal handler may call it.
 void EndAllLoops();
+bool LoopsMayRun(); // none has been told to end so, and there is a screen
 
 // One pass. With a window it sees that window's messages alone, and no timer fires. mayWait: an idle pass sleeps, at
 // most 50 ms, and not even a message wakes it.

@@ -1,0 +1,235 @@
+// The dialog for the name to save under, as a user works it in a folder of a test's own.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <sstream>
+#include <vector>
+
+#include "core/file_refs.h"
+#include "core/strings.h"
+#include "core/timers.h"
+#include "platform/dialogs/dialog_paths.h"
+#include "platform/dialogs/file_dialogs.h"
+#include "platform/pump/pump.h"
+#include "platform/windows/active_window.h"
+#include "support/temporary_folder.h"
+#include "support/window_program.h"
+#include "win32/memory/memory_display.h"
+#include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
+
+namespace framereel {
+namespace {
+
+constexpr int kName = 101, kDrives = 103, kDirectories = 104, kFiles = 105, kPath = 120;
+constexpr int kMessage = 0xFFFF; // the text of a message box
+
+std::string TextOf(HWND window, int id) {
+  char text[5000] = "";
+  ::GetDlgItemTextA(window, id, text, sizeof text);
+  return text;
+}
+
+std::string EntryOf(HWND window, int list, int entry) {
+  char text[5000] = "";
+  const bool is =
+      ::SendDlgItemMessageA(window, list, LB_GETTEXT, WPARAM(entry), reinterpret_cast<LPARAM>(text)) != LB_ERR;
+  return is ? text : "|";
+}
+
+// Folders: "Pics" with c.gif, "shut" without rights, "dir.gif" and ".hid"; files a.gif, B.GIF, x.txt, .h.gif,
+// "l\nf.gif", "s*.gif", "bad\xff.gif".
+class FileDialog : public ::testing::Test {
+protected:
+  TemporaryFolder folder;
+  WindowProgram program;
+  FileType* type = NewFileType(kFileTypeGif);
+  const std::string longName = std::string(251, 'n') + ".gif";
+  std::string looks;
+
+  FileDialog() {
+    for (const char* each : {"Pics", "dir.gif", ".hid"}) std::filesystem::create_directory(folder / each);
+    for (const char* each : {"a.gif", "B.GIF", "x.txt", ".h.gif", "l\nf.gif", "s*.gif", "bad\xff.gif", "Pics/c.gif"}) {
+      WriteWholeFile(folder / each, "old");
+    }
+    ::setenv("HOME", folder.path.c_str(), 1);
+  }
+  ~FileDialog() { FreeFileType(type); }
+
+  // Each word of the script is a step, 20 ms after the one before; "^" stands for a line feed:
+  //
+  //   type:text           in the place of what the field holds
+  //   ret esc tab y n     keys               save cancel create   a button of the active window
+  //   command             what Save says, without the button
+  //   click:105:a.gif  double:104:[Pics]     the mouse on an entry of a list
+  //   ?101 ?105 ...       writes the text of a control down, or a list's entries; ?box the message; ?on what is active
+  //
+  // Answers what was written, and then the path, without the folder's.
+  std::string Play(const std::string& script, const FileRef* document = nullptr) {
+    looks.clear();
+    uint32_t at = ::GetTickCount() + 20;
+    std::istringstream words(script);
+    for (std::string word; words >> word; at += 20) MemoryAt(at, [this, word] { Do(word); });
+    MemoryAt(at, [] { ::PostQuitMessage(0); });
+    FileRef* answer = AskSaveFile(document, type);
+    TheWindows().quits = false;
+    TheMemoryDisplay().script.clear();
+    char* path = answer ? FileRefPath(answer) : nullptr;
+    if (path) looks += path;
+    StrFree(path);
+    FreeFileRef(answer);
+    for (size_t found; (found = looks.find(folder.path)) != std::string::npos;) looks.erase(found, folder.path.size());
+    return looks;
+  }
+
+  void Do(std::string word) {
+    std::replace(word.begin(), word.end(), '^', '\n');
+    const std::map<std::string, int> keys = {
+        {"ret", VK_RETURN}, {"esc", VK_ESCAPE}, {"tab", VK_TAB}, {"y", 'Y'}, {"n", 'N'}};
+    const std::map<std::string, int> buttons = {{"save", IDOK}, {"cancel", IDCANCEL}, {"create", 106}};
+    HWND active = TheWindows().active;
+    if (word[0] == '?') {
+      looks += Look(active, word.substr(1)) + "; ";
+    } else if (word.starts_with("type:")) {
+      ::SetDlgItemTextA(active, kName, word.substr(5).c_str());
+    } else if (word == "command") {
+      ::SendMessageA(active, WM_COMMAND, IDOK, 0);
+    } else if (keys.count(word)) {
+      MemoryTypeKey(uint8_t(keys.at(word)));
+    } else if (buttons.count(word)) {
+      const PixelRect place = PlaceOnScreen(*::GetDlgItem(active, buttons.at(word)));
+      MemoryClick(place.left + 5, place.top + 5);
+    } else {
+      const size_t colon = word.find(':');
+      PressEntry(::GetDlgItem(active, std::stoi(word.substr(colon + 1))), word.substr(colon + 5), word[0] == 'd');
+    }
+  }
+
+  static std::string Look(HWND active, const std::string& what) {
+    if (what == "on") return active ? active->title : "-";
+    if (what == "box") return active->title + ": " + TextOf(active, kMessage);
+    const int id = std::stoi(what);
+    if (id < kDrives || id > kFiles) return TextOf(active, id);
+    std::string all;
+    for (int i = 0; EntryOf(active, id, i) != "|"; ++i) all += EntryOf(active, id, i) + ",";
+    return all;
+  }
+
+  static void PressEntry(HWND list, const std::string& text, bool twice) {
+    HWND dialog = list->parent;
+    int entry = 0;
+    while (EntryOf(dialog, int(list->id), entry) != text && EntryOf(dialog, int(list->id), entry) != "|") ++entry;
+    TEXTMETRICA metrics = {};
+    HDC context = ::GetDC(list);
+    HFONT font = reinterpret_cast<HFONT>(::SendMessageA(::GetDlgItem(dialog, kName), WM_GETFONT, 0, 0));
+    ::SelectObject(context, font);
+    ::GetTextMetricsA(context, &metrics);
+    ::ReleaseDC(list, context);
+    const PixelRect client = ClientOnScreen(*list);
+    for (int i = 0; i < (twice ? 2 : 1); ++i) {
+      MemoryClick(client.left + 5, client.top + entry * metrics.tmHeight + 2);
+    }
+  }
+};
+
+#define MISSING                                                                                                        \
+  "Mising Extension: The file name entered lacks an extension. The appropriate extension (.gif) has been appended."
+#define EXISTS(name) "File Exists: A file with the name '" name "' already exists. Overwrite this file?; "
+
+TEST_F(FileDialog, ChecksWhatIsEnteredAndStaysUntilItIsAName) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"?101 ?107 ?105 ?104 ?120 esc",
+       "*.gif; GIF Files (.GIF); a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,; [..],[dir.gif],[Pics],; ; "},
+      {"type: ret command ?101 ?105 esc",
+       "*.*; a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,x.txt,; "}, // Save itself is disabled
+      {"type:*.* save ?101 ?105 cancel", "*.*; a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,x.txt,; "},
+      {"type:?.t* ret ?101 ?105 esc", "?.t*; x.txt,; "},
+      {"type:Pics/ ret ?101 ?105 ?120 type:.. ret ?120 esc", "*.gif; c.gif,; /Pics; ; "},
+      {"type:Pics/*.txt ret ?101 ?105 ?120 esc", "*.txt; ; /Pics; "},
+      {"type:none/ ret ?101 ?120 esc", "none/; ; "},
+      {"type:name ret ?box ret ?101 ?on ret", MISSING "; name.gif; Save File; /name.gif"},
+      {"type:name.txt ret ?box ret ?101 ret",
+       "Mismatched Extension: The file name entered has an extension (.txt) which is inappropriate for the selected "
+       "file "
+       "type. The extension has been changed (to .gif) so it agrees with the file type.; name.gif; /name.gif"},
+      {"type:.hidden ret ret ret", "/.hidden.gif"},
+      {"type:new.GIF ret", "/new.gif"},
+      {"type:Pics/../up.gif save", "/up.gif"},
+      {"type:./~/x.gif ret", "/~/x.gif"},
+      {"type:dir.gif ret ?120 ?101 esc", "/dir.gif; *.gif; "},
+      {"type:a.gif ret ?box ret ?on esc", EXISTS("a.gif") "Save File; "}, // No is the default
+      {"type:a.GIF ret ?box y", EXISTS("a.GIF") "/a.gif"},                // what would be overwritten is asked for
+      {"type:Pics/c.gif ret ?box y", EXISTS("Pics/c.gif") "/Pics/c.gif"},
+      {"double:105:a.gif ?box ?101 n esc", EXISTS("a.gif") "; "},
+      {"click:105:l^f.gif ?101 save y", "l\nf.gif; /l\nf.gif"},
+      {"click:105:s*.gif ?101 save y", "s*.gif; /s*.gif"},
+      {"click:105:bad\xff.gif ret ?box y", EXISTS("bad\xff.gif") "/bad\xff.gif"},
+      {"click:104:[Pics] ?101 ret ?120 ?105 ?101 esc", "Pics/*.gif; /Pics; c.gif,; *.gif; "},
+      {"double:104:[Pics] ?101 ?105 double:104:[..] ?120 esc", "*.gif; c.gif,; ; "},
+      {"double:103:/ ?120 ?101 double:103:~ ?120 esc", "/; *.gif; ; "},
+      {"create type:New ret ?104 esc", "[..],[dir.gif],[New],[Pics],; "},
+      {"create type:New ret ?box ret type:no/where ret ?box ret esc ?on esc",
+       "Directory Creation Error: The directory '/New' could not be created.; Directory Creation Error: The directory "
+       "'/no/where' could not be created.; Save File; "},
+      {"type:name.gif cancel", ""},
+  };
+  for (const auto& [script, answer] : rows) {
+    EXPECT_EQ(Play(script), answer) << script;
+    EXPECT_EQ(ReadWholeFile(folder / "a.gif"), "old");
+    FileDialogsStartUp(); // each begins at home
+  }
+}
+
+TEST_F(FileDialog, TakesNamesAndPathsAsLongAsTheSystemDoes) {
+  EXPECT_EQ(Play("type:" + longName + " ret"), "/" + longName);
+  const std::string tooLong = "n" + longName;
+  EXPECT_EQ(Play("type:" + tooLong + " ret ?box ret ?101 esc"),
+            "Bad Filename: The file name entered ('" + tooLong +
+                "') cannot be used because it doesn't follow Windows naming conventions.; " + tooLong + "; ");
+  std::string deep;
+  while (deep.size() < 4096 - 6) deep += "d/";
+  EXPECT_EQ(Play("type:" + deep + "n.gif ret ?on ret esc"), "Bad Filename; ");
+  EXPECT_EQ(Play("type:" + std::string(300, '*') + " ret ?on ?105 esc").substr(0, 22), "Save File; a.gif,B.GIF");
+  // A name may end where the extension has no room any more.
+  EXPECT_EQ(Play("type:" + std::string(255, 'n') + " ret ret ret ?on ret esc"), "Bad Filename; ");
+}
+
+TEST_F(FileDialog, BeginsWhereTheDocumentIsOrTheLastFileOrAtHome) {
+  EXPECT_EQ(Play("?120 type:Pics/n.gif ret"), "; /Pics/n.gif");
+  EXPECT_EQ(Play("?120 type:.. ret esc"), "/Pics; ");
+  EXPECT_EQ(Play("?120 esc"), "/Pics; "); // what a cancelled one went to is forgotten
+  FileRef* document = FileRefFromPath((folder / "dir.gif/d.gif").c_str());
+  EXPECT_EQ(Play("?120 esc", document), "/dir.gif; ");
+  std::filesystem::remove(folder / "dir.gif");
+  EXPECT_EQ(Play("?120 esc", document), "; ");
+  FreeFileRef(document);
+}
+
+// Timers run on, the windows of the program know that they are not active, and the end of all loops is its end.
+TEST_F(FileDialog, LetsTheProgramGoOnAndEnd) {
+  int ticks = 0;
+  const auto tick = [](void* count) { ++*static_cast<int*>(count); };
+  for (int32_t delay : {30, 60, 90}) TimerSchedule(tick, &ticks, delay);
+  EXPECT_EQ(Play("tab tab type:name ret tab tab tab esc esc"), "");
+  EXPECT_EQ(ticks, 3);
+  MemoryAt(::GetTickCount() + 50, [] { MemoryTypeKey(VK_RETURN); });
+  MemoryAt(::GetTickCount() + 100, [] { EndAllLoops(); });
+  EXPECT_EQ(AskSaveFile(nullptr, type), nullptr);
+  EXPECT_EQ(AskSaveFile(nullptr, type), nullptr);
+  EXPECT_TRUE(::GetFocus());
+  PumpStartUp();
+}
+
+TEST(DialogPaths, PatternsCoverNames) {
+  const std::tuple<const char*, const char*, bool> rows[] = {
+      {"*", "", true},           {"*.*", "none", true},    {"*.gif", "A.GIF", true}, {"*.gif", "a.gif~", false},
+      {"a*b*c", "aXbXbc", true}, {"a*b*c", "aXcb", false}, {"?", "", false},         {"?.*", "a.", true},
+      {"*aab", "aaaab", true},
+  };
+  for (const auto& [pattern, name, covers] : rows) EXPECT_EQ(MatchesPattern(pattern, name), covers) << pattern << name;
+}
+
+} // namespace
+} // namespace framereel
