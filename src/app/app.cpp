@@ -1,11 +1,13 @@
-// See app.h.
+// The run from PlatformInit to PlatformShutdown.
 #include "app/app.h"
 
 #include <cstdio>
 
 #include "app/application.h"
 #include "app/end_signals.h"
+#include "app/recovery.h"
 #include "core/standard_streams.h"
+#include "core/timers.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
@@ -18,7 +20,9 @@ void AppRun() {
   static Application app;
   EndSignalsWatch();
   ApplicationStart(app);
+  TimerSchedule(OfferKept, &app, 0);
   RunEventLoop();
+  if (!app.document.abandoned) KeepUnsaved(app);
   ApplicationEnd(app);
 }
 

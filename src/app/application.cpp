@@ -3,7 +3,11 @@
 
 #include <cstdio>
 
+#include "app/document.h"
+#include "app/menus.h"
 #include "app/panel.h"
+#include "app/picture_windows.h"
+#include "app/recovery.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
@@ -20,6 +24,7 @@
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"
+#include "toolkit/controls/alert.h"
 
 namespace framereel {
 namespace {
@@ -31,15 +36,24 @@ void LeaveScreen(Application& app) {
   PutBackPictureArea(app.recorder);
 }
 
+// It is frames that take memory, and while one is taken all windows are sound. Anywhere else one may be half made or
+// half gone, and nobody is asked anything: what stands on standard error has to do.
 void TellThatMemoryEnded(void* application, uint32_t count) {
-  if (count == 1) LeaveScreen(*static_cast<Application*>(application));
+  if (count > 1) return;
+  auto& app = *static_cast<Application*>(application);
+  const bool windowsAreSound = app.recorder.captureBusy;
+  LeaveScreen(app);
+  const char* message = AppAlertString(KeepUnsaved(app) ? 0 : 5);
+  ::fprintf(stderr, "framereel: %s\n", message);
   Beep();
-  ::fprintf(stderr, "framereel: %s\n", AppAlertString(0));
+  if (!windowsAreSound) return;
+  if (AlertAsk(nullptr, nullptr, kAlertStop, message, AppAlertString(1), AppAlertString(2))) return;
+  AlertAsk(nullptr, nullptr, kAlertStop, AppAlertString(3), AppAlertString(4), nullptr);
 }
 
 // The close box of the main window.
-void Quit(void*) {
-  EndEventLoop();
+void Quit(void* application) {
+  CommandQuit(*static_cast<Application*>(application));
 }
 
 void HearOfChange(intptr_t code, void* recorder) {
@@ -69,6 +83,7 @@ RecorderPanel PanelOfRecorder(Application& app) {
 void ApplicationStart(Application& app) {
   app.options = {};
   app.panel = {};
+  BuildMenus(app);
   SetMemFailureHook(TellThatMemoryEnded, &app);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);
@@ -77,8 +92,11 @@ void ApplicationStart(Application& app) {
   StreamInit(app.stream);
   AreaInit(app.area, &app.recorder);
   SettingsInit(app.settings, &app.options, &app.area);
-  SetAppCallback(kQuitHandler, Quit, nullptr);
+  DocumentStartUp(app.document);
+  SetAppCallback(kQuitHandler, Quit, &app);
+  ShowSplash(app);
   BuildPanel(app);
+  SetDocumentFile(app, nullptr);
   RecorderTakePanel(app.recorder, PanelOfRecorder(app));
   AreaTakePanel(app.area, PanelForArea(app));
   NotifyAdd(HearOfChange, &app.recorder);
@@ -88,10 +106,12 @@ void ApplicationStart(Application& app) {
 
 void ApplicationEnd(Application& app) {
   SlideFrameCancel();
+  PictureWindowsShutDown(app);
   RecorderShutDown(app.recorder);
   AreaShutDown(app.area);
   NotifyRemove(HearOfChange, &app.recorder);
   SettingsShutDown(app.settings);
+  DocumentShutDown(app.document);
   RecorderTearDown(app.recorder);
   StreamFree(app.stream);
   GifWriterFree(app.gif);

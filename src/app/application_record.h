@@ -1,8 +1,10 @@
-// What the program keeps for its run, in one record: the engine, the area, the settings, the panel.
+// What the program keeps for its run, in one record: the engine, the area, the settings, the panel, the document.
 #pragma once
 
 #include "app/settings_file.h"
 #include "area/area.h"
+#include "core/file_refs.h"
+#include "core/timers.h"
 #include "gif/animation_stream.h"
 #include "gif/gif_records.h"
 #include "recorder/engine/recorder_state.h"
@@ -10,6 +12,7 @@
 namespace framereel {
 
 struct Application;
+struct Offscreen;
 
 // A check box of the panel and the option that it stands for.
 struct OptionBox {
@@ -33,6 +36,20 @@ struct Panel {
   OptionBox options[kOptionBoxCount] = {};
 };
 
+// See document.h.
+struct Document {
+  FileRef* file = nullptr;  // where the animation was saved last; null: nowhere yet
+  FileType* type = nullptr; // of every save
+  bool abandoned = false;   // the user has quit, and what is unsaved may go
+};
+
+// The splash and About; see picture_windows.h.
+struct PictureWindow {
+  ChildWindow* window = nullptr; // null: it is not up
+  Offscreen* picture = nullptr;  // loaded when it is first shown, and kept
+  Timer* timer = nullptr;        // its next step, or its end
+};
+
 // Its parts know each other by address, so it stays where it is.
 struct Application {
   RecordingOptions options;
@@ -42,6 +59,8 @@ struct Application {
   AreaState area;
   Settings settings;
   Panel panel;
+  Document document;
+  PictureWindow splash, about;
 };
 
 } // namespace framereel

@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "app/factories.h"
+#include "app/picture_windows.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
@@ -179,12 +180,12 @@ Point RestingPlace(const Panel& panel) {
   return {PinToShort(main->usableTop + kEdgeGap), PinToShort(x)};
 }
 
-void SlideIn(const Panel& panel) {
+void SlideIn(Application& app) {
   MainWindow* main = TheMainWindow();
-  const Point rest = RestingPlace(panel);
+  const Point rest = RestingPlace(app.panel);
   MoveMainWindow(main, PinToShort(main->usableWidth + main->geometry.insetLeft),
                  PinToShort(rest.v + main->geometry.insetTop));
-  SlideFrameStart(rest);
+  SlideFrameStart(rest, CloseSplashSoon, &app);
 }
 
 // ---- What is shown in it -----------------------------------------------------------------------------------------
@@ -265,7 +266,7 @@ void BuildPanel(Application& app) {
   // Client area on client area, so that nothing is seen of the panel's own frame.
   PlaceChildWindow(app.panel.window, main->geometry.insetLeft, main->geometry.insetTop);
   ShowChildWindow(app.panel.window);
-  SlideIn(app.panel);
+  SlideIn(app);
 }
 
 void PanelFit(Panel& panel) {

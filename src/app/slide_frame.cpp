@@ -1,4 +1,4 @@
-// See slide_frame.h.
+// Its steps, and what is left of them.
 #include "app/slide_frame.h"
 
 #include <cstdlib>
@@ -21,6 +21,8 @@ struct SlideState {
   Point remainder; // between the place last asked for and the one that the platform gave
   int32_t stepsLeft;
   Timer* timer;
+  TimerFunction ended;
+  void* argument;
 };
 
 SlideState state;
@@ -34,7 +36,7 @@ void SlideFrameStep(void* argument) {
   }
   const int32_t dx = PinValue(-kStep, state.target.h - main->originX, kStep);
   const int32_t dy = PinValue(-kStep, state.target.v - main->originY, kStep);
-  if ((dx == 0 && dy == 0) || state.stepsLeft-- == 0) return;
+  if ((dx == 0 && dy == 0) || state.stepsLeft-- == 0) return state.ended(state.argument);
   const WindowGeometry& g = main->geometry;
   const int32_t x = main->originX + dx + g.insetLeft - state.remainder.h;
   const int32_t y = main->originY + dy + g.insetTop - state.remainder.v;
@@ -45,10 +47,9 @@ void SlideFrameStep(void* argument) {
 
 } // namespace
 
-void SlideFrameStart(Point target) {
-  SlideFrameCancel();
-  state.target = target;
-  state.remainder = {};
+void SlideFrameStart(Point target, TimerFunction ended, void* argument) {
+  if (state.timer) TimerCancel(state.timer);
+  state = {.target = target, .remainder = {}, .stepsLeft = 0, .timer = nullptr, .ended = ended, .argument = argument};
   const MainWindow* main = TheMainWindow();
   const int32_t way = Maximum(std::abs(target.h - main->originX), std::abs(target.v - main->originY));
   state.stepsLeft = way / kStep + kSpareSteps;
@@ -56,8 +57,10 @@ void SlideFrameStart(Point target) {
 }
 
 void SlideFrameCancel() {
-  if (state.timer) TimerCancel(state.timer);
+  if (!state.timer) return;
+  TimerCancel(state.timer);
   state.timer = nullptr;
+  state.ended(state.argument);
 }
 
 bool SlideFrameIsRunning() {

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "core/geometry.h"
+#include "core/timers.h"
 
 namespace framereel {
 
-// Moves the main window, from where it stands, until its outer corner is at the place on the screen. A slide under way
-// gets the new target.
-void SlideFrameStart(Point target);
+// Moves the main window, from where it stands, until its outer corner is at the place on the screen. Once it has come
+// to rest, there or at SlideFrameCancel, `ended` is called, from a timer's function or from the one that cancels. A
+// slide under way gets the new target.
+void SlideFrameStart(Point target, TimerFunction ended, void* argument);
 // The window stays where it has got to.
 void SlideFrameCancel();
 bool SlideFrameIsRunning();

@@ -1,4 +1,4 @@
-// See keep_animation.h.
+// The two folders, and names that are free in them.
 #include "gif/keep_animation.h"
 
 #include <algorithm>
@@ -6,7 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "gif/save_animation.h"
 
@@ -87,6 +89,26 @@ bool KeepIn(GifWriter& gif, char (&path)[PATH_MAX], int folder, const char* name
   return kept;
 }
 
+bool IsOwnFile(const char* path) {
+  struct stat status;
+  return ::lstat(path, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+}
+
+// In the folder whose path is there already.
+bool FindIn(char (&path)[PATH_MAX], int folder, const char* prefix) {
+  if (folder == 0) return false;
+  DIR* entries = ::opendir(path);
+  if (!entries) return false;
+  bool found = false;
+  while (const dirent* entry = found ? nullptr : ::readdir(entries)) {
+    if (::strncmp(entry->d_name, prefix, ::strlen(prefix)) != 0) continue;
+    const size_t room = sizeof path - size_t(folder);
+    found = size_t(::snprintf(path + folder, room, "%s", entry->d_name)) < room && IsOwnFile(path);
+  }
+  ::closedir(entries);
+  return found;
+}
+
 } // namespace
 
 bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]) {
@@ -94,6 +116,29 @@ bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]) {
   if (separator) name = separator + 1;
   if (!*name) name = "animation.gif";
   return KeepIn(gif, path, DataFolder(path), name) || KeepIn(gif, path, TemporaryFolder(path), name);
+}
+
+bool FindKept(const char* prefix, char (&path)[PATH_MAX]) {
+  return FindIn(path, DataFolder(path), prefix) || FindIn(path, TemporaryFolder(path), prefix);
+}
+
+bool ReadKept(AnimationStream& stream, const char* path) {
+  File file = {nullptr, ::CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr)};
+  if (file.handle == INVALID_HANDLE_VALUE) return false;
+  const uint32_t before = stream.streamSize;
+  char bytes[1 << 16];
+  uint32_t count = sizeof bytes;
+  bool read;
+  while ((read = FileRead(&file, &count, bytes)) && count > 0) {
+    StreamAppend(stream, count, bytes);
+    count = sizeof bytes;
+  }
+  const int error = errno;
+  ::CloseHandle(file.handle);
+  errno = error;
+  if (read && stream.streamSize > before) StreamTruncate(stream, stream.streamSize - 1);
+  return read;
 }
 
 } // namespace framereel

@@ -1,7 +1,7 @@
 // Where an animation goes that could not be saved in its place: the program's folder among the user's data, or else the
 // folder for temporary files.
 //
-// It asks for no memory but what SaveAnimationTo does, so it also serves when there is none left.
+// KeepAnimation asks for no memory but what SaveAnimationTo does, so it also serves when there is none left.
 #pragma once
 
 #include <climits>
@@ -17,5 +17,10 @@ namespace framereel {
 // The user's data are in $XDG_DATA_HOME or ~/.local/share, by the XDG Base Directory Specification 0.8; temporary files
 // in $TMPDIR or /tmp.
 bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]);
+
+// A file of the user's in either folder whose name begins so; false when there is none.
+bool FindKept(const char* prefix, char (&path)[PATH_MAX]);
+// Appends to the stream what a save wrote, without the trailer. False with errno when the file cannot be read.
+bool ReadKept(AnimationStream& stream, const char* path);
 
 } // namespace framereel

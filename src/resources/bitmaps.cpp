@@ -47,8 +47,10 @@ const BitmapResource kBitmaps[] = {
 } // namespace
 
 const BitmapResource* FindBitmapResource(uint16_t id) {
-  for (const BitmapResource& bitmap : kBitmaps) {
-    if (bitmap.id == id) return &bitmap;
+  for (const std::span<const BitmapResource> table : {std::span<const BitmapResource>(kBitmaps), PictureResources()}) {
+    for (const BitmapResource& bitmap : table) {
+      if (bitmap.id == id) return &bitmap;
+    }
   }
   return nullptr;
 }

@@ -1,7 +1,9 @@
-// The numbered bitmaps that the program reads as resources, drawn as text so that a reader sees them.
+// The numbered bitmaps that the program reads as resources: small ones drawn as text so that a reader sees them, larger
+// ones in the folder pictures/.
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 namespace framereel {
 
@@ -14,5 +16,8 @@ struct BitmapResource {
 
 // The bitmap with this number, for the whole run; null when there is none.
 const BitmapResource* FindBitmapResource(uint16_t id);
+
+// Those of the folder: the splash, About, and the signs of alerts. The build writes them (pictures/embed.cmake).
+std::span<const BitmapResource> PictureResources();
 
 } // namespace framereel

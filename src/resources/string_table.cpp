@@ -40,7 +40,7 @@ constexpr StringResource kStrings[] = {
     // The groups of the program's texts (app_strings.h): each names its first and last string.
     {128, "1000 1099"},
     {129, "1100 1171"},
-    {160, "1300 1304"},
+    {160, "1300 1305"},
 
     // File types (core/file_refs.h) in fixed columns: extension from 0, pattern from 4, description from 9.
     {200, "txt .txt Text Files (.TXT)"},
@@ -105,6 +105,12 @@ constexpr StringResource kStrings[] = {
     {1052, "Fake Screen"},
     {1053, "Overlay Border"},
     {1054, "Size: %d%x%d% (%d%x%d%)"},
+    {1055, "The animation could not be saved: %s%."},
+    {1056, "OK"},
+    {1057, "Every file that is saved says:"},
+    {1058,
+     "An animation of %s% (%s%) was kept when Framereel had to end, and has not been saved. Do you wish to save it "
+     "now? If not, it will be deleted."},
     {1060, "Warning!"},
     {1061, "The animation has been changed without saving. %s% Do you wish to proceed?"},
     {1062, "Opening a new animation will destroy the current animation."},
@@ -141,14 +147,18 @@ constexpr StringResource kStrings[] = {
     {1170, "Yes"},
     {1171, "No"},
 
-    // What is shown when memory is exhausted: a message with two buttons, then a second one with its button.
-    {1300, "Framereel has run out of memory and has to quit. The animation that has not been saved will be "
-           "lost."},
+    // What is shown when memory is exhausted: a message with two buttons, then a second one with its button; and the
+    // message for when nothing could be kept.
+    {1300,
+     "Framereel has run out of memory and has to quit. What has not been saved is kept, and the next start offers "
+     "to save it."},
     {1301, "Quit"},
     {1302, "Why?"},
     {1303, "The animation is kept in memory while it is being recorded. A smaller area, a lower frame rate "
            "or a smaller recording size needs less of it."},
     {1304, "Quit"},
+    {1305, "Framereel has run out of memory and has to quit. The animation that has not been saved will be "
+           "lost."},
 };
 
 constexpr bool IsAscending() {

@@ -8,6 +8,7 @@
 #include "app/slide_frame.h"
 #include "core/notices.h"
 #include "platform/records/window_records.h"
+#include "platform/windows/modal.h"
 #include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
 #include "support/allocations.h"
@@ -182,7 +183,7 @@ TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
   }
 }
 
-// The user draws an area, records, opens the system menu, and closes the program.
+// The user draws an area, records, opens the system menu, closes the program, and says yes to whatever it asks.
 void ScriptASession() {
   MemoryAt(500, [] {
     MemoryGiveKeyboard(Frame());
@@ -201,12 +202,19 @@ void ScriptASession() {
   MemoryAt(7000, [] { MemoryTypeKey(VK_F10); });
   MemoryAt(7200, [] { MemoryTypeKey(VK_ESCAPE); });
   CloseAt(7500);
+  for (uint32_t tick = 100; tick < 10000; tick += 100) {
+    MemoryAt(tick, [] {
+      const ChildWindow* modal = GetModalWindow();
+      if (modal && !(modal->flags & kWindowPopup)) MemoryTypeKey(VK_RETURN);
+    });
+  }
 }
 
 size_t ends, badEnds, unnoticed;
 
 TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
   const WorkingFolder folder;
+  ::setenv("XDG_DATA_HOME", folder.path.c_str(), 1);
   for (const bool fails : {false, true}) { // what is made once for all runs is made by the first
     MemoryDisplayReset(640, 480, 24);
     ScriptASession();

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "core/geometry.h"
+#include "core/refusal.h"
 #include "record/options.h"
-#include "record/refusal.h"
 
 namespace framereel {
 

@@ -6,8 +6,8 @@
 #include <cstdio>
 
 #include "core/standard_streams.h"
+#include "gif/output_file.h"
 #include "record/options.h"
-#include "record/output_file.h"
 #include "record/progress.h"
 #include "record/recording.h"
 #include "record/signals.h"

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "record/refusal.h"
+#include "core/refusal.h"
 #include "recorder/engine/recorder_state.h"
 
 namespace framereel {

@@ -37,7 +37,7 @@ RecordingEnd TakeTick(Recording& recording) {
   ++recording.ticks;
   if (ScreenIsLost()) return RecordingEnd::kScreenLost;
   recording.frames = recorder.frameCount;
-  recording.frameBytes = recorder.stream->streamSize;
+  recording.frameBytes = recorder.frameBytes;
   return RecordingEnd::kComplete;
 }
 

@@ -119,13 +119,16 @@ void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
     recorder.animationStarted = true;
     recorder.animationFormat = recorder.screenFormat;
   }
-  if (ProcessFrame(recorder, recorder.frameCount == 0, grab)) ++recorder.frameCount;
+  if (ProcessFrame(recorder, recorder.frameCount == 0, grab)) {
+    ++recorder.frameCount;
+    recorder.frameBytes = recorder.stream->streamSize;
+  }
   recorder.captureBusy = false;
 }
 
 void RecorderReset(RecorderState& recorder) {
   if (!recorder.animationStarted) return;
-  recorder.frameCount = 0;
+  recorder.frameCount = recorder.frameBytes = 0;
   recorder.shownFrameCount = -1;
   recorder.animationStarted = false;
   RecorderShowStatus(recorder);

@@ -116,6 +116,7 @@ struct RecorderState {
   PixelFormat animationFormat = kFormatNone; // kFormatNone: there is no animation
   ScreenStatus screenStatus = kScreenFine;
   uint32_t frameCount = 0;      // frames in the stream
+  uint32_t frameBytes = 0;      // the stream's size with the last of them whole; another may be under way behind it
   int32_t shownFrameCount = -1; // the count that the status line shows
 
   // What is to be recorded, in screen pixels, inside the screen. Read at the first frame.

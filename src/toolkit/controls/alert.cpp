@@ -112,10 +112,15 @@ void StoreAnswer(void* answer, bool first) {
 ChildWindow* AlertBuild(MainWindow* parent, const char* title, uint16_t picture, const char* message, const char* first,
                         const char* second, void (*answered)(void* argument, bool first), void* argument) {
   auto* state = static_cast<AlertState*>(MemAlloc(sizeof(AlertState)));
+  if (!state) return nullptr;
   *state = {};
   state->answered = answered;
   state->argument = argument;
   ChildWindow* window = OpenChildWindow(parent, title ? title : "", kWindowModal | kWindowFilled | kWindowUnclamped);
+  if (!window) {
+    MemFree(state);
+    return nullptr;
+  }
   state->window = window;
   window->userData = state;
   window->background = ViewBackground(nullptr);
@@ -130,8 +135,15 @@ bool AlertAsk(MainWindow* parent, const char* title, uint16_t picture, const cha
               const char* second) {
   bool answer = false;
   ChildWindow* window = AlertBuild(parent, title, picture, message, first, second, StoreAnswer, &answer);
+  if (!window) return answer;
   ShowChildWindow(window);
   RunModalLoop(window, false);
+  // All loops have been ended around it.
+  if (!(window->flags & kWindowClosed)) {
+    void* state = window->userData;
+    CloseChildWindow(window);
+    MemFree(state);
+  }
   return answer;
 }
 

@@ -1,4 +1,4 @@
-// Why the command refuses or fails, as one line for the user. Whoever notices writes it; command.cpp shows it.
+// Why something is refused or has failed, as one line for the user. Whoever notices writes it; who was asked shows it.
 #pragma once
 
 #include <climits>

@@ -1,5 +1,5 @@
 // Files appear whole or not at all, whatever the place and the disk are like.
-#include "record/output_file.h"
+#include "gif/output_file.h"
 
 #include <gtest/gtest.h>
 
@@ -45,14 +45,10 @@ GifWriter& Animation(size_t length = 3) {
   return gif;
 }
 
-// Finds, opens and saves; "" or the reason against it.
+// "" or the reason against it.
 std::string Save(const std::string& name, GifWriter& gif = Animation()) {
-  OutputFile output;
   Refusal refusal = {};
-  const bool saved =
-      OutputFind(output, name.c_str(), refusal) && OutputOpen(output, refusal) && OutputSave(output, gif, refusal);
-  OutputDiscard(output);
-  return saved ? "" : refusal.text;
+  return SaveAnimationAs(gif, name.c_str(), refusal) ? "" : refusal.text;
 }
 
 // The same into the folder, by a name in it; the reason without "cannot write" and the place.
@@ -66,6 +62,7 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
     const TemporaryFolder folder;
     const std::string place = folder / "a.gif";
     if (older != "") WriteWholeFile(place, older);
+    if (older != "") fs::permissions(place, fs::perms(0604));
     const size_t entries = folder.EntryCount();
     for (const bool saves : {false, true}) {
       OutputFile output, another;
@@ -84,7 +81,7 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
       EXPECT_EQ(ReadWholeFile(place), saves ? "GIF;" : older);
       EXPECT_EQ(folder.EntryCount(), saves ? 1 : entries);
     }
-    EXPECT_EQ(fs::status(place).permissions(), fs::perms(0640));
+    EXPECT_EQ(fs::status(place).permissions(), fs::perms(older != "" ? 0604 : 0640));
   }
 }
 
@@ -126,7 +123,11 @@ TEST(OutputFile, RefusesPlacesWhereNoFileCanBe) {
   const TemporaryFolder folder;
   WriteWholeFile(folder / "file", "");
   const std::string directory = "; FILE names the file in it, too";
-  EXPECT_EQ(Save(folder.path), folder.path + " is a directory" + directory);
+  EXPECT_EQ(Save(folder.path), folder.path + " is not a file");
+  OutputFile output;
+  Refusal refusal = {};
+  EXPECT_FALSE(OutputFind(output, folder.path.c_str(), refusal));
+  EXPECT_EQ(refusal.text, folder.path + " is a directory" + directory);
   EXPECT_EQ(Save(folder / "new/"), (folder / "new/") + " is the name of a directory" + directory);
   EXPECT_EQ(SaveIn(folder, "none/a"), "No such file or directory");
   EXPECT_EQ(SaveIn(folder, "file/a"), "Not a directory");

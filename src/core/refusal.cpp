@@ -1,5 +1,5 @@
-// See refusal.h.
-#include "record/refusal.h"
+// Writing the line.
+#include "core/refusal.h"
 
 #include <cstdarg>
 #include <cstdio>

@@ -1,5 +1,5 @@
-// See output_file.h.
-#include "record/output_file.h"
+// Finding the place, the temporary file with the rights of what it replaces, and the one step.
+#include "gif/output_file.h"
 
 #include "gif/save_animation.h"
 
@@ -79,7 +79,31 @@ bool FindExisting(OutputFile& output, const char* name, const struct stat& statu
   // Replacing needs no right to the file itself, but one that is protected is not meant to be replaced.
   const bool writable = ::faccessat(AT_FDCWD, name, W_OK, AT_EACCESS) == 0;
   if (!writable || !::realpath(name, output.path)) return RefuseFor(refusal, name, errno);
+  output.replaces = true;
+  output.mode = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+  output.owner = status.st_uid;
+  output.group = status.st_gid;
   return true;
+}
+
+// Readable by its owner alone until it has the rights of the file that it replaces.
+HANDLE CreateTemporary(const OutputFile& output) {
+  const mode_t mask = output.replaces ? ::umask(S_IRWXG | S_IRWXO) : 0;
+  const HANDLE handle =
+      ::CreateFileA(output.temporary, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const int error = errno;
+  if (output.replaces) ::umask(mask);
+  errno = error;
+  return handle;
+}
+
+void TakeRights(const OutputFile& output) {
+  mode_t mode = output.mode;
+  if (::lchown(output.temporary, output.owner, output.group) != 0) {
+    const mode_t others = mode & S_IRWXO;
+    mode = (mode & ~mode_t{S_IRWXG}) | (mode & others << 3);
+  }
+  ::chmod(output.temporary, mode);
 }
 
 // Brings the bytes to the disk and closes the file. False with errno when it reports that they did not all arrive.
@@ -123,12 +147,13 @@ bool OutputOpen(OutputFile& output, Refusal& refusal) {
       errno = ENAMETOOLONG;
       break;
     }
-    handle = ::CreateFileA(output.temporary, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    handle = CreateTemporary(output);
   }
   if (handle == INVALID_HANDLE_VALUE) {
     output.temporary[0] = 0;
     return RefuseFor(refusal, output.path, errno);
   }
+  if (output.replaces) TakeRights(output);
   output.file.handle = handle;
   output.flush = true;
   return true;
@@ -152,6 +177,16 @@ void OutputDiscard(OutputFile& output) {
   }
   if (output.temporary[0]) ::DeleteFileA(output.temporary);
   output.temporary[0] = 0;
+}
+
+bool SaveAnimationAs(GifWriter& gif, const char* path, Refusal& refusal) {
+  struct stat status;
+  if (::stat(path, &status) == 0 && !S_ISREG(status.st_mode)) return Refuse(refusal, "%s is not a file", path);
+  OutputFile output;
+  const bool saved =
+      OutputFind(output, path, refusal) && OutputOpen(output, refusal) && OutputSave(output, gif, refusal);
+  OutputDiscard(output);
+  return saved;
 }
 
 } // namespace framereel
