@@ -55,7 +55,7 @@ protected:
   void Run(const std::function<bool()>& holds, std::source_location where = std::source_location::current()) {
     for (int pass = 0; !holds(); ++pass) {
       ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line() << ", wrong at " << wrong.x << ","
-                               << wrong.y;
+                                 << wrong.y;
       PumpOneEvent(nullptr, true);
     }
   }
@@ -119,6 +119,29 @@ protected:
     Button(1, true);
     Button(1, false);
   }
+  void Press(KeySym letter) {
+    Key(XK_Control_L, true);
+    Type(CodeOf(letter));
+    Key(XK_Control_L, false);
+  }
+  // Types in each window once it has the keyboard, whichever loop is at work.
+  struct Turn {
+    std::string window, keys;
+  };
+  void TypeInTurn(std::vector<Turn> all) {
+    turns = std::move(all);
+    TimerSchedule(TakeTurn, this, 0);
+  }
+  static void TakeTurn(void* argument) {
+    auto& test = *static_cast<X11Program*>(argument);
+    char title[100] = "";
+    ::GetWindowTextA(::GetParent(::GetFocus()), title, sizeof title);
+    if (test.turns[0].window == title) {
+      for (const char key : test.turns[0].keys) test.Type(test.CodeOf(key == '\r' ? XK_Return : KeySym(key)));
+      test.turns.erase(test.turns.begin());
+    }
+    if (!test.turns.empty()) TimerSchedule(TakeTurn, argument, 20);
+  }
   void DrawTheArea() {
     Run([] { return !SlideFrameIsRunning(); });
     Click(app.panel.selectButton);
@@ -137,6 +160,7 @@ protected:
   Window scene = None;
   POINT wrong = {-1, -1}; // on the screen, as SceneStands saw it last
   GC drawing = nullptr;
+  std::vector<Turn> turns;
 };
 
 TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) {
@@ -173,6 +197,20 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   Click(app.panel.stopButton);
   Run([&] { return !app.recorder.control.recording; });
   EXPECT_EQ(Composite(ReadGif(FileBytes(app.stream)), 0), SceneInTheFile(0));
+
+  // By keys, with the extension that the dialog puts behind the name.
+  ::setenv("HOME", folder.path.c_str(), 1);
+  Press(XK_s);
+  TypeInTurn({{"Save File", "clip\r"}, {"Mising Extension", "\r"}, {"Save File", "\r"}});
+  Run([&] {
+    Window focus = None;
+    int revert;
+    XGetInputFocus(artist.display, &focus, &revert);
+    return app.document.file && focus > PointerRoot && Text(focus, "WM_NAME") == "Framereel - clip";
+  });
+  EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), SceneInTheFile(0));
+  Press(XK_q);
+  Run([&] { return app.document.abandoned; }); // without a question
 }
 
 TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {

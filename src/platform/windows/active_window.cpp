@@ -39,10 +39,11 @@ void TellActive(ChildWindow* window, bool active) {
   (active ? ActivatedStep : DeactivatedStep)(window);
 }
 
+// Popups and palettes float above the one that is at work, and so does a picture such as the splash.
 ChildWindow* TopDesktopWindow() {
   const HWND top = ::GetTopWindow(nullptr);
   ChildWindow* window = ::IsWindowVisible(top) ? FindChildWindow(top) : nullptr;
-  return window && !(window->flags & (kWindowPalette | kWindowPopup)) ? window : nullptr;
+  return window && !(window->flags & (kWindowPalette | kWindowPopup | kWindowLoosePopup)) ? window : nullptr;
 }
 
 ChildWindow* ChooseActiveWindow() {
