@@ -73,7 +73,7 @@ inline constexpr UINT MB_DEFBUTTON3 = 0x200;
 inline constexpr UINT MB_TASKMODAL = 0x2000; // all windows of the program are disabled, whatever the owner
 
 // Shows the text, its lines ended by LF and broken where they are too long, above the owner or, for null, above the
-// window that is active; answers the id of the button pressed. Escape and the close box are Cancel, or OK where that is
-// the one button; a question of Yes and No has to be answered, and neither does anything. 0 when there is no window to
-// be had; when it ends by itself as a dialog does, the answer is that of Escape, or 0.
+// window that is active; answers the id of the button pressed. Escape and the close box are Cancel, else No, or OK
+// where that is the one button; else they do nothing. 0 when there is no window to be had; when it ends by itself as a
+// dialog does, the answer is that of Escape, or 0.
 int MessageBoxA(HWND owner, const char* text, const char* title, UINT flags);

@@ -63,8 +63,8 @@ TEST(AppStrings, NumbersLeadToTheTextsOfTheirGroup) {
   EXPECT_STREQ(AppString(25), "");
   for (uint16_t n : {172, 199, 200, 3200, 3204, 65'535, 172}) EXPECT_STREQ(AppString(n), "IJString Error") << n;
   EXPECT_EQ(AppString(23), text);
-  for (uint16_t n = 0; n < 5; ++n) EXPECT_GT(StrLength(AppAlertString(n)), 0u) << n;
-  EXPECT_STREQ(AppAlertString(5), "IJString Error");
+  for (uint16_t n = 0; n < 6; ++n) EXPECT_GT(StrLength(AppAlertString(n)), 0u) << n;
+  EXPECT_STREQ(AppAlertString(6), "IJString Error");
 }
 
 TEST(StringResources, FitTheirBufferOrAreCut) {

@@ -5,8 +5,6 @@
 #include <vector>
 
 #include "fuzz/user.h"
-#include "recorder/control/recording_control.h"
-#include "recorder/engine/recorder_core.h"
 #include "support/window_program.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/stack.h"
@@ -218,28 +216,47 @@ void ChangeColours(User& user) {
   user.mixture.coloursChanged = true;
 }
 
-// ---- The panel ----------------------------------------------------------------------------------------------------
+// ---- The document -------------------------------------------------------------------------------------------------
 
-// During a selection the backdrop has the mouse, and a minimised panel has nothing to press.
-void PressOnPanel(User& user, std::function<void(User&)> act) {
-  WishFor(user, [act = std::move(act)](User& wisher) {
-    if (!wisher.app.area.backdrop && OurWindow() && !OurWindow()->minimised) act(wisher);
-  });
+void TypeWithCtrl(uint8_t letter) {
+  MemoryGiveKeyboard(OurWindow());
+  MemoryPressKey(VK_CONTROL);
+  MemoryTypeKey(letter);
+  MemoryReleaseKey(VK_CONTROL);
+}
+
+// To whatever has been asked by then.
+void Answer(User& user) {
+  const uint8_t key = user.dice.OneIn(3) ? VK_ESCAPE : VK_RETURN;
+  Tell(user, ", says %s in a while", key == VK_RETURN ? "yes" : "no");
+  At(user, AWhile(user), [=](User&) { MemoryTypeKey(key); });
 }
 
 void Save(User& user) {
-  PressOnPanel(user, [](User& u) {
-    RecorderStop(u.app.recorder);
-    CheckAnimation(u, false);
-  });
+  TypeWithCtrl('S');
+  const std::string name = "clip" + std::to_string(user.dice.Below(3)) + ".gif";
+  if (!user.dice.OneIn(4)) At(user, AWhile(user), [=](User&) { MemoryTypeText(name); });
+  for (int32_t answers = user.dice.Below(4); answers > 0; --answers) Answer(user);
 }
 
 void New(User& user) {
-  PressOnPanel(user, [](User& u) {
-    RecorderThaw(u.app.recorder);
-    StreamClear(u.app.stream);
-    RecorderReset(u.app.recorder);
-  });
+  TypeWithCtrl('N');
+  Answer(user);
+}
+
+void Quit(User& user) {
+  TypeWithCtrl('Q');
+  if (!user.dice.OneIn(4)) At(user, AWhile(user), [](User&) { MemoryTypeKey(VK_ESCAPE); });
+}
+
+void OpenMenu(User& user) {
+  static constexpr uint8_t kKeys[] = {VK_DOWN, VK_UP, VK_LEFT, VK_RIGHT, VK_RETURN, VK_ESCAPE, 'A', 'S'};
+  MemoryGiveKeyboard(OurWindow());
+  MemoryTypeKey(VK_F10);
+  for (int32_t keys = user.dice.Below(6); keys > 0; --keys) {
+    const uint8_t key = user.dice.OneOf(kKeys);
+    At(user, AWhile(user), [=](User&) { MemoryTypeKey(key); });
+  }
 }
 
 // ---- The table ----------------------------------------------------------------------------------------------------
@@ -317,8 +334,10 @@ constexpr Deed kDeeds[] = {
     {1, "changes the palette", ChangeColours},
 
     {25, "uses the panel", UsePanel},
-    {1, "saves", Save},
+    {4, "saves", Save},
     {2, "asks for a new animation", New},
+    {1, "quits, perhaps", Quit},
+    {3, "opens a menu", OpenMenu},
 };
 
 const Deed& AnyDeed(User& user) {
@@ -366,7 +385,10 @@ void DoSomething(User& user) {
 }
 
 DisplayWindow* OurWindow() {
-  return MemoryWindowTitled("Framereel");
+  for (const auto& window : TheMemoryDesktop().windows) {
+    if (window->ours && window->role == WindowRole::kMain) return window.get();
+  }
+  return nullptr;
 }
 
 void LetGo() {

@@ -63,10 +63,12 @@ int32_t WindowsOfOurs() {
 
 // ---- How it ends --------------------------------------------------------------------------------------------------
 
-// A menu may be open, or a window at the pointer: letting go and Escape get out of all that.
+// A menu may be open, a question, or a window at the pointer: letting go and Escape get out of all that.
 void Escape() {
   LetGo();
-  if (DisplayWindow* ours = OurWindow()) MemoryGiveKeyboard(ours);
+  DisplayWindow* ours = OurWindow();
+  if (ours && ours->minimised) MemoryMinimiseWindow(ours, false);
+  if (ours) MemoryGiveKeyboard(ours);
   MemoryTypeKey(VK_ESCAPE);
 }
 
@@ -74,6 +76,9 @@ void Close(User& user, uint32_t patience) {
   Expect(user, patience > 0, "the program does not end");
   if (patience < kPatience) Escape();
   if (DisplayWindow* ours = OurWindow()) MemoryAskToClose(ours);
+  At(user, 500, [](User&) {
+    if (MemoryWindowTitled("Warning!")) MemoryTypeKey(VK_RETURN); // what is unsaved may go
+  });
   At(user, 1000, [=](User& u) { Close(u, patience - 1000); });
 }
 
@@ -126,16 +131,15 @@ void GrabAndCheck(User& user) {
 
 // Ends what is under way, one after the other, and looks at what is left.
 void ComeToRest(User& user) {
-  if (OurWindow() && OurWindow()->minimised) MemoryMinimiseWindow(OurWindow(), false);
-  for (uint32_t i = 0; i < 5; ++i) At(user, i * 200, [](User&) { Escape(); });
-  At(user, 1500, [](User& u) { WishFor(u, EndAll); });
-  At(user, 8000, [](User& u) {
+  for (uint32_t i = 0; i < 14; ++i) At(user, i * 500, [](User&) { Escape(); }); // he may have more in mind
+  At(user, 7500, [](User& u) { WishFor(u, EndAll); });
+  At(user, 14000, [](User& u) {
     ExpectRest(u);
     At(u, 300, [before = PaintAll()](User& later) { ExpectSameScreen(later, before); });
   });
-  At(user, 8500, ExpectALivePanel);
-  At(user, 9000, [](User& u) { WishFor(u, GrabAndCheck); });
-  At(user, 10000, [](User& u) { Close(u, kPatience); });
+  At(user, 14500, ExpectALivePanel);
+  At(user, 15000, [](User& u) { WishFor(u, GrabAndCheck); });
+  At(user, 16000, [](User& u) { Close(u, kPatience); });
 }
 
 void Finish(User& user) {
@@ -168,7 +172,6 @@ void Run(User& user) {
   TheMemoryDisplay().script.clear();
   CheckAnimation(user, false);
   ApplicationEnd(user.app);
-  Expect(user, !TimerPending(), "a timer outlives the application");
 }
 
 void Round(uint32_t seed) {
@@ -185,6 +188,7 @@ void Round(uint32_t seed) {
   Tell(user, "seed %u, %dx%d, %d bits", seed, display.width, display.height, display.layout.depth);
   Run(user);
   PlatformShutdown();
+  Expect(user, !TimerPending(), "a timer outlives the program");
   if (!display.lost) {
     Expect(user, WindowsOfOurs() == 0, "a window outlives the program");
     const std::vector<uint32_t> before = PaintAll();
@@ -211,5 +215,6 @@ void framereel::Expect(const User& user, bool holds, const std::string& what) {
 
 int main(int count, char** arguments) {
   const framereel::WorkingFolder folder;
+  ::setenv("HOME", folder.path.c_str(), 1);
   return framereel::RunRounds(count, arguments, folder.path, framereel::Round);
 }

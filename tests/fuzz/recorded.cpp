@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "app/document.h"
+#include "core/strings.h"
 #include "fuzz/user.h"
 #include "gif/save_animation.h"
 #include "support/gif_reader.h"
@@ -80,6 +82,16 @@ void ExpectTheScreen(const User& user, const GifPicture& gif) {
   }
 }
 
+// What counts as saved is in the document's file.
+void ExpectSaved(const User& user, const std::vector<uint8_t>& bytes) {
+  const FileRef* file = user.app.document.file;
+  if (!file || IsUnsaved(user.app)) return;
+  char* path = FileRefPath(file);
+  const std::string saved = ReadWholeFile(path);
+  StrFree(path);
+  Expect(user, saved == std::string(bytes.begin(), bytes.end()), "the document's file is another one");
+}
+
 } // namespace
 
 void LookAtWindows(User& user) {
@@ -104,7 +116,9 @@ void CheckAnimation(User& user, bool screenIsRecorded) {
   Expect(user, (size != 0) == recorder.animationStarted, "there are bytes without an animation");
   Expect(user, !screenIsRecorded || recorder.frameCount > 0, "a grab gives no frame");
   if (size == 0) return;
-  const GifPicture gif = ReadGif(Saved(user));
+  const std::vector<uint8_t> bytes = Saved(user);
+  ExpectSaved(user, bytes);
+  const GifPicture gif = ReadGif(bytes);
   Expect(user, user.app.stream.streamSize == size, "the stream is not what it was before the save");
   Expect(user, gif.error.empty(), "the animation cannot be read: " + gif.error);
   Expect(user, gif.frames.size() == recorder.frameCount, "the animation has another count of frames");

@@ -99,7 +99,8 @@ void SuspendActivation() {
 
 void ResumeActivation() {
   state.suspended = false;
-  if (state.active) TellActive(state.active, true);
+  if (state.active) return TellActive(state.active, true);
+  EvaluateActiveWindow(); // the program has been left and come back to meanwhile
 }
 
 void CheckActiveState() {

@@ -67,6 +67,10 @@ void DestroyMainWindow() {
   *main = {};
 }
 
+void RestoreMainWindow() {
+  if (MainIsIconic(nullptr)) ::ShowWindow(TheMainWindow()->window, SW_RESTORE);
+}
+
 void SetMainWindowTitle(MainWindow* main, const char* title) {
   ::SetWindowTextA(MainOr(main)->window, title);
 }

@@ -12,6 +12,8 @@ namespace framereel {
 bool CreateMainWindow(HINSTANCE instance, int showCommand);
 // Destroys it; the record is as before CreateMainWindow.
 void DestroyMainWindow();
+// Brings it back if it is minimised, and with it the windows that it owns.
+void RestoreMainWindow();
 void SetMainWindowTitle(MainWindow* main, const char* title);
 
 } // namespace framereel

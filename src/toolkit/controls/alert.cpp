@@ -7,6 +7,7 @@
 #include "platform/drawing/standard_drawing.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/child_window.h"
+#include "platform/windows/main_window.h"
 #include "platform/windows/window_geometry.h"
 #include "toolkit/controls/picture_view.h"
 #include "toolkit/controls/push_button.h"
@@ -136,6 +137,7 @@ bool AlertAsk(MainWindow* parent, const char* title, uint16_t picture, const cha
   bool answer = false;
   ChildWindow* window = AlertBuild(parent, title, picture, message, first, second, StoreAnswer, &answer);
   if (!window) return answer;
+  RestoreMainWindow(); // over a minimised program nobody would see it
   ShowChildWindow(window);
   RunModalLoop(window, false);
   // All loops have been ended around it.

@@ -1,5 +1,6 @@
 // Message boxes: dialogs that are laid out round their text.
 #include <algorithm>
+#include <initializer_list>
 
 #include "win32/controls/control_base.h"
 #include "win32/controls/static.h"
@@ -58,8 +59,10 @@ WORD PictureOf(UINT flags) {
 // What Escape and the close box answer; 0 for nothing.
 int EscapeOf(UINT flags) {
   const ButtonKind(&buttons)[kMostButtons] = ButtonsOf(flags);
-  for (const ButtonKind& button : buttons) {
-    if (button.id == IDCANCEL) return IDCANCEL;
+  for (const int way : {IDCANCEL, IDNO}) {
+    for (const ButtonKind& button : buttons) {
+      if (button.id == way) return way;
+    }
   }
   return buttons[1].id ? 0 : buttons[0].id;
 }

@@ -137,7 +137,8 @@ void SettleKeyboard() {
   if (system.askedFor && DisplayTick() - system.askedAt < kAnswerMs) return;
   system.askedFor = nullptr;
   const HWND holder = system.keyboardAt ? TopLevelOf(system.keyboardAt) : nullptr;
-  if (holder && (!system.hasKeyboard || holder != system.active)) {
+  // One that has been disabled, or minimised, meanwhile gives way as soon as there is who stands in for it.
+  if (holder && (!system.hasKeyboard || holder != system.active || !CanBeActive(holder))) {
     KeyboardCame(holder);
   } else if (!holder && system.hasKeyboard) {
     KeyboardWent();
