@@ -1,4 +1,4 @@
-// See command_line.h.
+// The two answers, and the complaint about anything else.
 #include "app/command_line.h"
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// See end_signals.h.
+// Handlers that do no more than end the loops and note the number.
 #include "app/end_signals.h"
 
 #include <csignal>

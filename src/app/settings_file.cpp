@@ -1,4 +1,4 @@
-// See settings_file.h. A new setting is a row of kSettings.
+// A new setting is a row of kSettings.
 #include "app/settings_file.h"
 
 #include "area/area.h"

@@ -1,4 +1,4 @@
-// See ants.h. A phase p, 0 to 7, says which pixels of the line are inverted: those where (x + y - p) modulo 8 is 4 to
+// A phase p, 0 to 7, says which pixels of the line are inverted: those where (x + y - p) modulo 8 is 4 to
 // 7, in screen coordinates. The drawing layer has a pattern for each of the eight diagonals.
 #include "area/ants.h"
 

@@ -1,4 +1,4 @@
-// See area_geometry.h.
+// One axis at a time: how far a span grows to hold whole blocks, and which way.
 #include "area/area_geometry.h"
 
 #include "recorder/engine/recorder_state.h"

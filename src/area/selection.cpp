@@ -1,4 +1,4 @@
-// See selection.h.
+// The cover, the corner that stays and the one that follows, and what ends it.
 #include "area/selection.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// See window_picking.h.
+// The search for the window under the pointer, deepest child first, and the tick that moves the outline to it.
 #include "area/window_picking.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// See app_strings.h. A list of texts comes in groups of a hundred. Each group is named by a string resource, "1000
+// A list of texts comes in groups of a hundred. Each group is named by a string resource, "1000
 // 1099", that tells which string resources hold its texts, so a text's resource does not follow from its number
 // alone.
 #include "core/app_strings.h"

@@ -1,4 +1,4 @@
-// See arrays.h. The three arrays that are resized at each change share their mechanics as the two templates on top.
+// The three arrays that are resized at each change share their mechanics as the two templates on top.
 #include "core/arrays.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// See directives.h.
+// Reading a directive: its letter, size letter, padding and widths.
 #include "core/directives.h"
 
 #include <cstring>

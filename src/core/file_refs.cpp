@@ -1,4 +1,4 @@
-// See file_refs.h. Here the names and types; the operations on open files stand at the end.
+// Here the names and types; the operations on open files stand at the end.
 #include "core/file_refs.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-// See list.h. Every change goes through InsertBetween and ListRemove.
+// Every change goes through InsertBetween and ListRemove.
 #include "core/list.h"
 
 #include "core/memory.h"

@@ -1,4 +1,4 @@
-// See memory.h. The exhaustion path is FatalExit; MemAlloc and MemRealloc take it once.
+// The exhaustion path is FatalExit; MemAlloc and MemRealloc take it once.
 #include "core/memory.h"
 
 #include <cassert>

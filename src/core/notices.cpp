@@ -1,4 +1,4 @@
-// See notices.h.
+// The two lists of listeners, and the flag that the second one is about.
 #include "core/notices.h"
 
 #include <cstring>

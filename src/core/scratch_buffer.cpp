@@ -1,4 +1,4 @@
-// See scratch_buffer.h.
+// A block for each slot, which only grows.
 #include "core/scratch_buffer.h"
 
 #include "core/memory.h"

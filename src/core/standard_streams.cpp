@@ -1,4 +1,4 @@
-// See standard_streams.h.
+// Descriptors that were closed get /dev/null, and a full disk is noticed ahead of the exit.
 #include "core/standard_streams.h"
 
 #include <cstdio>

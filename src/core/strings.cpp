@@ -1,4 +1,4 @@
-// See strings.h.
+// Byte by byte; what is new comes from MemAlloc.
 #include "core/strings.h"
 
 #include <cstdarg>

@@ -1,4 +1,4 @@
-// See system_kind.h.
+// By the version that the platform tells.
 #include "core/system_kind.h"
 
 #include "win32/win32.h"

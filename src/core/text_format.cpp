@@ -1,4 +1,4 @@
-// See text_format.h. One writer serves both passes: without a buffer it only counts, so that the measure of a text
+// One writer serves both passes: without a buffer it only counts, so that the measure of a text
 // is what is then written. A new conversion is a function and a row of Convert.
 #include "core/text_format.h"
 

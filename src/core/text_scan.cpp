@@ -1,4 +1,4 @@
-// See text_scan.h. A new conversion is a function and a row of Convert.
+// A new conversion is a function and a row of Convert.
 #include "core/text_scan.h"
 
 #include <cstdarg>

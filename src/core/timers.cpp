@@ -1,4 +1,4 @@
-// See timers.h. The list is ordered by `when` as a signed number. Across a wrap of the tick source that order and
+// The list is ordered by `when` as a signed number. Across a wrap of the tick source that order and
 // the order in time part; `lastTick` tells the two eras apart.
 #include "core/timers.h"
 

@@ -1,4 +1,4 @@
-// See toolkit_init.h.
+// What has to stand before anything else, in its order.
 #include "core/toolkit_init.h"
 
 #include "core/app_strings.h"

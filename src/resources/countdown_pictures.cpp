@@ -1,4 +1,4 @@
-// See countdown_pictures.h.
+// The rows of the four pictures.
 #include "resources/countdown_pictures.h"
 
 namespace framereel {

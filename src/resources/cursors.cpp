@@ -1,4 +1,4 @@
-// See cursors.h.
+// The rows of the three cursors.
 #include "resources/cursors.h"
 
 namespace framereel {

@@ -1,4 +1,4 @@
-// See capture_area.h.
+// Cutting each axis to the screen.
 #include "record/capture_area.h"
 
 #include <algorithm>

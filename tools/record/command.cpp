@@ -1,4 +1,4 @@
-// See command.h.
+// The steps in their order, and for each failure its message and what is saved all the same.
 #include "record/command.h"
 
 #include <cerrno>

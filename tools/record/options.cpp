@@ -1,4 +1,4 @@
-// See options.h. kOptions is the table of all options; a Take function stands for each kind of value.
+// kOptions is the table of all options; a Take function stands for each kind of value.
 #include "record/options.h"
 
 #include <charconv>

@@ -1,4 +1,4 @@
-// See progress.h.
+// Formatting times, sizes and the bar, and drawing the line over itself.
 #include "record/progress.h"
 
 #include <algorithm>

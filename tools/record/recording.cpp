@@ -1,4 +1,4 @@
-// See recording.h.
+// Ticks at multiples of the delay; those that come too late are counted and left out.
 #include "record/recording.h"
 
 #include <algorithm>

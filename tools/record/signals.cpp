@@ -1,4 +1,4 @@
-// See signals.h.
+// Signals are blocked but while it waits, so that none is lost between a look and a wait.
 #include "record/signals.h"
 
 #include <cerrno>

@@ -1,4 +1,4 @@
-// See countdown.h.
+// Keeping what a picture covers, drawing it, and putting back what still shows it.
 //
 // savedScreen is the screen as it would be without the picture. Whenever a picture is about to change, the screen is
 // looked at: a pixel that shows something else than the picture has been painted by another program, and is what the

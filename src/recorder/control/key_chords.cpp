@@ -1,4 +1,4 @@
-// See key_chords.h.
+// The keys as bits, and which change of them is a chord.
 #include "recorder/control/key_chords.h"
 
 #include "win32/win32.h"

@@ -1,4 +1,4 @@
-// See control.h.
+// The one timer and its three functions, and the actions behind the buttons and the chords.
 #include "recorder/control/recording_control.h"
 
 #include "core/timers.h"

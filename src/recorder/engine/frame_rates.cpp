@@ -1,4 +1,4 @@
-// See frame_rates.h.
+// The table of rates, from slow to fast, and the search down it.
 #include "recorder/engine/frame_rates.h"
 
 namespace framereel {

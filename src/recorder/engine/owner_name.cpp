@@ -1,4 +1,4 @@
-// See owner_name.h.
+// By the system's list of users, then by the environment.
 #include "recorder/engine/owner_name.h"
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// See exhaustion.h.
+// The process's new-handler is called as a failed new would call it.
 #include "win32/pixels/exhaustion.h"
 
 #include <cstdlib>
