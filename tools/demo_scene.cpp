@@ -81,7 +81,7 @@ void PrepareText(Scene* scene) {
   Display* d = scene->display;
   XFontStruct* font = XLoadQueryFont(d, "fixed");
   if (!font) Fail("the X server has no font \"fixed\"");
-  int length = static_cast<int>(std::strlen(kText));
+  int length = int(std::strlen(kText));
   int width = XTextWidth(font, kText, length);
   int height = font->ascent + font->descent;
 
@@ -154,7 +154,7 @@ Scene OpenScene() {
 int Bounce(int64_t distance, int range) {
   if (range <= 0) return 0;
   int64_t place = distance % (2 * int64_t{range});
-  return static_cast<int>(place <= range ? place : 2 * int64_t{range} - place);
+  return int(place <= range ? place : 2 * int64_t{range} - place);
 }
 
 XRectangle BoxAt(const Scene& scene, int64_t step) {
@@ -186,7 +186,7 @@ void ShowStep(Scene* scene, int64_t step) {
   scene->box = BoxAt(*scene, step);
   Copy(*scene, scene->background, scene->canvas, before);
   Copy(*scene, scene->background, scene->canvas, scene->band);
-  int shift = static_cast<int>(step * kTextPixelsPerStep % scene->textWidth);
+  int shift = int(step * kTextPixelsPerStep % scene->textWidth);
   XSetTSOrigin(scene->display, scene->text, -shift, scene->band.y);
   XFillRectangles(scene->display, scene->canvas, scene->text, &scene->band, 1);
   PaintBox(*scene);
@@ -207,7 +207,7 @@ int64_t Nanoseconds() {
   for (;;) {
     int64_t step = (Nanoseconds() - start) / kStepNanoseconds + 1;
     int64_t due = start + step * kStepNanoseconds;
-    timespec until = {static_cast<time_t>(due / 1'000'000'000), static_cast<long>(due % 1'000'000'000)};
+    timespec until = {static_cast<time_t>(due / 1'000'000'000), long(due % 1'000'000'000)};
     while (::clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) {
     }
     ShowStep(scene, step);
@@ -229,8 +229,8 @@ int ReadyDescriptor(int argc, char** argv) {
     std::fprintf(stderr, "usage: framereel-demo-scene [--ready-fd N]\n");
     std::exit(2);
   }
-  if (::fcntl(static_cast<int>(number), F_GETFD) < 0) Fail("the descriptor of --ready-fd is not open");
-  return static_cast<int>(number);
+  if (::fcntl(int(number), F_GETFD) < 0) Fail("the descriptor of --ready-fd is not open");
+  return int(number);
 }
 
 void TellReady(int descriptor) {

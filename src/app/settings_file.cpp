@@ -68,7 +68,7 @@ void SettingsWriteString(File* file, const char* key, const char* value) {
     char escaped[2 * kPieceLimit + 1];
     value = EscapePiece(value, escaped);
     char* line = FormatNew("%s%:%s%", key, escaped);
-    FileWriteLine(file, static_cast<uint32_t>(StrLength(line)), line);
+    FileWriteLine(file, uint32_t(StrLength(line)), line);
     StrFree(line);
   }
 }
@@ -116,8 +116,8 @@ constexpr Setting kSettings[] = {
 
 StoredSettings CurrentSettings(const Settings& settings) {
   const Rect& area = settings.area->recorder->captureArea;
-  const auto width = static_cast<int16_t>(area.right - area.left);
-  const auto height = static_cast<int16_t>(area.bottom - area.top);
+  const auto width = int16_t(area.right - area.left);
+  const auto height = int16_t(area.bottom - area.top);
   const RecordingOptions& options = *settings.options;
   return {{area.left, area.top, width, height},
           options.frameDelay,

@@ -31,16 +31,16 @@ void AlignSpan(int16_t* low, int16_t* high, int16_t lowest, int16_t highest, int
   if (GrowSpan(low, high, lowest, highest, denominator - before % denominator)) return;
 
   const int over = (*high - *low) % denominator;
-  *low = static_cast<int16_t>(*low + (over + 1) / 2);
-  *high = static_cast<int16_t>(*high - over / 2);
+  *low = int16_t(*low + (over + 1) / 2);
+  *high = int16_t(*high - over / 2);
 }
 
 Rect AlignArea(const Rect& area, uint16_t recordingSize, int16_t screenWidth, int16_t screenHeight) {
   Rect aligned = area;
   if (recordingSize == kSize100) return aligned;
-  const auto denominator = static_cast<int16_t>(ScaleOf(recordingSize).denominator);
-  AlignSpan(&aligned.left, &aligned.right, 1, static_cast<int16_t>(screenWidth - 1), denominator);
-  AlignSpan(&aligned.top, &aligned.bottom, 1, static_cast<int16_t>(screenHeight - 1), denominator);
+  const auto denominator = int16_t(ScaleOf(recordingSize).denominator);
+  AlignSpan(&aligned.left, &aligned.right, 1, int16_t(screenWidth - 1), denominator);
+  AlignSpan(&aligned.top, &aligned.bottom, 1, int16_t(screenHeight - 1), denominator);
   return aligned;
 }
 

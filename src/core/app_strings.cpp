@@ -45,7 +45,7 @@ StringGroup LoadGroup(uint16_t id) {
   uint32_t last = 0;
   if (!::LoadStringA(nullptr, id, range, kTextBuffer)) return {};
   if (!ScanText(range, "%dl% %dl%", &first, &last) || first > last || last > UINT16_MAX) return {};
-  auto count = static_cast<uint16_t>(last - first + 1);
+  auto count = uint16_t(last - first + 1);
   auto** strings = static_cast<char**>(MemAlloc(count * sizeof(char*)));
   if (!strings) return {}; // only while the program ends for want of memory
   for (uint16_t i = 0; i < count; ++i) strings[i] = LoadText(first + i);
@@ -57,12 +57,12 @@ void LoadGroupsUpTo(StringList& list, uint16_t group) {
   if (!groups) return;
   list.groups = groups;
   for (; list.loaded <= group; ++list.loaded) {
-    groups[list.loaded] = LoadGroup(static_cast<uint16_t>(list.resourceBase + list.loaded));
+    groups[list.loaded] = LoadGroup(uint16_t(list.resourceBase + list.loaded));
   }
 }
 
 const char* Lookup(StringList& list, uint16_t n) {
-  auto number = static_cast<uint16_t>(n / kGroupSize);
+  auto number = uint16_t(n / kGroupSize);
   uint16_t index = n % kGroupSize;
   if (number >= list.most) return kNoString;
   if (number >= list.loaded) LoadGroupsUpTo(list, number);

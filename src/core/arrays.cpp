@@ -45,7 +45,7 @@ uint16_t GrowArrayAdd(GrowArray* array, ListValue entry) {
 }
 
 void GrowArrayInsert(GrowArray* array, uint16_t index, ListValue entry) {
-  auto at = static_cast<uint16_t>(Minimum(index, array->count));
+  auto at = uint16_t(Minimum(index, array->count));
   InsertEntry(&array->count, &array->entries, at, entry);
 }
 
@@ -57,7 +57,7 @@ int32_t GrowArrayFind(const GrowArray* array, ListValue entry) {
 
 void GrowArrayRemove(GrowArray* array, ListValue entry) {
   int32_t index = GrowArrayFind(array, entry);
-  if (index >= 0) GrowArrayRemoveAt(array, static_cast<uint16_t>(index));
+  if (index >= 0) GrowArrayRemoveAt(array, uint16_t(index));
 }
 
 void GrowArrayRemoveAt(GrowArray* array, uint16_t index) {
@@ -94,7 +94,7 @@ void NotifierRemove(Notifier* notifier, NoticeFunction function, void* argument)
   for (int32_t i = notifier->count - 1; i >= 0; --i) {
     const NotifierEntry& entry = notifier->entries[i];
     if (entry.function != function || entry.argument != argument) continue;
-    RemoveEntry(&notifier->count, &notifier->entries, static_cast<uint16_t>(i));
+    RemoveEntry(&notifier->count, &notifier->entries, uint16_t(i));
     NoteRemoval(notifier, i);
     return;
   }
@@ -146,7 +146,7 @@ ListValue AttributeDrop(AttributeTable* table, ListValue key) {
   int32_t index = FindAttribute(table, key);
   if (index < 0) return 0;
   ListValue value = table->entries[index].value;
-  RemoveEntry(&table->count, &table->entries, static_cast<uint16_t>(index));
+  RemoveEntry(&table->count, &table->entries, uint16_t(index));
   return value;
 }
 
@@ -175,7 +175,7 @@ void RecordArrayAppend(RecordArray* array, const void* element) {
   std::memcpy(array->block + BytesFor(array, array->count), element, array->elementSize);
   ++array->count;
   if (array->count < array->capacity) return;
-  auto wider = static_cast<uint16_t>(Minimum(array->capacity + array->growthStep, UINT16_MAX));
+  auto wider = uint16_t(Minimum(array->capacity + array->growthStep, UINT16_MAX));
   void* block = MemRealloc(array->block, BytesFor(array, wider));
   if (!block) return;
   array->block = static_cast<uint8_t*>(block);
@@ -188,7 +188,7 @@ void* RecordArrayAt(const RecordArray* array, uint16_t index) {
 
 int32_t RecordArrayFind(const RecordArray* array, const void* element) {
   for (int32_t i = array->count - 1; i >= 0; --i) {
-    const void* candidate = RecordArrayAt(array, static_cast<uint16_t>(i));
+    const void* candidate = RecordArrayAt(array, uint16_t(i));
     if (std::memcmp(candidate, element, array->elementSize) == 0) return i;
   }
   return -1;
@@ -198,7 +198,7 @@ void RecordArrayRemoveAt(RecordArray* array, uint16_t index) {
   if (index >= array->count) return;
   --array->count;
   uint8_t* gap = array->block + BytesFor(array, index);
-  std::memmove(gap, gap + array->elementSize, BytesFor(array, static_cast<uint16_t>(array->count - index)));
+  std::memmove(gap, gap + array->elementSize, BytesFor(array, uint16_t(array->count - index)));
 }
 
 void RecordArrayFree(RecordArray* array) {

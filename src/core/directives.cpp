@@ -33,7 +33,7 @@ char TakeSizeLetter(Modifiers& modifiers) {
 
 uint32_t TakeNumber(Modifiers& modifiers) {
   uint32_t value = 0;
-  for (; IsDigit(Peek(modifiers)); ++modifiers.at) value = value * 10 + static_cast<uint32_t>(*modifiers.at - '0');
+  for (; IsDigit(Peek(modifiers)); ++modifiers.at) value = value * 10 + uint32_t(*modifiers.at - '0');
   return value;
 }
 

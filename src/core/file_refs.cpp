@@ -27,13 +27,13 @@ struct FileTypeTable {
 FileTypeTable fileTypes;
 
 const char* CopyColumn(const char* column) {
-  return StrDupN(column, static_cast<size_t>(StrFindEnd(column, ' ') - column));
+  return StrDupN(column, size_t(StrFindEnd(column, ' ') - column));
 }
 
 FileTypeRow LoadRow(uint16_t index) {
   char text[kRowBuffer];
   int length = ::LoadStringA(nullptr, kFirstRowString + index, text, kRowBuffer);
-  if (length < static_cast<int>(kDescriptionColumn)) return {"", "", ""};
+  if (length < int(kDescriptionColumn)) return {"", "", ""};
   return {CopyColumn(text), CopyColumn(text + kPatternColumn), StrDup(text + kDescriptionColumn)};
 }
 
@@ -156,8 +156,8 @@ FileRef* FileRefFromPathAndType(const char* path, const FileType* type) {
   if (!separator) return nullptr;
   const char* name = separator + 1;
   const char* dot = StrFindLast(name, '.');
-  size_t nameLength = dot ? static_cast<size_t>(dot - name) : StrLength(name);
-  return NewFileRef(StrDupN(path, static_cast<size_t>(name - path)), StrDupN(name, nameLength), CopyFileType(type));
+  size_t nameLength = dot ? size_t(dot - name) : StrLength(name);
+  return NewFileRef(StrDupN(path, size_t(name - path)), StrDupN(name, nameLength), CopyFileType(type));
 }
 
 FileRef* AppFileRef(const char* name, const FileType* type) {
@@ -263,7 +263,7 @@ bool FileTell(File* file, uint32_t* position) {
 
 bool FileSeek(File* file, uint32_t position) {
   if (position > INT32_MAX) return false;
-  auto distance = static_cast<int32_t>(position);
+  auto distance = int32_t(position);
   return ::SetFilePointer(file->handle, distance, nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER;
 }
 

@@ -43,7 +43,7 @@ void ActiveAdd(ActiveFunction function, void* argument) {
 void ActiveRemove(ActiveFunction function, void* argument) {
   ActiveListener listener = {function, argument};
   int32_t index = RecordArrayFind(&activeListeners, &listener);
-  if (index >= 0) RecordArrayRemoveAt(&activeListeners, static_cast<uint16_t>(index));
+  if (index >= 0) RecordArrayRemoveAt(&activeListeners, uint16_t(index));
 }
 
 void ActiveSet(bool active) {

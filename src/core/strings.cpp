@@ -17,7 +17,7 @@ bool StrEqual(const char* a, const char* b) {
 }
 
 char UpperCase(char c) {
-  return 'a' <= c && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  return 'a' <= c && c <= 'z' ? char(c - 'a' + 'A') : c;
 }
 
 bool StrEqualNoCase(const char* a, const char* b) {

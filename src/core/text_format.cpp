@@ -57,7 +57,7 @@ bool StartsWidth(char c) {
 
 // A width is held in one byte; a larger one keeps its low bits.
 uint8_t TakeWidth(Modifiers& modifiers, Arguments& arguments) {
-  return static_cast<uint8_t>(Take(modifiers, 'v') ? NextWord(arguments) : TakeNumber(modifiers));
+  return uint8_t(Take(modifiers, 'v') ? NextWord(arguments) : TakeNumber(modifiers));
 }
 
 WidthGroup TakeWidthGroup(Modifiers& modifiers, Arguments& arguments, WidthGroup defaults) {
@@ -88,14 +88,14 @@ void PutMagnitude(Writer& writer, uint32_t magnitude, uint32_t base, const Width
     magnitude /= base;
   } while (magnitude);
   PutTimes(writer, width.padding, width.minimum - count);
-  int32_t shown = Minimum(count, static_cast<int32_t>(width.maximum));
-  PutBytes(writer, digits + 10 - shown, static_cast<size_t>(shown));
+  int32_t shown = Minimum(count, int32_t(width.maximum));
+  PutBytes(writer, digits + 10 - shown, size_t(shown));
 }
 
 void PutSigned(Writer& writer, const Modifiers& modifiers, Arguments& arguments) {
   WidthGroup width = TakeIntegerModifiers(modifiers, arguments);
   uint32_t value = NextWord(arguments);
-  bool isNegative = static_cast<int32_t>(value) < 0;
+  bool isNegative = int32_t(value) < 0;
   if (isNegative) Put(writer, '-');
   PutMagnitude(writer, isNegative ? 0 - value : value, 10, width);
 }
@@ -149,7 +149,7 @@ struct Digits {
 
 void RoundTo(double magnitude, int32_t decimals, Digits& out) {
   char* end = std::to_chars(out.text, out.text + sizeof out.text, magnitude, std::chars_format::fixed, decimals).ptr;
-  out.integerCount = static_cast<int32_t>(end - out.text) - (decimals ? decimals + 1 : 0);
+  out.integerCount = int32_t(end - out.text) - (decimals ? decimals + 1 : 0);
   if (decimals) std::memmove(out.text + out.integerCount, out.text + out.integerCount + 1, decimals);
 }
 
@@ -158,7 +158,7 @@ void PutIntegerPart(Writer& writer, const Digits& digits, const WidthGroup& widt
   int32_t columns = Maximum(1, PinValue(width.minimum, digits.integerCount, width.maximum));
   PutTimes(writer, width.padding, columns - digits.integerCount);
   int32_t shown = Minimum(columns, digits.integerCount);
-  PutBytes(writer, digits.text + digits.integerCount - shown, static_cast<size_t>(shown));
+  PutBytes(writer, digits.text + digits.integerCount - shown, size_t(shown));
 }
 
 void PutFraction(Writer& writer, const Modifiers& modifiers, Arguments& arguments) {
@@ -184,7 +184,7 @@ void PutFraction(Writer& writer, const Modifiers& modifiers, Arguments& argument
   PutIntegerPart(writer, digits, wanted.integer);
   if (decimals == 0) return;
   Put(writer, '.');
-  PutBytes(writer, digits.text + digits.integerCount, static_cast<size_t>(decimals));
+  PutBytes(writer, digits.text + digits.integerCount, size_t(decimals));
 }
 
 // ---- The passes ---------------------------------------------------------------------------------------------------
@@ -204,7 +204,7 @@ void Convert(Writer& writer, const Directive& directive, Arguments& arguments) {
     PutFraction(writer, directive.modifiers, arguments);
     break;
   case 'c':
-    Put(writer, static_cast<char>(NextWord(arguments)));
+    Put(writer, char(NextWord(arguments)));
     break;
   case '%':
     Put(writer, '%');

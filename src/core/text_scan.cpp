@@ -57,9 +57,9 @@ NumberModifiers TakeNumberModifiers(Scan& scan, Modifiers modifiers) {
 
 // The value of a digit of either base; 16 for any other byte.
 uint32_t DigitValue(char c) {
-  if (IsDigit(c)) return static_cast<uint32_t>(c - '0');
+  if (IsDigit(c)) return uint32_t(c - '0');
   char upper = UpperCase(c);
-  return 'A' <= upper && upper <= 'F' ? static_cast<uint32_t>(upper - 'A') + 10 : 16;
+  return 'A' <= upper && upper <= 'F' ? uint32_t(upper - 'A') + 10 : 16;
 }
 
 // Takes a sign; true for "-".
@@ -72,10 +72,10 @@ bool TakeSign(Scan& scan) {
 void StoreInteger(Scan& scan, char size, uint32_t value) {
   void* out = va_arg(scan.outputs, void*);
   if (size == 'b') {
-    auto low = static_cast<uint8_t>(value);
+    auto low = uint8_t(value);
     std::memcpy(out, &low, sizeof low);
   } else if (size == 's') {
-    auto low = static_cast<uint16_t>(value);
+    auto low = uint16_t(value);
     std::memcpy(out, &low, sizeof low);
   } else {
     std::memcpy(out, &value, sizeof value);
@@ -174,7 +174,7 @@ bool ScanString(Scan& scan, const Modifiers& modifiers) {
   const char* start = scan.input;
   scan.input = StrFindEnd(start, wanted.delimiter);
   if (scan.input == start) return false;
-  StoreText(scan, wanted.target, start, static_cast<size_t>(scan.input - start));
+  StoreText(scan, wanted.target, start, size_t(scan.input - start));
   return true;
 }
 
@@ -229,10 +229,10 @@ bool RunScan(const char* input, const char* format, va_list outputs) {
   scan.input = input;
   va_copy(scan.outputs, outputs);
   lastScan = {};
-  lastScan.inputLength = static_cast<uint32_t>(StrLength(input));
-  lastScan.formatLength = static_cast<uint32_t>(StrLength(copy));
-  lastScan.formatPosition = static_cast<uint32_t>(Walk(scan, copy) - copy);
-  lastScan.consumed = static_cast<uint32_t>(scan.input - input);
+  lastScan.inputLength = uint32_t(StrLength(input));
+  lastScan.formatLength = uint32_t(StrLength(copy));
+  lastScan.formatPosition = uint32_t(Walk(scan, copy) - copy);
+  lastScan.consumed = uint32_t(scan.input - input);
   lastScan.success = lastScan.formatPosition == lastScan.formatLength;
   va_end(scan.outputs);
   return lastScan.success != 0;

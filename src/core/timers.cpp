@@ -13,7 +13,7 @@ Timer head = {nullptr, nullptr, INT32_MIN, nullptr}; // permanent; never fired
 int32_t lastTick = INT32_MIN;                        // the tick or `when` last dealt with
 
 int32_t Now() {
-  return static_cast<int32_t>(::GetTickCount());
+  return int32_t(::GetTickCount());
 }
 
 // True when, in time, the timers with a `when` from lastTick on come ahead of those below it.
@@ -46,7 +46,7 @@ const Timer* NextTimer(int32_t now) {
 Timer* TimerSchedule(TimerFunction function, void* argument, uint32_t delay) {
   auto* timer = static_cast<Timer*>(MemAlloc(sizeof(Timer)));
   if (!timer) return nullptr; // only while the program ends for want of memory
-  auto when = static_cast<int32_t>(::GetTickCount() + delay);
+  auto when = int32_t(::GetTickCount() + delay);
   Timer* ahead = &head;
   while (ahead->next && ahead->next->when < when) ahead = ahead->next;
   *timer = {function, argument, when, ahead->next};
@@ -85,7 +85,7 @@ int32_t TimerNextDelay() {
   int32_t now = Now();
   const Timer* next = NextTimer(now);
   if (!next) return kNoTimer;
-  return static_cast<int32_t>(static_cast<uint32_t>(next->when) - static_cast<uint32_t>(now));
+  return int32_t(uint32_t(next->when) - uint32_t(now));
 }
 
 void TimerClearAll() {

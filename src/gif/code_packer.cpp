@@ -36,8 +36,7 @@ inline uint64_t JoinFour(const uint16_t* codes, uint32_t width) {
   if constexpr (std::endian::native == std::endian::little) {
     std::memcpy(&lanes, codes, sizeof lanes);
   } else {
-    lanes = codes[0] | static_cast<uint64_t>(codes[1]) << 16 | static_cast<uint64_t>(codes[2]) << 32 |
-            static_cast<uint64_t>(codes[3]) << 48;
+    lanes = codes[0] | uint64_t(codes[1]) << 16 | uint64_t(codes[2]) << 32 | uint64_t(codes[3]) << 48;
   }
   constexpr uint64_t kEven = 0x0000FFFF0000FFFFull;
   const uint64_t pairs = (lanes & kEven) | (lanes & ~kEven) >> (16 - width);
@@ -69,7 +68,7 @@ void PackCodes(CodePacker& packer, const uint16_t* codes, uint32_t count, uint32
   const uint16_t* const end = codes + count;
   for (; end - codes >= 8; codes += 8) PutEight(writer, codes, width);
   for (; codes != end; ++codes) PutBits(writer, *codes, width);
-  packer.byteCount = static_cast<uint32_t>(writer.at - packer.bytes);
+  packer.byteCount = uint32_t(writer.at - packer.bytes);
   packer.accumulator = writer.accumulator;
   packer.bitCount = writer.bitCount;
 }
@@ -84,7 +83,7 @@ void PackerAppendFullBlocks(CodePacker& packer) {
     from += kSubBlockBytes;
   }
   if (to == packer.blocks) return;
-  StreamAppend(*packer.stream, static_cast<uint32_t>(to - packer.blocks), packer.blocks);
+  StreamAppend(*packer.stream, uint32_t(to - packer.blocks), packer.blocks);
   std::memmove(packer.bytes, from, packer.byteCount);
 }
 
@@ -93,7 +92,7 @@ void PackerEnd(CodePacker& packer) {
   packer.byteCount += (packer.bitCount + 7) / 8;
   PackerAppendFullBlocks(packer);
   if (packer.byteCount == 0) return;
-  const auto length = static_cast<uint8_t>(packer.byteCount);
+  const auto length = uint8_t(packer.byteCount);
   StreamAppend(*packer.stream, 1, &length);
   StreamAppend(*packer.stream, length, packer.bytes);
   packer.byteCount = 0;

@@ -16,10 +16,10 @@ constexpr uint8_t kGraphicControlLabel = 0xF9;
 constexpr size_t kSubBlockMax = 255;
 
 constexpr uint8_t Low(uint16_t value) {
-  return static_cast<uint8_t>(value & 0xFF);
+  return uint8_t(value & 0xFF);
 }
 constexpr uint8_t High(uint16_t value) {
-  return static_cast<uint8_t>(value >> 8);
+  return uint8_t(value >> 8);
 }
 
 void GifWriteByte(GifWriter& gif, uint8_t byte) {
@@ -50,7 +50,7 @@ void GifWriteHeader(GifWriter& gif, int16_t width, int16_t height, uint8_t inter
   gif.gifInterlace = interlace;
   gif.gifCodeSize = bits < 2 ? 2 : bits;
   const uint8_t tableSize = (bits - 1) & 7;
-  const uint8_t packed = kGlobalTable | static_cast<uint8_t>(tableSize << 4) | tableSize;
+  const uint8_t packed = kGlobalTable | uint8_t(tableSize << 4) | tableSize;
   // clang-format off
   const uint8_t record[] = {
       'G', 'I', 'F', '8', '9', 'a',
@@ -62,7 +62,7 @@ void GifWriteHeader(GifWriter& gif, int16_t width, int16_t height, uint8_t inter
   };
   // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
-  GifWriteColourTable(gif, static_cast<uint16_t>(1u << bits), table);
+  GifWriteColourTable(gif, uint16_t(1u << bits), table);
 }
 
 void GifWriteLoop(GifWriter& gif, uint16_t count) {
@@ -83,8 +83,8 @@ void GifWriteComment(GifWriter& gif, const char* text) {
   StreamAppend(*gif.stream, sizeof head, head);
   for (size_t left = std::strlen(text); left > 0;) {
     const size_t part = left < kSubBlockMax ? left : kSubBlockMax;
-    GifWriteByte(gif, static_cast<uint8_t>(part));
-    StreamAppend(*gif.stream, static_cast<uint32_t>(part), text);
+    GifWriteByte(gif, uint8_t(part));
+    StreamAppend(*gif.stream, uint32_t(part), text);
     text += part;
     left -= part;
   }
@@ -107,7 +107,7 @@ void GifWriteControl(GifWriter& gif, bool transparent, uint16_t delayHundredths,
 void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height,
                    const PixelCursor& cursor) {
   if (width <= 0 || height <= 0) return;
-  const uint8_t packed = static_cast<uint8_t>((gif.gifInterlace & 1) << 6);
+  const uint8_t packed = uint8_t((gif.gifInterlace & 1) << 6);
   // clang-format off
   const uint8_t record[] = {
       kImageSeparator,
@@ -120,7 +120,7 @@ void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int
   };
   // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
-  const uint32_t count = static_cast<uint32_t>(width) * static_cast<uint32_t>(height);
+  const uint32_t count = uint32_t(width) * uint32_t(height);
   LzwEncodeImage(gif.lzw, *gif.stream, cursor, gif.gifCodeSize + 1, count);
   GifWriteByte(gif, kBlockTerminator);
 }

@@ -69,7 +69,7 @@ void Forget(LzwTables& tables, uint32_t initBits, uint32_t nextEntry) {
 // The dictionary is full: puts out its codes and a clear code. Answers the first entry of the next one.
 [[gnu::noinline]] uint32_t StartOver(LzwTables& tables, uint32_t initBits) {
   PackEntries(tables, initBits, kCodeLimit);
-  const auto clear = static_cast<uint16_t>(ClearCode(initBits));
+  const auto clear = uint16_t(ClearCode(initBits));
   PackCodes(tables.packer, &clear, 1, kMaxWidth);
   PackerAppendFullBlocks(tables.packer);
   Forget(tables, initBits, kCodeLimit);
@@ -80,8 +80,8 @@ void Forget(LzwTables& tables, uint32_t initBits, uint32_t nextEntry) {
 // already, also when it is kCodeLimit, a number that no entry has: then everything is forgotten at once. The pixel
 // begins a new string.
 inline void PutOut(LzwTables& tables, uint32_t initBits, uint32_t pixel, Position& at) {
-  tables.codes[at.nextEntry] = static_cast<uint16_t>(at.prefix);
-  tables.pixels[at.nextEntry] = static_cast<uint8_t>(pixel);
+  tables.codes[at.nextEntry] = uint16_t(at.prefix);
+  tables.pixels[at.nextEntry] = uint8_t(pixel);
   at.prefix = pixel;
   if (++at.nextEntry > kCodeLimit) at.nextEntry = StartOver(tables, initBits);
 }
@@ -94,7 +94,7 @@ inline void MatchRun(LzwTables& tables, uint32_t initBits, uint32_t run, Positio
   if (colour == 0) LzwApplyProbeRule(tables, FirstEntry(initBits), at.nextEntry);
   while (run > tables.runLongest[colour]) {
     const uint32_t longest = tables.runLongest[colour]++;
-    codes[longest] = static_cast<uint16_t>(at.nextEntry);
+    codes[longest] = uint16_t(at.nextEntry);
     at.prefix = codes[longest - 1];
     PutOut(tables, initBits, colour, at);
     run -= longest;
@@ -123,14 +123,14 @@ inline bool MatchPairs(LzwTables& tables, uint32_t initBits, Position& at) {
       colour = found / kPairTags;
       break;
     }
-    pair = static_cast<uint16_t>(entry * kPairTags + tag);
-    tables.codes[entry] = static_cast<uint16_t>(colour);
-    tables.pixels[entry] = static_cast<uint8_t>(pixel);
+    pair = uint16_t(entry * kPairTags + tag);
+    tables.codes[entry] = uint16_t(colour);
+    tables.pixels[entry] = uint8_t(pixel);
     colour = pixel;
   }
   at.reader.next = next;
-  at.prefix = static_cast<uint32_t>(colour);
-  at.nextEntry = static_cast<uint32_t>(entry);
+  at.prefix = uint32_t(colour);
+  at.nextEntry = uint32_t(entry);
   if (entry > kCodeLimit) at.nextEntry = StartOver(tables, initBits);
   return known;
 }
@@ -139,7 +139,7 @@ inline bool MatchPairs(LzwTables& tables, uint32_t initBits, Position& at) {
 inline bool MatchChild(LzwTables& tables, uint32_t initBits, uint32_t pixel, Position& at) {
   LzwChild& first = tables.firstChild[at.prefix];
   if (first.code == 0) {
-    first = {static_cast<uint8_t>(pixel), false, static_cast<uint16_t>(at.nextEntry)};
+    first = {uint8_t(pixel), false, uint16_t(at.nextEntry)};
     PutOut(tables, initBits, pixel, at);
     return false;
   }
@@ -155,7 +155,7 @@ inline bool MatchChild(LzwTables& tables, uint32_t initBits, uint32_t pixel, Pos
     return true;
   }
   first.hasSiblings = true;
-  other = static_cast<uint16_t>(at.nextEntry);
+  other = uint16_t(at.nextEntry);
   PutOut(tables, initBits, pixel, at);
   return false;
 }
@@ -170,7 +170,7 @@ Position MatchImage(LzwTables& tables, uint32_t initBits, PixelReader reader) {
     if (*at.reader.next != colour) {
       if (!MatchPairs(tables, initBits, at)) continue;
     } else {
-      MatchRun(tables, initBits, 1 + ReadRun(at.reader, static_cast<uint8_t>(colour)), at);
+      MatchRun(tables, initBits, 1 + ReadRun(at.reader, uint8_t(colour)), at);
       if (at.prefix == colour) continue;
     }
     while (HasPixel(at.reader) && MatchChild(tables, initBits, *at.reader.next++, at)) {
@@ -187,7 +187,7 @@ void LzwInit(LzwEncoder& lzw) {
   std::memset(&tables, 0, sizeof tables);
   tables.codes[0] = 0xFFFF; // no code; what otherChild's zeros lead to
   for (uint32_t colour = 0; colour < kColours; ++colour) {
-    *RunCodes(tables, colour) = static_cast<uint16_t>(colour);
+    *RunCodes(tables, colour) = uint16_t(colour);
   }
   Forget(tables, 3, kCodeLimit);
 }
@@ -200,12 +200,12 @@ void LzwFree(LzwEncoder& lzw) {
 void LzwEncodeImage(LzwEncoder& lzw, AnimationStream& stream, PixelCursor cursor, uint16_t initBits, uint32_t count) {
   if (count == 0 || initBits < 3 || initBits > 9 || cursor.rowWidth <= 0) return;
   LzwTables& tables = *lzw.tables;
-  const auto clear = static_cast<uint16_t>(ClearCode(initBits)), end = static_cast<uint16_t>(EndCode(initBits));
+  const auto clear = uint16_t(ClearCode(initBits)), end = uint16_t(EndCode(initBits));
   PackerBegin(tables.packer, &stream);
   PackCodes(tables.packer, &clear, 1, initBits);
 
   const Position at = MatchImage(tables, initBits, ReadPixels(cursor, count));
-  tables.codes[at.nextEntry] = static_cast<uint16_t>(at.prefix);
+  tables.codes[at.nextEntry] = uint16_t(at.prefix);
   PackEntries(tables, initBits, at.nextEntry);
   PackCodes(tables.packer, &end, 1, std::min<uint32_t>(std::bit_width(at.nextEntry), kMaxWidth));
   PackerEnd(tables.packer);

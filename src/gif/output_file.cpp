@@ -24,7 +24,7 @@ bool RefuseFor(Refusal& refusal, const char* path, int error) {
 // The part of a path up to and including its last separator; 0 when it has none.
 size_t DirectoryLength(const char* path) {
   const char* separator = strrchr(path, '/');
-  return separator ? static_cast<size_t>(separator - path) + 1 : 0;
+  return separator ? size_t(separator - path) + 1 : 0;
 }
 
 bool FindStandardOutput(OutputFile& output, Refusal& refusal) {
@@ -64,11 +64,11 @@ bool FollowToNothing(OutputFile& output, Refusal& refusal) {
     const ssize_t length = ::readlink(output.path, target, sizeof target);
     if (length < 0) return RefuseFor(refusal, output.path, errno);
     const size_t directory = target[0] == '/' ? 0 : DirectoryLength(output.path);
-    if (directory + static_cast<size_t>(length) >= sizeof output.path) {
+    if (directory + size_t(length) >= sizeof output.path) {
       return RefuseFor(refusal, output.path, ENAMETOOLONG);
     }
-    memcpy(output.path + directory, target, static_cast<size_t>(length));
-    output.path[directory + static_cast<size_t>(length)] = 0;
+    memcpy(output.path + directory, target, size_t(length));
+    output.path[directory + size_t(length)] = 0;
   }
   return RefuseFor(refusal, output.path, ELOOP);
 }
@@ -141,9 +141,9 @@ bool OutputOpen(OutputFile& output, Refusal& refusal) {
   HANDLE handle = INVALID_HANDLE_VALUE;
   errno = EEXIST;
   for (int number = 0; handle == INVALID_HANDLE_VALUE && errno == EEXIST; ++number) {
-    const int length = snprintf(output.temporary, sizeof output.temporary, "%.*s.framereel-%ld-%d.part",
-                                static_cast<int>(directory), output.path, static_cast<long>(::getpid()), number);
-    if (length >= static_cast<int>(sizeof output.temporary)) {
+    const int length = snprintf(output.temporary, sizeof output.temporary, "%.*s.framereel-%ld-%d.part", int(directory),
+                                output.path, long(::getpid()), number);
+    if (length >= int(sizeof output.temporary)) {
       errno = ENAMETOOLONG;
       break;
     }

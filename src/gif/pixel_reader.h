@@ -21,7 +21,7 @@ struct PixelReader {
 
 // A reader ahead of the image's first pixel.
 inline PixelReader ReadPixels(const PixelCursor& cursor, uint32_t count) {
-  const auto width = static_cast<uint32_t>(cursor.rowWidth);
+  const auto width = uint32_t(cursor.rowWidth);
   const uint32_t row = cursor.rowSkip == 0 || count < width ? count : width;
   return {cursor.readPointer, cursor.readPointer + row, count - row, row, cursor.rowSkip};
 }
@@ -48,7 +48,7 @@ inline size_t EqualBytes(const uint8_t* bytes, const uint8_t* end, uint8_t value
     if (const uint64_t difference = word ^ pattern) {
       const int bit =
           std::endian::native == std::endian::little ? std::countr_zero(difference) : std::countl_zero(difference);
-      return static_cast<size_t>(at - bytes + bit / 8);
+      return size_t(at - bytes + bit / 8);
     }
     at += kWord;
     // Eight in a row: mostly many more follow. The block with the end of the run is left to the loop around.
@@ -60,7 +60,7 @@ inline size_t EqualBytes(const uint8_t* bytes, const uint8_t* end, uint8_t value
     }
   }
   while (at != end && *at == value) ++at;
-  return static_cast<size_t>(at - bytes);
+  return size_t(at - bytes);
 }
 
 // Reads all pixels equal to `value` from here on, across the ends of rows, and answers how many there were.
@@ -68,7 +68,7 @@ inline uint32_t ReadRun(PixelReader& reader, uint8_t value) {
   uint32_t run = 0;
   while (HasPixel(reader)) {
     const size_t part = EqualBytes(reader.next, reader.rowEnd, value);
-    run += static_cast<uint32_t>(part);
+    run += uint32_t(part);
     reader.next += part;
     if (reader.next != reader.rowEnd) break;
   }

@@ -12,8 +12,8 @@ namespace {
 
 // The part of a span of `length` pixels from `start` that lies on the screen. False when that is nothing.
 bool CutSpan(int32_t start, int32_t length, int16_t screen, int16_t* low, int16_t* high) {
-  *low = static_cast<int16_t>(std::max(start, 0));
-  *high = static_cast<int16_t>(std::min(start + length, int32_t{screen}));
+  *low = int16_t(std::max(start, 0));
+  *high = int16_t(std::min(start + length, int32_t{screen}));
   return *low < *high;
 }
 

@@ -32,7 +32,7 @@ bool ReadInteger(const char* text, int32_t lowest, int32_t highest, int32_t* num
 
 bool ReadDecimal(const char* text, double lowest, double highest, double* number) {
   const char* end = text + strlen(text);
-  if (strspn(text, "0123456789.") != static_cast<size_t>(end - text)) return false;
+  if (strspn(text, "0123456789.") != size_t(end - text)) return false;
   const std::from_chars_result read = std::from_chars(text, end, *number, std::chars_format::fixed);
   return read.ec == std::errc() && read.ptr == end && *number >= lowest && *number <= highest;
 }
@@ -41,8 +41,8 @@ bool ReadDecimal(const char* text, double lowest, double highest, double* number
 bool TakePart(const char** text, char stop, int32_t lowest, int32_t highest, int32_t* number) {
   const char* end = strchr(*text, stop);
   char part[8]; // the longest, "-32768", and room to be wrong in
-  if (!end || static_cast<size_t>(end - *text) >= sizeof part) return false;
-  const auto length = static_cast<size_t>(end - *text);
+  if (!end || size_t(end - *text) >= sizeof part) return false;
+  const auto length = size_t(end - *text);
   memcpy(part, *text, length);
   part[length] = 0;
   *text = end + 1;
@@ -62,14 +62,14 @@ bool TakeArea(RecordOptions& options, const char* value) {
 bool TakeDelay(RecordOptions& options, const char* value) {
   int32_t delay;
   if (!ReadInteger(value, kShortestDelay, kLongestDelay, &delay)) return false;
-  options.recording.frameDelay = static_cast<uint16_t>(delay);
+  options.recording.frameDelay = uint16_t(delay);
   return true;
 }
 
 bool TakeFps(RecordOptions& options, const char* value) {
   double rate;
   if (!ReadDecimal(value, 1000.0 / kLongestDelay, 1000.0 / kShortestDelay, &rate)) return false;
-  options.recording.frameDelay = static_cast<uint16_t>(std::lround(1000 / rate));
+  options.recording.frameDelay = uint16_t(std::lround(1000 / rate));
   return true;
 }
 
@@ -87,14 +87,14 @@ bool TakeSize(RecordOptions& options, const char* value) {
 bool TakeSeconds(RecordOptions& options, const char* value) {
   double seconds;
   if (!ReadDecimal(value, 0.1, kMostSeconds, &seconds)) return false;
-  options.milliseconds = static_cast<uint32_t>(std::lround(seconds * 1000));
+  options.milliseconds = uint32_t(std::lround(seconds * 1000));
   return true;
 }
 
 bool TakeFrames(RecordOptions& options, const char* value) {
   int32_t ticks;
   if (!ReadInteger(value, 1, kMostTicks, &ticks)) return false;
-  options.ticks = static_cast<uint32_t>(ticks);
+  options.ticks = uint32_t(ticks);
   return true;
 }
 
@@ -167,8 +167,7 @@ bool ReadOption(const char* argument, const char* const** next, RecordOptions* o
   const size_t nameLength = strcspn(argument, "=");
   const Option* option = FindOption(argument, nameLength);
   if (!option) {
-    return Refuse(refusal, "unknown option %.*s; framereel-record --help lists them", static_cast<int>(nameLength),
-                  argument);
+    return Refuse(refusal, "unknown option %.*s; framereel-record --help lists them", int(nameLength), argument);
   }
   const char* value = argument[nameLength] ? argument + nameLength + 1 : nullptr;
   if (!option->value && value) return Refuse(refusal, "%s takes no value, not \"%s\"", option->name, value);
@@ -228,7 +227,7 @@ void WriteHelp(FILE* to) {
         to);
   for (const Option& option : kOptions) {
     const char* value = option.value ? option.value : "";
-    const int width = 17 - static_cast<int>(strlen(option.name));
+    const int width = 17 - int(strlen(option.name));
     fprintf(to, "  %s %-*s  %s\n", option.name, width, value, option.help);
   }
   fputs("  --help              show this text\n"

@@ -37,7 +37,7 @@ int DoneCells(const Recording& recording) {
     done = recording.ticks;
     all = recording.tickLimit;
   }
-  return all == 0 ? -1 : static_cast<int>(std::min(done, all) * kBarCells / all);
+  return all == 0 ? -1 : int(std::min(done, all) * kBarCells / all);
 }
 
 int ColumnsOf(FILE* terminal) {
@@ -60,21 +60,21 @@ void FormatOutcome(const Recording& recording, char* text) {
   const int length = snprintf(text, kProgressTextSize, "%" PRIu32 " %s, %s, %s", recording.frames,
                               recording.frames == 1 ? "frame" : "frames", size, time);
   if (recording.lostTicks == 0) return;
-  snprintf(text + length, static_cast<size_t>(kProgressTextSize - length), ", %" PRIu32 " %s lost", recording.lostTicks,
+  snprintf(text + length, size_t(kProgressTextSize - length), ", %" PRIu32 " %s lost", recording.lostTicks,
            recording.lostTicks == 1 ? "tick" : "ticks");
 }
 
 void FormatProgress(const Recording& recording, int columns, char* text) {
   FormatOutcome(recording, text);
-  const auto length = static_cast<int>(strlen(text));
+  const auto length = int(strlen(text));
   const int done = DoneCells(recording);
   // The last column stays free: writing there moves some terminals to the next line.
   const int bar = kBarCells + 4; // two blanks and the brackets
   if (done >= 0 && length + bar < columns) {
     char cells[kBarCells + 1] = {};
-    memset(cells, '#', static_cast<size_t>(done));
-    memset(cells + done, '.', static_cast<size_t>(kBarCells - done));
-    snprintf(text + length, static_cast<size_t>(kProgressTextSize - length), "  [%s]", cells);
+    memset(cells, '#', size_t(done));
+    memset(cells + done, '.', size_t(kBarCells - done));
+    snprintf(text + length, size_t(kProgressTextSize - length), "  [%s]", cells);
   } else if (length >= columns) {
     text[std::max(columns - 1, 0)] = 0;
   }
@@ -111,8 +111,8 @@ void WriteStats(FILE* to, const Recording& recording, uint64_t bytes, const Usag
           "ticks=%" PRIu32 " frames=%" PRIu32 " lost=%" PRIu32 " bytes=%" PRIu64
           " wall_s=%.3f cpu_s=%.3f peak_kib=%" PRId64 "\n",
           recording.ticks, recording.frames, recording.lostTicks, bytes,
-          static_cast<double>(after.wallMicroseconds - before.wallMicroseconds) / 1e6,
-          static_cast<double>(after.cpuMicroseconds - before.cpuMicroseconds) / 1e6, after.peakKilobytes);
+          double(after.wallMicroseconds - before.wallMicroseconds) / 1e6,
+          double(after.cpuMicroseconds - before.cpuMicroseconds) / 1e6, after.peakKilobytes);
 }
 
 } // namespace framereel

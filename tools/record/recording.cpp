@@ -48,7 +48,7 @@ bool WaitUntil(Recording& recording, uint64_t due) {
     ShowProgress(recording);
     uint64_t rest = due > recording.elapsed ? due - recording.elapsed : 0;
     if (recording.onProgress) rest = std::min(rest, kProgressInterval);
-    const bool stopped = recording.clock.wait(recording.clock.owner, static_cast<uint32_t>(rest));
+    const bool stopped = recording.clock.wait(recording.clock.owner, uint32_t(rest));
     ReadClock(recording);
     if (stopped) return true;
   } while (recording.elapsed < due);
@@ -68,7 +68,7 @@ RecordingEnd TakeTicks(Recording& recording) {
     if (WaitUntil(recording, due)) return RecordingEnd::kStopped;
     const uint64_t reached = recording.elapsed / delay;
     const bool over = place == lastPlace || recording.elapsed >= end;
-    recording.lostTicks += static_cast<uint32_t>((over ? lastPlace : reached - 1) - place);
+    recording.lostTicks += uint32_t((over ? lastPlace : reached - 1) - place);
     if (over) return RecordingEnd::kComplete;
     place = reached;
   }

@@ -31,7 +31,7 @@ void CutLastName(char* path) {
 bool AppendNames(char* path, const char* names) {
   while (*names) {
     const char* end = StrFindEnd(names, '/');
-    const auto length = static_cast<size_t>(end - names);
+    const auto length = size_t(end - names);
     const bool isParent = length == 2 && ::strncmp(names, "..", 2) == 0;
     const bool isNothing = length == 0 || (length == 1 && *names == '.');
     if (isParent) CutLastName(path);

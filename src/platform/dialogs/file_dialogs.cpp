@@ -284,7 +284,7 @@ SaveDialogState* NewState(const FileRef* document, const FileType* type) {
 }
 
 void NoteDirectory(const char* path) {
-  StrCopyN(path, lastSaved, static_cast<size_t>(NameInPath(path) - path));
+  StrCopyN(path, lastSaved, size_t(NameInPath(path) - path));
 }
 
 } // namespace

@@ -53,7 +53,7 @@ bool Understand(const FileLists& now, const char* entered, FileLists* meant) {
   if (!IsPattern(pattern) || StrLength(pattern) >= kPatternBytes) return false;
   StrCopy(pattern, meant->filter);
   char ahead[kPathBytes];
-  StrCopyN(entered, ahead, static_cast<size_t>(pattern - entered));
+  StrCopyN(entered, ahead, size_t(pattern - entered));
   return FullPath(now.directory, ahead, meant->directory) && IsDirectory(meant->directory);
 }
 

@@ -32,7 +32,7 @@ Walk NewWalk(const RecorderState& recorder, bool transparent) {
 }
 
 uint8_t* RowOfFrame(uint8_t* frame, const Walk& walk, int32_t y) {
-  return frame + static_cast<int64_t>(y) * walk.width;
+  return frame + int64_t(y) * walk.width;
 }
 
 // Fills the rows of workFrame from walk.filled to `end`, none of which has a changed pixel.
@@ -124,7 +124,7 @@ bool FindFreeIndex(RecorderState& recorder) {
 // see them unchanged and lose them. Those that it wrote with their colour get the old transparent index there, which
 // they cannot have, and so differ again.
 void RepairPrevious(RecorderState& recorder, int32_t y, int32_t x, uint8_t oldTransparent) {
-  const int64_t end = static_cast<int64_t>(y) * recorder.frameWidth + x;
+  const int64_t end = int64_t(y) * recorder.frameWidth + x;
   for (int64_t i = 0; i < end; ++i) {
     if (recorder.workFrame[i] != oldTransparent) recorder.previousFrame[i] = oldTransparent;
   }

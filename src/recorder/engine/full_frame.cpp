@@ -19,7 +19,7 @@ void SetDirtyRect(RecorderState& recorder, int32_t left, int32_t top, int32_t ri
 bool FirstFrameConvert(RecorderState& recorder) {
   const int32_t width = recorder.frameWidth, height = recorder.frameHeight;
   for (int32_t y = 0; y < height; ++y) {
-    IndexRow(recorder, y, recorder.previousFrame + static_cast<int64_t>(y) * width);
+    IndexRow(recorder, y, recorder.previousFrame + int64_t(y) * width);
   }
   const size_t bytes = size_t(width) * size_t(height);
   ::memcpy(recorder.workFrame, recorder.previousFrame, bytes);

@@ -61,7 +61,7 @@ void PrepareGrabBuffers(RecorderState& recorder) {
   grab.bandRows = std::clamp(int32_t(mostRows), 1, int32_t{recorder.frameHeight});
   grab.buffer = kind->make(width, int16_t(grab.bandRows));
   grab.grabRowBytes = grab.buffer->rowSize * kind->rowUnit;
-  grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * static_cast<int64_t>(grab.grabRowBytes);
+  grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * int64_t(grab.grabRowBytes);
   grab.offscreen = NewOffscreen(width, recorder.frameHeight, true); // null on a lost display
 }
 
@@ -110,7 +110,7 @@ void ReadBand(RecorderState& recorder, int32_t first) {
 const uint8_t* GrabRow(RecorderState& recorder, int32_t y) {
   const GrabPipeline& grab = recorder.grab;
   if (y < grab.bandFirst || y >= grab.bandFirst + grab.bandCount) ReadBand(recorder, y);
-  return grab.grabTopRow - static_cast<int64_t>(y - grab.bandFirst) * grab.grabRowBytes;
+  return grab.grabTopRow - int64_t(y - grab.bandFirst) * grab.grabRowBytes;
 }
 
 } // namespace framereel

@@ -26,8 +26,8 @@ void WriteFrame(RecorderState& recorder, bool transparent, bool grab) {
 void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay) {
   const int32_t left = recorder.dirtyLeft - recorder.frameLeft;
   const int32_t top = recorder.dirtyTop - recorder.frameTop;
-  const PixelCursor cursor = {recorder.workFrame + static_cast<int64_t>(top) * recorder.frameWidth + left,
-                              recorder.dirtyWidth, int16_t(recorder.frameWidth - recorder.dirtyWidth)};
+  const PixelCursor cursor = {recorder.workFrame + int64_t(top) * recorder.frameWidth + left, recorder.dirtyWidth,
+                              int16_t(recorder.frameWidth - recorder.dirtyWidth)};
   GifWriteControl(*recorder.gif, transparent, uint16_t(delay / 10), recorder.colours.outputTransparent);
   GifWriteImage(*recorder.gif, int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, cursor);
 }

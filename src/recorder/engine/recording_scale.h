@@ -30,8 +30,7 @@ inline constexpr bool IsReduced(uint16_t recordingSize) {
 inline constexpr Point OutputSize(const Rect& area, uint16_t recordingSize) {
   const RecordingScale& scale = ScaleOf(recordingSize);
   const int width = area.right - area.left, height = area.bottom - area.top;
-  return {static_cast<int16_t>(height * scale.numerator / scale.denominator),
-          static_cast<int16_t>(width * scale.numerator / scale.denominator)};
+  return {int16_t(height * scale.numerator / scale.denominator), int16_t(width * scale.numerator / scale.denominator)};
 }
 
 } // namespace framereel

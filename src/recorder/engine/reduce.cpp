@@ -14,7 +14,7 @@ struct SourceRow {
 };
 
 SourceRow RowAt(const RecorderState& recorder, int32_t y) {
-  const int64_t start = static_cast<int64_t>(y) * recorder.frameWidth;
+  const int64_t start = int64_t(y) * recorder.frameWidth;
   return {recorder.workFrame + start, recorder.previousFrame + start};
 }
 
@@ -66,7 +66,7 @@ template <typename Average> void ReduceHalf(RecorderState& recorder, const Rect&
   const uint8_t transparent = recorder.colours.captureTransparent;
   for (int32_t y = out.top; y < out.bottom; ++y) {
     const SourceRow a = RowAt(recorder, 2 * y), b = RowAt(recorder, 2 * y + 1);
-    uint8_t* target = recorder.workFrame + static_cast<int64_t>(y) * recorder.frameWidth;
+    uint8_t* target = recorder.workFrame + int64_t(y) * recorder.frameWidth;
     for (int32_t x = out.left; x < out.right; ++x) {
       const bool nothing = PairIs(a, 2 * x, transparent) && PairIs(b, 2 * x, transparent);
       target[x] = nothing ? kCubeTransparent : average(BlockAt(a, b, 2 * x, transparent));
@@ -115,7 +115,7 @@ void ReduceThird(RecorderState& recorder, const Rect& blocks, const uint32_t* la
   const uint8_t transparent = recorder.colours.captureTransparent;
   for (int32_t y = blocks.top; y < blocks.bottom; ++y) {
     const SourceRow rows[3] = {RowAt(recorder, 3 * y), RowAt(recorder, 3 * y + 1), RowAt(recorder, 3 * y + 2)};
-    uint8_t* upper = recorder.workFrame + static_cast<int64_t>(2 * y) * recorder.frameWidth;
+    uint8_t* upper = recorder.workFrame + int64_t(2 * y) * recorder.frameWidth;
     uint8_t* lower = upper + recorder.frameWidth;
     for (int32_t x = blocks.left; x < blocks.right; ++x) {
       uint8_t corners[4] = {kCubeTransparent, kCubeTransparent, kCubeTransparent, kCubeTransparent};

@@ -52,7 +52,7 @@ bool AreaIsOnScreen(const RecorderState& recorder) {
 
 // An image of pixels that do not compress takes at most 12 bits each, and a byte for every 255.
 bool AnotherFrameFits(const RecorderState& recorder) {
-  const uint64_t pixels = static_cast<uint64_t>(recorder.frameWidth) * static_cast<uint64_t>(recorder.frameHeight);
+  const uint64_t pixels = uint64_t(recorder.frameWidth) * uint64_t(recorder.frameHeight);
   return recorder.stream->streamSize + 2 * pixels + 4096 <= UINT32_MAX;
 }
 

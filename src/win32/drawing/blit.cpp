@@ -35,7 +35,7 @@ bool SamePixels(const Win32DeviceContext& to, const Win32DeviceContext& from) {
 }
 
 Surface PartOf(Surface surface, const PixelRect& part) {
-  surface.pixels = RowOf(surface, part.top) + static_cast<int64_t>(part.left) * surface.layout.bytesPerPixel;
+  surface.pixels = RowOf(surface, part.top) + int64_t(part.left) * surface.layout.bytesPerPixel;
   surface.width = part.right - part.left;
   surface.height = part.bottom - part.top;
   return surface;

@@ -22,7 +22,7 @@ void BlendPicture(const PointerPicture& picture, int32_t left, int32_t top, cons
                   const ColourMap& map) {
   const PixelRect where = Intersect({left, top, left + picture.width, top + picture.height}, box);
   for (int32_t y = where.top; y < where.bottom; ++y) {
-    const uint32_t* row = picture.pixels + static_cast<int64_t>(y - top) * picture.width;
+    const uint32_t* row = picture.pixels + int64_t(y - top) * picture.width;
     for (int32_t x = where.left; x < where.right; ++x) {
       const uint32_t pixel = row[x - left];
       if (pixel == 0) continue;

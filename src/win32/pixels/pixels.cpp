@@ -30,7 +30,7 @@ uint32_t ChannelBits(uint8_t value, uint32_t mask) {
 }
 
 uint32_t PixelAt(const Surface& surface, int32_t x, int32_t y) {
-  const uint8_t* place = RowOf(surface, y) + static_cast<int64_t>(x) * surface.layout.bytesPerPixel;
+  const uint8_t* place = RowOf(surface, y) + int64_t(x) * surface.layout.bytesPerPixel;
   if (surface.layout.bytesPerPixel == 1) return *place;
   if (surface.layout.bytesPerPixel == 2) {
     uint16_t pixel;
@@ -43,7 +43,7 @@ uint32_t PixelAt(const Surface& surface, int32_t x, int32_t y) {
 }
 
 void SetPixelAt(const Surface& surface, int32_t x, int32_t y, uint32_t pixel) {
-  uint8_t* place = RowOf(surface, y) + static_cast<int64_t>(x) * surface.layout.bytesPerPixel;
+  uint8_t* place = RowOf(surface, y) + int64_t(x) * surface.layout.bytesPerPixel;
   if (surface.layout.bytesPerPixel == 1) {
     *place = uint8_t(pixel);
   } else if (surface.layout.bytesPerPixel == 2) {

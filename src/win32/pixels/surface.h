@@ -38,7 +38,7 @@ bool NewPlainSurface(const PixelLayout& layout, int32_t width, int32_t height, S
 void FreePlainSurface(Surface* surface);
 
 inline uint8_t* RowOf(const Surface& surface, int32_t y) {
-  return surface.pixels + static_cast<int64_t>(y) * surface.stride;
+  return surface.pixels + int64_t(y) * surface.stride;
 }
 
 // Left and top inclusive, right and bottom one past the last pixel.

@@ -23,7 +23,7 @@ HANDLE HandleOf(int descriptor) {
 // -1, which no call of the system accepts, for a handle that names no file.
 int DescriptorOf(HANDLE file) {
   if (!file || file == INVALID_HANDLE_VALUE) return -1;
-  return static_cast<int>(reinterpret_cast<intptr_t>(file) - 1);
+  return int(reinterpret_cast<intptr_t>(file) - 1);
 }
 
 int OpenFlags(DWORD access, DWORD disposition) {
@@ -79,7 +79,7 @@ BOOL WriteFile(HANDLE file, const void* bytes, DWORD count, DWORD* written, void
       errno = EIO; // a device that takes nothing and says nothing
       return FALSE;
     }
-    *written += static_cast<DWORD>(went);
+    *written += DWORD(went);
   }
   return TRUE;
 }
@@ -89,7 +89,7 @@ BOOL ReadFile(HANDLE file, void* bytes, DWORD count, DWORD* read, void*) {
   do {
     came = ::read(DescriptorOf(file), bytes, count);
   } while (came < 0 && errno == EINTR);
-  *read = came > 0 ? static_cast<DWORD>(came) : 0;
+  *read = came > 0 ? DWORD(came) : 0;
   return came >= 0;
 }
 
@@ -100,7 +100,7 @@ DWORD SetFilePointer(HANDLE file, LONG distance, LONG*, DWORD from) {
     errno = EOVERFLOW;
     return INVALID_SET_FILE_POINTER;
   }
-  return static_cast<DWORD>(position);
+  return DWORD(position);
 }
 
 BOOL FlushFileBuffers(HANDLE file) {
@@ -132,9 +132,9 @@ DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer) {
     path.resize(2 * path.size());
   }
   const size_t length = std::strlen(path.data());
-  if (length >= bufferSize) return static_cast<DWORD>(length + 1);
+  if (length >= bufferSize) return DWORD(length + 1);
   std::memcpy(buffer, path.data(), length + 1);
-  return static_cast<DWORD>(length);
+  return DWORD(length);
 }
 
 BOOL MoveFileExA(const char* from, const char* to, DWORD flags) {

@@ -6,5 +6,5 @@
 // At once, without the clean-up that libraries have registered: this also ends a process whose memory is exhausted,
 // and such code may want some.
 void ExitProcess(UINT exitCode) {
-  ::_exit(static_cast<int>(exitCode));
+  ::_exit(int(exitCode));
 }

@@ -8,9 +8,9 @@
 
 int LoadStringA(HINSTANCE, UINT id, char* buffer, int bufferSize) {
   if (!buffer || bufferSize <= 0) return 0;
-  const char* text = id <= UINT16_MAX ? framereel::FindStringResource(static_cast<uint16_t>(id)) : nullptr;
-  size_t length = text ? std::min(std::strlen(text), static_cast<size_t>(bufferSize) - 1) : 0;
+  const char* text = id <= UINT16_MAX ? framereel::FindStringResource(uint16_t(id)) : nullptr;
+  size_t length = text ? std::min(std::strlen(text), size_t(bufferSize) - 1) : 0;
   if (length) std::memcpy(buffer, text, length);
   buffer[length] = 0;
-  return static_cast<int>(length);
+  return int(length);
 }

@@ -9,14 +9,14 @@ namespace framereel {
 uint32_t DisplayTick() {
   timespec now;
   ::clock_gettime(CLOCK_MONOTONIC, &now);
-  return static_cast<uint32_t>(static_cast<uint64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1'000'000);
+  return uint32_t(uint64_t(now.tv_sec) * 1000 + now.tv_nsec / 1'000'000);
 }
 
 void DisplaySleep(uint32_t milliseconds) {
   timespec end;
   ::clock_gettime(CLOCK_MONOTONIC, &end);
   end.tv_sec += milliseconds / 1000;
-  end.tv_nsec += static_cast<long>(milliseconds % 1000) * 1'000'000;
+  end.tv_nsec += long(milliseconds % 1000) * 1'000'000;
   if (end.tv_nsec >= 1'000'000'000) {
     end.tv_sec += 1;
     end.tv_nsec -= 1'000'000'000;

@@ -104,7 +104,7 @@ bool IsManaged(X11Connection* x, Window window) {
 X11Margins ReadMargins(X11Connection* x, Window window) {
   const std::vector<unsigned long> items = X11ReadItems(x, window, X11AtomOf(x, kGtkFrameExtents), XA_CARDINAL);
   if (items.size() < 4) return {};
-  auto item = [&](size_t i) { return static_cast<int32_t>(std::min(items[i], 65535ul)); };
+  auto item = [&](size_t i) { return int32_t(std::min(items[i], 65535ul)); };
   return {item(0), item(1), item(2), item(3)};
 }
 

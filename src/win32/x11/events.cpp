@@ -23,10 +23,10 @@ constexpr int32_t kPointerSideMax = 256; // pixels of a pointer's picture
 uint32_t TickOf(X11Desktop* desktop, const XEvent& event, Time time) {
   uint32_t now = DisplayTick();
   if (event.xany.send_event || time == CurrentTime) return now;
-  uint32_t ahead = now - static_cast<uint32_t>(time);
-  if (!desktop->knowsClock || static_cast<int32_t>(ahead - desktop->clockAhead) < 0) desktop->clockAhead = ahead;
+  uint32_t ahead = now - uint32_t(time);
+  if (!desktop->knowsClock || int32_t(ahead - desktop->clockAhead) < 0) desktop->clockAhead = ahead;
   desktop->knowsClock = true;
-  return static_cast<uint32_t>(time) + desktop->clockAhead;
+  return uint32_t(time) + desktop->clockAhead;
 }
 
 void QueueMouse(X11Connection* x, DisplayWindow* window, const XEvent& event) {
@@ -45,7 +45,7 @@ void QueueMouse(X11Connection* x, DisplayWindow* window, const XEvent& event) {
     told.kind = wheel ? Kind::kMouseWheel : event.type == ButtonPress ? Kind::kMouseDown : Kind::kMouseUp;
     told.x = event.xbutton.x_root;
     told.y = event.xbutton.y_root;
-    told.button = wheel ? 0 : static_cast<uint8_t>(button);
+    told.button = wheel ? 0 : uint8_t(button);
     told.notches = wheel ? (button == Button4 ? 1 : -1) : 0;
     told.tick = TickOf(&x->desktop, event, event.xbutton.time);
     if (event.type == ButtonPress) x->desktop.userTime = event.xbutton.time;
@@ -60,7 +60,7 @@ void QueueKey(X11Connection* x, DisplayWindow* window, const XEvent& event) {
   told.window = x->desktop.focus.told ? x->desktop.focus.told : window;
   told.x = key.x_root;
   told.y = key.y_root;
-  told.scan = static_cast<uint8_t>(key.keycode);
+  told.scan = uint8_t(key.keycode);
   told.key = X11VirtualKey(x, told.scan, key.state);
   if (key.type == KeyPress) {
     x->desktop.userTime = key.time;
@@ -190,7 +190,7 @@ void TakeProperty(X11Connection* x, Window changed, Atom atom) {
 
 Cursor SystemPointer(X11Connection* x, PointerShape shape) {
   constexpr unsigned int shapes[] = {XC_left_ptr, XC_xterm, XC_watch, XC_crosshair};
-  size_t which = static_cast<size_t>(shape);
+  size_t which = size_t(shape);
   Cursor& pointer = x->desktop.shapes[which];
   if (!pointer) pointer = XCreateFontCursor(x->display, shapes[which]);
   return pointer;
@@ -200,7 +200,7 @@ Cursor SystemPointer(X11Connection* x, PointerShape shape) {
 Cursor OwnPointer(X11Connection* x, const PointerPicture& picture) {
   if (picture.width < 1 || picture.height < 1) return None;
   if (picture.width > kPointerSideMax || picture.height > kPointerSideMax) return None;
-  size_t rowBytes = static_cast<size_t>(picture.width + 7) / 8;
+  size_t rowBytes = size_t(picture.width + 7) / 8;
   std::vector<char> white(rowBytes * picture.height), there(rowBytes * picture.height);
   for (int32_t y = 0; y < picture.height; y++) {
     for (int32_t column = 0; column < picture.width; column++) {
@@ -208,8 +208,8 @@ Cursor OwnPointer(X11Connection* x, const PointerPicture& picture) {
       uint32_t alpha = pixel >> 24;
       uint32_t light = (pixel >> 16 & 255) + (pixel >> 8 & 255) + (pixel & 255);
       size_t byte = y * rowBytes + column / 8;
-      if (alpha >= 128) there[byte] |= static_cast<char>(1 << column % 8);
-      if (2 * light >= 3 * alpha) white[byte] |= static_cast<char>(1 << column % 8);
+      if (alpha >= 128) there[byte] |= char(1 << column % 8);
+      if (2 * light >= 3 * alpha) white[byte] |= char(1 << column % 8);
     }
   }
   Pixmap source = XCreateBitmapFromData(x->display, x->root, white.data(), picture.width, picture.height);

@@ -63,8 +63,8 @@ void AskForFocus(X11Connection* x, DisplayWindow* window) {
   // An application asks, and says when its user was last at work, and in which of its windows.
   constexpr long application = 1;
   const DisplayWindow* focused = x->desktop.focus.focused;
-  long current = focused ? static_cast<long>(focused->id) : None;
-  X11AskManager(x, *window, kNetActiveWindow, {application, static_cast<long>(x->desktop.userTime), current, 0, 0});
+  long current = focused ? long(focused->id) : None;
+  X11AskManager(x, *window, kNetActiveWindow, {application, long(x->desktop.userTime), current, 0, 0});
 }
 
 } // namespace

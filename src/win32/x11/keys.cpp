@@ -53,11 +53,11 @@ bool IsKeypad(KeySym symbol) {
 }
 
 uint8_t KeyOfSymbol(KeySym symbol) {
-  if (symbol >= XK_a && symbol <= XK_z) return static_cast<uint8_t>('A' + (symbol - XK_a));
-  if (symbol >= XK_A && symbol <= XK_Z) return static_cast<uint8_t>(symbol);
-  if (symbol >= XK_0 && symbol <= XK_9) return static_cast<uint8_t>(symbol);
-  if (symbol >= XK_KP_0 && symbol <= XK_KP_9) return static_cast<uint8_t>(0x60 + (symbol - XK_KP_0));
-  if (symbol >= XK_F1 && symbol <= XK_F24) return static_cast<uint8_t>(0x70 + (symbol - XK_F1));
+  if (symbol >= XK_a && symbol <= XK_z) return uint8_t('A' + (symbol - XK_a));
+  if (symbol >= XK_A && symbol <= XK_Z) return uint8_t(symbol);
+  if (symbol >= XK_0 && symbol <= XK_9) return uint8_t(symbol);
+  if (symbol >= XK_KP_0 && symbol <= XK_KP_9) return uint8_t(0x60 + (symbol - XK_KP_0));
+  if (symbol >= XK_F1 && symbol <= XK_F24) return uint8_t(0x70 + (symbol - XK_F1));
   for (const NamedKey& named : kNamedKeys) {
     if (named.symbol == symbol) return named.key;
   }
@@ -80,7 +80,7 @@ uint8_t KeyOfCode(Display* display, KeyCode code) {
   for (int group = 0; group < XkbNumKbdGroups; group++) {
     KeySym alone = XkbKeycodeToKeysym(display, code, group, 0);
     KeySym shifted = XkbKeycodeToKeysym(display, code, group, 1);
-    if (shifted >= XK_0 && shifted <= XK_9) return static_cast<uint8_t>(shifted);
+    if (shifted >= XK_0 && shifted <= XK_9) return uint8_t(shifted);
     if (uint8_t key = KeyOfSymbol(alone)) return key;
     if (uint8_t key = IsKeypad(shifted) ? 0 : KeyOfSymbol(shifted)) return key;
   }
@@ -100,7 +100,7 @@ void NameByPlace(uint8_t* keys) {
   for (const LetterRow& row : kLetterRows) {
     for (size_t i = 0; row.letters[i]; i++) {
       uint8_t& key = keys[row.first + i];
-      if (key == kCharacterKey) key = static_cast<uint8_t>(row.letters[i]);
+      if (key == kCharacterKey) key = uint8_t(row.letters[i]);
     }
   }
 }

@@ -45,7 +45,7 @@ uint32_t PixelAt(const X11Format& format, const uint8_t* row, int32_t x) {
 } // namespace
 
 int64_t X11RowBytes(const X11Format& format, int32_t width) {
-  int64_t bits = static_cast<int64_t>(width) * format.bitsPerPixel;
+  int64_t bits = int64_t(width) * format.bitsPerPixel;
   return (bits + format.rowPad - 1) / format.rowPad * (format.rowPad / 8);
 }
 
@@ -58,7 +58,7 @@ bool X11IsDirect(const X11Format& format, const PixelLayout& layout) {
 // Pixel by pixel is slow, and right for every packing; servers of today are direct.
 void X11UnpackRow(const X11Format& format, const uint8_t* row, int32_t width, const PixelLayout& layout, uint8_t* out) {
   if (X11IsDirect(format, layout)) {
-    std::memcpy(out, row, static_cast<size_t>(width) * layout.bytesPerPixel);
+    std::memcpy(out, row, size_t(width) * layout.bytesPerPixel);
     return;
   }
   uint32_t kept = format.depth >= 32 ? ~0u : (1u << format.depth) - 1;
@@ -66,9 +66,9 @@ void X11UnpackRow(const X11Format& format, const uint8_t* row, int32_t width, co
   for (int32_t x = 0; x < width; x++, out += layout.bytesPerPixel) {
     uint32_t pixel = (PixelAt(format, row, x) & kept) ^ turned;
     if (layout.bytesPerPixel == 1) {
-      *out = static_cast<uint8_t>(pixel);
+      *out = uint8_t(pixel);
     } else if (layout.bytesPerPixel == 2) {
-      uint16_t half = static_cast<uint16_t>(pixel);
+      uint16_t half = uint16_t(pixel);
       std::memcpy(out, &half, sizeof half);
     } else {
       std::memcpy(out, &pixel, sizeof pixel);

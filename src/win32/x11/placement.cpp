@@ -40,8 +40,7 @@ bool ReadPlace(X11Connection* x, const DisplayWindow& window, PixelRect* place) 
   int32_t widest = std::max(x->facts.width, window.place.right - window.place.left);
   int32_t highest = std::max(x->facts.height, window.place.bottom - window.place.top);
   if (stands) {
-    *place = {left, top, left + std::min(static_cast<int32_t>(width), widest),
-              top + std::min(static_cast<int32_t>(height), highest)};
+    *place = {left, top, left + std::min(int32_t(width), widest), top + std::min(int32_t(height), highest)};
   }
   return stands;
 }

@@ -16,9 +16,9 @@ namespace {
 
 // The extension hands out each pixel of 32 bits in an unsigned long.
 void KeepPicture(X11Connection* x, const XFixesCursorImage& image) {
-  size_t count = static_cast<size_t>(image.width) * image.height;
+  size_t count = size_t(image.width) * image.height;
   x->pointerPixels.resize(count);
-  for (size_t i = 0; i < count; i++) x->pointerPixels[i] = static_cast<uint32_t>(image.pixels[i]);
+  for (size_t i = 0; i < count; i++) x->pointerPixels[i] = uint32_t(image.pixels[i]);
   x->pointer = {image.width, image.height, image.xhot, image.yhot, count > 0 ? x->pointerPixels.data() : nullptr};
   x->pointerSerial = image.cursor_serial;
 }

@@ -32,12 +32,12 @@ struct Answer {
 
 void X11WriteItems(X11Connection* x, Window window, Atom property, Atom type, const std::vector<unsigned long>& items) {
   XChangeProperty(x->display, window, property, type, 32, PropModeReplace,
-                  reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
+                  reinterpret_cast<const unsigned char*>(items.data()), int(items.size()));
 }
 
 void X11WriteBytes(X11Connection* x, Window window, Atom property, Atom type, std::string_view bytes) {
   XChangeProperty(x->display, window, property, type, 8, PropModeReplace,
-                  reinterpret_cast<const unsigned char*>(bytes.data()), static_cast<int>(bytes.size()));
+                  reinterpret_cast<const unsigned char*>(bytes.data()), int(bytes.size()));
 }
 
 std::vector<unsigned long> X11ReadItems(X11Connection* x, Window window, Atom property, Atom type) {

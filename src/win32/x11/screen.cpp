@@ -49,8 +49,8 @@ PixelLayout LayoutOf(int32_t depth, const Visual& visual) {
   if (depth <= kPaletteDepthMax) return {depth, 1, 0, 0, 0};
   if (!trueColour) return {depth, depth <= 16 ? 2 : 4, 0, 0, 0};
   int32_t counted = depth == 15 ? 16 : depth == 30 ? 32 : depth;
-  return {counted, counted <= 16 ? 2 : 4, static_cast<uint32_t>(visual.red_mask),
-          static_cast<uint32_t>(visual.green_mask), static_cast<uint32_t>(visual.blue_mask)};
+  return {counted, counted <= 16 ? 2 : 4, uint32_t(visual.red_mask), uint32_t(visual.green_mask),
+          uint32_t(visual.blue_mask)};
 }
 
 // The server's colours in the order of its own pixels; all black when the connection is lost.
@@ -65,8 +65,7 @@ void ReadPalette(X11Connection* x) {
   QueryColours(x, count, cells);
   for (int32_t i = 0; i < count; i++) {
     const XColor& cell = cells[x->format.turned ? count - 1 - i : i];
-    x->palette[i] = {static_cast<uint8_t>(cell.red >> 8), static_cast<uint8_t>(cell.green >> 8),
-                     static_cast<uint8_t>(cell.blue >> 8)};
+    x->palette[i] = {uint8_t(cell.red >> 8), uint8_t(cell.green >> 8), uint8_t(cell.blue >> 8)};
   }
   x->knowsPalette = X11Live() != nullptr;
 }
@@ -81,7 +80,7 @@ bool IsFirstLighter(const X11Connection* x) {
 uint32_t InvertedBits(Display* display, const PixelLayout& layout) {
   if (!IsPalette(layout)) return layout.redMask | layout.greenMask | layout.blueMask;
   int screen = DefaultScreen(display);
-  return static_cast<uint32_t>(BlackPixel(display, screen) ^ WhitePixel(display, screen));
+  return uint32_t(BlackPixel(display, screen) ^ WhitePixel(display, screen));
 }
 
 // ---- Images ------------------------------------------------------------------------------------------------------
@@ -99,7 +98,7 @@ XImage ImageOf(const X11Format& format, uint8_t* pixels, int32_t width, int32_t 
   image.bitmap_pad = format.rowPad;
   image.depth = format.depth;
   image.bits_per_pixel = format.bitsPerPixel;
-  image.bytes_per_line = static_cast<int>(rowBytes);
+  image.bytes_per_line = int(rowBytes);
   XInitImage(&image);
   return image;
 }
@@ -133,17 +132,17 @@ bool ReadShared(X11Connection* x, const PixelRect& where, X11Segment* segment, u
 
 // Makes room for transfers of `bytes` bytes, which then stays; false when shared memory cannot be had.
 bool HasTransfers(X11Connection* x, int64_t bytes) {
-  if (x->transfers && static_cast<int64_t>(x->transfers->bytes) >= bytes) return true;
+  if (x->transfers && int64_t(x->transfers->bytes) >= bytes) return true;
   if (x->transfers) X11FreeSegment(x, std::move(x->transfers));
   int64_t rounded = (bytes + kSharedFrom - 1) / kSharedFrom * kSharedFrom;
-  x->transfers = X11NewSegment(x, static_cast<size_t>(rounded));
+  x->transfers = X11NewSegment(x, size_t(rounded));
   return x->transfers != nullptr;
 }
 
 void UnpackRows(const X11Connection* x, const PixelRect& where, const uint8_t* rows, int64_t rowBytes,
                 const Surface& into, int32_t toX, int32_t toY) {
   for (int32_t y = 0; y < where.bottom - where.top; y++) {
-    uint8_t* out = RowOf(into, toY + y) + static_cast<int64_t>(toX) * into.layout.bytesPerPixel;
+    uint8_t* out = RowOf(into, toY + y) + int64_t(toX) * into.layout.bytesPerPixel;
     X11UnpackRow(x->format, rows + y * rowBytes, where.right - where.left, into.layout, out);
   }
 }
@@ -162,9 +161,7 @@ bool ReadThroughConnection(X11Connection* x, const PixelRect& where, const Surfa
 
 // What of a part of a surface lies on the screen once it is moved by so much, however far that is.
 PixelRect VisiblePart(const X11Connection* x, const PixelRect& part, int64_t right, int64_t down) {
-  auto within = [](int64_t v, int32_t low, int32_t high) {
-    return static_cast<int32_t>(v < low ? low : v > high ? high : v);
-  };
+  auto within = [](int64_t v, int32_t low, int32_t high) { return int32_t(v < low ? low : v > high ? high : v); };
   return {within(-right, part.left, part.right), within(-down, part.top, part.bottom),
           within(x->facts.width - right, part.left, part.right), within(x->facts.height - down, part.top, part.bottom)};
 }
@@ -270,9 +267,9 @@ bool DisplayNewSurface(int32_t width, int32_t height, Surface* out) {
   const int64_t stride = direct ? X11RowBytes(x->format, width) : 0, bytes = stride * height;
   if (bytes >= kSharedFrom) {
     // New segments are all zero.
-    if (X11Segment* segment = X11NewSegment(x, static_cast<size_t>(bytes)).release()) {
+    if (X11Segment* segment = X11NewSegment(x, size_t(bytes)).release()) {
       auto* pixels = reinterpret_cast<uint8_t*>(segment->shared.shmaddr);
-      *out = {layout, width, height, static_cast<int32_t>(stride), pixels, segment};
+      *out = {layout, width, height, int32_t(stride), pixels, segment};
       return true;
     }
     if (!X11Live()) return false;
@@ -324,8 +321,7 @@ bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, in
   int64_t down = int64_t{y} - part.top;
   PixelRect cut = VisiblePart(connection, Intersect(part, {0, 0, from.width, from.height}), right, down);
   if (IsEmpty(cut)) return true;
-  X11PutPixels(connection, connection->root, from, cut, static_cast<int32_t>(cut.left + right),
-               static_cast<int32_t>(cut.top + down));
+  X11PutPixels(connection, connection->root, from, cut, int32_t(cut.left + right), int32_t(cut.top + down));
   return X11Live() != nullptr;
 }
 

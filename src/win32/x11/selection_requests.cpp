@@ -29,7 +29,7 @@ template <typename Holds> bool Await(X11Connection* x, uint32_t begun, const Hol
     const int64_t left = std::min(int64_t{x->selections.patience} - (now - start), int64_t{kWholeMs} - (now - begun));
     if (left <= 0) return false;
     pollfd connection = {ConnectionNumber(x->display), POLLIN, 0};
-    ::poll(&connection, 1, static_cast<int>(left));
+    ::poll(&connection, 1, int(left));
   }
 }
 
@@ -129,7 +129,7 @@ std::string DisplaySharedText(SharedText which) {
   X11WatchSelections(x);
   X11TakeEvents(x, QueuedAfterReading); // it may have been taken from us
   if (!X11Live()) return "";
-  const X11SharedText& shared = x->selections.shared[static_cast<size_t>(which)];
+  const X11SharedText& shared = x->selections.shared[size_t(which)];
   if (shared.ours) return shared.text;
   const Atom selection = X11SelectionOf(x, which);
   const Receiver receiver(x);
@@ -150,7 +150,7 @@ bool DisplayHasSharedText(SharedText which) {
   X11WatchSelections(x);
   X11TakeEvents(x, QueuedAfterReading);
   if (!X11Live()) return false;
-  X11SharedText& shared = x->selections.shared[static_cast<size_t>(which)];
+  X11SharedText& shared = x->selections.shared[size_t(which)];
   if (shared.ours) return !shared.text.empty();
   if (!shared.unsure && x->selections.event >= 0) return shared.has;
   shared.unsure = false; // what changes from here on is told

@@ -23,19 +23,19 @@ constexpr int32_t kPatienceMs = 1000;
 // The most text of one request.
 size_t PieceOf(Display* display) {
   const long units = std::max(XExtendedMaxRequestSize(display), XMaxRequestSize(display));
-  return std::min(kPieceMax, static_cast<size_t>(units) * 4 - kRequestHead);
+  return std::min(kPieceMax, size_t(units) * 4 - kRequestHead);
 }
 
 X11SharedText* SharedBy(X11Connection* x, Atom selection) {
   for (const SharedText which : {SharedText::kClipboard, SharedText::kSelected}) {
-    if (X11SelectionOf(x, which) == selection) return &x->selections.shared[static_cast<size_t>(which)];
+    if (X11SelectionOf(x, which) == selection) return &x->selections.shared[size_t(which)];
   }
   return nullptr;
 }
 
 // Times of the server wrap, too.
 bool IsBefore(Time a, Time b) {
-  return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b)) < 0;
+  return int32_t(uint32_t(a) - uint32_t(b)) < 0;
 }
 
 // ---- In pieces ---------------------------------------------------------------------------------------------------
@@ -250,11 +250,11 @@ void DisplayShareText(SharedText which, std::string_view text) {
   X11WatchSelections(x);
   const Time now = X11ServerTime(x);
   if (!X11Live()) return;
-  x->selections.shared[static_cast<size_t>(which)] = {true, now, std::string(text), false, false};
+  x->selections.shared[size_t(which)] = {true, now, std::string(text), false, false};
   XSetSelectionOwner(x->display, X11SelectionOf(x, which), x->selections.window, now);
   // Another program that was quicker has it, and nobody tells us that we do not.
   const Window owner = XGetSelectionOwner(x->display, X11SelectionOf(x, which));
-  if (X11Live() && owner != x->selections.window) Forget(&x->selections.shared[static_cast<size_t>(which)]);
+  if (X11Live() && owner != x->selections.window) Forget(&x->selections.shared[size_t(which)]);
 }
 
 } // namespace framereel

@@ -69,7 +69,7 @@ std::string TextOf(KeySym symbol) {
 
 std::string ComposedText(xkb_compose_state* state) {
   const int length = xkb_compose_state_get_utf8(state, nullptr, 0);
-  std::string text(static_cast<size_t>(length) + 1, 0);
+  std::string text(size_t(length) + 1, 0);
   xkb_compose_state_get_utf8(state, text.data(), text.size());
   text.pop_back();
   return text;

@@ -80,7 +80,7 @@ void ForgetPointer(X11Connection* x, DisplayWindow* window) {
 } // namespace
 
 X11Place X11PlaceOf(const PixelRect& place) {
-  auto size = [](int64_t v) { return static_cast<int32_t>(std::clamp<int64_t>(v, 1, kX11PlaceMax)); };
+  auto size = [](int64_t v) { return int32_t(std::clamp<int64_t>(v, 1, kX11PlaceMax)); };
   return {std::clamp(place.left, kX11PlaceMin, kX11PlaceMax), std::clamp(place.top, kX11PlaceMin, kX11PlaceMax),
           size(int64_t{place.right} - place.left), size(int64_t{place.bottom} - place.top)};
 }
@@ -107,7 +107,7 @@ void X11RaiseUnmanaged(X11Connection* x) {
   if (stack.empty()) return;
   // Each of the others slides under the one before, so none covers another for a moment and has to be painted anew.
   XRaiseWindow(x->display, stack.front());
-  XRestackWindows(x->display, stack.data(), static_cast<int>(stack.size()));
+  XRestackWindows(x->display, stack.data(), int(stack.size()));
 }
 
 DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {

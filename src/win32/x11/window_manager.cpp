@@ -140,10 +140,10 @@ uint32_t PlainPixel(uint32_t pixel) {
 bool ReadWorkArea(X11Connection* x, PixelRect* area) {
   std::vector<unsigned long> areas = X11ReadItems(x, x->root, X11AtomOf(x, kNetWorkArea), XA_CARDINAL);
   std::vector<unsigned long> current = X11ReadItems(x, x->root, X11AtomOf(x, kNetCurrentDesktop), XA_CARDINAL);
-  size_t first = current.empty() ? 0 : static_cast<size_t>(std::min(current[0], 10000ul)) * 4;
+  size_t first = current.empty() ? 0 : size_t(std::min(current[0], 10000ul)) * 4;
   if (first + 4 > areas.size()) first = 0;
   if (areas.size() < 4) return false;
-  auto item = [&](size_t i) { return static_cast<int32_t>(std::min(areas[first + i], 65535ul)); };
+  auto item = [&](size_t i) { return int32_t(std::min(areas[first + i], 65535ul)); };
   *area = {item(0), item(1), item(0) + item(2), item(1) + item(3)};
   return true;
 }
@@ -159,7 +159,7 @@ PixelRect WithoutStruts(X11Connection* x, PixelRect area) {
     XSelectInput(x->display, window, X11ForeignEvents(x, window));
     std::vector<unsigned long> strut = X11ReadItems(x, window, X11AtomOf(x, kNetWmStrutPartial), XA_CARDINAL);
     if (strut.size() < 4) continue;
-    auto item = [&](size_t i) { return static_cast<int32_t>(std::min(strut[i], 65535ul)); };
+    auto item = [&](size_t i) { return int32_t(std::min(strut[i], 65535ul)); };
     area = Intersect(area, {item(0), item(2), width - item(1), height - item(3)});
   }
   return area;
@@ -238,7 +238,7 @@ void X11WriteTitle(X11Connection* x, const DisplayWindow& window, const char* ti
 
 void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPicture& icon) {
   if (icon.width < 1 || icon.height < 1 || icon.width > kIconSideMax || icon.height > kIconSideMax) return;
-  size_t count = static_cast<size_t>(icon.width) * icon.height;
+  size_t count = size_t(icon.width) * icon.height;
   std::vector<unsigned long> items = {static_cast<unsigned long>(icon.width), static_cast<unsigned long>(icon.height)};
   for (size_t i = 0; i < count; i++) items.push_back(PlainPixel(icon.pixels[i]));
   X11WriteItems(x, window.id, X11AtomOf(x, kNetWmIcon), XA_CARDINAL, items);
@@ -272,7 +272,7 @@ void X11WriteStart(X11Connection* x, const DisplayWindow& window) {
 
 void X11AskModal(X11Connection* x, const DisplayWindow& window) {
   constexpr long remove = 0, add = 1, application = 1;
-  const auto modal = static_cast<long>(X11AtomOf(x, kNetWmStateModal));
+  const auto modal = long(X11AtomOf(x, kNetWmStateModal));
   X11AskManager(x, window, kNetWmState, {window.modal ? add : remove, modal, 0, application, 0});
 }
 
