@@ -79,26 +79,21 @@ Artist::Artist() : display(XOpenDisplay(nullptr)) {
     std::abort();
   }
   root = DefaultRootWindow(display);
-}
-
-XWindowAttributes Artist::State(Window window) const {
-  XWindowAttributes state{};
-  XGetWindowAttributes(display, window, &state);
-  return state;
+  XSynchronize(display, True);
 }
 
 Picture Artist::Noise(int32_t width, int32_t height, uint32_t seed) const {
-  Picture picture{width, height, std::vector<uint32_t>(static_cast<size_t>(width) * height)};
+  Picture picture = Paper(width, height);
   std::mt19937 noise(seed);
   for (uint32_t& pixel : picture.pixels) pixel = static_cast<uint32_t>(noise()) & PixelBits();
   return picture;
 }
 
-void Artist::Put(const Picture& picture, Drawable to, int32_t depth) const {
+void Artist::Put(const Picture& picture, Drawable to, int32_t depth, int32_t x, int32_t y) const {
   uint32_t* rows = const_cast<uint32_t*>(picture.pixels.data());
   XImage image = ImageOf(rows, picture.width, picture.height, depth, 32, 4 * picture.width);
   GC context = XCreateGC(display, to, 0, nullptr);
-  XPutImage(display, to, context, &image, 0, 0, 0, 0, picture.width, picture.height);
+  XPutImage(display, to, context, &image, 0, 0, x, y, picture.width, picture.height);
   XFreeGC(display, context);
 }
 
@@ -112,14 +107,7 @@ Window Artist::Show(const Picture& picture, int32_t x, int32_t y) const {
   XEvent exposed;
   XWindowEvent(display, window, ExposureMask, &exposed);
   Put(picture, window, Depth());
-  XSync(display, False);
   return window;
-}
-
-Picture Artist::CoverScreen(uint32_t seed) const {
-  Picture picture = Noise(Width(), Height(), seed);
-  Show(picture, 0, 0);
-  return picture;
 }
 
 Picture Artist::Look(const PixelRect& where) const {
@@ -138,7 +126,6 @@ void Artist::ResizeScreen(int32_t width, int32_t height) const {
   }
   XRRFreeScreenResources(resources);
   XRRSetScreenSize(display, root, width, height, width, height);
-  XSync(display, False);
 }
 
 // ---- The display -------------------------------------------------------------------------------------------------
@@ -153,18 +140,14 @@ OwnSurface::OwnSurface(int32_t width, int32_t height, uint8_t fill) {
 }
 
 OwnSurface::OwnSurface(const Picture& picture) : OwnSurface(picture.width, picture.height) {
-  Load(picture);
-}
-
-void OwnSurface::Fill(uint8_t byte) {
-  std::memset(surface.pixels, byte, static_cast<size_t>(surface.stride) * surface.height);
-}
-
-void OwnSurface::Load(const Picture& picture) {
   XImage image = ImageOfSurface(surface);
   for (int32_t y = 0; y < picture.height; y++) {
     for (int32_t x = 0; x < picture.width; x++) XPutPixel(&image, x, y, picture.At(x, y));
   }
+}
+
+void OwnSurface::Fill(uint8_t byte) {
+  std::memset(surface.pixels, byte, static_cast<size_t>(surface.stride) * surface.height);
 }
 
 Picture OwnSurface::Pixels() const {

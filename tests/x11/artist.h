@@ -1,5 +1,6 @@
 // Another program on the same server, for the tests of the X11 display: it paints known pictures with plain Xlib on its
-// own connection, and looks at the screen without any help of the display's.
+// own connection, and looks at the screen without any help of the display's. What it asks for is done when a call
+// returns.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -43,22 +44,32 @@ struct Artist {
   Artist();
   ~Artist() { XCloseDisplay(display); }
   int32_t Depth() const { return DefaultDepth(display, DefaultScreen(display)); }
-  XWindowAttributes State(Window window) const;
+  XWindowAttributes State(Window window) const {
+    XWindowAttributes state{};
+    XGetWindowAttributes(display, window, &state);
+    return state;
+  }
   int32_t Width() const { return State(root).width; }
   int32_t Height() const { return State(root).height; }
   bool HasSharedMemory() const { return XShmQueryExtension(display); }
   // All bits that the screen's pixels have.
   uint32_t PixelBits() const { return Depth() >= 32 ? ~0u : (1u << Depth()) - 1; }
-  unsigned long Black() const { return BlackPixel(display, DefaultScreen(display)); }
-  unsigned long White() const { return WhitePixel(display, DefaultScreen(display)); }
+  uint32_t Black() const { return uint32_t(BlackPixel(display, DefaultScreen(display))) & PixelBits(); }
+  uint32_t White() const { return uint32_t(WhitePixel(display, DefaultScreen(display))) & PixelBits(); }
 
+  Picture Paper(int32_t width, int32_t height) const {
+    return {width, height, std::vector(static_cast<size_t>(width) * height, White())};
+  }
   // Noise of the screen's pixels, the same for the same seed; no two neighbours are alike in general.
   Picture Noise(int32_t width, int32_t height, uint32_t seed) const;
-  void Put(const Picture& picture, Drawable to, int32_t depth) const;
+  void Put(const Picture& picture, Drawable to, int32_t depth, int32_t x = 0, int32_t y = 0) const;
   // Shows a window of any program with the picture at that place, above the others, and waits until it stands there.
   Window Show(const Picture& picture, int32_t x, int32_t y) const;
   // Noise over the whole screen.
-  Picture CoverScreen(uint32_t seed) const;
+  Picture CoverScreen(uint32_t seed) const {
+    Picture picture = Noise(Width(), Height(), seed);
+    return Show(picture, 0, 0), picture;
+  }
   // What stands on the screen now, or on a part of it.
   Picture Look() const { return Look({0, 0, Width(), Height()}); }
   Picture Look(const PixelRect& where) const;
@@ -94,7 +105,6 @@ struct OwnSurface {
   OwnSurface& operator=(const OwnSurface&) = delete;
 
   void Fill(uint8_t byte); // every one
-  void Load(const Picture& picture);
   Picture Pixels() const;
 };
 

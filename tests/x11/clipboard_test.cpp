@@ -1,10 +1,9 @@
 // The texts that programs share: ours to others and theirs to us, in every form, whole and in pieces.
-#include "x11/neighbour.h"
 #include "x11/user.h"
 
+#include <atomic>
 #include <random>
-
-#include <X11/Xatom.h>
+#include <thread>
 
 namespace framereel {
 
@@ -23,71 +22,130 @@ std::string LongText() {
   return text;
 }
 
+struct NeighbourHas {
+  std::string text;
+  std::vector<std::string> forms; // the targets that it knows, TARGETS among them
+  size_t piece = 0;               // bytes of each piece; 0: whole
+  size_t pieces = ~size_t{0};     // after so many it falls silent
+  const char* selection = "CLIPBOARD";
+};
+
+// Another program that has a selection from here on until it goes. It answers on a thread and a connection of its own,
+// since whoever pastes waits for it.
+class Neighbour {
+public:
+  explicit Neighbour(NeighbourHas h) : has(std::move(h)) {
+    XSetSelectionOwner(program.display, AtomOf(has.selection), window, CurrentTime);
+    thread = std::thread([this] {
+      for (XEvent event{}; event.type != ClientMessage;) {
+        XNextEvent(program.display, &event);
+        const XPropertyEvent& taken = event.xproperty;
+        if (event.type == SelectionRequest) Answer(event.xselectionrequest);
+        if (event.type != PropertyNotify || taken.state != PropertyDelete || has.pieces == 0) continue;
+        if (taken.window == receiving.requestor && taken.atom == receiving.property) GivePiece();
+      }
+    });
+  }
+  ~Neighbour() {
+    XEvent end{};
+    end.xclient = {ClientMessage, 0, False, nullptr, window, None, 32, {}};
+    XSendEvent(Artist().display, window, False, NoEventMask, &end);
+    thread.join();
+  }
+  Neighbour(const Neighbour&) = delete;
+
+  std::atomic<int> asked = 0; // how often it was asked for anything
+
+private:
+  Atom AtomOf(const std::string& name) const { return XInternAtom(program.display, name.c_str(), False); }
+  void Write(Atom type, int format, const void* items, size_t count) const {
+    XChangeProperty(program.display, receiving.requestor, receiving.property, type, format, PropModeReplace,
+                    static_cast<const unsigned char*>(items), int(count));
+  }
+  void Answer(const XSelectionRequestEvent& request) {
+    ++asked;
+    receiving = request;
+    std::vector<Atom> forms;
+    for (const std::string& each : has.forms) forms.push_back(AtomOf(each));
+    const bool knows = std::find(forms.begin(), forms.end(), request.target) != forms.end();
+    if (knows && request.target == AtomOf("TARGETS")) {
+      Write(XA_ATOM, 32, forms.data(), forms.size());
+    } else if (knows && has.piece == 0) {
+      Write(request.target, 8, has.text.data(), has.text.size());
+    } else if (knows) {
+      const size_t size = has.text.size();
+      XSelectInput(program.display, request.requestor, PropertyChangeMask);
+      Write(AtomOf("INCR"), 32, &size, 1);
+    }
+    XEvent answer{};
+    answer.xselection = {SelectionNotify,
+                         0,
+                         False,
+                         nullptr,
+                         request.requestor,
+                         request.selection,
+                         request.target,
+                         knows ? request.property : None,
+                         request.time};
+    XSendEvent(program.display, request.requestor, False, NoEventMask, &answer);
+  }
+  void GivePiece() {
+    --has.pieces;
+    const std::string piece = has.text.substr(0, has.piece);
+    has.text.erase(0, piece.size());
+    Write(piece.empty() ? XA_INTEGER : receiving.target, 8, piece.data(),
+          piece.size()); // nobody looks at the last one's
+  }
+
+  NeighbourHas has;
+  Artist program;
+  Window window = XCreateSimpleWindow(program.display, program.root, 0, 0, 1, 1, 0, 0, 0);
+  XSelectionRequestEvent receiving{};
+  std::thread thread;
+};
+
 class X11ClipboardTest : public X11WindowTest {
 protected:
   void SetUp() override {
     X11WindowTest::SetUp();
-    asker = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0);
+    asker = NewWindow();
     XSelectInput(artist.display, asker, PropertyChangeMask);
   }
-  void TearDown() override {
-    XDestroyWindow(artist.display, asker);
-    X11WindowTest::TearDown();
-  }
+  Window NewWindow() const { return XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0); }
 
-  // Another program asks for a form of our text, and waits for the answer.
-  bool IsGiven(const char* target, const char* selection = "CLIPBOARD", Time time = CurrentTime) {
-    XConvertSelection(artist.display, Atom(AtomOf(selection)), Atom(AtomOf(target)), Atom(AtomOf("ANSWER")), asker,
+  void Ask(Window window, const char* target, const char* selection = "CLIPBOARD", Time time = CurrentTime) const {
+    XConvertSelection(artist.display, Atom(AtomOf(selection)), Atom(AtomOf(target)), Atom(AtomOf("ANSWER")), window,
                       time);
-    const XEvent answer =
-        Await([&](XEvent* e) { return XCheckTypedWindowEvent(artist.display, asker, SelectionNotify, e) == True; });
+  }
+  // Another program asks for a form of our text, and waits for the answer while ours goes on taking its events.
+  bool IsGiven(const char* target, const char* selection = "CLIPBOARD", Time time = CurrentTime) {
+    Ask(asker, target, selection, time);
+    XEvent answer{};
+    Until([&] { return Drain(), XCheckTypedWindowEvent(artist.display, asker, SelectionNotify, &answer); });
     return answer.xselection.property != None;
   }
   // What it gets: "TYPE bytes", or "refused".
   std::string Given(const char* target, const char* selection = "CLIPBOARD", Time time = CurrentTime) {
-    const Atom property = Atom(AtomOf("ANSWER"));
     if (!IsGiven(target, selection, time)) return "refused";
-    std::string type = TypeOf(asker, "ANSWER"), text = Text(asker, "ANSWER");
-    if (type != "INCR") return type + " " + text;
-    type = text = "";
-    for (;;) {
-      for (XEvent old; XCheckWindowEvent(artist.display, asker, PropertyChangeMask, &old);) {
-      }
-      XDeleteProperty(artist.display, asker, property);
-      Await([&](XEvent* e) {
-        return XCheckWindowEvent(artist.display, asker, PropertyChangeMask, e) &&
-               e->xproperty.state == PropertyNewValue;
-      });
-      const std::string piece = Text(asker, "ANSWER");
-      type = TypeOf(asker, "ANSWER");
-      if (piece.empty()) return type + " " + text;
-      EXPECT_LT(piece.size(), 1'000'000U);
-      text += piece;
-    }
-  }
-
-  // While our program goes on taking its events.
-  XEvent Await(const std::function<bool(XEvent*)>& found) {
-    XEvent event{};
-    Until([&] { return Drain(), found(&event); });
-    return event;
-  }
-
-  std::string TypeOf(Window window, const char* property) const {
     Atom type = None;
-    int format;
-    unsigned long count, rest;
-    unsigned char* data = nullptr;
-    XGetWindowProperty(artist.display, window, Atom(AtomOf(property)), 0, 0, False, AnyPropertyType, &type, &format,
-                       &count, &rest, &data);
-    if (data) XFree(data);
-    return type ? NameOf(type) : "";
+    std::string piece = Text(asker, "ANSWER", &type), text;
+    if (NameOf(type) != "INCR") return NameOf(type) + " " + piece;
+    do {
+      XEvent event;
+      while (XCheckWindowEvent(artist.display, asker, PropertyChangeMask, &event)) continue;
+      XDeleteProperty(artist.display, asker, Atom(AtomOf("ANSWER")));
+      Until([&] {
+        return Drain(), XCheckWindowEvent(artist.display, asker, PropertyChangeMask, &event) &&
+                            event.xproperty.state == PropertyNewValue;
+      });
+      text += piece = Text(asker, "ANSWER", &type);
+      EXPECT_LT(piece.size(), 1'000'000U);
+    } while (!piece.empty());
+    return NameOf(type) + " " + text;
   }
   std::string NameOf(Atom atom) const {
-    char* name = XGetAtomName(artist.display, atom);
-    std::string copy = name;
-    XFree(name);
-    return copy;
+    const std::unique_ptr<char, decltype(&XFree)> name(XGetAtomName(artist.display, atom), XFree);
+    return name.get();
   }
 
   Window asker = None;
@@ -104,7 +162,6 @@ TEST_F(X11ClipboardTest, OursIsGivenInTheFormsThatAreAskedFor) {
   for (const char* none : {"text/html", "PIXMAP"}) EXPECT_EQ(Given(none), "refused");
   EXPECT_EQ(Given("UTF8_STRING", "CLIPBOARD", 1), "refused"); // from before it was shared
   EXPECT_TRUE(IsGiven("TIMESTAMP"));
-  EXPECT_EQ(TypeOf(asker, "ANSWER"), "INTEGER");
   EXPECT_EQ(Items(asker, "ANSWER"), std::vector<long>{long(X11Live()->selections.shared[0].since)});
   EXPECT_TRUE(IsGiven("TARGETS"));
   std::string targets;
@@ -144,9 +201,8 @@ TEST_F(X11ClipboardTest, ALargeTextGoesOutInPiecesToSeveralAtOnceAndLeavesNothin
   const std::string text = LongText();
   DisplayShareText(SharedText::kClipboard, text);
   // One that begins and never goes on, one that goes in the middle, and our own windows' events stay as they are.
-  Window stuck = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0);
-  XConvertSelection(artist.display, Atom(AtomOf("CLIPBOARD")), Atom(AtomOf("UTF8_STRING")), Atom(AtomOf("STUCK")),
-                    stuck, CurrentTime);
+  const Window stuck = NewWindow();
+  Ask(stuck, "UTF8_STRING");
   EXPECT_TRUE(IsGiven("UTF8_STRING")); // and asks once more before it has taken anything
   EXPECT_TRUE(Given("UTF8_STRING") == "UTF8_STRING " + text);
   EXPECT_EQ(X11Live()->selections.sending.size(), 1U);
@@ -165,7 +221,6 @@ TEST_F(X11ClipboardTest, TheirsIsTakenInTheFormsThatTheyHave) {
     std::string taken;
   } neighbours[] = {
       {{"caf\xC3\xA9\x80", {"UTF8_STRING", "STRING"}}, "caf\xC3\xA9\x80"},
-      {{latin, {"STRING"}}, "caf\xC3\xA9"},
       {{latin, {"STRING"}, 1}, "caf\xC3\xA9"},
       {{"", {"UTF8_STRING"}}, ""},
       {{text, {"UTF8_STRING"}}, text}, // in one, as far as the server takes it

@@ -24,7 +24,6 @@ protected:
 
   // From the top-level window down to the deepest one.
   std::vector<DesktopWindow> Found(int32_t x, int32_t y) {
-    XSync(artist.display, False);
     Catch();
     std::vector<DesktopWindow> chain;
     for (DesktopWindow at = 0; (at = DisplayWindowAt(at, x, y)) != 0;) chain.push_back(at);
@@ -180,7 +179,6 @@ TEST_F(X11WindowSearch, FindsOurWindowsButNoCoverAndNothingThatHasGone) {
   EXPECT_EQ(Found(100, 100), (std::vector{DesktopWindow(other), DesktopWindow(child)}));
   EXPECT_EQ(DisplayOwnWindow(DesktopWindow(other)), nullptr);
   XDestroyWindow(artist.display, other);
-  XSync(artist.display, False);
   PixelRect place;
   EXPECT_EQ(DisplayWindowAt(DesktopWindow(other), 100, 100), 0u);
   EXPECT_FALSE(DisplayWindowPlace(DesktopWindow(child), &place));

@@ -21,7 +21,6 @@ protected:
     X11ReadKeys(X11Live());
     KeySym symbols[] = {alone, shifted};
     XChangeKeyboardMapping(artist.display, code, 2, symbols, 1);
-    XSync(artist.display, False);
     Until([] {
       X11TakeEvents(X11Live(), QueuedAlready);
       return X11Live()->keyboard.unsure;

@@ -2,8 +2,6 @@
 // artist plays them, on desktops without a manager of their own.
 #include "x11/user.h"
 
-#include <X11/Xatom.h>
-
 namespace framereel {
 
 namespace {
@@ -21,12 +19,10 @@ protected:
     XMoveResizeWindow(artist.display, window->id, place.left, place.top, place.right - place.left,
                       place.bottom - place.top);
     XMapWindow(artist.display, window->id);
-    XSync(artist.display, False);
   }
   // Works off the requests that wait, but for those to stand beyond the screen, as some managers do.
   void Grant() {
     Catch();
-    XSync(artist.display, False);
     XEvent event;
     while (XCheckTypedEvent(artist.display, ConfigureRequest, &event)) {
       XConfigureRequestEvent& asked = event.xconfigurerequest;
@@ -35,13 +31,11 @@ protected:
       XConfigureWindow(artist.display, asked.window, unsigned(asked.value_mask & (CWX | CWY | CWWidth | CWHeight)),
                        &changes);
     }
-    XSync(artist.display, False);
   }
   // What a client claims to be the server's word.
   void Claim(Window window, XEvent event) {
     event.xany.window = window;
     XSendEvent(artist.display, window, False, StructureNotifyMask | FocusChangeMask, &event);
-    XSync(artist.display, False);
   }
   void ClaimPlace(Window window, int width, int height) {
     XEvent event{};
@@ -72,7 +66,6 @@ TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
 
   // What has not been taken yet is no news after the next request.
   XMoveWindow(artist.display, window->id, 5, 5);
-  XSync(artist.display, False);
   Catch();
   X11TakeEvents(X11Live(), QueuedAlready);
   X11SettlePlaces(X11Live());
@@ -99,7 +92,6 @@ TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
   }
   // One that goes leaves all windows on the screen.
   XMapWindow(artist.display, window->id);
-  XSync(artist.display, False);
   EXPECT_FALSE(Next(Kind::kMinimised, window).flag);
 }
 
@@ -120,7 +112,6 @@ TEST_F(X11WindowManager, NobodyElseIsBelievedWhatOnlyTheServerKnows) {
 
   // A size that cannot be of use is cut, even if the window has it.
   XResizeWindow(artist.display, window->id, 30000, 20000);
-  XSync(artist.display, False);
   EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{10, 10, 10 + artist.Width(), 10 + artist.Height()}));
 }
 

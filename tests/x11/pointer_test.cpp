@@ -15,8 +15,14 @@ class X11Pointer : public X11WindowTest {
 protected:
   void WarpByAnotherProgram(const Point& to) {
     XWarpPointer(artist.display, None, artist.root, 0, 0, 0, 0, to.first, to.second);
-    XSync(artist.display, False);
     Catch();
+  }
+  Picture Told() {
+    Catch();
+    const PointerPicture* told = DisplayPointer();
+    if (!told) return {};
+    hot = {told->hotX, told->hotY};
+    return {told->width, told->height, {told->pixels, told->pixels + told->width * told->height}};
   }
   Point Place() {
     Point at{-1, -1};
@@ -31,6 +37,8 @@ protected:
     Place();
     ASSERT_TRUE(X11Live()->devices.hearsMotion);
   }
+
+  Point hot; // of the picture told last
 };
 
 TEST_F(X11Pointer, TellsItsPictureWithAlphaAndHotSpot) {
@@ -40,14 +48,22 @@ TEST_F(X11Pointer, TellsItsPictureWithAlphaAndHotSpot) {
   artist.Put(own, pixmap, 32);
   ::Picture picture = XRenderCreatePicture(d, pixmap, XRenderFindStandardFormat(d, PictStandardARGB32), 0, nullptr);
   XDefineCursor(d, artist.root, XRenderCreateCursor(d, picture, 2, 0));
-  XSync(d, False);
-  Catch();
-  const PointerPicture* told = DisplayPointer();
-  ASSERT_NE(told, nullptr);
-  EXPECT_EQ(told->hotX, 2);
-  EXPECT_EQ(told->hotY, 0);
-  Picture found{told->width, told->height, {told->pixels, told->pixels + told->width * told->height}};
-  EXPECT_EQ(Difference(found, own), "");
+  EXPECT_EQ(Difference(Told(), own), "");
+  EXPECT_EQ(hot, Point(2, 0));
+
+  // Over our windows it has their shape; of pictures of their own the server's cursors show black and white.
+  DisplayWindow* window = Show(Role::kPopup, {10, 10, 210, 210});
+  MovePointer(50, 50);
+  const uint32_t lightNoneDark[] = {0xFFE0E0E0, 0, 0xFF300000};
+  const PointerPicture shape = {3, 1, 2, 0, lightNoneDark};
+  Picture before = own;
+  for (const PointerShape each : {PointerShape::kIBeam, PointerShape::kArrow, PointerShape::kOwn}) {
+    DisplayPointerShape(window, each, &shape);
+    EXPECT_NE(Difference(Told(), before), "");
+    before = Told();
+  }
+  EXPECT_EQ(Difference(before, {3, 1, {0xFFFFFFFF, 0, 0xFF000000}}), "");
+  EXPECT_EQ(hot, Point(2, 0));
 }
 
 TEST_F(X11Pointer, AtRestIsNotAskedForUntilADeviceIsHeard) {
@@ -62,7 +78,7 @@ TEST_F(X11Pointer, AtRestIsNotAskedForUntilADeviceIsHeard) {
   EXPECT_EQ(Place(), Point(33, 43));
   Rest();
   // Held by another program, the mouse is still heard.
-  XGrabPointer(artist.display, artist.root, False, 0, GrabModeAsync, GrabModeAsync, None, None, CurrentTime);
+  GrabMouse();
   MovePointer(32, 42);
   Catch();
   EXPECT_EQ(Place(), Point(32, 42));

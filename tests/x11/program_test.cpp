@@ -38,14 +38,10 @@ protected:
     ASSERT_TRUE(PlatformInit(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL));
     ApplicationStart(app);
     app.options.overlayBorder = app.options.overlayCursor = false;
-    Picture white = {kScene.right - kScene.left, kScene.bottom - kScene.top, {}};
-    white.pixels.assign(size_t(white.width) * size_t(white.height), uint32_t(artist.White()) & artist.PixelBits());
     scene = artist.Show(white, kScene.left, kScene.top);
-    drawing = XCreateGC(artist.display, scene, 0, nullptr);
-    PaintScene(0);
+    PaintArea(0);
   }
   void TearDown() override {
-    XFreeGC(artist.display, drawing);
     ApplicationEnd(app);
     PlatformShutdown();
     X11WindowTest::TearDown();
@@ -54,55 +50,35 @@ protected:
   // Passes of the event loop until it holds.
   void Run(const std::function<bool()>& holds, std::source_location where = std::source_location::current()) {
     for (int pass = 0; !holds(); ++pass) {
-      ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line() << ", wrong at " << wrong.x << ","
-                                 << wrong.y;
+      ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line();
       PumpOneEvent(nullptr, true);
     }
   }
 
-  // The area's part of the scene, in one go: white, with a black block that moves from state to state.
-  void PaintScene(int state) {
-    const Pixmap picture = XCreatePixmap(artist.display, scene, kWidth, kHeight, unsigned(artist.Depth()));
-    XSetForeground(artist.display, drawing, artist.White());
-    XFillRectangle(artist.display, picture, drawing, 0, 0, kWidth, kHeight);
-    XSetForeground(artist.display, drawing, artist.Black());
-    XFillRectangle(artist.display, picture, drawing, BlockLeft(state), 50, kBlock, kBlock);
-    XCopyArea(artist.display, picture, scene, drawing, 0, 0, kWidth, kHeight, kArea.left - kScene.left,
-              kArea.top - kScene.top);
-    XFreePixmap(artist.display, picture);
-    XSync(artist.display, False);
+  // White, with a black block that moves from state to state.
+  Picture AreaAt(int state) const {
+    Picture area = artist.Paper(kWidth, kHeight);
+    const Picture block = {kBlock, kBlock, std::vector(kBlock * kBlock, artist.Black())};
+    Copy(block, block.All(), state * 25, 50, &area);
+    return area;
   }
-  static int BlockLeft(int state) { return state * 25; }
-  static std::vector<uint32_t> SceneInTheFile(int state) {
-    std::vector<uint32_t> pixels(size_t(kWidth) * kHeight, 0xFFFFFF);
-    for (int y = 50; y < 50 + kBlock; ++y) {
-      std::fill_n(pixels.begin() + y * kWidth + BlockLeft(state), kBlock, 0u);
-    }
+  std::vector<uint32_t> AreaInTheFile(int state) const {
+    std::vector<uint32_t> pixels = AreaAt(state).pixels;
+    for (uint32_t& pixel : pixels) pixel = pixel == artist.White() ? 0xFFFFFF : 0;
     return pixels;
   }
-  // Whether all of the scene, what lies round the area included, is on the screen with nothing over it.
-  bool SceneStands(int state) {
-    const Picture screen = artist.Look();
-    const std::vector<uint32_t> area = SceneInTheFile(state);
-    for (int32_t y = kScene.top; y < kScene.bottom; ++y) {
-      for (int32_t x = kScene.left; x < kScene.right; ++x) {
-        const bool inside = x >= kArea.left && x < kArea.right && y >= kArea.top && y < kArea.bottom;
-        const bool black = inside && area[size_t((y - kArea.top) * kWidth + x - kArea.left)] == 0;
-        const unsigned long wanted = black ? artist.Black() : artist.White();
-        if (screen.At(x, y) == (uint32_t(wanted) & artist.PixelBits())) continue;
-        wrong = {x, y};
-        return false;
-      }
-    }
-    return true;
+  void PaintArea(int state) const {
+    artist.Put(AreaAt(state), scene, artist.Depth(), kArea.left - kScene.left, kArea.top - kScene.top);
+  }
+  // Waits until all of the scene, what lies round the area included, is on the screen with nothing over it.
+  void UntilSceneStands(int state) {
+    Picture expected = white;
+    Copy(AreaAt(state), {0, 0, kWidth, kHeight}, kArea.left - kScene.left, kArea.top - kScene.top, &expected);
+    Run([&] { return Difference(artist.Look(kScene), expected).empty(); });
   }
 
   void Chord(bool down) {
     for (const KeySym key : {XK_Control_L, XK_Alt_L, XK_Shift_L}) Key(key, down);
-  }
-  bool BackdropStands() const {
-    XWindowAttributes state = {};
-    return XGetWindowAttributes(artist.display, WindowAt(kArea.left, kArea.top), &state) && state.c_class == InputOnly;
   }
   static Point MiddleOf(const View* view) {
     const MainWindow* main = TheMainWindow();
@@ -116,8 +92,7 @@ protected:
   }
   void Click(const View* view) {
     MoveTo(view);
-    Button(1, true);
-    Button(1, false);
+    X11WindowTest::Click(1);
   }
   void Press(KeySym letter) {
     Key(XK_Control_L, true);
@@ -145,7 +120,7 @@ protected:
   void DrawTheArea() {
     Run([] { return !SlideFrameIsRunning(); });
     Click(app.panel.selectButton);
-    Run([&] { return BackdropStands(); });
+    Run([&] { return artist.State(WindowAt(kArea.left, kArea.top)).c_class == InputOnly; }); // the backdrop
     MovePointer(kArea.left, kArea.top);
     Button(1, true);
     Run([&] { return app.area.selectionDragging; });
@@ -157,16 +132,14 @@ protected:
 
   WorkingFolder folder;
   Application app;
+  const Picture white = artist.Paper(kScene.right - kScene.left, kScene.bottom - kScene.top);
   Window scene = None;
-  POINT wrong = {-1, -1}; // on the screen, as SceneStands saw it last
-  GC drawing = nullptr;
   std::vector<Turn> turns;
 };
 
 TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) {
   Run([] { return !SlideFrameIsRunning(); });
-  XSetInputFocus(artist.display, scene, RevertToPointerRoot, CurrentTime);
-  XSync(artist.display, False);
+  FocusOn(scene);
   Run([] { return !ActiveGet(); });
   Click(app.panel.showAreaBox);
   Run([&] { return AntsAreUp(app.area); });
@@ -189,14 +162,13 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
     return lineAt(above) != paper;
   });
   MoveTo(popup, above);
-  Button(1, true);
-  Button(1, false);
+  X11WindowTest::Click(1);
   Run([&] { return app.options.frameDelay == FrameRateTable[chosen - 1].delay; });
   Click(app.panel.startButton);
   Run([&] { return app.recorder.frameCount == 1; });
   Click(app.panel.stopButton);
   Run([&] { return !app.recorder.control.recording; });
-  EXPECT_EQ(Composite(ReadGif(FileBytes(app.stream)), 0), SceneInTheFile(0));
+  EXPECT_EQ(Composite(ReadGif(FileBytes(app.stream)), 0), AreaInTheFile(0));
 
   // By keys, with the extension that the dialog puts behind the name.
   ::setenv("HOME", folder.path.c_str(), 1);
@@ -208,7 +180,7 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
     XGetInputFocus(artist.display, &focus, &revert);
     return app.document.file && focus > PointerRoot && Text(focus, "WM_NAME") == "Framereel - clip";
   });
-  EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), SceneInTheFile(0));
+  EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), AreaInTheFile(0));
   Press(XK_q);
   Run([&] { return app.document.abandoned; }); // without a question
 }
@@ -218,17 +190,17 @@ TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   const Rect& area = app.recorder.captureArea;
   EXPECT_EQ((PixelRect{area.left, area.top, area.right, area.bottom}), kArea);
   EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 31), "Recording Area:40,120 200x140\r\n");
-  Run([&] { return SceneStands(0); });
+  UntilSceneStands(0);
   AntsShow(app.area); // the line stays up while frames are taken
 
-  XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+  GrabKeys();
   Chord(true);
   Run([&] { return app.recorder.control.recording; });
   Chord(false);
   Run([&] { return app.recorder.frameCount == 1; });
   for (int state = 1; state <= 5; ++state) {
     const uint32_t frames = app.recorder.frameCount;
-    PaintScene(state);
+    PaintArea(state);
     Run([&] { return app.recorder.frameCount > frames; });
   }
   Chord(true);
@@ -237,16 +209,16 @@ TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   XUngrabKeyboard(artist.display, CurrentTime);
   AntsHide(app.area);
   // A compositor may have painted over parts of the line, and they come out now.
-  if (XGetSelectionOwner(artist.display, AtomOf("_NET_WM_CM_S0"))) RefreshScreen(app.area);
-  Run([&] { return SceneStands(5); });
+  if (HasCompositor()) RefreshScreen(app.area);
+  UntilSceneStands(5);
 
   const GifPicture gif = ReadGif(FileBytes(app.stream));
   ASSERT_GE(gif.frames.size(), 6u) << gif.error;
   int state = 0;
   for (size_t frame = 0; frame < gif.frames.size(); ++frame) {
     const std::vector<uint32_t> seen = Composite(gif, frame);
-    while (state < 5 && seen != SceneInTheFile(state)) ++state;
-    EXPECT_EQ(seen == SceneInTheFile(state), true) << "frame " << frame << " shows something else than the scene";
+    while (state < 5 && seen != AreaInTheFile(state)) ++state;
+    EXPECT_TRUE(seen == AreaInTheFile(state)) << "frame " << frame << " shows something else than the scene";
   }
   EXPECT_EQ(state, 5);
 }

@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <ostream>
 
-#include <X11/extensions/XTest.h>
-
 namespace framereel {
 
 namespace {
@@ -64,24 +62,9 @@ void X11WindowTest::Activate(DisplayWindow* window) {
 
 // ---- The user ----------------------------------------------------------------------------------------------------
 
-void X11WindowTest::MovePointer(int32_t x, int32_t y) {
-  XTestFakeMotionEvent(artist.display, -1, x, y, CurrentTime);
-  XSync(artist.display, False);
-}
-
-void X11WindowTest::Button(unsigned int button, bool down) {
-  XTestFakeButtonEvent(artist.display, button, down, CurrentTime);
-  XSync(artist.display, False);
-}
-
-void X11WindowTest::Key(KeySym symbol, bool down) {
-  XTestFakeKeyEvent(artist.display, CodeOf(symbol), down, CurrentTime);
-  XSync(artist.display, False);
-}
-
-void X11WindowTest::Type(KeyCode code) {
-  for (bool down : {true, false}) XTestFakeKeyEvent(artist.display, code, down, CurrentTime);
-  XSync(artist.display, False);
+void X11WindowTest::TypesInto(DisplayWindow* window, std::source_location where) {
+  Type(CodeOf(XK_b));
+  EXPECT_EQ(Next(Kind::kKeyDown, window, where).key, 'B');
 }
 
 // ---- The desktop -------------------------------------------------------------------------------------------------
@@ -104,16 +87,15 @@ void X11WindowTest::Tell(Window to, Window about, const char* type, std::vector<
   std::copy(data.begin(), data.end(), event.xclient.data.l);
   long mask = to == artist.root ? SubstructureRedirectMask | SubstructureNotifyMask : NoEventMask;
   XSendEvent(artist.display, to, False, mask, &event);
-  XSync(artist.display, False);
 }
 
-std::vector<long> X11WindowTest::Items(Window window, const char* property) const {
-  Atom type;
+std::vector<long> X11WindowTest::Items(Window window, const char* property, Atom* type) const {
+  Atom any = None;
   int format;
   unsigned long count = 0, rest;
   unsigned char* data = nullptr;
-  XGetWindowProperty(artist.display, window, AtomOf(property), 0, 65536, False, AnyPropertyType, &type, &format, &count,
-                     &rest, &data);
+  XGetWindowProperty(artist.display, window, AtomOf(property), 0, 1 << 20, False, AnyPropertyType, type ? type : &any,
+                     &format, &count, &rest, &data);
   std::vector<long> items;
   for (unsigned long i = 0; data && i < count; i++) {
     // Xlib keeps an item of 32 bits in a long, with its sign.
@@ -123,22 +105,9 @@ std::vector<long> X11WindowTest::Items(Window window, const char* property) cons
   return items;
 }
 
-std::string X11WindowTest::Text(Window window, const char* property) const {
-  std::vector<long> bytes = Items(window, property);
-  return std::string(bytes.begin(), bytes.end());
-}
-
 void X11WindowTest::WriteItems(Window window, const char* property, Atom type, std::vector<long> items) {
   XChangeProperty(artist.display, window, AtomOf(property), type, 32, PropModeReplace,
                   reinterpret_cast<const unsigned char*>(items.data()), static_cast<int>(items.size()));
-  XSync(artist.display, False);
-}
-
-Window X11WindowTest::FocusOfServer() const {
-  Window focus;
-  int revert;
-  XGetInputFocus(artist.display, &focus, &revert);
-  return focus;
 }
 
 XEvent X11WindowTest::NextOfArtist(int type) {
@@ -147,12 +116,12 @@ XEvent X11WindowTest::NextOfArtist(int type) {
   return event;
 }
 
-PixelRect X11WindowTest::PlaceOf(const DisplayWindow* window) const {
-  XWindowAttributes size = artist.State(window->id);
+PixelRect X11WindowTest::PlaceOf(Window window) const {
+  const XWindowAttributes now = artist.State(window);
   int x = 0, y = 0;
   Window child;
-  XTranslateCoordinates(artist.display, window->id, artist.root, 0, 0, &x, &y, &child);
-  return {x, y, x + size.width, y + size.height};
+  XTranslateCoordinates(artist.display, window, artist.root, -now.border_width, -now.border_width, &x, &y, &child);
+  return {x, y, x + now.width + 2 * now.border_width, y + now.height + 2 * now.border_width};
 }
 
 Window X11WindowTest::WindowAt(int32_t x, int32_t y) const {
@@ -191,7 +160,6 @@ void X11WindowTest::Until(const std::function<bool()>& holds, std::source_locati
 }
 
 std::vector<DisplayEvent> X11WindowTest::Drain() {
-  XSync(artist.display, False);
   Catch();
   std::vector<DisplayEvent> events;
   for (DisplayEvent event; DisplayNextEvent(&event);) events.push_back(event);
@@ -201,10 +169,6 @@ std::vector<DisplayEvent> X11WindowTest::Drain() {
 bool X11WindowTest::Came(Kind kind) {
   std::vector<DisplayEvent> events = Drain();
   return std::any_of(events.begin(), events.end(), [=](const DisplayEvent& event) { return event.kind == kind; });
-}
-
-bool operator==(const PixelRect& a, const PixelRect& b) {
-  return Same(a, b);
 }
 
 void PrintTo(const PixelRect& r, std::ostream* out) {

@@ -8,6 +8,10 @@
 #include <functional>
 #include <source_location>
 
+#include <X11/Xatom.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -31,10 +35,14 @@ protected:
 
   // ---- The user ----
 
-  void MovePointer(int32_t x, int32_t y);
-  void Button(unsigned int button, bool down);
-  void Key(KeySym symbol, bool down);
-  void Type(KeyCode code); // presses and releases
+  void MovePointer(int32_t x, int32_t y) const { XTestFakeMotionEvent(artist.display, -1, x, y, CurrentTime); }
+  void Button(unsigned int button, bool down) const { XTestFakeButtonEvent(artist.display, button, down, CurrentTime); }
+  void Click(unsigned int button) const { Button(button, true), Button(button, false); }
+  void Hold(KeyCode code, bool down) const { XTestFakeKeyEvent(artist.display, code, down, CurrentTime); }
+  void Key(KeySym symbol, bool down) const { Hold(CodeOf(symbol), down); }
+  void Type(KeyCode code) const { Hold(code, true), Hold(code, false); }
+  // Whoever has the keyboard for the program, the key comes to the window.
+  void TypesInto(DisplayWindow* window, std::source_location where = std::source_location::current());
   KeyCode CodeOf(KeySym symbol) const { return XKeysymToKeycode(artist.display, symbol); }
 
   // ---- The desktop ----
@@ -43,18 +51,29 @@ protected:
   // Waits until the window manager has worked off all that happened up to now.
   void WaitForManager();
   bool HasCompositor() const { return XGetSelectionOwner(artist.display, AtomOf("_NET_WM_CM_S0")) != None; }
-  long AtomOf(const char* name) const { return static_cast<long>(XInternAtom(artist.display, name, False)); }
+  // Another program takes the keyboard, or all keys, or the mouse.
+  void FocusOn(Window window) const { XSetInputFocus(artist.display, window, RevertToPointerRoot, CurrentTime); }
+  void GrabKeys() const {
+    XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+  }
+  void GrabMouse() const {
+    XGrabPointer(artist.display, artist.root, False, 0, GrabModeAsync, GrabModeAsync, None, None, CurrentTime);
+  }
+  long AtomOf(const std::string& name) const { return long(XInternAtom(artist.display, name.c_str(), False)); }
   // A message of a task bar's or a window manager's: to the root about the window, or to the window itself.
   void Tell(Window to, Window about, const char* type, std::vector<long> data);
-  // The items of a property of 32 bits, or its bytes.
-  std::vector<long> Items(Window window, const char* property) const;
-  std::string Text(Window window, const char* property) const;
+  // The items of a property of 32 bits, or its bytes, and its type.
+  std::vector<long> Items(Window window, const char* property, Atom* type = nullptr) const;
+  std::string Text(Window window, const char* property, Atom* type = nullptr) const {
+    const std::vector<long> bytes = Items(window, property, type);
+    return std::string(bytes.begin(), bytes.end());
+  }
   void WriteItems(Window window, const char* property, Atom type, std::vector<long> items);
-  Window FocusOfServer() const;
   // Waits for an event of the artist's own.
   XEvent NextOfArtist(int type);
-  // Where the window stands on the screen, by the server's own word.
-  PixelRect PlaceOf(const DisplayWindow* window) const;
+  // Where the window stands on the screen with its border, by the server's own word.
+  PixelRect PlaceOf(Window window) const;
+  PixelRect PlaceOf(const DisplayWindow* window) const { return PlaceOf(window->id); }
   bool StandsOnScreen(const DisplayWindow* window) const { return artist.State(window->id).map_state == IsViewable; }
   // The innermost window at a place of the screen.
   Window WindowAt(int32_t x, int32_t y) const;
@@ -86,13 +105,12 @@ struct OwnManager {
     }
     Select(NoEventMask);
   }
-  void Select(long events) const {
-    XSelectInput(artist.display, artist.root, events);
-    XSync(artist.display, False);
-  }
+  void Select(long events) const { XSelectInput(artist.display, artist.root, events); }
 };
 
-bool operator==(const PixelRect& a, const PixelRect& b);
+inline bool operator==(const PixelRect& a, const PixelRect& b) {
+  return Same(a, b);
+}
 void PrintTo(const PixelRect& r, std::ostream* out);
 
 } // namespace framereel
