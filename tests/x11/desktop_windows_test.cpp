@@ -3,7 +3,8 @@
 
 #include "x11/user.h"
 
-#include <X11/Xatom.h>
+#include <iterator>
+#include <optional>
 
 namespace framereel {
 
@@ -35,27 +36,25 @@ protected:
     return place;
   }
 
-  // The same from the server alone, each time anew.
-  PixelRect TrueBounds(Window window) const {
-    const XWindowAttributes now = artist.State(window);
-    int x = 0, y = 0;
-    Window child;
-    XTranslateCoordinates(artist.display, window, artist.root, -now.border_width, -now.border_width, &x, &y, &child);
-    return {x, y, x + now.width + 2 * now.border_width, y + now.height + 2 * now.border_width};
+  // From the top down.
+  std::vector<Window> Children(Window window) const {
+    Window root, parent, *first = nullptr;
+    unsigned int count = 0;
+    XQueryTree(artist.display, window, &root, &parent, &first, &count);
+    std::vector<Window> children(std::make_reverse_iterator(first + count), std::make_reverse_iterator(first));
+    if (first) XFree(first);
+    return children;
   }
+  // What is found, from the server alone, each time anew.
   std::vector<DesktopWindow> Truth(int32_t x, int32_t y) const {
     std::vector<DesktopWindow> chain;
     for (Window at = artist.root; at != None;) {
-      Window root, parent, *children = nullptr;
-      unsigned int count = 0;
-      XQueryTree(artist.display, at, &root, &parent, &children, &count);
-      at = None;
-      while (count-- > 0 && at == None) {
-        const XWindowAttributes now = artist.State(children[count]);
-        const bool seen = now.map_state == IsViewable && now.c_class == InputOutput;
-        if (seen && Holds(TrueBounds(children[count]), x, y)) at = children[count];
-      }
-      if (children) XFree(children);
+      const std::vector<Window> children = Children(at);
+      const auto next = std::find_if(children.begin(), children.end(), [=, this](Window each) {
+        const XWindowAttributes now = artist.State(each);
+        return now.map_state == IsViewable && now.c_class == InputOutput && Holds(PlaceOf(each), x, y);
+      });
+      at = next == children.end() ? None : *next;
       if (at != None) chain.push_back(DesktopWindow(at));
     }
     return chain;
@@ -63,69 +62,51 @@ protected:
 };
 
 TEST_F(X11WindowSearch, KnowsWhatStandsWhereWhateverWindowsDo) {
-  struct Other {
-    Window id, parent;
-    bool mapped;
-  };
-  std::vector<Other> others;
+  Display* display = artist.display;
+  std::vector<Window> others;
   Dice dice(3);
   const auto below = [&](int limit) { return int(dice.random() % unsigned(limit)); };
-  const auto any = [&]() -> Other& { return others[size_t(below(int(others.size())))]; };
-  const auto hasChildren = [&](Window window) {
-    return std::any_of(others.begin(), others.end(), [=](const Other& each) { return each.parent == window; });
-  };
+  const auto any = [&]() -> Window& { return others[size_t(below(int(others.size())))]; };
   const auto anyPlace = [&] {
     const int32_t left = below(200) - 60, top = below(200) - 60;
     return PixelRect{left, top, left + 1 + below(300), top + 1 + below(300)};
   };
   const auto create = [&] {
-    const Window parent = others.empty() || dice.OneIn(3) ? artist.root : any().id;
-    others.push_back({Make(parent, anyPlace(), below(3)), parent, true});
+    others.push_back(Make(others.empty() || dice.OneIn(3) ? artist.root : any(), anyPlace(), below(3)));
   };
-  const auto goElsewhere = [&](Other& which) {
-    const PixelRect place = anyPlace();
-    XMoveResizeWindow(artist.display, which.id, place.left, place.top, unsigned(place.right - place.left),
-                      unsigned(place.bottom - place.top));
+  const auto destroy = [&](Window& which) {
+    if (others.size() < 8 || !Children(which).empty()) return;
+    XDestroyWindow(display, which);
+    which = others.back();
+    others.pop_back();
   };
+  const auto adopt = [&](Window which) {
+    const Window parent = any();
+    if (!Children(which).empty()) return;
+    XReparentWindow(display, which, parent == which || dice.OneIn(3) ? artist.root : parent, below(100), below(100));
+  };
+  const auto move = [&](Window which) {
+    const PixelRect to = anyPlace();
+    XMoveResizeWindow(display, which, to.left, to.top, unsigned(to.right - to.left), unsigned(to.bottom - to.top));
+  };
+  const std::function<void(Window&)> deeds[] = {
+      [&](Window&) { create(); },
+      destroy,
+      adopt,
+      move,
+      [&](Window which) { (artist.State(which).map_state == IsUnmapped ? XMapWindow : XUnmapWindow)(display, which); },
+      [&](Window which) { (dice.OneIn(2) ? XRaiseWindow : XLowerWindow)(display, which); },
+      [&](Window) { XCirculateSubwindowsUp(display, artist.root); }};
   for (int i = 0; i < 12; i++) create();
   Make(artist.root, {0, 0, 300, 300}, 0, InputOnly);
   size_t deepest = 0;
   for (int round = 0; round < 400; round++) {
-    Other& which = any();
-    switch (below(7)) {
-    case 0:
-      create();
-      break;
-    case 1:
-      if (others.size() < 8 || hasChildren(which.id)) break;
-      XDestroyWindow(artist.display, which.id);
-      which = others.back();
-      others.pop_back();
-      break;
-    case 2:
-      (which.mapped ? XUnmapWindow : XMapWindow)(artist.display, which.id);
-      which.mapped = !which.mapped;
-      break;
-    case 3:
-      (dice.OneIn(2) ? XRaiseWindow : XLowerWindow)(artist.display, which.id);
-      break;
-    case 4:
-      if (hasChildren(which.id)) break;
-      which.parent = any().id;
-      if (dice.OneIn(3) || which.parent == which.id) which.parent = artist.root;
-      XReparentWindow(artist.display, which.id, which.parent, below(100), below(100));
-      break;
-    case 5:
-      XCirculateSubwindowsUp(artist.display, artist.root);
-      break;
-    default:
-      goElsewhere(which);
-    }
+    deeds[below(std::size(deeds))](any());
     for (int at = 0; at < 4; at++) {
       const int32_t x = below(300), y = below(300);
       const std::vector<DesktopWindow> found = Found(x, y);
       ASSERT_EQ(found, Truth(x, y)) << "at " << x << "," << y << " in round " << round;
-      for (DesktopWindow each : found) ASSERT_EQ(FoundPlace(each), TrueBounds(each));
+      for (DesktopWindow each : found) ASSERT_EQ(FoundPlace(each), PlaceOf(each));
       deepest = std::max(deepest, found.size());
     }
   }
@@ -140,10 +121,11 @@ TEST_F(X11WindowSearch, TakesAFrameAndTheMarginsOfAShadowForWhatTheyAre) {
   const auto names = [](const std::vector<Window>& chain) {
     return std::vector<DesktopWindow>(chain.begin(), chain.end());
   };
+  std::optional<OwnManager> manager;
   if (!HasManager()) {
     EXPECT_EQ(Found(40, 70), names({frame, wrapper, client, button}));
+    manager.emplace(artist);
   }
-  OwnManager* manager = HasManager() ? nullptr : new OwnManager(artist);
   WriteItems(client, "WM_STATE", XID(AtomOf("WM_STATE")), {NormalState, None});
   XMoveWindow(artist.display, title, 0, 1); // nobody hears of the property; a manager maps its frame behind it
   EXPECT_EQ(Found(40, 40), names({frame}));
@@ -163,7 +145,6 @@ TEST_F(X11WindowSearch, TakesAFrameAndTheMarginsOfAShadowForWhatTheyAre) {
   EXPECT_EQ(Found(21, 100), names({frame}));
   EXPECT_EQ(Found(5, 100), names({}));
   EXPECT_EQ(FoundPlace(below), (PixelRect{10, 10, 290, 290}));
-  delete manager;
 }
 
 TEST_F(X11WindowSearch, FindsOurWindowsButNoCoverAndNothingThatHasGone) {

@@ -1,12 +1,18 @@
-// The keyboard: which key is which, what characters it gives by the layout in force, and which keys are down.
+// The keyboard: which key is which, what characters it gives by the layout in force, which keys are down, and what keys
+// type by all levels of real layouts, by dead keys and by Compose.
 #include "x11/user.h"
 
+#include <cstdlib>
+
 #include <X11/XKBlib.h>
-#include <X11/keysym.h>
 
 namespace framereel {
 
 namespace {
+
+// Keys as a keyboard numbers them, whatever its layout says.
+constexpr KeyCode kEscape = 9, kAcute = 21, kQ = 24, kE = 26, kO = 32, kControl = 37, kA = 38, kShift = 50, kX = 53,
+                  kC = 54, kAlt = 64, kSpace = 65, kRightAlt = 108, kMenu = 135;
 
 class X11KeysTest : public X11WindowTest {
 protected:
@@ -14,19 +20,20 @@ protected:
     X11WindowTest::SetUp();
     window = Show(Role::kMain, {10, 10, 110, 110});
     Activate(window);
+    // As where nobody has set a locale.
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) ::unsetenv(name);
+  }
+  void TearDown() override {
+    UseLayout("us");
+    X11WindowTest::TearDown();
   }
 
-  // Gives a key other symbols, alone and with Shift, and waits until the display knows of it.
-  void Redefine(KeyCode code, KeySym alone, KeySym shifted) {
-    X11ReadKeys(X11Live());
-    KeySym symbols[] = {alone, shifted};
-    XChangeKeyboardMapping(artist.display, code, 2, symbols, 1);
-    Until([] {
-      X11TakeEvents(X11Live(), QueuedAlready);
-      return X11Live()->keyboard.unsure;
-    });
+  // The Menu key is Compose.
+  void UseLayout(const std::string& layout) {
+    const std::string command = "setxkbmap -layout " + layout + " -option '' -option compose:menu";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    Drain();
   }
-
   void Lock(unsigned int modifier, bool on) {
     XkbLockModifiers(artist.display, XkbUseCoreKbd, modifier, on ? modifier : 0);
     Drain();
@@ -39,133 +46,199 @@ protected:
     EXPECT_EQ(Next(Kind::kKeyUp, window).key, down.key);
     return down.key;
   }
-
-  // Once the display has heard of all that happened. It asks once a millisecond at most, so what it has asked is made
-  // to look older.
-  bool IsDown(uint8_t key) {
-    Catch();
-    X11Live()->keyboard.pressedTick--;
-    return DisplayKeyIsDown(key);
+  // Those that the key gives by itself, with Shift and with Caps Lock, as far as it gives any.
+  static std::u32string CharactersOf(KeyCode code) {
+    std::u32string given = {DisplayKeyCharacter(code, false, false), DisplayKeyCharacter(code, true, false),
+                            DisplayKeyCharacter(code, false, true)};
+    given.erase(std::remove(given.begin(), given.end(), 0), given.end());
+    return given;
+  }
+  // All that is typed by keys one after the other while others are held, "." for a press that types nothing.
+  std::string Typed(const std::vector<KeyCode>& codes, const std::vector<KeyCode>& held = {}) {
+    Drain();
+    for (const KeyCode code : held) Hold(code, true);
+    std::string text;
+    for (const KeyCode code : codes) {
+      Type(code);
+      DisplayEvent press;
+      do press = Next(Kind::kKeyDown, window);
+      while (press.window && press.scan != code);
+      text += press.text.empty() ? "." : press.text;
+    }
+    for (const KeyCode code : held) Hold(code, false);
+    Drain();
+    return text;
   }
 
   DisplayWindow* window = nullptr;
 };
 
-TEST_F(X11KeysTest, KeysHaveTheirNumbers) {
+TEST_F(X11KeysTest, KeysHaveTheirNumbersAndCharacters) {
   const struct {
     KeySym symbol;
     uint8_t key;
-  } keys[] = {{XK_a, 'A'},      {XK_z, 'Z'},           {XK_0, '0'},         {XK_9, '9'},       {XK_space, 32},
-              {XK_Return, 13},  {XK_Escape, 27},       {XK_Tab, 9},         {XK_BackSpace, 8}, {XK_Delete, 46},
-              {XK_Left, 37},    {XK_Up, 38},           {XK_Right, 39},      {XK_Down, 40},     {XK_Home, 36},
-              {XK_End, 35},     {XK_Prior, 33},        {XK_Next, 34},       {XK_F1, 112},      {XK_F12, 123},
-              {XK_Shift_R, 16}, {XK_Control_L, 17},    {XK_semicolon, 186}, {XK_minus, 189},   {XK_slash, 191},
-              {XK_grave, 0xC0}, {XK_bracketleft, 219}, {XK_KP_Home, 36},    {XK_KP_Add, 107},  {XK_KP_Enter, 13},
-              {XK_comma, 0xBC}, {XK_apostrophe, 222}};
-  for (const auto& each : keys) EXPECT_EQ(KeyOf(CodeOf(each.symbol)), each.key) << XKeysymToString(each.symbol);
-}
-
-TEST_F(X11KeysTest, CharactersFollowShiftAndCapsLock) {
-  const struct {
-    KeySym symbol;
-    char32_t alone, shifted, locked;
-  } keys[] = {
-      {XK_q, 'q', 'Q', 'Q'},   {XK_2, '2', '@', '2'},        {XK_minus, '-', '_', '-'}, {XK_space, ' ', ' ', ' '},
-      {XK_Return, 13, 13, 13}, {XK_BackSpace, 8, 8, 8},      {XK_F5, 0, 0, 0},          {XK_Left, 0, 0, 0},
-      {XK_Shift_L, 0, 0, 0},   {XK_KP_Divide, '/', '/', '/'}};
+    std::u32string characters;
+  } keys[] = {{XK_a, 'A', U"aAA"},
+              {XK_z, 'Z', U"zZZ"},
+              {XK_0, '0', U"0)0"},
+              {XK_2, '2', U"2@2"},
+              {XK_space, 32, U"   "},
+              {XK_Return, 13, U"\r\r\r"},
+              {XK_Tab, 9, U"\t\t\t"},
+              {XK_Escape, 27, U"\33\33\33"},
+              {XK_Left, 37, U""},
+              {XK_Up, 38, U""},
+              {XK_Right, 39, U""},
+              {XK_Down, 40, U""},
+              {XK_Home, 36, U""},
+              {XK_End, 35, U""},
+              {XK_Prior, 33, U""},
+              {XK_Next, 34, U""},
+              {XK_F1, 112, U""},
+              {XK_F12, 123, U""},
+              {XK_Shift_R, 16, U""},
+              {XK_Control_L, 17, U""},
+              {XK_minus, 189, U"-_-"},
+              {XK_semicolon, 186, U";:;"},
+              {XK_slash, 191, U"/?/"},
+              {XK_bracketleft, 219, U"[{["},
+              {XK_comma, 0xBC, U",<,"},
+              {XK_grave, 0xC0, U"`~`"},
+              {XK_apostrophe, 222, U"'\"'"},
+              {XK_BackSpace, 8, U"\b\b\b"},
+              {XK_KP_Add, 107, U"+++"},
+              {XK_KP_Divide, 111, U"///"}};
   for (const auto& each : keys) {
-    KeyCode code = CodeOf(each.symbol);
-    EXPECT_EQ(DisplayKeyCharacter(code, false, false), each.alone) << XKeysymToString(each.symbol);
-    EXPECT_EQ(DisplayKeyCharacter(code, true, false), each.shifted) << XKeysymToString(each.symbol);
-    EXPECT_EQ(DisplayKeyCharacter(code, false, true), each.locked) << XKeysymToString(each.symbol);
+    EXPECT_EQ(KeyOf(CodeOf(each.symbol)), each.key) << XKeysymToString(each.symbol);
+    EXPECT_EQ(CharactersOf(CodeOf(each.symbol)), each.characters) << XKeysymToString(each.symbol);
   }
+  EXPECT_EQ(KeyOf(CodeOf(XK_Delete)), 46);
   EXPECT_EQ(DisplayKeyCharacter(CodeOf(XK_q), true, true), 'q');
-  for (KeyCode none : {0, 7}) EXPECT_EQ(DisplayKeyCharacter(none, false, false), 0);
+  for (KeyCode none : {0, 7}) EXPECT_EQ(CharactersOf(none), U"");
 }
 
 TEST_F(X11KeysTest, LayoutsMayChange) {
   constexpr uint8_t unnamed = 0xDF; // a letter that no other keyboard has makes messages all the same
   const struct {
-    KeySym alone, shifted;
-    char32_t character, shiftedCharacter;
+    KeySym symbols[2]; // alone, and with Shift
+    std::u32string characters;
     uint8_t key;
-  } keys[] = {{XK_udiaeresis, XK_Udiaeresis, 0xFC, 0xDC, unnamed},
-              {XK_minus, XK_6, '-', '6', '6'},                    // in the row of digits they name the key
-              {0x010000E5, XK_Greek_alpha, 0xE5, 0x3B1, unnamed}, // å by its Unicode number
-              {XK_Cyrillic_ya, XK_EuroSign, 0x44F, 0x20AC, unnamed},
-              {XK_dead_acute, XK_dead_diaeresis, 0, 0, 0xDE}, // accents
-              {XK_dead_grave, XK_dead_tilde, 0, 0, 0xC0},
-              {XK_dead_circumflex, XK_dead_cedilla, 0, 0, unnamed},
-              {XK_u, XK_U, 'u', 'U', 'U'}};
+  } keys[] = {{{XK_udiaeresis, XK_Udiaeresis}, U"\u00FC\u00DC", unnamed},
+              {{XK_minus, XK_6}, U"-6", '6'},                           // in the row of digits they name the key
+              {{0x010000E5, XK_Greek_alpha}, U"\u00E5\u03B1", unnamed}, // å by its Unicode number
+              {{XK_Cyrillic_ya, XK_EuroSign}, U"\u044F\u20AC", unnamed},
+              {{XK_dead_acute, XK_dead_diaeresis}, U"", 0xDE}, // accents
+              {{XK_dead_grave, XK_dead_tilde}, U"", 0xC0},
+              {{XK_dead_circumflex, XK_dead_cedilla}, U"", unnamed},
+              {{XK_u, XK_U}, U"uU", 'U'}};
   const KeyCode code = CodeOf(XK_u);
   for (const auto& each : keys) {
-    Redefine(code, each.alone, each.shifted);
-    EXPECT_EQ(DisplayKeyCharacter(code, false, false), each.character) << XKeysymToString(each.alone);
-    EXPECT_EQ(DisplayKeyCharacter(code, true, false), each.shiftedCharacter) << XKeysymToString(each.alone);
-    EXPECT_EQ(KeyOf(code), each.key) << XKeysymToString(each.alone);
+    KeySym symbols[] = {each.symbols[0], each.symbols[1]};
+    XChangeKeyboardMapping(artist.display, code, 2, symbols, 1);
+    Drain();
+    EXPECT_EQ(CharactersOf(code).substr(0, 2), each.characters) << XKeysymToString(symbols[0]);
+    EXPECT_EQ(KeyOf(code), each.key) << XKeysymToString(symbols[0]);
   }
 }
 
 TEST_F(X11KeysTest, LocksAreTold) {
-  KeyCode code = CodeOf(XK_KP_Home);
-  EXPECT_EQ(DisplayKeyCharacter(code, false, false), 0);
-  unsigned int numLock = XkbKeysymToModifiers(artist.display, XK_Num_Lock);
-  ASSERT_NE(numLock, 0u);
+  const KeyCode code = CodeOf(XK_KP_Home);
+  const unsigned int numLock = XkbKeysymToModifiers(artist.display, XK_Num_Lock);
   Lock(numLock, true);
   EXPECT_EQ(DisplayKeyCharacter(code, false, false), '7');
   EXPECT_EQ(KeyOf(code), 0x67);
-  EXPECT_FALSE(DisplayCapsLockIsOn());
   Lock(numLock, false);
+  EXPECT_EQ(DisplayKeyCharacter(code, false, false), 0);
   EXPECT_EQ(KeyOf(code), 36);
-
-  Lock(LockMask, true);
-  EXPECT_TRUE(DisplayCapsLockIsOn());
-  Lock(LockMask, false);
-  EXPECT_FALSE(DisplayCapsLockIsOn());
+  for (bool on : {true, false}) {
+    Lock(LockMask, on);
+    EXPECT_EQ(DisplayCapsLockIsOn(), on);
+  }
 }
 
 TEST_F(X11KeysTest, KeysAndButtonsArePolledWhoeverHasThem) {
   // Over a window that nobody else listens to: a window manager takes buttons over its own and over the desktop.
   Show(Role::kPopup, {300, 300, 400, 400});
   MovePointer(350, 350);
-  XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+  GrabKeys();
   const struct {
     KeySym symbol;
     unsigned int button;
     uint8_t key;
   } keys[] = {{XK_Control_R, 0, 17}, {XK_Alt_L, 0, 18}, {XK_Shift_L, 0, 16}, {XK_x, 0, 'X'},
               {NoSymbol, 1, 1},      {NoSymbol, 2, 4},  {NoSymbol, 3, 2}}; // left, middle, right
+  // Once the display has heard of all that happened. It asks once a millisecond at most, so what it has asked is made
+  // to look older.
+  const auto isDown = [this](uint8_t key) {
+    Catch();
+    X11Live()->keyboard.pressedTick--;
+    return DisplayKeyIsDown(key);
+  };
   for (bool tells : {true, false}) { // a server that does not tell is asked each time
     X11Live()->devices.tell = X11Live()->devices.pressedStale = tells;
     for (bool down : {true, false}) {
       for (const auto& each : keys) {
-        EXPECT_EQ(IsDown(each.key), !down) << int(each.key);
+        EXPECT_EQ(isDown(each.key), !down) << int(each.key);
         each.button ? Button(each.button, down) : Key(each.symbol, down);
-        EXPECT_EQ(IsDown(each.key), down) << int(each.key);
+        EXPECT_EQ(isDown(each.key), down) << int(each.key);
       }
     }
   }
   XUngrabKeyboard(artist.display, CurrentTime);
-  EXPECT_FALSE(IsDown(0));
+  EXPECT_FALSE(isDown(0));
 }
 
 TEST_F(X11KeysTest, AHeldKeyRepeatsAsFurtherPresses) {
-  unsigned int delay, interval;
-  XkbGetAutoRepeatRate(artist.display, XkbUseCoreKbd, &delay, &interval);
   XkbSetAutoRepeatRate(artist.display, XkbUseCoreKbd, 20, 10);
   Key(XK_m, true);
-  int32_t presses = 0, releases = 0;
-  Until([&] {
+  Until([&, presses = 0]() mutable {
     for (const DisplayEvent& event : Drain()) {
       presses += event.kind == Kind::kKeyDown && event.key == 'M';
-      releases += event.kind == Kind::kKeyUp;
+      EXPECT_NE(event.kind, Kind::kKeyUp);
     }
     return presses >= 3;
   });
-  EXPECT_EQ(releases, 0);
   Key(XK_m, false);
   Next(Kind::kKeyUp, window);
-  XkbSetAutoRepeatRate(artist.display, XkbUseCoreKbd, delay, interval);
+  XkbSetAutoRepeatRate(artist.display, XkbUseCoreKbd, 660, 40); // as the server begins
+}
+
+TEST_F(X11KeysTest, AccentsAndComposeJoinAndWhatDoesNotJoinStandsBesideThem) {
+  UseLayout("de");
+  EXPECT_EQ(Typed({kAcute, kE, kE}), ".\u00E9e");
+  EXPECT_EQ(Typed({kAcute, kX, kE}), ".'xe");
+  EXPECT_EQ(Typed({kAcute, kSpace, kE}), ".'e");
+  EXPECT_EQ(Typed({kAcute, kAcute, kE}), ".\u00B4e");
+  EXPECT_EQ(Typed({kAcute, kEscape, kE}), "..e");
+  EXPECT_EQ(Typed({kMenu, kO, kC}), "..\u00A9");
+  EXPECT_EQ(Typed({kMenu, kX, kQ, kE}), "...e");
+  Typed({kAcute});
+  EXPECT_EQ(Typed({kE}, {kShift}), "\u00C9");
+  Typed({kAcute});
+  EXPECT_EQ(Typed({kC}, {kControl}), "c"); // no text, and it ends nothing
+  EXPECT_EQ(Typed({kE}), "\u00E9");
+  // What has begun in one window does not go on in another.
+  Typed({kAcute});
+  DisplayWindow* other = Show(Role::kMain, {200, 10, 300, 110});
+  Activate(other);
+  Activate(window);
+  EXPECT_EQ(Typed({kE}), "e");
+}
+
+TEST_F(X11KeysTest, LevelsGroupsAndOtherAlphabetsTypeWhatTheySay) {
+  UseLayout("de");
+  EXPECT_EQ(Typed({kQ, kE}, {kRightAlt}), "@\u20AC");
+  Hold(kRightAlt, true);
+  EXPECT_EQ(Next(Kind::kKeyDown, window).key, 0); // it is neither Ctrl nor Alt
+  EXPECT_FALSE(DisplayKeyIsDown(17) || DisplayKeyIsDown(18));
+  Hold(kRightAlt, false);
+  EXPECT_EQ(Typed({kQ, kSpace}, {kControl, kAlt}), "q "); // the keys of a chord stay what they are
+  for (const char* layouts : {"ru,us", "ru"}) {           // also with no Latin letters at all
+    UseLayout(layouts);
+    EXPECT_EQ(Typed({kA, kQ}, {kShift}), "\u0424\u0419");
+    Type(kA);
+    EXPECT_EQ(Next(Kind::kKeyDown, window).key, 'A') << layouts;
+  }
 }
 
 } // namespace
