@@ -1,5 +1,5 @@
-// Window managers that take their time, refuse what they are asked, or come and go, and clients that tell lies: the
-// artist plays them, on desktops without a manager of their own.
+// Window managers that take their time, refuse what they are asked, or come and go: the artist plays them, on desktops
+// without a manager of their own.
 #include "x11/user.h"
 
 namespace framereel {
@@ -13,13 +13,6 @@ protected:
     if (HasManager()) GTEST_SKIP() << "there is one already";
   }
 
-  // Shows the window and puts it where the manager likes.
-  void MapAt(const DisplayWindow* window, const PixelRect& place) {
-    EXPECT_EQ(NextOfArtist(MapRequest).xmaprequest.window, window->id);
-    XMoveResizeWindow(artist.display, window->id, place.left, place.top, place.right - place.left,
-                      place.bottom - place.top);
-    XMapWindow(artist.display, window->id);
-  }
   // Works off the requests that wait, but for those to stand beyond the screen, as some managers do.
   void Grant() {
     Catch();
@@ -32,15 +25,12 @@ protected:
                        &changes);
     }
   }
-  // What a client claims to be the server's word.
-  void Claim(Window window, XEvent event) {
-    event.xany.window = window;
-    XSendEvent(artist.display, window, False, StructureNotifyMask | FocusChangeMask, &event);
-  }
-  void ClaimPlace(Window window, int width, int height) {
+  // Tells the window where it is, as a manager does that has moved its frame alone.
+  void TellPlace(const DisplayWindow* window, int width, int height) {
     XEvent event{};
-    event.xconfigure = {ConfigureNotify, 0, False, artist.display, window, window, 7, 7, width, height, 0, None, False};
-    Claim(window, event);
+    event.xconfigure = {ConfigureNotify, 0,      False, artist.display, window->id, window->id, 7, 7,
+                        width,           height, 0,     None,           False};
+    XSendEvent(artist.display, window->id, False, StructureNotifyMask, &event);
   }
 };
 
@@ -49,10 +39,12 @@ TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
   const PixelRect asked = {50, 60, 250, 160};
   DisplayWindow* window = Open(Role::kMain, {10, 10, 640, 480});
   DisplayShowWindow(window, true);
-  MapAt(window, {0, 0, 630, 470});
+  EXPECT_EQ(NextOfArtist(MapRequest).xmaprequest.window, window->id);
+  XMoveResizeWindow(artist.display, window->id, 0, 0, 630, 470);
+  XMapWindow(artist.display, window->id);
   DisplayPlaceWindow(window, asked);
   EXPECT_FALSE(Came(Kind::kPlaced));
-  ClaimPlace(window->id, 300, 300);
+  TellPlace(window, 300, 300);
   EXPECT_FALSE(Came(Kind::kPlaced));
   Grant();
   EXPECT_FALSE(Came(Kind::kPlaced));
@@ -61,7 +53,7 @@ TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
   // A place that it refuses leaves it where it was, with the size that was asked for.
   DisplayPlaceWindow(window, {artist.Width(), 60, artist.Width() + 70, 100});
   Grant();
-  ClaimPlace(window->id, 300, 300);
+  TellPlace(window, 300, 300);
   EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{50, 60, 120, 100}));
 
   // What has not been taken yet is no news after the next request.
@@ -93,26 +85,6 @@ TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
   // One that goes leaves all windows on the screen.
   XMapWindow(artist.display, window->id);
   EXPECT_FALSE(Next(Kind::kMinimised, window).flag);
-}
-
-TEST_F(X11WindowManager, NobodyElseIsBelievedWhatOnlyTheServerKnows) {
-  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
-  Activate(window);
-  Drain();
-  ClaimPlace(artist.root, 7, 7);
-  ClaimPlace(window->id, 40000, 40000);
-  for (int type : {FocusOut, UnmapNotify, DestroyNotify}) {
-    XEvent event{};
-    event.type = type;
-    event.xfocus.detail = NotifyNonlinear;
-    Claim(window->id, event);
-  }
-  for (const DisplayEvent& event : Drain()) ADD_FAILURE() << "believed: " << int(event.kind);
-  EXPECT_EQ(DisplayScreen().width, artist.Width());
-
-  // A size that cannot be of use is cut, even if the window has it.
-  XResizeWindow(artist.display, window->id, 30000, 20000);
-  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{10, 10, 10 + artist.Width(), 10 + artist.Height()}));
 }
 
 } // namespace

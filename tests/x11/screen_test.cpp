@@ -135,14 +135,6 @@ TEST_F(X11Screen, RefusesWhatDoesNotFit) {
   EXPECT_FALSE(DisplayDrawScreen(other, {0, 0, 10, 10}, 0, 0));
   EXPECT_EQ(Difference(Seen(), screen), "");
 
-  // The server answers before the display has heard of a change: its error means the same as not being there.
-  OwnSurface wide(w + 100, 100);
-  X11Live()->facts.width += 100;
-  EXPECT_FALSE(DisplayReadScreen({w, 0, w + 10, 10}, into.surface, 0, 0));
-  EXPECT_FALSE(DisplayReadScreen({0, 0, w + 100, 100}, wide.surface, 0, 0));
-  EXPECT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
-  EXPECT_FALSE(DisplayIsLost());
-
   for (const int32_t size : {-1, 0, INT32_MAX}) EXPECT_FALSE(DisplayNewSurface(size, size, &other));
 }
 

@@ -278,17 +278,22 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
 
 TEST_F(X11WindowInput, FollowsTheResolution) {
   const int32_t width = artist.Width(), height = artist.Height();
-  OwnSurface into(100, 100);
+  OwnSurface part(100, 100), wide(width, 100);
   DisplayUsableArea();
   Drain();
-  for (const auto& [w, h] : {std::pair{width - 60, height - 40}, std::pair{width, height}}) {
-    artist.ResizeScreen(w, h);
-    Next(Kind::kScreenChanged, nullptr);
-    EXPECT_EQ(std::pair(DisplayScreen().width, DisplayScreen().height), std::pair(w, h));
-    EXPECT_TRUE(DisplayReadScreen({w - 100, h - 100, w, h}, into.surface, 0, 0));
-    EXPECT_FALSE(DisplayReadScreen({w - 99, h - 99, w + 1, h + 1}, into.surface, 0, 0));
-    Until([&] { return (Drain(), DisplayUsableArea() == PixelRect{0, 0, w, h}); });
+  for (const Surface& into : {part.surface, wide.surface}) {
+    for (const auto& [w, h] : {std::pair{width - 60, height - 40}, std::pair{width, height}}) {
+      artist.ResizeScreen(w, h);
+      // What has gone the server refuses, and what has come the display has not heard of.
+      EXPECT_FALSE(DisplayReadScreen({width - into.width, height - 100, width, height}, into, 0, 0));
+      Next(Kind::kScreenChanged, nullptr);
+      EXPECT_EQ(std::pair(DisplayScreen().width, DisplayScreen().height), std::pair(w, h));
+      EXPECT_TRUE(DisplayReadScreen({w - 100, h - 100, w, h}, into, 0, 0));
+      EXPECT_FALSE(DisplayReadScreen({w - 99, h - 99, w + 1, h + 1}, into, 0, 0));
+      Until([&] { return (Drain(), DisplayUsableArea() == PixelRect{0, 0, w, h}); });
+    }
   }
+  EXPECT_FALSE(DisplayIsLost());
 }
 
 } // namespace
