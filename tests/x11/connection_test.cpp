@@ -67,7 +67,7 @@ TEST_F(X11Whole, TellsThePaletteAsItIsNowAndAsksForItOnceBetweenEvents) {
     PassEvents();
     const unsigned long before = NextRequest(X11Live()->display);
     for (int32_t i = 0; i < 5; i++) colour(0);
-    EXPECT_EQ(NextRequest(X11Live()->display), fixed ? before : before + 1);
+    EXPECT_EQ(NextRequest(X11Live()->display) - before, fixed ? 0U : 1U);
   }
   if (fixed) return;
 

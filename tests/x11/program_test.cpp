@@ -168,7 +168,6 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   Run([&] { return app.recorder.frameCount == 1; });
   Click(app.panel.stopButton);
   Run([&] { return !app.recorder.control.recording; });
-  EXPECT_EQ(Composite(ReadGif(FileBytes(app.stream)), 0), AreaInTheFile(0));
 
   // By keys, with the extension that the dialog puts behind the name.
   ::setenv("HOME", folder.path.c_str(), 1);

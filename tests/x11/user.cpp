@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <tuple>
 
 namespace framereel {
 
@@ -61,6 +62,17 @@ void X11WindowTest::Activate(DisplayWindow* window) {
 }
 
 // ---- The user ----------------------------------------------------------------------------------------------------
+
+void X11WindowTest::ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint8_t button,
+                               std::source_location where) {
+  MovePointer(x, y);
+  Click(button);
+  const DisplayEvent down = Next(Kind::kMouseDown, window, where);
+  EXPECT_EQ(std::tuple(down.x, down.y, down.button), std::tuple(x, y, button)) << "line " << where.line();
+  EXPECT_LE(static_cast<int32_t>(down.tick - DisplayTick()), 0);
+  EXPECT_EQ(Next(Kind::kMouseUp, window, where).button, button);
+  WaitForManager(); // it held the mouse for a moment, to see the press first
+}
 
 void X11WindowTest::TypesInto(DisplayWindow* window, std::source_location where) {
   Type(CodeOf(XK_b));

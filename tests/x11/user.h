@@ -41,7 +41,9 @@ protected:
   void Hold(KeyCode code, bool down) const { XTestFakeKeyEvent(artist.display, code, down, CurrentTime); }
   void Key(KeySym symbol, bool down) const { Hold(CodeOf(symbol), down); }
   void Type(KeyCode code) const { Hold(code, true), Hold(code, false); }
-  // Whoever has the keyboard for the program, the key comes to the window.
+  // The click at that place, and the key, come to the window.
+  void ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint8_t button = 1,
+                  std::source_location where = std::source_location::current());
   void TypesInto(DisplayWindow* window, std::source_location where = std::source_location::current());
   KeyCode CodeOf(KeySym symbol) const { return XKeysymToKeycode(artist.display, symbol); }
 

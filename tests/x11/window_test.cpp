@@ -90,9 +90,11 @@ TEST_F(X11Window, IsAskedToShowAgainWhatWasUncoveredOrRefreshed) {
   const Picture white = artist.Paper(60, 40);
   Window others = artist.Show(white, 10, 10);
   XSetWindowBackground(artist.display, others, WhitePixel(artist.display, 0)); // it repaints itself by that alone
+  UntilShown(white, 10, 10);
   const uint8_t all[8] = {255, 255, 255, 255, 255, 255, 255, 255};
   DisplayInvertScreen({5, 5, 40, 40}, all);
-  EXPECT_NE(Difference((Catch(), artist.Look({10, 10, 70, 50})), white), "");
+  Catch();
+  EXPECT_TRUE(HasCompositor() || Difference(artist.Look({10, 10, 70, 50}), white) != ""); // who may paint at any time
   DisplayRefresh({5, 5, 40, 40});
   UntilShown(white, 10, 10);
 
@@ -129,13 +131,9 @@ TEST_F(X11Window, StandsAboveWhatItBelongsTo) {
   const Picture before = artist.Look();
   DisplayWindow* cover = Show(Role::kCover, before.All());
   DisplayStackWindow(popup, true);
-  for (const auto& [x, y] : {std::pair{5, 300}, std::pair{30, 30}, std::pair{110, 110}}) {
-    MovePointer(x, y);
-    Click(1);
-    const DisplayEvent down = Next(Kind::kMouseDown, cover);
-    EXPECT_EQ(std::pair(down.x, down.y), std::pair(x, y));
-    Next(Kind::kMouseUp, cover);
-  }
+  ClicksInto(cover, 5, 300);
+  ClicksInto(cover, 30, 30);
+  ClicksInto(cover, 110, 110);
   EXPECT_EQ(Difference(artist.Look(), before), "");
   DisplayActivateWindow(cover);
   TypesInto(cover);
