@@ -13,10 +13,6 @@ using Point = std::pair<int32_t, int32_t>;
 
 class X11Pointer : public X11WindowTest {
 protected:
-  void WarpByAnotherProgram(const Point& to) {
-    XWarpPointer(artist.display, None, artist.root, 0, 0, 0, 0, to.first, to.second);
-    Catch();
-  }
   Picture Told() {
     Catch();
     const PointerPicture* told = DisplayPointer();
@@ -66,62 +62,41 @@ TEST_F(X11Pointer, TellsItsPictureWithAlphaAndHotSpot) {
   EXPECT_EQ(hot, Point(2, 0));
 }
 
-TEST_F(X11Pointer, AtRestIsNotAskedForUntilADeviceIsHeard) {
-  DisplayMovePointer(10, 10);
-  Rest();
-  MovePointer(31, 41);
-  Catch();
-  EXPECT_EQ(Place(), Point(31, 41));
-  // On its way it is asked for each time, and the mouse is not listened to.
-  EXPECT_FALSE(X11Live()->devices.hearsMotion);
-  WarpByAnotherProgram({33, 43});
-  EXPECT_EQ(Place(), Point(33, 43));
-  Rest();
-  // Held by another program, the mouse is still heard.
-  GrabMouse();
-  MovePointer(32, 42);
-  Catch();
-  EXPECT_EQ(Place(), Point(32, 42));
-  XUngrabPointer(artist.display, CurrentTime);
-
-  // A server that does not tell is asked each time.
-  Rest();
-  X11Live()->devices.tell = X11Live()->devices.hearsMotion = false;
-  WarpByAnotherProgram({12, 13});
-  EXPECT_EQ(Place(), Point(12, 13));
-}
-
-TEST_F(X11Pointer, PlaceIsTrueAfterMovesThatNoDeviceMakes) {
-  Rest();
-  const int32_t width = artist.Width(), height = artist.Height();
-  const std::pair<Point, Point> moves[] = {{{17, 39}, {17, 39}},
-                                           {{0, 0}, {0, 0}},
-                                           {{65546, -65526}, {width - 1, 0}},
-                                           {{-5, height + 5}, {0, height - 1}},
-                                           {{width - 1, height - 1}, {width - 1, height - 1}}};
-  for (const auto& [to, expected] : moves) {
-    DisplayMovePointer(to.first, to.second);
-    EXPECT_EQ(Place(), expected);
+TEST_F(X11Pointer, IsWhereItStandsWhateverHasMovedIt) {
+  const int32_t w = artist.Width(), h = artist.Height();
+  OwnSurface frame(10, 10);
+  const auto warp = [this](int x, int y) { XWarpPointer(artist.display, None, artist.root, 0, 0, 0, 0, x, y); };
+  const struct {
+    std::function<void()> move;
+    Point place;
+  } moves[] = {
+      {[&] { Rest(), MovePointer(31, 41); }, {31, 41}},
+      {[&] { warp(33, 43); }, {33, 43}}, // on its way it is asked for each time
+      {[&] { Rest(), GrabMouse(), MovePointer(32, 42); }, {32, 42}},
+      {[&] { XUngrabPointer(artist.display, CurrentTime), Rest(), DisplayMovePointer(17, 39); }, {17, 39}},
+      {[&] { DisplayMovePointer(0, 0); }, {0, 0}},
+      {[&] { DisplayMovePointer(65546, -65526); }, {w - 1, 0}},
+      {[&] { DisplayMovePointer(-5, h + 5); }, {0, h - 1}},
+      {[&] { DisplayMovePointer(w - 1, h - 1); }, {w - 1, h - 1}},
+      {[&] { artist.ResizeScreen(w - 100, h - 100); }, {w - 101, h - 101}},
+      // A frame that is read has the pointer where it stands, and our windows tell.
+      {[&] {
+         artist.ResizeScreen(w, h), warp(77, 88), DisplayReadScreen({0, 0, 10, 10}, frame.surface, 0, 0);
+       },
+       {77, 88}},
+      {[&] {
+         Show(Role::kPopup, {100, 100, 200, 200}), Rest(), warp(110, 120);
+       },
+       {110, 120}},
+      {[&] { warp(150, 130); }, {150, 130}},
+      {[&] { warp(300, 300); }, {300, 300}},
+      // A server that does not tell is asked each time.
+      {[&] { Rest(), X11Live()->devices.tell = X11Live()->devices.hearsMotion = false, warp(12, 13); }, {12, 13}}};
+  for (const auto& [move, place] : moves) {
+    move();
+    Catch();
+    EXPECT_EQ(Place(), place);
   }
-  artist.ResizeScreen(width - 100, height - 100);
-  const Point pushed = Place();
-  artist.ResizeScreen(width, height);
-  EXPECT_EQ(pushed, Point(width - 101, height - 101));
-
-  // A frame that is read has the pointer where it stands.
-  Catch();
-  Place();
-  WarpByAnotherProgram({77, 88});
-  OwnSurface into(10, 10);
-  ASSERT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0));
-  EXPECT_EQ(Place(), Point(77, 88));
-  // Our windows tell.
-  Show(Role::kPopup, {100, 100, 200, 200});
-  for (const Point& to : {Point(110, 120), Point(150, 130), Point(300, 300)}) {
-    WarpByAnotherProgram(to);
-    EXPECT_EQ(Place(), to);
-  }
-  EXPECT_TRUE(X11Live()->devices.hearsMotion);
 }
 
 } // namespace

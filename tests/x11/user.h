@@ -100,14 +100,15 @@ private:
 struct OwnManager {
   const Artist& artist;
 
-  explicit OwnManager(const Artist& a) : artist(a) { Select(SubstructureRedirectMask); }
+  explicit OwnManager(const Artist& a) : artist(a) {
+    XSelectInput(artist.display, artist.root, SubstructureRedirectMask);
+  }
   ~OwnManager() {
     for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
       XDeleteProperty(artist.display, artist.root, XInternAtom(artist.display, name, False));
     }
-    Select(NoEventMask);
+    XSelectInput(artist.display, artist.root, NoEventMask);
   }
-  void Select(long events) const { XSelectInput(artist.display, artist.root, events); }
 };
 
 inline bool operator==(const PixelRect& a, const PixelRect& b) {
