@@ -18,8 +18,8 @@ extern "C" const char* __lsan_default_suppressions() {
   return "leak:libX\nleak:libxcb";
 }
 
-// The libraries read from the server by these two, and it ends after so many bytes.
-static size_t bytesLeft = SIZE_MAX;
+// The libraries read from the server by these two, and on this thread it ends after so many bytes.
+static thread_local size_t bytesLeft = SIZE_MAX;
 static ssize_t Counted(long count) {
   bytesLeft -= size_t(std::max(count, 0L));
   return count;

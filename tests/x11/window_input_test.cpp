@@ -71,6 +71,7 @@ TEST_F(X11WindowInput, WhatIsNotManagedHasTheKeyboardInThePlaceOfItsOwner) {
     int revert;
     XGetInputFocus(artist.display, &focus, &revert);
     EXPECT_EQ(focus, main->id);
+    EXPECT_EQ(X11Live()->desktop.focus.grabbed, role == Role::kCover);
     TypesInto(window);
     DisplayShowWindow(window, false);
     EXPECT_TRUE(Next(Kind::kActive, main).flag);

@@ -160,6 +160,8 @@ TEST_F(X11Window, TellsWhatItIs) {
               {main, "_NET_WM_WINDOW_TYPE", {AtomOf("_NET_WM_WINDOW_TYPE_NORMAL")}},
               {dialog, "_NET_WM_WINDOW_TYPE", {AtomOf("_NET_WM_WINDOW_TYPE_DIALOG")}},
               {dialog, "WM_TRANSIENT_FOR", {long(main->id)}},
+              {main, "_MOTIF_WM_HINTS", {3, 44, 0, 0, 0}}, // may be moved, minimised and closed; no decorations
+              {main, "WM_PROTOCOLS", {AtomOf("WM_DELETE_WINDOW"), AtomOf("_NET_WM_PING")}},
               {main, "_NET_WM_ICON", {2, 1, 0xFF102030, 0x80800000}}};
   for (const auto& each : told) EXPECT_EQ(Items(each.window->id, each.property), each.items) << each.property;
 }
