@@ -184,20 +184,7 @@ TEST_F(WindowPainting, TakesPixelsAlongAndAsksOnlyForWhatIsNew) {
   Walk("none", {{"update? flat", "0,0+5x50"}});
 }
 
-TEST_F(WindowPainting, IsBlackInAWindowThatHasNotPaintedYet) {
-  Answer(WM_ERASEBKGND, [](HWND, WPARAM, LPARAM) { return 1; });
-  Walk("none", {{"new one plain - 0 0 30 30 fill one r 0 0 30 30 rgb? one 9 9 destroy one", "r"},
-                {"new two plain - 0 0 30 30 rgb? two 9 9", "k"}});
-}
-
 // ---- Contexts ----------------------------------------------------------------------------------------------------
-
-TEST_F(WindowContext, IsCutAtTheFrameAndByChildrenAndSiblingsAsTheStylesSay) {
-  Walk("paint", {{"new low careless main 150 150 150 150 new high child main 160 160 140 140", ""},
-                 {"fill low b -99 -99 999 999 rgb? main 160 160 rgb? main 149 150 rgb? 303 290", "b w s"},
-                 {"new over over - 400 50 206 225 new child child over 10 10 50 50 fill over r 0 0 300 300", ""},
-                 {"rgb? child 5 5 erase over", "r | over.paint child.paint"}});
-}
 
 TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   Act("new child child main 10 10 50 50 new own own main 150 150 50 50");
@@ -298,19 +285,6 @@ TEST_F(WindowPresenting, RestoresWhatAnotherProgramUncoversAndRefreshesEverybody
                  {"rgb? main 0 0 rgb? 550 400", "w k"}});
   EXPECT_EQ(other->paints, paints + 1);
   EXPECT_EQ(MemoryPixel(410, 110), 77U);
-}
-
-TEST(PresentingAnywhere, StandsInEveryDepthAndThroughAChangeOfIt) {
-  for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
-    WindowScene scene(640, 480, depth);
-    const int32_t next = depth == 24 ? 8 : 24;
-    ShowMain();
-    Act("rgb? main 0 0");
-    MemoryDisplaySetMode(800, 600, next);
-    Act("then rgb? main 0 0");
-    EXPECT_EQ(Heard("display settings"), "w main.display:" + std::to_string(next) + ",800x600 main.settings w")
-        << depth;
-  }
 }
 
 } // namespace
