@@ -17,37 +17,6 @@ TEST(Bitmaps, AreRefusedWithoutASizeThatTheyCanHave) {
   EXPECT_EQ(::LoadBitmapA(nullptr, MAKEINTRESOURCEA(152)), nullptr);
 }
 
-TEST(Contexts, DoNothingWithoutObjectsASurfaceOrADisplay) {
-  ScreenCanvas screen(4, 4, 24);
-  BitmapCanvas bitmap(screen.context, 4, 4);
-  const HDC lost = ::CreateCompatibleDC(screen.context);
-  const RECT all = {0, 0, 4, 4};
-  const POINT points[] = {{0, 0}, {3, 3}};
-  const auto copies = [](HDC to, HDC from, int width) { return ::BitBlt(to, 0, 0, width, 4, from, 0, 0, SRCPAINT); };
-  EXPECT_FALSE(::Polyline(nullptr, points, 2) || ::Polygon(nullptr, points, 2) || ::Rectangle(nullptr, 0, 0, 4, 4));
-  EXPECT_FALSE(::FillRect(nullptr, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH))));
-  EXPECT_FALSE(::FillRect(screen.context, &all, nullptr) || ::TextOutA(nullptr, 0, 0, "x", 1));
-  EXPECT_FALSE(copies(nullptr, screen.context, 4) || copies(lost, nullptr, 4) || copies(lost, screen.context, 0));
-  EXPECT_FALSE(::SelectObject(nullptr, ::GetStockObject(BLACK_PEN)) || ::SelectObject(screen.context, nullptr));
-  EXPECT_EQ(::SetROP2(screen.context, 6), 0);                                                  // no such mode here
-  EXPECT_FALSE(::StretchBlt(screen.context, 0, 0, 9, 9, bitmap.context, 1, 0, 4, 4, SRCCOPY)); // over its edge
-  SetPixelAt(bitmap.bitmap->surface, 1, 1, 77);
-  TheMemoryDisplay().lost = true;
-  copies(bitmap.context, screen.context, 4);
-  copies(screen.context, bitmap.context, 4);
-  EXPECT_EQ(::GetPixel(screen.context, 0, 0), CLR_INVALID);
-  EXPECT_EQ(PixelAt(bitmap.bitmap->surface, 1, 1), 77U);
-  EXPECT_EQ(TheMemoryDisplay().screen, std::vector<uint32_t>(16, 0));
-  ::DeleteDC(lost);
-  const HDC without = NewContext(); // of a window that has gone
-  RECT box;
-  EXPECT_TRUE(::FillRect(without, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH))));
-  EXPECT_TRUE(::TextOutA(without, 0, 0, "gone", 4));
-  EXPECT_EQ(::GetPixel(without, 0, 0), CLR_INVALID);
-  EXPECT_EQ(::GetClipBox(without, &box), NULLREGION);
-  FreeContext(without);
-}
-
 TEST(Copies, GiveColoursWhereTheLayoutsDifferAndReadTheScreenOnce) {
   ScreenCanvas screen(2, 1, 24);
   BitmapCanvas deep(screen.context, 2, 1), mono(screen.context, 2, 1, false);

@@ -177,26 +177,16 @@ TEST_F(Menus, AreWalkedThroughWithTheMouse) {
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
   Act("new child child main 10 10 50 50");
-  const std::pair<const char*, std::function<void()>> cases[] = {
-      {"another program has the keyboard",
-       [] {
-         MemoryGiveKeyboard(MemoryOpenWindow("other", {400, 300, 500, 400}, 0));
-       }},
-      {"another program takes the mouse", MemoryTakeCapture},
-      {"minimised", [this] { MemoryMinimiseWindow(shown, true); }},
-      {"another depth", [] { MemoryDisplaySetMode(640, 480, 8); }},
-      {"disabled", [this] { ::EnableWindow(main, FALSE); }},
-      {"hidden", [this] { ::ShowWindow(main, SW_HIDE); }},
-      {"another window of ours", [this] { ShowDialog(); }},
-      {"the mouse captured by a window of ours", [] { Act("capture child"); }},
-      {"no bar", [this] { ::SetMenu(main, nullptr); }},
-      {"the bar destroyed", [this] { ::DestroyMenu(bar); }},
-  };
-  for (const auto& [name, happens] : cases) {
-    SCOPED_TRACE(name);
-    MemoryAt(::GetTickCount() + 90, [this, &happens = happens] {
+  AddWord("depth", [](std::istream&) { MemoryDisplaySetMode(640, 480, 8); });
+  AddWord("barless", [this](std::istream&) { ::SetMenu(main, nullptr); });
+  AddWord("endbar", [this](std::istream&) { ::DestroyMenu(bar); });
+  for (const char* happens :
+       {"keyboard other", "takemouse", "minimise main", "depth", "disable main", "hide main",
+        "make dialog dialog main 400 100 100 100 show dialog", "capture child", "barless", "endbar"}) {
+    SCOPED_TRACE(happens);
+    MemoryAt(::GetTickCount() + 90, [this, happens] {
       EXPECT_EQ(Looks(), "File:3:0");
-      happens();
+      Act(happens);
     });
     EXPECT_EQ(Play("alt+F M rest ? rest"), std::string("- ") + kByKey);
     ::ReleaseCapture();
@@ -318,18 +308,6 @@ TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
 }
 
 // ---- Their look --------------------------------------------------------------------------------------------------
-
-// How many pixels of the rectangle have the colour that the screen shows for it.
-int64_t Count(const PixelRect& where, COLORREF colour) {
-  HDC context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
-  const COLORREF shown = ::GetNearestColor(context, colour);
-  ::DeleteDC(context);
-  int64_t count = 0;
-  for (int32_t y = where.top; y < where.bottom; ++y) {
-    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt({x, y}) == shown;
-  }
-  return count;
-}
 
 // Some of the ground and some of another colour.
 void ExpectLegible(const PixelRect& where, COLORREF ground) {

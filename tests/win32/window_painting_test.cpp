@@ -169,19 +169,13 @@ TEST_F(WindowPainting, ErasesWithTheClassesColourPaintsParentsFirstAndOnlyWhatIs
         {"when main.erase update main . erase main update main rgb? main 100 100", "main.paint main.erase r"}});
 }
 
-TEST_F(WindowPainting, TakesPixelsAlongAndAsksOnlyForWhatIsNew) {
-  Walk("none",
-       {{"new child child main 10 10 50 50 fill child r 0 0 50 50 place child 20 25 60 50 update? child", "50,0+10x50"},
-        {"rgb? main 20 25 rgb? main 69 74", "r r"},
-        {"fill main g 0 100 200 100 place main 100 100 226 225 update? main rgb? main 0 150", "200,0+20x200 g"},
-        {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"}, // its class wants it so
-        {"new low child main 0 0 50 50 new high child main 25 25 50 50 top low update? low", "25,25+25x25"},
-        {"hide low update? high", "0,0+25x25"},
-        {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
-        {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
-  Act("new flat child main 100 100 60 50");
-  ::ScrollWindow(Named("flat"), 5, 0, nullptr, nullptr);
-  Walk("none", {{"update? flat", "0,0+5x50"}});
+TEST_F(WindowPainting, IsAskedOnlyForWhatIsNewUnlessTheClassWantsItAll) {
+  Walk("none", {{"new child child main 10 10 50 50 place child 20 25 60 50 update? child", "50,0+10x50"},
+                {"place main 100 100 226 225 update? main", "200,0+20x200"},
+                {"new low child main 0 0 50 50 top low hide low update? child", "0,0+30x25"},
+                {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"},
+                {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
+                {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
 }
 
 // ---- Contexts ----------------------------------------------------------------------------------------------------
@@ -271,20 +265,6 @@ TEST_F(WindowPresenting, ComesBeforeTheScreenItselfIsReadOrDrawnOnAndDoesNotWait
     EXPECT_EQ(ColourAt({103, 122}), colour);
     DisplaySleep(30);
   }
-}
-
-TEST_F(WindowPresenting, RestoresWhatAnotherProgramUncoversAndRefreshesEverybodysWindows) {
-  DisplayWindow* other = MemoryOpenWindow("other", {150, 150, 200, 200}, 77);
-  Walk("paint", {{"fill main g 0 0 200 200 rgb? 149 149 rgb? 170 170", "g 4d0000"},
-                 {"shift other 400 100 50 50", ""},
-                 {"rgb? 170 170", "g"}}); // its pixels are still there
-  const uint8_t all[8] = {255, 255, 255, 255, 255, 255, 255, 255};
-  DisplayInvertScreen({0, 0, 640, 480}, all);
-  const uint32_t paints = other->paints;
-  Walk("paint", {{"new child child main 10 10 50 50 erase -", "| main.paint child.paint"},
-                 {"rgb? main 0 0 rgb? 550 400", "w k"}});
-  EXPECT_EQ(other->paints, paints + 1);
-  EXPECT_EQ(MemoryPixel(410, 110), 77U);
 }
 
 } // namespace

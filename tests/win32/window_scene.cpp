@@ -520,4 +520,15 @@ COLORREF ColourAt(const POINT& point) {
   return RGB(colour.red, colour.green, colour.blue);
 }
 
+int64_t Count(const PixelRect& where, COLORREF colour) {
+  HDC context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  const COLORREF shown = ::GetNearestColor(context, colour);
+  ::DeleteDC(context);
+  int64_t count = 0;
+  for (int32_t y = where.top; y < where.bottom; ++y) {
+    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt({x, y}) == shown;
+  }
+  return count;
+}
+
 } // namespace framereel

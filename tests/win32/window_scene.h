@@ -72,6 +72,8 @@ bool Lives(HWND window); // has not been destroyed
 // The place of a client point on the screen; the colour that stands there.
 POINT OnScreen(HWND window, int x, int y);
 COLORREF ColourAt(const POINT& point);
+// How many pixels of the rectangle of the screen have the colour that it shows for this one.
+int64_t Count(const PixelRect& where, COLORREF colour);
 
 class OneWindow : public ::testing::Test {
 protected:
