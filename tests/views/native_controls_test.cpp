@@ -13,7 +13,6 @@
 #include "platform/menus/menu_commands.h"
 #include "platform/menus/menus.h"
 #include "platform/menus/platform_menus.h"
-#include "platform/records/later_modules.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "toolkit/views/view.h"
@@ -81,45 +80,30 @@ class NativeControls : public ViewScene {
 protected:
   NativeControls() : buttons(NewControlClass(InitButton)), fields(NewControlClass(InitField)) {
     buttons->nativeNotice = [](View* view, uint16_t code) { Say(view, "*", code); };
-    LaterModules& later = TheLaterModules();
-    saved = later;
-    static WindowScript* told;
-    told = &script;
-    later.menuShortcut = [](const KeyEvent& event) {
-      return told->Say(std::string("shortcut:") + char(event.unshifted)), true;
-    };
     textWidth = 80;
-    for (const auto& [word, act] : {std::pair<const char*, void (*)(View*)>{"edit", FocusEditField},
-                                    {"endedit", [](View*) { EndEditSession(nullptr); }},
-                                    {"text?", [](View* view) {
-                                       FetchEditText(view);
-                                       std::string text = DataOf(view)->text;
-                                       std::replace(text.begin(), text.end(), '\n', '/');
-                                       told->Say(text);
-                                     }}}) {
-      script.words[word] = [this, act = act](std::istream& in) {
-        std::string name;
-        in >> name;
-        act(Named(name));
-      };
-    }
+    AddWord("edit", FocusEditField);
+    AddWord("endedit", [](View*) { EndEditSession(nullptr); });
+    AddWord("text?", [](View* view) {
+      FetchEditText(view);
+      std::string text = DataOf(view)->text;
+      std::replace(text.begin(), text.end(), '\n', '/');
+      Answer(text);
+    });
   }
   ~NativeControls() override {
-    TheLaterModules() = saved;
     script.Act("close w");
     MemFree(buttons);
     MemFree(fields);
   }
 
   View* Shown(const char* name, const ViewClass* viewClass, int16_t x) {
-    View* view = views[name] = ViewCreateTop(viewClass, Window(), x, 10);
+    View* view = Make(viewClass, x, 10, name);
     script.Act(std::string("show ") + name);
     return view;
   }
   static bool MainHasTheKeyboard() { return ::GetFocus() == TheMainWindow()->window; }
 
   ViewClass *buttons, *fields;
-  LaterModules saved;
 };
 
 TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
@@ -142,7 +126,7 @@ TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
 }
 
 TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
-  View* field = views["f"] = ViewCreateTop(fields, Window(), 10, 10);
+  View* field = Make(fields, 10, 10, "f");
   Play({{"edit f", ""}, {"show f", "f!"}, {"endedit f endedit f", "f."}}); // begins when it has been painted
   const struct {
     bool multiLine;

@@ -48,14 +48,14 @@ const std::pair<const char*, void (*)(View*)> kViewWords[] = {
     {"destroy", ViewDestroy},
     {"fit", ViewFit},
     {"modal", SetModalView},
-    {"bounds?", [](View* view) { told->Say(BoundsText(view)); }},
-    {"whole?", [](View* view) { told->Say(ViewFullyShown(view, view) ? "yes" : "no"); }},
+    {"bounds?", [](View* view) { Answer(BoundsText(view)); }},
+    {"whole?", [](View* view) { Answer(ViewFullyShown(view, view) ? "yes" : "no"); }},
 };
 
 const std::pair<const char*, void (*)(View*, int16_t, int16_t)> kPlaceWords[] = {
     {"resize", ViewResize},
     {"move", ViewMove},
-    {"hit?", [](View* view, int16_t x, int16_t y) { told->Say(ViewHitTest(view, x, y) ? "yes" : "no"); }},
+    {"hit?", [](View* view, int16_t x, int16_t y) { Answer(ViewHitTest(view, x, y) ? "yes" : "no"); }},
 };
 
 } // namespace
@@ -93,17 +93,15 @@ void Say(const View* view, const char* what, int number) {
   Say(view, std::string(what).append(std::to_string(number)));
 }
 
+void Answer(const std::string& answer) {
+  told->Say(answer);
+}
+
 ViewScene::ViewScene() : start((ViewsStartUp(), 1)) {
   told = &script;
   known = &views;
   tellsDraws = false;
-  for (const auto& [word, act] : kViewWords) {
-    script.words[word] = [this, act = act](std::istream& in) {
-      std::string name;
-      in >> name;
-      act(Named(name));
-    };
-  }
+  for (const auto& [word, act] : kViewWords) AddWord(word, act);
   for (const auto& [word, act] : kPlaceWords) {
     script.words[word] = [this, act = act](std::istream& in) {
       std::string name;
@@ -122,7 +120,7 @@ ViewScene::ViewScene() : start((ViewsStartUp(), 1)) {
                                      : ViewCreateTop(viewClass, script.Window(parent), x, y);
     if (kind == "plain") BoxSetFrame(view, false);
     if (kind == "stack") StackSetFrame(view, false);
-    views[name] = view;
+    Keep(name, view);
   };
   script.Act("open w d");
   script.Heard();
@@ -142,8 +140,21 @@ void ViewScene::Play(std::initializer_list<ScriptStep> steps) {
   }
 }
 
-View* ViewScene::Make(const ViewClass* viewClass, int16_t x, int16_t y) {
-  return views["v"] = ViewCreateTop(viewClass, Window(), x, y);
+View* ViewScene::Make(const ViewClass* viewClass, int16_t x, int16_t y, const std::string& name) {
+  return Keep(name, ViewCreateTop(viewClass, Window(), x, y));
+}
+
+View* ViewScene::Keep(const std::string& name, View* view) {
+  std::erase_if(views, [view](const auto& other) { return other.second == view; }); // it has the place of one that went
+  return views[name] = view;
+}
+
+void ViewScene::AddWord(const std::string& word, void (*act)(View*)) {
+  script.words[word] = [this, act](std::istream& in) {
+    std::string name;
+    in >> name;
+    act(Named(name));
+  };
 }
 
 std::string BoundsText(const View* view) {

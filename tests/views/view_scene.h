@@ -26,8 +26,11 @@ protected:
 
   View* Named(const std::string& name) const { return views.at(name); }
   ChildWindow* Window() const { return script.Window("w"); }
-  // A new View, called "v" in the log unless it has a name.
-  View* Make(const ViewClass* viewClass, int16_t x = 10, int16_t y = 10);
+  // A new View in the window, "v" if it has no other name.
+  View* Make(const ViewClass* viewClass, int16_t x = 10, int16_t y = 10, const std::string& name = "v");
+  View* Keep(const std::string& name, View* view); // answers it
+  // A word that is told the name of a View.
+  void AddWord(const std::string& word, void (*act)(View*));
   void Walk(std::initializer_list<ScriptStep> steps) { script.Walk(steps); }
   void Play(std::initializer_list<ScriptStep> steps); // the same, of what Views hear and questions answer alone
 
@@ -40,6 +43,7 @@ protected:
 const ViewClass* TellingClass();
 void Say(const View* view, const std::string& what);
 void Say(const View* view, const char* what, int number);
+void Answer(const std::string& answer); // to a question
 
 // "x,y width x height" of a View.
 std::string BoundsText(const View* view);

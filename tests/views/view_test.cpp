@@ -133,7 +133,7 @@ TEST_F(ViewTest, MayDestroyThemselvesTheirContainerOrTheirWindowInAHandler) {
     ViewDestroy(victim); // once is enough
   };
   const auto press = [this] {
-    views["f"] = ViewCreateAt(&fatal, Named("B"), 60, 0);
+    Keep("f", ViewCreateAt(&fatal, Named("B"), 60, 0));
     script.Act("show f over w 75 15 d");
     script.Heard();
   };
