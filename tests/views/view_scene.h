@@ -45,7 +45,7 @@ void Say(const View* view, const std::string& what);
 void Say(const View* view, const char* what, int number);
 void Answer(const std::string& answer); // to a question
 
-// "x,y width x height" of a View.
+// "x,y+WIDTHxHEIGHT" of a View.
 std::string BoundsText(const View* view);
 // A View's pixels on the screen as rows of '#' for black, '.' for white, '-' for anything else.
 std::string PictureOf(const View* view);
