@@ -1,4 +1,4 @@
-// Files: the table of types, names and paths, and reading and writing in a folder of the test's own.
+// Files: names and paths, and reading and writing in a folder of the test's own.
 #include "core/file_refs.h"
 
 #include <cerrno>
@@ -10,7 +10,6 @@
 #include "core/strings.h"
 #include "support/dice.h"
 #include "support/temporary_folder.h"
-#include "win32/system/system_version.h"
 
 namespace framereel {
 namespace {
@@ -31,27 +30,6 @@ std::string PathOf(const FileRef* ref) {
 
 Owned<FileRef> Ref(const std::string& path) {
   return Owned<FileRef>(FileRefFromPath(path.c_str()));
-}
-
-// ---- Types --------------------------------------------------------------------------------------------------------
-
-TEST(FileTypes, RowsComeFromTheirColumnsAndExtensionsAreFoundInAnyCase) {
-  const struct {
-    const char* typed; // an extension
-    uint16_t index;    // where it leads
-    const char* row;
-  } cases[] = {{"tXt", 0, "txt .txt Text Files (.TXT)"},    {"prf", 1, "prf .prf Preferences (.PRF)"},
-               {"PS", 11, "ps .ps Postscript Files (.PS)"}, {"rc", 19, "rc .rc Resource Source Files (.RC)"},
-               {"", 12, "dta .dta Data Files (.DTA)"},      {"giff", 12, "dta .dta Data Files (.DTA)"}};
-  for (const auto& one : cases) {
-    const FileTypeRow& row = FileTypeRowAt(one.index);
-    EXPECT_EQ(row.extension + std::string(" ") + row.pattern + " " + row.description, one.row);
-    Owned<FileType> type(FileTypeForExtension(one.typed));
-    EXPECT_EQ(type->index, one.index) << one.typed;
-    EXPECT_EQ(type->extension, row.extension); // the table is loaded once
-  }
-  EXPECT_STREQ(FileTypeRowAt(6).description, "");
-  EXPECT_STREQ(FileTypeRowAt(20).extension, "dta"); // behind the last
 }
 
 // ---- Names --------------------------------------------------------------------------------------------------------
@@ -93,15 +71,6 @@ TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
     EXPECT_EQ(copy->type->index, one.type);
     EXPECT_EQ(PathOf(copy.get()), one.back);
   }
-}
-
-TEST(FileRefs, OnAnOlderSystemNamesAreCutToEightBytes) {
-  SetSystemVersion(0x80000003);
-  EXPECT_EQ(PathOf(Ref("/a long folder/123456789.gif").get()), "/a long folder/12345678.gif");
-  EXPECT_EQ(PathOf(Ref("/d/12345678.gif").get()), "/d/12345678.gif");
-  SetSystemVersion(0x80000004);
-  EXPECT_EQ(PathOf(Ref("/d/123456789.gif").get()), "/d/123456789.gif");
-  SetSystemVersion(kThisSystem);
 }
 
 TEST(FileRefs, OfTheProgramItselfAreInTheCurrentDirectoryOrTheRoot) {

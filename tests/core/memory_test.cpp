@@ -56,21 +56,6 @@ TEST(MemoryDeathTest, ExhaustionTellsTheHookWhileTheToolkitGoesOnWithWhatItHasAn
   EXPECT_EXIT(FatalExit(), testing::ExitedWithCode(0), "^$") << "it needs no hook";
 }
 
-TEST(MemoryDeathTest, ANewInTheHookComesBackToItButNotForEver) {
-  auto exhaust = [] {
-    ToolkitInit();
-    SetMemFailureHook(
-        [](void*, uint32_t count) {
-          std::fprintf(stderr, "%u ", count);
-          lastBlock = ::operator new(1);
-        },
-        nullptr);
-    FailAllocations(0);
-    MemAlloc(1);
-  };
-  EXPECT_EXIT(exhaust(), testing::ExitedWithCode(0), "^1 2 $");
-}
-
 TEST(MemoryDeathTest, AScopeWithoutMemoryForItsMarkLeavesTheBlocksOfOuterOnesAlone) {
   auto exhaust = [] {
     ToolkitInit();

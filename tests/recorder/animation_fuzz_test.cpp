@@ -123,7 +123,7 @@ private:
     MemoryDisplay& display = TheMemoryDisplay();
     display.hasPointer = dice.OneIn(3);
     display.pointerPixels.assign(6, 0xFFFFFFFF); // 3 by 2 of white, with the hot spot in them
-    display.pointerWidth = 3, display.pointerHeight = 2, display.hotX = display.hotY = 1;
+    display.pointerWidth = 3, display.pointerHeight = 2, display.hotX = 2, display.hotY = 1;
     const int widths[] = {1, 5, 9, 18, 33, 65, 130}, heights[] = {1, 2, 9, 17}, block = size == kSize100 ? 1 : 2 + size;
     const int width = (widths[dice.Below(7)] + block - 1) / block * block;
     const int height = (heights[dice.Below(4)] + block - 1) / block * block;

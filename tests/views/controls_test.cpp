@@ -1,9 +1,6 @@
 // Controls by script: how they measure, what a press does to them, and what stands on the screen.
-#include <gtest/gtest.h>
-#include <string>
-#include <utility>
+#include <algorithm>
 
-#include "core/rects.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
@@ -18,25 +15,13 @@
 #include "toolkit/controls/text_pane.h"
 #include "toolkit/text/text_layout.h"
 #include "toolkit/views/view.h"
-#include "views/toolkit_program.h"
+#include "views/view_scene.h"
 #include "win32/memory/memory_windows.h"
 
 namespace framereel {
 namespace {
 
-std::string heard;
-
-class Controls : public ::testing::Test {
-protected:
-  Controls() { heard.clear(); }
-
-  View* Make(const ViewClass* viewClass, int16_t x = 10, int16_t y = 10) {
-    return ViewCreateTop(viewClass, program.window, x, y);
-  }
-  std::string Heard() { return std::exchange(heard, ""); }
-
-  ToolkitProgram program;
-};
+using Controls = ViewScene;
 
 int Ink(const View* view) {
   const std::string picture = PictureOf(view);
@@ -45,12 +30,11 @@ int Ink(const View* view) {
 
 TEST_F(Controls, MeasureThemselves) {
   View* label = Make(LabelClass());
-  EXPECT_EQ(BoundsText(label), "10,10 4x7"); // a divider, framed
+  EXPECT_EQ(BoundsText(label), "10,10+4x7"); // a divider, framed
   LabelSetValue(label, "Frames");
   LabelSetFramed(label, false);
-  EXPECT_EQ(BoundsText(label), "10,10 4x7");
   ViewFit(label);
-  SetPortWindow(program.window);
+  SetPortWindow(Window());
   UseDrawState(DrawStateDefault());
   const TextMeasure text = MeasureText("Frames");
   EXPECT_EQ(label->width, text.width);
@@ -62,17 +46,8 @@ TEST_F(Controls, MeasureThemselves) {
   EXPECT_GT(pane->height, 2 * label->height);
   View* picture = Make(PictureViewClass());
   ViewFit(picture);
-  EXPECT_EQ(BoundsText(picture), "10,10 32x32");
-  const int thickness[] = {0, 3, 5, 1, 2, 2, 1, 1, 0, 0};
-  View* separator = Make(SeparatorClass());
-  for (uint16_t kind = 0; kind < 10; ++kind) {
-    SeparatorSetKind(separator, kind);
-    ViewResize(separator, 20, 9);
-    ViewFit(separator);
-    EXPECT_EQ(separator->height, thickness[kind]) << kind;
-  }
+  EXPECT_EQ(BoundsText(picture), "10,10+32x32");
   View* box = Make(CheckBoxClass());
-  EXPECT_EQ(BoundsText(box), "10,10 20x20");
   CheckBoxSetLabel(box, "Loop");
   ViewFit(box);
   EXPECT_EQ(box->width, 16 + 4 + MeasureTextBlock("Loop", TextAlign::kLeft, TextWrap::kNone, kWideOpen).width + 4);
@@ -86,205 +61,121 @@ TEST_F(Controls, MeasureThemselves) {
 }
 
 TEST_F(Controls, LooksAreDrawn) {
+  const int thickness[] = {0, 3, 5, 1, 2, 2, 1, 1, 0, 0};
   View* separator = Make(SeparatorClass());
-  SeparatorSetKind(separator, 2);
-  ViewResize(separator, 8, 0);
-  ViewShow(separator);
-  Settle();
+  for (const uint16_t kind : {0, 1, 3, 4, 5, 6, 7, 8, 9, 2}) {
+    SeparatorSetKind(separator, kind);
+    script.Act("resize v 8 9 fit v resize v 8 0");
+    EXPECT_EQ(separator->height, thickness[kind]) << kind;
+  }
+  script.Act("show v");
   EXPECT_EQ(PictureOf(separator), "........\n.######.\n........\n.######.\n........\n");
   View* box = Make(CheckBoxClass(), 50, 50);
-  ViewResize(box, 20, 16);
-  ViewShow(box);
-  Settle();
+  script.Act("resize v 20 16 show v");
   const int empty = Ink(box);
   CheckBoxSetValue(box, true, true);
-  Settle();
+  script.Act("settle");
   EXPECT_GT(Ink(box), empty + 20);
   View* label = Make(LabelClass(), 50, 80);
   LabelSetValue(label, "Framed");
-  ViewFit(label);
-  ViewShow(label);
-  Settle();
+  script.Act("fit v show v");
   const int enabled = Ink(label);
   EXPECT_GT(enabled, 2 * (label->width + label->height));
-  ViewDisable(label);
-  Settle();
+  script.Act("disable v");
   EXPECT_LT(Ink(label), enabled); // the letters are grey
 }
 
 TEST_F(Controls, ACheckBoxFlipsWhenThePressEndsOverIt) {
   View* box = Make(CheckBoxClass());
-  CheckBoxSetCallback(box, [](View*, bool value) { heard += value ? "on " : "off "; });
-  ViewShow(box);
-  Settle();
-  Press(program.window, 15, 15);
-  EXPECT_EQ(Heard(), "");
-  Release();
-  EXPECT_EQ(Heard(), "on ");
-  Press(program.window, 15, 15);
-  MoveOver(program.window, 100, 100);
-  Release();
-  EXPECT_EQ(Heard(), "");
-  Press(program.window, 15, 15);
-  MoveOver(program.window, 100, 100);
-  MoveOver(program.window, 16, 16);
-  Release();
-  EXPECT_EQ(Heard(), "off ");
-  CheckBoxSetValue(box, false, true);
-  EXPECT_EQ(Heard(), "");
-  ViewDisable(box);
-  Press(program.window, 15, 15);
-  Release();
-  EXPECT_EQ(Heard(), "");
-  ViewEnable(box);
-  CheckBoxSetCallback(box, [](View* view, bool) { ViewDestroy(view); });
-  Press(program.window, 15, 15);
-  Release();
+  CheckBoxSetCallback(box, [](View* view, bool value) { Say(view, value ? "=1" : "=0"); });
+  script.Act("show v over w 15 15");
+  script.Heard();
+  Walk({{"d", "mouse=Framereel"},
+        {"u", "v=1 mouse="},
+        {"d over w 100 90 u", ""},
+        {"over w 15 15 d over w 100 90 over w 16 16 u", "v=0"},
+        {"disable v d u enable v", "wv16@16,16 w^16@16,16"}});
+  CheckBoxSetValue(box, false, true); // as it is
+  CheckBoxSetCallback(box, [](View* view, bool) {
+    Say(view, "!");
+    ViewDestroy(view);
+  });
+  Walk({{"d u d u", "v! wv16@16,16 w^16@16,16"}});
 }
 
 // ---- Popups ------------------------------------------------------------------------------------------------------
 
 const char* const kEntries[] = {"one", "two", nullptr, "four"};
 
-class Popups : public Controls {
+class Popups : public ViewScene {
 protected:
   Popups() {
-    popup = Make(PopupClass(), 100, 60);
+    popup = Make(PopupClass(), 100, 30);
     PopupSetItems(popup, 4, kEntries);
-    PopupSetCallback(popup, [](View*, uint16_t index) { heard += std::to_string(index) + " "; });
-    ViewFit(popup);
-    ViewShow(popup);
-    Settle();
-    row = popup->height - 5 + 1;
-  }
-
-  // The middle of an entry of the list, seen from the box while the first is selected.
-  int16_t At(int entry) const {
-    const int top = 62 + entry * row - (entry > 2 ? row - 4 : 0); // a divider takes 4 pixels
-    return int16_t(top + (entry == 2 ? 2 : row / 2));
-  }
-  void Over(int entry, int jitter = 0) { MoveOver(program.window, int16_t(115 + jitter), At(entry)); }
-  void Click(int entry) {
-    Press(program.window, 115, At(entry));
-    Release();
+    PopupSetCallback(popup, [](View* view, uint16_t index) { Say(view, std::to_string(index)); });
+    // Over an entry of the list, with the first one selected, a pixel beside the last time.
+    script.words["entry"] = [this](std::istream& in) {
+      int entry = 0;
+      in >> entry;
+      const int row = popup->height - 5 + 1, top = 32 + entry * row - (entry > 2 ? row - 4 : 0); // a divider takes 4
+      jitter = 1 - jitter;
+      script.Act("over w " + std::to_string(115 + jitter) + " " + std::to_string(top + (entry == 2 ? 2 : row / 2)));
+    };
+    script.words["list?"] = [this](std::istream&) { script.Say(PopupListIsOpen() ? "open" : "shut"); };
+    script.Act("fit v show v");
+    script.Heard();
   }
 
   View* popup;
-  int row;
+  int jitter = 0;
 };
 
-TEST_F(Popups, AreDraggedThrough) {
-  Press(program.window, 115, At(0));
-  EXPECT_TRUE(PopupListIsOpen());
-  Over(1);
-  Over(1, 1);
-  Over(3);
-  Release();
-  EXPECT_FALSE(PopupListIsOpen());
-  EXPECT_EQ(Heard(), "3 ");
+TEST_F(Popups, AreDraggedThroughOrClickedOpenAndClickedAgain) {
+  Play({{"entry 0 d list? entry 1 entry 1 entry 3 u list?", "open v3 shut"}});
   EXPECT_EQ(PopupSelected(popup), 3);
+  PopupSetSelected(popup, 0);
+  Play({{"entry 0 d u list? entry 0 entry 1 entry 1 d u list?", "open v1 shut"}});
 }
 
-TEST_F(Popups, AreClickedOpenAndClickedAgain) {
-  Click(0);
-  EXPECT_TRUE(PopupListIsOpen());
-  Over(0, 1);
-  Over(1);
-  Over(1, 1);
-  Click(1);
-  EXPECT_FALSE(PopupListIsOpen());
-  EXPECT_EQ(Heard(), "1 ");
-}
-
-TEST_F(Popups, CloseWithoutAChoice) {
-  const auto wander = [&] {
-    Press(program.window, 115, At(PopupSelected(popup)));
-    Over(1);
-    Over(3);
-  };
-  wander();
-  Over(0);
-  Release(); // on the selected one
-  EXPECT_FALSE(PopupListIsOpen());
-  wander();
-  Over(2);
-  Release(); // on the divider
-  EXPECT_FALSE(PopupListIsOpen());
-  wander();
-  MoveOver(program.window, 5, At(3));
-  Release(); // beside it
-  EXPECT_FALSE(PopupListIsOpen());
-  Click(0);
-  Over(1);
-  Over(3);
-  Press(program.window, 5, 190); // beside it
-  EXPECT_FALSE(PopupListIsOpen());
-  Release();
-  for (const bool held : {false, true}) {
-    held ? wander() : Click(0);
-    Type(VK_LEFT);
-    EXPECT_TRUE(PopupListIsOpen());
-    Type(VK_ESCAPE);
-    EXPECT_FALSE(PopupListIsOpen());
-    Release();
-  }
-  Click(0);
-  LeaveProgram();
-  EXPECT_FALSE(PopupListIsOpen());
-  ReturnToProgram();
-  Click(0);
-  EXPECT_TRUE(PopupListIsOpen());
-  ViewDestroy(popup);
-  EXPECT_FALSE(PopupListIsOpen());
-  Settle();
-  EXPECT_EQ(Heard(), "");
-}
-
-TEST_F(Popups, StayShutWhileDisabledOrEmpty) {
-  ViewDisable(popup);
-  Click(0);
-  EXPECT_FALSE(PopupListIsOpen());
-  ViewEnable(popup);
-  PopupSetItems(popup, 0, nullptr);
-  Click(0);
-  EXPECT_FALSE(PopupListIsOpen());
+TEST_F(Popups, CloseWithoutAChoiceAndStayShutWhileDisabledOrEmpty) {
+  Play({{"entry 0 d entry 1 entry 3 entry 0 u list?", "shut"}, // on the selected one
+        {"entry 0 d entry 1 entry 3 entry 2 u list?", "shut"}, // on the divider
+        {"entry 0 d entry 1 entry 3 over w 5 40 u list?", "shut"},
+        {"entry 0 d u entry 1 entry 3 over w 5 90 d list? u", "shut"},
+        {"entry 0 d u left list? esc list?", "open shut"},
+        {"entry 0 d entry 1 entry 3 left list? esc list? u", "open shut"},
+        {"entry 0 d u leave list? return", "shut"},
+        {"disable v entry 0 d u list? enable v", "shut"},
+        {"entry 0 d u list? destroy v list?", "open shut"}});
+  popup = Make(PopupClass(), 100, 30);
+  Play({{"resize v 50 20 show v entry 0 d u list?", "shut"}});
 }
 
 TEST_F(Popups, ScrollToBothEndsWhenTheListIsTooHigh) {
   constexpr uint16_t kMany = 60;
   const char* texts[kMany];
-  for (const char*& text : texts) text = "entry";
+  std::fill(texts, texts + kMany, "entry");
   PopupSetItems(popup, kMany, texts);
   PopupSetSelected(popup, 30);
-  Click(0);
-  PixelRect list = {};
+  script.Act("entry 0 d u");
+  PixelRect list = {0, 0, 0, 0};
   for (const auto& window : TheMemoryDesktop().windows) {
     if (window->ours && window->role == WindowRole::kPopup) list = window->place;
   }
   const int height = TheMainWindow()->geometry.clientHeight - 8;
   const int frame = list.bottom - list.top - height;
-  EXPECT_GE(frame, 0);
-  EXPECT_LE(frame, 2); // its border alone
+  EXPECT_TRUE(frame >= 0 && frame <= 2); // its border alone
   // Beyond the end the list runs until it has shown its last entry; there the mouse chooses.
   for (const bool down : {true, false}) {
     const int32_t x = (list.left + list.right) / 2;
     const int32_t end = down ? list.bottom : list.top, in = down ? -1 : 1;
-    MemoryMovePointerTo(x, end + in * 100);
-    Settle();
-    MemoryMovePointerTo(x, end + in * 130);
-    Settle();
-    MemoryMovePointerTo(x, end + in * 4);
-    RunFor(20000);
-    MemoryMovePointerTo(x, end + in * 18);
-    Settle();
-    MemoryPressButton();
-    Settle();
-    MemoryReleaseButton();
-    Settle();
-    EXPECT_EQ(PopupSelected(popup), down ? kMany - 1 : 0);
-    if (down) Click(0);
+    for (const int deep : {100, 130, 4, 18}) {
+      MemoryMovePointerTo(x, end + in * deep);
+      script.Act(deep == 4 ? "wait 20000" : "settle");
+    }
+    Play({{"d u", down ? "v59" : "v0"}});
+    if (down) script.Act("entry 0 d u");
   }
-  EXPECT_EQ(Heard(), "59 0 ");
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 // Native controls in Views: where the keyboard is, what an edit session lets through and when it ends, and what a click
 // on a button leaves behind.
-#include <gtest/gtest.h>
-#include <string>
-#include <utility>
+#include <algorithm>
 
 #include "core/memory.h"
 #include "core/strings.h"
@@ -15,25 +13,18 @@
 #include "platform/menus/menu_commands.h"
 #include "platform/menus/menus.h"
 #include "platform/menus/platform_menus.h"
-#include "platform/records/later_modules.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
-#include "support/window_program.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
-#include "toolkit/views_start.h"
+#include "views/view_scene.h"
 #include "win32/input/clipboard.h"
-#include "win32/memory/memory_display.h"
+#include "win32/memory/memory_windows.h"
 
 namespace framereel {
 namespace {
 
-std::string calls;
 int16_t textWidth; // what fields take their text to need
-
-void Say(const std::string& what) {
-  calls += what + " ";
-}
 
 // Both classes keep the record of an edit field, of which a button needs the first two fields.
 EditField* DataOf(const View* view) {
@@ -57,9 +48,9 @@ void InitButton(View* view) {
 void InitField(View* view) {
   InitControl(view, "edit", ES_MULTILINE);
   EditField* field = DataOf(view);
-  field->started = [](View*) { Say("started"); };
-  field->finished = [](View*, const KeyEvent* e) { Say(e ? "finished:" + std::to_string(e->character) : "finished"); };
-  field->requestSize = [](View*, int16_t w, int16_t) { Say("size:" + std::to_string(w)); };
+  field->started = [](View* v) { Say(v, "!"); };
+  field->finished = [](View* v, const KeyEvent* e) { e ? Say(v, ".", e->character) : Say(v, "."); };
+  field->requestSize = [](View* v, int16_t width, int16_t) { Say(v, "=", width); };
   field->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
   SubclassEditField(view);
   SetNativeFont(view, field->control, view->drawing, true);
@@ -85,189 +76,126 @@ ViewClass* NewControlClass(void (*init)(View*)) {
   return viewClass;
 }
 
-class NativeControls : public ::testing::Test {
+class NativeControls : public ViewScene {
 protected:
-  NativeControls() : buttons((ViewsStartUp(), NewControlClass(InitButton))), fields(NewControlClass(InitField)) {
-    buttons->nativeNotice = [](View*, uint16_t code) { Say("notice:" + std::to_string(code)); };
-    LaterModules& later = TheLaterModules();
-    saved = later;
-    later.menuShortcut = [](const KeyEvent& event) {
-      return Say(std::string("shortcut:") + char(event.unshifted)), true;
-    };
-    window = OpenTestWindow(kWindowUnclamped);
+  NativeControls() : buttons(NewControlClass(InitButton)), fields(NewControlClass(InitField)) {
+    buttons->nativeNotice = [](View* view, uint16_t code) { Say(view, "*", code); };
     textWidth = 80;
-    calls.clear();
+    AddWord("edit", FocusEditField);
+    AddWord("endedit", [](View*) { EndEditSession(nullptr); });
+    AddWord("text?", [](View* view) {
+      FetchEditText(view);
+      std::string text = DataOf(view)->text;
+      std::replace(text.begin(), text.end(), '\n', '/');
+      Answer(text);
+    });
   }
   ~NativeControls() override {
-    TheLaterModules() = saved;
-    CloseChildWindow(window);
+    script.Act("close w");
     MemFree(buttons);
     MemFree(fields);
   }
 
-  View* Shown(const ViewClass* viewClass, int16_t x, int16_t y) {
-    View* view = ViewCreateTop(viewClass, window, x, y);
-    ViewShow(view);
-    Settle();
+  View* Shown(const char* name, const ViewClass* viewClass, int16_t x) {
+    View* view = Make(viewClass, x, 10, name);
+    script.Act(std::string("show ") + name);
     return view;
   }
-  void Click(int16_t x, int16_t y) {
-    Press(window, x, y);
-    Release();
-  }
-  void With(uint8_t held, uint8_t key) {
-    MemoryPressKey(held);
-    Type(key);
-    MemoryReleaseKey(held);
-    Settle();
-  }
-  std::string Heard() { return std::exchange(calls, ""); }
-  std::string TextOf(View* view) {
-    FetchEditText(view);
-    return DataOf(view)->text;
-  }
+  static bool MainHasTheKeyboard() { return ::GetFocus() == TheMainWindow()->window; }
 
   ViewClass *buttons, *fields;
-  LaterModules saved;
-  WindowProgram program;
-  ChildWindow* window;
 };
 
-TEST_F(NativeControls, AClickTellsTheViewAndGivesTheKeyboardBack) {
-  View* button = Shown(buttons, 10, 10);
-  Press(window, 20, 20);
-  EXPECT_EQ(::GetFocus(), DataOf(button)->control);
-  Release();
-  EXPECT_EQ(Heard(), "notice:0 ");
-  RunFor(5);
-  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
-  // So does a press that is taken away.
-  Press(window, 20, 20);
-  MemoryTakeCapture();
-  RunFor(5);
-  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
-  Release();
-  EXPECT_EQ(Heard(), "");
-}
-
-TEST_F(NativeControls, AButtonMayEndInItsOwnNoticeWithTheKeyboardBack) {
-  View* button = Shown(buttons, 10, 10);
+TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
+  View* button = Shown("b", buttons, 10);
   const Font* font = button->drawing->font;
+  Play({{"over w 20 20 d", ""}});
+  EXPECT_EQ(::GetFocus(), DataOf(button)->control);
+  Play({{"u wait 5", "b*0"}});
+  EXPECT_TRUE(MainHasTheKeyboard());
+  script.Act("d");
+  MemoryTakeCapture(); // a press that is taken away does so too
+  Play({{"wait 5 u", ""}});
+  EXPECT_TRUE(MainHasTheKeyboard());
   const uint16_t held = font->selectCount;
   buttons->nativeNotice = [](View* view, uint16_t) { ViewDestroy(view); };
-  Click(20, 20);
-  RunFor(5);
-  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  script.Act("d u wait 5");
+  EXPECT_TRUE(MainHasTheKeyboard());
   EXPECT_LT(font->selectCount, held);
-  EXPECT_EQ(ControlTableTake(&window->controls, nullptr), 3); // the number is free again
+  EXPECT_EQ(ControlTableTake(&Window()->controls, nullptr), 3); // the number is free again
 }
 
 TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
-  View* field = ViewCreateTop(fields, window, 10, 10);
-  // The first time it has not been painted.
-  FocusEditField(field);
-  Settle();
-  EXPECT_EQ(Heard(), "");
-  ViewShow(field);
-  Settle();
-  EXPECT_EQ(Heard(), "started ");
-  EndEditSession(nullptr);
-  EndEditSession(nullptr);
-  EXPECT_EQ(Heard(), "finished ");
-  struct Case {
+  View* field = Make(fields, 10, 10, "f");
+  Play({{"edit f", ""}, {"show f", "f!"}, {"endedit f endedit f", "f."}}); // begins when it has been painted
+  const struct {
     bool multiLine;
-    uint8_t key;
-    const char* heard;
-    const char* text;
-  };
-  const Case cases[] = {
-      {false, VK_TAB, "finished:9 ", "aB"},
-      {true, VK_TAB, "finished:9 ", "aB"},
-      {false, VK_ESCAPE, "finished:27 ", "aB"},
-      {false, VK_RETURN, "finished:13 ", "aB"},
-      {true, VK_RETURN, "", "aB\n"},
-      {true, VK_BACK, "", "a"},
-  };
-  for (const Case& one : cases) {
+    const char *key, *heard;
+  } cases[] = {{false, "tab", "f! f.9 aB"},    {true, "tab", "f! f.9 aB"}, {false, "esc", "f! f.27 aB"},
+               {false, "enter", "f! f.13 aB"}, {true, "enter", "f! aB/"},  {true, "backspace", "f! a"}};
+  for (const auto& one : cases) {
     SetNativeText(DataOf(field)->control, "old\ntext");
-    EXPECT_EQ(TextOf(field), "old\ntext");
+    Play({{"text? f", "old/text"}});
     DataOf(field)->multiLine = one.multiLine;
-    FocusEditField(field);
-    Type('A');
-    With(VK_SHIFT, 'B');
-    EXPECT_EQ(Heard(), "started ");
-    Type(one.key);
-    Settle();
-    EXPECT_EQ(Heard(), one.heard) << int(one.key);
-    EXPECT_EQ(TextOf(field), one.text) << int(one.key);
-    EndEditSession(nullptr);
-    Heard();
-    EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+    Play({{(std::string("edit f A +shift B -shift ") + one.key + " text? f").c_str(), one.heard}});
+    script.Act("endedit f");
+    script.Heard();
+    EXPECT_TRUE(MainHasTheKeyboard());
   }
   // It asks for the width of its text when that leaves its own, which is 80 pixels.
-  FocusEditField(field);
+  script.Act("edit f");
   for (const int16_t width : {80, 60, 59, 81}) {
     textWidth = width;
-    Type('A');
-    Settle();
+    script.Act("A");
   }
-  EXPECT_EQ(Heard(), "started size:59 size:81 ");
+  Play({{"", "f! f=59 f=81"}});
 }
 
 TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
-  View* field = Shown(fields, 10, 10);
-  View* other = Shown(fields, 100, 10);
-  Click(30, 30);
-  EXPECT_TRUE(HasEditSession(field));
-  EXPECT_EQ(Heard(), "started ");
-  Click(11, 11); // in its own bevel
-  EXPECT_EQ(Heard(), "");
-  Click(130, 30); // in another field
-  EXPECT_TRUE(HasEditSession(other));
-  EXPECT_EQ(Heard(), "finished started ");
-  Click(50, 90); // beside them
-  EXPECT_EQ(Heard(), "finished ");
-  Click(130, 30);
-  With(VK_CONTROL, 'C');
-  EXPECT_EQ(Heard(), "started shortcut:c ");
-  FocusEditField(field);
-  EXPECT_EQ(Heard(), "finished started ");
-  LeaveProgram();
-  EXPECT_EQ(Heard(), "finished ");
-  ReturnToProgram();
-  FocusEditField(field);
-  window->methods.menuCommand(window, nullptr);
-  EXPECT_EQ(Heard(), "started finished ");
-  FocusEditField(field);
+  View* field = Shown("f", fields, 10);
+  Shown("g", fields, 100);
+  script.Heard();
+  Play({{"over w 30 30 d u", "f!"},
+        {"over w 11 11 d u", ""}, // in its own bevel
+        {"over w 130 30 d u", "f. g!"},
+        {"over w 50 90 d u", "g."}, // beside them
+        {"over w 130 30 d u +ctrl C -ctrl", "g! shortcut:c"},
+        {"edit f", "g. f!"},
+        {"leave", "f."},
+        {"return edit f", "f!"}});
+  Window()->methods.menuCommand(Window(), nullptr);
+  Play({{"edit f", "f. f!"}});
   ViewDestroy(field);
-  EXPECT_EQ(Heard(), "started ");
-  EXPECT_EQ(::GetFocus(), TheMainWindow()->window);
+  Play({{"", ""}});
+  EXPECT_TRUE(MainHasTheKeyboard());
 }
 
 TEST_F(NativeControls, CutCopyAndPasteFollowSelectionAndClipboard) {
-  View* field = Shown(fields, 10, 10);
+  View* field = Shown("f", fields, 10);
   SetNativeText(DataOf(field)->control, "word");
   SetClipboardText("");
   SetEditTitle(1, 'E', "Edit");
   for (uint16_t i = 0; i < 3; ++i) SetEditItem(i, uint8_t("XCV"[i]), 0, "item");
   SetMenuBar(NewMenuBar());
   BuildEditMenu(kEditCut | kEditCopy | kEditPaste);
-  RunFor(1); // the bar comes, and the windows move down with what lies below it
+  script.Act("wait 1"); // the bar comes, and the windows move down with what lies below it
   const auto choose = [](uint16_t index) { MenuCommand(ItemAt(MenuAt(CurrentMenuBar(), 0), index)->id); };
-  Click(14, 20);
+  script.Act("over w 14 20 d u");
   EXPECT_EQ(GetEditEnabled(), 0);
-  With(VK_SHIFT, VK_RIGHT);
+  script.Act("+shift right -shift");
   EXPECT_EQ(GetEditEnabled(), kEditCut | kEditCopy);
   choose(0);
+  script.Heard();
   EXPECT_TRUE(HasEditSession(field)); // which the letter of the item tells
-  EXPECT_EQ(TextOf(field), "ord");
+  Play({{"text? f", "ord"}});
   EXPECT_EQ(GetEditEnabled(), kEditPaste);
   choose(2);
-  EXPECT_EQ(TextOf(field), "word");
-  EndEditSession(nullptr);
+  Play({{"text? f", "word"}});
+  script.Act("endedit f");
+  script.Heard();
   EXPECT_EQ(GetEditEnabled(), 0);
   choose(2);
-  EXPECT_EQ(TextOf(field), "word");
+  Play({{"text? f", "word"}});
 }
 
 } // namespace

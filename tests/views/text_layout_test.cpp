@@ -1,8 +1,8 @@
 // Wrapped text: what holds for any text, on random ones; commands; and where the pixels go.
 #include "toolkit/text/text_layout.h"
 
-#include <gtest/gtest.h>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,16 +11,17 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "views/toolkit_program.h"
+#include "views/view_scene.h"
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
 
-class TextLayout : public ::testing::Test {
+class TextLayout : public ViewScene {
 protected:
   TextLayout() {
-    SetPortWindow(program.window);
+    script.Act("size w 300 200");
+    SetPortWindow(Window());
     UseDrawState(DrawStateDefault());
     const LineMetrics m = FontMetrics();
     lineHeight = m.ascent + m.descent + m.leadingAbove + m.leadingBelow;
@@ -49,26 +50,20 @@ protected:
     return lines;
   }
 
-  ToolkitProgram program;
   int lineHeight;
 };
 
 // The text between line feeds, without the blanks at both ends.
 std::vector<std::string> Paragraphs(const std::string& text) {
-  std::vector<std::string> all(1);
-  for (const char c : text) {
-    if (c == '\n') {
-      all.emplace_back();
-    } else {
-      all.back() += c;
-    }
-  }
-  for (std::string& each : all) {
+  std::vector<std::string> all;
+  std::istringstream in(text);
+  for (std::string each; std::getline(in, each, '\n');) {
     each.erase(0, each.find_first_not_of(' '));
     each.erase(each.find_last_not_of(' ') + 1);
+    all.push_back(each);
   }
   // What follows the last line feed makes a line only if there is something.
-  if (all.back().empty()) all.pop_back();
+  if (!all.empty() && all.back().empty() && text.back() != '\n') all.pop_back();
   return all;
 }
 
@@ -108,7 +103,7 @@ TEST_F(TextLayout, BreaksRandomTextsAsLateAsTheWidthAllows) {
   }
 }
 
-TEST_F(TextLayout, HonoursCommandsOnTheWayAndPutsTheFontBack) {
+TEST_F(TextLayout, HonoursCommandsOnTheWayAndKeepsTheBytesOfACharacterTogether) {
   const TextSize plain = MeasureTextBlock("iiii", TextAlign::kLeft, TextWrap::kByWord, kWideOpen);
   const auto measure = [](const char* text) {
     return int(MeasureTextBlock(text, TextAlign::kLeft, TextWrap::kByWord, kWideOpen).width);
@@ -126,11 +121,8 @@ TEST_F(TextLayout, HonoursCommandsOnTheWayAndPutsTheFontBack) {
       MeasureTextBlock("ii \33s40\33iiiiii", TextAlign::kLeft, TextWrap::kByWord, uint16_t(measure("\33s40\33iiiiii")));
   EXPECT_EQ(broken.width, measure("\33s40\33iiiiii"));
   EXPECT_EQ(broken.height, 2 * lineHeight);
-}
-
-TEST_F(TextLayout, KeepsSeveralBytesOfOneCharacterTogether) {
-  const std::string letter = "\xC3\xA9"; // e with an accent, in UTF-8
-  for (const std::string& line : Lines(letter + letter + letter, TextWrap::kByCharacter, 1)) EXPECT_EQ(line, letter);
+  const std::vector<std::string> letters(3, "\u00E9");
+  EXPECT_EQ(Lines("\u00E9\u00E9\u00E9", TextWrap::kByCharacter, 1), letters);
 }
 
 TEST_F(TextLayout, FitsTextsIntoPleasantShapes) {
@@ -165,13 +157,13 @@ Rect Ink(const Rect& where, const ChildWindow* window) {
 TEST_F(TextLayout, DrawsEachLineAtItsSideAndInsideItsRectangle) {
   const Rect where = {10, 20, int16_t(10 + 2 * lineHeight), 220}, around = {0, 0, 200, 300};
   const auto drawn = [&](TextAlign align, const Rect& r, const char* text) {
-    SetPortWindow(program.window);
+    SetPortWindow(Window());
     UseDrawState(DrawStateInverse());
     FillRect(around);
     UseDrawState(DrawStateDefault());
     DrawTextBlock(r, text, align, TextWrap::kByWord, false);
-    Settle();
-    return Ink(around, program.window);
+    script.Act("settle");
+    return Ink(around, Window());
   };
   const Rect left = drawn(TextAlign::kLeft, where, "H\nH"), centre = drawn(TextAlign::kCentre, where, "H\nH"),
              right = drawn(TextAlign::kRight, where, "H\nH");

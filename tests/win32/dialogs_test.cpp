@@ -1,5 +1,4 @@
 // Dialogs and message boxes: what the user's keys and mouse do in them, and what becomes of their loops.
-#include <map>
 #include <sstream>
 #include <vector>
 
@@ -19,6 +18,19 @@ std::function<intptr_t(HWND, UINT, WPARAM)> procedure;
 class Dialogs : public OneWindow {
 protected:
   Dialogs() {
+    AddWord("?", [this](std::istream&) { (looks += Looks()) += ' '; });
+    AddWord("wake", [](std::istream&) { Act("enable main focus main"); });
+    AddWord("return", [this](std::istream&) { MemoryGiveKeyboard(before); });
+    AddWord("leave", [this](std::istream&) {
+      before = TheMemoryDesktop().keyboard;
+      MemoryGiveKeyboard(nullptr);
+    });
+    AddWord("click", [](std::istream& in) {
+      int id = 0;
+      in >> id;
+      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, id));
+      MemoryClick(place.left + 5, place.top + 5);
+    });
     procedure = [](HWND dialog, UINT message, WPARAM wParam) {
       const bool ends = message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL);
       return intptr_t{ends && ::EndDialog(dialog, LOWORD(wParam) + 100)};
@@ -32,60 +44,17 @@ protected:
     return ::DialogBoxParamA(nullptr, MAKEINTRESOURCEA(kSaveDialog), owner, run, 0);
   }
 
-  // Each word of the script is a step, 20 ms after the one before:
-  //
-  //   tab esc a A+a ...    the key, with Alt or Shift where it says so       hold:ret free:ret   down, or once more; up
-  //   click:2              the left button on that control of the active window
-  //   ?                    writes down what is active, as Looks
-  //   wake                 the main window is enabled and has the keyboard, by the program's own doing
-  //   leave return frame   the keyboard goes to another program, comes back to where it was, or to the main window
-  //
+  // By steps, with "?" for what is active, as Looks tells, click:2 for that control of the active window, "wake" for a
+  // program that enables its main window and gives it the keyboard, and "leave" and "return" for a user who is away.
   // Runs the call meanwhile and answers the looks, and then what the call answered.
   template <typename Call> std::string Play(const std::string& script, const Call& call) {
     looks.clear();
-    uint32_t at = ::GetTickCount() + 20;
-    std::istringstream words(script);
-    for (std::string word; words >> word; at += 20) MemoryAt(at, [this, word] { Do(word); });
-    MemoryAt(at, [] { ::PostQuitMessage(0); }); // else a dialog that is open would stay so for ever
+    MemoryAt(Schedule(script), [] { ::PostQuitMessage(0); }); // else a dialog that is open would stay so for ever
     const auto answer = call();
     TheWindows().quits = false;
     TheMemoryDisplay().script.clear();
     Drain();
     return looks + std::to_string(answer);
-  }
-
-  void Do(const std::string& word) {
-    const std::map<std::string, int> keys = {{"tab", VK_TAB},   {"ret", VK_RETURN},  {"esc", VK_ESCAPE},
-                                             {"left", VK_LEFT}, {"right", VK_RIGHT}, {"space", VK_SPACE}};
-    const size_t colon = word.find(':');
-    const std::string what = word.substr(0, colon), where = colon == std::string::npos ? "" : word.substr(colon + 1);
-    const auto keyOf = [&keys](const std::string& name) {
-      return uint8_t(keys.count(name) ? keys.at(name) : std::toupper(name.back()));
-    };
-    if (what == "?") {
-      looks += Looks();
-      looks += ' ';
-    } else if (what == "click") {
-      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, std::stoi(where)));
-      MemoryClick(place.left + 5, place.top + 5);
-    } else if (what == "wake") {
-      ::EnableWindow(main, TRUE);
-      ::SetFocus(main);
-    } else if (what == "leave") {
-      before = TheMemoryDesktop().keyboard;
-      MemoryGiveKeyboard(nullptr);
-    } else if (what == "return" || what == "frame") {
-      MemoryGiveKeyboard(what == "frame" ? shown : before);
-    } else if (what == "hold" || what == "free") {
-      what == "hold" ? MemoryPressKey(keyOf(where)) : MemoryReleaseKey(keyOf(where));
-    } else if (what[1] == '+') {
-      const uint8_t held = what[0] == 'A' ? VK_MENU : VK_SHIFT;
-      MemoryPressKey(held);
-      MemoryTypeKey(keyOf(what.substr(2)));
-      MemoryReleaseKey(held);
-    } else {
-      MemoryTypeKey(keyOf(what));
-    }
   }
 
   // The active window, the control with the focus and the default button: "Save File:101:1". "-" for nothing.
@@ -111,20 +80,20 @@ TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPresse
     UINT flags;
     const char *script, *answer;
   } rows[] = {
-      {MB_OK | MB_ICONHAND, "? ret", "box:1:1 1"},
+      {MB_OK | MB_ICONHAND, "? enter", "box:1:1 1"},
       {MB_OK, "esc", "1"},
       {MB_OKCANCEL, "esc", "2"},
-      {MB_OKCANCEL | MB_DEFBUTTON2, "? ret", "box:2:2 2"},
-      {MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, "? ret", "box:7:7 7"},
+      {MB_OKCANCEL | MB_DEFBUTTON2, "? enter", "box:2:2 2"},
+      {MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, "? enter", "box:7:7 7"},
       {MB_YESNO, "esc", "7"},
-      {MB_YESNO, "A+n", "7"},
-      {MB_YESNO, "tab ? ret", "box:7:7 7"},
-      {MB_YESNO, "S+tab space", "7"},
-      {MB_YESNOCANCEL, "right right ? right left ret", "box:2:2 2"},
-      {MB_YESNOCANCEL | MB_DEFBUTTON3 | MB_ICONEXCLAMATION, "left ret", "7"},
-      {MB_ABORTRETRYIGNORE, "i", "5"},
+      {MB_YESNO, "alt+N", "7"},
+      {MB_YESNO, "tab ? enter", "box:7:7 7"},
+      {MB_YESNO, "shift+tab space", "7"},
+      {MB_YESNOCANCEL, "right right ? right left enter", "box:2:2 2"},
+      {MB_YESNOCANCEL | MB_DEFBUTTON3 | MB_ICONEXCLAMATION, "left enter", "7"},
+      {MB_ABORTRETRYIGNORE, "I", "5"},
       {MB_RETRYCANCEL | MB_ICONASTERISK, "click:2", "2"},
-      {MB_YESNO, "leave ? return ? ret", "- box:6:6 6"},
+      {MB_YESNO, "leave ? return ? enter", "- box:6:6 6"},
   };
   for (const auto& row : rows) {
     const auto box = [&row] { return ::MessageBoxA(nullptr, "A question\nof two lines", "box", row.flags); };
@@ -141,13 +110,13 @@ TEST_F(Dialogs, AreWorkedByTheKeyboard) {
       {"? tab ? tab ? tab ? tab ? tab ? tab ? tab ? esc",
        "Save File:101:1 Save File:103:1 Save File:104:1 Save File:105:1 Save File:106:106 Save File:1:1 "
        "Save File:2:2 Save File:101:1 102"},
-      {"S+tab ? S+tab ret", "Save File:2:2 101"},
-      {"A+v ? A+f ? A+d ? A+n ? ret", "Save File:103:1 Save File:105:1 Save File:104:1 Save File:101:1 101"},
-      {"n d ? A+x esc", "Save File:101:1 102"},                                // letters that the edit has a use for
-      {"S+tab left ? right right ? esc", "Save File:1:1 Save File:101:1 102"}, // all of it is one group
-      {"A+v tab right ? esc", "Save File:104:1 102"},                          // and a list has its own use for arrows
+      {"shift+tab ? shift+tab enter", "Save File:2:2 101"},
+      {"alt+V ? alt+F ? alt+D ? alt+N ? enter", "Save File:103:1 Save File:105:1 Save File:104:1 Save File:101:1 101"},
+      {"N D ? alt+X esc", "Save File:101:1 102"}, // letters that the edit has a use for
+      {"shift+tab left ? right right ? esc", "Save File:1:1 Save File:101:1 102"}, // all of it is one group
+      {"alt+V tab right ? esc", "Save File:104:1 102"}, // and a list has its own use for arrows
       {"click:2", "102"},
-      {"tab leave ? frame ? esc", "- Save File:103:1 102"},
+      {"tab leave ? keyboard:main ? esc", "- Save File:103:1 102"},
       {"tab wake tab ? esc", "Save File:104:1 102"},
   };
   for (const auto& row : rows) EXPECT_EQ(Play(row.script, [this] { return Ask(main); }), row.answer) << row.script;
@@ -174,9 +143,9 @@ TEST_F(Dialogs, StandOverDialogsAndComeBackToWhereTheKeyboardWas) {
     MemoryClick(shown->place.left + 5, shown->place.bottom - 5);
     MemoryAskToClose(shown);
   });
-  EXPECT_EQ(
-      Play("S+tab S+tab S+tab ? hold:ret hold:ret ? free:ret leave frame ? n ? esc", [this] { return Ask(main); }),
-      "Save File:106:106 box:6:6 box:6:6 Save File:106:106 102");
+  EXPECT_EQ(Play("shift+tab shift+tab shift+tab ? +enter +enter ? -enter leave keyboard:main ? N ? esc",
+                 [this] { return Ask(main); }),
+            "Save File:106:106 box:6:6 box:6:6 Save File:106:106 102");
   EXPECT_EQ(answer, IDNO);
 }
 

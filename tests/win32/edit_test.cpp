@@ -419,20 +419,6 @@ TEST_F(Edit, ScrollsWithTheCaretAndOnWhileTheMouseIsHeldOutside) {
   EXPECT_EQ(wait(4), then);
 }
 
-TEST_F(Edit, TurnsItsLinesWithTheWheelAsFarAsThereAreAny) {
-  const PixelRect place = {10, 10, 110, 60};
-  HWND edit = Show("", ES_MULTILINE, place);
-  SetClipboardText("first" + std::string(20, '\n'));
-  ::SendMessageA(edit, WM_PASTE, 0, 0);
-  Act("m main 60 30 focus main");
-  std::string seen; // whether the first line is, and who has heard of the wheel
-  for (const char* words : {"wheel -1", "wheel 100", "wheel 1", "wheel -100"}) {
-    Press(words);
-    seen += (FirstInk(main, place) ? "first " : "others ") + Heard("wheel").substr(0, 4) + ";";
-  }
-  EXPECT_EQ(seen, "others main;first ;first main;others ;");
-}
-
 TEST_F(Edit, BlinksOnlyWhileItHasTheKeyboard) {
   const PixelRect place = {10, 10, 110, 40};
   HWND edit = Show("", 0, place);

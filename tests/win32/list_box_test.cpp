@@ -1,4 +1,6 @@
 // The class "listbox": its order, what selects in it, how it scrolls.
+#include <sstream>
+
 #include "win32/controls/control_base.h"
 #include "win32/drawing/relief.h"
 #include "win32/window_scene.h"
@@ -10,43 +12,49 @@ namespace {
 constexpr DWORD kStyle = LBS_NOTIFY | LBS_SORT | WS_VSCROLL;
 constexpr int32_t kRows = 5, kWidth = 100;
 
+// Its rows are seen at the words of its script: "row N" clicks on the one at that number, "press N" and "bar Y" press
+// on it or on the scroll bar, "over X Y" moves the pointer there; Y counts from the bottom where it is below 0.
 class ListBox : public OneWindow {
 protected:
   HWND list = ShowControl("listbox", "", kStyle, {0, 0, kWidth, 1}, main, 7);
   const int32_t row = LineHeight(ControlContext(list, nullptr));
 
-  ListBox() { ::MoveWindow(list, 0, 0, kWidth, kRows * row, TRUE); }
-
-  void Add(const char* text) { ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)); }
+  ListBox() {
+    ::MoveWindow(list, 0, 0, kWidth, kRows * row, TRUE);
+    for (const std::string word : {"row", "press", "bar", "over"}) {
+      AddWord(word, [this, word](std::istream& in) {
+        int32_t x = word == "bar" ? kWidth - 8 : 5, y = 0;
+        if (word == "over") in >> x;
+        in >> y;
+        if (word == "row" || word == "press") y = y * row + 2;
+        const POINT at = OnScreen(list, x, y < 0 ? kRows * row + y : y);
+        MemoryMovePointerTo(at.x, at.y);
+        if (word != "over") Act(word == "row" ? "lb" : "+lb");
+      });
+    }
+  }
+  void Add(const std::string& text) { ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())); }
+  void AddTwenty() {
+    for (int i = 10; i < 30; ++i) Add(std::string("e").append(std::to_string(i)));
+    Drain();
+    Heard();
+  }
   std::string TextAt(int32_t entry) const {
     char text[100] = "-";
     ::SendMessageA(list, LB_GETTEXT, WPARAM(entry), reinterpret_cast<LPARAM>(text));
     return text;
   }
   std::string Selected() const { return TextAt(int32_t(::SendMessageA(list, LB_GETCURSEL, 0, 0))); }
-  void Over(int32_t x, int32_t y) { MemoryMovePointerTo(OnScreen(list, x, y).x, OnScreen(list, x, y).y); }
-  void ClickAt(int32_t x, int32_t y) {
-    Over(x, y);
-    MemoryPressButton();
-    MemoryReleaseButton();
-    Drain();
-  }
-  // What a click on the row seen at that number selects.
-  std::string Click(int32_t number) {
-    ClickAt(5, number * row + 2);
-    return Selected();
-  }
-  // What has been selected, and what the parent heard of it.
-  std::string Type(uint8_t key) {
-    MemoryTypeKey(key);
-    Drain();
-    return Selected() + (Heard("notice") == "main.notice:7/1" ? "!" : "");
-  }
-  void AddTwenty() {
-    for (char tens : {'1', '2'}) {
-      for (char ones = '0'; ones <= '9'; ++ones) Add((std::string{'e', tens, ones}).c_str());
+  // What is selected behind each step, and behind it the notices that the parent has heard.
+  void Play(std::initializer_list<Step> steps) {
+    for (const Step& step : steps) {
+      Act(step.words);
+      Drain();
+      std::string seen = Selected();
+      std::istringstream notices(Heard("notice"));
+      for (std::string notice; notices >> notice;) seen += notice.substr(notice.find('/'));
+      EXPECT_EQ(seen, step.brings) << step.words;
     }
-    Drain();
   }
 };
 
@@ -56,7 +64,6 @@ TEST_F(ListBox, IsInTheOrderOfItsLettersAndFindsWhatIsTyped) {
   for (int32_t i = 0; TextAt(i) != "-"; ++i) order += TextAt(i) + "|";
   EXPECT_EQ(order, "|[..]|[dir]|a|a|b|ba\n|bb|Bc|\xC3\xA9|");
   ::SetFocus(list);
-  Heard();
   // Letters close together begin one word, one again and again goes through those that begin with it.
   const struct {
     uint32_t wait;
@@ -81,72 +88,35 @@ TEST_F(ListBox, IsInTheOrderOfItsLettersAndFindsWhatIsTyped) {
 
 TEST_F(ListBox, SelectsByKeysAndTheMouseAndTellsItsParent) {
   AddTwenty();
-  EXPECT_EQ(Click(2), "e12");
-  EXPECT_EQ(Heard("notice"), "main.notice:7/1");
-  const std::pair<int, const char*> keys[] = {{VK_DOWN, "e13!"}, {VK_UP, "e12!"},  {VK_NEXT, "e16!"},
-                                              {VK_END, "e29!"},  {VK_DOWN, "e29"}, {VK_PRIOR, "e25!"},
-                                              {VK_HOME, "e10!"}, {VK_UP, "e10"}};
-  for (const auto& [key, selected] : keys) EXPECT_EQ(Type(uint8_t(key)), selected) << key;
-  // Dragged out below, the entries go on passing by; the notice comes with the release.
-  Over(5, 2);
-  MemoryPressButton();
-  Over(5, kRows * row + 50);
-  Drain();
-  ::Sleep(60);
-  Drain();
-  EXPECT_GT(Selected(), "e18");
-  EXPECT_EQ(Heard("notice"), "");
-  MemoryReleaseButton();
-  Drain();
-  EXPECT_EQ(Heard("notice"), "main.notice:7/1");
-  ::Sleep(1000);
-  MemoryClick(OnScreen(list, 5, 2).x, OnScreen(list, 5, 2).y);
-  MemoryClick(OnScreen(list, 5, 2).x, OnScreen(list, 5, 2).y);
-  Drain();
-  EXPECT_EQ(Heard("notice"), "main.notice:7/1 main.notice:7/2");
-  ::SetFocus(main);
-  EXPECT_EQ(Heard("notice"), "main.notice:7/5");
+  Play({{"row 2", "e12/1"},
+        {"down", "e13/1"},
+        {"up", "e12/1"},
+        {"pagedown", "e16/1"},
+        {"end", "e29/1"},
+        {"down", "e29"},
+        {"pageup", "e25/1"},
+        {"home", "e10/1"},
+        {"up", "e10"},
+        {"press 0 over 5 150 then wait 60", "e24"}, // dragged out below, the entries go on passing by
+        {"-lb", "e24/1"},
+        {"wait 1000 row 0 row 0", "e20/1/2"},
+        {"focus main", "e20/5"}});
 }
 
 TEST_F(ListBox, ScrollsByItsBarAndTheWheelAndNoFurtherThanThereIsAny) {
   AddTwenty();
-  const int32_t bar = kWidth - 8, bottom = kRows * row;
-  Over(5, 5);
-  MemoryTurnWheel(-2);
-  EXPECT_EQ(Click(0), "e16");
-  MemoryTurnWheel(100);
-  EXPECT_EQ(Click(0), "e10");
-  ClickAt(bar, bottom - 5); // the arrow down
-  EXPECT_EQ(Click(0), "e11");
-  ClickAt(bar, bottom - 18); // below the thumb
-  EXPECT_EQ(Click(0), "e15");
-  ClickAt(bar, 5);
-  EXPECT_EQ(Click(0), "e14");
-  // The thumb, taken anywhere, goes with the mouse from end to end.
-  for (const auto& [from, to, seen] : {std::tuple{30, 500, "e25"}, std::tuple{bottom - 20, -500, "e10"}}) {
-    Over(bar, from);
-    MemoryPressButton();
-    Over(bar, to);
-    MemoryReleaseButton();
-    Drain();
-    EXPECT_EQ(Click(0), seen);
-  }
-  // An arrow that is held goes on, a moment later.
-  Over(bar, bottom - 5);
-  MemoryPressButton();
-  Drain();
-  for (int i = 0; i < 5; ++i) {
-    ::Sleep(100);
-    Drain();
-  }
-  MemoryReleaseButton();
-  Drain();
-  EXPECT_GT(Click(0), "e12");
-  // With room for all there is no bar.
+  Play({{"over 5 5 wheel -2 row 0", "e16/1"},
+        {"wheel 100 row 0", "e10/1"},
+        {"bar -5 -lb row 0", "e11/1"},  // the arrow down
+        {"bar -18 -lb row 0", "e15/1"}, // below the thumb
+        {"bar 5 -lb row 0", "e14/1"},
+        {"bar 30 over 92 500 -lb row 0", "e25/1"}, // the thumb, taken anywhere, from end to end
+        {"bar -20 over 92 -999 -lb row 0", "e10/1"},
+        // An arrow that is held goes on, a moment later.
+        {"bar -5 then wait 100 then wait 100 then wait 100 then wait 100 then wait 100 then -lb row 0", "e14/1"}});
   ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
   Add("only");
-  ClickAt(bar, 2);
-  EXPECT_EQ(Selected(), "only");
+  Play({{"over 92 2 lb", "only/1"}}); // with room for all there is no bar
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // Menus: the bar in the frame, the user's way through it by mouse and keys, and what happens to it meanwhile.
 #include <algorithm>
 #include <map>
-#include <sstream>
 #include <vector>
 
 #include "win32/pixels/rectangles.h"
@@ -37,28 +36,26 @@ protected:
     ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), "&Grey");
     ::AppendMenuA(bar, MF_POPUP, uintptr_t(edit), "&Edit");
     ::SetMenu(main, bar);
+    AddWord("?", [this](std::istream&) { looks += Looks() + " "; });
+    for (const std::string word : {"over", "press", "click"}) {
+      AddWord(word, [this, word](std::istream& in) {
+        std::string where;
+        in >> where;
+        MemoryMovePointerTo(PlaceOf(where).x, PlaceOf(where).y);
+        if (word != "over") Act(word == "press" ? "+lb" : "lb");
+      });
+    }
     Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
     Drain();
     Heard();
   }
 
-  // Each word of the script is a step, 20 ms after the one before; the last two are 300 ms long.
-  //
-  //   f A+f alt F10 left ... the key, with Alt where it says so     hold:f free:f  down, or once more; up
-  //   ?                      writes down what is open, as Looks     rest    nothing
-  //   over:P press:P click:P the mouse there; P is File, Grey, Edit, system, out, or a popup's row as 0.2
-  //   release
-  //
-  // Answers the looks, and then the commands that came.
+  // By steps, with "?" for what is open, as Looks tells, and over:P, press:P and click:P for the mouse there; P is
+  // File, Grey, Edit, system, out, or a popup's row as 0.2. Answers the looks, and then the commands that came.
   std::string Play(const std::string& script) {
     looks.clear();
-    uint32_t at = ::GetTickCount() + 20;
-    std::istringstream words(script);
-    for (std::string word; words >> word; at += word == "rest" ? 300 : 20) {
-      MemoryAt(at, [this, word] { Do(word); });
-    }
     bool over = false;
-    MemoryAt(at, [this, &over, &script] {
+    MemoryAt(Schedule(script), [this, &over, &script] {
       EXPECT_EQ(Looks(), "-") << script;
       ::SendMessageA(main, WM_CANCELMODE, 0, 0); // else a menu that is open would stay so for ever
       over = true;
@@ -69,35 +66,6 @@ protected:
     }
     EXPECT_EQ(TheMemoryDisplay().desktop.captured != nullptr, TheWindows().capture != nullptr) << script;
     return looks + Heard("notice command");
-  }
-
-  void Do(const std::string& word) {
-    const std::map<std::string, int> keys = {
-        {"alt", VK_MENU},  {"F10", VK_F10},    {"left", VK_LEFT},  {"right", VK_RIGHT}, {"up", VK_UP},
-        {"down", VK_DOWN}, {"ret", VK_RETURN}, {"esc", VK_ESCAPE}, {"space", VK_SPACE},
-    };
-    const size_t colon = word.find(':');
-    const std::string what = word.substr(0, colon), where = colon == std::string::npos ? "" : word.substr(colon + 1);
-    const auto keyOf = [&keys](const std::string& name) {
-      return uint8_t(keys.count(name) ? keys.at(name) : std::toupper(name.back()));
-    };
-    if (what == "?") {
-      looks += Looks() + " ";
-    } else if (what == "release") {
-      MemoryReleaseButton();
-    } else if (what == "over" || what == "press" || what == "click") {
-      MemoryMovePointerTo(PlaceOf(where).x, PlaceOf(where).y);
-      if (what != "over") MemoryPressButton();
-      if (what == "click") MemoryReleaseButton();
-    } else if (what == "hold") {
-      MemoryPressKey(keyOf(where));
-    } else if (what == "free") {
-      MemoryReleaseKey(keyOf(where));
-    } else if (what.substr(0, 2) == "A+") {
-      MemoryPressKey(VK_MENU), MemoryTypeKey(keyOf(what.substr(2))), MemoryReleaseKey(VK_MENU);
-    } else if (what != "rest") {
-      MemoryTypeKey(keyOf(what));
-    }
   }
 
   HWND ShowDialog() {
@@ -159,20 +127,19 @@ TEST_F(Menus, AreWalkedThroughWithKeys) {
   const std::pair<const char*, std::string> cases[] = {
       {"alt ? right ? right ? right ? esc", std::string("File Grey Edit system ") + kByKey},
       {"alt down ? down ? down ? up ? esc ? esc", std::string("File:0 File:2 File:3 File:2 File ") + kByKey},
-      {"A+f ? ret", std::string("File:0 ") + kByKey + " main.notice:1/0"},
-      {"A+f s", std::string(kByKey) + " main.notice:2/0"},
-      {"A+f m ? p", std::string("File:3:0 ") + kByKey + " main.notice:4/0"},
-      {"A+f up right ? left ? right right ? esc ? esc", std::string("File:3:0 File:3 Grey Grey ") + kByKey},
-      {"A+f up right down ? ret ? g ? esc esc esc", std::string("File:3:1 File:3:1 File:3:1 ") + kByKey},
-      {"A+e c ? c ? c ? ret", std::string("Edit:1 Edit:2 Edit:1 ") + kByKey + " main.notice:8/0"},
-      {"A+e left ? left ? left ? esc esc", std::string("Grey File:0 system:0 ") + kByKey},
-      {"hold:alt hold:e hold:e ? free:e hold:c ? hold:c hold:c ? free:c free:alt esc esc",
-       std::string("Edit:0 Edit:1 Edit:1 ") + kByKey},
-      {"F10 ? e ? t", std::string("File Edit:0 ") + kByKey + " main.notice:7/0"},
-      {"F10 ? F10 ?", std::string("File - ") + kByKey},
+      {"alt+F ? enter", std::string("File:0 ") + kByKey + " main.notice:1/0"},
+      {"alt+F S", std::string(kByKey) + " main.notice:2/0"},
+      {"alt+F M ? P", std::string("File:3:0 ") + kByKey + " main.notice:4/0"},
+      {"alt+F up right ? left ? right right ? esc ? esc", std::string("File:3:0 File:3 Grey Grey ") + kByKey},
+      {"alt+F up right down ? enter ? G ? esc esc esc", std::string("File:3:1 File:3:1 File:3:1 ") + kByKey},
+      {"alt+E C ? C ? C ? enter", std::string("Edit:1 Edit:2 Edit:1 ") + kByKey + " main.notice:8/0"},
+      {"alt+E left ? left ? left ? esc esc", std::string("Grey File:0 system:0 ") + kByKey},
+      {"+alt +E +E ? -E +C ? +C +C ? -C -alt esc esc", std::string("Edit:0 Edit:1 Edit:1 ") + kByKey},
+      {"f10 ? E ? T", std::string("File Edit:0 ") + kByKey + " main.notice:7/0"},
+      {"f10 ? f10 ?", std::string("File - ") + kByKey},
       {"alt ? alt ? alt ? alt", std::string("File - File ") + kByKey + " " + kByKey},
-      {"alt space ? c", std::string("system:0 ") + kByKey + " main.command:f060"},
-      {"A+x ?", std::string("- ") + kByKey},
+      {"alt space ? C", std::string("system:0 ") + kByKey + " main.command:f060"},
+      {"alt+X ?", std::string("- ") + kByKey},
   };
   for (const auto& [script, expected] : cases) {
     SCOPED_TRACE(script);
@@ -183,16 +150,16 @@ TEST_F(Menus, AreWalkedThroughWithKeys) {
 TEST_F(Menus, AreWalkedThroughWithTheMouse) {
   const std::pair<const char*, std::string> cases[] = {
       {"click:File ? over:0.0 ? click:0.0", std::string("File:_ File:0 ") + kByMouse + " main.notice:1/0"},
-      {"press:File over:0.2 ? release", std::string("File:2 ") + kByMouse + " main.notice:2/0"},
-      {"press:File release press:File release ? rest press:File ? release", std::string("File:_ - ") + kByMouse},
-      {"press:File over:0.0 over:out ? release ?", std::string("File:_ - ") + kByMouse},
+      {"press:File over:0.2 ? -lb", std::string("File:2 ") + kByMouse + " main.notice:2/0"},
+      {"press:File -lb press:File -lb ? rest press:File ? -lb", std::string("File:_ - ") + kByMouse},
+      {"press:File over:0.0 over:out ? -lb ?", std::string("File:_ - ") + kByMouse},
       {"click:File over:out ? click:out ?", std::string("File:_ - ") + kByMouse},
       {"click:File over:Edit ? over:Grey ? rest click:Grey ?", std::string("Edit:_ Grey - ") + kByMouse},
       {"click:File click:0.1 ? click:Edit ? click:0.0", std::string("File:_ Edit:_ ") + kByMouse + " main.notice:7/0"},
       // The popup at an item's side comes and goes once the mouse rests, or with a press.
       {"click:File over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? click:out",
        std::string("File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2 ") + kByMouse},
-      {"press:File over:0.3 rest over:1.1 release ? over:1.0 press:1.0 release",
+      {"press:File over:0.3 rest over:1.1 -lb ? over:1.0 press:1.0 -lb",
        std::string("File:3:1 ") + kByMouse + " main.notice:4/0"},
       {"click:File click:0.3 ? click:1.1 ? click:1.0",
        std::string("File:3:_ File:3:1 ") + kByMouse + " main.notice:4/0"},
@@ -210,28 +177,18 @@ TEST_F(Menus, AreWalkedThroughWithTheMouse) {
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
   Act("new child child main 10 10 50 50");
-  const std::pair<const char*, std::function<void()>> cases[] = {
-      {"another program has the keyboard",
-       [] {
-         MemoryGiveKeyboard(MemoryOpenWindow("other", {400, 300, 500, 400}, 0));
-       }},
-      {"another program takes the mouse", MemoryTakeCapture},
-      {"minimised", [this] { MemoryMinimiseWindow(shown, true); }},
-      {"another depth", [] { MemoryDisplaySetMode(640, 480, 8); }},
-      {"disabled", [this] { ::EnableWindow(main, FALSE); }},
-      {"hidden", [this] { ::ShowWindow(main, SW_HIDE); }},
-      {"another window of ours", [this] { ShowDialog(); }},
-      {"the mouse captured by a window of ours", [] { Act("capture child"); }},
-      {"no bar", [this] { ::SetMenu(main, nullptr); }},
-      {"the bar destroyed", [this] { ::DestroyMenu(bar); }},
-  };
-  for (const auto& [name, happens] : cases) {
-    SCOPED_TRACE(name);
-    MemoryAt(::GetTickCount() + 90, [this, &happens = happens] {
+  AddWord("depth", [](std::istream&) { MemoryDisplaySetMode(640, 480, 8); });
+  AddWord("barless", [this](std::istream&) { ::SetMenu(main, nullptr); });
+  AddWord("endbar", [this](std::istream&) { ::DestroyMenu(bar); });
+  for (const char* happens :
+       {"keyboard other", "takemouse", "minimise main", "depth", "disable main", "hide main",
+        "make dialog dialog main 400 100 100 100 show dialog", "capture child", "barless", "endbar"}) {
+    SCOPED_TRACE(happens);
+    MemoryAt(::GetTickCount() + 90, [this, happens] {
       EXPECT_EQ(Looks(), "File:3:0");
-      happens();
+      Act(happens);
     });
-    EXPECT_EQ(Play("A+f m rest ? rest"), std::string("- ") + kByKey);
+    EXPECT_EQ(Play("alt+F M rest ? rest"), std::string("- ") + kByKey);
     ::ReleaseCapture();
     ::EnableWindow(main, TRUE);
     MemoryMinimiseWindow(shown, false);
@@ -249,9 +206,9 @@ TEST_F(Menus, CloseInOrderWhateverHappens) {
 
 TEST_F(Menus, CloseAheadOfTheirWindow) {
   MemoryAt(::GetTickCount() + 90, [this] { MemoryAskToClose(shown); });
-  EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey + " main.command:f060");
+  EXPECT_EQ(Play("alt+F M rest ?"), std::string("- ") + kByKey + " main.command:f060");
   MemoryAt(::GetTickCount() + 90, [this] { ::DestroyWindow(main); });
-  EXPECT_EQ(Play("A+f m rest ?"), std::string("- ") + kByKey);
+  EXPECT_EQ(Play("alt+F M rest ?"), std::string("- ") + kByKey);
   EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
 }
 
@@ -267,7 +224,7 @@ TEST_F(Menus, LeaveALoopInsideItsMenus) {
     Drain();
     return 0;
   });
-  EXPECT_EQ(Play("A+f rest"), std::string(kByKey) + " dialog.command:f100 dialog.command:f010");
+  EXPECT_EQ(Play("alt+F rest"), std::string(kByKey) + " dialog.command:f100 dialog.command:f010");
   RECT moved;
   ::GetWindowRect(dialog, &moved);
   EXPECT_EQ(moved.left, 408);
@@ -295,14 +252,14 @@ TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
     EXPECT_GT(WidthOf(now[0]), WidthOf(before[0]));
     EXPECT_EQ(HeightOf(now[0]), 2 * 20 + 6);
   });
-  EXPECT_EQ(Play("A+f m rest left up ret"), std::string(kByKey) + " main.notice:2/0");
+  EXPECT_EQ(Play("alt+F M rest left up enter"), std::string(kByKey) + " main.notice:2/0");
   const std::pair<const char*, std::function<void()>> cases[] = {
       {"Grey:_", [this] { ::DestroyMenu(more); }},
       {"Grey", [this] { ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP | MF_GRAYED, uintptr_t(file), "&File"); }},
   };
   for (const auto& [left, happens] : cases) {
     MemoryAt(::GetTickCount() + 90, happens);
-    EXPECT_EQ(Play("A+f down rest ? esc esc"), std::string(left) + " " + kByKey);
+    EXPECT_EQ(Play("alt+F down rest ? esc esc"), std::string(left) + " " + kByKey);
     ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&File");
   }
 }
@@ -314,7 +271,7 @@ TEST_F(Menus, StayOnTheirMonitorAndOnItsFreePart) {
     ::MoveWindow(main, left, top, 206, 225, TRUE);
     std::vector<PixelRect> popups;
     MemoryAt(::GetTickCount() + 100, [&popups] { popups = Popups(); });
-    Play("A+f m rest esc esc esc");
+    Play("alt+F M rest esc esc esc");
     return popups;
   };
   // The popup of More has no room at the right; the one of File has, even from beyond the edge of the screen.
@@ -343,7 +300,7 @@ TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   TheMemoryDisplay().desktop.leavesMinimising = true;
   ::ShowWindow(main, SW_MINIMIZE);
   EXPECT_EQ(HeightOf(PlaceOnScreen(*main)), 25);
-  EXPECT_EQ(Play("alt A+f ?"), std::string("- ") + kByKey + " " + kByKey);
+  EXPECT_EQ(Play("alt alt+F ?"), std::string("- ") + kByKey + " " + kByKey);
   ::ShowWindow(main, SW_RESTORE);
   while (::GetMenuItemCount(bar) > 0) ::RemoveMenu(bar, 0, MF_BYPOSITION);
   ::DrawMenuBar(main);
@@ -351,18 +308,6 @@ TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
 }
 
 // ---- Their look --------------------------------------------------------------------------------------------------
-
-// How many pixels of the rectangle have the colour that the screen shows for it.
-int64_t Count(const PixelRect& where, COLORREF colour) {
-  HDC context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
-  const COLORREF shown = ::GetNearestColor(context, colour);
-  ::DeleteDC(context);
-  int64_t count = 0;
-  for (int32_t y = where.top; y < where.bottom; ++y) {
-    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt({x, y}) == shown;
-  }
-  return count;
-}
 
 // Some of the ground and some of another colour.
 void ExpectLegible(const PixelRect& where, COLORREF ground) {

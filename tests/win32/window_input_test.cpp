@@ -138,42 +138,6 @@ TEST_F(KeyInput, HasAStateThatFollowsTheMessagesTakenAndAnotherThatIsNow) {
         "| main.keyup:16* main.key:20 main.keyup:20* main.key:32 main.char:32 main.keyup:32*"}}); // which opens no menu
 }
 
-// Types keys on the layout with dead keys and writes what ToAscii answers when it is asked twice about each, as it is
-// pressed and without Shift: "answer:characters" for both.
-std::string Characters(const char* typed) {
-  WindowScene scene;
-  ShowMain();
-  TheMemoryDisplay().desktop.deadKeys = true;
-  std::string text;
-  const auto ask = [&text](LPARAM lParam, const BYTE* state) {
-    WORD characters = 0;
-    const int count = ::ToAscii(0, UINT(lParam >> 16), state, &characters, 0);
-    text += std::to_string(count) + ":";
-    if (count >= 1) text += char(characters & 255);
-    if (count >= 2) text += char(characters >> 8);
-    text += " ";
-  };
-  Answer(WM_KEYDOWN, [&ask](HWND, WPARAM wParam, LPARAM lParam) {
-    BYTE state[256];
-    ::GetKeyboardState(state);
-    if (wParam != VK_SHIFT) ask(lParam, state);
-    state[VK_SHIFT] = 0;
-    if (wParam != VK_SHIFT) ask(lParam, state);
-    return 0;
-  });
-  Act(typed);
-  Drain();
-  return text + Heard("char");
-}
-
-TEST(KeyCharacters, JoinAnAccentWithTheNextLetterOrStandBesideIt) {
-  EXPECT_EQ(Characters("acute shift+E"), "0: 0: 0: 1:e main.char:195 main.char:137");
-  EXPECT_EQ(Characters("shift+grave N"), "0: 0: 0: 0: main.char:195 main.char:177");
-  EXPECT_EQ(Characters("acute X"), "0: 0: 2:'x 2:'x main.char:39 main.char:120");
-  EXPECT_EQ(Characters("acute space E"), "0: 0: 1:' 1:' 1:e 1:e main.char:39 main.char:101");
-  EXPECT_EQ(Characters("acute acute E"), "0: 0: 2:'' 2:'' 1:e 1:e main.char:39 main.char:39 main.char:101");
-}
-
 // Takes what the filter lets through, and paints.
 std::string Taken(const std::string& window, UINT first, UINT last) {
   std::string kinds;

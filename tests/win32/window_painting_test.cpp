@@ -169,35 +169,16 @@ TEST_F(WindowPainting, ErasesWithTheClassesColourPaintsParentsFirstAndOnlyWhatIs
         {"when main.erase update main . erase main update main rgb? main 100 100", "main.paint main.erase r"}});
 }
 
-TEST_F(WindowPainting, TakesPixelsAlongAndAsksOnlyForWhatIsNew) {
-  Walk("none",
-       {{"new child child main 10 10 50 50 fill child r 0 0 50 50 place child 20 25 60 50 update? child", "50,0+10x50"},
-        {"rgb? main 20 25 rgb? main 69 74", "r r"},
-        {"fill main g 0 100 200 100 place main 100 100 226 225 update? main rgb? main 0 150", "200,0+20x200 g"},
-        {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"}, // its class wants it so
-        {"new low child main 0 0 50 50 new high child main 25 25 50 50 top low update? low", "25,25+25x25"},
-        {"hide low update? high", "0,0+25x25"},
-        {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
-        {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
-  Act("new flat child main 100 100 60 50");
-  ::ScrollWindow(Named("flat"), 5, 0, nullptr, nullptr);
-  Walk("none", {{"update? flat", "0,0+5x50"}});
-}
-
-TEST_F(WindowPainting, IsBlackInAWindowThatHasNotPaintedYet) {
-  Answer(WM_ERASEBKGND, [](HWND, WPARAM, LPARAM) { return 1; });
-  Walk("none", {{"new one plain - 0 0 30 30 fill one r 0 0 30 30 rgb? one 9 9 destroy one", "r"},
-                {"new two plain - 0 0 30 30 rgb? two 9 9", "k"}});
+TEST_F(WindowPainting, IsAskedOnlyForWhatIsNewUnlessTheClassWantsItAll) {
+  Walk("none", {{"new child child main 10 10 50 50 place child 20 25 60 50 update? child", "50,0+10x50"},
+                {"place main 100 100 226 225 update? main", "200,0+20x200"},
+                {"new low child main 0 0 50 50 top low hide low update? child", "0,0+30x25"},
+                {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"},
+                {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
+                {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
 }
 
 // ---- Contexts ----------------------------------------------------------------------------------------------------
-
-TEST_F(WindowContext, IsCutAtTheFrameAndByChildrenAndSiblingsAsTheStylesSay) {
-  Walk("paint", {{"new low careless main 150 150 150 150 new high child main 160 160 140 140", ""},
-                 {"fill low b -99 -99 999 999 rgb? main 160 160 rgb? main 149 150 rgb? 303 290", "b w s"},
-                 {"new over over - 400 50 206 225 new child child over 10 10 50 50 fill over r 0 0 300 300", ""},
-                 {"rgb? child 5 5 erase over", "r | over.paint child.paint"}});
-}
 
 TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   Act("new child child main 10 10 50 50 new own own main 150 150 50 50");
@@ -283,33 +264,6 @@ TEST_F(WindowPresenting, ComesBeforeTheScreenItselfIsReadOrDrawnOnAndDoesNotWait
     ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);
     EXPECT_EQ(ColourAt({103, 122}), colour);
     DisplaySleep(30);
-  }
-}
-
-TEST_F(WindowPresenting, RestoresWhatAnotherProgramUncoversAndRefreshesEverybodysWindows) {
-  DisplayWindow* other = MemoryOpenWindow("other", {150, 150, 200, 200}, 77);
-  Walk("paint", {{"fill main g 0 0 200 200 rgb? 149 149 rgb? 170 170", "g 4d0000"},
-                 {"shift other 400 100 50 50", ""},
-                 {"rgb? 170 170", "g"}}); // its pixels are still there
-  const uint8_t all[8] = {255, 255, 255, 255, 255, 255, 255, 255};
-  DisplayInvertScreen({0, 0, 640, 480}, all);
-  const uint32_t paints = other->paints;
-  Walk("paint", {{"new child child main 10 10 50 50 erase -", "| main.paint child.paint"},
-                 {"rgb? main 0 0 rgb? 550 400", "w k"}});
-  EXPECT_EQ(other->paints, paints + 1);
-  EXPECT_EQ(MemoryPixel(410, 110), 77U);
-}
-
-TEST(PresentingAnywhere, StandsInEveryDepthAndThroughAChangeOfIt) {
-  for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
-    WindowScene scene(640, 480, depth);
-    const int32_t next = depth == 24 ? 8 : 24;
-    ShowMain();
-    Act("rgb? main 0 0");
-    MemoryDisplaySetMode(800, 600, next);
-    Act("then rgb? main 0 0");
-    EXPECT_EQ(Heard("display settings"), "w main.display:" + std::to_string(next) + ",800x600 main.settings w")
-        << depth;
   }
 }
 

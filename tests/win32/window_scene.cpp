@@ -21,6 +21,7 @@ struct Scene {
   std::vector<std::pair<std::string, std::string>> log; // the event of each entry, "" for an answer
   std::list<std::pair<std::string, std::string>> reactions;
   std::map<UINT, Handler> handlers;
+  std::map<std::string, std::function<void(std::istream&)>> words; // the test's own
   std::map<HWND, COLORREF> paints;
 };
 
@@ -366,11 +367,12 @@ constexpr std::pair<const char*, void (*)(DisplayWindow*, std::istream&)> kDeskt
 // 0 for none.
 uint8_t KeyNamed(const std::string& name) {
   static const std::map<std::string, int> keys = {
-      {"shift", VK_SHIFT},   {"ctrl", VK_CONTROL},   {"alt", VK_MENU},     {"caps", VK_CAPITAL}, {"space", VK_SPACE},
-      {"insert", VK_INSERT}, {"esc", VK_ESCAPE},     {"enter", VK_RETURN}, {"left", VK_LEFT},    {"right", VK_RIGHT},
-      {"up", VK_UP},         {"down", VK_DOWN},      {"home", VK_HOME},    {"end", VK_END},      {"pagedown", VK_NEXT},
-      {"delete", VK_DELETE}, {"backspace", VK_BACK}, {"f4", VK_F4},        {"f6", VK_F6},        {"f10", VK_F10},
-      {"acute", 0xDE},       {"grave", 0xC0},        {"lb", VK_LBUTTON},   {"mb", VK_MBUTTON},   {"rb", VK_RBUTTON}};
+      {"shift", VK_SHIFT},  {"ctrl", VK_CONTROL},  {"alt", VK_MENU},      {"tab", VK_TAB},        {"pageup", VK_PRIOR},
+      {"caps", VK_CAPITAL}, {"space", VK_SPACE},   {"insert", VK_INSERT}, {"esc", VK_ESCAPE},     {"enter", VK_RETURN},
+      {"left", VK_LEFT},    {"right", VK_RIGHT},   {"up", VK_UP},         {"down", VK_DOWN},      {"home", VK_HOME},
+      {"end", VK_END},      {"pagedown", VK_NEXT}, {"delete", VK_DELETE}, {"backspace", VK_BACK}, {"f4", VK_F4},
+      {"f6", VK_F6},        {"f10", VK_F10},       {"acute", 0xDE},       {"grave", 0xC0},        {"lb", VK_LBUTTON},
+      {"mb", VK_MBUTTON},   {"rb", VK_RBUTTON}};
   const auto found = keys.find(name);
   if (found != keys.end()) return uint8_t(found->second);
   return name.size() == 1 && std::isupper(name[0]) ? uint8_t(name[0]) : 0;
@@ -421,7 +423,9 @@ WindowScene::~WindowScene() {
 void Act(const std::string& words) {
   std::istringstream in(words);
   for (std::string word; in >> word;) {
-    if (const auto act = ActOf(kWords, word)) {
+    if (TheScene().words.count(word)) {
+      TheScene().words[word](in);
+    } else if (const auto act = ActOf(kWords, word)) {
       act(in);
     } else if (const auto actOnWindow = ActOf(kWindowWords, word)) {
       actOnWindow(Named(Word(in)), in);
@@ -431,6 +435,20 @@ void Act(const std::string& words) {
       ADD_FAILURE() << "there is no word " << word << " in " << words;
     }
   }
+}
+
+void AddWord(const std::string& word, std::function<void(std::istream&)> act) {
+  TheScene().words[word] = std::move(act);
+}
+
+uint32_t Schedule(const std::string& script) {
+  uint32_t at = ::GetTickCount() + 20;
+  std::istringstream words(script);
+  for (std::string word; words >> word; at += word == "rest" ? 300 : 20) {
+    std::replace(word.begin(), word.end(), ':', ' ');
+    if (word != "rest") MemoryAt(at, [word] { Act(word); });
+  }
+  return at;
 }
 
 std::string Heard(const std::string& events) {
@@ -500,6 +518,17 @@ POINT OnScreen(HWND window, int x, int y) {
 COLORREF ColourAt(const POINT& point) {
   const PaletteColour colour = MemoryColourOf(MemoryPixel(point.x, point.y));
   return RGB(colour.red, colour.green, colour.blue);
+}
+
+int64_t Count(const PixelRect& where, COLORREF colour) {
+  HDC context = ::CreateDCA("DISPLAY", nullptr, nullptr, nullptr);
+  const COLORREF shown = ::GetNearestColor(context, colour);
+  ::DeleteDC(context);
+  int64_t count = 0;
+  for (int32_t y = where.top; y < where.bottom; ++y) {
+    for (int32_t x = where.left; x < where.right; ++x) count += ColourAt({x, y}) == shown;
+  }
+  return count;
 }
 
 } // namespace framereel

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <istream>
 #include <string>
 
 #include "win32/memory/memory_display.h"
@@ -42,6 +43,11 @@ public:
 // have the names of messages and the kinds of windows. Colours are letters: r g b k w, s (silver), d (dark grey), n
 // (navy), l (light grey).
 void Act(const std::string& words);
+// A word of the test's own, until its scene ends.
+void AddWord(const std::string& word, std::function<void(std::istream&)> act);
+// Each word of the script is a step, 20 ms behind the one before, but "rest" one of 300 ms. A colon stands for the
+// blank ahead of what a word is told. Answers the time of a step behind the last one.
+uint32_t Schedule(const std::string& script);
 // The entries of those events, or all for "", and all answers to questions. The log is empty then.
 std::string Heard(const std::string& events = "");
 
@@ -66,6 +72,8 @@ bool Lives(HWND window); // has not been destroyed
 // The place of a client point on the screen; the colour that stands there.
 POINT OnScreen(HWND window, int x, int y);
 COLORREF ColourAt(const POINT& point);
+// How many pixels of the rectangle of the screen have the colour that it shows for this one.
+int64_t Count(const PixelRect& where, COLORREF colour);
 
 class OneWindow : public ::testing::Test {
 protected:

@@ -1,0 +1,53 @@
+// Views in the windows of a script: words for what the program does with them, and a log of what they hear.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+#include "platform/records/view_record.h"
+#include "support/window_script.h"
+
+namespace framereel {
+
+// A program with the open window "w", of 200 by 100 pixels, and the words of window_script.h with these:
+//
+//   view NAME KIND PARENT X Y   makes a View in a window or in a View; kKinds in view_scene.cpp has the kinds
+//   show quiet hide hidequiet enable disable destroy fit modal NAME, resize NAME WIDTH HEIGHT, move NAME X Y
+//   bounds? NAME, hit? NAME X Y, whole? NAME (nothing of it is cut off)
+//
+// The log has a View's name and "<" ">" for the mouse that enters and leaves, "v" "~" "^" for a press, a move and a
+// release with their place, ":" for a key with its character; "+" and "-" shown and hidden (with 1: it alone), "on",
+// "off", "x" for its end. Its draws ("#") are told from the word "draws" on.
+class ViewScene : public ::testing::Test {
+protected:
+  ViewScene();
+
+  View* Named(const std::string& name) const { return views.at(name); }
+  ChildWindow* Window() const { return script.Window("w"); }
+  // A new View in the window, "v" if it has no other name.
+  View* Make(const ViewClass* viewClass, int16_t x = 10, int16_t y = 10, const std::string& name = "v");
+  View* Keep(const std::string& name, View* view); // answers it
+  // A word that is told the name of a View.
+  void AddWord(const std::string& word, void (*act)(View*));
+  void Walk(std::initializer_list<ScriptStep> steps) { script.Walk(steps); }
+  void Play(std::initializer_list<ScriptStep> steps); // the same, of what Views hear and questions answer alone
+
+  const int start;                    // hands the toolkit down ahead of the program
+  std::map<std::string, View*> views; // destroyed ones among them
+  WindowScript script;
+};
+
+// A class whose Views tell what they hear.
+const ViewClass* TellingClass();
+void Say(const View* view, const std::string& what);
+void Say(const View* view, const char* what, int number);
+void Answer(const std::string& answer); // to a question
+
+// "x,y+WIDTHxHEIGHT" of a View.
+std::string BoundsText(const View* view);
+// A View's pixels on the screen as rows of '#' for black, '.' for white, '-' for anything else.
+std::string PictureOf(const View* view);
+
+} // namespace framereel
