@@ -87,6 +87,25 @@ TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
   EXPECT_FALSE(Next(Kind::kMinimised, window).flag);
 }
 
+TEST_F(X11WindowManager, NobodyElseIsBelievedWhatOnlyTheServerKnows) {
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  Activate(window);
+  Drain();
+  TellPlace(window, 40000, 40000);
+  for (int type : {FocusOut, UnmapNotify, DestroyNotify}) {
+    XEvent event{};
+    event.type = type;
+    event.xfocus.detail = NotifyNonlinear;
+    event.xany.window = window->id;
+    XSendEvent(artist.display, window->id, False, StructureNotifyMask | FocusChangeMask, &event);
+  }
+  for (const DisplayEvent& event : Drain()) ADD_FAILURE() << "believed: " << int(event.kind);
+
+  // A size that cannot be of use is cut, even if the window has it.
+  XResizeWindow(artist.display, window->id, 30000, 20000);
+  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{10, 10, 10 + artist.Width(), 10 + artist.Height()}));
+}
+
 } // namespace
 
 } // namespace framereel
