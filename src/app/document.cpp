@@ -20,14 +20,14 @@ namespace framereel {
 namespace {
 
 // Of AppString.
-constexpr uint16_t kUntitled = 1, kNotSaved = 55, kUnderstood = 56, kWarning = 60, kProceed = 61, kNewLoses = 62,
-                   kQuitLoses = 63, kYes = 64, kNo = 65, kTitleOfFile = 74, kTitle = 76;
+constexpr uint16_t kUntitled = 1, kNotSaved = 55, kUnderstood = 56, kProceed = 61, kNewLoses = 62, kQuitLoses = 63,
+                   kYes = 64, kNo = 65, kTitleOfFile = 74;
 
 // True when the command is to be given up.
 bool ConfirmDiscard(const Application& app, uint16_t reason) {
   if (!IsUnsaved(app)) return false;
   char* question = FormatNew(AppString(kProceed), AppString(reason));
-  const bool proceed = AlertAsk(nullptr, AppString(kWarning), kAlertCaution, question, AppString(kYes), AppString(kNo));
+  const bool proceed = AskYesNo(kWarningTitle, kAlertCaution, question);
   StrFree(question);
   return !proceed;
 }
@@ -62,7 +62,7 @@ void SetDocumentFile(Application& app, FileRef* file) {
   document.file = file;
   char* name = file ? FileRefName(file) : StrDup(AppString(kUntitled));
   SetChildWindowTitle(app.panel.window, name);
-  char* title = FormatNew(AppString(file ? kTitleOfFile : kTitle), name);
+  char* title = FormatNew(AppString(file ? kTitleOfFile : kProgramTitle), name);
   SetMainWindowTitle(nullptr, title);
   StrFree(title);
   StrFree(name);
@@ -109,9 +109,13 @@ void SaveToFile(Application& app, FileRef* file) {
   TellOfFailedSave(refusal.text);
 }
 
+bool AskYesNo(uint16_t title, uint16_t picture, const char* question) {
+  return AlertAsk(nullptr, AppString(title), picture, question, AppString(kYes), AppString(kNo));
+}
+
 void TellOfFailedSave(const char* reason) {
   char* message = FormatNew(AppString(kNotSaved), reason);
-  AlertAsk(nullptr, AppString(kTitle), kAlertStop, message, AppString(kUnderstood), nullptr);
+  AlertAsk(nullptr, AppString(kProgramTitle), kAlertStop, message, AppString(kUnderstood), nullptr);
   StrFree(message);
 }
 

@@ -17,14 +17,15 @@
 #include "gif/keep_animation.h"
 #include "gif/output_file.h"
 #include "platform/dialogs/file_dialogs.h"
+#include "platform/pump/pump.h"
 #include "recorder/engine/status.h"
 #include "toolkit/controls/alert.h"
 
 namespace framereel {
 namespace {
 
-constexpr const char* kPrefix = "recovered-";
-constexpr uint16_t kOffer = 58, kYes = 64, kNo = 65, kTitle = 76; // of AppString
+constexpr const char* kPrefix = "framereel-recovered-"; // nobody else's: what is declined is deleted
+constexpr uint16_t kOffer = 58;                         // of AppString
 
 void FormatTime(time_t when, const char* format, char (&text)[40]) {
   tm local = {};
@@ -40,7 +41,7 @@ bool Offer(const char* path) {
   FormatTime(status.st_mtime, "%Y-%m-%d %H:%M", when);
   FormatByteSize(uint32_t(status.st_size), size);
   char* question = FormatNew(AppString(kOffer), when, size);
-  const bool save = AlertAsk(nullptr, AppString(kTitle), kAlertQuestion, question, AppString(kYes), AppString(kNo));
+  const bool save = AskYesNo(kProgramTitle, kAlertQuestion, question);
   StrFree(question);
   return save;
 }
@@ -79,7 +80,7 @@ bool SaveKept(Application& app, const char* path) {
 bool KeepUnsaved(Application& app) {
   StreamTruncate(app.stream, app.recorder.frameBytes);
   if (!IsUnsaved(app) || app.recorder.frameCount == 0) return true;
-  char now[40], name[60], path[PATH_MAX];
+  char now[40], name[80], path[PATH_MAX];
   FormatTime(::time(nullptr), "%Y-%m-%d-%H%M%S", now);
   ::snprintf(name, sizeof name, "%s%s.gif", kPrefix, now);
   const bool kept = KeepAnimation(app.gif, name, path);
@@ -95,7 +96,9 @@ void OfferKept(void* application) {
   Application& app = *static_cast<Application*>(application);
   char path[PATH_MAX];
   while (FindKept(kPrefix, path)) {
-    if (Offer(path) && !SaveKept(app, path)) return;
+    const bool save = Offer(path);
+    if (!LoopsMayRun()) return; // the question went without an answer
+    if (save && !SaveKept(app, path)) return;
     if (::unlink(path) != 0) return;
   }
 }

@@ -49,11 +49,9 @@ void SlideFrameStep(void* argument) {
 
 void SlideFrameStart(Point target, TimerFunction ended, void* argument) {
   if (state.timer) TimerCancel(state.timer);
-  state = {.target = target, .remainder = {}, .stepsLeft = 0, .timer = nullptr, .ended = ended, .argument = argument};
-  const MainWindow* main = TheMainWindow();
+  MainWindow* main = TheMainWindow();
   const int32_t way = Maximum(std::abs(target.h - main->originX), std::abs(target.v - main->originY));
-  state.stepsLeft = way / kStep + kSpareSteps;
-  state.timer = TimerSchedule(SlideFrameStep, TheMainWindow(), 0);
+  state = {target, {}, way / kStep + kSpareSteps, TimerSchedule(SlideFrameStep, main, 0), ended, argument};
 }
 
 void SlideFrameCancel() {

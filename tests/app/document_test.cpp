@@ -8,6 +8,7 @@
 #include "app/picture_windows.h"
 #include "app/recovery.h"
 #include "area/ants.h"
+#include "platform/pump/pump.h"
 #include "platform/windows/modal.h"
 #include "recorder/control/recording_control.h"
 #include "support/gif_reader.h"
@@ -27,7 +28,7 @@ protected:
   // Each word is a step, 40 ms after the one before, also while a question is open:
   //
   //   N S Q         the letter with Ctrl         ret esc     keys         name:TEXT   typed
-  //   frame         one more, of other pixels    record      Start        about offer  as they say
+  //   frame         one more, of other pixels    record      Start        about offer end  as they say
   //   ?             what the question on the screen says, "-" for none, is written down
   //
   // Answers that, and then the title, the frames, and whether they are saved.
@@ -50,6 +51,8 @@ protected:
       ShowAbout(app);
     } else if (word == "offer") {
       TimerSchedule(OfferKept, &app, 0);
+    } else if (word == "end") {
+      EndAllLoops();
     } else if (word == "?") {
       said += Question() + "; ";
     } else if (word.rfind("name:", 0) == 0) {
@@ -140,6 +143,9 @@ TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
     EXPECT_EQ(Kept().empty(), std::string(answer) != "offer ret esc ?") << "only a cancelled choice leaves it";
   }
   EXPECT_EQ(FramesOf(folder / "back.gif"), "2");
+  EXPECT_TRUE(KeepUnsaved(app));
+  Play("offer end");
+  EXPECT_EQ(Kept().size(), 1u) << "nobody has answered";
 }
 
 TEST_F(DocumentTest, AboutComesAndGoesWithTheLineOutOfItsWay) {
