@@ -13,8 +13,6 @@ cd "${1:-$(dirname "${BASH_SOURCE[0]}")/..}"
 floors=$(grep -v '^#' tests/floors.txt)
 # What the displays may know of win32.
 contract='win32/pixels/exhaustion.h win32/pixels/display.h win32/pixels/display_windows.h win32/pixels/surface.h win32/pixels/region.h win32/pixels/pixels.h win32/pixels/utf8.h'
-# Folders whose circles are still to be cut.
-circles_left='area|core'
 x11_rooms='^(src/win32/x11/|tests/x11/|tools/demo_scene\.cpp:)'
 
 # includes_in WHAT FOLDER...: the #include lines of all sources whose name begins with WHAT.
@@ -80,8 +78,7 @@ circles() {
     awk '
       / input contains a loop:$/ { printf "%scircle:", found++ ? "\n" : ""; next }
       { printf " %s", $2 }
-      END { if (found) print "" }' |
-    { grep -vE "^circle: ($circles_left)/" || true; }
+      END { if (found) print "" }'
 }
 
 # headless: the sources in rooms that have no header of their own name. Those of win32 may answer for the calls alone,

@@ -10,6 +10,7 @@
 #include "app/recovery.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
+#include "area/area.h"
 #include "area/selection.h"
 #include "area/window_picking.h"
 #include "core/app_strings.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/settings_file.h"
-#include "area/area.h"
+#include "area/area_record.h"
 #include "core/file_refs.h"
 #include "core/timers.h"
 #include "gif/animation_stream.h"

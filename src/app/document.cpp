@@ -2,7 +2,7 @@
 #include "app/document.h"
 
 #include "area/ants.h"
-#include "area/area.h"
+#include "area/readouts.h"
 #include "core/app_strings.h"
 #include "core/refusal.h"
 #include "core/strings.h"

@@ -7,6 +7,8 @@
 #include "app/picture_windows.h"
 #include "app/slide_frame.h"
 #include "area/ants.h"
+#include "area/area.h"
+#include "area/readouts.h"
 #include "area/selection.h"
 #include "core/app_strings.h"
 #include "core/numbers.h"

@@ -2,6 +2,7 @@
 #include "app/settings_file.h"
 
 #include "area/area.h"
+#include "area/capture_area.h"
 #include "core/app_strings.h"
 #include "core/file_refs.h"
 #include "core/numbers.h"

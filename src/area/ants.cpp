@@ -2,6 +2,7 @@
 // 7, in screen coordinates. The drawing layer has a pattern for each of the eight diagonals.
 #include "area/ants.h"
 
+#include "area/capture_area.h"
 #include "core/timers.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"

@@ -4,7 +4,7 @@
 // Other programs that paint under it damage it unnoticed; RefreshScreen clears what that leaves behind.
 #pragma once
 
-#include "area/area.h"
+#include "area/area_record.h"
 
 namespace framereel {
 

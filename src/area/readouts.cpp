@@ -1,5 +1,6 @@
-// Size and place of the capture area, as the panel shows them, and the size of the animation that it gives.
-#include "area/area.h"
+// On the panel through its own labels; over a backdrop, which hides these from the painting, by hand.
+#include "area/readouts.h"
+
 #include "core/app_strings.h"
 #include "core/rects.h"
 #include "core/strings.h"

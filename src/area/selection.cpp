@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "area/ants.h"
+#include "area/capture_area.h"
+#include "area/readouts.h"
 #include "area/window_picking.h"
 #include "core/numbers.h"
 #include "core/timers.h"

@@ -9,7 +9,7 @@
 // The arrow keys move the pointer by a pixel, in every state.
 #pragma once
 
-#include "area/area.h"
+#include "area/area_record.h"
 
 namespace framereel {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "area/ants.h"
-#include "core/numbers.h"
+#include "area/capture_area.h"
 #include "core/rects.h"
 #include "core/timers.h"
 #include "win32/win32.h"
@@ -20,11 +20,6 @@ RECT Common(const RECT& a, const RECT& b) {
 
 bool IsNone(const Rect& r) {
   return r.left >= r.right;
-}
-
-// As the line round the area, just outside of what would be recorded.
-Rect OutlineOf(const Rect& r) {
-  return {PinToShort(r.top - 1), PinToShort(r.left - 1), PinToShort(r.bottom + 1), PinToShort(r.right + 1)};
 }
 
 void Toggle(const AreaState& area) {

@@ -2,7 +2,7 @@
 // that takes the window's rectangle is the selection's (selection.h).
 #pragma once
 
-#include "area/area.h"
+#include "area/area_record.h"
 
 namespace framereel {
 

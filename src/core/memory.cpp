@@ -1,50 +1,26 @@
 // The exhaustion path is FatalExit; MemAlloc and MemRealloc take it once.
 #include "core/memory.h"
 
-#include <cassert>
 #include <new>
 
-#include "core/list.h"
-#include "core/timers.h"
 #include "win32/win32.h"
 
 namespace framereel {
 
 namespace {
 
-// Stands in the temporary list where a scope begins. No block has this address.
-constexpr ListValue kScopeMark = -1;
-
 struct Exhaustion {
   MemFailureHook hook;
   void* argument;
+  void (*forgetTimers)(); // the timers stand above this module
   uint32_t timesEntered;
   void* reserve;
-};
-
-struct TemporaryBlocks {
-  List* list;      // blocks and marks, in the order in which they were made
-  List* outermost; // blocks of the outermost scope that were adopted inside it
-  uint32_t openScopes;
-  uint32_t marks; // of the outer scopes; one that holds no block yet needs none, so that it costs nothing
 };
 
 // So that the path has something to work with.
 constexpr size_t kReserveSize = 1 << 20;
 
 Exhaustion exhaustion;
-TemporaryBlocks temporary;
-
-// Frees the blocks behind the last mark, and takes that away.
-void FreeInnermost() {
-  --temporary.marks;
-  while (temporary.list->last) {
-    ListLast(temporary.list);
-    ListValue value = ListRemove(temporary.list);
-    if (value == kScopeMark) return;
-    MemFree(FromListValue<void>(value));
-  }
-}
 
 // What can be given back to the heap before the program gives up: nothing in this build is kept that could be.
 void PurgeMemory() {}
@@ -91,7 +67,7 @@ void SetMemFailureHook(MemFailureHook hook, void* argument) {
 }
 
 void FatalExit() {
-  if (exhaustion.timesEntered == 0) TimerClearAll();
+  if (exhaustion.timesEntered == 0 && exhaustion.forgetTimers) exhaustion.forgetTimers();
   ++exhaustion.timesEntered;
   MemFree(exhaustion.reserve);
   exhaustion.reserve = nullptr;
@@ -99,43 +75,10 @@ void FatalExit() {
   ::ExitProcess(0);
 }
 
-void MemoryStartUp() {
-  temporary.list = ListNew();
-  temporary.outermost = ListNew();
+void MemoryStartUp(void (*forgetTimers)()) {
+  exhaustion.forgetTimers = forgetTimers;
   exhaustion.reserve = MemAlloc(kReserveSize);
   std::set_new_handler(EndForNew);
-}
-
-void* TempAlloc(size_t bytes) {
-  return TempAdopt(MemAlloc(bytes));
-}
-
-void* TempAdopt(void* block) {
-  assert(temporary.list && "ToolkitInit comes first");
-  if (!block) return nullptr;
-  // A mark that there is no memory for leaves the block to the scope around this one.
-  while (temporary.marks < temporary.openScopes && ListAppendHandle(temporary.list, kScopeMark)) ++temporary.marks;
-  ListAppend(temporary.list, ToListValue(block));
-  return block;
-}
-
-void* TempAdoptOutermost(void* block) {
-  if (temporary.openScopes == 0) return TempAdopt(block);
-  if (block) ListAppend(temporary.outermost, ToListValue(block));
-  return block;
-}
-
-void TempScopeBegin() {
-  assert(temporary.list && "ToolkitInit comes first");
-  ++temporary.openScopes;
-}
-
-void TempScopeEnd() {
-  if (temporary.openScopes == 0) return;
-  if (temporary.marks == temporary.openScopes) FreeInnermost();
-  --temporary.openScopes;
-  if (temporary.openScopes > 0) return;
-  ListDrain(temporary.outermost, [](ListValue value) { MemFree(FromListValue<void>(value)); });
 }
 
 } // namespace framereel

@@ -1,4 +1,4 @@
-// The allocator above the platform heap, and the temporary blocks that die at the end of an event.
+// The allocator above the platform heap. Blocks that die by themselves stand in temporary_blocks.h.
 //
 // Everything above src/win32 allocates here. A caller never sees failure: when the heap is exhausted the program
 // ends (FatalExit), after it has told the hook. The language's `new` takes the same road. One thread.
@@ -28,19 +28,8 @@ void SetMemFailureHook(MemFailureHook hook, void* argument);
 // Forgets all timers, gives a reserve back to the heap for the hook, calls it and ends the process with exit code 0.
 [[noreturn]] void FatalExit();
 
-// A temporary block lives until the innermost scope that was open when it was made ends. The event loop opens one
-// around each pass, so a block lives until the event at hand has been dealt with; passes of nested loops nest.
-// Outside any scope, at start-up, a temporary block is never freed. All this needs ToolkitInit.
-void* TempAlloc(size_t bytes);
-// Puts a block from MemAlloc under the current scope, or under the outermost one, and answers it. The outermost is for
-// records whose own doings may have opened the scopes inside it. Null does nothing.
-void* TempAdopt(void* block);
-void* TempAdoptOutermost(void* block);
-void TempScopeBegin();
-// Frees what was made since the innermost TempScopeBegin. With no scope open it does nothing.
-void TempScopeEnd();
-
-// Makes the temporary list and the reserve, and takes `new` onto the road; ToolkitInit calls it, once.
-void MemoryStartUp();
+// Makes the reserve, and takes `new` onto the road; `forgetTimers` is what FatalExit forgets them by. ToolkitInit calls
+// it, once.
+void MemoryStartUp(void (*forgetTimers)());
 
 } // namespace framereel

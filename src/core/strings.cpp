@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "core/memory.h"
+#include "core/temporary_blocks.h"
 
 namespace framereel {
 

@@ -11,6 +11,7 @@
 #include "core/memory.h"
 #include "core/numbers.h"
 #include "core/strings.h"
+#include "core/temporary_blocks.h"
 
 namespace framereel {
 

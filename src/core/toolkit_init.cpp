@@ -4,6 +4,8 @@
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/notices.h"
+#include "core/temporary_blocks.h"
+#include "core/timers.h"
 
 namespace framereel {
 
@@ -13,7 +15,8 @@ void ToolkitInit() {
   static bool done = false;
   if (done) return;
   done = true;
-  MemoryStartUp();
+  MemoryStartUp(TimerClearAll);
+  TemporaryBlocksStartUp();
   NoticesStartUp();
   AppAlertString(0); // the texts for exhausted memory, loaded while there is some
 }

@@ -7,6 +7,7 @@
 
 #include "app/settings_file.h"
 #include "area/area.h"
+#include "area/capture_area.h"
 #include "core/file_refs.h"
 #include "recorder/engine/recorder_state.h"
 #include "recorder/engine/recording_scale.h"

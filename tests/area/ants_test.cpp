@@ -1,5 +1,6 @@
 // The moving line, pixel by pixel, and its pauses.
 #include "area/ants.h"
+#include "area/capture_area.h"
 
 #include <gtest/gtest.h>
 

@@ -6,6 +6,9 @@
 #include <utility>
 
 #include "area/ants.h"
+#include "area/area.h"
+#include "area/capture_area.h"
+#include "area/readouts.h"
 #include "area/selection.h"
 #include "core/rects.h"
 #include "core/timers.h"

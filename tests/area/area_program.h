@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "area/area.h"
+#include "area/area_record.h"
 #include "gif/animation_stream.h"
 #include "recorder/engine/recorder_state.h"
 #include "support/window_script.h"

@@ -1,5 +1,6 @@
 // The allocator's path of exhaustion, and temporary scopes. What blocks hold is seen wherever they are used.
 #include "core/memory.h"
+#include "core/temporary_blocks.h"
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <string>
 
-#include "core/memory.h"
 #include "core/strings.h"
+#include "core/temporary_blocks.h"
 #include "core/toolkit_init.h"
 #include "support/dice.h"
 #include "support/pattern.h"

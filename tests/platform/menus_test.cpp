@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/memory.h"
+#include "core/temporary_blocks.h"
 #include "core/timers.h"
 #include "platform/menus/edit_menu.h"
 #include "platform/menus/menu_commands.h"

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "core/memory.h"
+#include "core/temporary_blocks.h"
 #include "platform/display/display_caps.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"

@@ -1,7 +1,7 @@
 // Finding the row of a message, and the shared rows.
 #include "platform/pump/message_table.h"
 
-#include "core/memory.h"
+#include "core/temporary_blocks.h"
 #include "core/timers.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/keys.h"

@@ -1,7 +1,7 @@
 // The order of starting up with windows.
 #include "platform/pump/platform_start.h"
 
-#include "core/memory.h"
+#include "core/temporary_blocks.h"
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/controls/edit_session.h"

@@ -3,8 +3,8 @@
 
 #include <csignal>
 
-#include "core/memory.h"
 #include "core/numbers.h"
+#include "core/temporary_blocks.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/ports.h"

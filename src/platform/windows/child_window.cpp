@@ -3,6 +3,7 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
+#include "core/temporary_blocks.h"
 #include "platform/drawing/ports.h"
 #include "platform/records/control_table.h"
 #include "platform/records/later_modules.h"

@@ -3,6 +3,7 @@
 
 #include "core/memory.h"
 #include "core/rects.h"
+#include "core/temporary_blocks.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
