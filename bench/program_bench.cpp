@@ -14,6 +14,8 @@
 #include "platform/pump/pump.h"
 #include "recorder/control/recording_control.h"
 #include "toolkit/views_start.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 using namespace framereel;
 

@@ -2,7 +2,7 @@
 // (application.h) and runs it.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

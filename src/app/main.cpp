@@ -5,6 +5,7 @@
 #include "app/command_line.h"
 #include "app/end_signals.h"
 #include "core/standard_streams.h"
+#include "win32/win32_windows.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/pump/pump.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -21,6 +21,7 @@
 #include "platform/windows/window_geometry.h"
 #include "recorder/engine/recorder_state.h"
 #include "toolkit/views/view.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {

@@ -7,7 +7,8 @@
 #include "area/capture_area.h"
 #include "core/rects.h"
 #include "core/timers.h"
-#include "win32/win32.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -6,7 +6,7 @@
 #include "core/memory.h"
 #include "core/strings.h"
 #include "core/text_scan.h"
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 

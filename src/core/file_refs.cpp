@@ -6,6 +6,7 @@
 #include "core/memory.h"
 #include "core/strings.h"
 #include "core/system_kind.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 

@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 

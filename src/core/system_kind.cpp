@@ -1,7 +1,7 @@
 // By the version that the platform tells.
 #include "core/system_kind.h"
 
-#include "win32/win32.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "gif/save_animation.h"
+#include "win32/win32_files.h"
 
 namespace framereel {
 namespace {

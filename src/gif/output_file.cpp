@@ -2,6 +2,7 @@
 #include "gif/output_file.h"
 
 #include "gif/save_animation.h"
+#include "win32/win32_files.h"
 
 #include <cerrno>
 #include <cstdio>

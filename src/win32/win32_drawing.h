@@ -7,7 +7,7 @@
 // On a palette screen a colour is drawn as the nearest of the screen's colours. The palette belongs to the desktop
 // (GetDeviceCaps), so there is none of the program's own, and no call that would make or select one.
 //
-// Failure: a null handle makes a call do nothing and answer 0. Memory that ends, ends the program (win32.h).
+// Failure: a null handle makes a call do nothing and answer 0. Memory that ends, ends the program (win32_system.h).
 // Coordinates may be anything that fits 16 bits with room to spare; what lies outside the target is cut.
 #pragma once
 
@@ -195,3 +195,28 @@ int IntersectClipRect(HDC context, int left, int top, int right, int bottom);
 int GetClipRgn(HDC context, HRGN region);
 // The smallest rectangle around what can be drawn on: target, visible part and clip together.
 int GetClipBox(HDC context, RECT* box);
+
+// ---- Display facts -----------------------------------------------------------------------------------------------
+
+inline constexpr int HORZRES = 8;
+inline constexpr int VERTRES = 10;
+inline constexpr int BITSPIXEL = 12;
+inline constexpr int PLANES = 14;
+inline constexpr int NUMCOLORS = 24;
+inline constexpr int RASTERCAPS = 38;
+inline constexpr int SIZEPALETTE = 104;
+inline constexpr int NUMRESERVED = 106;
+inline constexpr int RC_PALETTE = 0x100;
+
+struct PALETTEENTRY {
+  BYTE peRed, peGreen, peBlue, peFlags;
+};
+
+// Facts of the screen, for any context. PLANES is 1 and BITSPIXEL the depth: 1, 2, 4, 8, 16, 24 or 32 (15 counts as
+// 16, 30 as 32; anything else as it stands). NUMCOLORS is 2^depth below 16 bits, else -1. RASTERCAPS has RC_PALETTE at
+// depth 8. SIZEPALETTE is 256 there and NUMRESERVED too: the palette belongs to the desktop, nobody may change it.
+int GetDeviceCaps(HDC context, int index);
+// Copies colours of a palette screen, first to first + count - 1; answers how many it has, 0 on a true-colour screen.
+UINT GetSystemPaletteEntries(HDC context, UINT first, UINT count, PALETTEENTRY* entries);
+// The colour that the screen shows for the given one.
+COLORREF GetNearestColor(HDC context, COLORREF colour);

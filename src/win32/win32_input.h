@@ -127,3 +127,20 @@ HCURSOR LoadCursorA(HINSTANCE instance, const char* name);
 HCURSOR SetCursor(HCURSOR cursor);
 // Moves the pointer. A mouse move follows as if the user had moved it.
 BOOL SetCursorPos(int x, int y);
+
+// ---- The pointer as it is ----------------------------------------------------------------------------------------
+
+struct ICONINFO {
+  BOOL fIcon;
+  DWORD xHotspot, yHotspot;
+  HBITMAP hbmMask, hbmColor; // the caller's, to be deleted; null here, since no caller looks at the pixels
+};
+
+// The picture that the pointer has on the screen now; null when it has none. It is the layer's, good until the next
+// call.
+HCURSOR GetCursor();
+// Its hot spot on the screen.
+BOOL GetCursorPos(POINT* position);
+BOOL GetIconInfo(HICON icon, ICONINFO* info);
+// Draws it with its top left corner at x, y, blended by its alpha and clipped to the target.
+BOOL DrawIcon(HDC context, int x, int y, HICON icon);

@@ -1,8 +1,17 @@
-// The plain types that all the platform calls share: numbers, handles, points and rectangles.
+// The platform calls that the program makes, with the names and the meaning that the floors above rely on; here are the
+// plain types that all of them share.
 //
-// win32.h is what callers include; it draws in win32_drawing.h (contexts, bitmaps, lines, fills, text),
-// win32_windows.h (windows and messages), win32_input.h (mouse, keys, pointer), win32_menus.h, win32_controls.h and
-// win32_dialogs.h.
+//   win32_system.h    memory, process, time, resources    win32_menus.h       bars and popups
+//   win32_files.h     files and directories               win32_controls.h    buttons, texts, lists
+//   win32_drawing.h   contexts, bitmaps, lines, text      win32_dialogs.h     dialogs and message boxes
+//   win32_windows.h   windows and messages                win32_input.h       mouse, keys, pointer
+//
+// This is a layer of our own, not an operating system's header: it holds exactly the types, constants and calls
+// that somebody above uses. The calls stand in the global namespace, and callers write them with a leading `::`.
+// Handles are opaque; null is no object. Unless a call says otherwise, a null handle makes it do
+// nothing and answer 0. All of it is for the program's one thread.
+//
+// The work is done in software on surfaces (pixels/surface.h) that a display (pixels/display.h) shows and reads.
 #pragma once
 
 #include <cstddef>

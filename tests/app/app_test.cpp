@@ -14,6 +14,8 @@
 #include "support/allocations.h"
 #include "support/temporary_folder.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/create.h"
 #include "win32/windows/window.h"
 

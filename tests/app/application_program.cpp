@@ -4,6 +4,7 @@
 #include "platform/records/view_record.h"
 #include "support/gif_reader.h"
 #include "toolkit/views_start.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 

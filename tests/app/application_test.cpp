@@ -18,6 +18,8 @@
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

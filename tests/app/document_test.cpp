@@ -12,6 +12,9 @@
 #include "platform/windows/modal.h"
 #include "recorder/control/recording_control.h"
 #include "support/gif_reader.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

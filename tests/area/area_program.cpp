@@ -22,6 +22,7 @@
 #include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 namespace {

@@ -10,7 +10,7 @@
 #include "support/dice.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/win32.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

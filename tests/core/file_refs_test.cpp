@@ -10,6 +10,7 @@
 #include "core/strings.h"
 #include "support/dice.h"
 #include "support/temporary_folder.h"
+#include "win32/win32_files.h"
 
 namespace framereel {
 namespace {

@@ -8,7 +8,8 @@
 #include "support/window_program.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/stack.h"
-#include "win32/win32.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -18,6 +18,9 @@
 #include "toolkit/controls/check_box.h"
 #include "toolkit/views/view_class.h"
 #include "toolkit/views_start.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/create.h"
 
 namespace framereel {

@@ -15,6 +15,8 @@
 #include "support/dice.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -11,6 +11,8 @@
 #include "support/dice.h"
 #include "win32/drawing/fonts.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -17,6 +17,12 @@
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window.h"
 #include "win32/windows/window_tree.h"
 

@@ -15,6 +15,9 @@
 #include "platform/windows/modal.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_input.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_system.h"
 #include "win32/windows/menu_record.h"
 #include "win32/windows/window.h"
 

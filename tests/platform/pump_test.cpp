@@ -10,6 +10,8 @@
 #include "support/allocations.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -14,6 +14,7 @@
 #include "support/dice.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -11,6 +11,7 @@
 #include "support/dice.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 namespace {

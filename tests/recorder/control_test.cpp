@@ -12,6 +12,8 @@
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 namespace {

@@ -5,6 +5,9 @@
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/create.h"
 #include "win32/windows/window.h"
 

@@ -14,6 +14,7 @@
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 namespace {

@@ -20,6 +20,9 @@
 #include "views/view_scene.h"
 #include "win32/input/clipboard.h"
 #include "win32/memory/memory_windows.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

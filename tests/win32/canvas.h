@@ -9,6 +9,7 @@
 #include "win32/drawing/contexts.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 

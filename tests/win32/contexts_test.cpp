@@ -1,5 +1,6 @@
 // What contexts, bitmaps and regions tell, and what they refuse.
 #include "win32/canvas.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -1,6 +1,9 @@
 // What the controls look like at each depth: states can be told apart, text can be read.
 #include <set>
 
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

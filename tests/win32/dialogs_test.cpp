@@ -3,6 +3,11 @@
 #include <vector>
 
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 #include "win32/windows/window.h"
 #include "win32/windows/window_tree.h"

@@ -4,6 +4,11 @@
 
 #include "win32/input/clipboard.h"
 #include "win32/pixels/utf8.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

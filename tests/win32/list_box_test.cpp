@@ -3,6 +3,10 @@
 
 #include "win32/controls/control_base.h"
 #include "win32/drawing/relief.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 #include "win32/windows/window.h"
 

@@ -4,6 +4,10 @@
 #include <vector>
 
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_input.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/menu_bar.h"

@@ -1,4 +1,8 @@
 // The frame: its thickness and look, its boxes, dragging by the caption, the system menu.
+#include "win32/win32_input.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

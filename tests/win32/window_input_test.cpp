@@ -4,6 +4,9 @@
 #include <set>
 
 #include "win32/pixels/cursor.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

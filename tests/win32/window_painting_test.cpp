@@ -6,6 +6,10 @@
 #include "support/dice.h"
 #include "win32/drawing/relief.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 #include "win32/windows/window.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "win32/memory/memory_display.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

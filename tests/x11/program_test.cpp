@@ -19,6 +19,8 @@
 #include "toolkit/controls/popup_list.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views_start.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 

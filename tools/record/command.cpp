@@ -13,6 +13,7 @@
 #include "record/capture_area.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 

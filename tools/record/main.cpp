@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include "record/command.h"
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -8,6 +8,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/records/colour.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -7,6 +7,7 @@
 #include "platform/display/display_caps.h"
 #include "platform/drawing/shared_contexts.h"
 #include "resources/standard_colours.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

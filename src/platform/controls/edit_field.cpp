@@ -7,6 +7,9 @@
 #include "platform/records/later_modules.h"
 #include "platform/windows/active_window.h"
 #include "platform/windows/child_window.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -9,6 +9,9 @@
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

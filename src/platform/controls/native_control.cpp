@@ -8,6 +8,8 @@
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

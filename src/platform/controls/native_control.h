@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "platform/records/view_record.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

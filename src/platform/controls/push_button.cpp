@@ -6,6 +6,8 @@
 #include "platform/controls/native_control.h"
 #include "platform/records/later_modules.h"
 #include "platform/windows/active_window.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

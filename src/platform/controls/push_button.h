@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/records/view_record.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

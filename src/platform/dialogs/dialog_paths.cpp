@@ -8,7 +8,7 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
-#include "win32/win32.h"
+#include "win32/win32_files.h"
 
 namespace framereel {
 namespace {

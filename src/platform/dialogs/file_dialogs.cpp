@@ -12,6 +12,12 @@
 #include "platform/dialogs/file_lists.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/active_window.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_files.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

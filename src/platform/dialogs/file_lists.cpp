@@ -4,6 +4,9 @@
 #include <initializer_list>
 
 #include "core/strings.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_files.h"
 
 namespace framereel {
 namespace {

@@ -1,7 +1,7 @@
 // The call behind Beep.
 #include "platform/display/beep.h"
 
-#include "win32/win32.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 

@@ -5,6 +5,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
 #include "win32/pixels/display.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

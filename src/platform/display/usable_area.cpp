@@ -6,6 +6,8 @@
 #include "core/system_kind.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/records/window_records.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

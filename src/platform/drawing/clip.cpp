@@ -2,6 +2,7 @@
 #include "platform/drawing/clip.h"
 
 #include "platform/drawing/current_port.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/records/port.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -5,6 +5,7 @@
 #include "core/memory.h"
 #include "platform/drawing/current_port.h"
 #include "platform/drawing/font_cache.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

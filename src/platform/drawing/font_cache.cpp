@@ -6,6 +6,7 @@
 #include "core/memory.h"
 #include "core/strings.h"
 #include "platform/drawing/shared_contexts.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "core/arrays.h"
 #include "core/list.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

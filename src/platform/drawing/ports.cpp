@@ -6,6 +6,7 @@
 #include "platform/drawing/shared_contexts.h"
 #include "platform/records/offscreen_record.h"
 #include "platform/records/window_records.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "platform/drawing/current_port.h"
 #include "platform/records/port.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

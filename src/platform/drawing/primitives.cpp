@@ -7,6 +7,8 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
 #include "platform/drawing/standard_drawing.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -1,6 +1,8 @@
 // Making the contexts, and giving them back.
 #include "platform/drawing/shared_contexts.h"
 
+#include "win32/win32_drawing.h"
+
 namespace framereel {
 namespace {
 

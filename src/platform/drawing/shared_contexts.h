@@ -3,7 +3,7 @@
 // What is drawn goes through the current Port (ports.h), which takes one of these or a window's own.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

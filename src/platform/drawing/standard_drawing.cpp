@@ -1,6 +1,8 @@
 // Making the standard DrawStates and reading the system's colours.
 #include "platform/drawing/standard_drawing.h"
 
+#include "win32/win32_windows.h"
+
 namespace framereel {
 namespace {
 

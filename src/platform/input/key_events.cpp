@@ -1,6 +1,9 @@
 // Making KeyEvents out of the platform's key messages.
 #include "platform/input/key_events.h"
 
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+
 namespace framereel {
 namespace {
 

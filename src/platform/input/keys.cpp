@@ -12,6 +12,7 @@
 #include "platform/windows/modal.h"
 #include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {

@@ -15,6 +15,9 @@
 #include "platform/windows/mouse_targets.h"
 #include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

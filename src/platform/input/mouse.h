@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "core/geometry.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

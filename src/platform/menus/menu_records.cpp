@@ -3,6 +3,7 @@
 
 #include "core/memory.h"
 #include "core/strings.h"
+#include "win32/win32_menus.h"
 
 namespace framereel {
 namespace {

@@ -5,6 +5,7 @@
 #include "core/text_format.h"
 #include "platform/input/key_events.h"
 #include "platform/records/window_records.h"
+#include "win32/win32_menus.h"
 
 namespace framereel {
 namespace {

@@ -17,6 +17,9 @@
 #include "platform/windows/modal.h"
 #include "platform/windows/paint_messages.h"
 #include "platform/windows/place_messages.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

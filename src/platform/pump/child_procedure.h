@@ -1,7 +1,7 @@
 // The window procedure of all ChildWindows.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -12,6 +12,8 @@
 #include "platform/records/window_records.h"
 #include "platform/windows/paint_messages.h"
 #include "platform/windows/place_messages.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

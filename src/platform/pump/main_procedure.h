@@ -1,7 +1,7 @@
 // The window procedure of the main window.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -10,6 +10,7 @@
 #include "platform/windows/active_window.h"
 #include "platform/windows/display_change.h"
 #include "platform/windows/modal.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -2,7 +2,7 @@
 // without windows uses EngineStartUp (engine_start.h) in its place.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -12,6 +12,9 @@
 #include "platform/menus/platform_menus.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "platform/records/port.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -9,7 +9,7 @@
 
 #include "core/arrays.h"
 #include "platform/records/input_events.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -13,7 +13,7 @@
 #include "platform/records/control_table.h"
 #include "platform/records/input_events.h"
 #include "platform/records/port.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -10,7 +10,7 @@
 // the desktop by itself.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -15,6 +15,8 @@
 #include "platform/windows/window_classes.h"
 #include "platform/windows/window_geometry.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

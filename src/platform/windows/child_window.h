@@ -9,7 +9,7 @@
 
 #include "core/geometry.h"
 #include "platform/records/window_records.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

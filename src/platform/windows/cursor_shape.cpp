@@ -4,6 +4,8 @@
 
 #include "platform/records/window_records.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -8,6 +8,8 @@
 #include "platform/windows/display_change.h"
 #include "platform/windows/window_classes.h"
 #include "platform/windows/window_geometry.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -7,6 +7,7 @@
 #include "platform/records/window_records.h"
 #include "platform/windows/mouse_targets.h"
 #include "platform/windows/window_list.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {

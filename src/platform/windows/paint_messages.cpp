@@ -9,6 +9,8 @@
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"
 #include "platform/records/window_records.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/geometry.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

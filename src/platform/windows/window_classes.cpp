@@ -5,6 +5,9 @@
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/text_scan.h"
+#include "win32/win32_input.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

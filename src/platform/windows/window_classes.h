@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

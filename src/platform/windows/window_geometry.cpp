@@ -3,6 +3,7 @@
 #include "platform/windows/window_geometry.h"
 
 #include "core/numbers.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -2,6 +2,7 @@
 #include "platform/windows/window_list.h"
 
 #include "core/list.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

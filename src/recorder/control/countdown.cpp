@@ -16,6 +16,7 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

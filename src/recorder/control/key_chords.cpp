@@ -1,7 +1,7 @@
 // The keys as bits, and which change of them is a chord.
 #include "recorder/control/key_chords.h"
 
-#include "win32/win32.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {

@@ -6,6 +6,7 @@
 #include "core/memory.h"
 #include "platform/drawing/shared_contexts.h"
 #include "resources/standard_colours.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -10,6 +10,7 @@
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
 #include "recorder/engine/overlays.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

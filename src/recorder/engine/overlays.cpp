@@ -4,6 +4,8 @@
 #include <cstring>
 
 #include "platform/drawing/current_port.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 

@@ -1,7 +1,7 @@
 // Delays, and frames into the stream.
 #include "recorder/engine/pacing.h"
 
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 namespace framereel {
 namespace {

@@ -10,6 +10,8 @@
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
 #include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -1,7 +1,7 @@
 // The class "button". Internal to the layer; win32_controls.h tells what it does.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -2,6 +2,8 @@
 #include "win32/controls/control_base.h"
 
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "win32/win32_windows.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

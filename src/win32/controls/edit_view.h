@@ -5,7 +5,7 @@
 #include "win32/controls/edit_lines.h"
 #include "win32/controls/edit_text.h"
 #include "win32/pixels/surface.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

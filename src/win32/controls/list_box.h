@@ -1,7 +1,7 @@
 // The class "listbox". Internal to the layer.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

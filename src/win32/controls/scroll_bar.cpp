@@ -7,6 +7,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

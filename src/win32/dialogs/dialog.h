@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "win32/dialogs/dialog_state.h"
+#include "win32/win32_dialogs.h"
 
 namespace framereel {
 

@@ -6,6 +6,10 @@
 #include "win32/dialogs/dialog_state.h"
 #include "win32/drawing/mnemonics.h"
 #include "win32/input/keyboard.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/sending.h"
 #include "win32/windows/window_tree.h"
 

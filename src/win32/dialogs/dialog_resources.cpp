@@ -4,6 +4,9 @@
 #include "win32/controls/control_base.h"
 #include "win32/dialogs/dialog.h"
 #include "win32/drawing/contexts.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "win32/controls/control_base.h"
+#include "win32/win32_drawing.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

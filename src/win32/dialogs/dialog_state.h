@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "win32/win32_dialogs.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

@@ -8,6 +8,10 @@
 #include "win32/drawing/contexts.h"
 #include "win32/drawing/relief.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/screen_room.h"
 #include "win32/windows/window_tree.h"
 

@@ -6,6 +6,8 @@
 #include "win32/controls/list_box.h"
 #include "win32/controls/static.h"
 #include "win32/dialogs/dialog.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/classes.h"
 
 namespace framereel {

@@ -6,6 +6,7 @@
 #include "win32/drawing/fills.h"
 #include "win32/drawing/objects.h"
 #include "win32/pixels/presenter.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -3,6 +3,7 @@
 
 #include "win32/drawing/fonts.h"
 #include "win32/drawing/objects.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

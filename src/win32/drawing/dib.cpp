@@ -3,6 +3,7 @@
 
 #include "win32/drawing/gdi.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_drawing.h"
 
 using namespace framereel;
 

@@ -5,6 +5,7 @@
 
 #include "win32/drawing/drawing_target.h"
 #include "win32/pixels/presenter.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

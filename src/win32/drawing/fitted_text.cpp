@@ -1,8 +1,7 @@
 // Text that is shortened to what has room.
 #include "win32/drawing/fitted_text.h"
 
-#include <algorithm>
-#include <ranges>
+#include <numeric>
 #include <vector>
 
 #include "win32/drawing/relief.h"
@@ -31,10 +30,16 @@ std::string FittedText(HDC context, std::string_view text, int32_t width, TextCu
     return std::string(text.substr(0, boundaries[characters - behind])) + kDots +
            std::string(text.substr(boundaries[last - behind]));
   };
-  const auto counts = std::views::iota(size_t{0}, last);
-  const auto tooMany = std::ranges::partition_point(
-      counts, [&](size_t characters) { return TextWidth(context, keeping(characters)) <= width; });
-  return tooMany == counts.begin() ? "" : keeping(*tooMany - 1);
+  size_t unknown = 0, tooMany = last; // all below `unknown` fit; with none, not even the dots have room
+  while (unknown < tooMany) {
+    const size_t characters = std::midpoint(unknown, tooMany);
+    if (TextWidth(context, keeping(characters)) <= width) {
+      unknown = characters + 1;
+    } else {
+      tooMany = characters;
+    }
+  }
+  return tooMany == 0 ? "" : keeping(tooMany - 1);
 }
 
 } // namespace framereel

@@ -107,7 +107,7 @@ FontFile AskForNearest(const FontStyle& style) {
   FcPatternDestroy(question);
   if (!answer && result == FcResultOutOfMemory) EndWithoutMemory();
   if (!answer) return {};
-  const FontFile file = FileOf(answer);
+  FontFile file = FileOf(answer);
   FcPatternDestroy(answer);
   return file;
 }

@@ -11,6 +11,7 @@
 #include "win32/drawing/font_files.h"
 #include "win32/drawing/gdi.h"
 #include "win32/drawing/glyphs.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -1,7 +1,7 @@
 // Making fonts: from what a caller asks for to a face at a size whose letters fit the cell. Internal to the layer.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

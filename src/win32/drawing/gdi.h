@@ -8,7 +8,7 @@
 
 #include "win32/pixels/display.h"
 #include "win32/pixels/region.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 struct FontRecord;

@@ -5,6 +5,7 @@
 
 #include "win32/drawing/gdi.h"
 #include "win32/drawing/relief.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 

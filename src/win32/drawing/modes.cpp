@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "win32/drawing/gdi.h"
+#include "win32/win32_drawing.h"
 
 int SetROP2(HDC context, int mode) {
   if (!context || (mode != R2_COPYPEN && mode != R2_NOTXORPEN)) return 0;

@@ -7,6 +7,7 @@
 #include "resources/bitmaps.h"
 #include "win32/drawing/fonts.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

@@ -1,6 +1,7 @@
 // The mouse pointer's picture and place, and drawing it.
 #include "win32/drawing/drawing_target.h"
 #include "win32/pixels/cursor.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {

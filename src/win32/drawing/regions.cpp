@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "win32/drawing/drawing_target.h"
+#include "win32/win32_drawing.h"
 
 using namespace framereel;
 

@@ -3,6 +3,8 @@
 
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 

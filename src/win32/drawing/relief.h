@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "win32/pixels/surface.h"
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -1,6 +1,7 @@
 // What a context tells of the screen: its size, depth and colours.
 #include "win32/drawing/contexts.h"
 #include "win32/pixels/pixels.h"
+#include "win32/win32_drawing.h"
 
 using namespace framereel;
 

@@ -5,6 +5,7 @@
 
 #include "win32/drawing/drawing_target.h"
 #include "win32/drawing/fills.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {
@@ -127,8 +128,8 @@ BOOL Polyline(HDC context, const POINT* points, int count) {
 
 BOOL Polygon(HDC context, const POINT* points, int count) {
   if (!context || !points || count < 2) return FALSE;
-  std::vector<POINT> corners;
-  for (int i = 0; i < count; ++i) corners.push_back(Clamped(points[i]));
+  std::vector<POINT> corners(points, points + count);
+  for (POINT& corner : corners) corner = Clamped(corner);
   Rects outline;
   for (size_t i = 0; i < corners.size(); ++i) AddLine(&outline, corners[i], corners[(i + 1) % corners.size()]);
   outline = Without(outline, {});

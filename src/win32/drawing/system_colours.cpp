@@ -1,7 +1,7 @@
 // The system's colours. They belong to the layer's look, not to the desktop.
 #include "win32/drawing/system_colours.h"
 
-#include "win32/win32.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -6,6 +6,7 @@
 #include "win32/drawing/drawing_target.h"
 #include "win32/drawing/glyphs.h"
 #include "win32/pixels/utf8.h"
+#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

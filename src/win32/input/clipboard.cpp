@@ -2,7 +2,7 @@
 #include "win32/input/clipboard.h"
 
 #include "win32/pixels/display_windows.h"
-#include "win32/win32.h"
+#include "win32/win32_controls.h"
 
 namespace framereel {
 

@@ -5,6 +5,8 @@
 
 #include "resources/cursors.h"
 #include "win32/pixels/cursor.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window_surfaces.h"
 #include "win32/windows/window_tree.h"
 

@@ -1,7 +1,7 @@
 // Cursors and icons that can be loaded, and which one the pointer shows over our windows. Internal to the layer.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

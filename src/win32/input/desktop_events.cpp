@@ -4,6 +4,8 @@
 
 #include "win32/input/input_messages.h"
 #include "win32/input/keyboard.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/message_queue.h"
 #include "win32/windows/placement.h"

@@ -5,6 +5,7 @@
 
 #include "win32/input/cursors.h"
 #include "win32/input/keyboard.h"
+#include "win32/win32_input.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/window_tree.h"

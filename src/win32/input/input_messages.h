@@ -2,7 +2,8 @@
 #pragma once
 
 #include "win32/pixels/display_windows.h"
-#include "win32/win32.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 

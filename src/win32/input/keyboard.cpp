@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "win32/pixels/utf8.h"
+#include "win32/win32_input.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

@@ -3,6 +3,8 @@
 #include "win32/input/keyboard.h"
 #include "win32/menus/menu_tracking.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/painting.h"
 #include "win32/windows/sending.h"

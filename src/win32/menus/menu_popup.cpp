@@ -9,6 +9,8 @@
 #include "win32/drawing/system_colours.h"
 #include "win32/menus/menus.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/screen_room.h"
 #include "win32/windows/window_surfaces.h"
 #include "win32/windows/window_tree.h"

@@ -5,6 +5,7 @@
 #include "win32/menus/menus.h"
 #include "win32/menus/system_menu.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_input.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/menu_bar.h"
 #include "win32/windows/update_regions.h"

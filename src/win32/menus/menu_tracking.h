@@ -4,7 +4,7 @@
 // open menu at a time.
 #pragma once
 
-#include "win32/win32.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_menus.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/placement.h"
 #include "win32/windows/update_regions.h"

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/menus/menus.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

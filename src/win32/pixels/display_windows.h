@@ -100,8 +100,8 @@ enum class PointerShape : uint8_t { kArrow, kIBeam, kWait, kCross, kOwn };
 // The pointer over a window of ours; `picture` is for kOwn and may go afterwards.
 void DisplayPointerShape(DisplayWindow* window, PointerShape shape, const PointerPicture* picture);
 
-// Whether the key is down at this moment, whoever has the focus. Virtual keys as win32.h names them; the mouse buttons
-// are 1, 2 and 4.
+// Whether the key is down at this moment, whoever has the focus. Virtual keys as win32_input.h names them; the mouse
+// buttons are 1, 2 and 4.
 bool DisplayKeyIsDown(uint8_t virtualKey);
 bool DisplayCapsLockIsOn();
 

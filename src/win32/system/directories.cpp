@@ -7,7 +7,7 @@
 #include <sstream>
 #include <string>
 
-#include "win32/win32.h"
+#include "win32/win32_files.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 //
 // Sharing is kept with advisory locks on regular files: it holds among programs that ask for it, this one among
 // them.
-#include "win32/win32.h"
+#include "win32/win32_files.h"
 
 #include <cerrno>
 #include <climits>

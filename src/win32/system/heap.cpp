@@ -1,5 +1,5 @@
 // The process heap: the system's allocator behind the three calls of the platform.
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
 // The process and its end.
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 // The program's resources. They are compiled in, so the module that they belong to does not matter.
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 #include <algorithm>
 #include <cstring>

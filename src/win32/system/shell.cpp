@@ -4,7 +4,7 @@
 #include "win32/pixels/display_windows.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/system/system_version.h"
-#include "win32/win32.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -1,7 +1,7 @@
 // Time, as the display counts it.
 #include "win32/pixels/display.h"
 #include "win32/pixels/presenter.h"
-#include "win32/win32.h"
+#include "win32/win32_system.h"
 
 DWORD GetTickCount() {
   return framereel::DisplayTick();

@@ -4,6 +4,8 @@
 // the display is asked for it, and everything happens once it says that the keyboard has come.
 #include "win32/windows/activation.h"
 
+#include "win32/win32_input.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/sending.h"
 #include "win32/windows/window_tree.h"
 

@@ -1,6 +1,8 @@
 // Window classes: what windows of one name have in common.
 #include "win32/windows/classes.h"
 
+#include "win32/win32_windows.h"
+
 namespace framereel {
 namespace {
 

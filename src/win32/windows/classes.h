@@ -1,6 +1,7 @@
 // Window classes: what windows of one name have in common. Internal to the layer.
 #pragma once
 
+#include "win32/win32_windows.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

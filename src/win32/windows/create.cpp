@@ -6,6 +6,7 @@
 
 #include "win32/pixels/cursor.h"
 #include "win32/pixels/presenter.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/classes.h"
 #include "win32/windows/message_queue.h"

@@ -3,6 +3,7 @@
 // Such a window's handle is its name on the display, marked so that it is no address. Any other call finds that it is
 // none of our windows, and does nothing.
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

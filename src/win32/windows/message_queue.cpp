@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "win32/win32_windows.h"
+
 namespace framereel {
 namespace {
 

@@ -5,6 +5,8 @@
 
 #include "win32/drawing/relief.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/sending.h"
 #include "win32/windows/update_regions.h"

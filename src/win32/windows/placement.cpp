@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/sending.h"

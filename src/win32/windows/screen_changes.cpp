@@ -1,6 +1,7 @@
 // What the screen was like when windows last looked, and what they are told when it is another.
 #include "win32/windows/screen_changes.h"
 
+#include "win32/win32_windows.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/sending.h"
 #include "win32/windows/update_regions.h"

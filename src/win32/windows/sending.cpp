@@ -1,6 +1,8 @@
 // Calling window procedures.
 #include "win32/windows/sending.h"
 
+#include "win32/win32_dialogs.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

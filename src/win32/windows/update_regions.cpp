@@ -3,6 +3,8 @@
 
 #include "win32/drawing/gdi.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/visible.h"
 #include "win32/windows/window_tree.h"
 

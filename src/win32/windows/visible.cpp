@@ -1,6 +1,7 @@
 // What can be seen of a window, and asking for paint where more of it can be seen than before.
 #include "win32/windows/visible.h"
 
+#include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
 
 namespace framereel {

@@ -11,7 +11,8 @@
 
 #include "win32/pixels/display_windows.h"
 #include "win32/pixels/region.h"
-#include "win32/win32.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/menu_record.h"
 
 namespace framereel {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/drawing/contexts.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/visible.h"
 #include "win32/windows/window_surfaces.h"
 #include "win32/windows/window_tree.h"

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "win32/pixels/utf8.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_tree.h"
 

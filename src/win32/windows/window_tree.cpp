@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 

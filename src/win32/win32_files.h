@@ -1,53 +1,7 @@
-// The platform calls that the program makes, with the names and the meaning that the floors above rely on.
-//
-// This is a layer of our own, not an operating system's header: it holds exactly the types, constants and calls
-// that somebody above uses. The calls stand in the global namespace, and callers write them with a leading `::`.
-// Handles are opaque; null is no object. Unless a call says otherwise, a null handle makes it do
-// nothing and answer 0. All of it is for the program's one thread.
-//
-// The work is done in software on surfaces (surface.h) that a display (display.h) shows and reads.
+// Files and directories, as win32_types.h tells.
 #pragma once
 
 #include "win32/win32_types.h"
-
-#include "win32/win32_controls.h"
-#include "win32/win32_dialogs.h"
-#include "win32/win32_drawing.h"
-#include "win32/win32_input.h"
-#include "win32/win32_menus.h"
-#include "win32/win32_windows.h"
-
-struct PALETTEENTRY {
-  BYTE peRed, peGreen, peBlue, peFlags;
-};
-
-// ---- Memory and process ------------------------------------------------------------------------------------------
-
-// HeapAlloc and HeapReAlloc tell when memory has ended. Anything else of this layer ends the program then, as `new`
-// does: in the language's new-handler.
-HANDLE GetProcessHeap();
-// A block of `bytes` bytes, uninitialised, aligned for any type; null when the heap is exhausted. `flags` is 0.
-void* HeapAlloc(HANDLE heap, DWORD flags, size_t bytes);
-// Resizes a block, possibly moving it, contents kept; null when the heap is exhausted, and the block then stays.
-void* HeapReAlloc(HANDLE heap, DWORD flags, void* block, size_t bytes);
-BOOL HeapFree(HANDLE heap, DWORD flags, void* block);
-
-[[noreturn]] void ExitProcess(UINT exitCode);
-
-// ---- Time --------------------------------------------------------------------------------------------------------
-
-// Milliseconds of the display's clock since some start; wraps to 0 after 2^32.
-DWORD GetTickCount();
-// Sleeps for at least the given time. Nothing that happens meanwhile ends it early.
-void Sleep(DWORD milliseconds);
-
-// ---- Resources ---------------------------------------------------------------------------------------------------
-
-// Copies string resource `id`, cut to `bufferSize` - 1 bytes, and a zero byte behind it. Answers the number of bytes
-// copied without the zero, or 0 when there is no such string; the buffer then holds the empty string.
-int LoadStringA(HINSTANCE instance, UINT id, char* buffer, int bufferSize);
-
-// ---- Files -------------------------------------------------------------------------------------------------------
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(intptr_t{-1});
 inline constexpr DWORD GENERIC_READ = 0x80000000;
@@ -124,41 +78,3 @@ DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer);
 BOOL MoveFileExA(const char* from, const char* to, DWORD flags);
 // Only with OF_EXIST: answers HFILE_ERROR unless the path names a file that exists; nothing stays open.
 HFILE OpenFile(const char* path, OFSTRUCT* record, UINT mode);
-
-// ---- Display facts -----------------------------------------------------------------------------------------------
-
-inline constexpr int HORZRES = 8;
-inline constexpr int VERTRES = 10;
-inline constexpr int BITSPIXEL = 12;
-inline constexpr int PLANES = 14;
-inline constexpr int NUMCOLORS = 24;
-inline constexpr int RASTERCAPS = 38;
-inline constexpr int SIZEPALETTE = 104;
-inline constexpr int NUMRESERVED = 106;
-inline constexpr int RC_PALETTE = 0x100;
-
-// Facts of the screen, for any context. PLANES is 1 and BITSPIXEL the depth: 1, 2, 4, 8, 16, 24 or 32 (15 counts as
-// 16, 30 as 32; anything else as it stands). NUMCOLORS is 2^depth below 16 bits, else -1. RASTERCAPS has RC_PALETTE at
-// depth 8. SIZEPALETTE is 256 there and NUMRESERVED too: the palette belongs to the desktop, nobody may change it.
-int GetDeviceCaps(HDC context, int index);
-// Copies colours of a palette screen, first to first + count - 1; answers how many it has, 0 on a true-colour screen.
-UINT GetSystemPaletteEntries(HDC context, UINT first, UINT count, PALETTEENTRY* entries);
-// The colour that the screen shows for the given one.
-COLORREF GetNearestColor(HDC context, COLORREF colour);
-
-// ---- The mouse pointer -------------------------------------------------------------------------------------------
-
-struct ICONINFO {
-  BOOL fIcon;
-  DWORD xHotspot, yHotspot;
-  HBITMAP hbmMask, hbmColor; // the caller's, to be deleted; null here, since no caller looks at the pixels
-};
-
-// The picture that the pointer has on the screen now; null when it has none. It is the layer's, good until the next
-// call.
-HCURSOR GetCursor();
-// Its hot spot on the screen.
-BOOL GetCursorPos(POINT* position);
-BOOL GetIconInfo(HICON icon, ICONINFO* info);
-// Draws it with its top left corner at x, y, blended by its alpha and clipped to the target.
-BOOL DrawIcon(HDC context, int x, int y, HICON icon);
