@@ -95,7 +95,7 @@ TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouseWhereverTheMainWind
   AreaProgram program;
   MemoryDisplaySetMode(2700, 480, 24);
   MemoryOpenWindow("Other", {0, 0, 50, 50}, 1);
-  for (const int place : {60, 5, 2600, 30000, -30000}) { // at the ends of a wide screen, and far off the screen
+  for (const int place : {60, 5, 2600, 32700, -32700}) { // at the ends of a wide screen, and far off the screen
     SCOPED_TRACE(place);
     MoveMainWindow(nullptr, int16_t(place), int16_t(place));
     program.Act("begin begin");

@@ -2,7 +2,6 @@
 // flags of the records again; those stay readable until the pass of the event loop ends.
 #include "platform/input/mouse.h"
 
-#include "core/numbers.h"
 #include "platform/drawing/ports.h"
 #include "platform/input/key_events.h"
 #include "platform/records/input_events.h"
@@ -34,9 +33,10 @@ bool IsAlive(const View* view) {
   return view && !(view->flags & kViewDestroyed);
 }
 
+// Modulo 16 bits, as ToWindowPoint takes it.
 Point FromScreen(const POINT& p) {
   const MainWindow* main = TheMainWindow();
-  return {PinToShort(p.y - main->originY), PinToShort(p.x - main->originX)};
+  return {int16_t(p.y - main->originY), int16_t(p.x - main->originX)};
 }
 
 // In the coordinates of the window that the message is for.

@@ -161,12 +161,12 @@ bool ProgramPlacesWindow() {
 
 Point ToWindowPoint(const ChildWindow* window, Point point) {
   if (!window) return point;
-  return {PinToShort(point.v - window->geometry.clientTop), PinToShort(point.h - window->geometry.clientLeft)};
+  return {int16_t(point.v - window->geometry.clientTop), int16_t(point.h - window->geometry.clientLeft)};
 }
 
 Point ToToolkitPoint(const ChildWindow* window, Point point) {
   if (!window) return point;
-  return {PinToShort(point.v + window->geometry.clientTop), PinToShort(point.h + window->geometry.clientLeft)};
+  return {int16_t(point.v + window->geometry.clientTop), int16_t(point.h + window->geometry.clientLeft)};
 }
 
 // ---- The main window ---------------------------------------------------------------------------------------------

@@ -42,7 +42,9 @@ bool ProgramPlacesWindow();
 // Half of the main window's size at 0, 0, for a window that has just been made.
 void StartChildGeometry(ChildWindow* window);
 
-// Between toolkit coordinates and those of the window. With a null window the point stays as it is.
+// Between toolkit coordinates and those of the window, modulo 16 bits: a main window far off the screen may put toolkit
+// coordinates of a point on it out of reach, and the way there and back is exact all the same. With a null window the
+// point stays as it is.
 Point ToWindowPoint(const ChildWindow* window, Point toolkitPoint);
 Point ToToolkitPoint(const ChildWindow* window, Point windowPoint);
 
