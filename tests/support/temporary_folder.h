@@ -36,11 +36,16 @@ struct TemporaryFolder {
   }
 };
 
-// It is the process's current directory as long as it lives.
+// It is the process's current directory as long as it lives, and the folder of the user's configurations from then on,
+// so that no test reads or writes those of the user who runs it.
 struct WorkingFolder : TemporaryFolder {
   std::filesystem::path before = std::filesystem::current_path();
+  const std::string usersSettings = path + "/framereel/Settings.prf";
 
-  WorkingFolder() { std::filesystem::current_path(path); }
+  WorkingFolder() {
+    std::filesystem::current_path(path);
+    ::setenv("XDG_CONFIG_HOME", path.c_str(), 1);
+  }
   ~WorkingFolder() { std::filesystem::current_path(before); }
 };
 
