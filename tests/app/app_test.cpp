@@ -166,6 +166,18 @@ TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {
   }
 }
 
+TEST_F(AppTest, SaysUnderWaylandThatItSeesNothingThere) {
+  ::setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+  MemoryAt(4000, [] {
+    EXPECT_NE(GetModalWindow(), nullptr);
+    MemoryTypeKey(VK_RETURN);
+  });
+  MemoryAt(4100, [] { EXPECT_EQ(GetModalWindow(), nullptr); });
+  CloseAt(4200);
+  EXPECT_EQ(RunProgram(), 0);
+  ::unsetenv("WAYLAND_DISPLAY");
+}
+
 TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
   const auto run = [] {
     testing::internal::CaptureStderr();
