@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +47,11 @@ TEST(SettingsFile, IsWrittenAnewByASaveAloneAndEveryValueComesBack) {
                                           "Overlay Cursor:Yes\r\n"
                                           "Explorer 2.0 Compatible:No\r\n"
                                           "Recording Size:100\r\n");
+  const std::string page = ReadWholeFile(MAN_PAGES "framereel-settings.5");
+  std::istringstream lines(ReadWholeFile(program.place));
+  for (std::string line; std::getline(lines, line, '\r'); lines.get()) {
+    EXPECT_NE(page.find("\n.It Li " + line + "\n"), std::string::npos) << line;
+  }
   WriteWholeFile(program.place, "Something:else\r\n" + ReadWholeFile(program.place));
   program.options = {5000, false, false, false, false, false, true, kSize44, false};
   program.recorder.captureArea = {100, 30, 400, 630};
