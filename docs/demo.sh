@@ -62,8 +62,7 @@ go 330 250 30
 xdotool mouseup 1
 sleep 0.5
 click 442 69 15 # Start
-go 200 240
-sleep 2.4
+sleep 3.2 # 3, 2, 1; eyes that move would paint over them
 go 60 120 15
 go 200 60 12
 go 340 140 15
