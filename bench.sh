@@ -6,8 +6,8 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$here/build/release
 
-"$here/packaging/install-dependencies.sh" build test bench
-"$here/packaging/build.sh" release engine_bench scene_player program_bench lzw_bench framereel-record
+"$here/packaging/install-dependencies.sh" build bench
+"$here/packaging/build.sh" release -DFRAMEREEL_BENCH=ON engine_bench scene_player program_bench lzw_bench framereel-record
 
 "$here/tests/with_xvfb.sh" 1920x1080x24 "$build/bench/engine_bench"
 echo

@@ -7,9 +7,13 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 preset=release
+parts=(-DFRAMEREEL_TESTS=ON -DFRAMEREEL_BENCH=ON)
 case ${1-} in
   "") ;;
-  --sanitizers) preset=sanitizers ;;
+  --sanitizers)
+    preset=sanitizers
+    parts=(-DFRAMEREEL_TESTS=ON)
+    ;;
   *)
     echo "usage: $0 [--sanitizers]" >&2
     exit 2
@@ -17,7 +21,7 @@ case ${1-} in
 esac
 
 packaging/install-dependencies.sh build test bench
-packaging/build.sh "$preset"
+packaging/build.sh "$preset" "${parts[@]}"
 
 log=build/$preset-tests.log
 if ! ctest --preset "$preset" --parallel 2 >"$log" 2>&1 </dev/null; then

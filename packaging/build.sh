@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds with one of the presets of CMakePresets.json, and says something only when it fails:
 #
-#   packaging/build.sh PRESET [TARGET...]
+#   packaging/build.sh PRESET [-DFRAMEREEL_TESTS=ON] [-DFRAMEREEL_BENCH=ON] [TARGET...]
 #
-# The folder is build/PRESET. FRAMEREEL_JOBS is the number of compilers at a time, by default one for each processor.
+# The folder is build/PRESET. The programs alone are built for who does not ask for more; what was asked for once stays
+# with the folder. FRAMEREEL_JOBS is the number of compilers at a time, by default one for each processor.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -18,6 +19,14 @@ quietly() {
   fi
 }
 
-[ -f "build/$preset/build.ninja" ] || quietly cmake --preset "$preset"
+options=()
+while [[ ${1-} == -D* ]]; do
+  options+=("$1")
+  shift
+done
+if [ ! -f "build/$preset/build.ninja" ]; then
+  options=(-DFRAMEREEL_TESTS=OFF -DFRAMEREEL_BENCH=OFF "${options[@]}")
+fi
+[ ${#options[@]} -eq 0 ] || quietly cmake --preset "$preset" "${options[@]}"
 jobs=${FRAMEREEL_JOBS:-$(nproc)}
 quietly cmake --build --preset "$preset" --parallel "$jobs" ${1:+--target "$@"}

@@ -1,25 +1,31 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages that Framereel is built, tested and measured with, as far as they are missing:
+# Installs the Debian 12 packages that Framereel is built, run, tested, measured and packed with, as far as they are
+# missing:
 #
-#   packaging/install-dependencies.sh [build] [test] [bench]
+#   packaging/install-dependencies.sh [build] [screen] [test] [bench] [deb]
 #
-# Without a set: build. It asks no questions, and needs root or sudo only when something is missing; when nothing is,
+# Without a set: build, which is all that building and running the programs takes. screen: a private X server to run
+# them on; test includes it. It asks no questions, and needs root or sudo only when something is missing; when nothing is,
 # it needs no network either.
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libx11-dev libx11-xcb-dev libxcb1-dev libxdamage-dev libxext-dev libxfixes-dev
   libxi-dev libxkbcommon-dev libxrandr-dev libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
-test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom)
-bench=(libbenchmark-dev libgif-dev libcgif-dev)
+screen=(xvfb)
+test=("${screen[@]}" libgtest-dev libgif-dev libxrender-dev libxtst-dev openbox picom mandoc)
+bench=("${screen[@]}" libbenchmark-dev libgif-dev libcgif-dev)
+deb=(dpkg-dev)
 
 wanted=()
 for set in "${@:-build}"; do
   case $set in
     build) wanted+=("${build[@]}") ;;
+    screen) wanted+=("${screen[@]}") ;;
     test) wanted+=("${test[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
+    deb) wanted+=("${deb[@]}") ;;
     *)
-      echo "$0: there is no set \"$set\"; build, test and bench are known" >&2
+      echo "$0: there is no set \"$set\"; build, screen, test, bench and deb are known" >&2
       exit 2
       ;;
   esac

@@ -50,5 +50,6 @@ if ! read -r number <"$folder/number"; then
 fi
 
 status=0
+unset WAYLAND_DISPLAY # the private server has nothing to do with the session that it is started from
 DISPLAY=":$number" FRAMEREEL_XVFB_FOLDER=$folder "$@" || status=$?
 exit "$status"

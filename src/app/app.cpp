@@ -4,23 +4,35 @@
 #include <cstdio>
 
 #include "app/application.h"
+#include "app/document.h"
 #include "app/end_signals.h"
 #include "app/recovery.h"
+#include "core/app_strings.h"
 #include "core/standard_streams.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
+#include "platform/display/session.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
+#include "toolkit/controls/alert.h"
 #include "toolkit/views_start.h"
 
 namespace framereel {
 namespace {
 
+constexpr uint16_t kWayland = 97; // of AppString
+
+// What the user is told and asked ahead of all else. A timer's function, for the event loop.
+void SpeakFirst(void* application) {
+  if (SessionIsWayland()) Tell(kAlertCaution, AppString(kWayland));
+  OfferKept(application);
+}
+
 void AppRun() {
   static Application app;
   EndSignalsWatch();
   ApplicationStart(app);
-  TimerSchedule(OfferKept, &app, 0);
+  TimerSchedule(SpeakFirst, &app, 0);
   RunEventLoop();
   if (!app.document.abandoned) KeepUnsaved(app);
   ApplicationEnd(app);
@@ -41,7 +53,10 @@ int AppMain(HINSTANCE instance, HINSTANCE previousInstance, const char* commandL
   PlatformShutdown();
   EndSignalsRelease();
   if (lost) return Fail("the connection to the display is lost");
-  return started ? int{kExitDone} : Fail("there is no display that could be recorded");
+  if (started) return kExitDone;
+  return Fail(SessionIsWayland() ? "this is a Wayland session without a display that could be recorded; "
+                                   "log in to an X11 (Xorg) session"
+                                 : "there is no display that could be recorded");
 }
 
 } // namespace framereel

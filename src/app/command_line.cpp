@@ -11,10 +11,11 @@ namespace {
 
 constexpr char kHelp[] =
     "Usage: framereel\n"
-    "Records a rectangle of the screen into an animated GIF. What is recorded, and how, is chosen\n"
-    "in its window; framereel-record does the same from the command line.\n\n"
-    "  --help     show this text\n"
-    "  --version  show the version\n\n"
+    "Records a rectangle of the screen into an animated GIF. What is recorded, and\n"
+    "how, is chosen in its window; framereel-record does the same from the command\n"
+    "line.\n\n"
+    "  -h, --help  show this text\n"
+    "  --version   show the version\n\n"
     "Exit status: 0 ended by its user, 1 failed, 2 wrong arguments.\n";
 
 int Print(const char* text) {
@@ -29,7 +30,7 @@ int Print(const char* text) {
 bool AnswerCommandLine(const char* const* arguments, int* status) {
   const char* argument = *arguments;
   if (!argument) return false;
-  if (::strcmp(argument, "--help") == 0) {
+  if (::strcmp(argument, "--help") == 0 || ::strcmp(argument, "-h") == 0) {
     *status = Print(kHelp);
   } else if (::strcmp(argument, "--version") == 0) {
     *status = Print("framereel " FRAMEREEL_VERSION "\n");

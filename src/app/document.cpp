@@ -113,9 +113,13 @@ bool AskYesNo(uint16_t title, uint16_t picture, const char* question) {
   return AlertAsk(nullptr, AppString(title), picture, question, AppString(kYes), AppString(kNo));
 }
 
+void Tell(uint16_t picture, const char* message) {
+  AlertAsk(nullptr, AppString(kProgramTitle), picture, message, AppString(kUnderstood), nullptr);
+}
+
 void TellOfFailedSave(const char* reason) {
   char* message = FormatNew(AppString(kNotSaved), reason);
-  AlertAsk(nullptr, AppString(kProgramTitle), kAlertStop, message, AppString(kUnderstood), nullptr);
+  Tell(kAlertStop, message);
   StrFree(message);
 }
 

@@ -11,7 +11,7 @@ namespace framereel {
 bool KeepUnsaved(Application& app);
 
 // Asks about each file that was kept: it is saved under a name that the user chooses, or deleted. A cancelled choice
-// leaves it for the next start. A timer's function, for the event loop.
+// leaves it for the next start. Within the event loop.
 void OfferKept(void* application);
 
 } // namespace framereel

@@ -1,6 +1,10 @@
 // A new setting is a row of kSettings.
 #include "app/settings_file.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
 #include "area/area.h"
 #include "area/capture_area.h"
 #include "core/app_strings.h"
@@ -10,6 +14,7 @@
 #include "core/strings.h"
 #include "core/text_format.h"
 #include "core/text_scan.h"
+#include "core/user_folders.h"
 #include "platform/records/window_records.h"
 #include "recorder/engine/frame_rates.h"
 #include "recorder/engine/recorder_state.h"
@@ -207,13 +212,45 @@ void WriteValue(File* file, const Setting& setting, const StoredSettings& stored
   }
 }
 
+// ---- Places -------------------------------------------------------------------------------------------------------
+
+constexpr char kFileName[] = "Settings";
+
+void UseUserFolder(Settings& settings, const FileType* type) {
+  char folder[PATH_MAX];
+  if (FindUserFolder(kConfigFolder, folder) == 0) return;
+  char* path = StrConcatList(folder, kFileName, static_cast<const char*>(nullptr));
+  FreeFileRef(settings.ref);
+  settings.ref = FileRefFromPathAndType(path, type);
+  settings.inUserFolder = true;
+  StrFree(path);
+}
+
+// The file, new and empty; null with errno.
+File* BeginFile(const Settings& settings) {
+  char folder[PATH_MAX];
+  if (settings.inUserFolder) MakeUserFolder(kConfigFolder, folder);
+  if (FileExists(settings.ref) && !FileDelete(settings.ref)) return nullptr;
+  return FileCreate(settings.ref) ? FileOpen(settings.ref, FileModeWrite) : nullptr;
+}
+
+void TellOfFailure(Settings& settings) {
+  if (settings.toldOfFailure) return;
+  settings.toldOfFailure = true;
+  const char* reason = ::strerror(errno);
+  char* path = FileRefPath(settings.ref);
+  ::fprintf(stderr, "framereel: the settings cannot be written to %s: %s\n", path, reason);
+  StrFree(path);
+}
+
 } // namespace
 
 // ---- The file -----------------------------------------------------------------------------------------------------
 
 void SettingsInit(Settings& settings, RecordingOptions* options, AreaState* area) {
   FileType* type = NewFileType(kFileTypePreferences);
-  settings = {AppFileRef("Settings", type), options, area};
+  settings = {AppFileRef(kFileName, type), false, false, options, area};
+  if (!FileExists(settings.ref)) UseUserFolder(settings, type);
   FreeFileType(type);
   SettingsLoad(settings);
 }
@@ -239,11 +276,9 @@ void SettingsLoad(Settings& settings) {
   AreaRecompute(*settings.area);
 }
 
-void SettingsSave(const Settings& settings) {
-  if (FileExists(settings.ref)) FileDelete(settings.ref);
-  if (!FileCreate(settings.ref)) return;
-  File* file = FileOpen(settings.ref, FileModeWrite);
-  if (!file) return;
+void SettingsSave(Settings& settings) {
+  File* file = BeginFile(settings);
+  if (!file) return TellOfFailure(settings);
   const StoredSettings stored = CurrentSettings(settings);
   for (const Setting& setting : kSettings) WriteValue(file, setting, stored);
   FileClose(file);

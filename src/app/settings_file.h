@@ -1,9 +1,10 @@
 // The settings file: the user's options and the capture area, kept from one run to the next.
 //
-// It is "Settings.prf" in the directory that is current at start-up: 8-bit text, on each line a key, a colon and a
-// value with no blanks added, ended by CR LF. It has no header, no version and no checksum. The keys stand in one table
-// in settings_file.cpp. It is read once, ahead of the panel, and written whole at every change, so settings have no
-// Save.
+// It is "Settings.prf" in the directory that is current at start-up, where it stands there; else in the user's
+// configuration folder (core/user_folders.h), or in the current directory after all for a user who has no such folder.
+// It is 8-bit text, on each line a key, a colon and a value with no blanks added, ended by CR LF. It has no header, no
+// version and no checksum. The keys stand in one table in settings_file.cpp. It is read once, ahead of the panel, and
+// written whole at every change, so settings have no Save.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +19,8 @@ struct RecordingOptions;
 // There is one, made by the application, for the program's run.
 struct Settings {
   FileRef* ref;              // the file; owned
+  bool inUserFolder;         // which is made by the first save
+  bool toldOfFailure;        // once is enough
   RecordingOptions* options; // not owned
   AreaState* area;           // not owned; its recorder has the capture area
 };
@@ -31,8 +34,9 @@ void SettingsShutDown(Settings& settings);
 // that has no pixels there gives way to the default one. What the file does not tell stays as it is, but for the delay
 // and the size, which take their defaults.
 void SettingsLoad(Settings& settings);
-// Writes the file anew. When that cannot be, the old file stays if it can't be deleted, and nothing is said.
-void SettingsSave(const Settings& settings);
+// Writes the file anew. When that cannot be, the old file stays if it can't be deleted; the user goes on undisturbed,
+// and standard error is told at the first time.
+void SettingsSave(Settings& settings);
 
 // ---- Lines --------------------------------------------------------------------------------------------------------
 

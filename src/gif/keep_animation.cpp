@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/user_folders.h"
 #include "gif/save_animation.h"
 #include "win32/win32_files.h"
 
@@ -19,34 +19,9 @@ namespace {
 constexpr int kMostNumbers = 10000, kNumberLength = 5; // with the hyphen
 constexpr int kExtensionMax = 40;                      // bytes; what is longer is none
 
-// A variable that holds an absolute path; others are to be ignored.
-const char* Folder(const char* variable) {
-  const char* value = ::getenv(variable);
-  return value && *value == '/' ? value : nullptr;
-}
-
-// Makes the folders of the path from there on, as far as they do not exist.
-void MakeFolders(char* path, size_t from) {
-  for (char* end = path + from; (end = ::strchr(end + 1, '/'));) {
-    *end = 0;
-    ::CreateDirectoryA(path, nullptr);
-    *end = '/';
-  }
-}
-
-// Both answer the length of the folder's path, which ends in a "/"; 0 when there is none.
-int DataFolder(char (&path)[PATH_MAX]) {
-  const char *data = Folder("XDG_DATA_HOME"), *home = Folder("HOME");
-  if (!data && !home) return 0;
-  const int length = data ? ::snprintf(path, sizeof path, "%s/framereel/", data)
-                          : ::snprintf(path, sizeof path, "%s/.local/share/framereel/", home);
-  if (length >= PATH_MAX) return 0;
-  MakeFolders(path, data ? 0 : ::strlen(home)); // a user who has no home gets none
-  return length;
-}
-
+// Answers the length of the folder's path, which ends in a "/"; 0 when there is none.
 int TemporaryFolder(char (&path)[PATH_MAX]) {
-  const char* folder = Folder("TMPDIR");
+  const char* folder = AbsolutePathIn("TMPDIR");
   const int length = ::snprintf(path, sizeof path, "%s/", folder ? folder : "/tmp");
   return length < PATH_MAX ? length : 0;
 }
@@ -116,11 +91,11 @@ bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]) {
   const char* separator = ::strrchr(name, '/');
   if (separator) name = separator + 1;
   if (!*name) name = "animation.gif";
-  return KeepIn(gif, path, DataFolder(path), name) || KeepIn(gif, path, TemporaryFolder(path), name);
+  return KeepIn(gif, path, MakeUserFolder(kDataFolder, path), name) || KeepIn(gif, path, TemporaryFolder(path), name);
 }
 
 bool FindKept(const char* prefix, char (&path)[PATH_MAX]) {
-  return FindIn(path, DataFolder(path), prefix) || FindIn(path, TemporaryFolder(path), prefix);
+  return FindIn(path, FindUserFolder(kDataFolder, path), prefix) || FindIn(path, TemporaryFolder(path), prefix);
 }
 
 bool ReadKept(AnimationStream& stream, const char* path) {

@@ -14,8 +14,7 @@ namespace framereel {
 // was wanted, of which the file's name is kept, with a number where it is taken. False when neither folder takes it,
 // with errno of the last one.
 //
-// The user's data are in $XDG_DATA_HOME or ~/.local/share, by the XDG Base Directory Specification 0.8; temporary files
-// in $TMPDIR or /tmp.
+// The user's data are where core/user_folders.h says, temporary files in $TMPDIR or /tmp.
 bool KeepAnimation(GifWriter& gif, const char* name, char (&path)[PATH_MAX]);
 
 // A file of the user's in either folder whose name begins so; false when there is none.

@@ -141,6 +141,9 @@ constexpr StringResource kStrings[] = {
     {1095, "Part of the recording area is not on the screen any more and is recorded as black. Please restore the "
            "monitor settings."},
     {1096, "The animation has grown to 4 gigabytes, and no more fits into it. Please save it and begin a new one."},
+    {1097,
+     "This is a Wayland session. It does not show its windows to X11 programs, of which Framereel is one: recordings "
+     "stay black, whatever is on the screen. To record the screen, log in to an X11 (Xorg) session."},
     {1104, "Frame Delay"},
     {1105, "Recording Size"},
     {1106, "Recording Area"},

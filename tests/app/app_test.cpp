@@ -37,6 +37,7 @@ class AppTest : public ::testing::Test {
 protected:
   AppTest() { MemoryDisplayReset(640, 480, 24); }
   ~AppTest() override { ForgetAllWindows(); }
+  const WorkingFolder folder;
 };
 
 // The last tick at which the script does something; then the user closes the program.
@@ -56,6 +57,7 @@ TEST_F(AppTest, SlidesInFromTheRightToItsCornerAndLeavesNothingBehind) {
     rest = Frame()->place;
     inside = MemoryPixel(rest.right - 10, rest.bottom - 10); // beside the last popup
     EXPECT_FALSE(SlideFrameIsRunning());
+    EXPECT_EQ(Frame()->iconSizes, 4u);
   });
   CloseAt(4100);
   EXPECT_EQ(RunProgram(), 0);
@@ -168,6 +170,18 @@ TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {
   }
 }
 
+TEST_F(AppTest, SaysUnderWaylandThatItSeesNothingThere) {
+  ::setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+  MemoryAt(4000, [] {
+    EXPECT_NE(GetModalWindow(), nullptr);
+    MemoryTypeKey(VK_RETURN);
+  });
+  MemoryAt(4100, [] { EXPECT_EQ(GetModalWindow(), nullptr); });
+  CloseAt(4200);
+  EXPECT_EQ(RunProgram(), 0);
+  ::unsetenv("WAYLAND_DISPLAY");
+}
+
 TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
   const auto run = [] {
     testing::internal::CaptureStderr();
@@ -215,8 +229,6 @@ void ScriptASession() {
 size_t ends, badEnds, unnoticed;
 
 TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
-  const WorkingFolder folder;
-  ::setenv("XDG_DATA_HOME", folder.path.c_str(), 1);
   for (const bool fails : {false, true}) { // what is made once for all runs is made by the first
     MemoryDisplayReset(640, 480, 24);
     ScriptASession();

@@ -28,7 +28,7 @@ TEST_F(ApplicationTest, RecordsTheAreaThatTheUserDrawsAndKeepsItForTheNextRun) {
   Start();
   SelectByKeysAndMouse(50, 60, 150, 140);
   EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
-  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 30), "Recording Area:50,60 100x80\r\nF");
+  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 30), "Recording Area:50,60 100x80\r\nF");
 
   MemoryGiveKeyboard(scene);
   HoldStartStop();
@@ -68,7 +68,7 @@ TEST_F(ApplicationTest, ASelectionEndsWithTheFirstFrameAndNoneBeginsAfterIt) {
   MemoryMovePointerTo(149, 139);
   RunFor(4000);
   EXPECT_EQ(app.recorder.frameCount, 1u);
-  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 28), "Recording Area:50,60 100x80\r");
+  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 28), "Recording Area:50,60 100x80\r");
   SelectByKeysAndMouse(10, 10, 20, 20);
   MemoryPaintWindow(*scene, {90, 90, 100, 100}, kRed);
   RunFor(700);
@@ -143,7 +143,7 @@ TEST_F(ApplicationTest, TakesTheWindowThatTheUserPointsAt) {
   MemoryClick(100, 100);
   Settle();
   EXPECT_EQ(Area(), "{ 90, 95, 111, 115 }");
-  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 28), "Recording Area:90,95 21x20\r\n");
+  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 28), "Recording Area:90,95 21x20\r\n");
   RunFor(100);
   EXPECT_EQ(BesidesPanel(), before);
 

@@ -4,7 +4,7 @@
 #   tests/app/command_line_test.sh PROGRAM
 set -euo pipefail
 program=$1
-unset DISPLAY
+unset DISPLAY WAYLAND_DISPLAY
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
@@ -27,3 +27,4 @@ answers 2 '' 'framereel: it takes no arguments but --help and --version' "$progr
 answers 1 '' 'framereel: standard output cannot be written to' bash -c '"$0" --help >/dev/full' "$program"
 answers 1 '' 'framereel: standard output cannot be written to' bash -c '"$0" --version >&-' "$program"
 answers 1 '' 'framereel: there is no display that could be recorded' "$program"
+WAYLAND_DISPLAY=wayland-0 answers 1 '' 'framereel: this is a Wayland session*; log in to an X11 (Xorg) session' "$program"

@@ -34,7 +34,7 @@ protected:
     MoveOver(popup->window, int16_t(popup->x + 9), int16_t(middle + (to - from) * entry));
     Release();
   }
-  std::string Settings() { return ReadWholeFile(folder / "Settings.prf"); }
+  std::string Settings() { return ReadWholeFile(folder.usersSettings); }
   // A letter for each button that can be pressed: start, grab, stop, select; then one for each option box.
   std::string Usable() const {
     std::string usable;

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,7 +35,7 @@ void ExpectAll(const std::vector<Case>& cases) {
 TEST(SettingsFile, IsWrittenAnewByASaveAloneAndEveryValueComesBack) {
   SettingsProgram program;
   EXPECT_EQ(program.Told(), kDefaults);
-  EXPECT_EQ(program.folder.EntryCount(), 0u);
+  EXPECT_EQ(ReadWholeFile(program.place), "");
   SettingsSave(program.settings);
   EXPECT_EQ(ReadWholeFile(program.place), "Recording Area:0,0 440x330\r\n"
                                           "Frame Delay:333\r\n"
@@ -46,6 +47,11 @@ TEST(SettingsFile, IsWrittenAnewByASaveAloneAndEveryValueComesBack) {
                                           "Overlay Cursor:Yes\r\n"
                                           "Explorer 2.0 Compatible:No\r\n"
                                           "Recording Size:100\r\n");
+  const std::string page = ReadWholeFile(MAN_PAGES "framereel-settings.5");
+  std::istringstream lines(ReadWholeFile(program.place));
+  for (std::string line; std::getline(lines, line, '\r'); lines.get()) {
+    EXPECT_NE(page.find("\n.It Li " + line + "\n"), std::string::npos) << line;
+  }
   WriteWholeFile(program.place, "Something:else\r\n" + ReadWholeFile(program.place));
   program.options = {5000, false, false, false, false, false, true, kSize44, false};
   program.recorder.captureArea = {100, 30, 400, 630};
@@ -142,10 +148,62 @@ TEST(SettingsFile, TheDefaultAreaFitsASmallScreenAndATaskBar) {
   EXPECT_EQ(program.Loaded("Recording Area:8,180 30x20"), "0,0 320x180 333 ITLFBCe 100");
 }
 
+// ---- Places -------------------------------------------------------------------------------------------------------
+
+TEST(SettingsFile, StaysWhereItStandsAndElseBelongsToTheUser) {
+  SettingsProgram program;
+  const std::string current = program.place, folder = program.folder.path + "/";
+  struct Place {
+    bool standsHere;
+    std::string config, home;
+    std::string place; // "" when there is none
+  };
+  const Place places[] = {
+      {true, folder + "config", folder + "home", current},
+      {false, folder + "config", folder + "home", folder + "config/framereel/Settings.prf"},
+      {false, "relative", folder + "home", folder + "home/.config/framereel/Settings.prf"},
+      {false, "", folder + "home", folder + "home/.config/framereel/Settings.prf"},
+      {false, "", "", current},
+      {false, "", folder + "none", ""}, // a user who has no home gets none
+      {false, folder + "file", folder + "home", ""},
+  };
+  for (const Place& p : places) {
+    SCOPED_TRACE(p.config + " " + p.home);
+    const auto init = [&] {
+      SettingsShutDown(program.settings);
+      program.options = {};
+      SettingsInit(program.settings, &program.options, &program.area);
+    };
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
+    fs::create_directory(folder + "home");
+    WriteWholeFile(folder + "file", "");
+    if (p.standsHere) WriteWholeFile(current, "");
+    ::setenv("XDG_CONFIG_HOME", p.config.c_str(), 1);
+    ::setenv("HOME", p.home.c_str(), 1);
+    const auto entries = [&] {
+      return std::distance(fs::recursive_directory_iterator(folder), fs::recursive_directory_iterator());
+    };
+    const auto before = entries();
+    init();
+    EXPECT_EQ(entries(), before);
+    program.options.frameDelay = 25;
+    testing::internal::CaptureStderr();
+    SettingsSave(program.settings);
+    SettingsSave(program.settings);
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), p.place.empty()) << told;
+    init();
+    EXPECT_EQ(program.options.frameDelay, p.place.empty() ? 333 : 25);
+    EXPECT_EQ(fs::exists(current), p.place == current);
+    EXPECT_TRUE(p.place.empty() || fs::exists(p.place));
+  }
+}
+
 // ---- A world that says no -----------------------------------------------------------------------------------------
 
 TEST(SettingsFile, APipeWithoutAWriterInItsPlaceIsAnEmptyFile) {
   SettingsProgram program;
+  fs::remove(program.place);
   ASSERT_EQ(::mkfifo(program.place.c_str(), 0600), 0);
   SettingsLoad(program.settings); // does not wait
   EXPECT_EQ(program.Told(), kDefaults);
@@ -153,6 +211,7 @@ TEST(SettingsFile, APipeWithoutAWriterInItsPlaceIsAnEmptyFile) {
 
 TEST(SettingsFile, AFolderInItsPlaceIsLeftAlone) {
   SettingsProgram program;
+  fs::remove(program.place);
   fs::create_directory(program.place);
   WriteWholeFile(program.place + "/inside", "kept");
   SettingsSave(program.settings);

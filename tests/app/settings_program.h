@@ -1,5 +1,5 @@
 // What stands when the settings are read: the main window, the options and the area, with a current directory of their
-// own.
+// own, where the file stands.
 #pragma once
 
 #include <memory>
@@ -35,6 +35,7 @@ struct SettingsProgram {
     recorder.options = &options;
     recorder.stream = &stream;
     AreaInit(area, &recorder);
+    WriteWholeFile(place, "");
     SettingsInit(settings, &options, &area);
   }
   ~SettingsProgram() {

@@ -36,11 +36,16 @@ struct TemporaryFolder {
   }
 };
 
-// It is the process's current directory as long as it lives.
+// It is the process's current directory as long as it lives, and the folder of the user's configurations and data from
+// then on, so that no test finds or leaves anything among those of the user who runs it.
 struct WorkingFolder : TemporaryFolder {
   std::filesystem::path before = std::filesystem::current_path();
+  const std::string usersSettings = path + "/framereel/Settings.prf";
 
-  WorkingFolder() { std::filesystem::current_path(path); }
+  WorkingFolder() {
+    std::filesystem::current_path(path);
+    for (const char* place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) ::setenv(place, path.c_str(), 1);
+  }
   ~WorkingFolder() { std::filesystem::current_path(before); }
 };
 

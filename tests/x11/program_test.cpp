@@ -190,7 +190,7 @@ TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   DrawTheArea();
   const Rect& area = app.recorder.captureArea;
   EXPECT_EQ((PixelRect{area.left, area.top, area.right, area.bottom}), kArea);
-  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 31), "Recording Area:40,120 200x140\r\n");
+  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 31), "Recording Area:40,120 200x140\r\n");
   UntilSceneStands(0);
   AntsShow(app.area); // the line stays up while frames are taken
 

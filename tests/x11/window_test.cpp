@@ -146,8 +146,9 @@ TEST_F(X11Window, TellsWhatItIs) {
   DisplayWindow* dialog = Open(Role::kDialog, {10, 10, 60, 60}, main);
   EXPECT_EQ(Text(main->id, "_NET_WM_NAME"), "test");
   DisplayTitleWindow(main, "Gr\u00FC\u00DFe \x01");
-  const uint32_t pixels[] = {0xFF102030, 0x80400000};
-  DisplayIconWindow(main, {2, 1, 0, 0, pixels});
+  const uint32_t pixels[] = {0xFF102030, 0x80400000, 0xFF112233};
+  const PointerPicture icon[] = {{2, 1, 0, 0, pixels}, {200, 100, 0, 0, nullptr}, {1, 1, 0, 0, pixels + 2}};
+  DisplayIconWindow(main, icon);
   Catch();
   EXPECT_EQ(Text(main->id, "WM_CLASS"), std::string("framereel\0Framereel\0", 20));
   EXPECT_EQ(Text(main->id, "WM_NAME"), "Gr\xFC\xDF\x65 ");
@@ -162,7 +163,7 @@ TEST_F(X11Window, TellsWhatItIs) {
               {dialog, "WM_TRANSIENT_FOR", {long(main->id)}},
               {main, "_MOTIF_WM_HINTS", {3, 44, 0, 0, 0}}, // may be moved, minimised and closed; no decorations
               {main, "WM_PROTOCOLS", {AtomOf("WM_DELETE_WINDOW"), AtomOf("_NET_WM_PING")}},
-              {main, "_NET_WM_ICON", {2, 1, 0xFF102030, 0x80800000}}};
+              {main, "_NET_WM_ICON", {2, 1, 0xFF102030, 0x80800000, 1, 1, 0xFF112233}}};
   for (const auto& each : told) EXPECT_EQ(Items(each.window->id, each.property), each.items) << each.property;
 }
 

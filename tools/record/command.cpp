@@ -9,6 +9,7 @@
 #include "core/memory.h"
 #include "gif/keep_animation.h"
 #include "platform/display/display_caps.h"
+#include "platform/display/session.h"
 #include "platform/pump/engine_start.h"
 #include "record/capture_area.h"
 #include "recorder/engine/owner_name.h"
@@ -25,10 +26,19 @@ bool RefuseAll(Refusal& refusal, const char* reason) {
   return Refuse(refusal, "%s; nothing was recorded", reason);
 }
 
+// A black file is not to come as a surprise, and so this is said even to who wants it quiet.
+void WarnOfWayland(FILE* messages) {
+  Complain(messages, "this is a Wayland session, which does not show its windows to X11 programs: the recording stays "
+                     "black; to record the screen, log in to an X11 (Xorg) session");
+}
+
 bool StartScreen(Refusal& refusal) {
   if (EngineStartUp()) return true;
   if (ScreenIsLost()) return RefuseAll(refusal, kScreenLost);
   const char* name = ::getenv("DISPLAY");
+  if (SessionIsWayland()) {
+    return Refuse(refusal, "there is no display to record in this Wayland session; log in to an X11 (Xorg) session");
+  }
   if (!name || !*name) return Refuse(refusal, "there is no display to record: DISPLAY is not set");
   return Refuse(refusal, "there is no display to record: \"%s\", as DISPLAY names it, does not answer", name);
 }
@@ -199,6 +209,7 @@ int RecordCommandRun(RecordCommand& command) {
   command.recording = {};
   StreamClear(command.stream);
   if (!StartScreen(command.refusal)) return Fail(command);
+  if (SessionIsWayland()) WarnOfWayland(command.messages);
   const int status = Prepare(command) ? RecordAndSave(command) : Fail(command);
   RecorderTearDown(command.recorder);
   EngineShutDown();

@@ -1,9 +1,13 @@
 // Cursors and icons that can be loaded, and which one the pointer shows over our windows.
 #include "win32/input/cursors.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
+#include <vector>
 
 #include "resources/cursors.h"
+#include "resources/icon.h"
 #include "win32/pixels/cursor.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
@@ -47,6 +51,39 @@ HCURSOR LoadOwnCursor(uintptr_t id) {
   return resource ? &cursors.try_emplace(id, *resource).first->second.cursor : nullptr;
 }
 
+// The program's icon, made at its first use.
+struct OwnIcon {
+  std::vector<uint32_t> pixels; // of all sizes
+  std::vector<PointerPicture> sizes;
+  Win32Cursor icon = {nullptr, PointerShape::kOwn};
+
+  OwnIcon() {
+    size_t count = 0;
+    for (const IconPicture& one : IconPictures()) count += size_t(one.side) * one.side;
+    pixels.reserve(count); // the pictures point into it
+    for (const IconPicture& one : IconPictures()) {
+      sizes.push_back({one.side, one.side, 0, 0, pixels.data() + pixels.size()});
+      const size_t area = size_t(one.side) * one.side;
+      std::transform(one.pixels, one.pixels + area, std::back_inserter(pixels), Premultiplied);
+    }
+    icon.sizes = sizes;
+    icon.picture = sizes.data();
+  }
+  OwnIcon(const OwnIcon&) = delete; // it points into itself
+
+  static uint32_t Premultiplied(uint32_t pixel) {
+    const uint32_t alpha = pixel >> 24;
+    const auto channel = [=](int shift) { return ((pixel >> shift & 255) * alpha + 127) / 255 << shift; };
+    return alpha << 24 | channel(16) | channel(8) | channel(0);
+  }
+};
+
+HICON LoadOwnIcon(uintptr_t id) {
+  static OwnIcon own;
+  const bool known = std::find(std::begin(kIconResources), std::end(kIconResources), id) != std::end(kIconResources);
+  return known ? &own.icon : nullptr;
+}
+
 constexpr int32_t kIconSize = 32;
 
 // The stock icon: a window with a caption.
@@ -60,7 +97,7 @@ uint32_t IconPixel(int32_t x, int32_t y) {
 HICON StockIcon() {
   static uint32_t pixels[kIconSize * kIconSize];
   static const PointerPicture picture = {kIconSize, kIconSize, 0, 0, pixels};
-  static Win32Cursor icon = {&picture, PointerShape::kOwn};
+  static Win32Cursor icon = {&picture, PointerShape::kOwn, {&picture, 1}};
   for (int32_t i = 0; i < kIconSize * kIconSize; ++i) pixels[i] = IconPixel(i % kIconSize, i / kIconSize);
   return &icon;
 }
@@ -99,7 +136,8 @@ HCURSOR LoadCursorA(HINSTANCE instance, const char* name) {
 }
 
 HICON LoadIconA(HINSTANCE instance, const char* name) {
-  return !instance && name == IDI_APPLICATION ? StockIcon() : nullptr;
+  if (instance) return LoadOwnIcon(reinterpret_cast<uintptr_t>(name));
+  return name == IDI_APPLICATION ? StockIcon() : nullptr;
 }
 
 LONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value) {

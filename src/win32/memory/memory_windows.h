@@ -37,7 +37,7 @@ struct DisplayWindow {
   DisplayWindow* owner;
   std::string title;
   bool shown, minimised, modal;
-  int32_t iconWidth, iconHeight; // 0: none was given
+  size_t iconSizes; // 0: no icon was given
   PointerShape shape;
   // Of other programs.
   uint32_t pixel;                    // what it is filled with when there is no hook

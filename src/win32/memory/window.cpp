@@ -311,9 +311,8 @@ void DisplayModalWindow(DisplayWindow* window, bool modal) {
   window->modal = modal;
 }
 
-void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon) {
-  window->iconWidth = icon.width;
-  window->iconHeight = icon.height;
+void DisplayIconWindow(DisplayWindow* window, std::span<const PointerPicture> icon) {
+  window->iconSizes = icon.size();
 }
 
 bool DisplayMinimiseWindow(DisplayWindow* window, bool minimised) {

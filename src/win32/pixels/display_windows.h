@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -50,7 +51,8 @@ void DisplayStackWindow(DisplayWindow* window, bool top);
 void DisplayTitleWindow(DisplayWindow* window, const char* title);
 // Whether the user can work with the dialog's owner meanwhile (false), which the desktop is told.
 void DisplayModalWindow(DisplayWindow* window, bool modal);
-void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon);
+// The same picture in several sizes, for the desktop to choose from.
+void DisplayIconWindow(DisplayWindow* window, std::span<const PointerPicture> icon);
 // Asks the desktop to put it into the task bar, or to bring it back; kMinimised tells when that is done, and not every
 // desktop does it. False when there is nobody to ask: nothing would bring it back.
 bool DisplayMinimiseWindow(DisplayWindow* window, bool minimised);

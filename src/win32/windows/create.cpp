@@ -64,7 +64,7 @@ bool OpenOnDisplay(HWND window) {
   ShownSurface& shown = window->top->shown;
   shown.display = DisplayNewWindow({window->top->role, DisplayPlace(*window), owner, window->title.c_str()});
   if (!shown.display) return false;
-  if (HICON icon = window->windowClass->icon) DisplayIconWindow(shown.display, *icon->picture);
+  if (HICON icon = window->windowClass->icon) DisplayIconWindow(shown.display, icon->sizes);
   TheWindows().shown.push_back(&shown);
   ShowPointerOn(&shown, window->windowClass->cursor);
   return true;

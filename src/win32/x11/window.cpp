@@ -182,7 +182,7 @@ void DisplayModalWindow(DisplayWindow* window, bool modal) {
   XFlush(x->display);
 }
 
-void DisplayIconWindow(DisplayWindow* window, const PointerPicture& icon) {
+void DisplayIconWindow(DisplayWindow* window, std::span<const PointerPicture> icon) {
   X11Connection* x = X11Live();
   if (!x) return;
   X11WriteIcon(x, *window, icon);

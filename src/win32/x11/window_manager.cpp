@@ -57,8 +57,8 @@ constexpr const char* kAtomNames[kAtomCount] = {
     "_NET_WM_WINDOW_TYPE_UTILITY",
 };
 
-// The most of an icon that fits one request of any server.
-constexpr int32_t kIconSideMax = 128;
+// The most of an icon that is given: it fits one request of any server.
+constexpr size_t kIconItemsMax = 128 * 128;
 
 // What _NET_WM_MOVERESIZE says: how to move, by the left button, on an application's behalf.
 constexpr long kDragMove = 8, kDragCancel = 11, kDragButton = 1, kDragSource = 1;
@@ -236,11 +236,14 @@ void X11WriteTitle(X11Connection* x, const DisplayWindow& window, const char* ti
   X11WriteBytes(x, window.id, X11AtomOf(x, kNetWmIconName), X11AtomOf(x, kUtf8String), utf8);
 }
 
-void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPicture& icon) {
-  if (icon.width < 1 || icon.height < 1 || icon.width > kIconSideMax || icon.height > kIconSideMax) return;
-  size_t count = size_t(icon.width) * icon.height;
-  std::vector<unsigned long> items = {static_cast<unsigned long>(icon.width), static_cast<unsigned long>(icon.height)};
-  for (size_t i = 0; i < count; i++) items.push_back(PlainPixel(icon.pixels[i]));
+void X11WriteIcon(X11Connection* x, const DisplayWindow& window, std::span<const PointerPicture> icon) {
+  std::vector<unsigned long> items;
+  for (const PointerPicture& picture : icon) {
+    const size_t count = size_t(picture.width) * picture.height;
+    if (count == 0 || items.size() + count > kIconItemsMax) continue;
+    items.insert(items.end(), {static_cast<unsigned long>(picture.width), static_cast<unsigned long>(picture.height)});
+    for (size_t i = 0; i < count; i++) items.push_back(PlainPixel(picture.pixels[i]));
+  }
   X11WriteItems(x, window.id, X11AtomOf(x, kNetWmIcon), XA_CARDINAL, items);
 }
 

@@ -234,7 +234,7 @@ void X11AskNotToDrag(X11Connection* x, const DisplayWindow& window);
 // What window managers and task bars read: once, and again when it changes.
 void X11Describe(X11Connection* x, const DisplayWindow& window);
 void X11WriteTitle(X11Connection* x, const DisplayWindow& window, const char* title);
-void X11WriteIcon(X11Connection* x, const DisplayWindow& window, const PointerPicture& icon);
+void X11WriteIcon(X11Connection* x, const DisplayWindow& window, std::span<const PointerPicture> icon);
 void X11WritePlace(X11Connection* x, const DisplayWindow& window);
 // How the window wants to be shown: minimised or not, without the keyboard.
 void X11WriteStart(X11Connection* x, const DisplayWindow& window);
