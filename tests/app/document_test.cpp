@@ -1,6 +1,7 @@
 // The document as its user has it: the questions, the saves, and what is kept when nobody can be asked.
 #include "app/document.h"
 
+#include <cstring>
 #include <filesystem>
 #include <sstream>
 
@@ -12,6 +13,8 @@
 #include "platform/windows/modal.h"
 #include "recorder/control/recording_control.h"
 #include "support/gif_reader.h"
+#include "support/system_failures.h"
+#include "toolkit/controls/text_pane.h"
 
 namespace framereel {
 namespace {
@@ -25,25 +28,25 @@ protected:
     app.recorder.captureArea = {20, 20, 60, 60};
   }
 
-  // Each word is a step, 40 ms after the one before, also while a question is open:
+  // Each word is a step, 60 ms after the one before, longer than the loop sleeps, also while a question is open:
   //
   //   N S Q         the letter with Ctrl         ret esc     keys         name:TEXT   typed
   //   frame         one more, of other pixels    record      Start        about offer end  as they say
-  //   ?             what the question on the screen says, "-" for none, is written down
+  //   ?             the title of the question on the screen, "-" for none, is written down; of an alert its text
   //
   // Answers that, and then the title, the frames, and whether they are saved.
   std::string Play(const std::string& script) {
     said.clear();
     uint32_t at = ::GetTickCount();
     std::istringstream words(script);
-    for (std::string word; words >> word;) MemoryAt(at += 40, [this, word] { Do(word); });
+    for (std::string word; words >> word;) MemoryAt(at += 60, [this, word] { Do(word); });
     RunFor(at - ::GetTickCount() + 400);
     return said + Title() + ", " + std::to_string(app.recorder.frameCount) + (IsUnsaved(app) ? " unsaved" : "");
   }
 
   void Do(const std::string& word) {
     if (word == "frame") {
-      MemoryFill({30, 30, 40, 40}, shade += 0x10);
+      MemoryFill({30, 30, 40, 40}, shade += 0x40);
       RecorderGrab(app.recorder);
     } else if (word == "record") {
       RecorderStart(app.recorder);
@@ -72,8 +75,13 @@ protected:
     return title;
   }
   static std::string Question() {
-    const ChildWindow* modal = GetModalWindow();
-    return modal ? modal->title : "-";
+    ChildWindow* modal = GetModalWindow();
+    if (!modal || modal->title != std::string("Framereel")) return modal ? modal->title : "-";
+    for (uint16_t i = 0; i < modal->views.count; ++i) {
+      const auto* view = reinterpret_cast<const View*>(modal->views.entries[i]);
+      if (view->viewClass == TextPaneClass()) return TextPaneText(view);
+    }
+    return "";
   }
   // The frames of a file that a foreign reader takes, or what it has against it.
   std::string FramesOf(const std::string& path) {
@@ -115,13 +123,41 @@ TEST_F(DocumentTest, IsAskedAboutWhereFramesWouldBeLostAndSavedUnderItsName) {
 }
 
 TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
-  std::filesystem::create_directory(folder / "gone");
-  EXPECT_EQ(Play("frame S name:gone/clip.gif ret"), "Framereel - clip, 1");
-  std::filesystem::remove_all(folder / "gone");
-  EXPECT_EQ(Play("frame S ? ret ? Q ? esc"), "Framereel; -; Warning!; Framereel - clip, 2 unsaved");
-  std::filesystem::create_directory(folder / "gone");
-  EXPECT_EQ(Play("S ?"), "-; Framereel - clip, 2");
-  EXPECT_EQ(FramesOf(folder / "gone/clip.gif"), "2");
+  const std::string place = folder / "far", clip = place + "/clip.gif";
+  const auto refused = [&](int error) {
+    return "The animation could not be saved: cannot write " + clip + ": " + std::strerror(error) + ".; -; ";
+  };
+  std::filesystem::create_directory(place);
+  EXPECT_EQ(Play("frame S name:far/clip.gif ret"), "Framereel - clip, 1");
+  int failures = 0;
+  for (int call = 0;; ++call) {
+    const std::string older = ReadWholeFile(clip), frames = std::to_string(call + 2);
+    FailSystemCall(place, call, ENOSPC);
+    const std::string outcome = Play("frame S ? ret ?"), failed = FailedSystemCall();
+    if (IsUnsaved(app)) {
+      ++failures;
+      EXPECT_EQ(outcome, refused(ENOSPC) + "Framereel - clip, " + frames + " unsaved") << failed;
+      EXPECT_EQ(ReadWholeFile(clip) == older, true) << failed;
+    } else {
+      EXPECT_EQ(outcome, "-; -; Framereel - clip, " + frames) << failed;
+      EXPECT_EQ(FramesOf(clip), frames) << failed;
+    }
+    if (failed.empty()) break;
+  }
+  FailSystemCall(place, -1, 0);
+  EXPECT_EQ(failures, 5) << "open, write, fsync, close, rename";
+
+  std::filesystem::remove_all(place);
+  const std::string outcome = Play("frame S ? ret ? Q ? esc"), frames = std::to_string(app.recorder.frameCount);
+  EXPECT_EQ(outcome, refused(ENOENT) + "Warning!; Framereel - clip, " + frames + " unsaved");
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(KeepUnsaved(app));
+  testing::internal::GetCapturedStderr();
+  ASSERT_EQ(Kept().size(), 1u);
+  EXPECT_EQ(FramesOf(Kept()[0]), frames);
+  std::filesystem::create_directory(place);
+  EXPECT_EQ(Play("S ?"), "-; Framereel - clip, " + frames);
+  EXPECT_EQ(FramesOf(clip), frames);
 }
 
 TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
