@@ -35,6 +35,9 @@ class AppTest : public ::testing::Test {
 protected:
   AppTest() { MemoryDisplayReset(640, 480, 24); }
   ~AppTest() override { ForgetAllWindows(); }
+
+  const TemporaryFolder home;
+  const HomeIn lives{home};
 };
 
 // The last tick at which the script does something; then the user closes the program.
@@ -214,7 +217,6 @@ size_t ends, badEnds, unnoticed;
 
 TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
   const WorkingFolder folder;
-  ::setenv("XDG_DATA_HOME", folder.path.c_str(), 1);
   for (const bool fails : {false, true}) { // what is made once for all runs is made by the first
     MemoryDisplayReset(640, 480, 24);
     ScriptASession();
