@@ -22,7 +22,7 @@ void AppRun() {
   ApplicationStart(app);
   TimerSchedule(OfferKept, &app, 0);
   RunEventLoop();
-  if (!app.document.abandoned) KeepUnsaved(app);
+  if (app.stream.streamSize != app.document.abandonedSize) KeepUnsaved(app);
   ApplicationEnd(app);
 }
 

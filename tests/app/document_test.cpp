@@ -22,8 +22,6 @@ namespace {
 class DocumentTest : public ApplicationTest {
 protected:
   DocumentTest() {
-    ::setenv("HOME", folder.path.c_str(), 1);
-    ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
     Start();
     app.recorder.captureArea = {20, 20, 60, 60};
   }
@@ -31,6 +29,7 @@ protected:
   // Each word is a step, 60 ms after the one before, longer than the loop sleeps, also while a question is open:
   //
   //   N S Q         the letter with Ctrl         ret esc     keys         name:TEXT   typed
+  //   logout over   the session is to end        stays       it goes on   answers     given to that, of yes and no
   //   frame         one more, of other pixels    record      Start        about offer end  as they say
   //   ?             the title of the question on the screen, "-" for none, is written down; of an alert its text
   //
@@ -54,6 +53,12 @@ protected:
       ShowAbout(app);
     } else if (word == "offer") {
       TimerSchedule(OfferKept, &app, 0);
+    } else if (word == "logout") {
+      MemoryTellOfSession(DisplayEventKind::kSessionAsks, false);
+    } else if (word == "over" || word == "stays") {
+      MemoryTellOfSession(DisplayEventKind::kSessionEnds, word == "over");
+    } else if (word == "answers") {
+      said += std::to_string(TheMemoryDesktop().sessionYes) + std::to_string(TheMemoryDesktop().sessionNo) + "; ";
     } else if (word == "end") {
       EndAllLoops();
     } else if (word == "?") {
@@ -97,6 +102,7 @@ protected:
     return paths;
   }
 
+  const HomeIn lives{folder};
   uint32_t shade = 0;
   std::string said;
 };
@@ -117,9 +123,27 @@ TEST_F(DocumentTest, IsAskedAboutWhereFramesWouldBeLostAndSavedUnderItsName) {
   };
   for (const auto& [script, outcome] : steps) EXPECT_EQ(Play(script), outcome) << script;
   EXPECT_FALSE(app.recorder.control.recording);
-  EXPECT_TRUE(app.document.abandoned);
+  EXPECT_EQ(app.document.abandonedSize, app.stream.streamSize);
   EXPECT_EQ(FramesOf(folder / "clip.gif"), "3");
   EXPECT_EQ(FramesOf(folder / "empty.gif"), "1");
+}
+
+TEST_F(DocumentTest, IsAskedAboutAtALogoutWhichItMayPrevent) {
+  const std::pair<const char*, const char*> steps[] = {
+      {"logout ? answers", "-; 10; Framereel, 0"},
+      {"frame logout ? answers esc ? answers", "Warning!; 10; -; 11; Framereel, 1 unsaved"},
+      {"S logout answers esc ?", "12; -; Framereel, 1 unsaved"}, // he is busy with the name
+      {"logout ? ret answers", "Warning!; 22; Framereel, 1 unsaved"},
+      {"stays ?", "-; Framereel, 1 unsaved"},
+  };
+  const auto abandoned = [&] { return app.document.abandonedSize == app.stream.streamSize; };
+  for (const auto& [script, outcome] : steps) {
+    EXPECT_EQ(Play(script), outcome) << script;
+    EXPECT_EQ(abandoned(), std::string(script).find("ret") != std::string::npos || script == steps[0].first) << script;
+  }
+  EXPECT_TRUE(LoopsMayRun());
+  Play("S over");
+  EXPECT_FALSE(LoopsMayRun()) << "the dialog around it ends too";
 }
 
 TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
