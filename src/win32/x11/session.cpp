@@ -6,6 +6,7 @@
 #include <X11/SM/SMlib.h>
 
 #include <climits>
+#include <cstdlib>
 #include <poll.h>
 #include <string>
 #include <unistd.h>
