@@ -21,7 +21,7 @@ void CommandNew(Application& app);
 void CommandSave(Application& app);
 void CommandSaveAs(Application& app);
 void CommandQuit(Application& app);
-// A SessionHandler: a logout asks as Quit does. Where it cannot, the session goes on as long as something would be lost.
+// A SessionHandler: a logout asks as Quit does. Where it cannot, it does not happen while something would be lost.
 bool HearOfSession(void* application, SessionStep step);
 
 // Writes the animation and makes the file, which it takes over, the document's; null does nothing. Where it fails the
