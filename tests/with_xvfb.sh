@@ -49,6 +49,8 @@ if ! read -r number <"$folder/number"; then
   exit 125
 fi
 
+# The desktop that this may have been started on is not to end with the command.
+unset SESSION_MANAGER
 status=0
 unset WAYLAND_DISPLAY # the private server has nothing to do with the session that it is started from
 DISPLAY=":$number" FRAMEREEL_XVFB_FOLDER=$folder "$@" || status=$?

@@ -34,7 +34,7 @@ void AppRun() {
   ApplicationStart(app);
   TimerSchedule(SpeakFirst, &app, 0);
   RunEventLoop();
-  if (!app.document.abandoned) KeepUnsaved(app);
+  if (app.stream.streamSize != app.document.abandonedSize) KeepUnsaved(app);
   ApplicationEnd(app);
 }
 

@@ -95,6 +95,7 @@ void ApplicationStart(Application& app) {
   SettingsInit(app.settings, &app.options, &app.area);
   DocumentStartUp(app.document);
   SetAppCallback(kQuitHandler, Quit, &app);
+  SetSessionHandler(HearOfSession, &app);
   ShowSplash(app);
   BuildPanel(app);
   SetDocumentFile(app, nullptr);

@@ -38,9 +38,9 @@ struct Panel {
 
 // See document.h.
 struct Document {
-  FileRef* file = nullptr;  // where the animation was saved last; null: nowhere yet
-  FileType* type = nullptr; // of every save
-  bool abandoned = false;   // the user has quit, and what is unsaved may go
+  FileRef* file = nullptr;    // where the animation was saved last; null: nowhere yet
+  FileType* type = nullptr;   // of every save
+  uint32_t abandonedSize = 0; // of the stream, when the user last agreed to lose what is unsaved
 };
 
 // The splash and About; see picture_windows.h.

@@ -9,6 +9,7 @@
 #include "core/text_format.h"
 #include "gif/output_file.h"
 #include "platform/dialogs/file_dialogs.h"
+#include "platform/display/beep.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
@@ -30,6 +31,13 @@ bool ConfirmDiscard(const Application& app, uint16_t reason) {
   const bool proceed = AskYesNo(kWarningTitle, kAlertCaution, question);
   StrFree(question);
   return !proceed;
+}
+
+// What the user agrees to lose is not kept.
+bool MayQuit(Application& app) {
+  if (ConfirmDiscard(app, kQuitLoses)) return false;
+  app.document.abandonedSize = app.stream.streamSize;
+  return true;
 }
 
 bool WriteTo(Application& app, const FileRef* file, Refusal& refusal) {
@@ -70,6 +78,7 @@ void SetDocumentFile(Application& app, FileRef* file) {
 
 void CommandNew(Application& app) {
   if (ConfirmDiscard(app, kNewLoses)) return;
+  app.document.abandonedSize = 0;
   RecorderThaw(app.recorder);
   StreamClear(app.stream);
   RecorderReset(app.recorder);
@@ -92,10 +101,18 @@ void CommandSaveAs(Application& app) {
 }
 
 void CommandQuit(Application& app) {
-  if (ConfirmDiscard(app, kQuitLoses)) return;
-  app.document.abandoned = true;
+  if (!MayQuit(app)) return;
   EndEventLoop();
   AntsHide(app.area);
+}
+
+bool HearOfSession(void* application, SessionStep step) {
+  Application& app = *static_cast<Application*>(application);
+  if (step == SessionStep::kMayEnd) return MayQuit(app);
+  if (step == SessionStep::kGoesOn) app.document.abandonedSize = 0;
+  if (!IsUnsaved(app)) return true;
+  if (step == SessionStep::kMayEndUnasked) Beep();
+  return false;
 }
 
 void SaveToFile(Application& app, FileRef* file) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/application_record.h"
+#include "platform/pump/app_callbacks.h"
 
 namespace framereel {
 
@@ -20,6 +21,8 @@ void CommandNew(Application& app);
 void CommandSave(Application& app);
 void CommandSaveAs(Application& app);
 void CommandQuit(Application& app);
+// A SessionHandler: a logout asks as Quit does. Where it cannot, it does not happen while something would be lost.
+bool HearOfSession(void* application, SessionStep step);
 
 // Writes the animation and makes the file, which it takes over, the document's; null does nothing. Where it fails the
 // user is told the reason, what stood there still stands, and the document is as unsaved as before.

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "win32/win32.h"
+#include "win32/win32_files.h"
 
 namespace framereel {
 

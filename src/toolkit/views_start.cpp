@@ -3,6 +3,7 @@
 
 #include "platform/records/view_record.h"
 #include "toolkit/controls/check_box.h"
+#include "toolkit/controls/edit_field.h"
 #include "toolkit/controls/label.h"
 #include "toolkit/controls/picture_view.h"
 #include "toolkit/controls/popup.h"
@@ -20,6 +21,7 @@ namespace {
 void SetUpClasses() {
   SeparatorSetUpClass();
   PushButtonSetUpClass();
+  EditFieldSetUpClass();
   CheckBoxSetUpClass();
   PopupSetUpClass();
   LabelSetUpClass();

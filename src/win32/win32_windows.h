@@ -60,7 +60,10 @@ inline constexpr UINT WM_SETTEXT = 12;
 inline constexpr UINT WM_GETTEXT = 13;
 inline constexpr UINT WM_GETTEXTLENGTH = 14;
 inline constexpr UINT WM_PAINT = 15;
-inline constexpr UINT WM_CLOSE = 16;        // the default destroys the window
+inline constexpr UINT WM_CLOSE = 16; // the default destroys the window
+// To the main window at a logout: 0 keeps the session, and the default answers 1. Then what becomes of the session.
+inline constexpr UINT WM_QUERYENDSESSION = 17;
+inline constexpr UINT WM_ENDSESSION = 22;   // wParam: it ends, asked or not; or it goes on
 inline constexpr UINT WM_QUIT = 18;         // wParam: the exit code
 inline constexpr UINT WM_ERASEBKGND = 20;   // wParam: the context; the default fills with the class's background
 inline constexpr UINT WM_SHOWWINDOW = 24;   // wParam: shown or hidden

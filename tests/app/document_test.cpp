@@ -1,6 +1,7 @@
 // The document as its user has it: the questions, the saves, and what is kept when nobody can be asked.
 #include "app/document.h"
 
+#include <cstring>
 #include <filesystem>
 #include <sstream>
 
@@ -12,6 +13,8 @@
 #include "platform/windows/modal.h"
 #include "recorder/control/recording_control.h"
 #include "support/gif_reader.h"
+#include "support/system_failures.h"
+#include "toolkit/controls/text_pane.h"
 #include "win32/win32_input.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
@@ -22,31 +25,30 @@ namespace {
 class DocumentTest : public ApplicationTest {
 protected:
   DocumentTest() {
-    ::setenv("HOME", folder.path.c_str(), 1);
-    ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
     Start();
     app.recorder.captureArea = {20, 20, 60, 60};
   }
 
-  // Each word is a step, 40 ms after the one before, also while a question is open:
+  // Each word is a step, 60 ms after the one before, longer than the loop sleeps, also while a question is open:
   //
   //   N S Q         the letter with Ctrl         ret esc     keys         name:TEXT   typed
+  //   logout over   the session is to end        stays       it goes on   answers     given to that, of yes and no
   //   frame         one more, of other pixels    record      Start        about offer end  as they say
-  //   ?             what the question on the screen says, "-" for none, is written down
+  //   ?             the title of the question on the screen, "-" for none, is written down; of an alert its text
   //
   // Answers that, and then the title, the frames, and whether they are saved.
   std::string Play(const std::string& script) {
     said.clear();
     uint32_t at = ::GetTickCount();
     std::istringstream words(script);
-    for (std::string word; words >> word;) MemoryAt(at += 40, [this, word] { Do(word); });
+    for (std::string word; words >> word;) MemoryAt(at += 60, [this, word] { Do(word); });
     RunFor(at - ::GetTickCount() + 400);
     return said + Title() + ", " + std::to_string(app.recorder.frameCount) + (IsUnsaved(app) ? " unsaved" : "");
   }
 
   void Do(const std::string& word) {
     if (word == "frame") {
-      MemoryFill({30, 30, 40, 40}, shade += 0x10);
+      MemoryFill({30, 30, 40, 40}, shade += 0x40);
       RecorderGrab(app.recorder);
     } else if (word == "record") {
       RecorderStart(app.recorder);
@@ -54,6 +56,12 @@ protected:
       ShowAbout(app);
     } else if (word == "offer") {
       TimerSchedule(OfferKept, &app, 0);
+    } else if (word == "logout") {
+      MemoryTellOfSession(DisplayEventKind::kSessionAsks, false);
+    } else if (word == "over" || word == "stays") {
+      MemoryTellOfSession(DisplayEventKind::kSessionEnds, word == "over");
+    } else if (word == "answers") {
+      said += std::to_string(TheMemoryDesktop().sessionYes) + std::to_string(TheMemoryDesktop().sessionNo) + "; ";
     } else if (word == "end") {
       EndAllLoops();
     } else if (word == "?") {
@@ -75,8 +83,13 @@ protected:
     return title;
   }
   static std::string Question() {
-    const ChildWindow* modal = GetModalWindow();
-    return modal ? modal->title : "-";
+    ChildWindow* modal = GetModalWindow();
+    if (!modal || modal->title != std::string("Framereel")) return modal ? modal->title : "-";
+    for (uint16_t i = 0; i < modal->views.count; ++i) {
+      const auto* view = reinterpret_cast<const View*>(modal->views.entries[i]);
+      if (view->viewClass == TextPaneClass()) return TextPaneText(view);
+    }
+    return "";
   }
   // The frames of a file that a foreign reader takes, or what it has against it.
   std::string FramesOf(const std::string& path) {
@@ -92,6 +105,7 @@ protected:
     return paths;
   }
 
+  const HomeIn lives{folder};
   uint32_t shade = 0;
   std::string said;
 };
@@ -112,19 +126,65 @@ TEST_F(DocumentTest, IsAskedAboutWhereFramesWouldBeLostAndSavedUnderItsName) {
   };
   for (const auto& [script, outcome] : steps) EXPECT_EQ(Play(script), outcome) << script;
   EXPECT_FALSE(app.recorder.control.recording);
-  EXPECT_TRUE(app.document.abandoned);
+  EXPECT_EQ(app.document.abandonedSize, app.stream.streamSize);
   EXPECT_EQ(FramesOf(folder / "clip.gif"), "3");
   EXPECT_EQ(FramesOf(folder / "empty.gif"), "1");
 }
 
+TEST_F(DocumentTest, IsAskedAboutAtALogoutWhichItMayPrevent) {
+  const std::pair<const char*, const char*> steps[] = {
+      {"logout ? answers", "-; 10; Framereel, 0"},
+      {"frame logout ? answers esc ? answers", "Warning!; 10; -; 11; Framereel, 1 unsaved"},
+      {"S logout answers esc ?", "12; -; Framereel, 1 unsaved"}, // he is busy with the name
+      {"logout ? ret answers", "Warning!; 22; Framereel, 1 unsaved"},
+      {"stays ?", "-; Framereel, 1 unsaved"},
+  };
+  const auto abandoned = [&] { return app.document.abandonedSize == app.stream.streamSize; };
+  for (const auto& [script, outcome] : steps) {
+    EXPECT_EQ(Play(script), outcome) << script;
+    EXPECT_EQ(abandoned(), std::string(script).find("ret") != std::string::npos || script == steps[0].first) << script;
+  }
+  EXPECT_TRUE(LoopsMayRun());
+  Play("S over");
+  EXPECT_FALSE(LoopsMayRun()) << "the dialog around it ends too";
+}
+
 TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
-  std::filesystem::create_directory(folder / "gone");
-  EXPECT_EQ(Play("frame S name:gone/clip.gif ret"), "Framereel - clip, 1");
-  std::filesystem::remove_all(folder / "gone");
-  EXPECT_EQ(Play("frame S ? ret ? Q ? esc"), "Framereel; -; Warning!; Framereel - clip, 2 unsaved");
-  std::filesystem::create_directory(folder / "gone");
-  EXPECT_EQ(Play("S ?"), "-; Framereel - clip, 2");
-  EXPECT_EQ(FramesOf(folder / "gone/clip.gif"), "2");
+  const std::string place = folder / "far", clip = place + "/clip.gif";
+  const auto refused = [&](int error) {
+    return "The animation could not be saved: cannot write " + clip + ": " + std::strerror(error) + ".; -; ";
+  };
+  std::filesystem::create_directory(place);
+  EXPECT_EQ(Play("frame S name:far/clip.gif ret"), "Framereel - clip, 1");
+  int failures = 0;
+  for (int call = 0;; ++call) {
+    const std::string older = ReadWholeFile(clip), frames = std::to_string(call + 2);
+    FailSystemCall(place, call, ENOSPC);
+    const std::string outcome = Play("frame S ? ret ?"), failed = FailedSystemCall();
+    if (IsUnsaved(app)) {
+      ++failures;
+      EXPECT_EQ(outcome, refused(ENOSPC) + "Framereel - clip, " + frames + " unsaved") << failed;
+      EXPECT_EQ(ReadWholeFile(clip) == older, true) << failed;
+    } else {
+      EXPECT_EQ(outcome, "-; -; Framereel - clip, " + frames) << failed;
+      EXPECT_EQ(FramesOf(clip), frames) << failed;
+    }
+    if (failed.empty()) break;
+  }
+  FailSystemCall(place, -1, 0);
+  EXPECT_EQ(failures, 5) << "open, write, fsync, close, rename";
+
+  std::filesystem::remove_all(place);
+  const std::string outcome = Play("frame S ? ret ? Q ? esc"), frames = std::to_string(app.recorder.frameCount);
+  EXPECT_EQ(outcome, refused(ENOENT) + "Warning!; Framereel - clip, " + frames + " unsaved");
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(KeepUnsaved(app));
+  testing::internal::GetCapturedStderr();
+  ASSERT_EQ(Kept().size(), 1u);
+  EXPECT_EQ(FramesOf(Kept()[0]), frames);
+  std::filesystem::create_directory(place);
+  EXPECT_EQ(Play("S ?"), "-; Framereel - clip, " + frames);
+  EXPECT_EQ(FramesOf(clip), frames);
 }
 
 TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {

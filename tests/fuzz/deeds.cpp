@@ -250,6 +250,14 @@ void Quit(User& user) {
   if (!user.dice.OneIn(4)) At(user, AWhile(user), [](User&) { MemoryTypeKey(VK_ESCAPE); });
 }
 
+// Another program may take it back in the end.
+void LogOut(User& user) {
+  MemoryTellOfSession(DisplayEventKind::kSessionAsks, false);
+  Answer(user);
+  if (!user.dice.OneIn(3)) return;
+  At(user, AWhile(user), [](User&) { MemoryTellOfSession(DisplayEventKind::kSessionEnds, false); });
+}
+
 void OpenMenu(User& user) {
   static constexpr uint8_t kKeys[] = {VK_DOWN, VK_UP, VK_LEFT, VK_RIGHT, VK_RETURN, VK_ESCAPE, 'A', 'S'};
   MemoryGiveKeyboard(OurWindow());
@@ -338,6 +346,7 @@ constexpr Deed kDeeds[] = {
     {4, "saves", Save},
     {2, "asks for a new animation", New},
     {1, "quits, perhaps", Quit},
+    {1, "logs out", LogOut},
     {3, "opens a menu", OpenMenu},
 };
 

@@ -149,6 +149,7 @@ void Finish(User& user) {
   Tell(user, "\n%u ms: has had enough", TheMemoryDisplay().tick - user.began);
   const int32_t way = user.dice.Below(8);
   if (way > 4) return ComeToRest(user);
+  if (way == 1) MemoryTellOfSession(DisplayEventKind::kSessionEnds, true);
   if (way > 0) return Close(user, kPatience);
   TheMemoryDisplay().lost = true;
 }

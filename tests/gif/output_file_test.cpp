@@ -4,31 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include "gif/animation_stream.h"
 #include "gif/stream_bytes.h"
+#include "support/system_failures.h"
 #include "support/temporary_folder.h"
-
-namespace {
-
-int failsAt = -1; // of the writes and flushes to come, which is the one that the disk fails; none below 0
-
-bool Fails() {
-  errno = EIO;
-  return failsAt >= 0 && failsAt-- == 0;
-}
-
-} // namespace
-
-// These take the place of the system's.
-extern "C" ssize_t write(int descriptor, const void* bytes, size_t count) {
-  return Fails() ? -1 : ::syscall(SYS_write, descriptor, bytes, count);
-}
-extern "C" int fsync(int descriptor) {
-  return Fails() ? -1 : int(::syscall(SYS_fsync, descriptor));
-}
 
 namespace framereel {
 namespace {
@@ -85,22 +65,26 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
   }
 }
 
-TEST(OutputFile, KeepsTheOlderFileWhicheverWriteOrFlushFails) {
+TEST(OutputFile, KeepsTheOlderFileWhicheverCallOfTheSystemFails) {
   const TemporaryFolder folder;
-  WriteWholeFile(folder / "a.gif", "older");
   GifWriter& gif = Animation(2 * kStreamChunkSize + 1);
-  int failures = 0;
-  for (;; ++failures) {
-    failsAt = failures;
-    const std::string reason = SaveIn(folder, "a.gif", gif);
-    if (failsAt >= 0) break; // it came to no such call
-    ASSERT_EQ(reason, "Input/output error") << failures;
-    ASSERT_EQ(ReadWholeFile(folder / "a.gif"), "older");
-    ASSERT_EQ(folder.EntryCount(), 1u);
+  std::string calls; // "!" behind those that the save does not go on without
+  for (int call = 0;; ++call) {
+    WriteWholeFile(folder / "a.gif", "older");
+    FailSystemCall(folder.path, call, EIO);
+    const std::string reason = SaveIn(folder, "a.gif", gif), failed = FailedSystemCall();
+    FailSystemCall(folder.path, -1, 0);
+    const std::string now = ReadWholeFile(folder / "a.gif");
+    if (reason.empty()) {
+      ASSERT_EQ(now.size(), 2 * kStreamChunkSize + 2) << failed;
+    } else {
+      ASSERT_EQ(reason + now, "Input/output errorolder") << failed;
+    }
+    ASSERT_EQ(folder.EntryCount(), 1u) << failed;
+    if (failed.empty()) break;
+    calls += failed + (reason.empty() ? " " : "! ");
   }
-  failsAt = -1;
-  EXPECT_EQ(failures, 4) << "two chunks, what is left, and the flush";
-  EXPECT_EQ(ReadWholeFile(folder / "a.gif").size(), 2 * kStreamChunkSize + 2);
+  EXPECT_EQ(calls, "open! lchown chmod write! write! write! fsync! close! rename! ");
 }
 
 TEST(OutputFile, FollowsSymbolicLinksToFilesAndToPlacesForFiles) {

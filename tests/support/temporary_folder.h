@@ -49,6 +49,20 @@ struct WorkingFolder : TemporaryFolder {
   ~WorkingFolder() { std::filesystem::current_path(before); }
 };
 
+// As long as this lives the folder is the user's home, with his folders for data and for temporary files: nothing of
+// his own is found.
+struct HomeIn {
+  const std::string before = testing::TempDir();
+
+  explicit HomeIn(const TemporaryFolder& folder) {
+    ::setenv("HOME", folder.path.c_str(), 1);
+    ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
+    ::setenv("TMPDIR", folder.path.c_str(), 1);
+  }
+  ~HomeIn() { ::setenv("TMPDIR", before.c_str(), 1); } // the others are set where they matter
+  HomeIn(const HomeIn&) = delete;
+};
+
 // Nobody's rights, when the tests run as root, whom nothing is forbidden.
 struct AsNobody {
   const bool root = ::geteuid() == 0;

@@ -2,11 +2,6 @@
 // on a button leaves behind.
 #include <algorithm>
 
-#include "core/memory.h"
-#include "core/strings.h"
-#include "platform/controls/edit_field.h"
-#include "platform/controls/native_control.h"
-#include "platform/controls/push_button.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
 #include "platform/menus/edit_menu.h"
@@ -15,8 +10,10 @@
 #include "platform/menus/platform_menus.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
+#include "toolkit/controls/edit_field.h"
+#include "toolkit/controls/push_button.h"
+#include "toolkit/text/text_layout.h"
 #include "toolkit/views/view.h"
-#include "toolkit/views/view_class.h"
 #include "views/view_scene.h"
 #include "win32/input/clipboard.h"
 #include "win32/memory/memory_windows.h"
@@ -29,99 +26,58 @@ namespace {
 
 int16_t textWidth; // what fields take their text to need
 
-// Both classes keep the record of an edit field, of which a button needs the first two fields.
 EditField* DataOf(const View* view) {
   return static_cast<EditField*>(view->classData);
 }
 
-void InitControl(View* view, const char* className, DWORD style) {
-  view->width = 80;
-  view->height = 40;
-  view->classData = new EditField{};
-  const uint16_t id = ControlTableTake(&view->window->controls, view);
-  DataOf(view)->control = CreateNativeControl(view, className, WS_CHILD | style, id);
-}
-
-void InitButton(View* view) {
-  InitControl(view, "button", 0);
-  SubclassButton(view, &DataOf(view)->procedure);
-  SetNativeFont(view, DataOf(view)->control, view->drawing, true);
-}
-
-void InitField(View* view) {
-  InitControl(view, "edit", ES_MULTILINE);
-  EditField* field = DataOf(view);
-  field->started = [](View* v) { Say(v, "!"); };
-  field->finished = [](View* v, const KeyEvent* e) { e ? Say(v, ".", e->character) : Say(v, "."); };
-  field->requestSize = [](View* v, int16_t width, int16_t) { Say(v, "=", width); };
-  field->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
-  SubclassEditField(view);
-  SetNativeFont(view, field->control, view->drawing, true);
-  // A bevel of 3 pixels round it.
-  SetNativeSize(view, field->control, 74, 34, 80, 40);
-  SetNativePosition(view, field->control, int16_t(view->x + 3), int16_t(view->y + 3), view->x, view->y);
-}
-
-void Destroy(View* view) {
-  DropEditSession(view);
-  DestroyNativeControl(view);
-  StrFree(DataOf(view)->text);
-  delete DataOf(view);
-}
-
-ViewClass* NewControlClass(void (*init)(View*)) {
-  ViewClass* viewClass = ClassNew();
-  viewClass->init = init;
-  viewClass->destroy = Destroy;
-  viewClass->shown = [](View* view, bool) { ShowNativeControl(DataOf(view)->control, true); };
-  viewClass->nativeHandle = [](const View* view) { return DataOf(view)->control; };
-  viewClass->nativeProcedure = [](const View* view) { return DataOf(view)->procedure; };
-  return viewClass;
-}
-
 class NativeControls : public ViewScene {
 protected:
-  NativeControls() : buttons(NewControlClass(InitButton)), fields(NewControlClass(InitField)) {
-    buttons->nativeNotice = [](View* view, uint16_t code) { Say(view, "*", code); };
+  NativeControls() {
     textWidth = 80;
     AddWord("edit", FocusEditField);
     AddWord("endedit", [](View*) { EndEditSession(nullptr); });
     AddWord("text?", [](View* view) {
-      FetchEditText(view);
-      std::string text = DataOf(view)->text;
+      std::string text = EditFieldText(view);
       std::replace(text.begin(), text.end(), '\n', '/');
       Answer(text);
     });
   }
-  ~NativeControls() override {
-    script.Act("close w");
-    MemFree(buttons);
-    MemFree(fields);
-  }
 
-  View* Shown(const char* name, const ViewClass* viewClass, int16_t x) {
-    View* view = Make(viewClass, x, 10, name);
+  // 80 by 40 pixels.
+  View* Field(const char* name, int16_t x) {
+    View* view = Make(EditFieldClass(), x, 10, name);
+    EditFieldSetFunctions(
+        view, [](View* v) { Say(v, "!"); },
+        [](View* v, const KeyEvent* e) { e ? Say(v, ".", e->character) : Say(v, "."); },
+        [](View* v, int16_t width, int16_t) { Say(v, "=", width); });
+    DataOf(view)->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
+    ViewResize(view, 80, 40);
+    return view;
+  }
+  View* Shown(const char* name, int16_t x) {
+    View* view = Field(name, x);
     script.Act(std::string("show ") + name);
     return view;
   }
   static bool MainHasTheKeyboard() { return ::GetFocus() == TheMainWindow()->window; }
-
-  ViewClass *buttons, *fields;
 };
 
 TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
-  View* button = Shown("b", buttons, 10);
+  View* button = Make(PushButtonClass(), 10, 10, "b");
+  PushButtonSetCallback(button, [](View* view) { Say(view, "*"); });
+  ViewResize(button, 80, 40);
+  script.Act("show b");
   const Font* font = button->drawing->font;
   Play({{"over w 20 20 d", ""}});
-  EXPECT_EQ(::GetFocus(), DataOf(button)->control);
-  Play({{"u wait 5", "b*0"}});
+  EXPECT_EQ(::GetFocus(), button->viewClass->nativeHandle(button));
+  Play({{"u wait 5", "b*"}});
   EXPECT_TRUE(MainHasTheKeyboard());
   script.Act("d");
   MemoryTakeCapture(); // a press that is taken away does so too
   Play({{"wait 5 u", ""}});
   EXPECT_TRUE(MainHasTheKeyboard());
   const uint16_t held = font->selectCount;
-  buttons->nativeNotice = [](View* view, uint16_t) { ViewDestroy(view); };
+  PushButtonSetCallback(button, ViewDestroy);
   script.Act("d u wait 5");
   EXPECT_TRUE(MainHasTheKeyboard());
   EXPECT_LT(font->selectCount, held);
@@ -129,7 +85,7 @@ TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
 }
 
 TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
-  View* field = Make(fields, 10, 10, "f");
+  View* field = Field("f", 10);
   Play({{"edit f", ""}, {"show f", "f!"}, {"endedit f endedit f", "f."}}); // begins when it has been painted
   const struct {
     bool multiLine;
@@ -137,7 +93,7 @@ TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
   } cases[] = {{false, "tab", "f! f.9 aB"},    {true, "tab", "f! f.9 aB"}, {false, "esc", "f! f.27 aB"},
                {false, "enter", "f! f.13 aB"}, {true, "enter", "f! aB/"},  {true, "backspace", "f! a"}};
   for (const auto& one : cases) {
-    SetNativeText(DataOf(field)->control, "old\ntext");
+    EditFieldSetText(field, "old\ntext");
     Play({{"text? f", "old/text"}});
     DataOf(field)->multiLine = one.multiLine;
     Play({{(std::string("edit f A +shift B -shift ") + one.key + " text? f").c_str(), one.heard}});
@@ -154,9 +110,21 @@ TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
   Play({{"", "f! f=59 f=81"}});
 }
 
+TEST_F(NativeControls, AFieldHasAnEdgeAndTheSizeOfItsText) {
+  View* field = Shown("f", 10);
+  EXPECT_EQ(PictureOf(field).substr(0, 2 * 81), std::string(79, '-') + ".\n-" + std::string(77, '#') + "-.\n");
+  DataOf(field)->naturalSize = nullptr;
+  EditFieldSetText(field, "word");
+  ViewMakeCurrent(field);
+  const TextSize word = MeasureLines("word");
+  ViewFit(field);
+  EXPECT_EQ(field->width, word.width + 7);
+  EXPECT_EQ(field->height, word.height + 6);
+}
+
 TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
-  View* field = Shown("f", fields, 10);
-  Shown("g", fields, 100);
+  View* field = Shown("f", 10);
+  Shown("g", 100);
   script.Heard();
   Play({{"over w 30 30 d u", "f!"},
         {"over w 11 11 d u", ""}, // in its own bevel
@@ -174,8 +142,8 @@ TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
 }
 
 TEST_F(NativeControls, CutCopyAndPasteFollowSelectionAndClipboard) {
-  View* field = Shown("f", fields, 10);
-  SetNativeText(DataOf(field)->control, "word");
+  View* field = Shown("f", 10);
+  EditFieldSetText(field, "word");
   SetClipboardText("");
   SetEditTitle(1, 'E', "Edit");
   for (uint16_t i = 0; i < 3; ++i) SetEditItem(i, uint8_t("XCV"[i]), 0, "item");

@@ -122,7 +122,7 @@ protected:
   void DrawTheArea() {
     Run([] { return !SlideFrameIsRunning(); });
     Click(app.panel.selectButton);
-    Run([&] { return artist.State(WindowAt(kArea.left, kArea.top)).c_class == InputOnly; }); // the backdrop
+    Run([&] { return StandsAt(kArea.left, kArea.top, InputOnly); }); // the backdrop
     MovePointer(kArea.left, kArea.top);
     Button(1, true);
     Run([&] { return app.area.selectionDragging; });
@@ -130,6 +130,40 @@ protected:
     Run([&] { return app.area.cornerX == kArea.right - 1 && app.area.cornerY == kArea.bottom - 1; });
     Button(1, false);
     Run([&] { return !app.area.backdrop; });
+  }
+
+  PixelRect Area() const {
+    const Rect& area = app.recorder.captureArea;
+    return {area.left, area.top, area.right, area.bottom};
+  }
+  // Shift means something to the program in front alone.
+  void PickAt(int32_t x, int32_t y) {
+    FocusOn(scene);
+    Run([&] { return !ActiveGet() && !app.area.windowMode; });
+    Click(app.panel.sizeLabel);
+    Run([] { return ActiveGet(); });
+    Key(XK_Shift_L, true);
+    Run([&] { return app.area.windowMode; });
+    Click(app.panel.selectButton);
+    Run([&] { return app.area.backdrop && StandsAt(x, y, InputOnly); });
+    Key(XK_Shift_L, false);
+    MovePointer(x, y);
+    X11WindowTest::Click(1);
+    Run([&] { return !app.area.backdrop; });
+  }
+  bool StandsAt(int32_t x, int32_t y, int windowClass) const {
+    return artist.State(WindowAt(x, y)).c_class == windowClass;
+  }
+  // What stands on the desktop itself and has the window in it.
+  Window OutermostAround(Window window) const {
+    for (;;) {
+      Window root, parent, *children = nullptr;
+      unsigned int count;
+      XQueryTree(artist.display, window, &root, &parent, &children, &count);
+      if (children) XFree(children);
+      if (parent == root) return window;
+      window = parent;
+    }
   }
 
   WorkingFolder folder;
@@ -172,7 +206,7 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   Run([&] { return !app.recorder.control.recording; });
 
   // By keys, with the extension that the dialog puts behind the name.
-  ::setenv("HOME", folder.path.c_str(), 1);
+  const HomeIn lives(folder);
   Press(XK_s);
   TypeInTurn({{"Save File", "clip\r"}, {"Mising Extension", "\r"}, {"Save File", "\r"}});
   Run([&] {
@@ -183,13 +217,32 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   });
   EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), AreaInTheFile(0));
   Press(XK_q);
-  Run([&] { return app.document.abandoned; }); // without a question
+  Run([&] { return app.document.abandonedSize == app.stream.streamSize; }); // without a question
+}
+
+TEST_F(X11Program, PicksOfAWindowWhatItsUserSees) {
+  Run([] { return !SlideFrameIsRunning(); });
+  XLowerWindow(artist.display, scene);
+  for (const bool drawsItsShadow : {false, true}) {
+    const Window window = XCreateSimpleWindow(artist.display, artist.root, 30, 120, 200, 150, 0, 0, 0);
+    if (drawsItsShadow) {
+      WriteItems(window, "_MOTIF_WM_HINTS", XID(AtomOf("_MOTIF_WM_HINTS")), {2, 0, 0, 0, 0}); // no decorations
+      WriteItems(window, "_GTK_FRAME_EXTENTS", XA_CARDINAL, {8, 7, 6, 5});
+    }
+    XMapWindow(artist.display, window);
+    Until([&] { return artist.State(window).map_state == IsViewable; });
+    WaitForManager();
+    const PixelRect around = PlaceOf(OutermostAround(window)), own = PlaceOf(window);
+    EXPECT_EQ(around.top < own.top, HasManager() && !drawsItsShadow) << "there is a title";
+    PickAt(own.left + 20, drawsItsShadow ? own.top + 20 : around.top + 2);
+    EXPECT_EQ(Area(), drawsItsShadow ? (PixelRect{own.left + 8, own.top + 6, own.right - 7, own.bottom - 5}) : around);
+    XDestroyWindow(artist.display, window);
+  }
 }
 
 TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   DrawTheArea();
-  const Rect& area = app.recorder.captureArea;
-  EXPECT_EQ((PixelRect{area.left, area.top, area.right, area.bottom}), kArea);
+  EXPECT_EQ(Area(), kArea);
   EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 31), "Recording Area:40,120 200x140\r\n");
   UntilSceneStands(0);
   AntsShow(app.area); // the line stays up while frames are taken

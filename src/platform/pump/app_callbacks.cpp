@@ -13,10 +13,23 @@ struct AppCallback {
 
 AppCallback callbacks[4];
 
+struct {
+  SessionHandler function;
+  void* argument;
+} session;
+
 } // namespace
 
 void SetAppCallback(uint16_t index, void (*function)(void* argument), void* argument) {
   if (index < std::size(callbacks)) callbacks[index] = {function, argument};
+}
+
+void SetSessionHandler(SessionHandler function, void* argument) {
+  session = {function, argument};
+}
+
+bool CallSessionHandler(SessionStep step) {
+  return !session.function || session.function(session.argument, step);
 }
 
 bool CallQuitHandler() {

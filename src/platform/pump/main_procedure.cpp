@@ -75,6 +75,21 @@ LRESULT OnSysCommand(const WindowMessage& m) {
   return DefaultAnswer(m);
 }
 
+// A dialog that waits for its answer disables the window.
+LRESULT OnQueryEndSession(const WindowMessage& m) {
+  const bool waits = ::GetWindowLongPtrA(m.handle, GWL_STYLE) & WS_DISABLED;
+  return CallSessionHandler(waits ? SessionStep::kMayEndUnasked : SessionStep::kMayEnd);
+}
+
+LRESULT OnEndSession(const WindowMessage& m) {
+  if (m.wParam) {
+    EndAllLoops();
+  } else {
+    CallSessionHandler(SessionStep::kGoesOn);
+  }
+  return 0;
+}
+
 LRESULT OnMouseMove(const WindowMessage& m) {
   const MainWindow* main = TheMainWindow();
   const int x = int16_t(LOWORD(uintptr_t(m.lParam))), y = int16_t(HIWORD(uintptr_t(m.lParam)));
@@ -86,6 +101,8 @@ LRESULT OnMouseMove(const WindowMessage& m) {
 constexpr MessageRow kTable[] = {
     {WM_DESTROY, WM_DESTROY, OnDestroy},
     {WM_PAINT, WM_PAINT, OnPaint},
+    {WM_QUERYENDSESSION, WM_QUERYENDSESSION, OnQueryEndSession},
+    {WM_ENDSESSION, WM_ENDSESSION, OnEndSession},
     {WM_WININICHANGE, WM_WININICHANGE, OnDisplayChange},
     {WM_ACTIVATEAPP, WM_ACTIVATEAPP, OnActivateApp},
     {WM_GETMINMAXINFO, WM_GETMINMAXINFO, OnGetMinMaxInfo},

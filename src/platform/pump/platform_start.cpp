@@ -98,6 +98,7 @@ void PlatformShutdown() {
   DrawingShutDown();
   DisplayClose();
   for (uint16_t i = 0; i <= kQuitHandler; ++i) SetAppCallback(i, nullptr, nullptr);
+  SetSessionHandler(nullptr, nullptr);
   started = false;
 }
 

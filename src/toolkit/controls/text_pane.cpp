@@ -87,6 +87,10 @@ void TextPaneSetText(View* view, const char* text) {
   ViewInvalidate(view);
 }
 
+const char* TextPaneText(const View* view) {
+  return PaneOf(view)->text;
+}
+
 void TextPaneSetFramed(View* view, bool framed) {
   PaneOf(view)->framed = framed;
   SetSize(view, view->width, view->height);

@@ -11,6 +11,7 @@ const ViewClass* TextPaneClass();
 void TextPaneSetUpClass(); // once, at start-up
 
 void TextPaneSetText(View* view, const char* text); // copied
+const char* TextPaneText(const View* view);         // the pane's own
 // A line round the bounds, 2 pixels away from the text; there at first.
 void TextPaneSetFramed(View* view, bool framed);
 

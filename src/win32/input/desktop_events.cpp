@@ -60,6 +60,12 @@ void OnCaptureLost(const DisplayEvent& event) {
   EnqueueInput(event);
 }
 
+// A menu would not let it through.
+void PostOfSession(HWND window, UINT message, WPARAM ends) {
+  CancelMenu();
+  if (IsLive(window)) Post(window, message, ends, 0, false);
+}
+
 void OnWindowEvent(HWND window, const DisplayEvent& event) {
   switch (event.kind) {
   case DisplayEventKind::kPlaced:
@@ -71,6 +77,10 @@ void OnWindowEvent(HWND window, const DisplayEvent& event) {
     // A disabled window waits for its dialog.
     if (IsLive(window) && !Has(*window, WS_DISABLED)) Post(window, WM_SYSCOMMAND, SC_CLOSE, 0, false);
     return;
+  case DisplayEventKind::kSessionAsks:
+    return PostOfSession(window, WM_QUERYENDSESSION, FALSE);
+  case DisplayEventKind::kSessionEnds:
+    return PostOfSession(window, WM_ENDSESSION, event.flag);
   case DisplayEventKind::kDestroyed:
     ::DestroyWindow(window);
     return;

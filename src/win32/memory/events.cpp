@@ -128,6 +128,18 @@ void MemoryAskToClose(DisplayWindow* window) {
   MemoryQueueEvent(Kind::kCloseRequest, window, false);
 }
 
+void MemoryTellOfSession(Kind kind, bool ends) {
+  const auto& windows = TheMemoryDesktop().windows;
+  const auto main = std::find_if(windows.begin(), windows.end(), [](const std::unique_ptr<DisplayWindow>& window) {
+    return window->ours && window->role == WindowRole::kMain;
+  });
+  if (main != windows.end()) MemoryQueueEvent(kind, main->get(), ends);
+}
+
+void DisplayAnswerSession(bool mayEnd) {
+  (mayEnd ? TheMemoryDesktop().sessionYes : TheMemoryDesktop().sessionNo)++;
+}
+
 void MemoryDestroyWindow(DisplayWindow* window) {
   DisplayShowWindow(window, false);
   MemoryQueueEvent(Kind::kDestroyed, window, false);

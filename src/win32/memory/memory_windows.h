@@ -66,9 +66,10 @@ struct MemoryDesktop {
   // What programs share, by SharedText: ours has put it there, or another.
   std::string sharedTexts[2];
   uint32_t beeps, refreshes;
-  DesktopWindow namesGiven; // the last one
-  uint32_t presents;        // calls of DisplayPresent
-  uint64_t presentedPixels; // and how much they brought
+  uint32_t sessionYes, sessionNo; // answers of DisplayAnswerSession
+  DesktopWindow namesGiven;       // the last one
+  uint32_t presents;              // calls of DisplayPresent
+  uint64_t presentedPixels;       // and how much they brought
 };
 
 MemoryDesktop& TheMemoryDesktop();
@@ -107,7 +108,8 @@ void MemoryGrabKeys(bool grabs); // another program takes all keys for a while, 
 void MemoryGiveKeyboard(DisplayWindow* window); // null: to nobody
 void MemoryMinimiseWindow(DisplayWindow* window, bool minimised);
 void MemoryAskToClose(DisplayWindow* window);
-void MemoryDestroyWindow(DisplayWindow* window); // one of ours, by another program
+void MemoryTellOfSession(DisplayEventKind kind, bool ends); // kSessionAsks or kSessionEnds, to our main window
+void MemoryDestroyWindow(DisplayWindow* window);            // one of ours, by another program
 void MemoryMoveWindow(DisplayWindow* window, const PixelRect& place);
 void MemoryTakeCapture();
 

@@ -155,6 +155,7 @@ constexpr Handler kHandlers[] = {
     {WM_GETTEXTLENGTH, OnGetTextLength},
     {WM_PAINT, OnPaint},
     {WM_CLOSE, OnClose},
+    {WM_QUERYENDSESSION, [](HWND, WPARAM, LPARAM) -> LRESULT { return TRUE; }},
     {WM_ERASEBKGND, OnEraseBackground},
     {WM_WINDOWPOSCHANGED, OnPosChanged},
     {WM_NCCREATE, OnNcCreate},

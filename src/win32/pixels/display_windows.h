@@ -144,6 +144,8 @@ enum class DisplayEventKind : uint8_t {
   kActive,        // flag: the window has the keyboard, or has lost it
   kKeysUnseen,    // keys may have gone up or down without a word while another program held the keyboard
   kCloseRequest,  // the user asked the desktop to close the window
+  kSessionAsks,   // the desktop wants to end the session, for the main window: DisplayAnswerSession
+  kSessionEnds,   // flag: it does now, asked or not; or goes on after all
   kDestroyed,     // another program has destroyed the window; it still has to be freed
   kCaptureLost,   // the display took the pointer away
   kScreenChanged, // resolution, depth or usable area are not what they were; window is null
@@ -164,6 +166,9 @@ struct DisplayEvent {
   PixelRect rect;
   uint32_t tick; // of DisplayTick, when it happened
 };
+
+// The answer to kSessionAsks: whether the session may end. It may have been taken back meanwhile; then nothing happens.
+void DisplayAnswerSession(bool mayEnd);
 
 // Takes the oldest event without waiting; false when there is none. Costs the server nothing when nothing has arrived.
 bool DisplayNextEvent(DisplayEvent* event);

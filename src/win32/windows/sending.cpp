@@ -1,6 +1,7 @@
 // Calling window procedures.
 #include "win32/windows/sending.h"
 
+#include "win32/pixels/display_windows.h"
 #include "win32/win32_dialogs.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
@@ -23,7 +24,10 @@ void SendToTopLevels(UINT message, WPARAM wParam, LPARAM lParam) {
 using namespace framereel;
 
 LRESULT DispatchMessageA(const MSG* message) {
-  return message ? ::SendMessageA(message->hwnd, message->message, message->wParam, message->lParam) : 0;
+  if (!message) return 0;
+  const LRESULT answer = ::SendMessageA(message->hwnd, message->message, message->wParam, message->lParam);
+  if (message->message == WM_QUERYENDSESSION) DisplayAnswerSession(answer);
+  return answer;
 }
 
 LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

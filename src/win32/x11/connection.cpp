@@ -128,6 +128,7 @@ void DisplayClose() {
   X11Connection* x = own.connection.get();
   if (x->transfers) X11FreeSegment(X11Live(), std::move(x->transfers));
   X11ForgetSequences(x);
+  X11LeaveSession(x);
   // What the server holds for us goes with the connection; Xlib's own records do not.
   for (GC context : {x->drawing, x->inverting, x->stippling}) {
     if (context) XFreeGC(x->display, context);

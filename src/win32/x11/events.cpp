@@ -330,7 +330,10 @@ bool DisplayNextEvent(DisplayEvent* event) {
   if (!x) return false;
   std::deque<DisplayEvent>& events = x->desktop.events;
   X11ForgetPalette(x);
-  if (events.empty()) X11TakeEvents(x, QueuedAfterFlush);
+  if (events.empty()) {
+    X11TakeEvents(x, QueuedAfterFlush);
+    X11TakeSessionMessages(x);
+  }
   // More may have come along with the answers.
   while (X11Live() && Settle(x)) X11TakeEvents(x, QueuedAlready);
   if (!X11Live() || events.empty()) return false;

@@ -123,6 +123,7 @@ DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {
   X11Describe(x, *window);
   X11WriteTitle(x, *window, spec.title ? spec.title : "");
   XFlush(x->display);
+  if (spec.role == WindowRole::kMain) X11JoinSession(x);
   if (X11Live()) return window;
   DisplayFreeWindow(window);
   return nullptr;

@@ -17,6 +17,8 @@
 #include "win32/x11/x11_selections.h"
 #include "win32/x11/x11_windows.h"
 
+struct _SmcConn; // libSM's
+
 namespace framereel {
 
 inline constexpr int32_t kOwnByteOrder = std::endian::native == std::endian::little ? LSBFirst : MSBFirst;
@@ -59,6 +61,13 @@ struct X11Devices {
   bool pressedStale;  // keys or buttons may have gone up or down
 };
 
+// What the desktop's session manager has been told and asked for (session.cpp).
+struct X11Session {
+  _SmcConn* manager; // null: there is none
+  // Of a save at the session's end: it waits for its turn to ask the user, or the user is being asked.
+  enum { kNothing, kWaits, kAsks } saving;
+};
+
 struct X11Connection {
   Display* display;
   Window root;
@@ -92,6 +101,7 @@ struct X11Connection {
   X11Desktop desktop;
   X11Keys keyboard;
   X11Selections selections;
+  X11Session session;
 };
 
 // The connection, or null when there is none or it is lost. Every entry of the display asks it first.
@@ -135,6 +145,15 @@ void X11WatchDevices(X11Connection* x);
 bool X11ListensFrom(X11Connection* x, bool pointerMoved);
 // True when it was word of a device.
 bool X11TakeDeviceEvent(X11Connection* x, const XEvent& event);
+
+// ---- session.cpp ----
+
+// Makes the program known to the session manager that the environment names (SESSION_MANAGER), if one does; waits for
+// its answer.
+void X11JoinSession(X11Connection* x);
+void X11LeaveSession(X11Connection* x);
+// Works off what it has said since.
+void X11TakeSessionMessages(X11Connection* x);
 
 // ---- segments.cpp ----
 

@@ -1,0 +1,96 @@
+// See system_failures.h. Takes the place of the C library's functions, in front of them.
+#include "support/system_failures.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdarg>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+std::string folder;
+int left = -1; // of the calls that pass; below 0: all do
+int reason;
+const char* failed = "";
+
+bool Fails(const char* call, const char* path) {
+  if (left < 0 || std::string(path).compare(0, folder.size(), folder) != 0 || left-- > 0) return false;
+  failed = call;
+  errno = reason;
+  return true;
+}
+
+bool Fails(const char* call, int descriptor) {
+  if (left < 0) return false;
+  char path[PATH_MAX] = "";
+  const int before = errno;
+  const ssize_t length = ::readlink(("/proc/self/fd/" + std::to_string(descriptor)).c_str(), path, sizeof path - 1);
+  errno = before;
+  return length > 0 && Fails(call, path);
+}
+
+// The C library's own.
+template <typename Function> Function* Next(const char* name) {
+  return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+namespace framereel {
+
+void FailSystemCall(const std::string& in, int which, int error) {
+  folder = in + "/";
+  left = which;
+  reason = error;
+  failed = "";
+}
+
+std::string FailedSystemCall() {
+  return failed;
+}
+
+} // namespace framereel
+
+extern "C" {
+
+int open(const char* path, int flags, ...) {
+  va_list rest;
+  va_start(rest, flags);
+  const mode_t mode = flags & O_CREAT ? va_arg(rest, mode_t) : 0;
+  va_end(rest);
+  return Fails("open", path) ? -1 : Next<int(const char*, int, ...)>("open")(path, flags, mode);
+}
+
+ssize_t write(int descriptor, const void* bytes, size_t count) {
+  if (Fails("write", descriptor)) return -1;
+  return Next<ssize_t(int, const void*, size_t)>("write")(descriptor, bytes, count);
+}
+
+int fsync(int descriptor) {
+  return Fails("fsync", descriptor) ? -1 : Next<int(int)>("fsync")(descriptor);
+}
+
+// One that fails has closed the descriptor all the same.
+int close(int descriptor) {
+  const bool fails = Fails("close", descriptor);
+  const int answer = Next<int(int)>("close")(descriptor);
+  if (fails) errno = reason;
+  return fails ? -1 : answer;
+}
+
+int lchown(const char* path, uid_t owner, gid_t group) noexcept {
+  return Fails("lchown", path) ? -1 : Next<int(const char*, uid_t, gid_t)>("lchown")(path, owner, group);
+}
+
+int chmod(const char* path, mode_t mode) noexcept {
+  return Fails("chmod", path) ? -1 : Next<int(const char*, mode_t)>("chmod")(path, mode);
+}
+
+int rename(const char* from, const char* to) noexcept {
+  return Fails("rename", from) ? -1 : Next<int(const char*, const char*)>("rename")(from, to);
+}
+
+} // extern "C"

@@ -1,0 +1,15 @@
+// Calls of the system on a save's way to the disk, refused where a test wants it: open, write, fsync, close, lchown,
+// chmod and rename, whoever makes them.
+#pragma once
+
+#include <string>
+
+namespace framereel {
+
+// Of these calls to come that are about what lies in the folder, the `which`th fails with that errno, from 0 on; none
+// below 0.
+void FailSystemCall(const std::string& folder, int which, int error);
+// The one that has failed since; "" while it has not come to that.
+std::string FailedSystemCall();
+
+} // namespace framereel
