@@ -113,41 +113,62 @@ void FillDictionary(Walk& walk, const PhraseImage& image) {
   while (phrase.length != 0 && walk.trie->next < kPhraseCodes) phrase = TakeAndLearn(walk, image, phrase);
 }
 
-// Goes on with the full dictionary to pixel `end` or a little further. False if that takes more than `limit` bits.
-bool KeepDictionary(Walk& walk, const PhraseImage& image, uint32_t end, uint64_t limit) {
-  Phrase phrase = LongestPhrase(*walk.trie, image, walk.at, {});
-  while (walk.at < end && walk.bits <= limit) phrase = Take(walk, image, phrase);
-  return walk.at >= end && walk.bits <= limit;
+// The full dictionary, as against a new one that has been tried from the same place.
+struct Comparison {
+  Walk kept, best; // with the full one as far as it was tried, and to where it had gained most
+  double gain;     // bits that it had saved there
+  bool holds;      // as far as the new one reaches it is no worse
+};
+
+// Goes on from `start` with the full dictionary as far as the new one reaches, but not once it has lost `patience` bits
+// of what it had gained.
+Comparison KeepDictionary(const Walk& start, const Walk& renewed, uint16_t* codes, const PhraseImage& image,
+                          double patience) {
+  const double bitsOfPixel = double(renewed.bits - start.bits) / (renewed.at - start.at);
+  Comparison comparison = {start, start, 0, false};
+  Walk& kept = comparison.kept;
+  kept.next = codes;
+  double gain = 0;
+  Phrase phrase = LongestPhrase(*kept.trie, image, kept.at, {});
+  while (kept.at < renewed.at && kept.bits <= renewed.bits && gain >= comparison.gain - patience) {
+    phrase = Take(kept, image, phrase);
+    gain = bitsOfPixel * (kept.at - start.at) - double(kept.bits - start.bits);
+    if (gain <= comparison.gain) continue;
+    comparison.best = kept;
+    comparison.gain = gain;
+  }
+  comparison.holds = kept.at >= renewed.at && gain >= 0;
+  return comparison;
 }
 
-// Behind a full dictionary: goes on with it or with a new one, as far as a new one reaches, whichever takes fewer bits
-// a pixel.
+// Behind a full dictionary: goes on with it or with a new one, whichever says more with its bits.
 void GoOn(PhraseParser& parser, const PhraseImage& image, Walk& walk) {
   constexpr uint32_t kMostUntried = 7;
+  constexpr double kLeastGain = 120, kLittlePatience = 300; // bits
   Walk renewed = walk;
   renewed.trie = parser.other;
   FillDictionary(renewed, image);
-  if (parser.untried > 0) {
+  const double patience = parser.untried > 0 ? kLittlePatience : double(renewed.bits);
+  const Comparison comparison = KeepDictionary(walk, renewed, parser.keptCodes, image, patience);
+  if (comparison.holds) {
+    parser.losses = 0;
+  } else if (parser.untried > 0) {
     --parser.untried;
   } else {
-    Walk kept = walk;
-    kept.next = parser.keptCodes;
-    // What goes beyond the end is the kept one's gain: as many bits as the renewed one would take for it.
-    const uint64_t pixels = renewed.at - walk.at, bits = renewed.bits - walk.bits;
-    const bool there = KeepDictionary(kept, image, renewed.at, renewed.bits + kMaxWidth);
-    if (there && (kept.bits - walk.bits) * pixels <= bits * (kept.at - walk.at)) {
-      const auto codes = size_t(kept.next - parser.keptCodes);
-      std::memcpy(walk.next, parser.keptCodes, codes * sizeof *walk.next);
-      kept.next = walk.next + codes;
-      walk = kept;
-      parser.losses = 0;
-      return;
-    }
     parser.losses = std::min(2 * parser.losses + 1, kMostUntried);
     parser.untried = parser.losses;
   }
-  walk = renewed;
-  std::swap(parser.trie, parser.other);
+  if (!comparison.holds && comparison.gain < kLeastGain) {
+    walk = renewed;
+    std::swap(parser.trie, parser.other);
+    return;
+  }
+  const Walk& taken = comparison.holds ? comparison.kept : comparison.best;
+  uint16_t* const next = walk.next;
+  const auto codes = size_t(taken.next - parser.keptCodes);
+  std::memcpy(next, parser.keptCodes, codes * sizeof *next);
+  walk = taken;
+  walk.next = next + codes;
 }
 
 } // namespace
@@ -167,7 +188,9 @@ void PhraseParserFree(PhraseParser& parser) {
 }
 
 bool ParsePhrases(PhraseParser& parser, const PhraseImage& image, uint64_t limit, PhraseCodes& phrases) {
-  Walk walk = {parser.trie, 0, 0, 0, phrases.codes};
+  Walk walk = {};
+  walk.trie = parser.trie;
+  walk.next = phrases.codes;
   FillDictionary(walk, image);
   phrases.codeSize = image.codeSize;
   while (walk.at != image.count && walk.bits <= limit) GoOn(parser, image, walk);
@@ -177,18 +200,27 @@ bool ParsePhrases(PhraseParser& parser, const PhraseImage& image, uint64_t limit
 }
 
 void PackPhrases(CodePacker& packer, const PhraseCodes& phrases, const uint8_t* symbols) {
+  constexpr uint32_t kPart = 512;
   const uint32_t codeSize = phrases.codeSize, clear = ClearCode(codeSize);
   const auto end = uint16_t(clear + 1);
-  uint32_t width = codeSize + 1, sinceClear = 0;
+  uint16_t part[kPart]; // of one width
+  uint32_t width = codeSize + 1, sinceClear = 0, held = 0;
+  const auto packHeld = [&] {
+    PackCodes(packer, part, held, width);
+    PackerAppendFullBlocks(packer);
+    held = 0;
+  };
   for (uint32_t i = 0; i < phrases.count; ++i) {
     const uint16_t code = phrases.codes[i];
-    const uint16_t coded = code < clear ? symbols[code] : code;
-    PackCodes(packer, &coded, 1, width);
+    part[held++] = code < clear ? symbols[code] : code;
     sinceClear = code == clear ? 0 : sinceClear + 1;
-    width = CodeWidth(codeSize, sinceClear);
-    if (i % kPhraseCodes == 0) PackerAppendFullBlocks(packer);
+    const uint32_t nextWidth = CodeWidth(codeSize, sinceClear);
+    if (nextWidth == width && held != kPart) continue;
+    packHeld();
+    width = nextWidth;
   }
-  PackCodes(packer, &end, 1, width);
+  part[held++] = end;
+  packHeld();
 }
 
 } // namespace framereel

@@ -31,8 +31,8 @@ struct PhraseParser {
   PhraseTrie* trie;    // owned
   PhraseTrie* other;   // owned
   uint16_t* keptCodes; // owned
-  uint32_t losses;     // times in a row that keeping was the worse way
-  uint32_t untried;    // so many times more it is not tried
+  uint32_t losses;     // grows with the times in a row that keeping was the worse way
+  uint32_t untried;    // so many times more it is not tried to the end
 };
 
 void PhraseParserInit(PhraseParser& parser);

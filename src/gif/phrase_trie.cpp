@@ -2,6 +2,7 @@
 #include "gif/phrase_trie.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "gif/pixel_reader.h"
@@ -15,10 +16,19 @@ constexpr uint32_t kCodeBits = 12, kCodeMask = kPhraseCodes - 1;
 // A run of markers of this length is taken without a look at what else may stand there.
 constexpr uint32_t kLongRun = 32;
 
+// Where the search for a symbol begins: this and the node, which have different bits for the nodes of one symbol.
+constexpr auto kScatter = [] {
+  std::array<uint16_t, kPhraseSymbols> scatter = {};
+  for (uint32_t symbol = 0; symbol < kPhraseSymbols; ++symbol) {
+    scatter[symbol] = uint16_t((symbol + 1) * 0x9E3779B1u >> (32 - kPhraseSlotBits));
+  }
+  return scatter;
+}();
+
 // The slot of the string of `node` with `symbol` behind it, or a free one for it. At most half of all are taken.
 inline uint32_t& SlotOf(PhraseTrie& trie, uint32_t node, uint32_t symbol) {
-  const uint32_t key = node * kPhraseSymbols + symbol;
-  uint32_t place = key * 0x9E3779B1u >> (32 - kPhraseSlotBits);
+  const uint32_t key = node | symbol << kCodeBits;
+  uint32_t place = node ^ kScatter[symbol];
   while (trie.slots[place] != 0 && trie.slots[place] >> kCodeBits != key) place = (place + 1) & kSlotMask;
   return trie.slots[place];
 }
@@ -97,7 +107,7 @@ void TrieLearn(PhraseTrie& trie, const PhraseImage& image, const Phrase& phrase,
   }
   if (!run || image.freedom) {
     uint32_t& slot = SlotOf(trie, phrase.node, symbol);
-    if (slot == 0) slot = (phrase.node * kPhraseSymbols + symbol) << kCodeBits | trie.next;
+    if (slot == 0) slot = (phrase.node | symbol << kCodeBits) << kCodeBits | trie.next;
   }
   trie.first[trie.next] = trie.first[phrase.node];
   ++trie.next;
@@ -109,9 +119,13 @@ namespace {
 inline Phrase LongestOfColours(PhraseTrie& trie, const PhraseImage& image, uint32_t at, uint32_t end) {
   const uint32_t colour = image.colours[at], longest = trie.runLongest[colour];
   const uint8_t* const from = image.colours + at;
-  const auto run = uint32_t(EqualBytes(from, from + std::min(end - at, longest + 1), uint8_t(colour)));
-  if (run > longest) return {longest, trie.runNode[colour][longest - 1]};
-  uint32_t node = trie.runNode[colour][run - 1], next = at + run;
+  uint32_t node = colour, next = at + 1;
+  if (next != end && from[1] == colour) {
+    const auto run = uint32_t(EqualBytes(from, from + std::min(end - at, longest + 1), uint8_t(colour)));
+    if (run > longest) return {longest, trie.runNode[colour][longest - 1]};
+    node = trie.runNode[colour][run - 1];
+    next = at + run;
+  }
   for (; next != end; ++next) {
     const uint32_t child = Child(trie, node, image.colours[next]);
     if (child == 0) break;

@@ -11,7 +11,7 @@ namespace framereel {
 
 inline constexpr uint32_t kPhraseCodes = 4096; // codes have at most 12 bits
 inline constexpr uint32_t kPhraseSymbols = 256;
-inline constexpr uint32_t kPhraseSlotBits = 13;
+inline constexpr uint32_t kPhraseSlotBits = 14;
 
 // Which symbols a pixel may have; of two that serve alike the first named is taken.
 enum class Freedom : uint8_t { kColour, kColourOrMarker, kMarkerOrColour };

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <iterator>
 #include <numeric>
+#include <utility>
 
 #include "core/memory.h"
 
@@ -168,12 +169,17 @@ uint8_t UseFileTable(SmallestFrames& smallest, bool marker) {
   return CodeSizeFor(most + 1);
 }
 
+// Of a frame's own table in the file.
+uint64_t TableSizeBits(uint32_t tableBits) {
+  return tableBits == 0 ? 0 : uint64_t{8 * kTriple} << tableBits;
+}
+
 // ---- Choices -------------------------------------------------------------------------------------------------------
 
 // Cuts the frame into phrases with the table that the trial has, and keeps the trial if that is the best so far.
 void Try(SmallestFrames& smallest, bool marker, uint8_t codeSize, uint32_t count, uint64_t& leastBits) {
   SmallestFrame& trial = smallest.trial;
-  const uint64_t table = trial.tableBits == 0 ? 0 : uint64_t{8 * kTriple} << trial.tableBits;
+  const uint64_t table = TableSizeBits(trial.tableBits);
   if (table >= leastBits) return;
   const auto symbol = uint8_t(smallest.symbolCount);
   const PhraseImage image = {smallest.symbols, marker ? smallest.freedom : nullptr, count, codeSize, symbol};
@@ -184,11 +190,61 @@ void Try(SmallestFrames& smallest, bool marker, uint8_t codeSize, uint32_t count
   std::swap(smallest.frame, trial);
 }
 
+// What a dictionary that fills up loses by a code size of `larger` against `smaller`, as measured.
+uint64_t LossByCodeSize(uint8_t larger, uint8_t smaller) {
+  constexpr uint64_t kBitsForEach = 6; // symbol that is not there
+  return larger <= smaller ? 0 : kBitsForEach * ((1u << larger) - (1u << smaller));
+}
+
+// A frame that has a choice of tables is cut with both, as long as that takes little time; else with the one that is
+// likely the better.
 void TryBothTables(SmallestFrames& smallest, bool marker, uint32_t count, uint64_t& leastBits) {
+  const uint64_t dictionaries = uint64_t{smallest.phrasesOfLate} * count / kPhraseCodes >> 16;
+  const uint8_t ownSize = UseOwnTable(smallest, marker), ownBits = smallest.trial.tableBits;
   const uint8_t fileSize = UseFileTable(smallest, marker);
-  if (fileSize != 0) Try(smallest, marker, fileSize, count, leastBits);
-  const uint8_t ownSize = UseOwnTable(smallest, marker);
-  if (fileSize == 0 || ownSize < fileSize) Try(smallest, marker, ownSize, count, leastBits);
+  const bool small = dictionaries == 0;
+  const bool ownIsBetter = dictionaries * LossByCodeSize(fileSize, ownSize) > TableSizeBits(ownBits);
+  if (fileSize != 0 && (small || !ownIsBetter)) Try(smallest, marker, fileSize, count, leastBits);
+  if (fileSize != 0 && (ownSize >= fileSize || !(small || ownIsBetter))) return;
+  UseOwnTable(smallest, marker);
+  Try(smallest, marker, ownSize, count, leastBits);
+}
+
+// ---- The file's colour table ---------------------------------------------------------------------------------------
+
+struct Placing {
+  SmallestFrames& smallest;
+  uint8_t* table;
+  uint32_t next;
+
+  void Place(uint8_t colour) {
+    smallest.place[colour] = uint16_t(next);
+    std::memcpy(table + kTriple * next++, smallest.colours + kTriple * colour, kTriple);
+  }
+};
+
+// The square of the distance between a colour and the nearest of those in the table.
+uint32_t DistanceFrom(const Placing& placing, uint8_t colour) {
+  const uint8_t* wanted = placing.smallest.colours + kTriple * colour;
+  uint32_t least = UINT32_MAX;
+  for (const uint8_t* at = placing.table; at != placing.table + kTriple * placing.next; at += kTriple) {
+    const int32_t red = at[0] - wanted[0], green = at[1] - wanted[1], blue = at[2] - wanted[2];
+    least = std::min(least, uint32_t(red * red + green * green + blue * blue));
+  }
+  return least;
+}
+
+// Fills places that are left over with the colours that are most likely to come: those next to the ones that are there.
+void PlaceNeighbours(Placing& placing, uint32_t end) {
+  std::pair<uint32_t, uint8_t> others[256];
+  uint32_t count = 0;
+  for (uint32_t colour = 0; colour < 256; ++colour) {
+    if (placing.smallest.place[colour] != kNoPlace) continue;
+    const uint32_t distance = DistanceFrom(placing, uint8_t(colour));
+    if (distance != 0) others[count++] = {distance, uint8_t(colour)};
+  }
+  std::sort(others, others + count);
+  for (uint32_t i = 0; i < count && placing.next < end; ++i) placing.Place(others[i].second);
 }
 
 } // namespace
@@ -231,13 +287,12 @@ int SmallestBegin(SmallestFrames& smallest, const FramePixels& first, uint8_t* t
   std::iota(order, order + 256, uint8_t{0});
   std::stable_sort(order, order + 256, [&](uint8_t a, uint8_t b) { return counts[a] > counts[b]; });
   std::fill(std::begin(smallest.place), std::end(smallest.place), kNoPlace);
-  uint32_t used = 0;
-  for (; used < 256 && counts[order[used]] != 0; ++used) {
-    smallest.place[order[used]] = uint16_t(used);
-    std::memcpy(table + kTriple * used, smallest.colours + kTriple * order[used], kTriple);
-  }
-  smallest.tableBits = TableBitsFor(std::min(used + 1, 256u)); // with room for a transparent index
-  std::memset(table + kTriple * used, 0, kTriple * ((1u << smallest.tableBits) - used));
+  Placing placing = {smallest, table, 0};
+  for (uint32_t i = 0; i < 256 && counts[order[i]] != 0; ++i) placing.Place(order[i]);
+  smallest.tableBits = TableBitsFor(std::min(placing.next + 1, 256u)); // with room for a transparent index
+  const uint32_t size = 1u << smallest.tableBits;
+  std::memset(table + kTriple * placing.next, 0, kTriple * (size - placing.next));
+  if (placing.next + 1 < size) PlaceNeighbours(placing, size - 1);
   return smallest.tableBits;
 }
 
@@ -251,8 +306,9 @@ const SmallestFrame& SmallestTakeFrame(SmallestFrames& smallest, const FramePixe
   uint64_t leastBits = UINT64_MAX;
   if (marked > count / 2) TryBothTables(smallest, true, count, leastBits);
   TryBothTables(smallest, false, count, leastBits);
-  if (marked > 0 && marked <= count / 2) TryBothTables(smallest, true, count, leastBits);
+  if (marked >= count / 16 && marked <= count / 2) TryBothTables(smallest, true, count, leastBits);
   smallest.anyShown = true;
+  smallest.phrasesOfLate = uint32_t((uint64_t{smallest.frame.phrases.count} << 16) / count);
   SmallestFrame& best = smallest.frame;
   best.left = int16_t(edges.left), best.top = int16_t(edges.top);
   best.width = width, best.height = height;

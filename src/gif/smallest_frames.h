@@ -50,6 +50,7 @@ struct SmallestFrames {
   uint8_t* symbols; // of the frame at hand
   Freedom* freedom; // of its pixels
   bool anyShown;
+  uint32_t phrasesOfLate;                // of the last frame, for 65,536 pixels
   uint32_t symbolCount;                  // of the frame at hand
   uint8_t symbolColours[kPhraseSymbols]; // the engine's index of each of its symbols
   SmallestFrame frame, trial;            // the best so far; what is tried
