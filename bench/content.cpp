@@ -98,10 +98,50 @@ Picture MakeWindow(int width, int height, Random& random) {
   return window;
 }
 
-void Copy(const Picture& from, int sourceTop, int left, int top, int width, int height, uint32_t* xrgb) {
-  const int across = std::min(from.width, width - left), down = std::min(from.height - sourceTop, height - top);
+// Light that changes slowly: values at the corners of large squares, and between them what lies between.
+class Light {
+public:
+  Light(int width, int height, int square, Random& random)
+      : side(square), across(width / square + 2), corners(static_cast<size_t>(across) * (height / square + 2)) {
+    for (int& corner : corners) corner = random.Below(256);
+  }
+  int At(int x, int y) const {
+    const int* upper = corners.data() + static_cast<size_t>(y / side) * across + x / side;
+    const int* lower = upper + across;
+    const int right = x % side, left = side - right, below = y % side;
+    return ((upper[0] * left + upper[1] * right) * (side - below) + (lower[0] * left + lower[1] * right) * below) /
+           (side * side);
+  }
+
+private:
+  int side, across;
+  std::vector<int> corners;
+};
+
+// Three channels of light, coarse and fine, and the grain of a film over them.
+Picture MakePhoto(int width, int height, Random& random) {
+  constexpr int kCoarse = 160, kFine = 48, kGrain = 13;
+  Picture photo = NewPicture(width, height, 0);
+  for (int channel = 0; channel < 3; ++channel) {
+    const Light coarse(width, height, kCoarse, random), fine(width, height, kFine, random);
+    for (int y = 0; y < height; ++y) {
+      for (int x = 0; x < width; ++x) {
+        const int level = (3 * coarse.At(x, y) + fine.At(x, y)) / 4 + random.Below(kGrain) - kGrain / 2;
+        photo.pixels[static_cast<size_t>(y) * width + x] |= static_cast<uint32_t>(std::clamp(level, 0, 255))
+                                                            << 8 * channel;
+      }
+    }
+  }
+  return photo;
+}
+
+// The part of `from` at sourceLeft, sourceTop, as far as it goes, at left, top of a frame.
+void Copy(const Picture& from, int sourceLeft, int sourceTop, int left, int top, int width, int height,
+          uint32_t* xrgb) {
+  const int across = std::min(from.width - sourceLeft, width - left);
+  const int down = std::min(from.height - sourceTop, height - top);
   for (int y = 0; y < down; ++y) {
-    const uint32_t* row = from.pixels.data() + static_cast<size_t>(sourceTop + y) * from.width;
+    const uint32_t* row = from.pixels.data() + static_cast<size_t>(sourceTop + y) * from.width + sourceLeft;
     std::copy(row, row + across, xrgb + static_cast<size_t>(top + y) * width + left);
   }
 }
@@ -120,6 +160,21 @@ void DrawCaret(const Scene& scene, int n, uint32_t* xrgb) {
   }
 }
 
+// The page fills up from half its height on, and the clock shows another number every fourth frame.
+void DrawTyping(const Scene& scene, int n, uint32_t* xrgb) {
+  Picture frame = NewPicture(scene.width, scene.height, kWhite);
+  Copy(scene.backdrop, 0, 0, 0, 0, scene.width, scene.height / 2, frame.pixels.data());
+  for (int digit = 0; digit < 6; ++digit) {
+    DrawGlyph(frame, scene.width - 8 * kGlyphWidth + digit * kGlyphWidth, 4, digit < 5 ? digit : n / 4 % 10, kBlack);
+  }
+  const int perLine = scene.width / kGlyphWidth - 4;
+  for (int letter = 0; letter <= n; ++letter) {
+    const int left = 2 * kGlyphWidth + letter % perLine * kGlyphWidth;
+    DrawGlyph(frame, left, scene.height / 2 + letter / perLine * kLineHeight, letter * 7 % kGlyphs, kBlack);
+  }
+  std::copy(frame.pixels.begin(), frame.pixels.end(), xrgb);
+}
+
 } // namespace
 
 const char* SceneName(SceneKind kind) {
@@ -130,6 +185,10 @@ const char* SceneName(SceneKind kind) {
     return "dragged window";
   case SceneKind::kStaticCaret:
     return "static with caret";
+  case SceneKind::kTyping:
+    return "typing, a clock";
+  case SceneKind::kPannedPhoto:
+    return "panned photo";
   case SceneKind::kNoise:
     return "noise";
   }
@@ -139,12 +198,14 @@ const char* SceneName(SceneKind kind) {
 Scene MakeScene(SceneKind kind, int width, int height) {
   Random random{0x5EED};
   Scene scene = {kind, width, height, {}, {}};
-  if (kind == SceneKind::kScrollingText || kind == SceneKind::kStaticCaret) {
+  if (kind == SceneKind::kScrollingText || kind == SceneKind::kStaticCaret || kind == SceneKind::kTyping) {
     scene.backdrop = NewPicture(width, height * 4, kWhite);
     DrawText(scene.backdrop, 8, 0, width - 16, height * 4, random);
   } else if (kind == SceneKind::kDraggedWindow) {
     scene.backdrop = MakeDesktop(width, height, random);
     scene.window = MakeWindow(width / 2, height / 2, random);
+  } else if (kind == SceneKind::kPannedPhoto) {
+    scene.backdrop = MakePhoto(width * 2, height * 2, random);
   }
   return scene;
 }
@@ -152,17 +213,23 @@ Scene MakeScene(SceneKind kind, int width, int height) {
 void DrawFrame(const Scene& scene, int n, uint32_t* xrgb) {
   switch (scene.kind) {
   case SceneKind::kScrollingText:
-    Copy(scene.backdrop, n * 5 % (scene.height * 3), 0, 0, scene.width, scene.height, xrgb);
+    Copy(scene.backdrop, 0, n * 5 % (scene.height * 3), 0, 0, scene.width, scene.height, xrgb);
     break;
   case SceneKind::kDraggedWindow: {
-    Copy(scene.backdrop, 0, 0, 0, scene.width, scene.height, xrgb);
+    Copy(scene.backdrop, 0, 0, 0, 0, scene.width, scene.height, xrgb);
     const int across = scene.width - scene.window.width, down = scene.height - scene.window.height;
-    Copy(scene.window, 0, (across / 4 + n * 7) % across, (down / 4 + n * 3) % down, scene.width, scene.height, xrgb);
+    Copy(scene.window, 0, 0, (across / 4 + n * 7) % across, (down / 4 + n * 3) % down, scene.width, scene.height, xrgb);
     break;
   }
   case SceneKind::kStaticCaret:
-    Copy(scene.backdrop, 0, 0, 0, scene.width, scene.height, xrgb);
+    Copy(scene.backdrop, 0, 0, 0, 0, scene.width, scene.height, xrgb);
     DrawCaret(scene, n, xrgb);
+    break;
+  case SceneKind::kTyping:
+    DrawTyping(scene, n, xrgb);
+    break;
+  case SceneKind::kPannedPhoto:
+    Copy(scene.backdrop, n * 3 % scene.width, n % scene.height, 0, 0, scene.width, scene.height, xrgb);
     break;
   case SceneKind::kNoise:
     DrawNoise(scene, n, xrgb);

@@ -1,4 +1,4 @@
-// What the benchmarks record: four kinds of moving screen, drawn the same way in every run.
+// What the benchmarks record: six kinds of moving screen, drawn the same way in every run.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,14 @@ enum class SceneKind {
   kScrollingText, // a page of text that moves up by a few pixels a frame
   kDraggedWindow, // a window of text dragged over a desktop with a gradient and icons
   kStaticCaret,   // a page of text on which nothing but a caret changes
+  kTyping,        // a page of text on which letters come one by one while a clock runs in the opposite corner
+  kPannedPhoto,   // a smooth picture with grain, of which each frame shows another part
   kNoise,         // every pixel of every frame at random
 };
 
 inline constexpr SceneKind kAllScenes[] = {SceneKind::kScrollingText, SceneKind::kDraggedWindow,
-                                           SceneKind::kStaticCaret, SceneKind::kNoise};
+                                           SceneKind::kStaticCaret,   SceneKind::kTyping,
+                                           SceneKind::kPannedPhoto,   SceneKind::kNoise};
 
 // A drawn background of which each frame shows a part. Pixels are 0x00RRGGBB, rows without padding.
 struct Picture {
