@@ -84,6 +84,12 @@ protected:
   }
 };
 
+// As if there had been more in front of what the stream has.
+void PretendSize(RecordCommand& command, uint32_t size) {
+  command.recorder.lastControl += size - command.stream.streamSize;
+  command.stream.streamSize = command.recorder.frameBytes = size;
+}
+
 // What happens at a time of the script.
 void Happen(const std::string& what, RecordCommand& command) {
   const uint32_t lastWithRoom = UINT32_MAX - 2 * 64 * 48 - 4096;
@@ -95,8 +101,8 @@ void Happen(const std::string& what, RecordCommand& command) {
   if (what == "depth12") MemoryDisplayReset(64, 48, 12);
   if (what == "small") MemoryDisplaySetMode(16, 12, 24);
   if (what == "flat") MemoryDisplayReset(32767, 2, 24);
-  if (what == "last") command.stream.streamSize = lastWithRoom;
-  if (what == "full") command.stream.streamSize = command.recording.frameBytes = lastWithRoom + 1;
+  if (what == "last") PretendSize(command, lastWithRoom);
+  if (what == "full") PretendSize(command, lastWithRoom + 1);
   if (what == "display") ::setenv("DISPLAY", ":77", 1);
   if (what == "empty") ::setenv("DISPLAY", "", 1);
 }
@@ -109,16 +115,16 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
     uint32_t passed;     // ms
     const char* message; // how its one line begins, behind the command's name
   } cases[] = {
-      {"", {"--frames=3"}, 1, 200, ""},
+      {"", {"--ticks=3"}, 1, 300, ""},
       {"150 noise 250 lost", {}, 2, 300, "the connection to the display was lost; FILE holds the 2 frames before that"},
       {"250 depth8", {}, 1, 300, "the screen's colour depth has changed; FILE holds the 1 frame before that"},
       {"50 last 250 full", {}, 1, 300, "the animation has reached 4 GiB; FILE holds the 1 frame before that"},
-      {"150 small 250 noise", {"--frames=4"}, 2, 300, "Part of the recording area is not on the screen any more"},
-      {"150 small 250 noise", {"--frames=4", "--quiet"}, 2, 300, ""},
-      {"", {"--frames=1", "--area=60,0 4x48"}, 1, 0, ""},
-      {"", {"--frames=1", "--area=-10,40 30x8"}, 1, 0, "part of the area lies off the screen; recording 0,40 20x8"},
-      {"", {"--frames=1", "--area=9,-5 30x8"}, 1, 0, "part of the area lies off the screen; recording 9,0 30x3"},
-      {"", {"--frames=1", "--area=60,0 30x100", "--quiet"}, 1, 0, ""},
+      {"150 small 250 noise", {"--ticks=4"}, 2, 400, "Part of the recording area is not on the screen any more"},
+      {"150 small 250 noise", {"--ticks=4", "--quiet"}, 2, 400, ""},
+      {"", {"--ticks=1", "--area=60,0 4x48"}, 1, 100, ""},
+      {"", {"--ticks=1", "--area=-10,40 30x8"}, 1, 100, "part of the area lies off the screen; recording 0,40 20x8"},
+      {"", {"--ticks=1", "--area=9,-5 30x8"}, 1, 100, "part of the area lies off the screen; recording 9,0 30x3"},
+      {"", {"--ticks=1", "--area=60,0 30x100", "--quiet"}, 1, 100, ""},
       {"", {"--area=64,0 10x10"}, 0, 0, "the area 64,0 10x10 lies outside the screen, which has 64x48 pixels"},
       {"", {"--area=0,-10 10x10"}, 0, 0, "the area 0,-10 10x10 lies outside the screen, which has 64x48 pixels"},
       {"0 flat",
@@ -157,7 +163,7 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
 }
 
 TEST_F(CommandTest, HandsItsOptionsToTheEngine) {
-  EXPECT_EQ(Run({"--frames=1", "--no-loop", "--size=44", "--area=10,10 20x16", "--owner=Ada"}), kExitDone);
+  EXPECT_EQ(Run({"--ticks=1", "--no-loop", "--size=44", "--area=10,10 20x16", "--owner=Ada"}), kExitDone);
   const GifPicture gif = ReadGifFile(place);
   EXPECT_NE(ReadWholeFile(place).find("Created by Ada, using"), std::string::npos);
   EXPECT_EQ(ReadWholeFile(place).find("NETSCAPE"), std::string::npos);
@@ -174,7 +180,8 @@ TEST_F(CommandTest, TakesATickAtOnceAndThenOneEachDelayUntilItsEnd) {
   } cases[] = {
       {{}, "--seconds=1", "ticks=10 frames=1 lost=0", 1000},                 // the one at the end is not taken any more
       {{UINT32_MAX - 149}, "--seconds=0.5", "ticks=5 frames=1 lost=0", 500}, // the clock wraps
-      {{}, "--frames=5", "ticks=5 frames=1 lost=0", 400},                    // it ends with its last tick
+      {{}, "--ticks=5", "ticks=5 frames=1 lost=0", 500},                     // the last one has its delay, too
+      {{}, "--frames=1", "ticks=1 frames=1 lost=0", 100},
       {{0, 250}, "--no-loop", "ticks=3 frames=1 lost=0", 250},
       {{0, 0}, "--no-loop", "ticks=1 frames=1 lost=0", 0},                     // one frame in any case
       {{0, UINT32_MAX, 399}, "--seconds=1", "ticks=10 frames=1 lost=0", 1000}, // late, the next one is still to come
@@ -195,10 +202,47 @@ TEST_F(CommandTest, TakesATickAtOnceAndThenOneEachDelayUntilItsEnd) {
   }
 }
 
+// Frames are noise that is drawn just ahead of a tick.
+TEST_F(CommandTest, PlaysAsLongAsItRecordsAtEveryRateWithTicksLostAndTicksThatFindNothing) {
+  const auto run = [this](const std::string& delay, const TestClock& c, std::vector<uint32_t> changes) {
+    MemoryDisplayReset(16, 12, 24);
+    for (const uint32_t time : changes) MemoryAt(time - 1, [time] { DrawNoise(time); });
+    clock = c;
+    EXPECT_EQ(Run({("--delay=" + delay).c_str(), "--no-border"}), kExitDone);
+    return ReadGifFile(place).frames;
+  };
+  for (const uint32_t delay : {25, 26, 30, 33, 50, 101, 200, 333, 1000, 5000}) {
+    for (const uint32_t changed : {1, 3, 100}) { // the how many-th tick
+      for (const uint32_t late : {0u, 300 + 5 * delay / 2, 300 + 5 * delay - 1}) {
+        SCOPED_TRACE(testing::Message() << delay << " " << changed << " " << late);
+        std::vector<uint32_t> changes;
+        for (uint32_t k = changed; k < 24; k += changed) changes.push_back(k * delay);
+        const uint32_t end = 24 * delay + delay * 3 / 7;
+        const std::vector<GifFrame> frames = run(std::to_string(delay), {0, end, late}, changes);
+        int sum = 0;
+        for (size_t i = 0; i < frames.size(); ++i) {
+          if (late == 0) {
+            EXPECT_NEAR(10 * sum, double(i * changed * delay), 9);
+            EXPECT_NE(frames[i].delay, 1) << "viewers make ten of it";
+          }
+          sum += frames[i].delay;
+        }
+        EXPECT_NEAR(10 * sum, ::GetTickCount(), 9);
+        EXPECT_TRUE(late != 0 || frames.size() == changes.size() + 1);
+      }
+    }
+  }
+  std::vector<int> delays; // beyond the ends of their field
+  for (const GifFrame& frame : run("5000", {0, 2100000}, {700000})) delays.push_back(frame.delay);
+  EXPECT_EQ(delays, (std::vector{65535, 4465, 65535, 65535, 8930}));
+  EXPECT_EQ(run("5000", {0, 655354}, {}).back().delay, 65535);
+  EXPECT_EQ(run("5000", {0, 655355}, {}).back().delay, 1);
+}
+
 TEST_F(CommandTest, ShowsProgressAndOutcomeOnATerminal) {
   terminal = true;
-  EXPECT_EQ(Run({"--delay=5000", "--frames=2"}), kExitDone);
-  EXPECT_EQ(std::count(messages.begin(), messages.end(), '\r'), 20 + 1) << "four times a second, and wiped in the end";
+  EXPECT_EQ(Run({"--delay=5000", "--ticks=2"}), kExitDone);
+  EXPECT_EQ(std::count(messages.begin(), messages.end(), '\r'), 40 + 1) << "four times a second, and wiped in the end";
   EXPECT_EQ(Run({"--seconds=1"}), kExitDone);
   EXPECT_EQ(messages.find("\r1 frame, "), 0u);
   EXPECT_NE(messages.find("0:00  [############............]\x1b[K"), std::string::npos);
@@ -247,7 +291,7 @@ TEST_F(CommandTest, KeepsElsewhereWhatCannotBeSavedInItsPlace) {
     place = c.wanted;
     MemoryDisplayReset(64, 48, 24);
     MemoryAt(50, c.happens);
-    EXPECT_EQ(Run({"--frames=2"}), kExitFailed);
+    EXPECT_EQ(Run({"--ticks=2"}), kExitFailed);
     const std::string told =
         c.kept == "" ? "nor can it be kept elsewhere: No such file or directory" : "the animation is kept as " + c.kept;
     EXPECT_EQ(messages, std::string("framereel-record: cannot write FILE: ") + c.why + "; " + told + "\n");
@@ -262,14 +306,14 @@ TEST_F(CommandTest, SavesTheCompleteFramesWhicheverAllocationFails) {
   MemoryDisplayReset(320, 320, 24);
   // The second picture outgrows the stream's first chunk, so that memory may end in the midst of a frame.
   for (const uint32_t time : {0, 150, 250}) MemoryAt(time, [time] { DrawNoise(time); });
-  Run({"--frames=1"}); // what it makes once for all its runs is made now
+  Run({"--ticks=1"}); // what it makes once for all its runs is made now
   std::filesystem::remove(place);
   size_t saved = 0;
   int status = kExitFailed;
   for (allocations = 0; status != kExitDone; ++allocations) {
     SCOPED_TRACE(testing::Message() << "allocation " << allocations);
     const pid_t child = ::fork();
-    if (child == 0) ::_exit(Run({"--frames=3"}));
+    if (child == 0) ::_exit(Run({"--ticks=3"}));
     ::waitpid(child, &status, 0);
     status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     ASSERT_TRUE(status == kExitDone || status == kExitFailed);

@@ -29,6 +29,8 @@ std::string Told(Words words) {
   add("size " + number(r.recordingSize), r.recordingSize != usual.recordingSize);
   add("ms " + number(o.milliseconds), o.milliseconds != 0);
   add("ticks " + number(o.ticks), o.ticks != 0);
+  add("frames " + number(o.frames), o.frames != 0);
+  add("measured", !r.trueTime);
   add("owner " + std::string(o.owner ? o.owner : ""), o.owner != nullptr);
   add("area " + number(o.area.left) + "," + number(o.area.top) + " " + number(o.area.width) + "x" +
           number(o.area.height),
@@ -47,13 +49,15 @@ std::string Told(Words words) {
 TEST(RecordOptions, SetWhatTheySayAndAreRefusedWhereTheyMakeNoSenseTogether) {
   const std::pair<Words, const char*> cases[] = {
       {{"f"}, "f"},
-      {{"--delay", "25", "--size=44", "--frames", "3", "--owner=a=b", "-"}, "- delay 25 size 1 ticks 3 owner a=b"},
+      {{"--delay", "25", "--size=44", "--frames", "3", "--owner=a=b", "-"}, "- delay 25 size 1 frames 3 owner a=b"},
       {{"--delay=100", "f", "--delay=5000"}, "f delay 5000"},
       {{"--no-timing", "--no-loop", "--explorer", "--quiet", "f"}, "f timing loop explorer quiet"},
       {{"--no-transparency", "--no-border", "--no-cursor", "--stats", "f"}, "f transparency border cursor stats"},
       {{"--fps=40", "--seconds=0.1", "--size=25", "f"}, "f delay 25 size 0 ms 100"},
       {{"--fps=0.2", "--seconds=604800", "f"}, "f delay 5000 ms 604800000"},
-      {{"--fps=15", "--frames=1000000000", "f"}, "f delay 67 ticks 1000000000"},
+      {{"--fps=15", "--ticks=1000000000", "--frames=5", "f"}, "f delay 67 ticks 1000000000 frames 5"},
+      {{"--delays=measured", "f"}, "f measured"},
+      {{"--delays=measured", "--delays", "true", "f"}, "f"},
       {{"--area=-32768,32767 32767x1", "f"}, "f area -32768,32767 32767x1"},
       {{"--quiet", "--", "--delay"}, "--delay quiet"},
       {{"--", "--"}, "--"},
@@ -66,7 +70,6 @@ TEST(RecordOptions, SetWhatTheySayAndAreRefusedWhereTheyMakeNoSenseTogether) {
       {{"a", "b"}, "one FILE at a time: \"a\" or \"b\""},
       {{"-", "-"}, "one FILE at a time: \"-\" or \"-\""},
       {{"--delay=100", "--fps=10", "f"}, "--delay and --fps say the same thing; give one of them"},
-      {{"--frames=5", "--seconds=1", "f"}, "--seconds and --frames both end the recording; give one of them"},
       {{"--quiet=yes", "f"}, "--quiet takes no value, not \"yes\""},
       {{"--help=me"}, "unknown option --help; framereel-record --help lists them"},
       {{"--dela=100", "f"}, "unknown option --dela; framereel-record --help lists them"},
@@ -91,6 +94,7 @@ TEST(RecordOptions, RefuseValuesWithTheOptionsNameAndWhatItTakes) {
        {"0", "0.19", "40.1", "-1", "", ".", "1.2.3", "inf", "nan", "1e1", "0x1", "1,5"}},
       {"--size", "25, 44 or 100", {"50", "", "100%", "44 ", "1"}},
       {"--seconds", "a number from 0.1 to 604800", {"0", "604801", "", "5s", "-5", "1e3"}},
+      {"--delays", "true or measured", {"", "True", "measure"}},
       {"--frames", "a whole number from 1 to 1000000000", {"0", "1000000001", "4294967297", "", "-1", "1.5"}},
       {"--area",
        "\"L,T WxH\" in screen pixels, such as \"0,0 640x480\", W and H from 1 to 32767",

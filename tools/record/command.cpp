@@ -82,6 +82,7 @@ void SetUpRecording(RecordCommand& command) {
   command.recording.delay = options.recording.frameDelay;
   command.recording.milliseconds = options.milliseconds;
   command.recording.tickLimit = options.ticks;
+  command.recording.frameLimit = options.frames;
   command.recording.onProgress = shows ? OnProgress : nullptr;
   command.recording.watcher = &command.progress;
 }
@@ -120,13 +121,13 @@ int Save(RecordCommand& command, const char* reason) {
   int status = kExitFailed;
   ProgressClear(command.progress);
   if (command.output.direct && command.signals) StopSignalsRelease(*command.signals);
-  if (command.recording.frames == 0) {
+  const uint32_t frames = command.recorder.frameCount;
+  if (frames == 0) {
     RefuseAll(refusal, reason ? reason : "no frame was taken");
   } else if (!OutputSave(command.output, command.gif, refusal)) {
     if (reason) Complain(command.messages, reason);
     KeepElsewhere(command, refusal);
   } else if (reason) {
-    const uint32_t frames = command.recording.frames;
     Refuse(refusal, "%s; %s holds the %" PRIu32 " %s before that", reason, command.output.path, frames,
            frames == 1 ? "frame" : "frames");
   } else {
@@ -140,7 +141,7 @@ int Save(RecordCommand& command, const char* reason) {
 void SaveWhenMemoryEnded(void* argument, uint32_t count) {
   RecordCommand& command = *static_cast<RecordCommand*>(argument);
   if (count == 1) {
-    if (command.recording.recorder) KeepCompleteFrames(command.recording);
+    StreamTruncate(command.stream, command.recorder.frameBytes);
     Save(command, "memory is exhausted");
   }
   ::ExitProcess(kExitFailed);

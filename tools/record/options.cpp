@@ -91,11 +91,16 @@ bool TakeSeconds(RecordOptions& options, const char* value) {
   return true;
 }
 
-bool TakeFrames(RecordOptions& options, const char* value) {
-  int32_t ticks;
-  if (!ReadInteger(value, 1, kMostTicks, &ticks)) return false;
-  options.ticks = uint32_t(ticks);
+template <uint32_t RecordOptions::*field> bool TakeCount(RecordOptions& options, const char* value) {
+  int32_t count;
+  if (!ReadInteger(value, 1, kMostTicks, &count)) return false;
+  options.*field = uint32_t(count);
   return true;
+}
+
+bool TakeDelays(RecordOptions& options, const char* value) {
+  options.recording.trueTime = strcmp(value, "true") == 0;
+  return options.recording.trueTime || strcmp(value, "measured") == 0;
 }
 
 bool TakeOwner(RecordOptions& options, const char* value) {
@@ -124,7 +129,13 @@ constexpr Option kOptions[] = {
     {"--size", "PERCENT", "25, 44 or 100", TakeSize,
      "share of the area's pixels that is kept: 25, 44 or 100 (default)"},
     {"--seconds", "S", "a number from 0.1 to 604800", TakeSeconds, "stop after S seconds; default: at Ctrl+C"},
-    {"--frames", "N", "a whole number from 1 to 1000000000", TakeFrames, "stop when the screen was looked at N times"},
+    {"--frames", "N", "a whole number from 1 to 1000000000", TakeCount<&RecordOptions::frames>,
+     "stop when the file holds N frames; a tick that finds nothing changed makes none"},
+    {"--ticks", "N", "a whole number from 1 to 1000000000", TakeCount<&RecordOptions::ticks>,
+     "stop when the screen was looked at N times"},
+    {"--delays", "true|measured", "true or measured", TakeDelays,
+     "true (default): each frame is shown for the time that it stood on the screen, so the file plays as long as the "
+     "recording took; measured: the program's rule, by which files play somewhat faster"},
     {"--no-transparency", nullptr, nullptr, SetRecording<&RecordingOptions::interframeTransparency, false>,
      "write unchanged pixels with their colour, not as transparent"},
     {"--no-timing", nullptr, nullptr, SetRecording<&RecordingOptions::recordTimingInfo, false>,
@@ -151,14 +162,12 @@ const Option* FindOption(const char* name, size_t length) {
 
 // Which of the options that exclude each other were given.
 struct Given {
-  bool delay, fps, seconds, frames;
+  bool delay, fps;
 };
 
 void NoteGiven(Given& given, const Option& option) {
   given.delay |= option.take == TakeDelay;
   given.fps |= option.take == TakeFps;
-  given.seconds |= option.take == TakeSeconds;
-  given.frames |= option.take == TakeFrames;
 }
 
 // The argument `name` or `name=value`; *next is the argument behind it, and moves on when it is the value.
@@ -185,9 +194,6 @@ bool ReadOption(const char* argument, const char* const** next, RecordOptions* o
 
 bool CheckTogether(const RecordOptions& options, const Given& given, Refusal& refusal) {
   if (given.delay && given.fps) return Refuse(refusal, "--delay and --fps say the same thing; give one of them");
-  if (given.seconds && given.frames) {
-    return Refuse(refusal, "--seconds and --frames both end the recording; give one of them");
-  }
   if (!options.file) return Refuse(refusal, "no FILE to record into; framereel-record --help tells more");
   if (!*options.file) return Refuse(refusal, "the name of FILE is empty; give a path or - for standard output");
   return true;

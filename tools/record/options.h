@@ -18,10 +18,11 @@ struct WantedArea {
 };
 
 struct RecordOptions {
-  RecordingOptions recording;
+  RecordingOptions recording = {.trueTime = true};
   WantedArea area = {0, 0, 0, 0};
   uint32_t milliseconds = 0;   // how long to record; 0: no such end
   uint32_t ticks = 0;          // how many ticks to take; 0: no such end
+  uint32_t frames = 0;         // how many frames; 0: no such end
   const char* owner = nullptr; // the name in the comment; null: the user's. Points into the arguments
   const char* file = nullptr;  // "-" is standard output. Points into the arguments
   bool quiet = false;

@@ -29,15 +29,11 @@ void FormatTime(uint64_t milliseconds, char* text, size_t size) {
   }
 }
 
-// How much of the recording is done, in cells of the bar; -1 when its end is not known.
+// How much of the recording is done by the end that comes first, in cells of the bar; -1 when it has none.
 int DoneCells(const Recording& recording) {
-  uint64_t done = recording.elapsed;
-  uint64_t all = recording.milliseconds;
-  if (recording.tickLimit) {
-    done = recording.ticks;
-    all = recording.tickLimit;
-  }
-  return all == 0 ? -1 : int(std::min(done, all) * kBarCells / all);
+  const auto cells = [](uint64_t done, uint64_t all) { return all ? int(std::min(done, all) * kBarCells / all) : -1; };
+  return std::max({cells(recording.elapsed, recording.milliseconds), cells(recording.ticks, recording.tickLimit),
+                   cells(recording.recorder->frameCount, recording.frameLimit)});
 }
 
 int ColumnsOf(FILE* terminal) {
@@ -55,10 +51,11 @@ int64_t Microseconds(const timeval& time) {
 void FormatOutcome(const Recording& recording, char* text) {
   char size[kByteSizeText];
   char time[32];
-  FormatByteSize(recording.frameBytes, size);
+  const uint32_t frames = recording.recorder->frameCount;
+  FormatByteSize(recording.recorder->frameBytes, size);
   FormatTime(recording.elapsed, time, sizeof time);
-  const int length = snprintf(text, kProgressTextSize, "%" PRIu32 " %s, %s, %s", recording.frames,
-                              recording.frames == 1 ? "frame" : "frames", size, time);
+  const int length =
+      snprintf(text, kProgressTextSize, "%" PRIu32 " %s, %s, %s", frames, frames == 1 ? "frame" : "frames", size, time);
   if (recording.lostTicks == 0) return;
   snprintf(text + length, size_t(kProgressTextSize - length), ", %" PRIu32 " %s lost", recording.lostTicks,
            recording.lostTicks == 1 ? "tick" : "ticks");
@@ -110,7 +107,7 @@ void WriteStats(FILE* to, const Recording& recording, uint64_t bytes, const Usag
   fprintf(to,
           "ticks=%" PRIu32 " frames=%" PRIu32 " lost=%" PRIu32 " bytes=%" PRIu64
           " wall_s=%.3f cpu_s=%.3f peak_kib=%" PRId64 "\n",
-          recording.ticks, recording.frames, recording.lostTicks, bytes,
+          recording.ticks, recording.recorder->frameCount, recording.lostTicks, bytes,
           double(after.wallMicroseconds - before.wallMicroseconds) / 1e6,
           double(after.cpuMicroseconds - before.cpuMicroseconds) / 1e6, after.peakKilobytes);
 }

@@ -5,6 +5,7 @@
 
 #include "core/temporary_blocks.h"
 #include "platform/display/display_caps.h"
+#include "recorder/engine/pacing.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"
 
@@ -35,10 +36,12 @@ RecordingEnd TakeTick(Recording& recording) {
   if (recorder.screenStatus == kAnimationFull) return RecordingEnd::kFull;
   if (!recorder.recordingAllowed) return RecordingEnd::kScreenChanged;
   ++recording.ticks;
-  if (ScreenIsLost()) return RecordingEnd::kScreenLost;
-  recording.frames = recorder.frameCount;
-  recording.frameBytes = recorder.frameBytes;
-  return RecordingEnd::kComplete;
+  return ScreenIsLost() ? RecordingEnd::kScreenLost : RecordingEnd::kComplete;
+}
+
+bool HasEnough(const Recording& recording) {
+  return (recording.tickLimit && recording.ticks >= recording.tickLimit) ||
+         (recording.frameLimit && recording.recorder->frameCount >= recording.frameLimit);
 }
 
 // True when the user ended it.
@@ -62,10 +65,10 @@ RecordingEnd TakeTicks(Recording& recording) {
   for (uint64_t place = 0;;) { // of the tick at hand, lost ones counted
     const RecordingEnd ended = TakeTick(recording);
     if (ended != RecordingEnd::kComplete) return ended;
-    if (recording.ticks == recording.tickLimit) return RecordingEnd::kComplete;
 
     const uint64_t due = place == lastPlace ? end : (place + 1) * delay;
     if (WaitUntil(recording, due)) return RecordingEnd::kStopped;
+    if (HasEnough(recording)) return RecordingEnd::kComplete;
     const uint64_t reached = recording.elapsed / delay;
     const bool over = place == lastPlace || recording.elapsed >= end;
     recording.lostTicks += uint32_t((over ? lastPlace : reached - 1) - place);
@@ -79,13 +82,11 @@ RecordingEnd TakeTicks(Recording& recording) {
 RecordingEnd RunRecording(Recording& recording) {
   recording.lastTime = recording.clock.now(recording.clock.owner);
   const RecordingEnd end = TakeTicks(recording);
-  KeepCompleteFrames(recording);
   ReadClock(recording);
+  RecorderState& recorder = *recording.recorder;
+  StreamTruncate(*recorder.stream, recorder.frameBytes);
+  HoldLastFrame(recorder, recording.lastTime);
   return end;
-}
-
-void KeepCompleteFrames(Recording& recording) {
-  StreamTruncate(*recording.recorder->stream, recording.frameBytes);
 }
 
 } // namespace framereel

@@ -22,6 +22,7 @@ struct RecordingOptions {
   uint16_t frameDelay = 333;          // ms; at every tick and every grabbed frame
   bool interframeTransparency = true; // at every frame
   bool recordTimingInfo = true;       // at every frame
+  bool trueTime = false;              // which rule for delays (pacing.h); the same for a whole animation
   bool loop = true;                   // once, at the first frame
   bool overlayBorder = true;          // at every frame
   bool overlayCursor = true;          // once, at the first frame
@@ -139,8 +140,10 @@ struct RecorderState {
 
   RecorderControl control;
 
-  uint32_t lastFrameTick = 0; // of the frame last written, in ms
+  uint32_t frameTick = 0;     // when the frame under way was asked for, in ms
+  uint32_t lastFrameTick = 0; // of the frame last written, in ms; in true time when the file shows it
   bool haveLastFrameTick = false;
+  uint32_t lastControl = 0; // in true time: where the stream has that frame's control record
 };
 
 } // namespace framereel
