@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdarg>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -20,6 +22,8 @@ bool Fails() {
   return failsAt >= 0 && failsAt-- == 0;
 }
 
+bool namedOnly = false; // the disk has no files without names
+
 } // namespace
 
 // These take the place of the system's.
@@ -28,6 +32,17 @@ extern "C" ssize_t write(int descriptor, const void* bytes, size_t count) {
 }
 extern "C" int fsync(int descriptor) {
   return Fails() ? -1 : int(::syscall(SYS_fsync, descriptor));
+}
+extern "C" int open(const char* path, int flags, ...) {
+  if (namedOnly && (flags & O_TMPFILE) == O_TMPFILE) {
+    errno = EOPNOTSUPP;
+    return -1;
+  }
+  va_list mode;
+  va_start(mode, flags);
+  const int descriptor = int(::syscall(SYS_openat, AT_FDCWD, path, flags, va_arg(mode, int)));
+  va_end(mode);
+  return descriptor;
 }
 
 namespace framereel {
@@ -58,7 +73,8 @@ std::string SaveIn(const TemporaryFolder& folder, const std::string& name, GifWr
 }
 
 TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
-  for (const std::string older : {"", "older"}) {
+  for (const auto& [older, named] : {std::pair{std::string(), false}, {"", true}, {"older", false}, {"older", true}}) {
+    namedOnly = named;
     const TemporaryFolder folder;
     const std::string place = folder / "a.gif";
     if (older != "") WriteWholeFile(place, older);
@@ -73,7 +89,7 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
       ASSERT_TRUE(OutputOpen(output, refusal));
       ::umask(mask);
       ASSERT_TRUE(OutputFind(another, place.c_str(), refusal) && OutputOpen(another, refusal));
-      EXPECT_EQ(folder.EntryCount(), entries + 2) << "it gives way to a temporary file that stands there";
+      EXPECT_EQ(folder.EntryCount(), entries + 2 * named) << "it gives way to a temporary file that stands there";
       OutputDiscard(another);
       EXPECT_EQ(ReadWholeFile(place), older);
       EXPECT_TRUE(!saves || OutputSave(output, Animation(), refusal));
@@ -83,6 +99,25 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
     }
     EXPECT_EQ(fs::status(place).permissions(), fs::perms(older != "" ? 0604 : 0640));
   }
+  namedOnly = false;
+}
+
+TEST(OutputFile, LeavesAFileThatHasAppearedMeanwhileIfItIsToldTo) {
+  const TemporaryFolder folder;
+  for (const bool named : {false, true}) {
+    namedOnly = named;
+    OutputFile output;
+    Refusal refusal;
+    ASSERT_TRUE(OutputFind(output, (folder / std::to_string(named)).c_str(), refusal) && OutputOpen(output, refusal));
+    output.keepsOlder = true;
+    WriteWholeFile(output.path, "newer");
+    EXPECT_FALSE(OutputSave(output, Animation(), refusal));
+    EXPECT_EQ(refusal.text, "cannot write " + std::string(output.path) + ": File exists");
+    OutputDiscard(output);
+    EXPECT_EQ(ReadWholeFile(output.path), "newer");
+    EXPECT_EQ(folder.EntryCount(), named + 1u);
+  }
+  namedOnly = false;
 }
 
 TEST(OutputFile, KeepsTheOlderFileWhicheverWriteOrFlushFails) {

@@ -74,7 +74,7 @@ TEST(RecordOptions, SetWhatTheySayAndAreRefusedWhereTheyMakeNoSenseTogether) {
       {{"--help=me"}, "unknown option --help; framereel-record --help lists them"},
       {{"--dela=100", "f"}, "unknown option --dela; framereel-record --help lists them"},
       {{"-q", "f"}, "unknown option -q; framereel-record --help lists them"},
-      {{"--owner=x\ny", "--size=\n\x7F", "f"}, "--size takes 25, 44 or 100, not \"??\""},
+      {{"--owner=x\ny", "--size=\n\x7F", "f"}, "--size takes 25, 44 or 100, not \"\\n\\x7f\""},
   };
   for (const auto& [words, told] : cases) EXPECT_EQ(Told(words), told);
   const std::string endless(20000, '9'); // a refusal that is longer than its room

@@ -151,7 +151,9 @@ void TellOutcome(const RecordCommand& command) {
   if (!command.terminal || command.options.quiet) return;
   char outcome[kProgressTextSize];
   FormatOutcome(command.recording, outcome);
-  fprintf(command.messages, "%s: %s\n", command.output.path, outcome);
+  Refusal line;
+  Refuse(line, "%s: %s", command.output.path, outcome);
+  fprintf(command.messages, "%s\n", line.text);
 }
 
 int RecordAndSave(RecordCommand& command) {
