@@ -11,6 +11,8 @@
 #include "platform/display/display_caps.h"
 #include "platform/pump/engine_start.h"
 #include "record/capture_area.h"
+#include "record/pick_window.h"
+#include "record/stats.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
 
@@ -19,6 +21,10 @@ namespace framereel {
 namespace {
 
 constexpr const char* kScreenLost = "the connection to the display was lost";
+
+void Note(const RecordCommand& command, const char* text) {
+  if (!command.options.quiet) Complain(command.messages, text);
+}
 
 bool RefuseAll(Refusal& refusal, const char* reason) {
   return Refuse(refusal, "%s; nothing was recorded", reason);
@@ -37,9 +43,9 @@ void HearOfScreen(void* owner, const char* text) {
   RecordCommand& command = *static_cast<RecordCommand*>(owner);
   if (command.recorder.screenStatus != kScreenTooSmall) {
     Refuse(command.refusal, "%s", text);
-  } else if (!command.options.quiet) {
+  } else {
     ProgressClear(command.progress);
-    Complain(command.messages, text);
+    Note(command, text);
   }
 }
 
@@ -51,6 +57,20 @@ void SetUpRecorder(RecordCommand& command) {
   command.recorder.ownerName = command.options.owner ? command.options.owner : OwnerName();
 }
 
+// False with the reason when the user has asked for a window and there is none.
+bool SetUpWindow(RecordCommand& command) {
+  RecordOptions& options = command.options;
+  HWND window = nullptr;
+  if (options.window != 0) {
+    if (!FindNumberedWindow(options.window, &window, &options.area, command.refusal)) return false;
+  } else if (options.pick) {
+    Note(command, "click on the window to record; Esc ends the search");
+    if (!PickWindow(command.clock, &window, &options.area, command.refusal)) return false;
+  }
+  command.aimed.window = window;
+  return true;
+}
+
 bool SetUpArea(RecordCommand& command) {
   const DisplayCaps& screen = TheDisplayCaps();
   Rect area;
@@ -59,17 +79,22 @@ bool SetUpArea(RecordCommand& command) {
     return false;
   }
   command.recorder.captureArea = area;
-  if (cut && !command.options.quiet) {
+  if (cut) {
     Refusal note;
     Refuse(note, "part of the area lies off the screen; recording %d,%d %dx%d", area.left, area.top,
            area.right - area.left, area.bottom - area.top);
-    Complain(command.messages, note.text);
+    Note(command, note.text);
   }
+  if (command.options.follow) AimBegin(command.aimed, command.recorder, command.aimed.window);
   return true;
 }
 
 void OnProgress(void* watcher, const Recording& recording) {
   ProgressShow(*static_cast<Progress*>(watcher), recording);
+}
+
+bool Follow(void* aimed) {
+  return AimFollow(*static_cast<AimedWindow*>(aimed));
 }
 
 void SetUpRecording(RecordCommand& command) {
@@ -85,6 +110,8 @@ void SetUpRecording(RecordCommand& command) {
   command.recording.frameLimit = options.frames;
   command.recording.onProgress = shows ? OnProgress : nullptr;
   command.recording.watcher = &command.progress;
+  command.recording.aim = options.follow ? Follow : nullptr;
+  command.recording.aimer = &command.aimed;
 }
 
 // Why the recording ended ahead of its time; null when it did not.
@@ -96,6 +123,7 @@ const char* ReasonOf(RecordingEnd end) {
     return "the screen's colour depth has changed";
   case RecordingEnd::kFull:
     return "the animation has reached 4 GiB";
+  case RecordingEnd::kWindowGone: // as the user has asked for it
   case RecordingEnd::kComplete:
   case RecordingEnd::kStopped:
     break;
@@ -156,8 +184,37 @@ void TellOutcome(const RecordCommand& command) {
   fprintf(command.messages, "%s\n", line.text);
 }
 
+int Fail(RecordCommand& command) {
+  OutputDiscard(command.output);
+  Complain(command.messages, command.refusal.text);
+  return kExitFailed;
+}
+
+// False when the user ends it.
+bool CountDown(RecordCommand& command) {
+  const RecordingClock& clock = command.clock;
+  const bool shows = command.terminal && !command.options.quiet;
+  bool stopped = false;
+  if (!shows && command.options.countdown != 0) {
+    Refusal note;
+    Refuse(note, "recording in %u s", command.options.countdown);
+    Note(command, note.text);
+  }
+  for (uint32_t left = command.options.countdown; left > 0 && !stopped; --left) {
+    if (shows) ProgressSay(command.progress, "recording in", left);
+    stopped = clock.wait(clock.owner, 1000);
+  }
+  ProgressClear(command.progress);
+  return !stopped;
+}
+
 int RecordAndSave(RecordCommand& command) {
   SetUpRecording(command);
+  if (!CountDown(command)) {
+    RefuseAll(command.refusal, "the countdown was ended");
+    return Fail(command);
+  }
+  if (command.options.milliseconds == 0 && command.options.ticks == 0) Note(command, "recording; Ctrl+C ends it");
   const Usage before = ReadUsage();
   const RecordingEnd end = RunRecording(command.recording);
   const Usage after = ReadUsage();
@@ -165,7 +222,7 @@ int RecordAndSave(RecordCommand& command) {
   if (status == kExitDone) TellOutcome(command);
   if (command.options.stats) {
     const uint64_t trailer = 1;
-    WriteStats(command.messages, command.recording, command.stream.streamSize + trailer, before, after);
+    WriteStats(command.figures, command.recording, command.stream.streamSize + trailer, before, after);
   }
   return status;
 }
@@ -175,13 +232,7 @@ bool Prepare(RecordCommand& command) {
   SetUpRecorder(command);
   if (ScreenIsLost()) return RefuseAll(command.refusal, kScreenLost); // it tells no depth and no size
   if (!command.recorder.recordingAllowed) return false;
-  return SetUpArea(command) && OutputOpen(command.output, command.refusal);
-}
-
-int Fail(RecordCommand& command) {
-  OutputDiscard(command.output);
-  Complain(command.messages, command.refusal.text);
-  return kExitFailed;
+  return SetUpWindow(command) && SetUpArea(command) && OutputOpen(command.output, command.refusal);
 }
 
 } // namespace
@@ -197,9 +248,22 @@ void RecordCommandInit(RecordCommand& command) {
   GifWriterInit(command.gif, &command.stream);
 }
 
+int ListWindowsRun(RecordCommand& command) {
+  if (!StartScreen(command.refusal)) return Fail(command);
+  ListWindows(command.figures);
+  EngineShutDown();
+  return kExitDone;
+}
+
 int RecordCommandRun(RecordCommand& command) {
   command.recording = {};
+  command.aimed = {};
   StreamClear(command.stream);
+  command.output.keepsOlder = command.options.noClobber;
+  if (command.output.replaces && command.output.keepsOlder) {
+    Refuse(command.refusal, "%s exists already, and --no-clobber keeps it", command.output.path);
+    return Fail(command);
+  }
   if (!StartScreen(command.refusal)) return Fail(command);
   const int status = Prepare(command) ? RecordAndSave(command) : Fail(command);
   RecorderTearDown(command.recorder);

@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <cinttypes>
 #include <cstring>
-#include <ctime>
 #include <sys/ioctl.h>
-#include <sys/resource.h>
 
 #include "recorder/engine/status.h"
 
@@ -40,10 +38,6 @@ int ColumnsOf(FILE* terminal) {
   winsize size;
   if (::ioctl(::fileno(terminal), TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return kUsualColumns;
   return size.ws_col;
-}
-
-int64_t Microseconds(const timeval& time) {
-  return int64_t{time.tv_sec} * 1000000 + time.tv_usec;
 }
 
 } // namespace
@@ -87,29 +81,17 @@ void ProgressShow(Progress& progress, const Recording& recording) {
   progress.shownAt = recording.elapsed;
 }
 
+void ProgressSay(Progress& progress, const char* what, uint32_t left) {
+  fprintf(progress.to, "\r%s %" PRIu32 " s\x1b[K", what, left);
+  fflush(progress.to);
+  progress.shown = true;
+}
+
 void ProgressClear(Progress& progress) {
   if (!progress.shown) return;
   fputs("\r\x1b[K", progress.to);
   fflush(progress.to);
   progress.shown = false;
-}
-
-Usage ReadUsage() {
-  timespec now;
-  ::clock_gettime(CLOCK_MONOTONIC, &now);
-  rusage used = {};
-  ::getrusage(RUSAGE_SELF, &used);
-  return {int64_t{now.tv_sec} * 1000000 + now.tv_nsec / 1000, Microseconds(used.ru_utime) + Microseconds(used.ru_stime),
-          used.ru_maxrss};
-}
-
-void WriteStats(FILE* to, const Recording& recording, uint64_t bytes, const Usage& before, const Usage& after) {
-  fprintf(to,
-          "ticks=%" PRIu32 " frames=%" PRIu32 " lost=%" PRIu32 " bytes=%" PRIu64
-          " wall_s=%.3f cpu_s=%.3f peak_kib=%" PRId64 "\n",
-          recording.ticks, recording.recorder->frameCount, recording.lostTicks, bytes,
-          double(after.wallMicroseconds - before.wallMicroseconds) / 1e6,
-          double(after.cpuMicroseconds - before.cpuMicroseconds) / 1e6, after.peakKilobytes);
 }
 
 } // namespace framereel

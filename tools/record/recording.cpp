@@ -30,6 +30,7 @@ RecordingEnd TakeTick(Recording& recording) {
   RecorderState& recorder = *recording.recorder;
   ReadDisplayCaps();
   if (ScreenIsLost()) return RecordingEnd::kScreenLost; // a lost screen tells no depth either
+  if (recording.aim && !recording.aim(recording.aimer)) return RecordingEnd::kWindowGone;
   TempScopeBegin();
   RecorderCaptureFrame(recorder, false);
   TempScopeEnd();

@@ -21,6 +21,7 @@ struct RecordingClock {
 enum class RecordingEnd : uint8_t {
   kComplete,      // the plan's end was reached
   kStopped,       // the user ended it
+  kWindowGone,    // what the area followed is there no more
   kScreenLost,    // the connection to the display broke
   kScreenChanged, // the screen has another depth now, in which the animation cannot go on
   kFull,          // another frame might not fit into the stream's 4 GiB
@@ -36,6 +37,9 @@ struct Recording {
   uint32_t tickLimit = 0;    // that many ticks, lost ones not counted; the last one has its delay, too
   uint32_t frameLimit = 0;   // the same with frames in the stream
 
+  // Called ahead of each tick, to place the area; false ends the recording (kWindowGone). May be null.
+  bool (*aim)(void* aimer) = nullptr;
+  void* aimer = nullptr;
   // Called behind each tick and, while it waits, at least four times a second. May be null.
   void (*onProgress)(void* watcher, const Recording& recording) = nullptr;
   void* watcher = nullptr;
