@@ -22,13 +22,13 @@ struct RecordingOptions {
   uint16_t frameDelay = 333;          // ms; at every tick and every grabbed frame
   bool interframeTransparency = true; // at every frame
   bool recordTimingInfo = true;       // at every frame
-  bool trueTime = false;              // which rule for delays (pacing.h); the same for a whole animation
   bool loop = true;                   // once, at the first frame
   bool overlayBorder = true;          // at every frame
   bool overlayCursor = true;          // once, at the first frame
   bool explorerCompatible = false;    // at every later frame
   uint16_t recordingSize = kSize100;  // once, at the first frame
   bool fakeScreen = true;             // never; a setting that is kept for the file's sake
+  bool trueTime = false;              // which rule for delays (pacing.h); the same for a whole animation
 };
 
 // Which of the three actions the user may take now.
