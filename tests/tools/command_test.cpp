@@ -241,13 +241,11 @@ TEST_F(CommandTest, PlaysAsLongAsItRecordsAtEveryRateWithTicksLostAndTicksThatFi
         const std::vector<GifFrame> frames = run(std::to_string(delay), {0, end, late}, changes);
         int sum = 0;
         for (size_t i = 0; i < frames.size(); ++i) {
-          if (late == 0) {
-            EXPECT_NEAR(10 * sum, double(i * changed * delay), 9);
-            EXPECT_NE(frames[i].delay, 1) << "viewers make ten of it";
-          }
+          EXPECT_TRUE(late != 0 || std::abs(10 * sum - int(i * changed * delay)) <= 5);
+          EXPECT_TRUE(frames[i].delay >= 2 || i + 1 == frames.size()) << "viewers show less for ten";
           sum += frames[i].delay;
         }
-        EXPECT_NEAR(10 * sum, ::GetTickCount(), 9);
+        EXPECT_NEAR(10 * sum, ::GetTickCount(), 5);
         EXPECT_TRUE(late != 0 || frames.size() == changes.size() + 1);
       }
     }

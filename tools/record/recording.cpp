@@ -25,13 +25,23 @@ void ShowProgress(Recording& recording) {
   if (recording.onProgress) recording.onProgress(recording.watcher, recording);
 }
 
-// Answers kComplete when the recording may go on.
-RecordingEnd TakeTick(Recording& recording) {
+// When the tick's frame begins, by the clock. A tick that is late by nearly a delay counts as earlier: viewers show a
+// frame that has less than two hundredths for ten.
+uint32_t FrameTime(const Recording& recording, uint64_t place) {
+  constexpr uint32_t kShortestShown = 20; // ms
+  const uint32_t latest = recording.delay - std::min(recording.delay, kShortestShown);
+  const uint64_t late = recording.elapsed - place * recording.delay;
+  return recording.lastTime - uint32_t(late > latest ? late - latest : 0);
+}
+
+// `place` counts lost ticks, too. Answers kComplete when the recording may go on.
+RecordingEnd TakeTick(Recording& recording, uint64_t place) {
   RecorderState& recorder = *recording.recorder;
   ReadDisplayCaps();
   if (ScreenIsLost()) return RecordingEnd::kScreenLost; // a lost screen tells no depth either
   if (recording.aim && !recording.aim(recording.aimer)) return RecordingEnd::kWindowGone;
   TempScopeBegin();
+  TellFrameTime(recorder, FrameTime(recording, place));
   RecorderCaptureFrame(recorder, false);
   TempScopeEnd();
   if (recorder.screenStatus == kAnimationFull) return RecordingEnd::kFull;
@@ -64,7 +74,7 @@ RecordingEnd TakeTicks(Recording& recording) {
   const uint64_t end = recording.milliseconds ? recording.milliseconds : UINT64_MAX;
   const uint64_t lastPlace = (end - 1) / delay;
   for (uint64_t place = 0;;) { // of the tick at hand, lost ones counted
-    const RecordingEnd ended = TakeTick(recording);
+    const RecordingEnd ended = TakeTick(recording, place);
     if (ended != RecordingEnd::kComplete) return ended;
 
     const uint64_t due = place == lastPlace ? end : (place + 1) * delay;
@@ -86,7 +96,7 @@ RecordingEnd RunRecording(Recording& recording) {
   ReadClock(recording);
   RecorderState& recorder = *recording.recorder;
   StreamTruncate(*recorder.stream, recorder.frameBytes);
-  HoldLastFrame(recorder, recording.lastTime);
+  TellFrameTime(recorder, recording.lastTime);
   return end;
 }
 

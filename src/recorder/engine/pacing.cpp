@@ -26,16 +26,10 @@ void WriteMeasured(RecorderState& recorder, bool transparent, bool grab) {
 
 // ---- True time ---------------------------------------------------------------------------------------------------
 
-// For how long the file has shown the frame last written by `now`, in ms. Where the frames before it were given too
-// much, that is up to 10 less than nothing.
-int64_t TimeShown(const RecorderState& recorder, uint32_t now) {
-  constexpr uint32_t kMostTooMuch = 10;
-  return int64_t{now - recorder.lastFrameTick + kMostTooMuch} - kMostTooMuch;
-}
-
-// The nearest, but 2 where 1 would do: viewers show a frame of one hundredth for ten.
-int64_t Hundredths(int64_t milliseconds) {
-  return milliseconds > 10 && milliseconds < 20 ? 2 : (milliseconds + 5) / 10;
+// For how long the file has shown the frame last written by `now`, to the nearest hundredth. What it is off, up to 5 ms
+// either way, is in the place where the frame begins.
+int64_t HundredthsShown(const RecorderState& recorder, uint32_t now) {
+  return int64_t{now - recorder.lastFrameTick + 5} / 10;
 }
 
 // The frame written at `control` begins where the last one, which has that delay, ends.
@@ -58,7 +52,7 @@ void WriteInTrueTime(RecorderState& recorder, bool transparent) {
   const uint32_t control = recorder.stream->streamSize;
   EmitFrame(recorder, transparent, 0);
   if (!recorder.haveLastFrameTick) recorder.lastFrameTick = recorder.frameTick;
-  BeginFrame(recorder, control, Hundredths(TimeShown(recorder, recorder.frameTick)));
+  BeginFrame(recorder, control, HundredthsShown(recorder, recorder.frameTick));
 }
 
 } // namespace
@@ -81,16 +75,17 @@ void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay) {
   GifWriteImage(*recorder.gif, int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, cursor);
 }
 
-void HoldLastFrame(RecorderState& recorder, uint32_t now) {
+void TellFrameTime(RecorderState& recorder, uint32_t now) {
+  recorder.frameTick = now;
   const RecordingOptions& options = *recorder.options;
   if (!options.trueTime || !options.recordTimingInfo || !recorder.haveLastFrameTick) return;
-  while (Hundredths(TimeShown(recorder, now)) > kLongestDelay16) {
+  while (HundredthsShown(recorder, now) > kLongestDelay16) {
     GifRewriteDelay(*recorder.gif, recorder.lastControl, kLongestDelay16);
     const uint32_t control = recorder.stream->streamSize;
     AppendStill(recorder);
     BeginFrame(recorder, control, kLongestDelay16);
   }
-  GifRewriteDelay(*recorder.gif, recorder.lastControl, uint16_t(Hundredths(TimeShown(recorder, now))));
+  GifRewriteDelay(*recorder.gif, recorder.lastControl, uint16_t(HundredthsShown(recorder, now)));
 }
 
 } // namespace framereel

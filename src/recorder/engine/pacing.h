@@ -6,7 +6,7 @@
 //
 // True time: a frame has the time until the next one, or until the recording ends, so that the file plays as long as
 // the recording took. Delays are written behind the frame, into its control record. What a delay is off the time is
-// made good by the next one, so that no frame is shown more than a hundredth off its time, and the sum is not.
+// made good by the next one, so that no frame is shown half a hundredth off its time, and the sum is not off either.
 #pragma once
 
 #include <cstdint>
@@ -21,9 +21,10 @@ void WriteFrame(RecorderState& recorder, bool transparent, bool grab);
 // Appends the frame's records with a delay in ms, which the file holds in hundredths of a second, cut, in 16 bits.
 void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay);
 
-// In true time, the frame last written stands until `now` at least, in ms of ::GetTickCount. Past the 655.35 s that a
-// delay can hold, frames of one transparent pixel go on for it. Call it at each tick and as the recording ends; the
-// stream has to end with a whole frame. Does nothing by the other rule, without timing, or ahead of the first frame.
-void HoldLastFrame(RecorderState& recorder, uint32_t now);
+// Tells the time for the rule of true time, in ms of ::GetTickCount: the frame last written stands until `now` at
+// least, and one that is taken next begins then. Past the 655.35 s that a delay can hold, frames of one transparent
+// pixel go on for it. To be called ahead of each tick and as the recording ends, with a stream that ends with a whole
+// frame.
+void TellFrameTime(RecorderState& recorder, uint32_t now);
 
 } // namespace framereel

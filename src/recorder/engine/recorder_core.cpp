@@ -13,7 +13,6 @@
 #include "recorder/engine/recording_scale.h"
 #include "recorder/engine/reduce.h"
 #include "recorder/engine/status.h"
-#include "win32/win32.h"
 
 namespace framereel {
 namespace {
@@ -113,7 +112,6 @@ void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
   if (recorder.captureBusy) return;
   RecorderCheckScreen(recorder);
   if (!recorder.recordingAllowed) return;
-  recorder.frameTick = ::GetTickCount();
   if (!recorder.animationStarted && !AreaCanBeRecorded(recorder)) return;
   recorder.captureBusy = true;
   if (!recorder.animationStarted) {
@@ -121,7 +119,6 @@ void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
     recorder.animationStarted = true;
     recorder.animationFormat = recorder.screenFormat;
   }
-  HoldLastFrame(recorder, recorder.frameTick);
   if (ProcessFrame(recorder, recorder.frameCount == 0, grab)) {
     ++recorder.frameCount;
     recorder.frameBytes = recorder.stream->streamSize;

@@ -140,7 +140,7 @@ struct RecorderState {
 
   RecorderControl control;
 
-  uint32_t frameTick = 0;     // when the frame under way was asked for, in ms
+  uint32_t frameTick = 0;     // in true time: when the next frame begins, in ms
   uint32_t lastFrameTick = 0; // of the frame last written, in ms; in true time when the file shows it
   bool haveLastFrameTick = false;
   uint32_t lastControl = 0; // in true time: where the stream has that frame's control record
