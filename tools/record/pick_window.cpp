@@ -5,7 +5,6 @@
 #include "area/window_picking.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
-#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 
 namespace framereel {
@@ -74,7 +73,6 @@ void WaitForClick(const RecordingClock& clock) {
 
 bool PickWindow(const RecordingClock& clock, HWND* window, WantedArea* area, Refusal& refusal) {
   AreaState line;
-  DrawingStartUp();
   AntsInit(line.ants);
   HWND cover = OpenCover();
   WindowPickBegin(line);
@@ -86,7 +84,6 @@ bool PickWindow(const RecordingClock& clock, HWND* window, WantedArea* area, Ref
   ::DestroyWindow(cover);
   RefreshScreen(line);
   ReleasePort();
-  DrawingShutDown();
   if (ScreenIsLost()) return Refuse(refusal, "the connection to the display was lost; nothing was recorded");
   if (!pick.released) return Refuse(refusal, "no window was picked; nothing was recorded");
   Rect seen;
