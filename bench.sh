@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Builds the benchmarks and prints their tables: the stages of a frame, an unchanged frame beside a bare read of the
-# screen, what recordings weigh, the compressor beside others, and live recordings by the command and by the program.
-# Arguments go to the compressor's benchmark.
+# screen, what recordings weigh, the compressor beside others, live recordings by the command and by the program, and for
+# how long recorded files play. Arguments go to the compressor's benchmark.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$here/build/release
 
 "$here/packaging/install-dependencies.sh" build bench
-"$here/packaging/build.sh" release -DFRAMEREEL_BENCH=ON engine_bench scene_player program_bench size_bench lzw_bench framereel-record
+"$here/packaging/build.sh" release -DFRAMEREEL_BENCH=ON engine_bench scene_player program_bench size_bench lzw_bench \
+  play_time framereel-record framereel-demo-scene
 
 "$here/tests/with_xvfb.sh" 1920x1080x24 "$build/bench/engine_bench"
 echo
@@ -16,3 +17,5 @@ echo
 "$build/bench/lzw_bench" "$@"
 echo
 "$here/bench/live.sh" "$build"
+echo
+"$here/bench/playback.sh" "$build"

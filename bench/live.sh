@@ -19,7 +19,7 @@ play() {
 }
 stop() { kill "$PLAYER_PID" && wait "$PLAYER_PID" 2>/dev/null || true; }
 play
-"$build/tools/framereel-record" --stats --no-cursor --area "0,0 1280x720" --fps 40 --frames 400 "$out/ours.gif"
+"$build/tools/framereel-record" --stats --no-cursor --area "0,0 1280x720" --fps 40 --ticks 400 "$out/ours.gif"
 stop
 if command -v ffmpeg >/dev/null; then
   play

@@ -48,7 +48,7 @@ void WindowPickTick(void* argument) {
 
 } // namespace
 
-bool FindWindowAt(int32_t x, int32_t y, Rect* picked) {
+bool FindWindowAt(int32_t x, int32_t y, Rect* picked, HWND* deepest) {
   HWND window = ::GetDesktopWindow();
   RECT shown = {INT16_MIN, INT16_MIN, INT16_MAX, INT16_MAX};
   bool found = false;
@@ -62,6 +62,7 @@ bool FindWindowAt(int32_t x, int32_t y, Rect* picked) {
     window = child;
     found = true;
   }
+  if (found && deepest) *deepest = window;
   if (found) *picked = {int16_t(shown.top), int16_t(shown.left), int16_t(shown.bottom), int16_t(shown.right)};
   return found;
 }

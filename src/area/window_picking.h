@@ -8,7 +8,8 @@ namespace framereel {
 
 // The deepest window that is seen at a point of the screen, children before parents, as far as its parents show it:
 // its rectangle on the screen, with numbers beyond 16 bits cut. False, and nothing written, where there is none.
-bool FindWindowAt(int32_t x, int32_t y, Rect* picked);
+// `window` gets which one it is, if it is not null.
+bool FindWindowAt(int32_t x, int32_t y, Rect* picked, HWND* window = nullptr);
 
 // The outline follows the pointer from now on.
 void WindowPickBegin(AreaState& area);

@@ -10,7 +10,8 @@ struct Refusal {
 };
 
 // Writes the reason, printf-like, and answers false. Control characters, which file names and arguments may hold, are
-// written as "?", so that it stays one line; what does not fit is cut.
+// written as C writes them, such as \n or \x1b, so that it stays one line and does nothing to a terminal; what does not
+// fit is cut. The arguments may be texts of the refusal itself.
 bool Refuse(Refusal& refusal, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 } // namespace framereel

@@ -77,6 +77,22 @@ void StreamTruncate(AnimationStream& stream, uint32_t newLength) {
   stream.streamSize -= drop;
 }
 
+// From the last byte on: what is overwritten lies near the stream's end.
+void StreamOverwrite(AnimationStream& stream, uint32_t offset, uint32_t length, const void* bytes) {
+  const auto* from = static_cast<const uint8_t*>(bytes);
+  const ListNode* behind = nullptr; // the full chunk that `chunk` is; null: the current one
+  uint8_t* chunk = stream.currentChunk;
+  uint32_t begin = stream.streamSize - (chunk ? stream.currentUsed : 0);
+  for (uint32_t at = offset + length; at-- > offset;) {
+    while (at < begin) {
+      behind = behind ? behind->previous : stream.fullChunks->last;
+      chunk = FromListValue<uint8_t>(behind->value);
+      begin -= kStreamChunkSize;
+    }
+    chunk[at - begin] = from[at - offset];
+  }
+}
+
 bool StreamWrite(AnimationStream& stream, File* file) {
   ListValue chunk = ListFirst(stream.fullChunks);
   for (; chunk != 0; chunk = ListNext(stream.fullChunks)) {

@@ -40,6 +40,10 @@ void StreamClear(AnimationStream& stream);
 // below streamSize changes nothing.
 void StreamTruncate(AnimationStream& stream, uint32_t newLength);
 
+// Puts `length` bytes, at least one, in the place of those from `offset` on. What lies beyond the stream's end is the
+// caller's bug. It costs a step for each chunk behind the place.
+void StreamOverwrite(AnimationStream& stream, uint32_t offset, uint32_t length, const void* bytes);
+
 // Writes all bytes in order, one write a chunk. True when every byte went out; stops at the first write that fails.
 // The stream does not change.
 bool StreamWrite(AnimationStream& stream, File* file);

@@ -104,6 +104,12 @@ void GifWriteControl(GifWriter& gif, bool transparent, uint16_t delayHundredths,
   StreamAppend(*gif.stream, sizeof record, record);
 }
 
+void GifRewriteDelay(GifWriter& gif, uint32_t control, uint16_t delayHundredths) {
+  constexpr uint32_t kDelayField = 4; // behind introducer, label, size and the packed byte
+  const uint8_t delay[] = {Low(delayHundredths), High(delayHundredths)};
+  StreamOverwrite(*gif.stream, control + kDelayField, sizeof delay, delay);
+}
+
 void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height,
                    const PixelCursor& cursor) {
   if (width <= 0 || height <= 0) return;

@@ -46,6 +46,9 @@ void GifWriteComment(GifWriter& gif, const char* text);
 // when `transparent` is false.
 void GifWriteControl(GifWriter& gif, bool transparent, uint16_t delayHundredths, uint8_t index);
 
+// Gives another delay to the image whose control record was written at that place of the stream.
+void GifRewriteDelay(GifWriter& gif, uint32_t control, uint16_t delayHundredths);
+
 // An image at (left, top) of the logical screen, with the pixels that the cursor tells of: cursor.rowWidth is `width`.
 // An image without pixels is the caller's bug: nothing is written.
 void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height, const PixelCursor& cursor);

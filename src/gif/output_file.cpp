@@ -87,35 +87,84 @@ bool FindExisting(OutputFile& output, const char* name, const struct stat& statu
   return true;
 }
 
-// Readable by its owner alone until it has the rights of the file that it replaces.
-HANDLE CreateTemporary(const OutputFile& output) {
+// Readable by its owner alone until it has the rights of the file that it replaces. `path` is the new file's; for one
+// without a name, its folder's.
+bool CreateTemporary(OutputFile& output, const char* path, DWORD attributes) {
   const mode_t mask = output.replaces ? ::umask(S_IRWXG | S_IRWXO) : 0;
-  const HANDLE handle =
-      ::CreateFileA(output.temporary, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle = ::CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
   const int error = errno;
   if (output.replaces) ::umask(mask);
   errno = error;
-  return handle;
+  if (handle == INVALID_HANDLE_VALUE) return false;
+  output.file.handle = handle;
+  return true;
+}
+
+bool CreateNamed(OutputFile& output, const char* name) {
+  return CreateTemporary(output, name, FILE_ATTRIBUTE_NORMAL);
+}
+
+bool GiveName(OutputFile& output, const char* name) {
+  return ::CreateHardLinkA(name, output.temporary, nullptr);
+}
+
+// The first name beside the place that `take` gets, and does not find taken, becomes the temporary file's.
+bool TakeTemporaryName(OutputFile& output, bool (*take)(OutputFile& output, const char* name)) {
+  char name[PATH_MAX];
+  for (int number = 0;; ++number) {
+    const int length = snprintf(name, sizeof name, "%.*s.framereel-%ld-%d.part", int(DirectoryLength(output.path)),
+                                output.path, long(::getpid()), number);
+    if (length >= int(sizeof name)) {
+      errno = ENAMETOOLONG;
+      return false;
+    }
+    if (take(output, name)) {
+      memcpy(output.temporary, name, size_t(length) + 1);
+      return true;
+    }
+    if (errno != EEXIST) return false;
+  }
+}
+
+bool CreateUnnamed(OutputFile& output) {
+  constexpr size_t kLongestName = 48; // that it will have for a moment
+  char folder[PATH_MAX];
+  const int length = int(DirectoryLength(output.path));
+  if (size_t(length) + kLongestName > sizeof folder) return false;
+  snprintf(folder, sizeof folder, "%.*s", length ? length : 1, length ? output.path : ".");
+  if (!CreateTemporary(output, folder, FILE_ATTRIBUTE_TEMPORARY)) return false;
+  if (::GetFinalPathNameByHandleA(output.file.handle, output.temporary, sizeof output.temporary, 0)) return true;
+  ::CloseHandle(output.file.handle); // it could never be given a name
+  output.file.handle = nullptr;
+  return false;
 }
 
 void TakeRights(const OutputFile& output) {
   mode_t mode = output.mode;
-  if (::lchown(output.temporary, output.owner, output.group) != 0) {
+  const auto own = output.unnamed ? ::chown : ::lchown;
+  if (own(output.temporary, output.owner, output.group) != 0) {
     const mode_t others = mode & S_IRWXO;
     mode = (mode & ~mode_t{S_IRWXG}) | (mode & others << 3);
   }
   ::chmod(output.temporary, mode);
 }
 
-// Brings the bytes to the disk and closes the file. False with errno when it reports that they did not all arrive.
-bool FinishWriting(OutputFile& output) {
-  const bool flushed = !output.flush || ::FlushFileBuffers(output.file.handle);
-  const int error = errno;
+// Closes the file. False with errno when the system reports that the bytes did not all arrive.
+bool Close(OutputFile& output) {
   const bool standard = output.file.handle == ::GetStdHandle(STD_OUTPUT_HANDLE);
   const bool closed = standard || ::CloseHandle(output.file.handle);
   output.file.handle = nullptr;
-  if (!flushed) errno = error;
-  return flushed && closed;
+  return closed;
+}
+
+// Brings the bytes to the disk, gives the file its temporary name, and closes it. False with errno.
+bool FinishWriting(OutputFile& output) {
+  if (output.flush && !::FlushFileBuffers(output.file.handle)) return false;
+  if (output.unnamed) {
+    if (!TakeTemporaryName(output, GiveName)) return false;
+    output.unnamed = false;
+  }
+  return Close(output);
 }
 
 } // namespace
@@ -138,24 +187,12 @@ bool OutputFind(OutputFile& output, const char* name, Refusal& refusal) {
 
 bool OutputOpen(OutputFile& output, Refusal& refusal) {
   if (output.direct) return true;
-  const size_t directory = DirectoryLength(output.path);
-  HANDLE handle = INVALID_HANDLE_VALUE;
-  errno = EEXIST;
-  for (int number = 0; handle == INVALID_HANDLE_VALUE && errno == EEXIST; ++number) {
-    const int length = snprintf(output.temporary, sizeof output.temporary, "%.*s.framereel-%ld-%d.part", int(directory),
-                                output.path, long(::getpid()), number);
-    if (length >= int(sizeof output.temporary)) {
-      errno = ENAMETOOLONG;
-      break;
-    }
-    handle = CreateTemporary(output);
-  }
-  if (handle == INVALID_HANDLE_VALUE) {
+  output.unnamed = CreateUnnamed(output);
+  if (!output.unnamed && !TakeTemporaryName(output, CreateNamed)) {
     output.temporary[0] = 0;
     return RefuseFor(refusal, output.path, errno);
   }
   if (output.replaces) TakeRights(output);
-  output.file.handle = handle;
   output.flush = true;
   return true;
 }
@@ -164,7 +201,7 @@ bool OutputSave(OutputFile& output, GifWriter& gif, Refusal& refusal) {
   if (!SaveAnimationTo(gif, &output.file)) return RefuseFor(refusal, output.path, errno);
   if (!FinishWriting(output)) return RefuseFor(refusal, output.path, errno);
   if (output.direct) return true;
-  if (!::MoveFileExA(output.temporary, output.path, MOVEFILE_REPLACE_EXISTING)) {
+  if (!::MoveFileExA(output.temporary, output.path, output.keepsOlder ? 0 : MOVEFILE_REPLACE_EXISTING)) {
     return RefuseFor(refusal, output.path, errno);
   }
   output.temporary[0] = 0;
@@ -172,11 +209,8 @@ bool OutputSave(OutputFile& output, GifWriter& gif, Refusal& refusal) {
 }
 
 void OutputDiscard(OutputFile& output) {
-  if (output.file.handle) {
-    output.flush = false;
-    FinishWriting(output);
-  }
-  if (output.temporary[0]) ::DeleteFileA(output.temporary);
+  if (output.file.handle) Close(output);
+  if (output.temporary[0] && !output.unnamed) ::DeleteFileA(output.temporary);
   output.temporary[0] = 0;
 }
 

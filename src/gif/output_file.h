@@ -1,5 +1,6 @@
-// Where the animation goes. A file appears whole or not at all: it is written beside its place under a temporary name
-// and then put there in one step. What cannot be replaced so, a pipe or a device, is written to directly.
+// Where the animation goes. A file appears whole or not at all: it is written into the same folder and then put in its
+// place in one step. Meanwhile it has no name there, or a temporary one where the file system has no files without
+// names. What cannot be replaced so, a pipe or a device, is written to directly.
 //
 // The order is OutputFind, OutputOpen, OutputSave; OutputDiscard instead of a save, or after one that failed.
 // SaveAnimationAs is all of it at once, for what the user names as a file.
@@ -18,6 +19,8 @@ struct OutputFile {
   char path[PATH_MAX];      // the file itself, behind all symbolic links; as given when it is written directly
   char temporary[PATH_MAX]; // the file that is being written; "" while there is none
   File file;                // without a handle until there is something to write to
+  bool unnamed;             // `temporary` names it for this process only
+  bool keepsOlder;          // for the caller to set: a file that stands at the place by then is not replaced
   bool direct;              // no temporary file
   bool flush;               // the bytes can be brought to a disk
   bool replaces;            // there is an older file, and it has these rights:

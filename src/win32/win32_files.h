@@ -10,6 +10,7 @@ inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD CREATE_NEW = 1;
 inline constexpr DWORD OPEN_EXISTING = 3;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD FILE_ATTRIBUTE_TEMPORARY = 0x100;
 inline constexpr DWORD FILE_BEGIN = 0;
 inline constexpr DWORD FILE_CURRENT = 1;
 inline constexpr DWORD INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
@@ -36,8 +37,10 @@ struct OFSTRUCT {
 
 // Opens a file. `access` is GENERIC_READ, GENERIC_WRITE or both; `share` FILE_SHARE_READ or 0; `disposition`
 // CREATE_NEW (fails on a file that exists; a new file gets the user's default permissions) or OPEN_EXISTING.
-// `security` and `templateFile` are null, `attributes` is FILE_ATTRIBUTE_NORMAL. Paths are bytes, separated by "/".
-// INVALID_HANDLE_VALUE on failure, with errno telling why.
+// `security` and `templateFile` are null, `attributes` is FILE_ATTRIBUTE_NORMAL; with FILE_ATTRIBUTE_TEMPORARY, for a
+// new file, the path is that of a directory, and the file in it has no name and is gone when it is closed without one.
+// Not every file system has those. Paths are bytes, separated by "/". INVALID_HANDLE_VALUE on failure, with errno
+// telling why.
 HANDLE CreateFileA(const char* path, DWORD access, DWORD share, void* security, DWORD disposition, DWORD attributes,
                    HANDLE templateFile);
 // The process's standard output, for STD_OUTPUT_HANDLE. It is not to be closed.
@@ -53,6 +56,12 @@ DWORD SetFilePointer(HANDLE file, LONG distance, LONG* distanceHigh, DWORD from)
 BOOL FlushFileBuffers(HANDLE file);
 // FALSE when the system reports that an earlier write failed after all; the handle is gone in either case.
 BOOL CloseHandle(HANDLE file);
+// A path to an open file, good for this process while it is open, whether the file has a name or not. Answers its
+// length; 0 when it does not fit or the system gives none. `flags` is 0.
+DWORD GetFinalPathNameByHandleA(HANDLE file, char* path, DWORD size, DWORD flags);
+// Gives a file another name on the same file system, where nothing stands under that name yet; `existing` may be a path
+// of GetFinalPathNameByHandleA. FALSE on failure, with errno telling why. `security` is null.
+BOOL CreateHardLinkA(const char* name, const char* existing, void* security);
 BOOL DeleteFileA(const char* path);
 // Makes a directory that nobody but its owner has a right to; FALSE on failure, with errno telling why. `security` is
 // null.

@@ -264,8 +264,17 @@ inline constexpr UINT CWP_SKIPINVISIBLE = 1;
 // The topmost visible child at a point of the window's client area; the window itself where there is none, null off its
 // client area or when it has gone. In the desktop's that is a window of any program, though not one that shows what
 // lies under it. A window of another program is all client area, with whatever a window manager puts around it; besides
-// this call, GetWindowRect and ScreenToClient take it, and answer FALSE once it has gone. `flags` is CWP_SKIPINVISIBLE.
+// this call, GetWindowRect and ScreenToClient take it, and answer FALSE while it is not seen or once it has gone, and
+// so do IsWindow and GetWindowTextA. `flags` is CWP_SKIPINVISIBLE.
 HWND ChildWindowFromPointEx(HWND window, POINT point, UINT flags);
+// Calls `each` for the windows of all programs in the desktop that are seen, from the top down, until it answers FALSE.
+using WNDENUMPROC = BOOL (*)(HWND window, LPARAM argument);
+BOOL EnumWindows(WNDENUMPROC each, LPARAM argument);
+BOOL IsWindow(HWND window); // whether it is there, seen or not
+// The number by which all programs know a window of another program, and the handle for such a number, whether there is
+// a window or not. 0 and null for what is none.
+uint32_t HandleToULong(HWND window);
+HWND ULongToHandle(uint32_t number);
 BOOL ScreenToClient(HWND window, POINT* point);
 // The window of ours at a point of the screen, children before parents, hidden and disabled ones left out; null for
 // none.

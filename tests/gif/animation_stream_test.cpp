@@ -44,13 +44,13 @@ protected:
   AnimationStream& stream = gif.ownStream;
 };
 
-TEST_F(AnimationStreamTest, HoldsWhatIsAppendedAndNotCutWhateverItsLength) {
+TEST_F(AnimationStreamTest, HoldsWhatIsAppendedAndNotCutOrOverwrittenWhateverItsLength) {
   Dice dice(1);
   Bytes bytes;
   // Often at the ends of chunks.
   const auto length = [&dice](int chunks) { return std::max(0, kChunk * dice.Below(chunks) + dice.Below(5) - 2); };
   for (int step = 0; step < 200; ++step) {
-    const int operation = dice.Below(8);
+    const int operation = dice.Below(9);
     const uint8_t* const chunk = stream.currentChunk;
     if (operation < 3) {
       Bytes more(size_t(dice.OneIn(2) ? length(4) : kChunk - int(bytes.size()) % kChunk));
@@ -67,7 +67,12 @@ TEST_F(AnimationStreamTest, HoldsWhatIsAppendedAndNotCutWhateverItsLength) {
       ASSERT_TRUE(Save(FileModeWrite));
       ASSERT_TRUE(ReadWholeFile(path) == std::string(bytes.begin(), bytes.end()) + ';');
       ASSERT_FALSE(Save(FileModeRead)) << "a file that takes no bytes";
-    } else if (dice.OneIn(5)) {
+    } else if (dice.OneIn(2)) {
+      const size_t count = std::min(bytes.size(), size_t(1 + dice.Below(3)));
+      const auto at = uint32_t(std::clamp(length(4), 0, int(bytes.size() - count)));
+      std::iota(bytes.begin() + at, bytes.begin() + at + ptrdiff_t(count), uint8_t(step));
+      StreamOverwrite(stream, at, uint32_t(count), bytes.data() + at);
+    } else if (dice.OneIn(3)) {
       stream.savedSize = stream.streamSize;
       StreamClear(stream);
       bytes.clear();

@@ -38,7 +38,8 @@ std::string SaveIn(const TemporaryFolder& folder, const std::string& name, GifWr
 }
 
 TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
-  for (const std::string older : {"", "older"}) {
+  for (const auto& [older, named] : {std::pair{std::string(), false}, {"", true}, {"older", false}, {"older", true}}) {
+    RefuseUnnamedFiles(named);
     const TemporaryFolder folder;
     const std::string place = folder / "a.gif";
     if (older != "") WriteWholeFile(place, older);
@@ -53,7 +54,7 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
       ASSERT_TRUE(OutputOpen(output, refusal));
       ::umask(mask);
       ASSERT_TRUE(OutputFind(another, place.c_str(), refusal) && OutputOpen(another, refusal));
-      EXPECT_EQ(folder.EntryCount(), entries + 2) << "it gives way to a temporary file that stands there";
+      EXPECT_EQ(folder.EntryCount(), entries + 2 * named) << "it gives way to a temporary file that stands there";
       OutputDiscard(another);
       EXPECT_EQ(ReadWholeFile(place), older);
       EXPECT_TRUE(!saves || OutputSave(output, Animation(), refusal));
@@ -63,28 +64,52 @@ TEST(OutputFile, AppearsWithTheSaveAndLeavesAnOlderFileUntilThen) {
     }
     EXPECT_EQ(fs::status(place).permissions(), fs::perms(older != "" ? 0604 : 0640));
   }
+  RefuseUnnamedFiles(false);
+}
+
+TEST(OutputFile, LeavesAFileThatHasAppearedMeanwhileIfItIsToldTo) {
+  const TemporaryFolder folder;
+  for (const bool named : {false, true}) {
+    RefuseUnnamedFiles(named);
+    OutputFile output;
+    Refusal refusal;
+    ASSERT_TRUE(OutputFind(output, (folder / std::to_string(named)).c_str(), refusal) && OutputOpen(output, refusal));
+    output.keepsOlder = true;
+    WriteWholeFile(output.path, "newer");
+    EXPECT_FALSE(OutputSave(output, Animation(), refusal));
+    EXPECT_EQ(refusal.text, "cannot write " + std::string(output.path) + ": File exists");
+    OutputDiscard(output);
+    EXPECT_EQ(ReadWholeFile(output.path), "newer");
+    EXPECT_EQ(folder.EntryCount(), named + 1u);
+  }
+  RefuseUnnamedFiles(false);
 }
 
 TEST(OutputFile, KeepsTheOlderFileWhicheverCallOfTheSystemFails) {
   const TemporaryFolder folder;
   GifWriter& gif = Animation(2 * kStreamChunkSize + 1);
-  std::string calls; // "!" behind those that the save does not go on without
-  for (int call = 0;; ++call) {
-    WriteWholeFile(folder / "a.gif", "older");
-    FailSystemCall(folder.path, call, EIO);
-    const std::string reason = SaveIn(folder, "a.gif", gif), failed = FailedSystemCall();
-    FailSystemCall(folder.path, -1, 0);
-    const std::string now = ReadWholeFile(folder / "a.gif");
-    if (reason.empty()) {
-      ASSERT_EQ(now.size(), 2 * kStreamChunkSize + 2) << failed;
-    } else {
-      ASSERT_EQ(reason + now, "Input/output errorolder") << failed;
+  for (const bool named : {false, true}) {
+    RefuseUnnamedFiles(named);
+    std::string calls; // "!" behind those that the save does not go on without
+    for (int call = 0;; ++call) {
+      WriteWholeFile(folder / "a.gif", "older");
+      FailSystemCall(folder.path, call, EIO);
+      const std::string reason = SaveIn(folder, "a.gif", gif), failed = FailedSystemCall();
+      FailSystemCall(folder.path, -1, 0);
+      const std::string now = ReadWholeFile(folder / "a.gif");
+      if (reason.empty()) {
+        ASSERT_EQ(now.size(), 2 * kStreamChunkSize + 2) << failed;
+      } else {
+        ASSERT_EQ(reason + now, "Input/output errorolder") << failed;
+      }
+      ASSERT_EQ(folder.EntryCount(), 1u) << failed;
+      if (failed.empty()) break;
+      calls += failed + (reason.empty() ? " " : "! ");
     }
-    ASSERT_EQ(folder.EntryCount(), 1u) << failed;
-    if (failed.empty()) break;
-    calls += failed + (reason.empty() ? " " : "! ");
+    EXPECT_EQ(calls, named ? "open! lchown chmod write! write! write! fsync! close! rename! "
+                           : "open chown chmod write! write! write! fsync! linkat! close! rename! ");
   }
-  EXPECT_EQ(calls, "open! lchown chmod write! write! write! fsync! close! rename! ");
+  RefuseUnnamedFiles(false);
 }
 
 TEST(OutputFile, FollowsSymbolicLinksToFilesAndToPlacesForFiles) {

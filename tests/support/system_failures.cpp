@@ -15,6 +15,7 @@ std::string folder;
 int left = -1; // of the calls that pass; below 0: all do
 int reason;
 const char* failed = "";
+bool namedOnly = false;
 
 bool Fails(const char* call, const char* path) {
   if (left < 0 || std::string(path).compare(0, folder.size(), folder) != 0 || left-- > 0) return false;
@@ -23,13 +24,18 @@ bool Fails(const char* call, const char* path) {
   return true;
 }
 
-bool Fails(const char* call, int descriptor) {
+// By the link that /proc has for an open file.
+bool FailsAt(const char* call, const char* link) {
   if (left < 0) return false;
   char path[PATH_MAX] = "";
   const int before = errno;
-  const ssize_t length = ::readlink(("/proc/self/fd/" + std::to_string(descriptor)).c_str(), path, sizeof path - 1);
+  const ssize_t length = ::readlink(link, path, sizeof path - 1);
   errno = before;
-  return length > 0 && Fails(call, path);
+  return Fails(call, length > 0 ? path : link);
+}
+
+bool Fails(const char* call, int descriptor) {
+  return FailsAt(call, ("/proc/self/fd/" + std::to_string(descriptor)).c_str());
 }
 
 // The C library's own.
@@ -52,6 +58,10 @@ std::string FailedSystemCall() {
   return failed;
 }
 
+void RefuseUnnamedFiles(bool refuse) {
+  namedOnly = refuse;
+}
+
 } // namespace framereel
 
 extern "C" {
@@ -59,8 +69,12 @@ extern "C" {
 int open(const char* path, int flags, ...) {
   va_list rest;
   va_start(rest, flags);
-  const mode_t mode = flags & O_CREAT ? va_arg(rest, mode_t) : 0;
+  const mode_t mode = flags & (O_CREAT | O_TMPFILE) ? va_arg(rest, mode_t) : 0;
   va_end(rest);
+  if (namedOnly && (flags & O_TMPFILE) == O_TMPFILE) {
+    errno = EOPNOTSUPP;
+    return -1;
+  }
   return Fails("open", path) ? -1 : Next<int(const char*, int, ...)>("open")(path, flags, mode);
 }
 
@@ -81,12 +95,21 @@ int close(int descriptor) {
   return fails ? -1 : answer;
 }
 
+int chown(const char* path, uid_t owner, gid_t group) noexcept {
+  return FailsAt("chown", path) ? -1 : Next<int(const char*, uid_t, gid_t)>("chown")(path, owner, group);
+}
+
 int lchown(const char* path, uid_t owner, gid_t group) noexcept {
   return Fails("lchown", path) ? -1 : Next<int(const char*, uid_t, gid_t)>("lchown")(path, owner, group);
 }
 
 int chmod(const char* path, mode_t mode) noexcept {
-  return Fails("chmod", path) ? -1 : Next<int(const char*, mode_t)>("chmod")(path, mode);
+  return FailsAt("chmod", path) ? -1 : Next<int(const char*, mode_t)>("chmod")(path, mode);
+}
+
+int linkat(int from, const char* old, int to, const char* path, int flags) noexcept {
+  if (Fails("linkat", path)) return -1;
+  return Next<int(int, const char*, int, const char*, int)>("linkat")(from, old, to, path, flags);
 }
 
 int rename(const char* from, const char* to) noexcept {

@@ -1,5 +1,5 @@
-// Calls of the system on a save's way to the disk, refused where a test wants it: open, write, fsync, close, lchown,
-// chmod and rename, whoever makes them.
+// Calls of the system on a save's way to the disk, refused where a test wants it: open, write, fsync, close, chown,
+// lchown, chmod, linkat and rename, whoever makes them.
 #pragma once
 
 #include <string>
@@ -11,5 +11,8 @@ namespace framereel {
 void FailSystemCall(const std::string& folder, int which, int error);
 // The one that has failed since; "" while it has not come to that.
 std::string FailedSystemCall();
+
+// From now on as on a file system that has no files without names, or no longer so.
+void RefuseUnnamedFiles(bool refuse);
 
 } // namespace framereel

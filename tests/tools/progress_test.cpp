@@ -8,27 +8,38 @@ namespace {
 
 TEST(Progress, TellsFramesSizeTimeAndWhatIsDoneOnOneLine) {
   const struct {
+    uint32_t frames, bytes;
     Recording recording;
     int columns;
     const char* text;
   } cases[] = {
-      {{.ticks = 5, .frames = 1, .frameBytes = 1}, 80, "1 frame, 1 byte, 0:00"},
-      {{.elapsed = 3599999, .frames = 1234, .frameBytes = 1300000}, 80, "1234 frames, 1.2M, 59:59"},
-      {{.elapsed = 3600000, .lostTicks = 1, .frames = 2}, 80, "2 frames, 0 bytes, 1:00:00, 1 tick lost"},
-      {{.milliseconds = 12000, .elapsed = 3499}, 80, "0 frames, 0 bytes, 0:03  [######..................]"},
-      {{.milliseconds = 12000, .elapsed = 20000}, 80, "0 frames, 0 bytes, 0:20  [########################]"},
-      {{.tickLimit = 1000000000, .ticks = 999999999}, 52, "0 frames, 0 bytes, 0:00  [#######################.]"},
-      {{.tickLimit = 4}, 51, "0 frames, 0 bytes, 0:00"},
-      {{.tickLimit = 4}, 23, "0 frames, 0 bytes, 0:0"},
-      {{.tickLimit = 4}, 0, ""},
+      {1, 1, {.ticks = 5}, 80, "1 frame, 1 byte, 0:00"},
+      {1234, 1300000, {.elapsed = 3599999}, 80, "1234 frames, 1.2M, 59:59"},
+      {2, 0, {.elapsed = 3600000, .lostTicks = 1}, 80, "2 frames, 0 bytes, 1:00:00, 1 tick lost"},
+      {0, 0, {.milliseconds = 12000, .elapsed = 3499}, 80, "0 frames, 0 bytes, 0:03  [######..................]"},
+      {0, 0, {.milliseconds = 12000, .elapsed = 20000}, 80, "0 frames, 0 bytes, 0:20  [########################]"},
+      {0, 0, {.tickLimit = 1000000000, .ticks = 999999999}, 52, "0 frames, 0 bytes, 0:00  [#######################.]"},
+      {3,
+       0,
+       {.milliseconds = 9, .tickLimit = 9, .frameLimit = 4},
+       80,
+       "3 frames, 0 bytes, 0:00  [##################......]"},
+      {0, 0, {.tickLimit = 4}, 51, "0 frames, 0 bytes, 0:00"},
+      {0, 0, {.tickLimit = 4}, 23, "0 frames, 0 bytes, 0:0"},
+      {0, 0, {.tickLimit = 4}, 0, ""},
   };
   char text[kProgressTextSize];
+  RecorderState recorder;
   for (const auto& c : cases) {
-    FormatProgress(c.recording, c.columns, text);
+    Recording recording = c.recording;
+    recording.recorder = &recorder;
+    recorder.frameCount = c.frames;
+    recorder.frameBytes = c.bytes;
+    FormatProgress(recording, c.columns, text);
     EXPECT_STREQ(text, c.text);
   }
-  Recording recording = {.elapsed = UINT64_MAX};
-  recording.ticks = recording.lostTicks = recording.frames = recording.frameBytes = UINT32_MAX;
+  recorder.frameCount = recorder.frameBytes = UINT32_MAX;
+  const Recording recording = {.recorder = &recorder, .elapsed = UINT64_MAX, .lostTicks = UINT32_MAX};
   FormatProgress(recording, 1000, text);
   EXPECT_LT(std::string(text).size(), size_t{kProgressTextSize - 1}) << "nothing was cut";
 }

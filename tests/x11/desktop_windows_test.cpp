@@ -102,6 +102,12 @@ TEST_F(X11WindowSearch, KnowsWhatStandsWhereWhateverWindowsDo) {
   size_t deepest = 0;
   for (int round = 0; round < 400; round++) {
     deeds[below(std::size(deeds))](any());
+    Catch();
+    const Window named = any(); // by nobody but us: it need not have been found anywhere
+    PixelRect place;
+    ASSERT_TRUE(DisplayHasWindow(DesktopWindow(named)));
+    ASSERT_EQ(DisplayWindowPlace(DesktopWindow(named), &place), artist.State(named).map_state == IsViewable) << round;
+    ASSERT_TRUE(artist.State(named).map_state != IsViewable || place == PlaceOf(named)) << round;
     for (int at = 0; at < 4; at++) {
       const int32_t x = below(300), y = below(300);
       const std::vector<DesktopWindow> found = Found(x, y);
@@ -132,6 +138,20 @@ TEST_F(X11WindowSearch, TakesAFrameAndTheMarginsOfAShadowForWhatTheyAre) {
   EXPECT_EQ(Found(40, 70), names({frame, button}));
   EXPECT_EQ(Found(100, 150), names({frame}));
   EXPECT_EQ(FoundPlace(frame), around);
+  EXPECT_EQ(FoundPlace(client), around);
+  EXPECT_EQ(FoundPlace(wrapper), (PixelRect{25, 50, 215, 195}));
+  const std::vector<DesktopWindow> all = DisplayWindows();
+  const auto at = std::find(all.begin(), all.end(), DesktopWindow(client));
+  EXPECT_NE(std::find(at, all.end(), DesktopWindow(below)), all.end()) << "from the top down";
+  EXPECT_EQ(std::find(all.begin(), all.end(), DesktopWindow(frame)), all.end());
+  XStoreName(artist.display, client, "caf\xe9");
+  Catch();
+  EXPECT_EQ(DisplayWindowTitle(DesktopWindow(client)), "caf\u00e9");
+  const std::string title8 = "\u30c6\n";
+  XChangeProperty(artist.display, client, XID(AtomOf("_NET_WM_NAME")), XID(AtomOf("UTF8_STRING")), 8, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(title8.data()), int(title8.size()));
+  Catch();
+  EXPECT_EQ(DisplayWindowTitle(DesktopWindow(client)), title8);
   EXPECT_EQ(FoundPlace(button), (PixelRect{35, 60, 65, 80}));
 
   // Left, right, top, bottom.
@@ -163,7 +183,8 @@ TEST_F(X11WindowSearch, FindsOurWindowsButNoCoverAndNothingThatHasGone) {
   EXPECT_EQ(DisplayWindowAt(DesktopWindow(other), 100, 100), 0u);
   EXPECT_FALSE(DisplayWindowPlace(DesktopWindow(child), &place));
   EXPECT_EQ(Found(100, 100), found);
-  EXPECT_FALSE(DisplayWindowPlace(4711, &place));
+  EXPECT_FALSE(DisplayWindowPlace(4711, &place) || DisplayHasWindow(4711) || DisplayHasWindow(DesktopWindow(child)));
+  EXPECT_EQ(DisplayWindowTitle(4711), "");
 }
 
 TEST_F(X11WindowSearch, AsksNothingWhereNothingChangesAndEndsWithTheSearch) {

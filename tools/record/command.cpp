@@ -12,6 +12,8 @@
 #include "platform/display/session.h"
 #include "platform/pump/engine_start.h"
 #include "record/capture_area.h"
+#include "record/pick_window.h"
+#include "record/stats.h"
 #include "recorder/engine/owner_name.h"
 #include "recorder/engine/recorder_core.h"
 #include "win32/win32_system.h"
@@ -21,6 +23,10 @@ namespace framereel {
 namespace {
 
 constexpr const char* kScreenLost = "the connection to the display was lost";
+
+void Note(const RecordCommand& command, const char* text) {
+  if (!command.options.quiet) Complain(command.messages, text);
+}
 
 bool RefuseAll(Refusal& refusal, const char* reason) {
   return Refuse(refusal, "%s; nothing was recorded", reason);
@@ -48,9 +54,9 @@ void HearOfScreen(void* owner, const char* text) {
   RecordCommand& command = *static_cast<RecordCommand*>(owner);
   if (command.recorder.screenStatus != kScreenTooSmall) {
     Refuse(command.refusal, "%s", text);
-  } else if (!command.options.quiet) {
+  } else {
     ProgressClear(command.progress);
-    Complain(command.messages, text);
+    Note(command, text);
   }
 }
 
@@ -62,6 +68,20 @@ void SetUpRecorder(RecordCommand& command) {
   command.recorder.ownerName = command.options.owner ? command.options.owner : OwnerName();
 }
 
+// False with the reason when the user has asked for a window and there is none.
+bool SetUpWindow(RecordCommand& command) {
+  RecordOptions& options = command.options;
+  HWND window = nullptr;
+  if (options.window != 0) {
+    if (!FindNumberedWindow(options.window, &window, &options.area, command.refusal)) return false;
+  } else if (options.pick) {
+    Note(command, "click on the window to record; Esc ends the search");
+    if (!PickWindow(command.clock, &window, &options.area, command.refusal)) return false;
+  }
+  command.aimed.window = window;
+  return true;
+}
+
 bool SetUpArea(RecordCommand& command) {
   const DisplayCaps& screen = TheDisplayCaps();
   Rect area;
@@ -70,17 +90,22 @@ bool SetUpArea(RecordCommand& command) {
     return false;
   }
   command.recorder.captureArea = area;
-  if (cut && !command.options.quiet) {
+  if (cut) {
     Refusal note;
     Refuse(note, "part of the area lies off the screen; recording %d,%d %dx%d", area.left, area.top,
            area.right - area.left, area.bottom - area.top);
-    Complain(command.messages, note.text);
+    Note(command, note.text);
   }
+  if (command.options.follow) AimBegin(command.aimed, command.recorder, command.aimed.window);
   return true;
 }
 
 void OnProgress(void* watcher, const Recording& recording) {
   ProgressShow(*static_cast<Progress*>(watcher), recording);
+}
+
+bool Follow(void* aimed) {
+  return AimFollow(*static_cast<AimedWindow*>(aimed));
 }
 
 void SetUpRecording(RecordCommand& command) {
@@ -93,8 +118,11 @@ void SetUpRecording(RecordCommand& command) {
   command.recording.delay = options.recording.frameDelay;
   command.recording.milliseconds = options.milliseconds;
   command.recording.tickLimit = options.ticks;
+  command.recording.frameLimit = options.frames;
   command.recording.onProgress = shows ? OnProgress : nullptr;
   command.recording.watcher = &command.progress;
+  command.recording.aim = options.follow ? Follow : nullptr;
+  command.recording.aimer = &command.aimed;
 }
 
 // Why the recording ended ahead of its time; null when it did not.
@@ -106,6 +134,7 @@ const char* ReasonOf(RecordingEnd end) {
     return "the screen's colour depth has changed";
   case RecordingEnd::kFull:
     return "the animation has reached 4 GiB";
+  case RecordingEnd::kWindowGone: // as the user has asked for it
   case RecordingEnd::kComplete:
   case RecordingEnd::kStopped:
     break;
@@ -131,13 +160,13 @@ int Save(RecordCommand& command, const char* reason) {
   int status = kExitFailed;
   ProgressClear(command.progress);
   if (command.output.direct && command.signals) StopSignalsRelease(*command.signals);
-  if (command.recording.frames == 0) {
+  const uint32_t frames = command.recorder.frameCount;
+  if (frames == 0) {
     RefuseAll(refusal, reason ? reason : "no frame was taken");
   } else if (!OutputSave(command.output, command.gif, refusal)) {
     if (reason) Complain(command.messages, reason);
     KeepElsewhere(command, refusal);
   } else if (reason) {
-    const uint32_t frames = command.recording.frames;
     Refuse(refusal, "%s; %s holds the %" PRIu32 " %s before that", reason, command.output.path, frames,
            frames == 1 ? "frame" : "frames");
   } else {
@@ -151,7 +180,7 @@ int Save(RecordCommand& command, const char* reason) {
 void SaveWhenMemoryEnded(void* argument, uint32_t count) {
   RecordCommand& command = *static_cast<RecordCommand*>(argument);
   if (count == 1) {
-    if (command.recording.recorder) KeepCompleteFrames(command.recording);
+    StreamTruncate(command.stream, command.recorder.frameBytes);
     Save(command, "memory is exhausted");
   }
   ::ExitProcess(kExitFailed);
@@ -161,11 +190,42 @@ void TellOutcome(const RecordCommand& command) {
   if (!command.terminal || command.options.quiet) return;
   char outcome[kProgressTextSize];
   FormatOutcome(command.recording, outcome);
-  fprintf(command.messages, "%s: %s\n", command.output.path, outcome);
+  Refusal line;
+  Refuse(line, "%s: %s", command.output.path, outcome);
+  fprintf(command.messages, "%s\n", line.text);
+}
+
+int Fail(RecordCommand& command) {
+  OutputDiscard(command.output);
+  Complain(command.messages, command.refusal.text);
+  return kExitFailed;
+}
+
+// False when the user ends it.
+bool CountDown(RecordCommand& command) {
+  const RecordingClock& clock = command.clock;
+  const bool shows = command.terminal && !command.options.quiet;
+  bool stopped = false;
+  if (!shows && command.options.countdown != 0) {
+    Refusal note;
+    Refuse(note, "recording in %u s", command.options.countdown);
+    Note(command, note.text);
+  }
+  for (uint32_t left = command.options.countdown; left > 0 && !stopped; --left) {
+    if (shows) ProgressSay(command.progress, "recording in", left);
+    stopped = clock.wait(clock.owner, 1000);
+  }
+  ProgressClear(command.progress);
+  return !stopped;
 }
 
 int RecordAndSave(RecordCommand& command) {
   SetUpRecording(command);
+  if (!CountDown(command)) {
+    RefuseAll(command.refusal, "the countdown was ended");
+    return Fail(command);
+  }
+  if (command.options.milliseconds == 0 && command.options.ticks == 0) Note(command, "recording; Ctrl+C ends it");
   const Usage before = ReadUsage();
   const RecordingEnd end = RunRecording(command.recording);
   const Usage after = ReadUsage();
@@ -173,7 +233,7 @@ int RecordAndSave(RecordCommand& command) {
   if (status == kExitDone) TellOutcome(command);
   if (command.options.stats) {
     const uint64_t trailer = 1;
-    WriteStats(command.messages, command.recording, command.stream.streamSize + trailer, before, after);
+    WriteStats(command.figures, command.recording, command.stream.streamSize + trailer, before, after);
   }
   return status;
 }
@@ -183,13 +243,7 @@ bool Prepare(RecordCommand& command) {
   SetUpRecorder(command);
   if (ScreenIsLost()) return RefuseAll(command.refusal, kScreenLost); // it tells no depth and no size
   if (!command.recorder.recordingAllowed) return false;
-  return SetUpArea(command) && OutputOpen(command.output, command.refusal);
-}
-
-int Fail(RecordCommand& command) {
-  OutputDiscard(command.output);
-  Complain(command.messages, command.refusal.text);
-  return kExitFailed;
+  return SetUpWindow(command) && SetUpArea(command) && OutputOpen(command.output, command.refusal);
 }
 
 } // namespace
@@ -205,9 +259,22 @@ void RecordCommandInit(RecordCommand& command) {
   GifWriterInit(command.gif, &command.stream);
 }
 
+int ListWindowsRun(RecordCommand& command) {
+  if (!StartScreen(command.refusal)) return Fail(command);
+  ListWindows(command.figures);
+  EngineShutDown();
+  return kExitDone;
+}
+
 int RecordCommandRun(RecordCommand& command) {
   command.recording = {};
+  command.aimed = {};
   StreamClear(command.stream);
+  command.output.keepsOlder = command.options.noClobber;
+  if (command.output.replaces && command.output.keepsOlder) {
+    Refuse(command.refusal, "%s exists already, and --no-clobber keeps it", command.output.path);
+    return Fail(command);
+  }
   if (!StartScreen(command.refusal)) return Fail(command);
   if (SessionIsWayland()) WarnOfWayland(command.messages);
   const int status = Prepare(command) ? RecordAndSave(command) : Fail(command);

@@ -7,6 +7,7 @@
 
 #include "core/standard_streams.h"
 #include "gif/output_file.h"
+#include "record/aimed_window.h"
 #include "record/options.h"
 #include "record/progress.h"
 #include "record/recording.h"
@@ -21,6 +22,7 @@ struct RecordCommand {
   RecordingClock clock;
   StopSignals* signals = nullptr; // what `clock` waits for, to be let go of while a pipe is written; may be null
   FILE* messages = nullptr;       // errors, notes and progress; not owned
+  FILE* figures = nullptr;        // what --stats and --list-windows print; not owned
   bool terminal = false;          // `messages` is one
 
   // The command's own.
@@ -28,6 +30,7 @@ struct RecordCommand {
   AnimationStream stream;
   GifWriter gif;
   Recording recording;
+  AimedWindow aimed;
   Progress progress;
   Refusal refusal; // why nothing could be recorded
 };
@@ -38,6 +41,9 @@ void Complain(FILE* messages, const char* text);
 // Makes the record's stream and compressor and takes the process's hook for exhausted memory: from here on that saves
 // what has been recorded and ends the process with kExitFailed. Once for a record, which lives as long as the process.
 void RecordCommandInit(RecordCommand& command);
+
+// Writes the list of windows to `figures`, and answers the exit status.
+int ListWindowsRun(RecordCommand& command);
 
 // Records and saves, and answers the exit status. The display is opened and closed inside. Any number of runs.
 int RecordCommandRun(RecordCommand& command);

@@ -1,8 +1,10 @@
 // framereel-record: records a rectangle of the screen into an animated GIF, without a window, for scripts and tests.
 //
-// options.h says what can be asked for, command.h does it.
+// option_table.h says what can be asked for, command.h does it.
+#include <cstring>
 #include <unistd.h>
 
+#include "record/arguments.h"
 #include "record/command.h"
 #include "win32/win32_system.h"
 
@@ -24,8 +26,16 @@ int Printed() {
   return kExitFailed;
 }
 
+RecordCommand command; // lives as long as the process, as the engine's tables do
+
+int PrintWindows() {
+  command.messages = stderr;
+  command.figures = stdout;
+  const int status = ListWindowsRun(command);
+  return status == kExitDone ? Printed() : status;
+}
+
 int Record(const RecordOptions& options) {
-  static RecordCommand command; // lives as long as the process, as the engine's tables do
   static StopSignals signals;
   Refusal refusal;
   // Ahead of the signals: Ctrl+C still ends a wait for a pipe's reader.
@@ -39,8 +49,11 @@ int Record(const RecordOptions& options) {
   command.signals = &signals;
   command.messages = stderr;
   command.terminal = ::isatty(STDERR_FILENO);
+  const bool toOutput = strcmp(options.file, "-") == 0;
+  command.figures = toOutput ? stderr : stdout;
   RecordCommandInit(command);
-  return RecordCommandRun(command);
+  const int status = RecordCommandRun(command);
+  return status == kExitDone && options.stats && !toOutput ? Printed() : status;
 }
 
 } // namespace
@@ -53,6 +66,8 @@ int main(int count, char** arguments) {
   case Request::kHelp:
     WriteHelp(stdout);
     return Printed();
+  case Request::kListWindows:
+    return PrintWindows();
   case Request::kVersion:
     WriteVersion(stdout);
     return Printed();

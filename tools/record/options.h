@@ -1,12 +1,8 @@
-// What the user of framereel-record asks for, read from its arguments.
-//
-// The options stand in one table in options.cpp: names, values, ranges, help. recording.h says what the lengths mean.
+// What the user of framereel-record asks for. arguments.h reads it; recording.h says what the lengths mean.
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 
-#include "core/refusal.h"
 #include "recorder/engine/recorder_state.h"
 
 namespace framereel {
@@ -18,23 +14,23 @@ struct WantedArea {
 };
 
 struct RecordOptions {
-  RecordingOptions recording;
+  RecordingOptions recording = {.trueTime = true};
   WantedArea area = {0, 0, 0, 0};
+  uint32_t window = 0;         // the number of the window to record; 0: none
+  bool pick = false;           // the user clicks on it
+  bool follow = false;         // the area goes with it
+  uint32_t countdown = 0;      // seconds
   uint32_t milliseconds = 0;   // how long to record; 0: no such end
   uint32_t ticks = 0;          // how many ticks to take; 0: no such end
+  uint32_t frames = 0;         // how many frames; 0: no such end
   const char* owner = nullptr; // the name in the comment; null: the user's. Points into the arguments
   const char* file = nullptr;  // "-" is standard output. Points into the arguments
+  bool noClobber = false;
   bool quiet = false;
   bool stats = false;
 };
 
-enum class Request : uint8_t { kRecord, kHelp, kVersion, kRefused };
-
-// Reads the arguments behind the program's name, up to a null. The same option twice: the last one holds. kRecord only
-// when all that is asked for makes sense together; kRefused leaves the reason. `options` comes in with its defaults.
-Request ReadOptions(const char* const* arguments, RecordOptions* options, Refusal& refusal);
-
-void WriteHelp(FILE* to);
-void WriteVersion(FILE* to);
+// What the arguments come to.
+enum class Request : uint8_t { kRecord, kListWindows, kHelp, kVersion, kRefused };
 
 } // namespace framereel

@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <cinttypes>
 #include <cstring>
-#include <ctime>
 #include <sys/ioctl.h>
-#include <sys/resource.h>
 
 #include "recorder/engine/status.h"
 
@@ -29,15 +27,11 @@ void FormatTime(uint64_t milliseconds, char* text, size_t size) {
   }
 }
 
-// How much of the recording is done, in cells of the bar; -1 when its end is not known.
+// How much of the recording is done by the end that comes first, in cells of the bar; -1 when it has none.
 int DoneCells(const Recording& recording) {
-  uint64_t done = recording.elapsed;
-  uint64_t all = recording.milliseconds;
-  if (recording.tickLimit) {
-    done = recording.ticks;
-    all = recording.tickLimit;
-  }
-  return all == 0 ? -1 : int(std::min(done, all) * kBarCells / all);
+  const auto cells = [](uint64_t done, uint64_t all) { return all ? int(std::min(done, all) * kBarCells / all) : -1; };
+  return std::max({cells(recording.elapsed, recording.milliseconds), cells(recording.ticks, recording.tickLimit),
+                   cells(recording.recorder->frameCount, recording.frameLimit)});
 }
 
 int ColumnsOf(FILE* terminal) {
@@ -46,19 +40,16 @@ int ColumnsOf(FILE* terminal) {
   return size.ws_col;
 }
 
-int64_t Microseconds(const timeval& time) {
-  return int64_t{time.tv_sec} * 1000000 + time.tv_usec;
-}
-
 } // namespace
 
 void FormatOutcome(const Recording& recording, char* text) {
   char size[kByteSizeText];
   char time[32];
-  FormatByteSize(recording.frameBytes, size);
+  const uint32_t frames = recording.recorder->frameCount;
+  FormatByteSize(recording.recorder->frameBytes, size);
   FormatTime(recording.elapsed, time, sizeof time);
-  const int length = snprintf(text, kProgressTextSize, "%" PRIu32 " %s, %s, %s", recording.frames,
-                              recording.frames == 1 ? "frame" : "frames", size, time);
+  const int length =
+      snprintf(text, kProgressTextSize, "%" PRIu32 " %s, %s, %s", frames, frames == 1 ? "frame" : "frames", size, time);
   if (recording.lostTicks == 0) return;
   snprintf(text + length, size_t(kProgressTextSize - length), ", %" PRIu32 " %s lost", recording.lostTicks,
            recording.lostTicks == 1 ? "tick" : "ticks");
@@ -90,29 +81,17 @@ void ProgressShow(Progress& progress, const Recording& recording) {
   progress.shownAt = recording.elapsed;
 }
 
+void ProgressSay(Progress& progress, const char* what, uint32_t left) {
+  fprintf(progress.to, "\r%s %" PRIu32 " s\x1b[K", what, left);
+  fflush(progress.to);
+  progress.shown = true;
+}
+
 void ProgressClear(Progress& progress) {
   if (!progress.shown) return;
   fputs("\r\x1b[K", progress.to);
   fflush(progress.to);
   progress.shown = false;
-}
-
-Usage ReadUsage() {
-  timespec now;
-  ::clock_gettime(CLOCK_MONOTONIC, &now);
-  rusage used = {};
-  ::getrusage(RUSAGE_SELF, &used);
-  return {int64_t{now.tv_sec} * 1000000 + now.tv_nsec / 1000, Microseconds(used.ru_utime) + Microseconds(used.ru_stime),
-          used.ru_maxrss};
-}
-
-void WriteStats(FILE* to, const Recording& recording, uint64_t bytes, const Usage& before, const Usage& after) {
-  fprintf(to,
-          "ticks=%" PRIu32 " frames=%" PRIu32 " lost=%" PRIu32 " bytes=%" PRIu64
-          " wall_s=%.3f cpu_s=%.3f peak_kib=%" PRId64 "\n",
-          recording.ticks, recording.frames, recording.lostTicks, bytes,
-          double(after.wallMicroseconds - before.wallMicroseconds) / 1e6,
-          double(after.cpuMicroseconds - before.cpuMicroseconds) / 1e6, after.peakKilobytes);
 }
 
 } // namespace framereel

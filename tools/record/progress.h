@@ -1,4 +1,4 @@
-// The one line that shows on a terminal how a recording goes, and the lines of figures at its end.
+// The one line that shows on a terminal how a recording goes.
 #pragma once
 
 #include <cstdint>
@@ -26,20 +26,9 @@ void FormatOutcome(const Recording& recording, char* text);
 
 // Draws the line, at most ten times a second.
 void ProgressShow(Progress& progress, const Recording& recording);
+// Shows "what left s" instead, for seconds that are counted down.
+void ProgressSay(Progress& progress, const char* what, uint32_t left);
 // Takes it away, so that something else can be written.
 void ProgressClear(Progress& progress);
-
-// What the process has used so far.
-struct Usage {
-  int64_t wallMicroseconds; // since some start
-  int64_t cpuMicroseconds;  // user and system together
-  int64_t peakKilobytes;    // the most memory that it had at any moment
-};
-
-Usage ReadUsage();
-
-// The line that --stats asks for, with names and plain numbers for programs to read. `before` and `after` enclose the
-// recording; `bytes` is what the file holds.
-void WriteStats(FILE* to, const Recording& recording, uint64_t bytes, const Usage& before, const Usage& after);
 
 } // namespace framereel

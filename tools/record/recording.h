@@ -21,6 +21,7 @@ struct RecordingClock {
 enum class RecordingEnd : uint8_t {
   kComplete,      // the plan's end was reached
   kStopped,       // the user ended it
+  kWindowGone,    // what the area followed is there no more
   kScreenLost,    // the connection to the display broke
   kScreenChanged, // the screen has another depth now, in which the animation cannot go on
   kFull,          // another frame might not fit into the stream's 4 GiB
@@ -30,26 +31,26 @@ struct Recording {
   RecorderState* recorder = nullptr; // ready for its first frame; not owned
   RecordingClock clock = {};
 
-  uint32_t delay = 0;        // ms from a tick to the next, above 0
-  uint32_t milliseconds = 0; // ends at that time; ticks that would fall on it or later are not taken. 0: no such end
-  uint32_t tickLimit = 0;    // ends behind that many ticks, lost ones not counted. 0: no such end
+  uint32_t delay = 0; // ms from a tick to the next, above 0
+  // Ends, of which the first holds; 0: no such end.
+  uint32_t milliseconds = 0; // of time; ticks that would fall on it or later are not taken
+  uint32_t tickLimit = 0;    // that many ticks, lost ones not counted; the last one has its delay, too
+  uint32_t frameLimit = 0;   // the same with frames in the stream
 
+  // Called ahead of each tick, to place the area; false ends the recording (kWindowGone). May be null.
+  bool (*aim)(void* aimer) = nullptr;
+  void* aimer = nullptr;
   // Called behind each tick and, while it waits, at least four times a second. May be null.
   void (*onProgress)(void* watcher, const Recording& recording) = nullptr;
   void* watcher = nullptr;
 
-  uint32_t lastTime = 0;   // what the clock told last
-  uint64_t elapsed = 0;    // ms from the first tick to lastTime
-  uint32_t ticks = 0;      // how often the engine was asked for a frame
-  uint32_t lostTicks = 0;  // overdue when another one was due too, and left out
-  uint32_t frames = 0;     // complete frames in the stream
-  uint32_t frameBytes = 0; // their size in the stream; a frame that the end interrupts may stand behind them
+  uint32_t lastTime = 0;  // what the clock told last
+  uint64_t elapsed = 0;   // ms from the first tick to lastTime
+  uint32_t ticks = 0;     // how often the engine was asked for a frame
+  uint32_t lostTicks = 0; // overdue when another one was due too, and left out
 };
 
-// Takes frames until one of the ends. Then the stream holds complete frames only.
+// Takes frames until one of the ends. Then the stream holds complete frames only, the last one up to the end.
 RecordingEnd RunRecording(Recording& recording);
-
-// Cuts an unfinished frame off the stream.
-void KeepCompleteFrames(Recording& recording);
 
 } // namespace framereel

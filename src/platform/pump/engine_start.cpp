@@ -4,6 +4,7 @@
 #include "core/toolkit_init.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/display/display_caps.h"
+#include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
 #include "win32/pixels/display.h"
@@ -16,6 +17,7 @@ bool EngineStartUp() {
     DisplayClose(); // it may have been lost just after it was opened
     return false;
   }
+  DrawingStartUp();
   OffscreensStartUp();
   ReadDisplayCaps();
   return true;
@@ -25,6 +27,7 @@ void EngineShutDown() {
   OffscreensShutDown();
   ReleasePort();
   SharedContextsShutDown();
+  DrawingShutDown();
   DisplayClose();
 }
 

@@ -3,7 +3,7 @@
 
 namespace framereel {
 
-// Toolkit core, contexts, display facts. False when there is no display, and then nothing is left behind.
+// Toolkit core, contexts, drawing, display facts. False when there is no display, and then nothing is left behind.
 bool EngineStartUp();
 void EngineShutDown();
 

@@ -6,21 +6,64 @@
 namespace framereel {
 namespace {
 
+constexpr int64_t kLongestDelay16 = 0xFFFF; // hundredths
+
+// ---- Measured ----------------------------------------------------------------------------------------------------
+
 // In ms. A pause of more than 2^31 ms comes out negative and is cut to 16 bits like any other.
-int32_t FrameDelay(const RecorderState& recorder, uint32_t now, bool grab) {
+int32_t MeasuredDelay(const RecorderState& recorder, uint32_t now, bool grab) {
   if (!recorder.options->recordTimingInfo) return 0;
   if (grab) return recorder.options->frameDelay;
   return recorder.haveLastFrameTick ? int32_t(now - recorder.lastFrameTick) : 0;
 }
 
+void WriteMeasured(RecorderState& recorder, bool transparent, bool grab) {
+  const uint32_t now = ::GetTickCount();
+  const int32_t delay = MeasuredDelay(recorder, now, grab);
+  recorder.lastFrameTick = now;
+  EmitFrame(recorder, transparent, delay);
+}
+
+// ---- True time ---------------------------------------------------------------------------------------------------
+
+// For how long the file has shown the frame last written by `now`, to the nearest hundredth. What it is off, up to 5 ms
+// either way, is in the place where the frame begins.
+int64_t HundredthsShown(const RecorderState& recorder, uint32_t now) {
+  return int64_t{now - recorder.lastFrameTick + 5} / 10;
+}
+
+// The frame written at `control` begins where the last one, which has that delay, ends.
+void BeginFrame(RecorderState& recorder, uint32_t control, int64_t delay) {
+  recorder.lastControl = control;
+  recorder.lastFrameTick += uint32_t(10 * delay);
+}
+
+// A frame that changes nothing.
+void AppendStill(RecorderState& recorder) {
+  GifWriter& gif = *recorder.gif;
+  const uint8_t pixel = recorder.colours.outputTransparent;
+  GifWriteControl(gif, true, 0, pixel);
+  GifWriteImage(gif, 0, 0, 1, 1, {&pixel, 1, 0});
+  ++recorder.frameCount;
+  recorder.frameBytes = gif.stream->streamSize;
+}
+
+void WriteInTrueTime(RecorderState& recorder, bool transparent) {
+  const uint32_t control = recorder.stream->streamSize;
+  EmitFrame(recorder, transparent, 0);
+  if (!recorder.haveLastFrameTick) recorder.lastFrameTick = recorder.frameTick;
+  BeginFrame(recorder, control, HundredthsShown(recorder, recorder.frameTick));
+}
+
 } // namespace
 
 void WriteFrame(RecorderState& recorder, bool transparent, bool grab) {
-  const uint32_t now = ::GetTickCount();
-  const int32_t delay = FrameDelay(recorder, now, grab);
-  recorder.lastFrameTick = now;
+  if (recorder.options->trueTime) {
+    WriteInTrueTime(recorder, transparent);
+  } else {
+    WriteMeasured(recorder, transparent, grab);
+  }
   recorder.haveLastFrameTick = true;
-  EmitFrame(recorder, transparent, delay);
 }
 
 FramePixels PixelsOfFrame(const RecorderState& recorder, bool transparent) {
@@ -49,6 +92,19 @@ void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay) {
     GifWriteControl(gif, transparent, hundredths, frame.mark);
     GifWriteImage(gif, frame.left, frame.top, frame.width, frame.height, frame.pixels);
   }
+}
+
+void TellFrameTime(RecorderState& recorder, uint32_t now) {
+  recorder.frameTick = now;
+  const RecordingOptions& options = *recorder.options;
+  if (!options.trueTime || !options.recordTimingInfo || !recorder.haveLastFrameTick) return;
+  while (HundredthsShown(recorder, now) > kLongestDelay16) {
+    GifRewriteDelay(*recorder.gif, recorder.lastControl, kLongestDelay16);
+    const uint32_t control = recorder.stream->streamSize;
+    AppendStill(recorder);
+    BeginFrame(recorder, control, kLongestDelay16);
+  }
+  GifRewriteDelay(*recorder.gif, recorder.lastControl, uint16_t(HundredthsShown(recorder, now)));
 }
 
 } // namespace framereel

@@ -141,6 +141,15 @@ void RecorderCaptureFrame(RecorderState& recorder, bool grab) {
   recorder.captureBusy = false;
 }
 
+void RecorderMoveArea(RecorderState& recorder, int16_t left, int16_t top) {
+  Rect& area = recorder.captureArea;
+  area = {top, left, int16_t(top + area.bottom - area.top), int16_t(left + area.right - area.left)};
+  if (!recorder.animationStarted) return;
+  recorder.frameLeft = left;
+  recorder.frameTop = top;
+  if (recorder.screenFormat == kFormat2Bit) PrepareGrabBuffers(recorder); // its rows begin at every fourth pixel
+}
+
 void RecorderReset(RecorderState& recorder) {
   if (!recorder.animationStarted) return;
   recorder.frameCount = recorder.frameBytes = 0;

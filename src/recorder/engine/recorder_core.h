@@ -28,6 +28,10 @@ void RecorderTearDown(RecorderState& recorder);
 // stream.
 void RecorderCaptureFrame(RecorderState& recorder, bool grab);
 
+// The next frames show the screen from there on, in screen pixels; their size stays. All of the area lies on the
+// screen, or the user is told as when the screen becomes smaller.
+void RecorderMoveArea(RecorderState& recorder, int16_t left, int16_t top);
+
 // Ends the animation, if there is one: the next frame begins another. The stream is the caller's to clear.
 void RecorderReset(RecorderState& recorder);
 

@@ -30,6 +30,7 @@ struct RecordingOptions {
   uint16_t recordingSize = kSize100;  // once, at the first frame
   bool fakeScreen = true;             // never; a setting that is kept for the file's sake
   bool smallest = false;              // once, at the first frame; no setting. The same pictures in fewer bytes
+  bool trueTime = false;              // which rule for delays (pacing.h); the same for a whole animation
 };
 
 // Which of the three actions the user may take now.
@@ -142,8 +143,10 @@ struct RecorderState {
 
   RecorderControl control;
 
-  uint32_t lastFrameTick = 0; // of the frame last written, in ms
+  uint32_t frameTick = 0;     // in true time: when the next frame begins, in ms
+  uint32_t lastFrameTick = 0; // of the frame last written, in ms; in true time when the file shows it
   bool haveLastFrameTick = false;
+  uint32_t lastControl = 0; // in true time: where the stream has that frame's control record
 };
 
 } // namespace framereel

@@ -1,4 +1,6 @@
 // The windows of all programs on the desktop in memory, as they are seen at a place of the screen.
+#include <algorithm>
+
 #include "win32/memory/memory_display.h"
 
 namespace framereel {
@@ -60,10 +62,31 @@ DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t x, int32_t y) {
   return 0;
 }
 
+std::vector<DesktopWindow> DisplayWindows() {
+  std::vector<DesktopWindow> found;
+  for (const auto& window : TheMemoryDesktop().windows) {
+    if (!TheMemoryDisplay().lost && IsSeen(*window)) found.push_back(NameOf(&window->name));
+  }
+  return found;
+}
+
 bool DisplayWindowPlace(DesktopWindow window, PixelRect* place) {
   const Named found = Find(window);
   if (found.children) *place = found.place;
   return found.children != nullptr;
+}
+
+bool DisplayHasWindow(DesktopWindow window) {
+  const auto& all = TheMemoryDesktop().windows;
+  const auto isIt = [window](const auto& each) { return each->name == window; };
+  return Find(window).children || (window != 0 && std::any_of(all.begin(), all.end(), isIt));
+}
+
+std::string DisplayWindowTitle(DesktopWindow window) {
+  for (const auto& each : TheMemoryDesktop().windows) {
+    if (each->name == window && window != 0) return each->title;
+  }
+  return "";
 }
 
 DisplayWindow* DisplayOwnWindow(DesktopWindow window) {

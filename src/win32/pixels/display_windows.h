@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "win32/pixels/display.h"
 
@@ -86,9 +87,16 @@ using DesktopWindow = uint32_t;
 // window; 0 for none. A window without pixels of its own (a cover) is not seen. What a window manager puts around a
 // window belongs to it, and the margins in which a program draws no more than its window's shadow do not.
 DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t x, int32_t y);
+// Those on the desktop that are seen, from the top down; of one that a window manager has put something around, its own
+// name.
+std::vector<DesktopWindow> DisplayWindows();
 // Where it stands on the screen, what lies beyond the window around it included; false when it is not there or cannot
-// be seen any more.
+// be seen. The name may come from another program.
 bool DisplayWindowPlace(DesktopWindow window, PixelRect* place);
+// Whether it is there, seen or not.
+bool DisplayHasWindow(DesktopWindow window);
+// What its program calls it, in bytes that may be anything.
+std::string DisplayWindowTitle(DesktopWindow window);
 // Our window of that name; null when it is another program's.
 DisplayWindow* DisplayOwnWindow(DesktopWindow window);
 

@@ -26,13 +26,14 @@ int DescriptorOf(HANDLE file) {
   return int(reinterpret_cast<intptr_t>(file) - 1);
 }
 
-int OpenFlags(DWORD access, DWORD disposition) {
+int OpenFlags(DWORD access, DWORD disposition, DWORD attributes) {
   int flags = O_CLOEXEC | O_NOCTTY;
   if ((access & GENERIC_WRITE) == 0) {
     flags |= O_RDONLY | O_NONBLOCK; // a pipe that nobody writes to is an empty file, and not waited for
   } else {
     flags |= (access & GENERIC_READ) ? O_RDWR : O_WRONLY;
   }
+  if (attributes & FILE_ATTRIBUTE_TEMPORARY) return flags | O_TMPFILE;
   return disposition == CREATE_NEW ? flags | O_CREAT | O_EXCL : flags;
 }
 
@@ -49,11 +50,11 @@ bool LockForSharing(int descriptor, DWORD share) {
 
 } // namespace
 
-HANDLE CreateFileA(const char* path, DWORD access, DWORD share, void*, DWORD disposition, DWORD, HANDLE) {
+HANDLE CreateFileA(const char* path, DWORD access, DWORD share, void*, DWORD disposition, DWORD attributes, HANDLE) {
   constexpr mode_t kNewFileMode = 0666; // the user's mask takes from it
   int descriptor = -1;
   do {
-    descriptor = ::open(path, OpenFlags(access, disposition), kNewFileMode);
+    descriptor = ::open(path, OpenFlags(access, disposition, attributes), kNewFileMode);
   } while (descriptor < 0 && errno == EINTR);
   if (descriptor < 0) return INVALID_HANDLE_VALUE;
   if (LockForSharing(descriptor, share)) return HandleOf(descriptor);
@@ -117,6 +118,16 @@ BOOL CloseHandle(HANDLE file) {
   return ::close(DescriptorOf(file)) == 0 || errno == EINTR;
 }
 
+DWORD GetFinalPathNameByHandleA(HANDLE file, char* path, DWORD size, DWORD) {
+  const int length = std::snprintf(path, size, "/proc/self/fd/%d", DescriptorOf(file));
+  struct stat facts;
+  return DWORD(length) < size && ::stat(path, &facts) == 0 ? DWORD(length) : 0;
+}
+
+BOOL CreateHardLinkA(const char* name, const char* existing, void*) {
+  return ::linkat(AT_FDCWD, existing, AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+}
+
 BOOL DeleteFileA(const char* path) {
   return ::unlink(path) == 0;
 }
@@ -139,7 +150,9 @@ DWORD GetCurrentDirectoryA(DWORD bufferSize, char* buffer) {
 
 BOOL MoveFileExA(const char* from, const char* to, DWORD flags) {
   if (flags & MOVEFILE_REPLACE_EXISTING) return ::rename(from, to) == 0;
-  return ::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0;
+  if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) return TRUE;
+  // Not every file system knows how to; with a second name it comes to the same.
+  return errno == EINVAL && ::link(from, to) == 0 && ::unlink(from) == 0;
 }
 
 HFILE OpenFile(const char* path, OFSTRUCT* record, UINT mode) {

@@ -2,6 +2,8 @@
 //
 // Such a window's handle is its name on the display, marked so that it is no address. Any other call finds that it is
 // none of our windows, and does nothing.
+#include "win32/windows/desktop_windows.h"
+
 #include "win32/pixels/rectangles.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
@@ -59,12 +61,38 @@ HWND ForeignChildAt(HWND window, int32_t x, int32_t y) {
 }
 
 } // namespace
+
+std::string ForeignTitle(HWND window) {
+  return IsForeign(window) ? DisplayWindowTitle(NameOf(window)) : "";
+}
+
 } // namespace framereel
 
 using namespace framereel;
 
 HWND GetDesktopWindow() {
   return HandleOf(0);
+}
+
+BOOL EnumWindows(WNDENUMPROC each, LPARAM argument) {
+  for (const DesktopWindow name : DisplayWindows()) {
+    const DisplayWindow* own = DisplayOwnWindow(name);
+    const HWND topLevel = own ? TopLevelOf(own) : HandleOf(name);
+    if (topLevel && !each(topLevel, argument)) return FALSE;
+  }
+  return TRUE;
+}
+
+BOOL IsWindow(HWND window) {
+  return IsForeign(window) ? NameOf(window) == 0 || DisplayHasWindow(NameOf(window)) : IsLive(window);
+}
+
+HWND ULongToHandle(uint32_t number) {
+  return number != 0 && number >> 29 == 0 ? HandleOf(number) : nullptr;
+}
+
+uint32_t HandleToULong(HWND window) {
+  return IsForeign(window) ? NameOf(window) : 0;
 }
 
 HWND ChildWindowFromPointEx(HWND window, POINT point, UINT) {

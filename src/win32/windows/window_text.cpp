@@ -5,6 +5,7 @@
 
 #include "win32/pixels/utf8.h"
 #include "win32/win32_windows.h"
+#include "win32/windows/desktop_windows.h"
 #include "win32/windows/update_regions.h"
 #include "win32/windows/window_tree.h"
 
@@ -38,6 +39,7 @@ BOOL SetWindowTextA(HWND window, const char* text) {
 int GetWindowTextA(HWND window, char* buffer, int bufferSize) {
   if (!buffer || bufferSize <= 0) return 0;
   buffer[0] = 0;
+  if (!IsLive(window)) return int(CopyText(ForeignTitle(window), WPARAM(bufferSize), reinterpret_cast<LPARAM>(buffer)));
   return int(::SendMessageA(window, WM_GETTEXT, WPARAM(bufferSize), reinterpret_cast<LPARAM>(buffer)));
 }
 

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "win32/pixels/utf8.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -147,11 +148,24 @@ const X11Margins& MarginsOf(X11Connection* x, Window client) {
 
 // ---- Places ------------------------------------------------------------------------------------------------------
 
+// Of a window that somebody has named, or that has gone to another parent, the server is asked. None when it has gone,
+// and for the root.
+Window ParentOf(X11Connection* x, Window window) {
+  if (window == x->root || SeenOf(x, window).parent != None) return SeenOf(x, window).parent;
+  Window root, parent = None, *children = nullptr;
+  unsigned int count = 0;
+  const unsigned long request = NextRequest(x->display);
+  if (!XQueryTree(x->display, window, &root, &parent, &children, &count)) X11NoAnswer(x, request);
+  if (children) XFree(children);
+  if (parent != None) Hear(x, parent);
+  return SeenOf(x, window).parent = parent;
+}
+
 // On the screen; false when the window or one around it is not seen.
 bool PlaceWithMargins(X11Connection* x, Window window, PixelRect* place) {
   *place = {};
   int32_t depth = 0;
-  for (Window each = window; each != x->root; each = SeenOf(x, each).parent) {
+  for (Window each = window; each != x->root; each = ParentOf(x, each)) {
     if (each == None || ++depth > kDeepest) return false;
     const X11Seen& seen = LookAt(x, each);
     if (!seen.shown) return false;
@@ -168,6 +182,17 @@ bool PlaceOf(X11Connection* x, Window window, PixelRect* place) {
   const PixelRect less = {place->left + m.left, place->top + m.top, place->right - m.right, place->bottom - m.bottom};
   if (!IsEmpty(less)) *place = less;
   return true;
+}
+
+// What a window manager has put around a window; itself, where that is nothing.
+Window WithFrame(X11Connection* x, Window window) {
+  Window top = window;
+  for (int32_t depth = 0; depth < kDeepest && top != None; ++depth) {
+    const Window parent = ParentOf(x, top);
+    if (parent == x->root) return ClientOf(x, top) == window ? top : window;
+    top = parent;
+  }
+  return window;
 }
 
 // The first look is cheap, and most windows are elsewhere.
@@ -220,6 +245,15 @@ void NoteChange(X11Connection* x, int type, Window parent, Window window) {
   around->second.clientFound = false;
 }
 
+// What is known holds from here on. Null when there is no connection.
+X11Connection* BeginToSeek() {
+  X11Connection* x = X11Live();
+  if (!x) return nullptr;
+  X11TakeEvents(x, QueuedAfterReading);
+  x->desktop.soughtAt = DisplayTick();
+  return x;
+}
+
 } // namespace
 
 long X11RootEvents(const X11Connection* x) {
@@ -251,10 +285,8 @@ void X11TakeMargins(X11Connection* x, Window window) {
 }
 
 DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t left, int32_t top) {
-  X11Connection* x = X11Live();
+  X11Connection* x = BeginToSeek();
   if (!x) return 0;
-  X11TakeEvents(x, QueuedAfterReading);
-  x->desktop.soughtAt = DisplayTick();
   const Window around = in == 0 ? x->root : ClientOf(x, in);
   const std::vector<Window>& children = ChildrenOf(x, around);
   LookAt(x, children);
@@ -264,9 +296,39 @@ DesktopWindow DisplayWindowAt(DesktopWindow in, int32_t left, int32_t top) {
   return 0;
 }
 
+std::vector<DesktopWindow> DisplayWindows() {
+  std::vector<DesktopWindow> found;
+  X11Connection* x = BeginToSeek();
+  if (!x) return found;
+  const std::vector<Window> children = ChildrenOf(x, x->root);
+  LookAt(x, children);
+  for (Window child : children) {
+    if (X11Live() && LookAt(x, child).shown) found.push_back(static_cast<DesktopWindow>(ClientOf(x, child)));
+  }
+  return found;
+}
+
 bool DisplayWindowPlace(DesktopWindow window, PixelRect* place) {
+  X11Connection* x = BeginToSeek();
+  return x && PlaceOf(x, WithFrame(x, window), place) && X11Live();
+}
+
+bool DisplayHasWindow(DesktopWindow window) {
+  X11Connection* x = BeginToSeek();
+  return x && ParentOf(x, window) != None && X11Live();
+}
+
+std::string DisplayWindowTitle(DesktopWindow window) {
+  constexpr size_t kMost = 65536;
   X11Connection* x = X11Live();
-  return x && PlaceOf(x, window, place) && X11Live();
+  std::string title;
+  if (!x) return title;
+  for (const Atom property : {X11AtomOf(x, kNetWmName), Atom{XA_WM_NAME}}) {
+    const Atom type = X11ReadBytes(x, window, property, kMost, &title);
+    if (type == XA_STRING) title = Utf8OfLatin1(title);
+    if (!title.empty()) break;
+  }
+  return title;
 }
 
 DisplayWindow* DisplayOwnWindow(DesktopWindow window) {

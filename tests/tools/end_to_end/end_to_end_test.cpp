@@ -24,22 +24,23 @@ TEST_F(FramereelRecord, AnswersWithItsStatusItsMessageAndItsFile) {
     std::string shown;
   } cases[] = {
       {"mkfifo ready; $SCENE --ready-fd 5 5>ready & read < ready; "
-       "$R --area '100,50 300x200' --fps=20 --frames=10 --size=25 --quiet a.gif; status=$?; kill $!; exit $status",
+       "$R --area '100,50 300x200' --fps=20 --ticks=10 --size=25 --quiet a.gif; status=$?; kill $!; exit $status",
        0, 150, ""},
       {"$R --version", 0, 0, "framereel-record 1.23"},
-      {"$R --frames=2 --delay=25 --quiet - > a.gif", 0, 640, ""},
-      {"$R --frames=2 --delay=25 --quiet - | cat > a.gif", 0, 640, ""},
-      {"exec $R --frames=2 --stats a.gif <&- >&- 2>&-", 0, 640, ""},
+      {"$R --ticks=2 --delay=25 --quiet - > a.gif", 0, 640, ""},
+      {"$R --ticks=2 --delay=25 --quiet - | cat > a.gif", 0, 640, ""},
+      {"exec $R --ticks=2 a.gif <&- >&- 2>&-", 0, 640, ""},
+      {"$R --ticks=2 --stats --quiet a.gif >/dev/full", 1, 640, "standard output cannot be written to"},
       {"$R --fps=50 a.gif", 2, 0, "--fps takes a number from 0.2 to 40, not \"50\""},
       {"env -u DISPLAY $R a.gif", 1, 0, "there is no display to record: DISPLAY is not set"},
-      {"XDG_DATA_HOME=$PWD $R --frames=1 --quiet /dev/full", 1, 0,
+      {"XDG_DATA_HOME=$PWD $R --ticks=1 --quiet /dev/full", 1, 0,
        "cannot write /dev/full: No space left on device; the animation is kept as HERE/framereel/animation.gif"},
       {"$R none/a.gif", 1, 0, "cannot write none/a.gif: No such file or directory"},
       {"$R -", 1, 0, "standard output is a terminal; give a FILE or redirect it"},
       {"$R - >&-", 1, 0, "standard output cannot be written to; give a FILE or redirect it"},
       {"$R --help >/dev/full", 1, 0, "standard output cannot be written to"},
       // The pipe has nobody at its other end by the time of the save: `true` never reads, and wait is for its end.
-      {"exec 3> >(true); wait $!; XDG_DATA_HOME=$PWD $R --frames=1 --quiet - >&3", 1, 0,
+      {"exec 3> >(true); wait $!; XDG_DATA_HOME=$PWD $R --ticks=1 --quiet - >&3", 1, 0,
        "cannot write standard output: Broken pipe; the animation is kept as HERE/framereel/animation-2.gif"},
   };
   for (const auto& c : cases) {

@@ -1,8 +1,10 @@
 // The arguments of framereel-record: what they set, and the words of every refusal.
-#include "record/options.h"
+#include "record/arguments.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,7 +20,8 @@ std::string Told(Words words) {
   Refusal refusal = {};
   const Request request = ReadOptions(words.data(), &o, refusal);
   if (request != Request::kRecord) {
-    return request == Request::kHelp ? "help" : request == Request::kVersion ? "version" : refusal.text;
+    const char* const others[] = {"record", "list", "help", "version", refusal.text};
+    return others[int(request)];
   }
   const RecordingOptions& r = o.recording;
   const RecordingOptions usual;
@@ -29,6 +32,13 @@ std::string Told(Words words) {
   add("size " + number(r.recordingSize), r.recordingSize != usual.recordingSize);
   add("ms " + number(o.milliseconds), o.milliseconds != 0);
   add("ticks " + number(o.ticks), o.ticks != 0);
+  add("frames " + number(o.frames), o.frames != 0);
+  add("measured", !r.trueTime);
+  add("window " + number(o.window), o.window != 0);
+  add("pick", o.pick);
+  add("follow", o.follow);
+  add("countdown " + number(o.countdown), o.countdown != 0);
+  add("keep", o.noClobber);
   add("owner " + std::string(o.owner ? o.owner : ""), o.owner != nullptr);
   add("area " + number(o.area.left) + "," + number(o.area.top) + " " + number(o.area.width) + "x" +
           number(o.area.height),
@@ -48,13 +58,15 @@ std::string Told(Words words) {
 TEST(RecordOptions, SetWhatTheySayAndAreRefusedWhereTheyMakeNoSenseTogether) {
   const std::pair<Words, const char*> cases[] = {
       {{"f"}, "f"},
-      {{"--delay", "25", "--size=44", "--frames", "3", "--owner=a=b", "-"}, "- delay 25 size 1 ticks 3 owner a=b"},
+      {{"--delay", "25", "--size=44", "--frames", "3", "--owner=a=b", "-"}, "- delay 25 size 1 frames 3 owner a=b"},
       {{"--delay=100", "f", "--delay=5000"}, "f delay 5000"},
       {{"--no-timing", "--no-loop", "--explorer", "--smallest", "f"}, "f timing loop explorer smallest"},
       {{"--no-transparency", "--no-border", "--no-cursor", "--stats", "f"}, "f transparency border cursor stats"},
       {{"--fps=40", "--seconds=0.1", "--size=25", "f"}, "f delay 25 size 0 ms 100"},
       {{"--fps=0.2", "--seconds=604800", "f"}, "f delay 5000 ms 604800000"},
-      {{"--fps=15", "--frames=1000000000", "f"}, "f delay 67 ticks 1000000000"},
+      {{"--fps=15", "--ticks=1000000000", "--frames=5", "f"}, "f delay 67 ticks 1000000000 frames 5"},
+      {{"--delays=measured", "f"}, "f measured"},
+      {{"--delays=measured", "--delays", "true", "f"}, "f"},
       {{"--area=-32768,32767 32767x1", "f"}, "f area -32768,32767 32767x1"},
       {{"--quiet", "--", "--delay"}, "--delay quiet"},
       {{"--", "--"}, "--"},
@@ -67,12 +79,24 @@ TEST(RecordOptions, SetWhatTheySayAndAreRefusedWhereTheyMakeNoSenseTogether) {
       {{"a", "b"}, "one FILE at a time: \"a\" or \"b\""},
       {{"-", "-"}, "one FILE at a time: \"-\" or \"-\""},
       {{"--delay=100", "--fps=10", "f"}, "--delay and --fps say the same thing; give one of them"},
-      {{"--frames=5", "--seconds=1", "f"}, "--seconds and --frames both end the recording; give one of them"},
       {{"--quiet=yes", "f"}, "--quiet takes no value, not \"yes\""},
-      {{"--help=me"}, "unknown option --help; framereel-record --help lists them"},
-      {{"--dela=100", "f"}, "unknown option --dela; framereel-record --help lists them"},
+      {{"-h"}, "help"},
+      {{"--list-windows"}, "list"},
+      {{"--window=0x1A00007", "--follow", "--countdown=3", "f"}, "f window 27262983 follow countdown 3"},
+      {{"--window=12", "--window=pick", "--no-clobber", "f"}, "f pick keep"},
+      {{"--window=pick", "--window=0xFFFFFFFF", "--no-clobber", "--overwrite", "f"}, "f window 4294967295"},
+      {{"--window=1", "--area=0,0 1x1", "f"}, "--area and --window both say what to record; give one of them"},
+      {{"--follow", "f"}, "--follow needs a window to follow; give --window, too"},
+      {{"--help=me"}, "--help takes no value, not \"me\""},
+      {{"--fames", "f"}, "unknown option --fames; did you mean --frames?"},
+      {{"--dela=100", "f"}, "unknown option --dela; did you mean --delay?"},
+      {{"--sec=100", "f"}, "unknown option --sec; did you mean --seconds?"},
+      {{"-fps=5", "f"}, "unknown option -fps; did you mean --fps?"},
+      {{"--no-curser", "f"}, "unknown option --no-curser; did you mean --no-cursor?"},
+      {{"--colour-the-pointer-red-and-leave-the-rest", "f"},
+       "unknown option --colour-the-pointer-red-and-leave-the-rest; framereel-record --help lists them"},
       {{"-q", "f"}, "unknown option -q; framereel-record --help lists them"},
-      {{"--owner=x\ny", "--size=\n\x7F", "f"}, "--size takes 25, 44 or 100, not \"??\""},
+      {{"--owner=x\ny", "--size=\n\x7F", "f"}, "--size takes 25, 44 or 100, not \"\\n\\x7f\""},
   };
   for (const auto& [words, told] : cases) EXPECT_EQ(Told(words), told);
   const std::string endless(20000, '9'); // a refusal that is longer than its room
@@ -92,6 +116,11 @@ TEST(RecordOptions, RefuseValuesWithTheOptionsNameAndWhatItTakes) {
        {"0", "0.19", "40.1", "-1", "", ".", "1.2.3", "inf", "nan", "1e1", "0x1", "1,5"}},
       {"--size", "25, 44 or 100", {"50", "", "100%", "44 ", "1"}},
       {"--seconds", "a number from 0.1 to 604800", {"0", "604801", "", "5s", "-5", "1e3"}},
+      {"--window",
+       "the number of a window, such as 0x1a00007, or \"pick\"",
+       {"", "0", "0x", "x", "-1", "1 ", "4294967296"}},
+      {"--countdown", "a whole number of seconds from 0 to 3600", {"", "-1", "3601", "1.5"}},
+      {"--delays", "true or measured", {"", "True", "measure"}},
       {"--frames", "a whole number from 1 to 1000000000", {"0", "1000000001", "4294967297", "", "-1", "1.5"}},
       {"--area",
        "\"L,T WxH\" in screen pixels, such as \"0,0 640x480\", W and H from 1 to 32767",
@@ -103,6 +132,17 @@ TEST(RecordOptions, RefuseValuesWithTheOptionsNameAndWhatItTakes) {
     for (const char* value : c.wrong) EXPECT_EQ(Told({c.name, value, "f"}), takes + ", not \"" + value + "\"");
     EXPECT_EQ(Told({"f", c.name}), takes + ", and nothing stands behind it");
   }
+}
+
+TEST(RecordOptions, HaveAHelpThatFitsEightyColumns) {
+  char* text = nullptr;
+  size_t length = 0;
+  FILE* to = ::open_memstream(&text, &length);
+  WriteHelp(to);
+  fclose(to);
+  std::istringstream lines(text);
+  free(text);
+  for (std::string line; std::getline(lines, line);) EXPECT_LT(line.size(), 80u) << line;
 }
 
 } // namespace
