@@ -2,16 +2,13 @@
 #include "app/document.h"
 
 #include <filesystem>
-#include <sstream>
 
 #include "app/application_program.h"
 #include "app/picture_windows.h"
 #include "app/recovery.h"
-#include "area/ants.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/modal.h"
-#include "recorder/control/recording_control.h"
-#include "support/gif_reader.h"
+#include "support/script.h"
 
 namespace framereel {
 namespace {
@@ -19,51 +16,39 @@ namespace {
 class DocumentTest : public ApplicationTest {
 protected:
   DocumentTest() {
-    ::setenv("HOME", folder.path.c_str(), 1);
-    ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
     Start();
     app.recorder.captureArea = {20, 20, 60, 60};
+    AddWords();
   }
 
   // Each word is a step, 40 ms after the one before, also while a question is open:
   //
-  //   N S Q         the letter with Ctrl         ret esc     keys         name:TEXT   typed
+  //   N S Q         the letter with Ctrl         enter esc    keys         name:TEXT   typed
   //   frame         one more, of other pixels    record      Start        about offer end  as they say
   //   ?             what the question on the screen says, "-" for none, is written down
   //
   // Answers that, and then the title, the frames, and whether they are saved.
-  std::string Play(const std::string& script) {
+  std::string Play(const std::string& steps) {
     said.clear();
-    uint32_t at = ::GetTickCount();
-    std::istringstream words(script);
-    for (std::string word; words >> word;) MemoryAt(at += 40, [this, word] { Do(word); });
-    RunFor(at - ::GetTickCount() + 400);
-    return said + Title() + ", " + std::to_string(app.recorder.frameCount) + (IsUnsaved(app) ? " unsaved" : "");
+    RunFor(script.Schedule(steps, 40) - ::GetTickCount() + 360);
+    return Text(said, Title(), ", ", app.recorder.frameCount, IsUnsaved(app) ? " unsaved" : "");
   }
 
-  void Do(const std::string& word) {
-    if (word == "frame") {
+  void AddWords() {
+    auto& words = script.words;
+    for (const std::string letter : {"N", "S", "Q"}) {
+      words[letter] = [=, this](std::istream&) { script.Act("ctrl+" + letter); };
+    }
+    words["frame"] = [this](std::istream&) {
       MemoryFill({30, 30, 40, 40}, shade += 0x10);
       RecorderGrab(app.recorder);
-    } else if (word == "record") {
-      RecorderStart(app.recorder);
-    } else if (word == "about") {
-      ShowAbout(app);
-    } else if (word == "offer") {
-      TimerSchedule(OfferKept, &app, 0);
-    } else if (word == "end") {
-      EndAllLoops();
-    } else if (word == "?") {
-      said += Question() + "; ";
-    } else if (word.rfind("name:", 0) == 0) {
-      MemoryTypeText(word.substr(5));
-    } else if (word == "ret" || word == "esc") {
-      MemoryTypeKey(word == "ret" ? VK_RETURN : VK_ESCAPE);
-    } else {
-      MemoryPressKey(VK_CONTROL);
-      MemoryTypeKey(uint8_t(word[0]));
-      MemoryReleaseKey(VK_CONTROL);
-    }
+    };
+    words["record"] = [this](std::istream&) { RecorderStart(app.recorder); };
+    words["about"] = [this](std::istream&) { ShowAbout(app); };
+    words["offer"] = [this](std::istream&) { TimerSchedule(OfferKept, &app, 0); };
+    words["?"] = [this](std::istream&) { said += Question() + "; "; };
+    words["name"] = [](std::istream& in) { MemoryTypeText(Word(in)); };
+    script.Add("end", EndAllLoops);
   }
 
   std::string Title() const {
@@ -91,23 +76,24 @@ protected:
 
   uint32_t shade = 0;
   std::string said;
+  Script script;
 };
 
 TEST_F(DocumentTest, IsAskedAboutWhereFramesWouldBeLostAndSavedUnderItsName) {
   const std::pair<const char*, const char*> steps[] = {
       {"N ? frame N ? esc", "-; Warning!; Framereel, 1 unsaved"},
       {"S esc ?", "-; Framereel, 1 unsaved"},
-      {"S name:clip.gif ret", "Framereel - clip, 1"},
+      {"S name:clip.gif enter", "Framereel - clip, 1"},
       {"frame", "Framereel - clip, 2 unsaved"},
       {"S ?", "-; Framereel - clip, 2"}, // where it was
       {"record", "Framereel - clip, 2"},
       {"frame S", "Framereel - clip, 3"}, // and the countdown has been stopped
       {"frame Q ? esc", "Warning!; Framereel - clip, 4 unsaved"},
-      {"N ? N ? ret", "Warning!; Warning!; Framereel, 0"},
-      {"S name:empty.gif ret", "Framereel - empty, 0"},
+      {"N ? N ? enter", "Warning!; Warning!; Framereel, 0"},
+      {"S name:empty.gif enter", "Framereel - empty, 0"},
       {"frame S Q ?", "-; Framereel - empty, 1"},
   };
-  for (const auto& [script, outcome] : steps) EXPECT_EQ(Play(script), outcome) << script;
+  for (const auto& [words, outcome] : steps) EXPECT_EQ(Play(words), outcome) << words;
   EXPECT_FALSE(app.recorder.control.recording);
   EXPECT_TRUE(app.document.abandoned);
   EXPECT_EQ(FramesOf(folder / "clip.gif"), "3");
@@ -116,9 +102,9 @@ TEST_F(DocumentTest, IsAskedAboutWhereFramesWouldBeLostAndSavedUnderItsName) {
 
 TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
   std::filesystem::create_directory(folder / "gone");
-  EXPECT_EQ(Play("frame S name:gone/clip.gif ret"), "Framereel - clip, 1");
+  EXPECT_EQ(Play("frame S name:gone/clip.gif enter"), "Framereel - clip, 1");
   std::filesystem::remove_all(folder / "gone");
-  EXPECT_EQ(Play("frame S ? ret ? Q ? esc"), "Framereel; -; Warning!; Framereel - clip, 2 unsaved");
+  EXPECT_EQ(Play("frame S ? enter ? Q ? esc"), "Framereel; -; Warning!; Framereel - clip, 2 unsaved");
   std::filesystem::create_directory(folder / "gone");
   EXPECT_EQ(Play("S ?"), "-; Framereel - clip, 2");
   EXPECT_EQ(FramesOf(folder / "gone/clip.gif"), "2");
@@ -127,7 +113,7 @@ TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
 TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
   EXPECT_TRUE(KeepUnsaved(app));
   EXPECT_EQ(Kept().size(), 0u) << "there is nothing";
-  for (const char* answer : {"offer ret esc ?", "offer ret name:back.gif ret ?", "offer esc ?"}) {
+  for (const char* answer : {"offer enter esc ?", "offer enter name:back.gif enter ?", "offer esc ?"}) {
     if (Kept().empty()) {
       Play("frame frame");
       StreamAppend(app.stream, 3, "and"); // of a frame under way
@@ -140,7 +126,7 @@ TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
       EXPECT_EQ(std::filesystem::status(Kept()[0]).permissions(), std::filesystem::perms(0600));
     }
     EXPECT_EQ(Play(answer).substr(0, 3), "-; ") << answer;
-    EXPECT_EQ(Kept().empty(), std::string(answer) != "offer ret esc ?") << "only a cancelled choice leaves it";
+    EXPECT_EQ(Kept().empty(), std::string(answer) != "offer enter esc ?") << "only a cancelled choice leaves it";
   }
   EXPECT_EQ(FramesOf(folder / "back.gif"), "2");
   EXPECT_TRUE(KeepUnsaved(app));

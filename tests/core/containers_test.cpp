@@ -3,14 +3,12 @@
 
 #include <algorithm>
 #include <map>
-#include <string>
 #include <vector>
 
 #include "core/arrays.h"
 #include "core/list.h"
 #include "core/memory.h"
 #include "core/notices.h"
-#include "core/toolkit_init.h"
 #include "support/dice.h"
 
 namespace framereel {
@@ -244,26 +242,6 @@ TEST(Notifiers, TellEachListenerThatStandsOnceWhateverListenersDo) {
     twin.Send();
   }
   NotifierClear(&twin.notifier);
-}
-
-std::string calls;
-
-void HearActive(void* name, bool active) {
-  EXPECT_EQ(ActiveGet(), active); // the flag stands ahead of the calls
-  calls += static_cast<const char*>(name) + std::string(active ? "+" : "-");
-}
-
-TEST(Notices, ActiveStateReachesTheFirstListenerFirst) {
-  static char a[] = "a", b[] = "b", c[] = "c";
-  ToolkitInit();
-  EXPECT_TRUE(ActiveGet());
-  for (char* name : {a, b, a}) ActiveAdd(HearActive, name);
-  ActiveSet(false);
-  for (char* name : {a, c}) ActiveRemove(HearActive, name); // the last of the two; none
-  ActiveSet(true);
-  for (char* name : {a, b}) ActiveRemove(HearActive, name);
-  ActiveSet(true);
-  EXPECT_EQ(calls, "a-b-a-a+b+");
 }
 
 } // namespace

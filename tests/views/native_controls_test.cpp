@@ -1,56 +1,38 @@
 // Native controls in Views: where the keyboard is, what an edit session lets through and when it ends, and what a click
 // on a button leaves behind.
-#include <algorithm>
 
 #include "core/memory.h"
 #include "core/strings.h"
 #include "platform/controls/edit_field.h"
 #include "platform/controls/native_control.h"
-#include "platform/controls/push_button.h"
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/font_cache.h"
 #include "platform/menus/edit_menu.h"
 #include "platform/menus/menu_commands.h"
 #include "platform/menus/menus.h"
 #include "platform/menus/platform_menus.h"
 #include "platform/windows/child_window.h"
-#include "platform/windows/main_window.h"
-#include "toolkit/views/view.h"
-#include "toolkit/views/view_class.h"
+#include "toolkit/controls/push_button.h"
 #include "views/view_scene.h"
 #include "win32/input/clipboard.h"
-#include "win32/memory/memory_windows.h"
 
 namespace framereel {
 namespace {
 
 int16_t textWidth; // what fields take their text to need
 
-// Both classes keep the record of an edit field, of which a button needs the first two fields.
 EditField* DataOf(const View* view) {
   return static_cast<EditField*>(view->classData);
 }
 
-void InitControl(View* view, const char* className, DWORD style) {
+void InitField(View* view) {
   view->width = 80;
   view->height = 40;
-  view->classData = new EditField{};
+  auto* field = new EditField{};
+  view->classData = field;
   const uint16_t id = ControlTableTake(&view->window->controls, view);
-  DataOf(view)->control = CreateNativeControl(view, className, WS_CHILD | style, id);
-}
-
-void InitButton(View* view) {
-  InitControl(view, "button", 0);
-  SubclassButton(view, &DataOf(view)->procedure);
-  SetNativeFont(view, DataOf(view)->control, view->drawing, true);
-}
-
-void InitField(View* view) {
-  InitControl(view, "edit", ES_MULTILINE);
-  EditField* field = DataOf(view);
+  field->control = CreateNativeControl(view, "edit", WS_CHILD | ES_MULTILINE, id);
   field->started = [](View* v) { Say(v, "!"); };
-  field->finished = [](View* v, const KeyEvent* e) { e ? Say(v, ".", e->character) : Say(v, "."); };
-  field->requestSize = [](View* v, int16_t width, int16_t) { Say(v, "=", width); };
+  field->finished = [](View* v, const KeyEvent* e) { Say(v, e ? Text('.', int(e->character)) : "."); };
+  field->requestSize = [](View* v, int16_t width, int16_t) { Say(v, Text('=', width)); };
   field->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
   SubclassEditField(view);
   SetNativeFont(view, field->control, view->drawing, true);
@@ -66,9 +48,9 @@ void Destroy(View* view) {
   delete DataOf(view);
 }
 
-ViewClass* NewControlClass(void (*init)(View*)) {
+ViewClass* NewFieldClass() {
   ViewClass* viewClass = ClassNew();
-  viewClass->init = init;
+  viewClass->init = InitField;
   viewClass->destroy = Destroy;
   viewClass->shown = [](View* view, bool) { ShowNativeControl(DataOf(view)->control, true); };
   viewClass->nativeHandle = [](const View* view) { return DataOf(view)->control; };
@@ -78,12 +60,11 @@ ViewClass* NewControlClass(void (*init)(View*)) {
 
 class NativeControls : public ViewScene {
 protected:
-  NativeControls() : buttons(NewControlClass(InitButton)), fields(NewControlClass(InitField)) {
-    buttons->nativeNotice = [](View* view, uint16_t code) { Say(view, "*", code); };
+  NativeControls() : fields(NewFieldClass()) {
     textWidth = 80;
-    AddWord("edit", FocusEditField);
-    AddWord("endedit", [](View*) { EndEditSession(nullptr); });
-    AddWord("text?", [](View* view) {
+    script.Add("edit", FocusEditField);
+    script.Add("endedit", [](View*) { EndEditSession(nullptr); });
+    script.Add("text?", [](View* view) {
       FetchEditText(view);
       std::string text = DataOf(view)->text;
       std::replace(text.begin(), text.end(), '\n', '/');
@@ -92,7 +73,6 @@ protected:
   }
   ~NativeControls() override {
     script.Act("close w");
-    MemFree(buttons);
     MemFree(fields);
   }
 
@@ -103,25 +83,23 @@ protected:
   }
   static bool MainHasTheKeyboard() { return ::GetFocus() == TheMainWindow()->window; }
 
-  ViewClass *buttons, *fields;
+  ViewClass* fields;
 };
 
 TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
-  View* button = Shown("b", buttons, 10);
-  const Font* font = button->drawing->font;
+  View* button = Shown("b", PushButtonClass(), 10);
+  ViewResize(button, 80, 40);
+  PushButtonSetCallback(button, [](View* view) { Say(view, "*"); });
+  const HWND native = button->viewClass->nativeHandle(button);
   Play({{"over w 20 20 d", ""}});
-  EXPECT_EQ(::GetFocus(), DataOf(button)->control);
-  Play({{"u wait 5", "b*0"}});
+  EXPECT_EQ(::GetFocus(), native);
+  Play({{"u wait 5", "b*"}});
   EXPECT_TRUE(MainHasTheKeyboard());
-  script.Act("d");
-  MemoryTakeCapture(); // a press that is taken away does so too
-  Play({{"wait 5 u", ""}});
+  Play({{"d takemouse wait 5 u", ""}}); // a press that is taken away does so too
   EXPECT_TRUE(MainHasTheKeyboard());
-  const uint16_t held = font->selectCount;
-  buttons->nativeNotice = [](View* view, uint16_t) { ViewDestroy(view); };
+  PushButtonSetCallback(button, ViewDestroy);
   script.Act("d u wait 5");
   EXPECT_TRUE(MainHasTheKeyboard());
-  EXPECT_LT(font->selectCount, held);
   EXPECT_EQ(ControlTableTake(&Window()->controls, nullptr), 3); // the number is free again
 }
 
