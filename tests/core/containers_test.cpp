@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <vector>
 
 #include "core/arrays.h"
@@ -169,26 +168,6 @@ TEST(Arrays, StayAsTheyAreAtTheEndOfTheirCount) {
   EXPECT_EQ(records.count, UINT16_MAX);
   EXPECT_EQ(*static_cast<uint32_t*>(RecordArrayAt(&records, UINT16_MAX - 1)), 65'534u);
   RecordArrayFree(&records);
-}
-
-TEST(AttributeTables, AreAsMaps) {
-  AttributeTable table = {};
-  std::map<ListValue, ListValue> twin;
-  Dice dice(4);
-  for (int step = 0; step < 3000; ++step) {
-    const ListValue key = dice.Below(6), value = dice.Below(3);
-    ASSERT_EQ(AttributeHas(&table, key), twin.count(key) > 0);
-    const ListValue has = twin.count(key) ? twin[key] : 0;
-    ASSERT_EQ(AttributeGet(&table, key), has);
-    const int operation = dice.Below(100);
-    if (operation > 50) AttributeSet(&table, key, twin[key] = value);
-    if (operation < 50) twin.erase(key);
-    ASSERT_TRUE(operation >= 50 || AttributeDrop(&table, key) == has);
-    if (operation == 50) AttributeClear(&table), twin.clear();
-    ASSERT_EQ(table.count, twin.size());
-    ASSERT_EQ(table.entries == nullptr, twin.empty());
-  }
-  AttributeClear(&table);
 }
 
 // ---- Listeners ----------------------------------------------------------------------------------------------------

@@ -34,9 +34,9 @@ template <typename T> T Told(std::istream& in) {
 
 // Words are separated by blanks.
 //
-//   the user    m X Y (the pointer on the screen), wheel N; keys like A, f4, ctrl+shift+left, and the buttons lb, mb,
-//   rb:
-//               typed, or with + or - ahead pressed or released only
+//   the user    m X Y (the pointer on the screen), wheel N
+//               keys like A, f4, ctrl+shift+left, and the buttons lb, mb, rb: typed, or with + or - ahead pressed or
+//               released only
 //   the others  takemouse
 //   time        wait MS (the clock sleeps), tick MS (it alone goes on, and no event runs), later WORDS , WORDS ... .
 //               (20 ms apart, once somebody waits)

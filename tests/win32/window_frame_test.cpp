@@ -40,8 +40,8 @@ TEST_F(WindowFrame, TheCaptionDragsWithTheDesktopOrWithoutItAndEscapeTakesItBack
   Act("-lb then");
   TheMemoryDisplay().desktop.leavesDragging = true;
   Walk("none", {{"new box framed main 20 20 100 70 m box 20 -10 +lb later m box 35 15 , -lb . then place? box",
-                 "178,217+100x70"},
-                {"m box 20 -10 +lb later m box 0 0 , esc . then place? box", "178,217+100x70"}});
+                 "168,147+100x70"},
+                {"m box 20 -10 +lb later m box 0 0 , esc . then place? box", "168,147+100x70"}});
 }
 
 // ---- The system menu ---------------------------------------------------------------------------------------------
