@@ -1,8 +1,13 @@
 // A selection with the mouse and with the keys, and what it leaves behind.
-
 #include "area_program.h"
+
+#include "core/rects.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
 #include "platform/windows/cursor_shape.h"
 #include "platform/windows/window_list.h"
+#include "toolkit/views/view.h"
 #include "win32/system/system_version.h"
 
 namespace framereel {
@@ -55,7 +60,7 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
        "rest 9,19 302x302 save Size: 302x302 (151x151), Top Left: 9,19"},
       {"size25 begin m 1 1 d m 101 101 u readouts", // none there
        "rest 1,1 102x102 save Size: 102x102 (51x51), Top Left: 1,1"},
-      {"size25 begin m 539 279 d m 639 379 u", "rest 538,278 102x102 save"}, // the far side is at the screen's end
+      {"size44 begin m 539 279 d m 638 380 u", "rest 537,279 102x102 save"}, // the far side is at its bound
       {"size44 begin m 100 100 d m 199 201 u", "rest 99,100 102x102 save"},  // of two pixels one on each side
       {"size44 begin m 0 0 d m 639 479 u readouts",                          // none at all
        "rest 1,0 639x480 save Size: 639x480 (426x320), Top Left: 1,0"},
@@ -101,6 +106,30 @@ TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouseWhereverTheMainWind
     Release();
     EXPECT_EQ(program.State(), "rest 100,80 22x11 label");
   }
+}
+
+// The same text where the label stands on the screen.
+void DrawReadout(const ChildWindow* panel, const View* label, const char* text) {
+  const Point at = OnScreen(panel, label->x, label->y);
+  SetPortScreen();
+  UseDrawState(DrawStateFill());
+  SetForeColour(ColourMenu());
+  FillRect(RectOf(at.h, at.v, label->width, label->height));
+  UseDrawState(DrawStateDefault());
+  DrawText(at.h, at.v + FontMetrics().ascent, text);
+}
+
+TEST(AreaReadouts, ArePaintedOverThePanelAndGoWithTheBackdrop) {
+  AreaProgram program;
+  const Picture before = Screen();
+  program.area.panel.setReadouts = nullptr; // the panel's own labels stay as they are
+  program.Act("begin m 100 80 d m 120 90 toggleline");
+  const Picture painted = Screen();
+  DrawReadout(program.panel.window, program.panel.sizeLabel, "Size: 21x11");
+  DrawReadout(program.panel.window, program.panel.topLeftLabel, "Top Left: 100,80");
+  EXPECT_TRUE(painted == Screen() && painted != before);
+  program.Act("toggleline u");
+  EXPECT_EQ(Screen(), before);
 }
 
 } // namespace
