@@ -138,6 +138,22 @@ TEST_F(MenusTest, WithoutAnItemThatCanBeChosenAreGreyedUntilThereIsOne) {
   EXPECT_EQ(OnBar(), "&File[(&New\tCtrl+N) - (Quit\tCtrl+Q) More]");
 }
 
+TEST_F(MenusTest, NumbersAreGivenAgain) {
+  MakeBar();
+  const uint32_t given = newItem->id, last = Item(file, "a")->id;
+  FreeMenuItem(newItem);
+  EXPECT_EQ(Item(file, "b")->id, given);
+  EXPECT_EQ(Item(file, "c")->id, last + 1);
+  Menu* menu = nullptr;
+  MenuItem* item = nullptr;
+  FindMenuItem(bar, given, &menu, &item);
+  EXPECT_TRUE(menu == file && item->text == std::string("b"));
+  FindMenuItem(bar, apple->id, &menu, &item);
+  EXPECT_TRUE(menu == apple && !item);
+  FindMenuItem(bar, 0, &menu, &item);
+  EXPECT_EQ(menu, nullptr);
+}
+
 TEST_F(MenusTest, RunTheirItemsByMouseByLetterAndByShortcut) {
   MakeBar();
   Settle();

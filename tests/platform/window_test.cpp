@@ -11,6 +11,7 @@
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"
 #include "platform/windows/window_classes.h"
+#include "support/dice.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 
@@ -185,6 +186,30 @@ TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {
   }
   EXPECT_EQ(script.Heard(), "b- a+ al0,-1 al0,1 ap1,-1 ap1,1 at3,300 at3,300 ae2,-1 ae2,1 "
                             "aL0,-1 aL0,1 aP1,-1 aP1,1 aT3,300 aT3,300 aE2,-1 aE2,1 active=a");
+}
+
+// ---- Native controls ---------------------------------------------------------------------------------------------
+
+TEST(ControlTable, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
+  ControlTable table = {};
+  std::map<uint16_t, View*> twin;
+  View views[3] = {};
+  Dice dice(1);
+  for (int step = 0; step < 9000; ++step) {
+    const auto id = uint16_t(dice.OneIn(9) ? dice.Below(65536) : dice.Below(int(twin.size()) + 5));
+    if (dice.OneIn(3)) {
+      ControlTableGiveBack(&table, id); // of one that nobody has, too
+      twin.erase(id);
+    } else {
+      View* view = &views[dice.Below(3)];
+      const uint16_t taken = ControlTableTake(&table, view);
+      ASSERT_TRUE(twin.emplace(taken, view).second && taken != kDyingControl);
+    }
+    for (const uint16_t any : {id, uint16_t{60000}, uint16_t{kDyingControl}}) {
+      ASSERT_EQ(ControlTableFind(&table, any), twin.count(any) ? twin[any] : nullptr) << any;
+    }
+  }
+  ControlTableFree(&table);
 }
 
 // ---- Modal and active windows ------------------------------------------------------------------------------------
