@@ -264,6 +264,17 @@ TEST_F(Edit, BeepsForWhatItsLimitLeavesOutAndGivesWholeCharacters) {
   EXPECT_EQ(::GetWindowTextA(edit, small, sizeof small), 2);
 }
 
+TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
+  HWND edit = Show("abc");
+  Walk("notice", {{"X", "| main.notice:5/768"}, {"delete ctrl+C", ""}});
+  ::SetWindowTextA(edit, "new");
+  Walk("notice", {{"ctrl+Z", "main.notice:5/768"}}); // there is nothing to take back
+  EXPECT_EQ(Shown(edit), "|new");
+  Answer(WM_COMMAND, [edit](HWND, WPARAM, LPARAM) { return ::DestroyWindow(edit); });
+  Press("Y Z");
+  EXPECT_FALSE(Lives(edit));
+}
+
 // ---- Texts that programs share -----------------------------------------------------------------------------------
 
 // What a sign in a script stands for; all others are typed as they stand.

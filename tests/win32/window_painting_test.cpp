@@ -202,6 +202,18 @@ TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   Walk("none", {{"rgb? next 2 2", "g"}});
 }
 
+TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateButNoPaintsLimitsAndOthersBeginAnew) {
+  Walk("none", {{"new own own main 0 0 50 50 paints own r invalidate own 0 0 5 5 update own", ""},
+                {"fill own g 0 0 50 50 rgb? own 40 40", "g"}});
+  for (HWND window : {main, Named("own")}) {
+    for (const COLORREF expected : {RGB(0, 0, 0), window == main ? RGB(0, 0, 0) : RGB(1, 2, 3)}) {
+      HDC context = ::GetDC(window);
+      EXPECT_EQ(::SetTextColor(context, RGB(1, 2, 3)), expected);
+      ::ReleaseDC(window, context);
+    }
+  }
+}
+
 // ---- The screen --------------------------------------------------------------------------------------------------
 
 TEST_F(WindowPresenting, BringsOnlyWhatWasDrawn) {
