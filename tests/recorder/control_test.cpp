@@ -186,9 +186,18 @@ std::vector<uint32_t> seen; // on the screen when the status line was told of a 
 
 // Another program paints pixels that the picture does not have, under each digit and beside it: they are what stands
 // there from then on, and all others are as they were. Only behind the frame is it asked to paint anew.
-TEST(Control, PutsBackOnlyWhatStillShowsThePicture) {
+TEST(Control, PutsBackOnlyWhatStillShowsThePictureAlsoAtTheEdges) {
   for (const int depth : {1, 2, 4, 8, 16, 32}) {
     SCOPED_TRACE(depth);
+    // Parts of the picture lie off the screen.
+    for (const Rect& area : {Rect{0, 0, 4, 6}, Rect{150, 190, 160, 200}, Rect{-40, 190, 20, 230}}) {
+      Stage edge(depth, area);
+      edge.Do("start");
+      RunFor(1500);
+      EXPECT_NE(edge.recorder.control.savedScreen, nullptr);
+      edge.Do("stop");
+      edge.ExpectScene(area);
+    }
     Stage stage(depth, kArea);
     stage.recorder.panel.setStatus = [](void*, const char*) { seen = TheMemoryDisplay().screen; };
     std::vector<uint32_t> expected = TheMemoryDisplay().screen;
@@ -209,15 +218,6 @@ TEST(Control, PutsBackOnlyWhatStillShowsThePicture) {
     EXPECT_EQ(stage.recorder.frameCount, 1u);
     EXPECT_TRUE(seen == expected);
     EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1);
-    // Parts of the picture lie off the screen.
-    for (const Rect& area : {Rect{0, 0, 4, 6}, Rect{150, 190, 160, 200}, Rect{-40, 190, 20, 230}}) {
-      Stage edge(depth, area);
-      edge.Do("start");
-      RunFor(1500);
-      EXPECT_NE(edge.recorder.control.savedScreen, nullptr);
-      edge.Do("stop");
-      edge.ExpectScene(area);
-    }
   }
 }
 
