@@ -1,5 +1,4 @@
 // Picking a window: which one it is, the outline that jumps from one to the next, and how it ends.
-
 #include "area_program.h"
 #include "support/dice.h"
 #include "win32/pixels/rectangles.h"

@@ -1,6 +1,5 @@
 // Animations of random doings on small desktops of every depth: each must be the plain rules' file byte for byte, its
 // pictures must be what stood on the screen, and the user is told how it goes.
-
 #include <algorithm>
 
 #include "recorder/recording.h"

@@ -1,5 +1,4 @@
 // Controls by script: how they measure, what a press does to them, and what stands on the screen.
-
 #include "toolkit/controls/check_box.h"
 #include "toolkit/controls/picture_view.h"
 #include "toolkit/controls/popup.h"

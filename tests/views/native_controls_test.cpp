@@ -1,6 +1,5 @@
 // Native controls in Views: where the keyboard is, what an edit session lets through and when it ends, and what a click
 // on a button leaves behind.
-
 #include "core/memory.h"
 #include "core/strings.h"
 #include "platform/controls/edit_field.h"

@@ -1,5 +1,4 @@
 // The class "listbox": its order, what selects in it, how it scrolls.
-
 #include "win32/controls/control_base.h"
 #include "win32/window_scene.h"
 
