@@ -192,11 +192,11 @@ namespace {
 HWND Make(std::istream& in) {
   const std::string name = Word(in), kindName = Word(in);
   HWND parent = Told<HWND>(in);
-  const RECT r = Told<RECT>(in);
+  const int x = Told<int>(in), y = Told<int>(in), width = Told<int>(in), height = Told<int>(in);
   for (const Kind& kind : kKinds) {
     if (kindName != kind.name) continue;
-    return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, r.left, r.top,
-                             r.right - r.left, r.bottom - r.top, parent, nullptr, nullptr, nullptr);
+    return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, x, y, width, height, parent,
+                             nullptr, nullptr, nullptr);
   }
   ADD_FAILURE() << "no kind " << kindName;
   return nullptr;
