@@ -37,6 +37,7 @@ class AppTest : public ::testing::Test {
 protected:
   AppTest() { MemoryDisplayReset(640, 480, 24); }
   ~AppTest() override { ForgetAllWindows(); }
+
   const WorkingFolder folder;
 };
 
@@ -116,23 +117,6 @@ TEST_F(AppTest, EndsInOrderWhenAnotherProgramDestroysItsWindow) {
   }
 }
 
-TEST_F(AppTest, ThePanelFillsTheFrameAndNoKeyClosesIt) {
-  MemoryAt(4000, [] {
-    MemoryGiveKeyboard(Frame());
-    const WindowGeometry &panel = TopDocumentWindow()->geometry, &frame = TheMainWindow()->geometry;
-    EXPECT_EQ(panel.clientLeft, frame.clientLeft);
-    EXPECT_EQ(panel.clientTop, frame.clientTop);
-    EXPECT_EQ(panel.clientWidth, frame.clientWidth);
-    EXPECT_EQ(panel.clientHeight, frame.clientHeight);
-    MemoryPressKey(VK_CONTROL);
-    MemoryTypeKey(VK_F4);
-    MemoryReleaseKey(VK_CONTROL);
-  });
-  MemoryAt(4500, [] { EXPECT_NE(TopDocumentWindow(), nullptr); });
-  CloseAt(4600);
-  EXPECT_EQ(RunProgram(), 0);
-}
-
 // In a countdown, which a chord begins; the signal takes the picture off.
 TEST_F(AppTest, ASignalEndsItInOrder) {
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
@@ -157,17 +141,6 @@ TEST_F(AppTest, ASignalEndsItInOrder) {
   EXPECT_EQ(RunProgram(), 0);
   EXPECT_EQ(EndSignalThatCame(), SIGTERM);
   EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
-}
-
-TEST_F(AppTest, RunsAtEveryDepthAndThroughAChangeOfIt) {
-  for (const int32_t depth : {1, 2, 4, 8, 16, 24, 32}) {
-    MemoryDisplayReset(640, 480, depth);
-    MemoryAt(1500, [=] { MemoryDisplaySetMode(800, 600, depth == 8 ? 24 : 8); });
-    MemoryAt(4000, [] { EXPECT_EQ(TheMainWindow()->usableWidth, 800); });
-    CloseAt(4100);
-    EXPECT_EQ(RunProgram(), 0) << depth;
-    ForgetAllWindows();
-  }
 }
 
 TEST_F(AppTest, SaysUnderWaylandThatItSeesNothingThere) {

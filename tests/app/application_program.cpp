@@ -1,8 +1,5 @@
 #include "app/application_program.h"
 
-#include "gif/stream_bytes.h"
-#include "platform/records/view_record.h"
-#include "support/gif_reader.h"
 #include "toolkit/views_start.h"
 #include "win32/win32_input.h"
 
@@ -24,7 +21,10 @@ bool IsBesidesPanel(const std::vector<uint32_t>& before) {
   return true;
 }
 
-ApplicationTest::ApplicationTest() : viewsAreUp((ViewsStartUp(), 1)), program(640, 480, 24) {}
+ApplicationTest::ApplicationTest() : viewsAreUp((ViewsStartUp(), 1)), program(640, 480, 24) {
+  ::setenv("HOME", folder.path.c_str(), 1);
+  ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1); // where animations are kept, and offered from
+}
 
 void ApplicationTest::Start() {
   ApplicationStart(app);

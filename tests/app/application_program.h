@@ -2,10 +2,18 @@
 #pragma once
 
 #include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
 #include "app/application.h"
+#include "area/ants.h"
+#include "core/timers.h"
+#include "gif/stream_bytes.h"
+#include "platform/records/view_record.h"
+#include "recorder/control/recording_control.h"
+#include "recorder/engine/recorder_core.h"
+#include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"

@@ -2,52 +2,16 @@
 #include "app/application_program.h"
 
 #include <cstdio>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "area/ants.h"
 #include "area/selection.h"
 #include "core/memory.h"
-#include "core/timers.h"
-#include "gif/stream_bytes.h"
-#include "platform/records/view_record.h"
-#include "recorder/control/recording_control.h"
-#include "recorder/engine/recorder_core.h"
 #include "support/allocations.h"
-#include "support/gif_reader.h"
-#include "support/temporary_folder.h"
-#include "support/window_program.h"
-#include "win32/memory/memory_display.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {
-
-TEST_F(ApplicationTest, RecordsTheAreaThatTheUserDrawsAndKeepsItForTheNextRun) {
-  Start();
-  SelectByKeysAndMouse(50, 60, 150, 140);
-  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
-  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 30), "Recording Area:50,60 100x80\r\nF");
-
-  MemoryGiveKeyboard(scene);
-  HoldStartStop();
-  RunFor(3100);
-  MemoryPaintWindow(*scene, {90, 90, 100, 100}, kRed);
-  RunFor(700);
-  HoldStartStop();
-  RunFor(1000);
-  EXPECT_EQ(app.recorder.frameCount, 2u);
-  EXPECT_FALSE(app.recorder.control.recording);
-  EXPECT_EQ(Seen(0, 0, 0), kBlack); // the border
-  EXPECT_EQ(Seen(0, 45, 35), kBlue);
-  EXPECT_EQ(Seen(1, 45, 35), kRed);
-  EXPECT_EQ(Seen(1, 55, 35), kBlue);
-
-  End();
-  Start();
-  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
-}
 
 TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
   app.options.loop = false; // left by another run
@@ -58,38 +22,6 @@ TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
   EXPECT_TRUE(app.options.loop);
   End();
   EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 17), "Recording Size:44");
-}
-
-TEST_F(ApplicationTest, ASelectionEndsWithTheFirstFrameAndNoneBeginsAfterIt) {
-  Start();
-  HoldStartStop();
-  MemoryMovePointerTo(50, 60);
-  Type(VK_SPACE);
-  MemoryMovePointerTo(149, 139);
-  RunFor(4000);
-  EXPECT_EQ(app.recorder.frameCount, 1u);
-  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 28), "Recording Area:50,60 100x80\r");
-  SelectByKeysAndMouse(10, 10, 20, 20);
-  MemoryPaintWindow(*scene, {90, 90, 100, 100}, kRed);
-  RunFor(700);
-  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
-  EXPECT_EQ(Seen(1, 45, 35), kRed);
-}
-
-// Part of the area lies off the screen now, in the countdown and between two frames.
-TEST_F(ApplicationTest, GoesOnWhenTheScreenBecomesSmallerThanTheArea) {
-  Start();
-  SelectByKeysAndMouse(200, 150, 300, 250);
-  HoldStartStop();
-  MemoryDisplaySetMode(250, 200, 24);
-  RunFor(4000);
-  MemoryDisplaySetMode(100, 80, 24);
-  RunFor(1000);
-  MemoryDisplaySetMode(640, 480, 24);
-  RunFor(1000);
-  HoldStartStop();
-  EXPECT_FALSE(app.recorder.control.recording);
-  EXPECT_EQ(Seen(app.recorder.frameCount - 1, 50, 50), kBlue);
 }
 
 // Pictures that are larger than the area have the line across them; the next recording's are not. `o`: another program
@@ -162,25 +94,6 @@ TEST_F(ApplicationTest, TakesTheWindowThatTheUserPointsAt) {
   EXPECT_EQ(Seen(0, 10, 10), kBlue);
 }
 
-TEST_F(ApplicationTest, ASelectionShowsItsBandWhileAPictureStands) {
-  Start();
-  SelectByKeysAndMouse(100, 100, 120, 120);
-  const std::vector<uint32_t> before = BesidesPanel();
-  RecorderStart(app.recorder);
-  RunFor(1500);
-  const std::vector<uint32_t> counting = BesidesPanel();
-  SelectionBegin(app.area);
-  EXPECT_NE(BesidesPanel(), counting);
-  AntsToggle(app.area);
-  EXPECT_EQ(BesidesPanel(), counting);
-  AntsToggle(app.area);
-  RunFor(1000); // into the next digit
-  SelectionEnd(app.area);
-  RecorderStop(app.recorder);
-  Settle();
-  EXPECT_EQ(BesidesPanel(), before);
-}
-
 std::vector<uint32_t> screenBefore;
 
 // Ends the process for want of memory, and says what stands on the screen by the time at which it tells so.
@@ -208,38 +121,6 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenWhenMemoryEnds) {
   RunFor(800);
   BeginPick(20, 20);
   EXPECT_EXIT(RunOutOfMemory(), testing::ExitedWithCode(0), "^(clean)+$");
-}
-
-// In a selection, in the countdown, between two frames, and with a line on the screen.
-TEST_F(ApplicationTest, LeavesNothingOnTheScreenOrPendingWhenItEndsInTheMiddle) {
-  for (const char* state : {"armed", "dragging", "picking", "counting", "recording"}) {
-    SCOPED_TRACE(state);
-    Start();
-    const std::vector<uint32_t> before = BesidesPanel();
-    switch (*state) {
-    case 'a':
-      MemoryMovePointerTo(50, 60);
-      Type(VK_SPACE);
-      break;
-    case 'd':
-      MemoryMovePointerTo(50, 60);
-      Type(VK_SPACE);
-      MemoryMovePointerTo(250, 260);
-      RunFor(500);
-      break;
-    case 'p':
-      BeginPick(50, 60);
-      break;
-    default:
-      HoldStartStop();
-      RunFor(*state == 'c' ? 1000 : 4000);
-    }
-    End();
-    Settle();
-    EXPECT_FALSE(TimerPending());
-    EXPECT_EQ(BesidesPanel(), before);
-    MemoryCloseWindow(scene);
-  }
 }
 
 } // namespace

@@ -3,19 +3,15 @@
 
 #include <cstring>
 #include <filesystem>
-#include <sstream>
 
 #include "app/application_program.h"
 #include "app/picture_windows.h"
 #include "app/recovery.h"
-#include "area/ants.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/modal.h"
-#include "recorder/control/recording_control.h"
-#include "support/gif_reader.h"
+#include "support/script.h"
 #include "support/system_failures.h"
 #include "toolkit/controls/text_pane.h"
-#include "win32/win32_input.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 
@@ -27,54 +23,44 @@ protected:
   DocumentTest() {
     Start();
     app.recorder.captureArea = {20, 20, 60, 60};
+    AddWords();
   }
 
   // Each word is a step, 60 ms after the one before, longer than the loop sleeps, also while a question is open:
   //
-  //   N S Q         the letter with Ctrl         ret esc     keys         name:TEXT   typed
-  //   logout over   the session is to end        stays       it goes on   answers     given to that, of yes and no
+  //   N S Q         the letter with Ctrl         enter esc    keys         name:TEXT   typed
+  //   logout over   the session is to end        stays        it goes on   answers     given to that, of yes and no
   //   frame         one more, of other pixels    record      Start        about offer end  as they say
   //   ?             the title of the question on the screen, "-" for none, is written down; of an alert its text
   //
   // Answers that, and then the title, the frames, and whether they are saved.
-  std::string Play(const std::string& script) {
+  std::string Play(const std::string& steps) {
     said.clear();
-    uint32_t at = ::GetTickCount();
-    std::istringstream words(script);
-    for (std::string word; words >> word;) MemoryAt(at += 60, [this, word] { Do(word); });
-    RunFor(at - ::GetTickCount() + 400);
-    return said + Title() + ", " + std::to_string(app.recorder.frameCount) + (IsUnsaved(app) ? " unsaved" : "");
+    RunFor(script.Schedule(steps, 60) - ::GetTickCount() + 400);
+    return Text(said, Title(), ", ", app.recorder.frameCount, IsUnsaved(app) ? " unsaved" : "");
   }
 
-  void Do(const std::string& word) {
-    if (word == "frame") {
+  void AddWords() {
+    auto& words = script.words;
+    for (const std::string letter : {"N", "S", "Q"}) {
+      words[letter] = [=, this](std::istream&) { script.Act("ctrl+" + letter); };
+    }
+    words["frame"] = [this](std::istream&) {
       MemoryFill({30, 30, 40, 40}, shade += 0x40);
       RecorderGrab(app.recorder);
-    } else if (word == "record") {
-      RecorderStart(app.recorder);
-    } else if (word == "about") {
-      ShowAbout(app);
-    } else if (word == "offer") {
-      TimerSchedule(OfferKept, &app, 0);
-    } else if (word == "logout") {
-      MemoryTellOfSession(DisplayEventKind::kSessionAsks, false);
-    } else if (word == "over" || word == "stays") {
-      MemoryTellOfSession(DisplayEventKind::kSessionEnds, word == "over");
-    } else if (word == "answers") {
-      said += std::to_string(TheMemoryDesktop().sessionYes) + std::to_string(TheMemoryDesktop().sessionNo) + "; ";
-    } else if (word == "end") {
-      EndAllLoops();
-    } else if (word == "?") {
-      said += Question() + "; ";
-    } else if (word.rfind("name:", 0) == 0) {
-      MemoryTypeText(word.substr(5));
-    } else if (word == "ret" || word == "esc") {
-      MemoryTypeKey(word == "ret" ? VK_RETURN : VK_ESCAPE);
-    } else {
-      MemoryPressKey(VK_CONTROL);
-      MemoryTypeKey(uint8_t(word[0]));
-      MemoryReleaseKey(VK_CONTROL);
-    }
+    };
+    words["record"] = [this](std::istream&) { RecorderStart(app.recorder); };
+    words["about"] = [this](std::istream&) { ShowAbout(app); };
+    words["offer"] = [this](std::istream&) { TimerSchedule(OfferKept, &app, 0); };
+    words["logout"] = [](std::istream&) { MemoryTellOfSession(DisplayEventKind::kSessionAsks, false); };
+    words["over"] = [](std::istream&) { MemoryTellOfSession(DisplayEventKind::kSessionEnds, true); };
+    words["stays"] = [](std::istream&) { MemoryTellOfSession(DisplayEventKind::kSessionEnds, false); };
+    words["answers"] = [this](std::istream&) {
+      said += Text(TheMemoryDesktop().sessionYes, TheMemoryDesktop().sessionNo, "; ");
+    };
+    words["?"] = [this](std::istream&) { said += Question() + "; "; };
+    words["name"] = [](std::istream& in) { MemoryTypeText(Word(in)); };
+    script.Add("end", EndAllLoops);
   }
 
   std::string Title() const {
@@ -108,23 +94,24 @@ protected:
   const HomeIn lives{folder};
   uint32_t shade = 0;
   std::string said;
+  Script script;
 };
 
 TEST_F(DocumentTest, IsAskedAboutWhereFramesWouldBeLostAndSavedUnderItsName) {
   const std::pair<const char*, const char*> steps[] = {
       {"N ? frame N ? esc", "-; Warning!; Framereel, 1 unsaved"},
       {"S esc ?", "-; Framereel, 1 unsaved"},
-      {"S name:clip.gif ret", "Framereel - clip, 1"},
+      {"S name:clip.gif enter", "Framereel - clip, 1"},
       {"frame", "Framereel - clip, 2 unsaved"},
       {"S ?", "-; Framereel - clip, 2"}, // where it was
       {"record", "Framereel - clip, 2"},
       {"frame S", "Framereel - clip, 3"}, // and the countdown has been stopped
       {"frame Q ? esc", "Warning!; Framereel - clip, 4 unsaved"},
-      {"N ? N ? ret", "Warning!; Warning!; Framereel, 0"},
-      {"S name:empty.gif ret", "Framereel - empty, 0"},
+      {"N ? N ? enter", "Warning!; Warning!; Framereel, 0"},
+      {"S name:empty.gif enter", "Framereel - empty, 0"},
       {"frame S Q ?", "-; Framereel - empty, 1"},
   };
-  for (const auto& [script, outcome] : steps) EXPECT_EQ(Play(script), outcome) << script;
+  for (const auto& [words, outcome] : steps) EXPECT_EQ(Play(words), outcome) << words;
   EXPECT_FALSE(app.recorder.control.recording);
   EXPECT_EQ(app.document.abandonedSize, app.stream.streamSize);
   EXPECT_EQ(FramesOf(folder / "clip.gif"), "3");
@@ -136,13 +123,13 @@ TEST_F(DocumentTest, IsAskedAboutAtALogoutWhichItMayPrevent) {
       {"logout ? answers", "-; 10; Framereel, 0"},
       {"frame logout ? answers esc ? answers", "Warning!; 10; -; 11; Framereel, 1 unsaved"},
       {"S logout answers esc ?", "12; -; Framereel, 1 unsaved"}, // he is busy with the name
-      {"logout ? ret answers", "Warning!; 22; Framereel, 1 unsaved"},
+      {"logout ? enter answers", "Warning!; 22; Framereel, 1 unsaved"},
       {"stays ?", "-; Framereel, 1 unsaved"},
   };
   const auto abandoned = [&] { return app.document.abandonedSize == app.stream.streamSize; };
-  for (const auto& [script, outcome] : steps) {
-    EXPECT_EQ(Play(script), outcome) << script;
-    EXPECT_EQ(abandoned(), std::string(script).find("ret") != std::string::npos || script == steps[0].first) << script;
+  for (const auto& [words, outcome] : steps) {
+    EXPECT_EQ(Play(words), outcome) << words;
+    EXPECT_EQ(abandoned(), std::string(words).find("enter") != std::string::npos || words == steps[0].first) << words;
   }
   EXPECT_TRUE(LoopsMayRun());
   Play("S over");
@@ -155,12 +142,12 @@ TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
     return "The animation could not be saved: cannot write " + clip + ": " + std::strerror(error) + ".; -; ";
   };
   std::filesystem::create_directory(place);
-  EXPECT_EQ(Play("frame S name:far/clip.gif ret"), "Framereel - clip, 1");
+  EXPECT_EQ(Play("frame S name:far/clip.gif enter"), "Framereel - clip, 1");
   int failures = 0;
   for (int call = 0;; ++call) {
     const std::string older = ReadWholeFile(clip), frames = std::to_string(call + 2);
     FailSystemCall(place, call, ENOSPC);
-    const std::string outcome = Play("frame S ? ret ?"), failed = FailedSystemCall();
+    const std::string outcome = Play("frame S ? enter ?"), failed = FailedSystemCall();
     if (IsUnsaved(app)) {
       ++failures;
       EXPECT_EQ(outcome, refused(ENOSPC) + "Framereel - clip, " + frames + " unsaved") << failed;
@@ -175,7 +162,7 @@ TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
   EXPECT_EQ(failures, 5) << "open, write, fsync, close, rename";
 
   std::filesystem::remove_all(place);
-  const std::string outcome = Play("frame S ? ret ? Q ? esc"), frames = std::to_string(app.recorder.frameCount);
+  const std::string outcome = Play("frame S ? enter ? Q ? esc"), frames = std::to_string(app.recorder.frameCount);
   EXPECT_EQ(outcome, refused(ENOENT) + "Warning!; Framereel - clip, " + frames + " unsaved");
   testing::internal::CaptureStderr();
   EXPECT_TRUE(KeepUnsaved(app));
@@ -190,7 +177,7 @@ TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
 TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
   EXPECT_TRUE(KeepUnsaved(app));
   EXPECT_EQ(Kept().size(), 0u) << "there is nothing";
-  for (const char* answer : {"offer ret esc ?", "offer ret name:back.gif ret ?", "offer esc ?"}) {
+  for (const char* answer : {"offer enter esc ?", "offer enter name:back.gif enter ?", "offer esc ?"}) {
     if (Kept().empty()) {
       Play("frame frame");
       StreamAppend(app.stream, 3, "and"); // of a frame under way
@@ -203,7 +190,7 @@ TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
       EXPECT_EQ(std::filesystem::status(Kept()[0]).permissions(), std::filesystem::perms(0600));
     }
     EXPECT_EQ(Play(answer).substr(0, 3), "-; ") << answer;
-    EXPECT_EQ(Kept().empty(), std::string(answer) != "offer ret esc ?") << "only a cancelled choice leaves it";
+    EXPECT_EQ(Kept().empty(), std::string(answer) != "offer enter esc ?") << "only a cancelled choice leaves it";
   }
   EXPECT_EQ(FramesOf(folder / "back.gif"), "2");
   EXPECT_TRUE(KeepUnsaved(app));

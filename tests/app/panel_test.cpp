@@ -3,14 +3,11 @@
 
 #include <cstring>
 #include <numeric>
+#include <tuple>
 
 #include "app/application_program.h"
-#include "area/ants.h"
-#include "core/timers.h"
 #include "platform/records/window_records.h"
-#include "recorder/control/recording_control.h"
 #include "recorder/engine/frame_rates.h"
-#include "recorder/engine/recorder_core.h"
 #include "toolkit/controls/check_box.h"
 #include "toolkit/controls/label.h"
 #include "toolkit/controls/popup.h"
@@ -76,6 +73,7 @@ TEST_F(PanelTest, EveryOptionIsWrittenAtOnceAndComesBackInTheNextRun) {
   Start();
   EXPECT_EQ(std::memcmp(&chosen, &app.options, sizeof chosen), 0);
   for (const OptionBox& box : app.panel.options) EXPECT_EQ(CheckBoxValue(box.view), *box.option);
+  EXPECT_EQ(Area(), "{ 9, 9, 111, 111 }");
 }
 
 TEST_F(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
@@ -107,6 +105,8 @@ TEST_F(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
   EXPECT_EQ(app.area.backdrop, nullptr);
   Click(app.panel.stopButton);
   EXPECT_EQ(app.recorder.frameCount, 2u);
+  EXPECT_EQ(Seen(0, 0, 0), kBlack); // the border
+  EXPECT_EQ(Seen(0, 45, 35), kBlue);
   EXPECT_EQ(Seen(1, 45, 35), kRed);
 }
 
@@ -121,6 +121,8 @@ TEST_F(PanelTest, AScreenThatCannotBeRecordedIsToldAndTheWindowGrowsForIt) {
   EXPECT_GT(panel.clientHeight, height + 2 * app.panel.statusLine->height); // several lines
   EXPECT_LE(app.panel.messageText->x + app.panel.messageText->width, panel.clientWidth);
   EXPECT_EQ(frame.clientHeight, panel.clientHeight);
+  EXPECT_EQ(std::tuple(frame.clientLeft, frame.clientTop, frame.clientWidth),
+            std::tuple(panel.clientLeft, panel.clientTop, panel.clientWidth));
   EXPECT_EQ(TheMainWindow()->originY, top);
   MemoryDisplaySetMode(640, 600, 24);
   Settle();

@@ -1,13 +1,5 @@
 // The moving line, pixel by pixel, and its pauses.
-#include "area/ants.h"
-#include "area/capture_area.h"
-
-#include <gtest/gtest.h>
-
-#include "area/selection.h"
 #include "area_program.h"
-#include "platform/windows/child_window.h"
-#include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {

@@ -1,26 +1,15 @@
 // See area_program.h.
 #include "area_program.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <utility>
 
-#include "area/ants.h"
-#include "area/area.h"
-#include "area/capture_area.h"
-#include "area/readouts.h"
-#include "area/selection.h"
 #include "core/rects.h"
 #include "core/timers.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/records/window_records.h"
-#include "platform/windows/child_window.h"
-#include "platform/windows/window_geometry.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
 #include "toolkit/views_start.h"
-#include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
 #include "win32/win32_system.h"
 
@@ -105,31 +94,22 @@ AreaProgram::~AreaProgram() {
 
 void AreaProgram::AddWords() {
   const std::pair<const char*, void (*)(AreaState&)> calls[] = {
-      {"begin", SelectionBegin},    {"showline", AntsShow},    {"hideline", AntsHide},     {"pauseline", AntsPause},
-      {"recompute", AreaRecompute}, {"stopall", AreaShutDown}, {"refresh", RefreshScreen}, {"default", AreaSetDefault}};
+      {"begin", SelectionBegin},   {"showline", AntsShow},       {"hideline", AntsHide},    {"pauseline", AntsPause},
+      {"resumeline", AntsResume},  {"recompute", AreaRecompute}, {"stopall", AreaShutDown}, {"refresh", RefreshScreen},
+      {"default", AreaSetDefault}, {"hide", WindowPickHide},     {"freezes", SelectionEnd}};
   for (const auto& [word, call] : calls) words[word] = [this, call = call](std::istream&) { call(area); };
-  const std::pair<const char*, void (*)(AreaProgram&)> others[] = {
-      {"toggleline", [](AreaProgram& p) { AntsToggle(p.area); }},
-      {"bare", [](AreaProgram& p) { AreaTakePanel(p.area, {.window = p.panel.window}); }},
-      {"frame", [](AreaProgram& p) { StreamAppend(p.stream, 1, "x"); }},
-      {"size44", [](AreaProgram& p) { p.options.recordingSize = kSize44; }},
-      {"size25", [](AreaProgram& p) { p.options.recordingSize = kSize25; }},
-      {"note", [](AreaProgram& p) { p.noted = Screen(); }},
-      {"look", [](AreaProgram& p) { p.Say(p.Look()); }},
-      {"readouts", [](AreaProgram& p) { p.Say(p.size + ", " + p.topLeft); }}};
-  for (const auto& [word, act] : others) words[word] = [this, act = act](std::istream&) { act(*this); };
+  words["toggleline"] = [this](std::istream&) { AntsToggle(area); };
+  words["bare"] = [this](std::istream&) { AreaTakePanel(area, {.window = panel.window}); };
+  words["frame"] = [this](std::istream&) { StreamAppend(stream, 1, "x"); };
+  words["size44"] = [this](std::istream&) { options.recordingSize = kSize44; };
+  words["size25"] = [this](std::istream&) { options.recordingSize = kSize25; };
+  words["note"] = [this](std::istream&) { noted = Screen(); };
+  words["look"] = [this](std::istream&) { Say(Look()); };
+  words["readouts"] = [this](std::istream&) { Say(size + ", " + topLeft); };
   words["pause"] = [this](std::istream&) { Pause(); };
-  words["pass"] = [](std::istream& in) {
-    uint32_t time = 0;
-    in >> time;
-    PassTime(time);
-  };
-  words["slip"] = [](std::istream& in) { in >> TheMemoryDisplay().pointerX; };
-  words["mode"] = [](std::istream& in) {
-    int32_t width = 0, height = 0, depth = 0;
-    in >> width >> height >> depth;
-    MemoryDisplaySetMode(width, height, depth);
-  };
+  Add("pass", PassTime);
+  Add("slip", [](int32_t x) { TheMemoryDisplay().pointerX = x; });
+  Add("mode", MemoryDisplaySetMode);
 }
 
 std::string AreaProgram::Look() const {

@@ -2,14 +2,27 @@
 // the panel's window away from the screen's corner.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "area/ants.h"
+#include "area/area.h"
 #include "area/area_record.h"
+#include "area/capture_area.h"
+#include "area/readouts.h"
+#include "area/selection.h"
+#include "area/window_picking.h"
 #include "gif/animation_stream.h"
+#include "platform/records/window_records.h"
+#include "platform/windows/child_window.h"
+#include "platform/windows/window_geometry.h"
 #include "recorder/engine/recorder_state.h"
 #include "support/window_script.h"
+#include "win32/memory/memory_display.h"
 
 namespace framereel {
 

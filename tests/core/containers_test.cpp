@@ -2,15 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
-#include <string>
 #include <vector>
 
 #include "core/arrays.h"
 #include "core/list.h"
 #include "core/memory.h"
 #include "core/notices.h"
-#include "core/toolkit_init.h"
 #include "support/dice.h"
 
 namespace framereel {
@@ -173,26 +170,6 @@ TEST(Arrays, StayAsTheyAreAtTheEndOfTheirCount) {
   RecordArrayFree(&records);
 }
 
-TEST(AttributeTables, AreAsMaps) {
-  AttributeTable table = {};
-  std::map<ListValue, ListValue> twin;
-  Dice dice(4);
-  for (int step = 0; step < 3000; ++step) {
-    const ListValue key = dice.Below(6), value = dice.Below(3);
-    ASSERT_EQ(AttributeHas(&table, key), twin.count(key) > 0);
-    const ListValue has = twin.count(key) ? twin[key] : 0;
-    ASSERT_EQ(AttributeGet(&table, key), has);
-    const int operation = dice.Below(100);
-    if (operation > 50) AttributeSet(&table, key, twin[key] = value);
-    if (operation < 50) twin.erase(key);
-    ASSERT_TRUE(operation >= 50 || AttributeDrop(&table, key) == has);
-    if (operation == 50) AttributeClear(&table), twin.clear();
-    ASSERT_EQ(table.count, twin.size());
-    ASSERT_EQ(table.entries == nullptr, twin.empty());
-  }
-  AttributeClear(&table);
-}
-
 // ---- Listeners ----------------------------------------------------------------------------------------------------
 
 // A notifier whose listeners come, go and send while they are told: each of those that stood at the start and still
@@ -244,26 +221,6 @@ TEST(Notifiers, TellEachListenerThatStandsOnceWhateverListenersDo) {
     twin.Send();
   }
   NotifierClear(&twin.notifier);
-}
-
-std::string calls;
-
-void HearActive(void* name, bool active) {
-  EXPECT_EQ(ActiveGet(), active); // the flag stands ahead of the calls
-  calls += static_cast<const char*>(name) + std::string(active ? "+" : "-");
-}
-
-TEST(Notices, ActiveStateReachesTheFirstListenerFirst) {
-  static char a[] = "a", b[] = "b", c[] = "c";
-  ToolkitInit();
-  EXPECT_TRUE(ActiveGet());
-  for (char* name : {a, b, a}) ActiveAdd(HearActive, name);
-  ActiveSet(false);
-  for (char* name : {a, c}) ActiveRemove(HearActive, name); // the last of the two; none
-  ActiveSet(true);
-  for (char* name : {a, b}) ActiveRemove(HearActive, name);
-  ActiveSet(true);
-  EXPECT_EQ(calls, "a-b-a-a+b+");
 }
 
 } // namespace

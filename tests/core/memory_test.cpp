@@ -57,26 +57,6 @@ TEST(MemoryDeathTest, ExhaustionTellsTheHookWhileTheToolkitGoesOnWithWhatItHasAn
   EXPECT_EXIT(FatalExit(), testing::ExitedWithCode(0), "^$") << "it needs no hook";
 }
 
-TEST(MemoryDeathTest, AScopeWithoutMemoryForItsMarkLeavesTheBlocksOfOuterOnesAlone) {
-  auto exhaust = [] {
-    ToolkitInit();
-    TempScopeBegin();
-    static char* const outer = FormatTemp("outer");
-    TempScopeBegin();
-    SetMemFailureHook(
-        [](void*, uint32_t) {
-          FailAllocations(1, 2); // once for the mark and once more, as each is asked for twice
-          char* inner = FormatTemp("inner");
-          TempScopeEnd();
-          std::fprintf(stderr, "%s %s", inner, outer);
-          TempScopeEnd();
-        },
-        nullptr);
-    FatalExit();
-  };
-  EXPECT_EXIT(exhaust(), ::testing::ExitedWithCode(0), "^inner outer$");
-}
-
 // ---- Temporary scopes ---------------------------------------------------------------------------------------------
 
 // Under the sanitizers a block that is freed too early or never shows here by itself.

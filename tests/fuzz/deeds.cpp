@@ -36,6 +36,10 @@ void Hold(User& user, const std::vector<uint8_t>& keys) {
   At(user, time, [keys](User&) { std::for_each(keys.begin(), keys.end(), ReleaseKey); });
 }
 
+template <uint8_t... keys> void Holds(User& user) {
+  Hold(user, {keys...});
+}
+
 void TypeAnyKey(User& user) {
   static constexpr uint8_t kKeys[] = {VK_SPACE, VK_SPACE, VK_SPACE,  VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN,
                                       VK_TAB,   VK_F4,    VK_RETURN, 'M',       'Q',     0xDE,     93,    20};
@@ -147,27 +151,36 @@ void PaintAt(User& user, OtherWindow& other, int32_t left, int32_t top) {
   user.others.Paint(other, {left, top, left + width, top + height}, uint32_t(user.dice.Below(kShades)));
 }
 
-void PaintAnywhere(User& user) {
-  OtherWindow* other = user.others.Any(user.dice);
-  if (!other) return;
-  const PixelRect& place = other->window->place;
+// With any other window, if there is one.
+template <void (*act)(User& user, OtherWindow& other)> void OnAny(User& user) {
+  if (OtherWindow* other = user.others.Any(user.dice)) act(user, *other);
+}
+
+void GoTo(User&, OtherWindow& other) {
+  MemoryGiveKeyboard(other.window);
+}
+
+void Close(User& user, OtherWindow& other) {
+  user.others.Close(&other);
+}
+
+void PaintAnywhere(User& user, OtherWindow& other) {
+  const PixelRect& place = other.window->place;
   const int32_t left = user.dice.Below(place.right - place.left), top = user.dice.Below(place.bottom - place.top);
-  PaintAt(user, *other, left, top);
+  PaintAt(user, other, left, top);
 }
 
 void PlayFilm(User& user) {
   const int32_t pictures = user.dice.Below(60), pause = 10 + user.dice.Below(90);
   Tell(user, " of %d pictures, one every %d ms", pictures, pause);
-  for (int32_t i = 1; i <= pictures; ++i) At(user, uint32_t(i * pause), PaintAnywhere);
+  for (int32_t i = 1; i <= pictures; ++i) At(user, uint32_t(i * pause), OnAny<PaintAnywhere>);
 }
 
 // In the middle of the area, where pictures come to stand.
-void PaintUnderThePicture(User& user) {
-  OtherWindow* other = user.others.Any(user.dice);
-  if (!other) return;
+void PaintUnderThePicture(User& user, OtherWindow& other) {
   const Rect& area = user.app.recorder.captureArea;
-  const int32_t left = (area.left + area.right) / 2 - 30 + user.dice.Below(30) - other->window->place.left;
-  PaintAt(user, *other, left, (area.top + area.bottom) / 2 - user.dice.Below(30) - other->window->place.top);
+  const int32_t left = (area.left + area.right) / 2 - 30 + user.dice.Below(30) - other.window->place.left;
+  PaintAt(user, other, left, (area.top + area.bottom) / 2 - user.dice.Below(30) - other.window->place.top);
 }
 
 void MoveWindow(User& user, DisplayWindow* window, int32_t reach) {
@@ -176,6 +189,10 @@ void MoveWindow(User& user, DisplayWindow* window, int32_t reach) {
   const int32_t dx = user.dice.Below(2 * reach) - reach, dy = user.dice.Below(2 * reach) - reach;
   Tell(user, " by %d,%d", dx, dy);
   MemoryMoveWindow(window, {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy});
+}
+
+void MoveAnother(User& user, OtherWindow& other) {
+  MoveWindow(user, other.window, 100);
 }
 
 void SetMode(User& user, int32_t width, int32_t height, int32_t depth) {
@@ -277,29 +294,14 @@ struct Deed {
 };
 
 constexpr Deed kDeeds[] = {
-    {10, "holds Ctrl, Alt and Shift",
-     [](User& u) {
-       Hold(u, {VK_CONTROL, VK_MENU, VK_SHIFT});
-     }},
-    {8, "holds Ctrl, Alt and Space",
-     [](User& u) {
-       Hold(u, {VK_CONTROL, VK_MENU, VK_SPACE});
-     }},
-    {3, "holds Shift", [](User& u) { Hold(u, {VK_SHIFT}); }},
-    {2, "holds Ctrl", [](User& u) { Hold(u, {VK_CONTROL}); }},
-    {1, "holds Alt", [](User& u) { Hold(u, {VK_MENU}); }},
-    {1, "holds Alt and Space",
-     [](User& u) {
-       Hold(u, {VK_MENU, VK_SPACE});
-     }},
-    {1, "holds Ctrl and F4",
-     [](User& u) {
-       Hold(u, {VK_CONTROL, VK_F4});
-     }},
-    {1, "holds Ctrl and F6",
-     [](User& u) {
-       Hold(u, {VK_CONTROL, VK_F6});
-     }},
+    {10, "holds Ctrl, Alt and Shift", Holds<VK_CONTROL, VK_MENU, VK_SHIFT>},
+    {8, "holds Ctrl, Alt and Space", Holds<VK_CONTROL, VK_MENU, VK_SPACE>},
+    {3, "holds Shift", Holds<VK_SHIFT>},
+    {2, "holds Ctrl", Holds<VK_CONTROL>},
+    {1, "holds Alt", Holds<VK_MENU>},
+    {1, "holds Alt and Space", Holds<VK_MENU, VK_SPACE>},
+    {1, "holds Ctrl and F4", Holds<VK_CONTROL, VK_F4>},
+    {1, "holds Ctrl and F6", Holds<VK_CONTROL, VK_F6>},
     {12, "types", TypeAnyKey},
     {10, "moves", Move},
     {8, "clicks", Click},
@@ -308,10 +310,7 @@ constexpr Deed kDeeds[] = {
     {1, "lets go of everything", [](User&) { LetGo(); }},
 
     {8, "goes to our window", [](User&) { MemoryGiveKeyboard(OurWindow()); }},
-    {3, "goes to another window",
-     [](User& u) {
-       if (const OtherWindow* other = u.others.Any(u.dice)) MemoryGiveKeyboard(other->window);
-     }},
+    {3, "goes to another window", OnAny<GoTo>},
     {1, "leaves all windows", [](User&) { MemoryGiveKeyboard(nullptr); }},
     {2, "minimises our window, or restores it",
      [](User&) {
@@ -322,16 +321,10 @@ constexpr Deed kDeeds[] = {
      [](User&) { TheMemoryDesktop().leavesDragging = !TheMemoryDesktop().leavesDragging; }},
 
     {3, "opens a window", [](User& u) { u.others.Open(u.dice); }},
-    {2, "closes a window",
-     [](User& u) {
-       if (OtherWindow* other = u.others.Any(u.dice)) u.others.Close(other);
-     }},
-    {3, "moves a window",
-     [](User& u) {
-       if (const OtherWindow* other = u.others.Any(u.dice)) MoveWindow(u, other->window, 100);
-     }},
-    {14, "paints", PaintAnywhere},
-    {6, "paints in the middle", PaintUnderThePicture},
+    {2, "closes a window", OnAny<Close>},
+    {3, "moves a window", OnAny<MoveAnother>},
+    {14, "paints", OnAny<PaintAnywhere>},
+    {6, "paints in the middle", OnAny<PaintUnderThePicture>},
     {6, "plays a film", PlayFilm},
     {1, "paints the desktop", [](User& u) { u.others.PaintDesktop(u.dice); }},
     {2, "takes the mouse away", [](User&) { MemoryTakeCapture(); }},

@@ -135,26 +135,21 @@ TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
 
 // ---- Offscreens --------------------------------------------------------------------------------------------------
 
-// Pixel 1 is black and pixel 2 another white than the rest, where there are two. What lies outside counts as set.
-TEST(PixelIsSet, AnswersTheSameInAndOutOfThePortWhateverTheState) {
+// Whatever Port, clip and state are current. What lies outside counts as set.
+TEST(PixelIsSet, TellsWhatIsNotWhite) {
   for (const int depth : {1, 8, 16, 24}) {
-    SCOPED_TRACE(depth);
     const Sheet sheet(4, 1, depth);
     DrawPixel(1, 0);
     if (depth == 8) TheMemoryDisplay().palette[3] = {255, 255, 255};
     SetForeColour(kWhite);
-    DrawPixel(2, 0);
+    DrawPixel(2, 0); // another white where there are two
     SetBackColour(kBlack);
-    const auto expect = [&sheet] {
-      for (int x = -1; x <= 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x < 0 || x == 1 || x == 4) << x;
-      EXPECT_TRUE(PixelIsSet(sheet.offscreen, 2, 1));
-    };
     SetClip(0, 0, 1, 1);
-    expect();
-    DrawPixel(1, 0); // the clip stands, and hides nothing from a look
-    expect();
-    ReleasePort();
-    expect();
+    for (const bool current : {true, false}) {
+      for (int x = -1; x <= 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x < 0 || x == 1 || x == 4) << depth;
+      EXPECT_TRUE(PixelIsSet(sheet.offscreen, 2, 1));
+      if (current) ReleasePort();
+    }
   }
 }
 

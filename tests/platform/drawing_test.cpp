@@ -49,15 +49,10 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
       {"pixel", [](auto&) { DrawPixel(1, 4); }, {"......", "......", "......", "......", ".#....", "......"}},
       {"across", [](auto&) { DrawHLine(4, 1, 1); }, {"......", ".####.", "......", "......", "......", "......"}},
       {"down", [](auto&) { DrawVLine(2, 4, 0); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
-      {"up", [](auto&) { DrawVLine(2, 0, 4); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
-      {"slope", [](auto&) { DrawLine(0, 0, 5, 2); }, {"##....", "..##..", "....##", "......", "......", "......"}},
-      {"slope back", [](auto&) { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
+      {"slope", [](auto&) { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
       {"steep", [](auto&) { DrawLine(4, 0, 3, 5); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
-      {"steep back", [](auto&) { DrawLine(3, 5, 4, 0); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
       {"frame", [](auto&) { FrameRectXY(0, 1, 5, 5); }, {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
       {"points", [](auto&) { DrawPolyline(3, kCorner); }, {"......", ".####.", "....#.", "....#.", "....#.", "......"}},
-      {"one", [](auto&) { DrawPolyline(1, kCorner); }, {"......", ".#....", "......", "......", "......", "......"}},
-      {"none", [](auto&) { DrawPolyline(0, kCorner); }, {"......", "......", "......", "......", "......", "......"}},
       {"ring",
        [](auto&) { DrawClosedPolyline(3, kCorner); },
        {"......", ".####.", "..#.#.", "...##.", "....#.", "......"}},
@@ -202,15 +197,11 @@ TEST(Colours, TurnFrom16BitsTo8AndStandReady) {
     EXPECT_EQ(s.state->foreRef, s.fore) << row;
     EXPECT_EQ(s.state->backRef, s.back) << row++;
   }
-  const std::pair<COLORREF, int> colours[] = {
-      {ColourRef(ColourWorkspace()), COLOR_APPWORKSPACE}, {ColourRef(ColourMenu()), COLOR_MENU},
-      {ColourRef(ColourFace()), COLOR_BTNFACE},           {ColourRef(ColourShadow()), COLOR_BTNSHADOW},
-      {ColourRef(ColourLight()), COLOR_3DLIGHT},          {ColourGreyText(), COLOR_GRAYTEXT}};
-  for (const auto& [colour, index] : colours) EXPECT_EQ(colour, system(index)) << index;
+  EXPECT_EQ(ColourRef(ColourFace()), system(COLOR_BTNFACE));
+  EXPECT_EQ(ColourRef(ColourLight()), system(COLOR_3DLIGHT));
 }
 
-// ---- Text and fonts
-// ---------------------------------------------------------------------------------------------------
+// ---- Text and fonts ----------------------------------------------------------------------------------------------
 
 TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
   for (const uint16_t style : {0, kFontBold + 0, kFontBold | kFontOutlined}) {
@@ -251,15 +242,12 @@ TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
 
 TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
   WindowProgram program;
-  FontFamily* family = GetFontFamily(nullptr);
-  EXPECT_TRUE(GetFontFamily("MS Sans Serif") == family && GetFontFamily("Another") != family);
-  Font* font = GetFont(family, 21, kFontBold, 1.0);
+  FontFamily* family = GetFontFamily("MS Sans Serif");
+  Font *font = GetFont(GetFontFamily(nullptr), 21, kFontBold, 1.0), *wide = GetFont(family, 21, kFontBold, 1.5);
   EXPECT_EQ(GetFont(family, 21, kFontBold, 1.0), font);
   EXPECT_EQ(font->references, 2U);
-  EXPECT_NE(GetFont(family, 21, 0, 1.0), font);
-  Font* wide = GetFont(family, 21, kFontBold, 1.5);
+  EXPECT_TRUE(GetFont(family, 21, 0, 1.0) != font && GetFontFamily("Another") != family && wide->width > 0);
   EXPECT_EQ(wide->ascent, font->ascent);
-  EXPECT_GT(wide->width, 0);
   EXPECT_EQ(GetFont(family, 21, kFontBold, 3.0)->width / 2, wide->width); // of the average character
   EXPECT_EQ(GetFont(family, 9, 0, 0.001)->width, 1);
   EXPECT_EQ(GetFont(nullptr, 9, 0, 1.0), nullptr);

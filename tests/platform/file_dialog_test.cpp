@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
-#include <sstream>
 #include <vector>
 
 #include "core/file_refs.h"
@@ -14,6 +12,7 @@
 #include "platform/dialogs/file_dialogs.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/active_window.h"
+#include "support/script.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
@@ -27,6 +26,13 @@
 #include "win32/windows/window_tree.h"
 
 namespace framereel {
+
+template <> std::string Told<std::string>(std::istream& in) {
+  std::string word = Word(in);
+  std::replace(word.begin(), word.end(), '^', '\n');
+  return word;
+}
+
 namespace {
 
 constexpr int kName = 101, kDrives = 103, kDirectories = 104, kFiles = 105, kPath = 120;
@@ -54,6 +60,7 @@ protected:
   FileType* type = NewFileType(kFileTypeGif);
   const std::string longName = std::string(251, 'n') + ".gif";
   std::string looks;
+  Script script;
 
   FileDialog() {
     for (const char* each : {"Pics", "dir.gif", ".hid"}) std::filesystem::create_directory(folder / each);
@@ -61,24 +68,22 @@ protected:
       WriteWholeFile(folder / each, "old");
     }
     ::setenv("HOME", folder.path.c_str(), 1);
+    AddWords();
   }
   ~FileDialog() { FreeFileType(type); }
 
   // Each word of the script is a step, 20 ms after the one before; "^" stands for a line feed:
   //
   //   type:text           in the place of what the field holds
-  //   ret esc tab y n     keys               save cancel create   a button of the active window
+  //   enter esc tab Y N   keys               save cancel create   a button of the active window
   //   command             what Save says, without the button
   //   click:105:a.gif  double:104:[Pics]     the mouse on an entry of a list
   //   ?101 ?105 ...       writes the text of a control down, or a list's entries; ?box the message; ?on what is active
   //
   // Answers what was written, and then the path, without the folder's.
-  std::string Play(const std::string& script, const FileRef* document = nullptr) {
+  std::string Play(const std::string& steps, const FileRef* document = nullptr) {
     looks.clear();
-    uint32_t at = ::GetTickCount() + 20;
-    std::istringstream words(script);
-    for (std::string word; words >> word; at += 20) MemoryAt(at, [this, word] { Do(word); });
-    MemoryAt(at, [] { ::PostQuitMessage(0); });
+    MemoryAt(script.Schedule(steps), [] { ::PostQuitMessage(0); });
     FileRef* answer = AskSaveFile(document, type);
     TheWindows().quits = false;
     TheMemoryDisplay().script.clear();
@@ -90,27 +95,20 @@ protected:
     return looks;
   }
 
-  void Do(std::string word) {
-    std::replace(word.begin(), word.end(), '^', '\n');
-    const std::map<std::string, int> keys = {
-        {"ret", VK_RETURN}, {"esc", VK_ESCAPE}, {"tab", VK_TAB}, {"y", 'Y'}, {"n", 'N'}};
-    const std::map<std::string, int> buttons = {{"save", IDOK}, {"cancel", IDCANCEL}, {"create", 106}};
-    HWND active = TheWindows().active;
-    if (word[0] == '?') {
-      looks += Look(active, word.substr(1)) + "; ";
-    } else if (word.starts_with("type:")) {
-      ::SetDlgItemTextA(active, kName, word.substr(5).c_str());
-    } else if (word == "command") {
-      ::SendMessageA(active, WM_COMMAND, IDOK, 0);
-    } else if (keys.count(word)) {
-      MemoryTypeKey(uint8_t(keys.at(word)));
-    } else if (buttons.count(word)) {
-      const PixelRect place = PlaceOnScreen(*::GetDlgItem(active, buttons.at(word)));
-      MemoryClick(place.left + 5, place.top + 5);
-    } else {
-      const size_t colon = word.find(':');
-      PressEntry(::GetDlgItem(active, std::stoi(word.substr(colon + 1))), word.substr(colon + 5), word[0] == 'd');
+  void AddWords() {
+    for (const char* what : {"on", "box", "101", "104", "105", "107", "120"}) {
+      script.words[Text('?', what)] = [=, this](std::istream&) { looks += Look(TheWindows().active, what) + "; "; };
     }
+    script.Add("type", [](std::string name) { ::SetDlgItemTextA(TheWindows().active, kName, name.c_str()); });
+    script.Add("command", [] { ::SendMessageA(TheWindows().active, WM_COMMAND, IDOK, 0); });
+    for (const auto& [button, id] : {std::pair{"save", IDOK}, {"cancel", IDCANCEL}, {"create", 106}}) {
+      script.words[button] = [id = id](std::istream&) {
+        const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, id));
+        MemoryClick(place.left + 5, place.top + 5);
+      };
+    }
+    script.Add("click", PressEntry<1>);
+    script.Add("double", PressEntry<2>);
   }
 
   static std::string Look(HWND active, const std::string& what) {
@@ -123,10 +121,10 @@ protected:
     return all;
   }
 
-  static void PressEntry(HWND list, const std::string& text, bool twice) {
-    HWND dialog = list->parent;
+  template <int times> static void PressEntry(int id, std::string text) {
+    HWND dialog = TheWindows().active, list = ::GetDlgItem(dialog, id);
     int entry = 0;
-    while (EntryOf(dialog, int(list->id), entry) != text && EntryOf(dialog, int(list->id), entry) != "|") ++entry;
+    while (EntryOf(dialog, id, entry) != text && EntryOf(dialog, id, entry) != "|") ++entry;
     TEXTMETRICA metrics = {};
     HDC context = ::GetDC(list);
     HFONT font = reinterpret_cast<HFONT>(::SendMessageA(::GetDlgItem(dialog, kName), WM_GETFONT, 0, 0));
@@ -134,9 +132,7 @@ protected:
     ::GetTextMetricsA(context, &metrics);
     ::ReleaseDC(list, context);
     const PixelRect client = ClientOnScreen(*list);
-    for (int i = 0; i < (twice ? 2 : 1); ++i) {
-      MemoryClick(client.left + 5, client.top + entry * metrics.tmHeight + 2);
-    }
+    for (int i = 0; i < times; ++i) MemoryClick(client.left + 5, client.top + entry * metrics.tmHeight + 2);
   }
 };
 
@@ -148,63 +144,63 @@ TEST_F(FileDialog, ChecksWhatIsEnteredAndStaysUntilItIsAName) {
   const std::pair<const char*, const char*> rows[] = {
       {"?101 ?107 ?105 ?104 ?120 esc",
        "*.gif; GIF Files (.GIF); a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,; [..],[dir.gif],[Pics],; ; "},
-      {"type: ret command ?101 ?105 esc",
+      {"type: enter command ?101 ?105 esc",
        "*.*; a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,x.txt,; "}, // Save itself is disabled
       {"type:*.* save ?101 ?105 cancel", "*.*; a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,x.txt,; "},
-      {"type:?.t* ret ?101 ?105 esc", "?.t*; x.txt,; "},
-      {"type:Pics/ ret ?101 ?105 ?120 type:.. ret ?120 esc", "*.gif; c.gif,; /Pics; ; "},
-      {"type:Pics/*.txt ret ?101 ?105 ?120 esc", "*.txt; ; /Pics; "},
-      {"type:none/ ret ?101 ?120 esc", "none/; ; "},
-      {"type:name ret ?box ret ?101 ?on ret", MISSING "; name.gif; Save File; /name.gif"},
-      {"type:name.txt ret ?box ret ?101 ret",
+      {"type:?.t* enter ?101 ?105 esc", "?.t*; x.txt,; "},
+      {"type:Pics/ enter ?101 ?105 ?120 type:.. enter ?120 esc", "*.gif; c.gif,; /Pics; ; "},
+      {"type:Pics/*.txt enter ?101 ?105 ?120 esc", "*.txt; ; /Pics; "},
+      {"type:none/ enter ?101 ?120 esc", "none/; ; "},
+      {"type:name enter ?box enter ?101 ?on enter", MISSING "; name.gif; Save File; /name.gif"},
+      {"type:name.txt enter ?box enter ?101 enter",
        "Mismatched Extension: The file name entered has an extension (.txt) which is inappropriate for the selected "
        "file "
        "type. The extension has been changed (to .gif) so it agrees with the file type.; name.gif; /name.gif"},
-      {"type:.hidden ret ret ret", "/.hidden.gif"},
-      {"type:new.GIF ret", "/new.gif"},
+      {"type:.hidden enter enter enter", "/.hidden.gif"},
+      {"type:new.GIF enter", "/new.gif"},
       {"type:Pics/../up.gif save", "/up.gif"},
-      {"type:./~/x.gif ret", "/~/x.gif"},
-      {"type:dir.gif ret ?120 ?101 esc", "/dir.gif; *.gif; "},
-      {"type:a.gif ret ?box ret ?on esc", EXISTS("a.gif") "Save File; "}, // No is the default
-      {"type:a.GIF ret ?box y", EXISTS("a.GIF") "/a.gif"},                // what would be overwritten is asked for
-      {"type:Pics/c.gif ret ?box y", EXISTS("Pics/c.gif") "/Pics/c.gif"},
-      {"double:105:a.gif ?box ?101 n esc", EXISTS("a.gif") "; "},
-      {"click:105:l^f.gif ?101 save y", "l\nf.gif; /l\nf.gif"},
-      {"click:105:s*.gif ?101 save y", "s*.gif; /s*.gif"},
-      {"click:105:bad\xff.gif ret ?box y", EXISTS("bad\xff.gif") "/bad\xff.gif"},
-      {"click:104:[Pics] ?101 ret ?120 ?105 ?101 esc", "Pics/*.gif; /Pics; c.gif,; *.gif; "},
+      {"type:./~/x.gif enter", "/~/x.gif"},
+      {"type:dir.gif enter ?120 ?101 esc", "/dir.gif; *.gif; "},
+      {"type:a.gif enter ?box enter ?on esc", EXISTS("a.gif") "Save File; "}, // No is the default
+      {"type:a.GIF enter ?box Y", EXISTS("a.GIF") "/a.gif"},                  // what would be overwritten is asked for
+      {"type:Pics/c.gif enter ?box Y", EXISTS("Pics/c.gif") "/Pics/c.gif"},
+      {"double:105:a.gif ?box ?101 N esc", EXISTS("a.gif") "; "},
+      {"click:105:l^f.gif ?101 save Y", "l\nf.gif; /l\nf.gif"},
+      {"click:105:s*.gif ?101 save Y", "s*.gif; /s*.gif"},
+      {"click:105:bad\xff.gif enter ?box Y", EXISTS("bad\xff.gif") "/bad\xff.gif"},
+      {"click:104:[Pics] ?101 enter ?120 ?105 ?101 esc", "Pics/*.gif; /Pics; c.gif,; *.gif; "},
       {"double:104:[Pics] ?101 ?105 double:104:[..] ?120 esc", "*.gif; c.gif,; ; "},
       {"double:103:/ ?120 ?101 double:103:~ ?120 esc", "/; *.gif; ; "},
-      {"create type:New ret ?104 esc", "[..],[dir.gif],[New],[Pics],; "},
-      {"create type:New ret ?box ret type:no/where ret ?box ret esc ?on esc",
+      {"create type:New enter ?104 esc", "[..],[dir.gif],[New],[Pics],; "},
+      {"create type:New enter ?box enter type:no/where enter ?box enter esc ?on esc",
        "Directory Creation Error: The directory '/New' could not be created.; Directory Creation Error: The directory "
        "'/no/where' could not be created.; Save File; "},
       {"type:name.gif cancel", ""},
   };
-  for (const auto& [script, answer] : rows) {
-    EXPECT_EQ(Play(script), answer) << script;
+  for (const auto& [steps, answer] : rows) {
+    EXPECT_EQ(Play(steps), answer) << steps;
     EXPECT_EQ(ReadWholeFile(folder / "a.gif"), "old");
     FileDialogsStartUp(); // each begins at home
   }
 }
 
 TEST_F(FileDialog, TakesNamesAndPathsAsLongAsTheSystemDoes) {
-  EXPECT_EQ(Play("type:" + longName + " ret"), "/" + longName);
+  EXPECT_EQ(Play("type:" + longName + " enter"), "/" + longName);
   const std::string tooLong = "n" + longName;
-  EXPECT_EQ(Play("type:" + tooLong + " ret ?box ret ?101 esc"),
+  EXPECT_EQ(Play("type:" + tooLong + " enter ?box enter ?101 esc"),
             "Bad Filename: The file name entered ('" + tooLong +
                 "') cannot be used because it doesn't follow Windows naming conventions.; " + tooLong + "; ");
   std::string deep;
   while (deep.size() < 4096 - 6) deep += "d/";
-  EXPECT_EQ(Play("type:" + deep + "n.gif ret ?on ret esc"), "Bad Filename; ");
-  EXPECT_EQ(Play("type:" + std::string(300, '*') + " ret ?on ?105 esc").substr(0, 22), "Save File; a.gif,B.GIF");
+  EXPECT_EQ(Play("type:" + deep + "n.gif enter ?on enter esc"), "Bad Filename; ");
+  EXPECT_EQ(Play("type:" + std::string(300, '*') + " enter ?on ?105 esc").substr(0, 22), "Save File; a.gif,B.GIF");
   // A name may end where the extension has no room any more.
-  EXPECT_EQ(Play("type:" + std::string(255, 'n') + " ret ret ret ?on ret esc"), "Bad Filename; ");
+  EXPECT_EQ(Play("type:" + std::string(255, 'n') + " enter enter enter ?on enter esc"), "Bad Filename; ");
 }
 
 TEST_F(FileDialog, BeginsWhereTheDocumentIsOrTheLastFileOrAtHome) {
-  EXPECT_EQ(Play("?120 type:Pics/n.gif ret"), "; /Pics/n.gif");
-  EXPECT_EQ(Play("?120 type:.. ret esc"), "/Pics; ");
+  EXPECT_EQ(Play("?120 type:Pics/n.gif enter"), "; /Pics/n.gif");
+  EXPECT_EQ(Play("?120 type:.. enter esc"), "/Pics; ");
   EXPECT_EQ(Play("?120 esc"), "/Pics; "); // what a cancelled one went to is forgotten
   FileRef* document = FileRefFromPath((folder / "dir.gif/d.gif").c_str());
   EXPECT_EQ(Play("?120 esc", document), "/dir.gif; ");
@@ -218,7 +214,7 @@ TEST_F(FileDialog, LetsTheProgramGoOnAndEnd) {
   int ticks = 0;
   const auto tick = [](void* count) { ++*static_cast<int*>(count); };
   for (int32_t delay : {30, 60, 90}) TimerSchedule(tick, &ticks, delay);
-  EXPECT_EQ(Play("tab tab type:name ret tab tab tab esc esc"), "");
+  EXPECT_EQ(Play("tab tab type:name enter tab tab tab esc esc"), "");
   EXPECT_EQ(ticks, 3);
   MemoryAt(::GetTickCount() + 50, [] { MemoryTypeKey(VK_RETURN); });
   MemoryAt(::GetTickCount() + 100, [] { EndAllLoops(); });

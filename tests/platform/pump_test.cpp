@@ -103,21 +103,5 @@ TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideI
                 "a+ a:x/x/0 block a- m+ m'88/0 m.gone free m- a+ a.gone b+ closed gone active=b"}});
 }
 
-TEST_F(PumpTest, StartsOnceAndAgainAfterItsShutdownAndNotWithoutADisplay) {
-  const HWND first = TheMainWindow()->window;
-  EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
-  EXPECT_EQ(TheMainWindow()->window, first);
-  OpenTestWindow(kWindowModal);
-  PlatformShutdown();
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0u);
-  EXPECT_EQ(TheMainWindow()->window, nullptr);
-  TheMemoryDisplay().present = false;
-  EXPECT_FALSE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
-  PlatformShutdown(); // there is nothing to shut down
-  TheMemoryDisplay().present = true;
-  EXPECT_TRUE(PlatformInit(nullptr, nullptr, "", SW_SHOWNORMAL));
-  EXPECT_NE(MemoryWindowTitled("Framereel"), nullptr);
-}
-
 } // namespace
 } // namespace framereel

@@ -213,8 +213,7 @@ TEST(ControlTable, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
   ControlTableFree(&table);
 }
 
-// ---- Modal and active windows
-// -----------------------------------------------------------------------------------------
+// ---- Modal and active windows ------------------------------------------------------------------------------------
 
 TEST(ModalWindows, GiveTheStateBackOneByOneInWhateverOrderTheyGo) {
   WindowScript().Walk({

@@ -1,17 +1,10 @@
 // Animations of random doings on small desktops of every depth: each must be the plain rules' file byte for byte, or
 // where the smallest one is asked for show the same in fewer bytes; its pictures must be what stood on the screen, and
 // the user is told how it goes.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
-#include "recorder/plain_difference.h"
 #include "recorder/recording.h"
 #include "resources/standard_colours.h"
-#include "support/desktop.h"
-#include "support/dice.h"
-#include "win32/memory/memory_display.h"
-#include "win32/pixels/pixels.h"
 #include "win32/win32_system.h"
 
 namespace framereel {

@@ -10,7 +10,12 @@
 #include "gif/stream_bytes.h"
 #include "recorder/engine/recorder_core.h"
 #include "recorder/engine/status.h"
+#include "recorder/plain_difference.h"
+#include "support/desktop.h"
+#include "support/dice.h"
 #include "support/gif_reader.h"
+#include "win32/memory/memory_display.h"
+#include "win32/pixels/pixels.h"
 
 namespace framereel {
 

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <list>
-#include <utility>
 
 #include "core/notices.h"
 #include "core/timers.h"
@@ -29,25 +28,6 @@ namespace {
 WindowScript* script;
 std::map<const ChildWindow*, std::string> names; // of a record's last window
 std::list<std::string> later;                    // the words of timers
-
-const std::map<std::string, uint8_t> kKeys = {
-    {"space", VK_SPACE},    {"esc", VK_ESCAPE},    {"left", VK_LEFT}, {"up", VK_UP},
-    {"right", VK_RIGHT},    {"down", VK_DOWN},     {"tab", VK_TAB},   {"enter", VK_RETURN},
-    {"backspace", VK_BACK}, {"delete", VK_DELETE}, {"f4", VK_F4},     {"f6", VK_F6},
-    {"shift", VK_SHIFT},    {"ctrl", VK_CONTROL},  {"alt", VK_MENU},  {"acute", 0xDE}};
-
-// The key of that name, or 0.
-uint8_t KeyOf(const std::string& name) {
-  const auto found = kKeys.find(name);
-  if (found != kKeys.end()) return found->second;
-  return name.size() == 1 && (std::isupper(name[0]) || std::isdigit(name[0])) ? uint8_t(name[0]) : 0;
-}
-
-template <typename... Parts> std::string Text(const Parts&... parts) {
-  std::ostringstream text;
-  (text << ... << parts);
-  return text.str();
-}
 
 // By which the script opened it, whatever became of its title; another window's title.
 std::string NameOf(const ChildWindow* window) {
@@ -144,18 +124,6 @@ void ExpectAgreement(const WindowGeometry& g, HWND window) {
             std::vector({real.outerLeft, real.outerTop, real.outerWidth, real.outerHeight}));
 }
 
-std::string Word(std::istream& in) {
-  std::string word;
-  in >> word;
-  return word;
-}
-
-std::string UpToTheDot(std::istream& in) {
-  std::string text;
-  for (std::string word; in >> word && word != ".";) text += word + " ";
-  return text;
-}
-
 } // namespace
 
 WindowScript::WindowScript(int32_t width, int32_t height, int32_t bits) : program(width, height, bits) {
@@ -165,6 +133,9 @@ WindowScript::WindowScript(int32_t width, int32_t height, int32_t bits) : progra
   SetMainClientSize(nullptr, 600, 440);
   Settle();
   AddWords();
+  settle = [this] {
+    if (settles) Settle();
+  };
   Heard();
   NotifyAdd(HearNotice, nullptr);
   TheLaterModules().blockMenus = [](bool block) { script->Say(block ? "block" : "free"); };
@@ -182,29 +153,7 @@ WindowScript::~WindowScript() {
 
 void WindowScript::Say(const std::string& entry) {
   log += (log.empty() ? "" : " ") + entry;
-  for (const auto& [beginning, what] : reactions) {
-    if (entry.compare(0, beginning.size(), beginning) != 0) continue;
-    const std::string now = what;
-    reactions.erase(beginning);
-    return Act(now);
-  }
-}
-
-void WindowScript::Act(const std::string& steps) {
-  std::istringstream in(steps);
-  ++nesting;
-  for (std::string word; in >> word;) {
-    const std::string name = word.substr(word[0] == '+' || word[0] == '-');
-    if (const uint8_t key = KeyOf(name)) {
-      (word[0] == '+' ? MemoryPressKey : word[0] == '-' ? MemoryReleaseKey : MemoryTypeKey)(key);
-    } else if (words.count(word)) {
-      words[word](in);
-    } else {
-      ADD_FAILURE() << "there is no word " << word;
-    }
-    if (nesting == 1 && settles) Settle();
-  }
-  --nesting;
+  React(entry);
 }
 
 std::string WindowScript::Heard() {
@@ -236,10 +185,6 @@ void WindowScript::Walk(std::initializer_list<ScriptStep> steps) {
   }
 }
 
-ChildWindow* WindowScript::Named(std::istream& in) const {
-  return windows.at(Word(in));
-}
-
 // A new window that tells what it hears.
 ChildWindow* WindowScript::Make(std::istream& in) {
   const std::string name = Word(in), kind = Word(in);
@@ -258,6 +203,10 @@ ChildWindow* WindowScript::Make(std::istream& in) {
 
 // ---- The words ---------------------------------------------------------------------------------------------------
 
+template <> ChildWindow* Told<ChildWindow*>(std::istream& in) {
+  return script->Window(Word(in));
+}
+
 namespace {
 
 // A pass of the event loop, and the time that it took.
@@ -271,99 +220,67 @@ DisplayWindow* MainOnDisplay() {
   return MemoryWindowTitled("Framereel");
 }
 
-const std::pair<const char*, void (*)()> kPlainWords[] = {
-    {"d", [] { MemoryPressButton(1); }},
-    {"u", [] { MemoryReleaseButton(1); }},
-    {"rd", [] { MemoryPressButton(3); }},
-    {"ru", [] { MemoryReleaseButton(3); }},
-    {"leave", [] { MemoryGiveKeyboard(nullptr); }},
-    {"return", [] { MemoryGiveKeyboard(MainOnDisplay()); }},
-    {"minimise", [] { MemoryMinimiseWindow(MainOnDisplay(), true); }},
-    {"restore", [] { MemoryMinimiseWindow(MainOnDisplay(), false); }},
-    {"drop", ReleaseHeldCapture},
-    {"run", RunEventLoop},
-    {"end", EndEventLoop},
-    {"stop", EndAllLoops},
-    {"suspend", SuspendActivation},
-    {"resume", ResumeActivation},
-    {"evaluate", EvaluateActiveWindow},
-    {"flush", FlushPaints},
-    {"dismiss", DismissPopup},
-    {"settle", Settle},
-    {"wheremain", [] { script->Say(PlaceOf(TheMainWindow()->geometry)); }},
-    {"pass", [] { Pass(nullptr, false); }},
-    {"idle", [] { Pass(nullptr, true); }},
-};
-
-const std::pair<const char*, void (*)(int, int)> kPlaceWords[] = {
-    {"m", [](int x, int y) { MemoryMovePointerTo(x, y); }},
-    {"put", [](int x, int y) { SetMousePosition(int16_t(x), int16_t(y)); }},
-    {"main", [](int x, int y) { MoveMainWindow(nullptr, int16_t(x), int16_t(y)); }},
-    {"mainsize", [](int width, int height) { SetMainClientSize(nullptr, int16_t(width), int16_t(height)); }},
-};
-
-const std::pair<const char*, void (*)(ChildWindow*)> kWindowWords[] = {
-    {"show", ShowChildWindow},
-    {"front", BringChildWindowForward},
-    {"behind", SendChildWindowBack},
-    {"close", CloseChildWindow},
-    {"centre", CentreChildWindow},
-    {"upper", PlaceChildWindowUpper},
-    {"grab", HoldCapture},
-    {"paint", InvalidateChildWindow},
-    {"paints", [](ChildWindow* w) { w->methods.paint = HearPaint; }},
-    {"loop", [](ChildWindow* w) { RunModalLoop(w, false); }},
-    {"restricted", [](ChildWindow* w) { RunModalLoop(w, true); }},
-    {"alone", [](ChildWindow* w) { Pass(w, false); }},
-    {"where", [](ChildWindow* w) { script->Say(PlaceOf(w->geometry)); }},
-    {"menuclose", [](ChildWindow* w) { ::SendMessageA(w->window, WM_SYSCOMMAND, SC_CLOSE + 1, 0); }},
-};
-
-const std::pair<const char*, void (*)(ChildWindow*, int16_t, int16_t)> kWindowPlaceWords[] = {
-    {"at", PlaceChildWindow},
-    {"size", SizeChildWindow},
-    {"max", SetMaxChildSize},
-    {"inside", KeepChildWindowInside},
-    {"over",
-     [](ChildWindow* window, int16_t x, int16_t y) {
-       const Point p = OnScreen(window, x, y);
-       MemoryMovePointerTo(p.h, p.v);
-     }},
-    {"reroute", [](ChildWindow* window, int16_t x, int16_t y) { ReroutePress(window, kFlagLeftButton, x, y); }},
-};
-
 } // namespace
 
 void WindowScript::AddWords() {
-  for (const auto& [word, act] : kPlainWords) words[word] = [act = act](std::istream&) { act(); };
-  for (const auto& [word, act] : kPlaceWords) {
-    words[word] = [act = act](std::istream& in) {
-      int x = 0, y = 0;
-      in >> x >> y;
-      act(x, y);
-    };
-  }
-  for (const auto& [word, act] : kWindowWords) words[word] = [this, act = act](std::istream& in) { act(Named(in)); };
-  for (const auto& [word, act] : kWindowPlaceWords) {
-    words[word] = [this, act = act](std::istream& in) {
-      ChildWindow* window = Named(in);
-      int16_t x = 0, y = 0;
-      in >> x >> y;
-      act(window, x, y);
-    };
-  }
+  // The user and the desktop.
+  Add("d", [] { MemoryPressButton(1); });
+  Add("u", [] { MemoryReleaseButton(1); });
+  Add("rd", [] { MemoryPressButton(3); });
+  Add("ru", [] { MemoryReleaseButton(3); });
+  Add("over", [](ChildWindow* window, int16_t x, int16_t y) {
+    const Point p = OnScreen(window, x, y);
+    MemoryMovePointerTo(p.h, p.v);
+  });
+  Add("leave", [] { MemoryGiveKeyboard(nullptr); });
+  Add("return", [] { MemoryGiveKeyboard(MainOnDisplay()); });
+  Add("minimise", [] { MemoryMinimiseWindow(MainOnDisplay(), true); });
+  Add("restore", [] { MemoryMinimiseWindow(MainOnDisplay(), false); });
+  // The program.
+  Add("run", RunEventLoop);
+  Add("end", EndEventLoop);
+  Add("stop", EndAllLoops);
+  Add("suspend", SuspendActivation);
+  Add("resume", ResumeActivation);
+  Add("evaluate", EvaluateActiveWindow);
+  Add("flush", FlushPaints);
+  Add("dismiss", DismissPopup);
+  Add("drop", ReleaseHeldCapture);
+  Add("put", SetMousePosition);
+  Add("main", [](int16_t x, int16_t y) { MoveMainWindow(nullptr, x, y); });
+  Add("mainsize", [](int16_t width, int16_t height) { SetMainClientSize(nullptr, width, height); });
+  Add("wheremain", [] { script->Say(PlaceOf(TheMainWindow()->geometry)); });
+  // Of a window.
+  Add("show", ShowChildWindow);
+  Add("front", BringChildWindowForward);
+  Add("behind", SendChildWindowBack);
+  Add("close", CloseChildWindow);
+  Add("centre", CentreChildWindow);
+  Add("upper", PlaceChildWindowUpper);
+  Add("grab", HoldCapture);
+  Add("paint", InvalidateChildWindow);
+  Add("paints", [](ChildWindow* w) { w->methods.paint = HearPaint; });
+  Add("loop", [](ChildWindow* w) { RunModalLoop(w, false); });
+  Add("restricted", [](ChildWindow* w) { RunModalLoop(w, true); });
+  Add("where", [](ChildWindow* w) { script->Say(PlaceOf(w->geometry)); });
+  Add("menuclose", [](ChildWindow* w) { ::SendMessageA(w->window, WM_SYSCOMMAND, SC_CLOSE + 1, 0); });
+  Add("at", PlaceChildWindow);
+  Add("size", SizeChildWindow);
+  Add("max", SetMaxChildSize);
+  Add("inside", KeepChildWindowInside);
+  Add("reroute", [](ChildWindow* w, int16_t x, int16_t y) { ReroutePress(w, kFlagLeftButton, x, y); });
   words["open"] = [this](std::istream& in) { ShowChildWindow(Make(in)); };
   words["make"] = [this](std::istream& in) { Make(in); };
+  // Time.
+  Add("settle", Settle);
+  Add("wait", RunFor);
+  Add("pass", [] { Pass(nullptr, false); });
+  Add("idle", [] { Pass(nullptr, true); });
+  Add("alone", [](ChildWindow* w) { Pass(w, false); });
   words["together"] = [this](std::istream&) { settles = false; };
   words["say"] = [this](std::istream& in) { Say(Word(in)); };
-  words["wait"] = [](std::istream& in) { RunFor(uint32_t(std::stoul(Word(in)))); };
-  words["tick"] = [](std::istream& in) { TheMemoryDisplay().tick += uint32_t(std::stoul(Word(in))); };
-  words["when"] = [this](std::istream& in) {
-    std::string& reaction = reactions[Word(in)];
-    reaction = UpToTheDot(in);
-  };
   words["after"] = [](std::istream& in) {
-    const auto delay = uint32_t(std::stoul(Word(in)));
+    const auto delay = Told<int32_t>(in);
     later.push_back(UpToTheDot(in));
     TimerSchedule([](void* what) { script->Act(*static_cast<std::string*>(what)); }, &later.back(), delay);
   };

@@ -1,22 +1,11 @@
 // Controls by script: how they measure, what a press does to them, and what stands on the screen.
-#include <algorithm>
-
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/ports.h"
-#include "platform/drawing/primitives.h"
-#include "platform/drawing/standard_drawing.h"
-#include "platform/windows/main_window.h"
 #include "toolkit/controls/check_box.h"
-#include "toolkit/controls/label.h"
 #include "toolkit/controls/picture_view.h"
 #include "toolkit/controls/popup.h"
 #include "toolkit/controls/popup_list.h"
 #include "toolkit/controls/separator.h"
 #include "toolkit/controls/text_pane.h"
-#include "toolkit/text/text_layout.h"
-#include "toolkit/views/view.h"
 #include "views/view_scene.h"
-#include "win32/memory/memory_windows.h"
 
 namespace framereel {
 namespace {
@@ -29,35 +18,23 @@ int Ink(const View* view) {
 }
 
 TEST_F(Controls, MeasureThemselves) {
-  View* label = Make(LabelClass());
-  EXPECT_EQ(BoundsText(label), "10,10+4x7"); // a divider, framed
-  LabelSetValue(label, "Frames");
-  LabelSetFramed(label, false);
-  ViewFit(label);
+  Make(LabelClass(), 10, 10, "divider"); // framed
+  CheckBoxSetLabel(Make(CheckBoxClass(), 10, 10, "box"), "Loop");
+  TextPaneSetText(Make(TextPaneClass(), 10, 10, "pane"), "one two three four five six");
+  Make(PictureViewClass(), 10, 10, "picture");
+  const char* const texts[] = {"5 spf", nullptr, "40 fps"};
+  PopupSetItems(Make(PopupClass(), 10, 10, "popup"), 3, texts);
+  script.Act("resize pane 60 0 fit picture fit box fit popup");
   SetPortWindow(Window());
   UseDrawState(DrawStateDefault());
-  const TextMeasure text = MeasureText("Frames");
-  EXPECT_EQ(label->width, text.width);
-  EXPECT_EQ(label->height, text.ascent + text.descent);
-  View* pane = Make(TextPaneClass());
-  TextPaneSetText(pane, "one two three four five six");
-  ViewResize(pane, 60, 0);
-  EXPECT_LE(pane->width, 64);
-  EXPECT_GT(pane->height, 2 * label->height);
-  View* picture = Make(PictureViewClass());
-  ViewFit(picture);
-  EXPECT_EQ(BoundsText(picture), "10,10+32x32");
-  View* box = Make(CheckBoxClass());
-  CheckBoxSetLabel(box, "Loop");
-  ViewFit(box);
-  EXPECT_EQ(box->width, 16 + 4 + MeasureTextBlock("Loop", TextAlign::kLeft, TextWrap::kNone, kWideOpen).width + 4);
-  View* popup = Make(PopupClass());
-  const char* const texts[] = {"5 spf", nullptr, "40 fps"};
-  PopupSetItems(popup, 3, texts);
-  ViewFit(popup);
-  const int h = text.ascent + text.descent + 5, u = h / 6 + 1, mark = 2 * u / 6 * 4 + 3;
-  EXPECT_EQ(popup->height, h);
-  EXPECT_EQ(popup->width, 2 * u + MeasureText("40 fps").width + 12 + mark + 1);
+  const TextMeasure text = MeasureText("40 fps");
+  const int line = text.ascent + text.descent, h = line + 5, u = h / 6 + 1, mark = 2 * u / 6 * 4 + 3;
+  EXPECT_EQ(BoundsText(Named("divider")), "10,10+4x7");
+  EXPECT_EQ(BoundsText(Named("picture")), "10,10+32x32");
+  EXPECT_EQ(Named("box")->width, 16 + 4 + MeasureText("Loop").width + 4);
+  EXPECT_EQ(BoundsText(Named("popup")), Text("10,10+", 2 * u + text.width + 12 + mark + 1, 'x', h));
+  EXPECT_LE(Named("pane")->width, 64);
+  EXPECT_GT(Named("pane")->height, 2 * line);
 }
 
 TEST_F(Controls, LooksAreDrawn) {

@@ -1,10 +1,4 @@
 // Stacks: sizes and places of children, by one table of layouts, and what happens when children come, go and change.
-#include "toolkit/views/stack.h"
-
-#include <sstream>
-
-#include "toolkit/views/box.h"
-#include "toolkit/views/view.h"
 #include "views/view_scene.h"
 
 namespace framereel {

@@ -2,17 +2,9 @@
 #include "toolkit/text/text_layout.h"
 
 #include <random>
-#include <sstream>
-#include <string>
 #include <vector>
 
-#include "core/rects.h"
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/ports.h"
-#include "platform/drawing/primitives.h"
-#include "platform/drawing/standard_drawing.h"
 #include "views/view_scene.h"
-#include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {

@@ -1,26 +1,14 @@
 // The words for Views, and the classes whose Views tell what they hear.
 #include "views/view_scene.h"
 
-#include "platform/windows/modal.h"
-#include "toolkit/controls/label.h"
-#include "toolkit/views/box.h"
 #include "toolkit/views/child_set.h"
-#include "toolkit/views/stack.h"
-#include "toolkit/views/view.h"
-#include "toolkit/views/view_class.h"
 #include "toolkit/views_start.h"
-#include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {
 
-WindowScript* told;
-const std::map<std::string, View*>* known;
+ViewScene* scene;
 bool tellsDraws;
-
-std::string At(const char* ahead, int x, int y) {
-  return std::string(ahead).append(std::to_string(x)).append(",").append(std::to_string(y));
-}
 
 const ViewClass* DeafClass() { // hands its keys on
   static ViewClass deaf = *TellingClass();
@@ -30,33 +18,13 @@ const ViewClass* DeafClass() { // hands its keys on
 
 const ViewClass* StubbornClass() { // leaves its children as they are
   static ViewClass stubborn = *BoxClass();
-  stubborn.resizeChild = [](View*, View* child, int16_t width, int16_t) { Say(child, std::to_string(width) + "?"); };
+  stubborn.resizeChild = [](View*, View* child, int16_t width, int16_t) { Say(child, Text(width, '?')); };
   return &stubborn;
 }
 
 const std::map<std::string, const ViewClass* (*)()> kKinds = {{"tells", TellingClass}, {"deaf", DeafClass},
                                                               {"plain", BoxClass},     {"framed", BoxClass},
                                                               {"stack", StackClass},   {"stubborn", StubbornClass}};
-
-const std::pair<const char*, void (*)(View*)> kViewWords[] = {
-    {"show", ViewShow},
-    {"quiet", ViewShowQuiet},
-    {"hide", ViewHide},
-    {"hidequiet", ViewHideQuiet},
-    {"enable", ViewEnable},
-    {"disable", ViewDisable},
-    {"destroy", ViewDestroy},
-    {"fit", ViewFit},
-    {"modal", SetModalView},
-    {"bounds?", [](View* view) { Answer(BoundsText(view)); }},
-    {"whole?", [](View* view) { Answer(ViewFullyShown(view, view) ? "yes" : "no"); }},
-};
-
-const std::pair<const char*, void (*)(View*, int16_t, int16_t)> kPlaceWords[] = {
-    {"resize", ViewResize},
-    {"move", ViewMove},
-    {"hit?", [](View* view, int16_t x, int16_t y) { Answer(ViewHitTest(view, x, y) ? "yes" : "no"); }},
-};
 
 } // namespace
 
@@ -70,11 +38,11 @@ const ViewClass* TellingClass() {
   };
   telling->mouseEntered = [](View* view) { Say(view, "<"); };
   telling->mouseLeft = [](View* view) { Say(view, ">"); };
-  telling->mouseDown = [](View* view, uint16_t, int16_t x, int16_t y) { Say(view, At("v", x, y)); };
-  telling->mouseMoved = [](View* view, int16_t x, int16_t y) { Say(view, At("~", x, y)); };
-  telling->mouseUp = [](View* view, uint16_t, int16_t x, int16_t y) { Say(view, At("^", x, y)); };
+  telling->mouseDown = [](View* view, uint16_t, int16_t x, int16_t y) { Say(view, Text('v', x, ',', y)); };
+  telling->mouseMoved = [](View* view, int16_t x, int16_t y) { Say(view, Text('~', x, ',', y)); };
+  telling->mouseUp = [](View* view, uint16_t, int16_t x, int16_t y) { Say(view, Text('^', x, ',', y)); };
   telling->keyDown = [](View* view, const KeyEvent& event, int16_t, int16_t) {
-    Say(view, std::string(":") + char(event.character));
+    Say(view, Text(':', char(event.character)));
   };
   telling->hidden = [](View* view, bool deep) { Say(view, deep ? "-" : "-1"); };
   telling->shown = [](View* view, bool deep) { Say(view, deep ? "+" : "+1"); };
@@ -84,37 +52,40 @@ const ViewClass* TellingClass() {
 }
 
 void Say(const View* view, const std::string& what) {
-  for (const auto& [name, each] : *known) {
-    if (each == view) told->Say(name + what);
+  for (const auto& [name, each] : scene->views) {
+    if (each == view) Answer(name + what);
   }
-}
-
-void Say(const View* view, const char* what, int number) {
-  Say(view, std::string(what).append(std::to_string(number)));
 }
 
 void Answer(const std::string& answer) {
-  told->Say(answer);
+  scene->script.Say(answer);
+}
+
+template <> View* Told<View*>(std::istream& in) {
+  return scene->Named(Word(in));
 }
 
 ViewScene::ViewScene() : start((ViewsStartUp(), 1)) {
-  told = &script;
-  known = &views;
+  scene = this;
   tellsDraws = false;
-  for (const auto& [word, act] : kViewWords) AddWord(word, act);
-  for (const auto& [word, act] : kPlaceWords) {
-    script.words[word] = [this, act = act](std::istream& in) {
-      std::string name;
-      int16_t x = 0, y = 0;
-      in >> name >> x >> y;
-      act(Named(name), x, y);
-    };
-  }
-  script.words["draws"] = [](std::istream&) { tellsDraws = true; };
+  script.Add("show", ViewShow);
+  script.Add("quiet", ViewShowQuiet);
+  script.Add("hide", ViewHide);
+  script.Add("hidequiet", ViewHideQuiet);
+  script.Add("enable", ViewEnable);
+  script.Add("disable", ViewDisable);
+  script.Add("destroy", ViewDestroy);
+  script.Add("fit", ViewFit);
+  script.Add("modal", SetModalView);
+  script.Add("resize", ViewResize);
+  script.Add("move", ViewMove);
+  script.Add("bounds?", [](View* view) { Answer(BoundsText(view)); });
+  script.Add("whole?", [](View* view) { Answer(ViewFullyShown(view, view) ? "yes" : "no"); });
+  script.Add("hit?", [](View* view, int16_t x, int16_t y) { Answer(ViewHitTest(view, x, y) ? "yes" : "no"); });
+  script.Add("draws", [] { tellsDraws = true; });
   script.words["view"] = [this](std::istream& in) {
-    std::string name, kind, parent;
-    int16_t x = 0, y = 0;
-    in >> name >> kind >> parent >> x >> y;
+    const std::string name = Word(in), kind = Word(in), parent = Word(in);
+    const auto x = Told<int16_t>(in), y = Told<int16_t>(in);
     const ViewClass* viewClass = kKinds.at(kind)();
     View* view = views.count(parent) ? ViewCreateAt(viewClass, Named(parent), x, y)
                                      : ViewCreateTop(viewClass, script.Window(parent), x, y);
@@ -149,16 +120,8 @@ View* ViewScene::Keep(const std::string& name, View* view) {
   return views[name] = view;
 }
 
-void ViewScene::AddWord(const std::string& word, void (*act)(View*)) {
-  script.words[word] = [this, act](std::istream& in) {
-    std::string name;
-    in >> name;
-    act(Named(name));
-  };
-}
-
 std::string BoundsText(const View* view) {
-  return At("", view->x, view->y) + "+" + std::to_string(view->width) + "x" + std::to_string(view->height);
+  return Text(view->x, ',', view->y, '+', view->width, 'x', view->height);
 }
 
 std::string PictureOf(const View* view) {

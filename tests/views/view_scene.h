@@ -3,11 +3,27 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <sstream>
 #include <string>
 
+#include "core/rects.h"
+#include "platform/drawing/draw_state.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"
+#include "platform/windows/main_window.h"
+#include "platform/windows/modal.h"
 #include "support/window_script.h"
+#include "toolkit/controls/label.h"
+#include "toolkit/views/box.h"
+#include "toolkit/views/stack.h"
+#include "toolkit/views/view.h"
+#include "toolkit/views/view_class.h"
+#include "win32/memory/memory_display.h"
+#include "win32/memory/memory_windows.h"
 
 namespace framereel {
 
@@ -21,7 +37,7 @@ namespace framereel {
 // release with their place, ":" for a key with its character; "+" and "-" shown and hidden (with 1: it alone), "on",
 // "off", "x" for its end. Its draws ("#") are told from the word "draws" on.
 class ViewScene : public ::testing::Test {
-protected:
+public:
   ViewScene();
 
   View* Named(const std::string& name) const { return views.at(name); }
@@ -29,8 +45,6 @@ protected:
   // A new View in the window, "v" if it has no other name.
   View* Make(const ViewClass* viewClass, int16_t x = 10, int16_t y = 10, const std::string& name = "v");
   View* Keep(const std::string& name, View* view); // answers it
-  // A word that is told the name of a View.
-  void AddWord(const std::string& word, void (*act)(View*));
   void Walk(std::initializer_list<ScriptStep> steps) { script.Walk(steps); }
   void Play(std::initializer_list<ScriptStep> steps); // the same, of what Views hear and questions answer alone
 
@@ -39,10 +53,11 @@ protected:
   WindowScript script;
 };
 
+template <> View* Told<View*>(std::istream& in); // by its name
+
 // A class whose Views tell what they hear.
 const ViewClass* TellingClass();
 void Say(const View* view, const std::string& what);
-void Say(const View* view, const char* what, int number);
 void Answer(const std::string& answer); // to a question
 
 // "x,y+WIDTHxHEIGHT" of a View.

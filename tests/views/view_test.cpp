@@ -1,14 +1,5 @@
 // Views: their life and state, their tree in a Box, and how mouse, keys and paints travel through it.
-#include "toolkit/views/view.h"
-
-#include "core/rects.h"
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/primitives.h"
-#include "platform/drawing/standard_drawing.h"
-#include "platform/windows/modal.h"
-#include "toolkit/views/box.h"
 #include "views/view_scene.h"
-#include "win32/memory/memory_display.h"
 
 namespace framereel {
 namespace {

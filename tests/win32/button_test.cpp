@@ -49,12 +49,6 @@ TEST_F(Button, ForgetsAPressThatIsTakenAwayFromIt) {
   }
 }
 
-TEST_F(Button, MayEndInItsOwnNotice) {
-  Answer(WM_COMMAND, [](HWND, WPARAM, LPARAM lParam) { return ::DestroyWindow(reinterpret_cast<HWND>(lParam)); });
-  Walk("notice", {{"m main 60 32 lb", "| main.notice:7/0"}});
-  EXPECT_FALSE(Lives(button));
-}
-
 TEST_F(Button, IsSeenAlsoWherePressedAheadOfAWindowThatPaintsOverIt) {
   Act("new over over - 350 100 150 150 paints over g");
   ShowControl("button", "On", BS_PUSHBUTTON, {20, 20, 100, 44}, Named("over"), 8);

@@ -1,16 +1,10 @@
 // Dialogs and message boxes: what the user's keys and mouse do in them, and what becomes of their loops.
-#include <sstream>
-#include <vector>
-
-#include "win32/pixels/rectangles.h"
 #include "win32/win32_controls.h"
 #include "win32/win32_dialogs.h"
 #include "win32/win32_input.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/window_scene.h"
-#include "win32/windows/window.h"
-#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -23,19 +17,18 @@ std::function<intptr_t(HWND, UINT, WPARAM)> procedure;
 class Dialogs : public OneWindow {
 protected:
   Dialogs() {
-    AddWord("?", [this](std::istream&) { (looks += Looks()) += ' '; });
-    AddWord("wake", [](std::istream&) { Act("enable main focus main"); });
-    AddWord("return", [this](std::istream&) { MemoryGiveKeyboard(before); });
-    AddWord("leave", [this](std::istream&) {
+    auto& words = TheScript().words;
+    words["?"] = [this](std::istream&) { (looks += Looks()) += ' '; };
+    words["wake"] = [](std::istream&) { Act("enable main focus main"); };
+    words["return"] = [this](std::istream&) { MemoryGiveKeyboard(before); };
+    words["leave"] = [this](std::istream&) {
       before = TheMemoryDesktop().keyboard;
       MemoryGiveKeyboard(nullptr);
-    });
-    AddWord("click", [](std::istream& in) {
-      int id = 0;
-      in >> id;
-      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, id));
+    };
+    words["click"] = [](std::istream& in) {
+      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, Told<int>(in)));
       MemoryClick(place.left + 5, place.top + 5);
-    });
+    };
     procedure = [](HWND dialog, UINT message, WPARAM wParam) {
       const bool ends = message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL);
       return intptr_t{ends && ::EndDialog(dialog, LOWORD(wParam) + 100)};
@@ -54,7 +47,8 @@ protected:
   // Runs the call meanwhile and answers the looks, and then what the call answered.
   template <typename Call> std::string Play(const std::string& script, const Call& call) {
     looks.clear();
-    MemoryAt(Schedule(script), [] { ::PostQuitMessage(0); }); // else a dialog that is open would stay so for ever
+    // Else a dialog that is open would stay so for ever.
+    MemoryAt(TheScript().Schedule(script), [] { ::PostQuitMessage(0); });
     const auto answer = call();
     TheWindows().quits = false;
     TheMemoryDisplay().script.clear();

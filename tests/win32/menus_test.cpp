@@ -1,18 +1,9 @@
 // Menus: the bar in the frame, the user's way through it by mouse and keys, and what happens to it meanwhile.
-#include <algorithm>
-#include <map>
-#include <vector>
-
-#include "win32/pixels/rectangles.h"
 #include "win32/win32_input.h"
 #include "win32/win32_menus.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/window_scene.h"
-#include "win32/windows/frame.h"
-#include "win32/windows/menu_bar.h"
-#include "win32/windows/window.h"
-#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
@@ -40,14 +31,13 @@ protected:
     ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), "&Grey");
     ::AppendMenuA(bar, MF_POPUP, uintptr_t(edit), "&Edit");
     ::SetMenu(main, bar);
-    AddWord("?", [this](std::istream&) { looks += Looks() + " "; });
+    TheScript().words["?"] = [this](std::istream&) { looks += Looks() + " "; };
     for (const std::string word : {"over", "press", "click"}) {
-      AddWord(word, [this, word](std::istream& in) {
-        std::string where;
-        in >> where;
-        MemoryMovePointerTo(PlaceOf(where).x, PlaceOf(where).y);
+      TheScript().words[word] = [this, word](std::istream& in) {
+        const POINT at = PlaceOf(Word(in));
+        MemoryMovePointerTo(at.x, at.y);
         if (word != "over") Act(word == "press" ? "+lb" : "lb");
-      });
+      };
     }
     Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
     Drain();
@@ -59,7 +49,7 @@ protected:
   std::string Play(const std::string& script) {
     looks.clear();
     bool over = false;
-    MemoryAt(Schedule(script), [this, &over, &script] {
+    MemoryAt(TheScript().Schedule(script), [this, &over, &script] {
       EXPECT_EQ(Looks(), "-") << script;
       ::SendMessageA(main, WM_CANCELMODE, 0, 0); // else a menu that is open would stay so for ever
       over = true;
@@ -181,9 +171,9 @@ TEST_F(Menus, AreWalkedThroughWithTheMouse) {
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
   Act("new child child main 10 10 50 50");
-  AddWord("depth", [](std::istream&) { MemoryDisplaySetMode(640, 480, 8); });
-  AddWord("barless", [this](std::istream&) { ::SetMenu(main, nullptr); });
-  AddWord("endbar", [this](std::istream&) { ::DestroyMenu(bar); });
+  TheScript().words["depth"] = [](std::istream&) { MemoryDisplaySetMode(640, 480, 8); };
+  TheScript().words["barless"] = [this](std::istream&) { ::SetMenu(main, nullptr); };
+  TheScript().words["endbar"] = [this](std::istream&) { ::DestroyMenu(bar); };
   for (const char* happens :
        {"keyboard other", "takemouse", "minimise main", "depth", "disable main", "hide main",
         "make dialog dialog main 400 100 100 100 show dialog", "capture child", "barless", "endbar"}) {
@@ -309,63 +299,6 @@ TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   while (::GetMenuItemCount(bar) > 0) ::RemoveMenu(bar, 0, MF_BYPOSITION);
   ::DrawMenuBar(main);
   EXPECT_EQ(top(), 22);
-}
-
-// ---- Their look --------------------------------------------------------------------------------------------------
-
-// Some of the ground and some of another colour.
-void ExpectLegible(const PixelRect& where, COLORREF ground) {
-  const int64_t all = int64_t{WidthOf(where)} * HeightOf(where), under = Count(where, ground);
-  EXPECT_GT(under, all / 2);
-  EXPECT_LT(under, all * 49 / 50);
-}
-
-TEST(MenuLook, CanBeReadOnAnyScreen) {
-  for (const int32_t depth : {1, 2, 4, 8, 16, 24}) {
-    SCOPED_TRACE(depth);
-    WindowScene scene(640, 480, depth);
-    HWND main = ShowMain();
-    HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu();
-    ::AppendMenuA(file, 0, 1, "&Same text\tKey");
-    ::AppendMenuA(file, MF_GRAYED, 2, "&Same text\tKey");
-    ::AppendMenuA(file, MF_CHECKED, 3, "Same text");
-    ::AppendMenuA(file, 0, 4, "Same text");
-    ::AppendMenuA(bar, MF_POPUP, uintptr_t(file), "&Same");
-    ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), "&Same");
-    ::SetMenu(main, bar);
-    const COLORREF menu = ::GetSysColor(COLOR_MENU), black = RGB(0, 0, 0);
-    const auto look = [&] {
-      const PixelRect popup = TheMemoryDisplay().desktop.windows.front()->place;
-      const auto row = [&](int32_t i) {
-        return PixelRect{popup.left + 3, popup.top + 3 + i * 20, popup.right - 3, popup.top + 23 + i * 20};
-      };
-      ExpectLegible(row(0), kNavy); // marked
-      ExpectLegible(row(1), menu);
-      // Of what is greyed some ink is left out, or is another ink.
-      EXPECT_LT(Count(row(1), black), Count(row(3), black));
-      const PixelRect left = {row(2).left, row(2).top, row(2).left + 20, row(2).bottom};
-      EXPECT_EQ(Count(left, black), 21); // the tick
-      const std::vector<PixelRect> titles = MenuTitlePlaces(*main, FramePart(*main, HTMENU));
-      ExpectLegible(titles[0], kNavy);
-      ExpectLegible(titles[1], menu);
-      // The line under the letter that picks it, and only there.
-      const int32_t width = WidthOf(titles[1]) - 14;
-      int32_t longest = 0;
-      for (int32_t y = titles[1].top; y < titles[1].bottom; ++y) {
-        int32_t run = 0;
-        for (int32_t x = titles[1].left; x < titles[1].right; ++x) {
-          run = ColourAt({x, y}) == ColourAt({titles[1].left, titles[1].top}) ? 0 : run + 1;
-          longest = std::max(longest, run);
-        }
-      }
-      EXPECT_GT(longest, width / 8);
-      EXPECT_LT(longest, width / 2);
-      Act("esc esc");
-    };
-    MemoryAt(100, look);
-    Act("alt+S");
-    Drain();
-  }
 }
 
 } // namespace

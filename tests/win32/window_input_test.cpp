@@ -1,12 +1,8 @@
 // The mouse, the keyboard and the queue: who gets what, in which order, and what the messages and the key state say.
-#include "win32/window_scene.h"
-
-#include <set>
-
-#include "win32/pixels/cursor.h"
 #include "win32/win32_dialogs.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
+#include "win32/window_scene.h"
 
 namespace framereel {
 namespace {
@@ -72,23 +68,6 @@ TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
   EXPECT_EQ(shapeAt("capture main m 150 200"), PointerShape::kWait);
   EXPECT_EQ(shapeAt("loose m 151 200"), PointerShape::kCross);
   EXPECT_EQ(::LoadCursorA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
-}
-
-TEST_F(PointerShapes, TheProgramsOwnAreBlackAndWhiteAndLetTheScreenThrough) {
-  const auto program = reinterpret_cast<HINSTANCE>(this);
-  std::set<std::vector<uint32_t>> pictures;
-  for (const WORD id : {1, 2, 3}) {
-    const HCURSOR cursor = ::LoadCursorA(program, MAKEINTRESOURCEA(id));
-    ASSERT_NE(cursor, nullptr);
-    const PointerPicture& picture = *cursor->picture;
-    const std::vector<uint32_t> pixels(picture.pixels, picture.pixels + picture.width * picture.height);
-    EXPECT_EQ(std::set<uint32_t>(pixels.begin(), pixels.end()), (std::set<uint32_t>{0, 0xFF000000, 0xFFFFFFFF}));
-    EXPECT_EQ(pixels.at(size_t(picture.hotY * picture.width + picture.hotX)), 0xFF000000);
-    EXPECT_EQ(::LoadCursorA(program, MAKEINTRESOURCEA(id)), cursor);
-    pictures.insert(pixels);
-  }
-  EXPECT_EQ(pictures.size(), 3U);
-  EXPECT_EQ(::LoadCursorA(program, MAKEINTRESOURCEA(4)), nullptr);
 }
 
 TEST_F(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {

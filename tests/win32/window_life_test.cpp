@@ -1,4 +1,4 @@
-// The messages of a window's life, in their order: making, showing, moving, minimising, stacking, closing.
+// The messages of a window's life, in their order: making, showing, moving, minimising, stacking, activating, closing.
 #include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
@@ -152,6 +152,20 @@ TEST_F(WindowLife, TopmostWindowsStayAboveOthersAndOwnedOnesAboveTheirOwners) {
     MemoryCloseWindow(other);
     Act("destroy ours");
   }
+}
+
+TEST_F(WindowLife, ActivationComesBeforeTheClickThatAskedForItAndNeverToAWindowThatGoes) {
+  Walk("app lit act focus blur d u",
+       {{"new pop popup main 310 0 100 100 keyboard other",
+         "| main.lit:0 main.act:0 pop.app:0 main.app:0 main.blur"}, // to which the desktop gives nothing
+        {"m 350 50 lb", "| pop.app:1 main.app:1 pop.lit:1 pop.act:1 pop.focus pop.d:1@39,49 pop.u:0@39,49"},
+        {"new dlg dialog main 310 0 206 225 keyboard dlg",
+         "| pop.lit:0 pop.act:0 dlg.lit:1 dlg.act:1 pop.blur dlg.focus"},
+        {"when dlg.shown:0 top dlg . destroy dlg", "dlg.lit:0 dlg.act:0 main.lit:1 main.act:1 dlg.blur main.focus"},
+        {"when main.destroy focus main . make last frame - 0 0 50 50 show last then keyboard main",
+         "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus | last.lit:0 last.act:0 main.lit:1 "
+         "main.act:1 last.blur main.focus"},
+        {"destroy main focus?", "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus last"}});
 }
 
 } // namespace

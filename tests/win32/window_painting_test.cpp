@@ -1,17 +1,12 @@
 // Update regions, what contexts may draw on, and what reaches the screen.
 #include <list>
-#include <map>
-#include <sstream>
 
 #include "support/dice.h"
-#include "win32/drawing/relief.h"
-#include "win32/pixels/rectangles.h"
 #include "win32/win32_dialogs.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/window_scene.h"
-#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {
@@ -221,15 +216,6 @@ TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateButNoPaintsLimitsAndOthersBeg
       ::ReleaseDC(window, context);
     }
   }
-}
-
-TEST_F(WindowContext, OfACoverDrawsOnTheScreenOverEverythingAndHasAllInput) {
-  MemoryOpenWindow("stripe", {400, 100, 500, 200}, MemoryPixelOf(0, 0, 255));
-  Act("make cover cover main -2000 -2000 4000 4000 show cover then rgb? 410 110");
-  Heard();
-  Walk("m key char", {{"fill cover r 2410 2110 10 10 rgb? 410 110 rgb? 419 119 rgb? 420 110", "r r b"},
-                      {"m 450 150 A", "| cover.m:0@2450,2150 cover.key:A cover.char:97"},
-                      {"destroy cover then rgb? main 0 0", "w"}});
 }
 
 // ---- The screen --------------------------------------------------------------------------------------------------

@@ -1,48 +1,29 @@
 // The words of the scene, each a line of a table, and the log that its windows keep.
 #include "win32/window_scene.h"
 
-#include <algorithm>
 #include <cctype>
-#include <iterator>
-#include <list>
-#include <map>
-#include <sstream>
-#include <vector>
 
-#include "win32/pixels/rectangles.h"
 #include "win32/win32_dialogs.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_input.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/create.h"
-#include "win32/windows/window.h"
-#include "win32/windows/window_tree.h"
 
 namespace framereel {
 namespace {
 
 struct Scene {
+  Script script;
   std::vector<std::pair<std::string, std::string>> log; // the event of each entry, "" for an answer
-  std::list<std::pair<std::string, std::string>> reactions;
   std::map<UINT, Handler> handlers;
-  std::map<std::string, std::function<void(std::istream&)>> words; // the test's own
   std::map<HWND, COLORREF> paints;
 };
 
-Scene& TheScene() {
-  static Scene scene;
-  return scene;
-}
-
-template <typename... Parts> std::string Text(const Parts&... parts) {
-  std::ostringstream text;
-  (text << ... << parts);
-  return text.str();
-}
+Scene* scene;
 
 template <typename... Parts> void Tell(const Parts&... parts) {
-  TheScene().log.emplace_back("", Text(parts...));
+  scene->log.emplace_back("", Text(parts...));
 }
 
 // ---- The log -----------------------------------------------------------------------------------------------------
@@ -102,14 +83,8 @@ std::pair<std::string, std::string> EventOf(UINT message, WPARAM wParam, LPARAM 
 void Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto [event, detail] = EventOf(message, wParam, lParam);
   const std::string entry = window->title + "." + event + detail;
-  TheScene().log.emplace_back(event, entry);
-  auto& reactions = TheScene().reactions;
-  const auto reaction = std::find_if(reactions.begin(), reactions.end(),
-                                     [&](const auto& each) { return entry.rfind(each.first, 0) == 0; });
-  if (reaction == reactions.end()) return;
-  const std::string words = reaction->second;
-  reactions.erase(reaction);
-  Act(words);
+  scene->log.emplace_back(event, entry);
+  scene->script.React(entry);
 }
 
 void Fill(HDC context, const RECT& r, COLORREF colour) {
@@ -120,13 +95,13 @@ void Fill(HDC context, const RECT& r, COLORREF colour) {
 
 LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   Hear(window, message, wParam, lParam);
-  const auto handler = TheScene().handlers.find(message);
-  if (handler != TheScene().handlers.end()) return handler->second(window, wParam, lParam);
-  if (message != WM_PAINT || !TheScene().paints.count(window)) {
+  const auto handler = scene->handlers.find(message);
+  if (handler != scene->handlers.end()) return handler->second(window, wParam, lParam);
+  if (message != WM_PAINT || !scene->paints.count(window)) {
     return ::DefWindowProcA(window, message, wParam, lParam);
   }
   PAINTSTRUCT paint;
-  if (HDC context = ::BeginPaint(window, &paint)) Fill(context, {-9, -9, 2000, 2000}, TheScene().paints[window]);
+  if (HDC context = ::BeginPaint(window, &paint)) Fill(context, {-9, -9, 2000, 2000}, scene->paints[window]);
   ::EndPaint(window, &paint);
   return 0;
 }
@@ -146,9 +121,7 @@ constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
                            {"border", "Log", WS_POPUP | WS_BORDER, 0},
                            {"popup", "Log", WS_POPUP | WS_BORDER, WS_EX_TOPMOST},
                            {"palette", "Log", WS_POPUP | WS_CAPTION, WS_EX_TOPMOST},
-                           {"cover", "LogCover", WS_POPUP, WS_EX_TOPMOST}, // shows the screen
                            {"child", "Log", kChild, 0},
-                           {"careless", "Log", WS_CHILD, 0}, // draws over its siblings
                            {"parent", "Log", kChild | WS_CLIPCHILDREN, 0},
                            {"framed", "Log", kChild | kFrame, 0},
                            {"anew", "LogAnew", kChild, 0}, // painted whole on every new size
@@ -174,38 +147,9 @@ DisplayWindow* DisplayNamed(const std::string& title) {
 
 // ---- What the words are told -------------------------------------------------------------------------------------
 
-std::string Word(std::istream& in) {
-  std::string word;
-  in >> word;
-  return word;
-}
-
-int Number(std::istream& in) {
-  int number = 0;
-  in >> number;
-  return number;
-}
-
-std::string UpToTheDot(std::istream& in) {
-  std::string text;
-  for (std::string word; in >> word && word != ".";) text += word + " ";
-  return text;
-}
-
 bool NumberIsNext(std::istream& in) {
   const int next = (in >> std::ws).peek();
   return in && (next == '-' || std::isdigit(next));
-}
-
-RECT Place(std::istream& in) {
-  const int left = Number(in), top = Number(in), width = Number(in), height = Number(in);
-  return {left, top, left + width, top + height};
-}
-
-POINT Point(std::istream& in) {
-  HWND window = NumberIsNext(in) ? nullptr : Named(Word(in));
-  const int x = Number(in), y = Number(in);
-  return window ? OnScreen(window, x, y) : POINT{x, y};
 }
 
 constexpr std::pair<char, COLORREF> kColours[] = {
@@ -213,21 +157,47 @@ constexpr std::pair<char, COLORREF> kColours[] = {
     {'k', RGB(0, 0, 0)},       {'w', RGB(255, 255, 255)}, {'s', RGB(192, 192, 192)},
     {'d', RGB(128, 128, 128)}, {'n', RGB(0, 0, 128)},     {'l', RGB(223, 223, 223)}};
 
-COLORREF Colour(std::istream& in) {
+struct Ink {
+  COLORREF colour;
+};
+
+} // namespace
+
+template <> HWND Told<HWND>(std::istream& in) {
+  return Named(Word(in));
+}
+template <> DisplayWindow* Told<DisplayWindow*>(std::istream& in) {
+  return DisplayNamed(Word(in));
+}
+template <> RECT Told<RECT>(std::istream& in) {
+  const int left = Told<int>(in), top = Told<int>(in), width = Told<int>(in), height = Told<int>(in);
+  return {left, top, left + width, top + height};
+}
+template <> std::optional<RECT> Told<std::optional<RECT>>(std::istream& in) {
+  return NumberIsNext(in) ? std::optional(Told<RECT>(in)) : std::nullopt;
+}
+template <> POINT Told<POINT>(std::istream& in) {
+  HWND window = NumberIsNext(in) ? nullptr : Told<HWND>(in);
+  const int x = Told<int>(in), y = Told<int>(in);
+  return window ? OnScreen(window, x, y) : POINT{x, y};
+}
+template <> Ink Told<Ink>(std::istream& in) {
   const std::string letter = Word(in);
   for (const auto& [name, colour] : kColours) {
-    if (name == letter[0]) return colour;
+    if (name == letter[0]) return {colour};
   }
   ADD_FAILURE() << "no colour " << letter;
-  return 0;
+  return {};
 }
 
 // ---- The words ---------------------------------------------------------------------------------------------------
 
+namespace {
+
 HWND Make(std::istream& in) {
   const std::string name = Word(in), kindName = Word(in);
-  HWND parent = Named(Word(in));
-  const int x = Number(in), y = Number(in), width = Number(in), height = Number(in);
+  HWND parent = Told<HWND>(in);
+  const int x = Told<int>(in), y = Told<int>(in), width = Told<int>(in), height = Told<int>(in);
   for (const Kind& kind : kKinds) {
     if (kindName != kind.name) continue;
     return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, x, y, width, height, parent,
@@ -235,27 +205,6 @@ HWND Make(std::istream& in) {
   }
   ADD_FAILURE() << "no kind " << kindName;
   return nullptr;
-}
-
-void MoveTo(const POINT& point) {
-  MemoryMovePointerTo(point.x, point.y);
-}
-
-void When(std::istream& in) {
-  const std::string entry = Word(in);
-  TheScene().reactions.emplace_back(entry, UpToTheDot(in));
-}
-
-void Later(std::istream& in) {
-  std::istringstream all(UpToTheDot(in));
-  uint32_t at = ::GetTickCount();
-  for (std::string words; std::getline(all, words, ',');) MemoryAt(at += 20, [words] { Act(words); });
-}
-
-void Invalidate(HWND window, std::istream& in, bool erase) {
-  const bool part = NumberIsNext(in);
-  const RECT place = part ? Place(in) : RECT{};
-  ::InvalidateRect(window, part ? &place : nullptr, erase);
 }
 
 void TellRect(const RECT& r) {
@@ -271,7 +220,7 @@ void TellUpdate(HWND window) {
   TellRect(r);
 }
 
-void TellColour(const POINT& point) {
+void TellColour(POINT point) {
   ::Sleep(0);
   for (const auto& [name, colour] : kColours) {
     if (colour == ColourAt(point)) return Tell(name);
@@ -289,121 +238,71 @@ void TellNext() {
   Tell(TitleOf(message.hwnd), '.', EventOf(message.message, message.wParam, message.lParam).first);
 }
 
-constexpr std::pair<const char*, void (*)(std::istream&)> kWords[] = {
-    {"then", [](std::istream&) { Drain(); }},
-    {"when", When},
-    {"later", Later},
-    {"make", [](std::istream& in) { Make(in); }},
-    {"new",
-     [](std::istream& in) {
-       ::ShowWindow(Make(in), SW_SHOWNA);
-       Drain();
-       Heard();
-     }},
-    {"loose", [](std::istream&) { ::ReleaseCapture(); }},
-    {"quit", [](std::istream& in) { ::PostQuitMessage(Number(in)); }},
-    {"m", [](std::istream& in) { MoveTo(Point(in)); }},
-    {"wheel", [](std::istream& in) { MemoryTurnWheel(int8_t(Number(in))); }},
-    {"takemouse", [](std::istream&) { MemoryTakeCapture(); }},
-    {"wait", [](std::istream& in) { ::Sleep(uint32_t(Number(in))); }},
-    {"tick", [](std::istream& in) { TheMemoryDisplay().tick += uint32_t(Number(in)); }},
-    {"focus?", [](std::istream&) { Tell(TitleOf(::GetFocus())); }},
-    {"pass?", [](std::istream&) { TellNext(); }},
-    {"rgb?", [](std::istream& in) { TellColour(Point(in)); }},
-    {"at?", [](std::istream& in) { Tell(TitleOf(::WindowFromPoint(Point(in)))); }},
-    {"order?",
-     [](std::istream&) {
-       for (HWND each = ::GetTopWindow(nullptr); each; each = ::GetWindow(each, GW_HWNDNEXT)) Tell(each->title);
-     }},
-};
-
-// Of a window of ours.
-constexpr std::pair<const char*, void (*)(HWND, std::istream&)> kWindowWords[] = {
-    {"show", [](HWND w, std::istream&) { ::ShowWindow(w, SW_SHOWNORMAL); }},
-    {"showna", [](HWND w, std::istream&) { ::ShowWindow(w, SW_SHOWNA); }},
-    {"hide", [](HWND w, std::istream&) { ::ShowWindow(w, SW_HIDE); }},
-    {"iconify", [](HWND w, std::istream&) { ::ShowWindow(w, SW_MINIMIZE); }},
-    {"back", [](HWND w, std::istream&) { ::ShowWindow(w, SW_RESTORE); }},
-    {"destroy", [](HWND w, std::istream&) { ::DestroyWindow(w); }},
-    {"focus", [](HWND w, std::istream&) { ::SetFocus(w); }},
-    {"capture", [](HWND w, std::istream&) { ::SetCapture(w); }},
-    {"enable", [](HWND w, std::istream&) { ::EnableWindow(w, TRUE); }},
-    {"disable", [](HWND w, std::istream&) { ::EnableWindow(w, FALSE); }},
-    {"top", [](HWND w, std::istream&) { ::BringWindowToTop(w); }},
-    {"bottom",
-     [](HWND w, std::istream&) {
-       ::SetWindowPos(w, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-     }},
-    {"update", [](HWND w, std::istream&) { ::UpdateWindow(w); }},
-    {"place",
-     [](HWND w, std::istream& in) {
-       const RECT r = Place(in);
-       ::MoveWindow(w, r.left, r.top, r.right - r.left, r.bottom - r.top, TRUE);
-     }},
-    {"erase", [](HWND w, std::istream& in) { Invalidate(w, in, true); }},
-    {"invalidate", [](HWND w, std::istream& in) { Invalidate(w, in, false); }},
-    {"paints", [](HWND w, std::istream& in) { TheScene().paints[w] = Colour(in); }},
-    {"fill",
-     [](HWND w, std::istream& in) {
-       HDC context = ::GetDC(w);
-       const COLORREF colour = Colour(in);
-       Fill(context, Place(in), colour);
-       EXPECT_EQ(::ReleaseDC(w, context), 1);
-     }},
-    {"place?",
-     [](HWND w, std::istream&) {
-       RECT r;
-       ::GetWindowRect(w, &r);
-       TellRect(r);
-     }},
-    {"update?", [](HWND w, std::istream&) { TellUpdate(w); }},
-};
-
-// Of what the desktop shows, whosever it is.
-constexpr std::pair<const char*, void (*)(DisplayWindow*, std::istream&)> kDesktopWords[] = {
-    {"keyboard", [](DisplayWindow* w, std::istream&) { MemoryGiveKeyboard(w); }},
-    {"minimise", [](DisplayWindow* w, std::istream&) { MemoryMinimiseWindow(w, true); }},
-    {"restore", [](DisplayWindow* w, std::istream&) { MemoryMinimiseWindow(w, false); }},
-    {"ask", [](DisplayWindow* w, std::istream&) { MemoryAskToClose(w); }},
-    {"kill", [](DisplayWindow* w, std::istream&) { MemoryDestroyWindow(w); }},
-    {"shift", [](DisplayWindow* w, std::istream& in) { MemoryMoveWindow(w, PixelsOf(Place(in))); }},
-};
-
-// 0 for none.
-uint8_t KeyNamed(const std::string& name) {
-  static const std::map<std::string, int> keys = {
-      {"shift", VK_SHIFT},  {"ctrl", VK_CONTROL},  {"alt", VK_MENU},      {"tab", VK_TAB},        {"pageup", VK_PRIOR},
-      {"caps", VK_CAPITAL}, {"space", VK_SPACE},   {"insert", VK_INSERT}, {"esc", VK_ESCAPE},     {"enter", VK_RETURN},
-      {"left", VK_LEFT},    {"right", VK_RIGHT},   {"up", VK_UP},         {"down", VK_DOWN},      {"home", VK_HOME},
-      {"end", VK_END},      {"pagedown", VK_NEXT}, {"delete", VK_DELETE}, {"backspace", VK_BACK}, {"f4", VK_F4},
-      {"f6", VK_F6},        {"f10", VK_F10},       {"acute", 0xDE},       {"grave", 0xC0},        {"lb", VK_LBUTTON},
-      {"mb", VK_MBUTTON},   {"rb", VK_RBUTTON}};
-  const auto found = keys.find(name);
-  if (found != keys.end()) return uint8_t(found->second);
-  return name.size() == 1 && std::isupper(name[0]) ? uint8_t(name[0]) : 0;
+template <int how> void Show(HWND window) {
+  ::ShowWindow(window, how);
 }
 
-void SetKey(uint8_t key, bool down) {
-  const uint8_t button = key == VK_LBUTTON ? 1 : key == VK_MBUTTON ? 2 : key == VK_RBUTTON ? 3 : 0;
-  if (button) return down ? MemoryPressButton(button) : MemoryReleaseButton(button);
-  down ? MemoryPressKey(key) : MemoryReleaseKey(key);
+template <bool erase> void Invalidate(HWND window, std::optional<RECT> part) {
+  ::InvalidateRect(window, part ? &*part : nullptr, erase);
 }
 
-// One key, or some that are held together.
-bool TypeKeys(const std::string& word) {
-  std::vector<uint8_t> keys;
-  std::istringstream names(word.substr(word[0] == '+' || word[0] == '-'));
-  for (std::string name; std::getline(names, name, '+');) keys.push_back(KeyNamed(name));
-  if (keys.empty() || std::count(keys.begin(), keys.end(), 0)) return false;
-  for (auto key = keys.begin(); key != keys.end() && word[0] != '-'; ++key) SetKey(*key, true);
-  for (auto key = keys.rbegin(); key != keys.rend() && word[0] != '+'; ++key) SetKey(*key, false);
-  return true;
-}
-
-// The act of that word in a table; null for none.
-template <typename Act, size_t n> Act ActOf(const std::pair<const char*, Act> (&words)[n], const std::string& word) {
-  const auto found = std::find_if(words, words + n, [&](const auto& each) { return each.first == word; });
-  return found == words + n ? nullptr : found->second;
+void AddWords(Script* script) {
+  script->words["make"] = Make;
+  script->words["new"] = [](std::istream& in) {
+    ::ShowWindow(Make(in), SW_SHOWNA);
+    Drain();
+    Heard();
+  };
+  script->Add("then", Drain);
+  script->Add("m", [](POINT to) { MemoryMovePointerTo(to.x, to.y); });
+  script->Add("loose", ::ReleaseCapture);
+  script->Add("quit", ::PostQuitMessage);
+  // Of a window of ours.
+  script->Add("show", Show<SW_SHOWNORMAL>);
+  script->Add("showna", Show<SW_SHOWNA>);
+  script->Add("hide", Show<SW_HIDE>);
+  script->Add("iconify", Show<SW_MINIMIZE>);
+  script->Add("back", Show<SW_RESTORE>);
+  script->Add("destroy", ::DestroyWindow);
+  script->Add("focus", ::SetFocus);
+  script->Add("capture", ::SetCapture);
+  script->Add("enable", [](HWND w) { ::EnableWindow(w, TRUE); });
+  script->Add("disable", [](HWND w) { ::EnableWindow(w, FALSE); });
+  script->Add("top", ::BringWindowToTop);
+  script->Add("bottom",
+              [](HWND w) { ::SetWindowPos(w, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); });
+  script->Add("update", ::UpdateWindow);
+  script->Add("place",
+              [](HWND w, RECT r) { ::MoveWindow(w, r.left, r.top, r.right - r.left, r.bottom - r.top, TRUE); });
+  script->Add("erase", Invalidate<true>);
+  script->Add("invalidate", Invalidate<false>);
+  script->Add("paints", [](HWND w, Ink ink) { scene->paints[w] = ink.colour; });
+  script->Add("fill", [](HWND w, Ink ink, RECT r) {
+    HDC context = ::GetDC(w);
+    Fill(context, r, ink.colour);
+    EXPECT_EQ(::ReleaseDC(w, context), 1);
+  });
+  // Of what the desktop shows, whosever it is.
+  script->Add("keyboard", MemoryGiveKeyboard);
+  script->Add("minimise", [](DisplayWindow* w) { MemoryMinimiseWindow(w, true); });
+  script->Add("restore", [](DisplayWindow* w) { MemoryMinimiseWindow(w, false); });
+  script->Add("ask", MemoryAskToClose);
+  script->Add("kill", MemoryDestroyWindow);
+  script->Add("shift", [](DisplayWindow* w, RECT r) { MemoryMoveWindow(w, PixelsOf(r)); });
+  // Questions.
+  script->Add("focus?", [] { Tell(TitleOf(::GetFocus())); });
+  script->Add("pass?", TellNext);
+  script->Add("order?", [] {
+    for (HWND each = ::GetTopWindow(nullptr); each; each = ::GetWindow(each, GW_HWNDNEXT)) Tell(each->title);
+  });
+  script->Add("place?", [](HWND w) {
+    RECT r;
+    ::GetWindowRect(w, &r);
+    TellRect(r);
+  });
+  script->Add("update?", TellUpdate);
+  script->Add("rgb?", TellColour);
+  script->Add("at?", [](POINT at) { Tell(TitleOf(::WindowFromPoint(at))); });
 }
 
 } // namespace
@@ -412,7 +311,8 @@ template <typename Act, size_t n> Act ActOf(const std::pair<const char*, Act> (&
 
 WindowScene::WindowScene(int32_t width, int32_t height, int32_t depth) {
   MemoryDisplayReset(width, height, depth);
-  TheScene() = {};
+  scene = new Scene;
+  AddWords(&scene->script);
   Register("Log", 0, COLOR_WINDOW + 1);
   Register("LogAnew", CS_HREDRAW | CS_VREDRAW, COLOR_WINDOW + 1);
   Register("LogOwn", CS_OWNDC, COLOR_WINDOW + 1);
@@ -422,43 +322,20 @@ WindowScene::WindowScene(int32_t width, int32_t height, int32_t depth) {
 
 WindowScene::~WindowScene() {
   ForgetAllWindows();
-  TheScene() = {};
+  delete scene;
+}
+
+Script& TheScript() {
+  return scene->script;
 }
 
 void Act(const std::string& words) {
-  std::istringstream in(words);
-  for (std::string word; in >> word;) {
-    if (TheScene().words.count(word)) {
-      TheScene().words[word](in);
-    } else if (const auto act = ActOf(kWords, word)) {
-      act(in);
-    } else if (const auto actOnWindow = ActOf(kWindowWords, word)) {
-      actOnWindow(Named(Word(in)), in);
-    } else if (const auto actOnDesktop = ActOf(kDesktopWords, word)) {
-      actOnDesktop(DisplayNamed(Word(in)), in);
-    } else if (!TypeKeys(word)) {
-      ADD_FAILURE() << "there is no word " << word << " in " << words;
-    }
-  }
-}
-
-void AddWord(const std::string& word, std::function<void(std::istream&)> act) {
-  TheScene().words[word] = std::move(act);
-}
-
-uint32_t Schedule(const std::string& script) {
-  uint32_t at = ::GetTickCount() + 20;
-  std::istringstream words(script);
-  for (std::string word; words >> word; at += word == "rest" ? 300 : 20) {
-    std::replace(word.begin(), word.end(), ':', ' ');
-    if (word != "rest") MemoryAt(at, [word] { Act(word); });
-  }
-  return at;
+  scene->script.Act(words);
 }
 
 std::string Heard(const std::string& events) {
   std::string text;
-  for (const auto& [event, entry] : std::exchange(TheScene().log, {})) {
+  for (const auto& [event, entry] : std::exchange(scene->log, {})) {
     const bool wanted =
         events.empty() || event.empty() || (" " + events + " ").find(" " + event + " ") != std::string::npos;
     if (wanted) text += (text.empty() ? "" : " ") + entry;
@@ -500,7 +377,7 @@ HWND ShowControl(const char* className, const char* title, DWORD style, const Pi
 }
 
 void Answer(UINT message, Handler handler) {
-  TheScene().handlers[message] = std::move(handler);
+  scene->handlers[message] = std::move(handler);
 }
 
 void Drain() {

@@ -4,13 +4,23 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <initializer_list>
-#include <istream>
+#include <map>
+#include <optional>
+#include <sstream>
 #include <string>
+#include <vector>
 
+#include "support/script.h"
+#include "win32/drawing/relief.h"
 #include "win32/memory/memory_display.h"
-#include "win32/win32_types.h"
+#include "win32/pixels/rectangles.h"
+#include "win32/windows/frame.h"
+#include "win32/windows/menu_bar.h"
+#include "win32/windows/window.h"
+#include "win32/windows/window_tree.h"
 
 namespace framereel {
 
@@ -22,32 +32,29 @@ public:
   WindowScene(const WindowScene&) = delete;
 };
 
-// Words are separated by blanks. Windows are named by their titles, "-" is none. A PLACE is "X Y WIDTH HEIGHT"; a POINT
-// is "X Y" on the screen, or "NAME X Y" in a client area.
+// The words of script.h, and these. Windows are named by their titles, "-" is none. A PLACE is "X Y WIDTH HEIGHT"; a
+// POINT is "X Y" on the screen, or "NAME X Y" in a client area.
 //
 //   the program  make NAME KIND PARENT PLACE, new (made, shown and not heard of), show, showna, hide, iconify, back,
 //                destroy, focus, capture, loose, enable, disable, top, bottom, update, place NAME PLACE; erase and
 //                invalidate NAME (the whole or a PLACE); paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
-//   the user     m POINT, wheel N; keys like A, f4, ctrl+shift+left, and the buttons lb, mb, rb: typed, or with + or -
-//                ahead pressed or released only
+//   the user     m POINT
 //   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore, ask (to close),
-//                kill, shift NAME PLACE, takemouse
-//   time         wait MS, tick MS (no event runs), later WORDS , WORDS ... . (20 ms apart, once somebody waits)
+//                kill, shift NAME PLACE
 //   what stands  focus?, pass? (the next message, which is not taken), order? (of the top-level windows), place? NAME,
 //                update? NAME (the box round what it is to paint), rgb? POINT, at? POINT
 //
-// "then" lets the program take all messages that there are; when ENTRY WORDS . reacts once to an entry of the log that
-// begins so.
+// "then" lets the program take all messages that there are.
 //
 // The log has an entry for each message to a window of the scene, like "main.size:0,94x75". Tables in window_scene.cpp
 // have the names of messages and the kinds of windows. Colours are letters: r g b k w, s (silver), d (dark grey), n
 // (navy), l (light grey).
 void Act(const std::string& words);
-// A word of the test's own, until its scene ends.
-void AddWord(const std::string& word, std::function<void(std::istream&)> act);
-// Each word of the script is a step, 20 ms behind the one before, but "rest" one of 300 ms. A colon stands for the
-// blank ahead of what a word is told. Answers the time of a step behind the last one.
-uint32_t Schedule(const std::string& script);
+Script& TheScript(); // for words of the test's own, until its scene ends
+template <> HWND Told<HWND>(std::istream& in);
+template <> DisplayWindow* Told<DisplayWindow*>(std::istream& in);
+template <> RECT Told<RECT>(std::istream& in);
+template <> POINT Told<POINT>(std::istream& in);
 // The entries of those events, or all for "", and all answers to questions. The log is empty then.
 std::string Heard(const std::string& events = "");
 

@@ -78,36 +78,13 @@ TEST_F(X11KeysTest, KeysHaveTheirNumbersAndCharacters) {
     KeySym symbol;
     uint8_t key;
     std::u32string characters;
-  } keys[] = {{XK_a, 'A', U"aAA"},
-              {XK_z, 'Z', U"zZZ"},
-              {XK_0, '0', U"0)0"},
-              {XK_2, '2', U"2@2"},
-              {XK_space, 32, U"   "},
-              {XK_Return, 13, U"\r\r\r"},
-              {XK_Tab, 9, U"\t\t\t"},
-              {XK_Escape, 27, U"\33\33\33"},
-              {XK_Left, 37, U""},
-              {XK_Up, 38, U""},
-              {XK_Right, 39, U""},
-              {XK_Down, 40, U""},
-              {XK_Home, 36, U""},
-              {XK_End, 35, U""},
-              {XK_Prior, 33, U""},
-              {XK_Next, 34, U""},
-              {XK_F1, 112, U""},
-              {XK_F12, 123, U""},
-              {XK_Shift_R, 16, U""},
-              {XK_Control_L, 17, U""},
-              {XK_minus, 189, U"-_-"},
-              {XK_semicolon, 186, U";:;"},
-              {XK_slash, 191, U"/?/"},
-              {XK_bracketleft, 219, U"[{["},
-              {XK_comma, 0xBC, U",<,"},
-              {XK_grave, 0xC0, U"`~`"},
-              {XK_apostrophe, 222, U"'\"'"},
-              {XK_BackSpace, 8, U"\b\b\b"},
-              {XK_KP_Add, 107, U"+++"},
-              {XK_KP_Divide, 111, U"///"}};
+  } keys[] = {{XK_a, 'A', U"aAA"},          {XK_0, '0', U"0)0"},      {XK_space, 32, U"   "},
+              {XK_Return, 13, U"\r\r\r"},   {XK_Tab, 9, U"\t\t\t"},   {XK_Escape, 27, U"\33\33\33"},
+              {XK_Left, 37, U""},           {XK_Right, 39, U""},      {XK_Home, 36, U""},
+              {XK_Prior, 33, U""},          {XK_F1, 112, U""},        {XK_Shift_R, 16, U""},
+              {XK_Control_L, 17, U""},      {XK_minus, 189, U"-_-"},  {XK_semicolon, 186, U";:;"},
+              {XK_comma, 0xBC, U",<,"},     {XK_grave, 0xC0, U"`~`"}, {XK_apostrophe, 222, U"'\"'"},
+              {XK_BackSpace, 8, U"\b\b\b"}, {XK_KP_Add, 107, U"+++"}};
   for (const auto& each : keys) {
     EXPECT_EQ(KeyOf(CodeOf(each.symbol)), each.key) << XKeysymToString(each.symbol);
     EXPECT_EQ(CharactersOf(CodeOf(each.symbol)), each.characters) << XKeysymToString(each.symbol);

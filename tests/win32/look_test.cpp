@@ -1,0 +1,114 @@
+// What frames, menus and controls look like on any screen: text can be read, and states can be told apart.
+#include <set>
+
+#include "win32/win32_controls.h"
+#include "win32/win32_input.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_windows.h"
+#include "win32/window_scene.h"
+
+namespace framereel {
+namespace {
+
+constexpr COLORREF kNavy = RGB(0, 0, 128), kGrey = RGB(128, 128, 128), kBlack = RGB(0, 0, 0);
+
+class Look : public testing::TestWithParam<int> {
+protected:
+  // Mostly ground, and some of another colour.
+  static void ExpectLegible(const PixelRect& where, COLORREF ground) {
+    const int64_t all = int64_t{WidthOf(where)} * HeightOf(where), under = Count(where, ground);
+    EXPECT_GT(under, all / 2);
+    EXPECT_LT(under, all);
+  }
+  // The pixels of a control as they stand on the screen.
+  static std::vector<COLORREF> PictureOf(HWND control) {
+    Drain();
+    std::vector<COLORREF> pixels;
+    RECT size;
+    ::GetClientRect(control, &size);
+    for (int i = 0; i < size.right * size.bottom; ++i) {
+      pixels.push_back(ColourAt(OnScreen(control, i % size.right, i / size.right)));
+    }
+    return pixels;
+  }
+  void ExpectAnother(HWND control) { EXPECT_TRUE(looks.insert(PictureOf(control)).second) << "look " << looks.size(); }
+
+  WindowScene scene = WindowScene(640, 480, GetParam());
+  HWND main = ShowMain();
+  std::set<std::vector<COLORREF>> looks;
+};
+
+TEST_P(Look, OfACaptionTellsTheActiveWindowAndItsTitleEndsAheadOfTheBoxes) {
+  constexpr PixelRect kTitle = {125, 103, 262, 121}, kBoxes = {265, 103, 303, 121};
+  ExpectLegible(kTitle, kNavy);
+  Act("keyboard other then");
+  ExpectLegible(kTitle, kGrey);
+  const int64_t boxes = Count(kBoxes, kGrey);
+  for (const size_t letters : {300, 0}) {
+    ::SetWindowTextA(main, std::string(letters, 'W').c_str());
+    Drain();
+    EXPECT_EQ(Count(kBoxes, kGrey), boxes);
+  }
+  EXPECT_EQ(Count(kTitle, kGrey), WidthOf(kTitle) * HeightOf(kTitle));
+}
+
+TEST_P(Look, OfMenusTellsWhatIsMarkedGreyedAndChecked) {
+  HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu();
+  for (const UINT flags : {0U, MF_GRAYED, MF_CHECKED, 0U}) ::AppendMenuA(file, flags, 1, "&Same text");
+  for (const char* title : {"&Same", "Same"}) ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), title);
+  ::InsertMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&Same");
+  ::SetMenu(main, bar);
+  MemoryAt(100, [this] {
+    const COLORREF menu = ::GetSysColor(COLOR_MENU);
+    const PixelRect popup = TheMemoryDisplay().desktop.windows.front()->place;
+    const auto row = [&](int32_t i) {
+      return PixelRect{popup.left + 3, popup.top + 3 + i * 20, popup.right - 3, popup.top + 23 + i * 20};
+    };
+    ExpectLegible(row(0), kNavy);
+    ExpectLegible(row(1), menu);
+    // Of what is greyed some ink is left out, or is another ink.
+    EXPECT_LT(Count(row(1), kBlack), Count(row(3), kBlack));
+    EXPECT_EQ(Count(row(2), kBlack), Count(row(3), kBlack) + 21); // the tick
+    const std::vector<PixelRect> titles = MenuTitlePlaces(*main, FramePart(*main, HTMENU));
+    ExpectLegible(titles[0], kNavy);
+    ExpectLegible(titles[1], menu);
+    // The line under the letter that picks it, and only there.
+    const int64_t line = Count(titles[2], menu) - Count(titles[1], menu);
+    EXPECT_TRUE(line > 0 && line < WidthOf(titles[1]) / 2) << line;
+    Act("esc esc");
+  });
+  Act("alt+S then");
+}
+
+TEST_P(Look, OfControlsIsAnotherInEachState) {
+  HWND button = ShowControl("button", "Go on", BS_PUSHBUTTON, {20, 20, 100, 44}, main, 7);
+  const std::function<void()> changes[] = {
+      [] {},
+      [=] { ::SendMessageA(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE); },
+      [=] { ::SetFocus(button); },
+      [] { Act("+space"); },
+      [=] { ::EnableWindow(button, FALSE); },
+      [=] { ::SetWindowTextA(button, "Stop"); },
+  };
+  for (const auto& change : changes) {
+    change();
+    ExpectAnother(button);
+  }
+  Act("-space");
+  HWND edit = ShowControl("edit", "mm mm", 0, {10, 60, 110, 80}, main, 5);
+  ExpectAnother(edit);
+  ::SetFocus(edit);
+  ExpectAnother(edit); // the caret
+  ::SendMessageA(edit, EM_SETSEL, 0, 3);
+  ExpectAnother(edit);
+  const std::vector<COLORREF> picture = PictureOf(edit);
+  const auto letters = picture.begin() + 10 * 100;
+  EXPECT_GT(std::count_if(letters + 2, letters + 20, [=](COLORREF c) { return c != letters[1]; }), 2);
+  ::EnableWindow(edit, FALSE);
+  ExpectAnother(edit);
+}
+
+INSTANTIATE_TEST_SUITE_P(Depths, Look, testing::Values(1, 2, 4, 8, 16, 24));
+
+} // namespace
+} // namespace framereel
