@@ -107,7 +107,18 @@ void GifWriteControl(GifWriter& gif, bool transparent, uint16_t delayHundredths,
 void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height,
                    const PixelCursor& cursor) {
   if (width <= 0 || height <= 0) return;
-  const uint8_t packed = uint8_t((gif.gifInterlace & 1) << 6);
+  GifWriteDescriptor(gif, left, top, width, height, 0, nullptr);
+  GifBeginImageData(gif, gif.gifCodeSize);
+  const uint32_t count = uint32_t(width) * uint32_t(height);
+  LzwEncodeImage(gif.lzw, *gif.stream, cursor, gif.gifCodeSize + 1, count);
+  GifEndImageData(gif);
+}
+
+void GifWriteDescriptor(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height, uint8_t tableBits,
+                        const uint8_t* table) {
+  constexpr uint8_t kOwnTable = 0x80;
+  const auto tableSize = uint8_t(tableBits == 0 ? 0 : kOwnTable | (tableBits - 1));
+  const uint8_t packed = uint8_t((gif.gifInterlace & 1) << 6) | tableSize;
   // clang-format off
   const uint8_t record[] = {
       kImageSeparator,
@@ -115,13 +126,18 @@ void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int
       Low(top), High(top),
       Low(width), High(width),
       Low(height), High(height),
-      packed,           // no local table, interlace, not sorted
-      gif.gifCodeSize,  // opens the image data
+      packed,  // own table, interlace, not sorted, size of the table
   };
   // clang-format on
   StreamAppend(*gif.stream, sizeof record, record);
-  const uint32_t count = uint32_t(width) * uint32_t(height);
-  LzwEncodeImage(gif.lzw, *gif.stream, cursor, gif.gifCodeSize + 1, count);
+  if (tableBits != 0) GifWriteColourTable(gif, uint16_t(1u << tableBits), table);
+}
+
+void GifBeginImageData(GifWriter& gif, uint8_t codeSize) {
+  GifWriteByte(gif, codeSize);
+}
+
+void GifEndImageData(GifWriter& gif) {
   GifWriteByte(gif, kBlockTerminator);
 }
 

@@ -50,6 +50,13 @@ void GifWriteControl(GifWriter& gif, bool transparent, uint16_t delayHundredths,
 // An image without pixels is the caller's bug: nothing is written.
 void GifWriteImage(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height, const PixelCursor& cursor);
 
+// The parts of GifWriteImage, for who packs pixels by other means. The descriptor brings its own table of 2^tableBits
+// colours, 1 to 8, or with 0 none. The data's sub-blocks go between beginning and end.
+void GifWriteDescriptor(GifWriter& gif, int16_t left, int16_t top, int16_t width, int16_t height, uint8_t tableBits,
+                        const uint8_t* table);
+void GifBeginImageData(GifWriter& gif, uint8_t codeSize);
+void GifEndImageData(GifWriter& gif);
+
 void GifWriteTrailer(GifWriter& gif);
 
 } // namespace framereel

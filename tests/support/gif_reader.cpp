@@ -24,11 +24,20 @@ int ReadSource(GifFileType* file, GifByteType* to, int count) {
   return static_cast<int>(part);
 }
 
+std::vector<uint32_t> ReadColours(const ColorMapObject* map) {
+  std::vector<uint32_t> colours;
+  for (int i = 0; map && i < map->ColorCount; ++i) {
+    const GifColorType& colour = map->Colors[i];
+    colours.push_back(static_cast<uint32_t>(colour.Red << 16 | colour.Green << 8 | colour.Blue));
+  }
+  return colours;
+}
+
 GifFrame ReadFrame(GifFileType* file, int index) {
   const SavedImage& image = file->SavedImages[index];
   const GifImageDesc& where = image.ImageDesc;
   const size_t count = static_cast<size_t>(where.Width) * static_cast<size_t>(where.Height);
-  GifFrame frame = {where.Left, where.Top, where.Width, where.Height, {}, 0, -1, 0};
+  GifFrame frame = {where.Left, where.Top, where.Width, where.Height, {}, 0, -1, 0, ReadColours(where.ColorMap)};
   frame.indices.assign(image.RasterBits, image.RasterBits + count);
   GraphicsControlBlock control;
   if (DGifSavedExtensionToGCB(file, index, &control) == GIF_OK) {
@@ -42,10 +51,7 @@ GifFrame ReadFrame(GifFileType* file, int index) {
 void ReadPicture(GifFileType* file, GifPicture& gif) {
   gif.width = file->SWidth;
   gif.height = file->SHeight;
-  for (int i = 0; file->SColorMap && i < file->SColorMap->ColorCount; ++i) {
-    const GifColorType& colour = file->SColorMap->Colors[i];
-    gif.colours.push_back(static_cast<uint32_t>(colour.Red << 16 | colour.Green << 8 | colour.Blue));
-  }
+  gif.colours = ReadColours(file->SColorMap);
   for (int i = 0; i < file->ImageCount; ++i) gif.frames.push_back(ReadFrame(file, i));
 }
 
@@ -81,13 +87,14 @@ std::vector<uint32_t> Composite(const GifPicture& gif, size_t last) {
   std::vector<uint32_t> shown(width * static_cast<size_t>(gif.height), kUncovered);
   for (size_t f = 0; f <= last && f < gif.frames.size(); ++f) {
     const GifFrame& frame = gif.frames[f];
+    const std::vector<uint32_t>& colours = frame.colours.empty() ? gif.colours : frame.colours;
     if (frame.disposal > 1 || frame.left + frame.width > gif.width || frame.top + frame.height > gif.height) return {};
     for (size_t i = 0; i < frame.indices.size(); ++i) {
       if (frame.indices[i] == frame.transparent) continue;
-      if (frame.indices[i] >= gif.colours.size()) return {};
+      if (frame.indices[i] >= colours.size()) return {};
       const size_t x = static_cast<size_t>(frame.left) + i % static_cast<size_t>(frame.width);
       const size_t y = static_cast<size_t>(frame.top) + i / static_cast<size_t>(frame.width);
-      shown[y * width + x] = gif.colours[frame.indices[i]];
+      shown[y * width + x] = colours[frame.indices[i]];
     }
   }
   return shown;

@@ -13,6 +13,7 @@ struct GifFrame {
   int delay;                    // hundredths of a second
   int transparent;              // index, or -1
   int disposal;
+  std::vector<uint32_t> colours; // its own table; empty: the global one holds
 };
 
 struct GifPicture {
