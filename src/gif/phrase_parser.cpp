@@ -92,12 +92,12 @@ Phrase TakeAndLearn(Walk& walk, const PhraseImage& image, const Phrase& phrase) 
   return pair.behind;
 }
 
-Phrase Take(Walk& walk, const PhraseImage& image, const Phrase& phrase) {
+Phrase Take(Walk& walk, const PhraseImage& image, const Phrase& phrase, bool mayCut) {
   const uint32_t end = walk.at + phrase.length;
   PhrasePair pair = {phrase, {}, false};
   if (end != image.count) {
     pair.behind = LongestPhrase(*walk.trie, image, end, {});
-    if (!image.freedom) CutForReach(walk, image, pair);
+    if (mayCut && !image.freedom) CutForReach(walk, image, pair);
   }
   PutOut(walk, image, pair.phrase);
   return pair.behind;
@@ -120,18 +120,25 @@ struct Comparison {
   bool holds;      // as far as the new one reaches it is no worse
 };
 
-// Goes on from `start` with the full dictionary as far as the new one reaches, but not once it has lost `patience` bits
-// of what it had gained.
+// How long a full dictionary is tried, and how well.
+struct Patience {
+  uint32_t codes; // at most
+  double loss;    // bits of what was gained that may be lost again
+  bool mayCut;
+};
+
+// Goes on from `start` with the full dictionary as far as the new one reaches, or patience does.
 Comparison KeepDictionary(const Walk& start, const Walk& renewed, uint16_t* codes, const PhraseImage& image,
-                          double patience) {
+                          const Patience& patience) {
   const double bitsOfPixel = double(renewed.bits - start.bits) / (renewed.at - start.at);
   Comparison comparison = {start, start, 0, false};
   Walk& kept = comparison.kept;
   kept.next = codes;
   double gain = 0;
   Phrase phrase = LongestPhrase(*kept.trie, image, kept.at, {});
-  while (kept.at < renewed.at && kept.bits <= renewed.bits && gain >= comparison.gain - patience) {
-    phrase = Take(kept, image, phrase);
+  while (kept.at < renewed.at && kept.bits <= renewed.bits && gain >= comparison.gain - patience.loss &&
+         kept.next < codes + patience.codes) {
+    phrase = Take(kept, image, phrase, patience.mayCut);
     gain = bitsOfPixel * (kept.at - start.at) - double(kept.bits - start.bits);
     if (gain <= comparison.gain) continue;
     comparison.best = kept;
@@ -144,11 +151,12 @@ Comparison KeepDictionary(const Walk& start, const Walk& renewed, uint16_t* code
 // Behind a full dictionary: goes on with it or with a new one, whichever says more with its bits.
 void GoOn(PhraseParser& parser, const PhraseImage& image, Walk& walk) {
   constexpr uint32_t kMostUntried = 7;
-  constexpr double kLeastGain = 120, kLittlePatience = 300; // bits
+  constexpr double kLeastGain = 240; // bits
+  constexpr Patience kAll = {kStretchMax, 1e9, true}, kLittle = {512, 200, false};
   Walk renewed = walk;
   renewed.trie = parser.other;
   FillDictionary(renewed, image);
-  const double patience = parser.untried > 0 ? kLittlePatience : double(renewed.bits);
+  const Patience& patience = parser.untried > 0 ? kLittle : kAll;
   const Comparison comparison = KeepDictionary(walk, renewed, parser.keptCodes, image, patience);
   if (comparison.holds) {
     parser.losses = 0;

@@ -13,6 +13,8 @@ namespace {
 constexpr uint32_t kSlotMask = (1u << kPhraseSlotBits) - 1;
 constexpr uint32_t kCodeBits = 12, kCodeMask = kPhraseCodes - 1;
 
+constexpr uint16_t kNoPlaceYet = UINT16_MAX;
+
 // A run of markers of this length is taken without a look at what else may stand there.
 constexpr uint32_t kLongRun = 32;
 
@@ -25,17 +27,21 @@ constexpr auto kScatter = [] {
   return scatter;
 }();
 
-// The slot of the string of `node` with `symbol` behind it, or a free one for it. At most half of all are taken.
-inline uint32_t& SlotOf(PhraseTrie& trie, uint32_t node, uint32_t symbol) {
+// Where the search for the string of `node` with `symbol` behind it begins.
+inline uint32_t HomeOf(uint32_t node, uint32_t symbol) {
+  return node ^ kScatter[symbol];
+}
+
+// The slot of that string from `place` on, or a free one for it. At most a quarter of all are taken.
+inline uint32_t FindSlot(const PhraseTrie& trie, uint32_t node, uint32_t symbol, uint32_t place) {
   const uint32_t key = node | symbol << kCodeBits;
-  uint32_t place = node ^ kScatter[symbol];
   while (trie.slots[place] != 0 && trie.slots[place] >> kCodeBits != key) place = (place + 1) & kSlotMask;
-  return trie.slots[place];
+  return place;
 }
 
 // 0 if there is none.
-inline uint32_t Child(PhraseTrie& trie, uint32_t node, uint32_t symbol) {
-  return SlotOf(trie, node, symbol) & kCodeMask;
+inline uint32_t Child(const PhraseTrie& trie, uint32_t node, uint32_t symbol) {
+  return trie.slots[FindSlot(trie, node, symbol, HomeOf(node, symbol))] & kCodeMask;
 }
 
 // Strings that stand at one place, the one that is liked best first.
@@ -92,21 +98,22 @@ void TrieForget(PhraseTrie& trie, const PhraseImage& image) {
   std::memset(trie.slots, 0, sizeof trie.slots);
   for (uint32_t symbol = 0; symbol < symbols; ++symbol) {
     trie.first[symbol] = uint8_t(symbol);
-    trie.runLongest[symbol] = 1;
+    trie.runs[symbol] = {1, uint16_t(symbol)};
     trie.runNode[symbol][0] = uint16_t(symbol);
   }
   trie.next = symbols + 2; // behind the clear code and the end code
 }
 
 void TrieLearn(PhraseTrie& trie, const PhraseImage& image, const Phrase& phrase, uint32_t symbol) {
-  const uint32_t longest = trie.runLongest[symbol];
-  const bool run = trie.runNode[symbol][longest - 1] == phrase.node;
+  PhraseRun& longest = trie.runs[symbol];
+  const bool run = longest.node == phrase.node;
   if (run) {
-    trie.runNode[symbol][longest] = uint16_t(trie.next);
-    trie.runLongest[symbol] = uint16_t(longest + 1);
+    trie.runNode[symbol][longest.length] = uint16_t(trie.next);
+    longest = {uint16_t(longest.length + 1), uint16_t(trie.next)};
   }
   if (!run || image.freedom) {
-    uint32_t& slot = SlotOf(trie, phrase.node, symbol);
+    const uint32_t place = phrase.place != kNoPlaceYet ? phrase.place : HomeOf(phrase.node, symbol);
+    uint32_t& slot = trie.slots[FindSlot(trie, phrase.node, symbol, place)];
     if (slot == 0) slot = (phrase.node | symbol << kCodeBits) << kCodeBits | trie.next;
   }
   trie.first[trie.next] = trie.first[phrase.node];
@@ -117,27 +124,29 @@ namespace {
 
 // The longest phrase without freedom that does not go beyond pixel `end`.
 inline Phrase LongestOfColours(PhraseTrie& trie, const PhraseImage& image, uint32_t at, uint32_t end) {
-  const uint32_t colour = image.colours[at], longest = trie.runLongest[colour];
+  const uint32_t colour = image.colours[at];
+  const PhraseRun& longest = trie.runs[colour];
   const uint8_t* const from = image.colours + at;
   uint32_t node = colour, next = at + 1;
   if (next != end && from[1] == colour) {
-    const auto run = uint32_t(EqualBytes(from, from + std::min(end - at, longest + 1), uint8_t(colour)));
-    if (run > longest) return {longest, trie.runNode[colour][longest - 1]};
+    const auto run = uint32_t(EqualBytes(from, from + std::min(end - at, longest.length + 1u), uint8_t(colour)));
+    if (run > longest.length) return {longest.length, longest.node, kNoPlaceYet};
     node = trie.runNode[colour][run - 1];
     next = at + run;
   }
   for (; next != end; ++next) {
-    const uint32_t child = Child(trie, node, image.colours[next]);
-    if (child == 0) break;
-    node = child;
+    const uint32_t symbol = image.colours[next];
+    const uint32_t place = FindSlot(trie, node, symbol, HomeOf(node, symbol));
+    if (trie.slots[place] == 0) return {next - at, uint16_t(node), uint16_t(place)};
+    node = trie.slots[place] & kCodeMask;
   }
-  return {next - at, node};
+  return {next - at, uint16_t(node), kNoPlaceYet};
 }
 
 // The phrases that may stand at pixel `at` with one symbol, or with a run of the marker, and how long they are.
 uint32_t BeginCandidates(PhraseTrie& trie, const PhraseImage& image, uint32_t at, Candidates& candidates) {
   const Symbols symbols = SymbolsAt(image, at);
-  const uint32_t longest = trie.runLongest[image.marker];
+  const uint32_t longest = trie.runs[image.marker].length;
   if (longest < kLongRun || symbols.first != image.marker) {
     candidates = {{symbols.first, symbols.second}, symbols.first == symbols.second ? 1u : 2u};
     return 1;
@@ -147,7 +156,8 @@ uint32_t BeginCandidates(PhraseTrie& trie, const PhraseImage& image, uint32_t at
   return run;
 }
 
-Phrase LongestWithFreedom(PhraseTrie& trie, const PhraseImage& image, uint32_t at, const Phrase& ahead) {
+[[gnu::noinline]] Phrase LongestWithFreedom(PhraseTrie& trie, const PhraseImage& image, uint32_t at,
+                                            const Phrase& ahead) {
   Candidates candidates;
   uint32_t next = at + BeginCandidates(trie, image, at, candidates);
   for (; next != image.count; ++next) {
@@ -158,9 +168,9 @@ Phrase LongestWithFreedom(PhraseTrie& trie, const PhraseImage& image, uint32_t a
   if (ahead.length != 0 && next != image.count && candidates.Has(ahead.node)) {
     const Symbols symbols = SymbolsAt(image, next);
     const uint32_t learned = trie.first[ahead.node];
-    if (symbols.first == learned || symbols.second == learned) return {next + 1 - at, trie.next};
+    if (symbols.first == learned || symbols.second == learned) return {next + 1 - at, uint16_t(trie.next), kNoPlaceYet};
   }
-  return {next - at, candidates.nodes[0]};
+  return {next - at, uint16_t(candidates.nodes[0]), kNoPlaceYet};
 }
 
 } // namespace
@@ -170,7 +180,7 @@ Phrase LongestPhrase(PhraseTrie& trie, const PhraseImage& image, uint32_t at, co
   const Phrase phrase = LongestOfColours(trie, image, at, image.count);
   const uint32_t end = at + phrase.length;
   if (ahead.length != 0 && phrase.node == ahead.node && end != image.count && image.colours[end] == image.colours[at]) {
-    return {phrase.length + 1, trie.next};
+    return {phrase.length + 1, uint16_t(trie.next), kNoPlaceYet};
   }
   return phrase;
 }

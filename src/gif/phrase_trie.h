@@ -25,19 +25,26 @@ struct PhraseImage {
   uint8_t marker;         // a symbol below 2^codeSize that is no pixel's colour; unused without freedom
 };
 
+// Pixels of one symbol.
+struct PhraseRun {
+  uint16_t length;
+  uint16_t node;
+};
+
 // A node is the code of its string.
 struct PhraseTrie {
   uint32_t next;                         // the code that the decoder gives next; kPhraseCodes: the dictionary is full
   uint32_t slots[1u << kPhraseSlotBits]; // node, symbol and the node of both together; 0: none
   uint8_t first[kPhraseCodes];           // the first symbol of each string
-  uint16_t runLongest[kPhraseSymbols];   // runs of a symbol are known up to this length
+  PhraseRun runs[kPhraseSymbols];        // the longest known run of each symbol
   uint16_t runNode[kPhraseSymbols][kPhraseCodes]; // [symbol][length - 1]; touched as far as runs have grown
 };
 
 // A string of the dictionary that stands at some place of the image.
 struct Phrase {
   uint32_t length; // pixels; 0: none
-  uint32_t node;
+  uint16_t node;
+  uint16_t place; // where the search for a longer one ended, for TrieLearn
 };
 
 // Forgets all strings but the single symbols.
