@@ -104,7 +104,7 @@ void TakePixels(SmallestFrames& smallest, const FramePixels& frame, const Edges&
     const RowPair row = RowsAt(smallest, frame, y);
     uint8_t* shown = smallest.shown + int64_t(y) * smallest.width;
     for (int32_t x = edges.left; x < edges.right; ++x) {
-      const bool changes = row.Changes(x) || !smallest.anyShown;
+      const bool changes = !smallest.anyShown || row.Changes(x);
       if (changes) shown[x] = row.pixels[x];
       *symbol++ = numbering.Of(shown[x]);
       *freedom++ = changes ? Freedom::kColour : Freedom::kColourOrMarker;

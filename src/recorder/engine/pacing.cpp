@@ -23,13 +23,32 @@ void WriteFrame(RecorderState& recorder, bool transparent, bool grab) {
   EmitFrame(recorder, transparent, delay);
 }
 
-void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay) {
+FramePixels PixelsOfFrame(const RecorderState& recorder, bool transparent) {
   const int32_t left = recorder.dirtyLeft - recorder.frameLeft;
   const int32_t top = recorder.dirtyTop - recorder.frameTop;
-  const PixelCursor cursor = {recorder.workFrame + int64_t(top) * recorder.frameWidth + left, recorder.dirtyWidth,
-                              int16_t(recorder.frameWidth - recorder.dirtyWidth)};
-  GifWriteControl(*recorder.gif, transparent, uint16_t(delay / 10), recorder.colours.outputTransparent);
-  GifWriteImage(*recorder.gif, int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, cursor);
+  FramePixels frame = {int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, {}, false, 0,
+                       false,         false};
+  frame.pixels = {recorder.workFrame + int64_t(top) * recorder.frameWidth + left, recorder.dirtyWidth,
+                  int16_t(recorder.frameWidth - recorder.dirtyWidth)};
+  frame.marked = transparent;
+  frame.mark = recorder.colours.outputTransparent;
+  frame.mayMark = recorder.options->interframeTransparency;
+  frame.inPlace = recorder.options->explorerCompatible;
+  return frame;
+}
+
+void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay) {
+  const FramePixels frame = PixelsOfFrame(recorder, transparent);
+  GifWriter& gif = *recorder.gif;
+  const auto hundredths = uint16_t(delay / 10);
+  if (recorder.smallest) {
+    const SmallestFrame& smallest = SmallestTakeFrame(*recorder.smallest, frame);
+    GifWriteControl(gif, smallest.transparent, hundredths, smallest.transparentIndex);
+    SmallestWriteImage(*recorder.smallest, gif);
+  } else {
+    GifWriteControl(gif, transparent, hundredths, frame.mark);
+    GifWriteImage(gif, frame.left, frame.top, frame.width, frame.height, frame.pixels);
+  }
 }
 
 } // namespace framereel

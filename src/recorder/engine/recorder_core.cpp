@@ -4,6 +4,7 @@
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/text_format.h"
+#include "gif/smallest_frames.h"
 #include "recorder/engine/colour_tables.h"
 #include "recorder/engine/difference.h"
 #include "recorder/engine/full_frame.h"
@@ -64,6 +65,17 @@ void BeginAnimation(RecorderState& recorder) {
   ChooseSpecialIndices(recorder);
   PrepareGrabBuffers(recorder);
   AllocateFrames(recorder);
+  if (recorder.options->smallest) {
+    recorder.smallest = SmallestNew(recorder.outputWidth, recorder.outputHeight, table);
+  } else {
+    WriteHead(recorder, bits, table);
+  }
+}
+
+// The smallest colour table is that of the first frame's colours.
+void WriteHeadForFrame(RecorderState& recorder) {
+  uint8_t table[kColourTableBytes];
+  const int bits = SmallestBegin(*recorder.smallest, PixelsOfFrame(recorder, false), table);
   WriteHead(recorder, bits, table);
 }
 
@@ -72,6 +84,8 @@ void EndAnimation(RecorderState& recorder) {
     MemFree(*block);
     *block = nullptr;
   }
+  SmallestFree(recorder.smallest);
+  recorder.smallest = nullptr;
   recorder.haveLastFrameTick = false;
 }
 
@@ -84,6 +98,7 @@ bool ProcessFrame(RecorderState& recorder, bool first, bool grab) {
   if (recorder.dirtyWidth < 1) return false;
   ReduceFrame(recorder);
   if (recorder.options->overlayBorder) OverlayBorder(recorder, transparent, !first);
+  if (first && recorder.smallest) WriteHeadForFrame(recorder);
   WriteFrame(recorder, transparent, grab);
   return true;
 }

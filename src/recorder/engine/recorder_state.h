@@ -15,6 +15,7 @@ namespace framereel {
 
 struct DibBuffer;
 struct Offscreen;
+struct SmallestFrames;
 struct Timer;
 
 // The user's settings. The engine reads them at the moments that stand beside them.
@@ -28,6 +29,7 @@ struct RecordingOptions {
   bool explorerCompatible = false;    // at every later frame
   uint16_t recordingSize = kSize100;  // once, at the first frame
   bool fakeScreen = true;             // never; a setting that is kept for the file's sake
+  bool smallest = false;              // once, at the first frame; no setting. The same pictures in fewer bytes
 };
 
 // Which of the three actions the user may take now.
@@ -131,9 +133,10 @@ struct RecorderState {
   int16_t dirtyWidth = 0, dirtyHeight = 0;
 
   // frameWidth x frameHeight colour indices each, without padding, the top row first.
-  uint8_t* previousFrame = nullptr; // the frame last seen, at full size, never with a transparent mark
-  uint8_t* workFrame = nullptr;     // the frame on its way to the compressor
-  uint8_t* rowIndices = nullptr;    // a row of the frame being compared
+  uint8_t* previousFrame = nullptr;   // the frame last seen, at full size, never with a transparent mark
+  uint8_t* workFrame = nullptr;       // the frame on its way to the compressor
+  uint8_t* rowIndices = nullptr;      // a row of the frame being compared
+  SmallestFrames* smallest = nullptr; // what writes frames where the option asked for it; owned
   GrabPipeline grab;
   AnimationColours colours;
 
