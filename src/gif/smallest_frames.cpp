@@ -145,7 +145,7 @@ uint8_t UseOwnTable(SmallestFrames& smallest, bool marker) {
   return CodeSizeFor(symbols);
 }
 
-// 0 if it lacks a colour, or room for the marker.
+// 0 if it lacks a colour.
 uint8_t UseFileTable(SmallestFrames& smallest, bool marker) {
   SmallestFrame& trial = smallest.trial;
   trial.tableBits = 0;
@@ -162,9 +162,7 @@ uint8_t UseFileTable(SmallestFrames& smallest, bool marker) {
     take(symbol, place);
   }
   if (marker) {
-    const auto free = uint32_t(std::find(taken, taken + 256, false) - taken);
-    if (free >> smallest.tableBits != 0) return 0;
-    take(smallest.symbolCount, free);
+    take(smallest.symbolCount, uint32_t(std::find(taken, taken + 256, false) - taken)); // the table has room for it
   }
   return CodeSizeFor(most + 1);
 }

@@ -13,15 +13,21 @@ namespace {
 
 constexpr uint8_t kMark = 255;
 
-// What a screen of `colours` colours may show: a tile over and over, noise, and runs, in bands of rows.
+// What a screen of `colours` colours may show, in bands of rows: noise and runs; a tile over and over; letters at
+// chance distances.
 std::vector<uint8_t> AnyPicture(Dice& dice, int width, int height, int colours) {
   std::vector<uint8_t> picture, tile;
   for (int i = 2 + dice.Below(700); i > 0; --i) tile.push_back(uint8_t(dice.Below(colours)));
   while (picture.size() < size_t(width) * size_t(height)) {
-    const int kind = dice.Below(4), spread = 1 + dice.Below(9);
+    const int kind = dice.Below(4), spread = dice.OneIn(3) ? 1 : 1 + dice.Below(60);
     uint8_t colour = 0;
     for (int i = (1 + dice.Below(40)) * width; i > 0; --i) {
-      if (dice.OneIn(kind == 0 ? 1 : kind == 1 ? 3000 : 1 + 7 * spread)) colour = uint8_t(dice.Below(colours));
+      if (kind < 2 && dice.OneIn(spread)) colour = uint8_t(dice.Below(colours));
+      if (kind == 3 && dice.OneIn(spread)) {
+        const size_t letter = tile.size() / 8 * size_t(dice.Below(8));
+        picture.insert(picture.end(), tile.begin() + ptrdiff_t(letter),
+                       tile.begin() + ptrdiff_t(letter + tile.size() / 8));
+      }
       picture.push_back(kind == 2 ? tile[picture.size() % tile.size()] : colour);
     }
   }
