@@ -10,7 +10,7 @@ set -euo pipefail
 build=(g++ cmake ninja-build pkg-config libx11-dev libx11-xcb-dev libxcb1-dev libxdamage-dev libxext-dev libxfixes-dev
   libxi-dev libxkbcommon-dev libxrandr-dev libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
 test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom)
-bench=(libbenchmark-dev libgif-dev libcgif-dev)
+bench=(libbenchmark-dev libgif-dev libcgif-dev gifsicle)
 
 wanted=()
 for set in "${@:-build}"; do
