@@ -48,13 +48,13 @@ struct PhrasePair {
 // While a dictionary grows a phrase is cut only where it has just entered a run. The run then stays in one piece, and
 // rows that have it in common look alike. What is cut short teaches nothing, so it has to pay well.
 void CutAheadOfRun(const Walk& walk, const PhraseImage& image, PhrasePair& pair) {
-  constexpr uint32_t kMostCut = 4, kLeastGain = 12;
+  constexpr uint32_t kMostCut = 4, kLeastReach = 12; // pixels
   const uint8_t* const end = image.colours + walk.at + pair.phrase.length;
   uint32_t cut = 0;
   while (cut <= kMostCut && cut < pair.phrase.length && end[-1 - int32_t(cut)] == *end) ++cut;
   if (cut == 0 || cut > kMostCut || cut == pair.phrase.length) return;
   const Phrase behind = LongestPhrase(*walk.trie, image, walk.at + pair.phrase.length - cut, {});
-  if (behind.length < pair.behind.length + cut + kLeastGain) return;
+  if (behind.length < pair.behind.length + cut + kLeastReach) return;
   pair = {BeginningOf(*walk.trie, image, walk.at, pair.phrase.length - cut), behind, true};
 }
 

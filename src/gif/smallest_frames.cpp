@@ -40,17 +40,22 @@ const uint8_t* RowOf(const FramePixels& frame, int32_t y) {
          frame.left;
 }
 
+// Above 255: no index means that a pixel is unchanged.
+int32_t MarkOf(const FramePixels& frame) {
+  return frame.marked ? frame.mark : UINT8_MAX + 1;
+}
+
 // Rows are indexed by the place on the logical screen.
 struct RowPair {
   const uint8_t* pixels;
   const uint8_t* shown;
-  int32_t mark; // above 255: none
+  int32_t mark;
 
   bool Changes(int32_t x) const { return pixels[x] != shown[x] && pixels[x] != mark; }
 };
 
 RowPair RowsAt(const SmallestFrames& smallest, const FramePixels& frame, int32_t y) {
-  return {RowOf(frame, y), smallest.shown + int64_t(y) * smallest.width, frame.marked ? frame.mark : 256};
+  return {RowOf(frame, y), smallest.shown + int64_t(y) * smallest.width, MarkOf(frame)};
 }
 
 // Widens the edges by what changes in row y; only pixels outside are looked at.
@@ -77,57 +82,75 @@ Edges ChangedEdges(const SmallestFrames& smallest, const FramePixels& frame) {
 
 // ---- The pixels ----------------------------------------------------------------------------------------------------
 
-// Numbers colours as they come.
-struct Numbering {
-  uint16_t symbolOf[256]; // kNoPlace: none yet
-  SmallestFrames& smallest;
-
-  explicit Numbering(SmallestFrames& of) : smallest(of) {
-    std::fill(std::begin(symbolOf), std::end(symbolOf), kNoPlace);
-    smallest.symbolCount = 0;
+// Brings a row of `shown` up to date and says which pixels need not have been written. The loops are for vectors.
+void ShowRow(const uint8_t* pixels, int32_t mark, size_t count, uint8_t* shown, Freedom* freedom) {
+  for (size_t x = 0; x < count; ++x) {
+    freedom[x] = pixels[x] == shown[x] ? Freedom::kColourOrMarker : Freedom::kColour;
   }
-  uint8_t Of(uint8_t colour) {
-    if (symbolOf[colour] == kNoPlace) {
-      symbolOf[colour] = uint16_t(smallest.symbolCount);
-      smallest.symbolColours[smallest.symbolCount++] = colour;
+  if (mark <= UINT8_MAX) {
+    const auto unchanged = uint8_t(mark);
+    for (size_t x = 0; x < count; ++x) {
+      freedom[x] = pixels[x] == unchanged ? Freedom::kColourOrMarker : freedom[x];
+      shown[x] = pixels[x] == unchanged ? shown[x] : pixels[x];
     }
-    return uint8_t(symbolOf[colour]);
+  } else {
+    std::memcpy(shown, pixels, count);
   }
-};
+}
+
+// Numbers the colours of a row as they come. What has no number yet has kNoPlace.
+void NumberRow(SmallestFrames& smallest, const uint8_t* colours, size_t count, uint16_t* symbolOf, uint8_t* symbols) {
+  for (size_t x = 0; x < count; ++x) {
+    uint16_t& symbol = symbolOf[colours[x]];
+    if (symbol == kNoPlace) {
+      symbol = uint16_t(smallest.symbolCount);
+      smallest.symbolColours[smallest.symbolCount++] = colours[x];
+    }
+    symbols[x] = uint8_t(symbol);
+  }
+}
 
 // Fills symbols and freedom for the pixels within the edges, and brings `shown` up to date.
 void TakePixels(SmallestFrames& smallest, const FramePixels& frame, const Edges& edges) {
-  Numbering numbering(smallest);
-  uint8_t* symbol = smallest.symbols;
-  Freedom* freedom = smallest.freedom;
-  for (int32_t y = edges.top; y < edges.bottom; ++y) {
-    const RowPair row = RowsAt(smallest, frame, y);
-    uint8_t* shown = smallest.shown + int64_t(y) * smallest.width;
-    for (int32_t x = edges.left; x < edges.right; ++x) {
-      const bool changes = !smallest.anyShown || row.Changes(x);
-      if (changes) shown[x] = row.pixels[x];
-      *symbol++ = numbering.Of(shown[x]);
-      *freedom++ = changes ? Freedom::kColour : Freedom::kColourOrMarker;
+  uint16_t symbolOf[256];
+  std::fill(std::begin(symbolOf), std::end(symbolOf), kNoPlace);
+  smallest.symbolCount = 0;
+  const auto width = size_t(edges.right - edges.left);
+  size_t at = 0;
+  for (int32_t y = edges.top; y < edges.bottom; ++y, at += width) {
+    uint8_t* shown = smallest.shown + int64_t(y) * smallest.width + edges.left;
+    const uint8_t* pixels = RowOf(frame, y) + edges.left;
+    if (smallest.anyShown) {
+      ShowRow(pixels, MarkOf(frame), width, shown, smallest.freedom + at);
+    } else {
+      std::memcpy(shown, pixels, width);
+      std::fill_n(smallest.freedom + at, width, Freedom::kColour);
     }
+    NumberRow(smallest, shown, width, symbolOf, smallest.symbols + at);
   }
+}
+
+// How often the colour changes among `count` pixels.
+uint32_t ColourChanges(const uint8_t* symbols, uint32_t count) {
+  uint32_t changes = 0;
+  for (uint32_t i = 1; i < count; ++i) changes += symbols[i] != symbols[i - 1];
+  return changes;
 }
 
 // Has stretches of free pixels that are patchwork marked, and answers how many pixels that makes.
 uint32_t MarkPatchwork(SmallestFrames& smallest, uint32_t count) {
-  uint32_t marked = 0;
-  for (uint32_t at = 0; at < count;) {
-    if (smallest.freedom[at] == Freedom::kColour) {
-      ++at;
-      continue;
-    }
-    const uint32_t start = at;
-    uint32_t changes = 0;
-    while (++at < count && smallest.freedom[at] != Freedom::kColour) {
-      changes += smallest.symbols[at] != smallest.symbols[at - 1];
-    }
-    if (changes < kPatchworkChanges) continue;
-    std::fill(smallest.freedom + start, smallest.freedom + at, Freedom::kMarkerOrColour);
-    marked += at - start;
+  Freedom* const freedom = smallest.freedom;
+  uint32_t marked = 0, end = 0;
+  // Stretches of interest have pixels at one of these places.
+  for (uint32_t at = kPatchworkChanges; at < count; at = std::max(at, end) + kPatchworkChanges + 1) {
+    if (freedom[at] == Freedom::kColour) continue;
+    uint32_t start = at;
+    while (start > end && freedom[start - 1] != Freedom::kColour) --start;
+    end = at + 1;
+    while (end < count && freedom[end] != Freedom::kColour) ++end;
+    if (ColourChanges(smallest.symbols + start, end - start) < kPatchworkChanges) continue;
+    std::fill(freedom + start, freedom + end, Freedom::kMarkerOrColour);
+    marked += end - start;
   }
   return marked;
 }
