@@ -39,6 +39,7 @@ std::string Told(Words words) {
   add("border", r.overlayBorder != usual.overlayBorder);
   add("cursor", r.overlayCursor != usual.overlayCursor);
   add("explorer", r.explorerCompatible != usual.explorerCompatible);
+  add("smallest", r.smallest != usual.smallest);
   add("quiet", o.quiet);
   add("stats", o.stats);
   return told;
@@ -49,7 +50,7 @@ TEST(RecordOptions, SetWhatTheySayAndAreRefusedWhereTheyMakeNoSenseTogether) {
       {{"f"}, "f"},
       {{"--delay", "25", "--size=44", "--frames", "3", "--owner=a=b", "-"}, "- delay 25 size 1 ticks 3 owner a=b"},
       {{"--delay=100", "f", "--delay=5000"}, "f delay 5000"},
-      {{"--no-timing", "--no-loop", "--explorer", "--quiet", "f"}, "f timing loop explorer quiet"},
+      {{"--no-timing", "--no-loop", "--explorer", "--smallest", "f"}, "f timing loop explorer smallest"},
       {{"--no-transparency", "--no-border", "--no-cursor", "--stats", "f"}, "f transparency border cursor stats"},
       {{"--fps=40", "--seconds=0.1", "--size=25", "f"}, "f delay 25 size 0 ms 100"},
       {{"--fps=0.2", "--seconds=604800", "f"}, "f delay 5000 ms 604800000"},

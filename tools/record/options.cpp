@@ -127,6 +127,8 @@ constexpr Option kOptions[] = {
     {"--frames", "N", "a whole number from 1 to 1000000000", TakeFrames, "stop when the screen was looked at N times"},
     {"--no-transparency", nullptr, nullptr, SetRecording<&RecordingOptions::interframeTransparency, false>,
      "write unchanged pixels with their colour, not as transparent"},
+    {"--smallest", nullptr, nullptr, SetRecording<&RecordingOptions::smallest, true>,
+     "spend several times the processor time on a smaller file"},
     {"--no-timing", nullptr, nullptr, SetRecording<&RecordingOptions::recordTimingInfo, false>,
      "store no delays between frames"},
     {"--no-loop", nullptr, nullptr, SetRecording<&RecordingOptions::loop, false>, "play once, not for ever"},
