@@ -55,15 +55,28 @@ void PackEntries(LzwTables& tables, uint32_t initBits, uint32_t last) {
   }
 }
 
+// Has no pairs of the present dictionary be known. A small one takes its own out; a large one outdates them all at
+// once.
+void ForgetPairs(LzwTables& tables, uint32_t first, uint32_t nextEntry) {
+  constexpr uint32_t kFewEntries = 256;
+  if (nextEntry - first <= kFewEntries) {
+    for (uint32_t entry = first; entry < nextEntry; ++entry) {
+      const uint32_t prefix = tables.codes[entry];
+      if (prefix < kColours) tables.pairCode[prefix * kColours + tables.pixels[entry]] = 0;
+    }
+  } else if (++tables.pairTag == kPairTags) {
+    std::memset(tables.pairCode, 0, sizeof tables.pairCode); // the tags go round: old ones would be taken for new ones
+    tables.pairTag = 1;
+  }
+}
+
 // Empties the dictionary of the entries below `nextEntry`.
 void Forget(LzwTables& tables, uint32_t initBits, uint32_t nextEntry) {
   const uint32_t first = FirstEntry(initBits);
   std::memset(tables.firstChild + first, 0, (nextEntry - first) * sizeof(LzwChild));
   std::fill(std::begin(tables.runLongest), std::end(tables.runLongest), uint16_t{1});
   tables.keyZero = KeyZero::kNotAsked;
-  if (++tables.pairTag < kPairTags) return;
-  std::memset(tables.pairCode, 0, sizeof tables.pairCode); // the tags go round: old ones would be taken for new ones
-  tables.pairTag = 1;
+  ForgetPairs(tables, first, nextEntry);
 }
 
 // The dictionary is full: puts out its codes and a clear code. Answers the first entry of the next one.
