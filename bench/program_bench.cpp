@@ -8,6 +8,7 @@
 
 #include "app/application.h"
 #include "area/area.h"
+#include "area/readouts.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"
 #include "platform/pump/platform_start.h"
