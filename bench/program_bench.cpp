@@ -7,6 +7,7 @@
 #include <sys/resource.h>
 
 #include "app/application.h"
+#include "area/area.h"
 #include "area/readouts.h"
 #include "core/timers.h"
 #include "platform/display/display_caps.h"

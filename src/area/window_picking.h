@@ -3,6 +3,7 @@
 #pragma once
 
 #include "area/area_record.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 

@@ -55,15 +55,28 @@ void PackEntries(LzwTables& tables, uint32_t initBits, uint32_t last) {
   }
 }
 
+// Has no pairs of the present dictionary be known. A small one takes its own out; a large one outdates them all at
+// once.
+void ForgetPairs(LzwTables& tables, uint32_t first, uint32_t nextEntry) {
+  constexpr uint32_t kFewEntries = 256;
+  if (nextEntry - first <= kFewEntries) {
+    for (uint32_t entry = first; entry < nextEntry; ++entry) {
+      const uint32_t prefix = tables.codes[entry];
+      if (prefix < kColours) tables.pairCode[prefix * kColours + tables.pixels[entry]] = 0;
+    }
+  } else if (++tables.pairTag == kPairTags) {
+    std::memset(tables.pairCode, 0, sizeof tables.pairCode); // the tags go round: old ones would be taken for new ones
+    tables.pairTag = 1;
+  }
+}
+
 // Empties the dictionary of the entries below `nextEntry`.
 void Forget(LzwTables& tables, uint32_t initBits, uint32_t nextEntry) {
   const uint32_t first = FirstEntry(initBits);
-  std::memset(tables.firstChild + first, 0, (nextEntry - first) * sizeof(LzwChild));
+  std::memset(tables.firstChild + first, 0, (nextEntry - first) * sizeof(LzwChildren));
   std::fill(std::begin(tables.runLongest), std::end(tables.runLongest), uint16_t{1});
   tables.keyZero = KeyZero::kNotAsked;
-  if (++tables.pairTag < kPairTags) return;
-  std::memset(tables.pairCode, 0, sizeof tables.pairCode); // the tags go round: old ones would be taken for new ones
-  tables.pairTag = 1;
+  ForgetPairs(tables, first, nextEntry);
 }
 
 // The dictionary is full: puts out its codes and a clear code. Answers the first entry of the next one.
@@ -137,24 +150,30 @@ inline bool MatchPairs(LzwTables& tables, uint32_t initBits, Position& at) {
 
 // Lengthens the string at.prefix, which is an entry, by `pixel`. False if the longer string was new.
 inline bool MatchChild(LzwTables& tables, uint32_t initBits, uint32_t pixel, Position& at) {
-  LzwChild& first = tables.firstChild[at.prefix];
-  if (first.code == 0) {
-    first = {uint8_t(pixel), false, uint16_t(at.nextEntry)};
+  LzwChildren& children = tables.firstChild[at.prefix];
+  if (children.pixel[0] == pixel && children.code[0] != 0) {
+    at.prefix = children.code[0];
+    return true;
+  }
+  if (children.pixel[1] == pixel && children.code[1] != 0) {
+    at.prefix = children.code[1];
+    return true;
+  }
+  if (children.code[1] == 0) {
+    const int place = children.code[0] != 0;
+    children.code[place] = uint16_t(at.nextEntry);
+    children.pixel[place] = uint8_t(pixel);
     PutOut(tables, initBits, pixel, at);
     return false;
-  }
-  if (first.pixel == pixel) {
-    at.prefix = first.code;
-    return true;
   }
   // What an earlier dictionary left is another string by now, or a number that is not given yet. Below the present
   // first entry nothing can match, since an entry's number is above its prefix.
   uint16_t& other = tables.otherChild[pixel * kCodeLimit + at.prefix];
-  if (first.hasSiblings && other < at.nextEntry && tables.codes[other] == at.prefix && tables.pixels[other] == pixel) {
+  if (children.hasOthers && other < at.nextEntry && tables.codes[other] == at.prefix && tables.pixels[other] == pixel) {
     at.prefix = other;
     return true;
   }
-  first.hasSiblings = true;
+  children.hasOthers = true;
   other = uint16_t(at.nextEntry);
   PutOut(tables, initBits, pixel, at);
   return false;

@@ -17,11 +17,12 @@ enum class KeyZero : uint8_t { kNotAsked, kHarmless, kDisplaced };
 
 inline constexpr int32_t kProbeSlots = 5003; // a prime
 
-// A string one pixel longer than another.
-struct LzwChild {
-  uint8_t pixel;    // the last one
-  bool hasSiblings; // the other string was lengthened by other pixels too
-  uint16_t code;    // 0: it has not been lengthened yet
+// The first two strings that are one pixel longer than another.
+struct LzwChildren {
+  uint16_t code[2]; // 0: there is none
+  uint8_t pixel[2]; // the last one
+  bool hasOthers;   // there are more than these
+  uint8_t unused;
 };
 
 // A dictionary lives until it is full or the image ends. It is spread over tables by the kind of string, because the
@@ -43,7 +44,7 @@ struct LzwTables {
   uint32_t pairTag; // from 1 on; 0 stands in places that were never used
 
   // All others, by the string that they are a pixel longer than: the first that was learned ...
-  LzwChild firstChild[kCodeLimit];
+  LzwChildren firstChild[kCodeLimit];
   // ... and its siblings: otherChild[pixel * kCodeLimit + prefix] is a code if that entry says the same.
   uint16_t otherChild[kColours * kCodeLimit];
 

@@ -2,9 +2,9 @@
 // GifWriteImage; the pictures are the same.
 //
 // It knows what is shown, so it finds out itself which pixels have to change. Of those that need not, some are free to
-// be transparent, where that makes fewer codes (phrase_parser.h). The file's colour table holds the first frame's
-// colours alone, the most frequent first; a frame whose colours are few or new brings a table of its own. Both make
-// codes narrower.
+// be transparent, where that makes fewer codes (phrase_parser.h). The file's colour table is as large as the first
+// frame needs, the most frequent colours first; a frame whose colours are few or new brings a table of its own. Both
+// make codes narrower.
 //
 //   SmallestBegin        with the first frame, ahead of the head records: the file's colour table
 //   SmallestTakeFrame    ahead of the graphic control extension: how the frame is written
@@ -22,7 +22,7 @@ namespace framereel {
 struct FramePixels {
   int16_t left, top, width, height; // inside the logical screen, not empty
   PixelCursor pixels;
-  bool marked;  // pixels of index `mark` are unchanged
+  bool marked;  // pixels of index `mark` are unchanged; in the first frame there are none
   uint8_t mark; // not looked at unless `marked`
   bool mayMark; // the file's frame may have transparent pixels
   bool inPlace; // the rectangle keeps its top left corner

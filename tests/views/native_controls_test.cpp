@@ -43,8 +43,8 @@ protected:
     View* view = Make(EditFieldClass(), x, 10, name);
     EditFieldSetFunctions(
         view, [](View* v) { Say(v, "!"); },
-        [](View* v, const KeyEvent* e) { e ? Say(v, ".", e->character) : Say(v, "."); },
-        [](View* v, int16_t width, int16_t) { Say(v, "=", width); });
+        [](View* v, const KeyEvent* e) { Say(v, e ? Text('.', int(e->character)) : "."); },
+        [](View* v, int16_t width, int16_t) { Say(v, Text('=', width)); });
     DataOf(view)->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
     ViewResize(view, 80, 40);
     return view;
@@ -73,6 +73,7 @@ TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
   PushButtonSetCallback(button, ViewDestroy);
   script.Act("d u wait 5");
   EXPECT_TRUE(MainHasTheKeyboard());
+  EXPECT_LT(font->selectCount, held);
   EXPECT_EQ(ControlTableTake(&Window()->controls, nullptr), 3); // the number is free again
 }
 

@@ -38,10 +38,10 @@ void BeginFrame(RecorderState& recorder, uint32_t control, int64_t delay) {
   recorder.lastFrameTick += uint32_t(10 * delay);
 }
 
-// A frame that changes nothing.
+// A frame that changes nothing. Index 0 is in every colour table, however small.
 void AppendStill(RecorderState& recorder) {
   GifWriter& gif = *recorder.gif;
-  const uint8_t pixel = recorder.colours.outputTransparent;
+  constexpr uint8_t pixel = 0;
   GifWriteControl(gif, true, 0, pixel);
   GifWriteImage(gif, 0, 0, 1, 1, {&pixel, 1, 0});
   ++recorder.frameCount;

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "win32/win32_types.h"
+
 namespace framereel {
 
 // What its program calls it, in bytes that may be anything; "" for what is no window of another program.
