@@ -9,7 +9,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libx11-dev libx11-xcb-dev libxcb1-dev libxdamage-dev libxext-dev libxfixes-dev
   libxi-dev libxkbcommon-dev libxrandr-dev libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
-test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom)
+test=(libgtest-dev libgif-dev libxrender-dev libxtst-dev xvfb openbox picom xfwm4 dbus-daemon)
 bench=(libbenchmark-dev libgif-dev libcgif-dev)
 
 wanted=()

@@ -33,6 +33,12 @@ bool IsPicture(const X11Mark& mark) {
   return mark.inverts.empty();
 }
 
+// What its window has at that place of the screen; 0 for nothing.
+uint32_t ShownAt(const X11Mark& mark, int32_t column, int32_t row) {
+  if (mark.shown.empty() || !Holds(mark.where, column, row)) return 0;
+  return mark.shown[IndexOf(mark.where, column, row)];
+}
+
 bool HoldsInverted(const X11Mark& mark, int32_t column, int32_t row) {
   return !IsPicture(mark) && Holds(mark.where, column, row) && mark.inverts[IndexOf(mark.where, column, row)];
 }
@@ -128,26 +134,50 @@ void TakeOff(X11Connection* x, std::list<X11Mark>::iterator mark) {
   marks.cleared.splice(marks.cleared.end(), marks.standing, mark);
 }
 
+// What stands in the rectangle, cleared for now.
+std::list<X11Mark> PutAside(X11Connection* x, const PixelRect& where) {
+  X11Marks& marks = x->marks;
+  std::list<X11Mark> aside;
+  for (auto next = marks.standing.begin(); next != marks.standing.end();) {
+    const auto mark = next++;
+    if (!Meet(mark->where, where)) continue;
+    X11ClearMark(x, *mark);
+    marks.cleared.push_back(*mark);
+    marks.cleared.back().clearedAt = DisplayTick();
+    aside.splice(aside.end(), marks.standing, mark);
+  }
+  return aside;
+}
+
 bool IsRecent(const X11Mark& cleared) {
   return DisplayTick() - cleared.clearedAt < kPatienceMs;
 }
 
+// Any pixel that no mark has had tells that the compositor has painted since. Where others stand nothing is learnt.
 bool IsSeen(X11Connection* x, const X11Mark& mark) {
+  const X11Marks& marks = x->marks;
   X11Patch patch = ReadPatch(x, mark.where);
   const std::vector<uint32_t> now = MarkPixels(x, patch);
-  for (size_t i = 0; i < now.size(); i++) {
-    if (mark.shown[i] && mark.shown[i] != now[i]) return false;
-  }
-  return true;
+  bool seen = true;
+  ForEachPixel(mark.where, [&](int32_t column, int32_t row, size_t i) {
+    if (!seen || !mark.shown[i] || mark.shown[i] == now[i]) return;
+    const auto stands = [&](const X11Mark& other) { return ShownAt(other, column, row) != 0; };
+    const auto stood = [&](const X11Mark& other) { return ShownAt(other, column, row) == now[i]; };
+    seen = std::any_of(marks.standing.begin(), marks.standing.end(), stands) ||
+           std::any_of(marks.cleared.begin(), marks.cleared.end(), stood);
+  });
+  return seen;
 }
 
-// Until the compositor's picture is without what was cleared in the rectangle.
+// Until the compositor's picture is without what was cleared in the rectangle. It learns of changes in their order, so
+// that with the last one the others are gone too.
 void AwaitCleared(X11Connection* x, const PixelRect& where) {
-  std::erase_if(x->marks.cleared, [&](const X11Mark& mark) {
-    if (!Meet(mark.where, where)) return !IsRecent(mark);
-    while (X11Live() && IsRecent(mark) && IsSeen(x, mark)) X11Rest(1);
-    return true;
-  });
+  std::list<X11Mark>& cleared = x->marks.cleared;
+  const auto last = std::find_if(cleared.rbegin(), cleared.rend(),
+                                 [&](const X11Mark& mark) { return IsRecent(mark) && Meet(mark.where, where); });
+  if (last == cleared.rend()) return;
+  while (X11Live() && IsRecent(*last) && IsSeen(x, *last)) X11Rest(1);
+  cleared.erase(cleared.begin(), last.base());
 }
 
 // ---- Inverted pixels ---------------------------------------------------------------------------------------------
@@ -156,13 +186,11 @@ void AwaitCleared(X11Connection* x, const PixelRect& where) {
 // there tells more, and what still shows a mark that has just been cleared shows it no longer.
 uint32_t WithoutInverted(const X11Connection* x, int32_t column, int32_t row, uint32_t seen) {
   for (const X11Mark& mark : x->marks.standing) {
-    if (mark.shown.empty() || !Holds(mark.where, column, row)) continue;
-    const uint32_t shown = mark.shown[IndexOf(mark.where, column, row)];
+    const uint32_t shown = ShownAt(mark, column, row);
     if (shown) return IsPicture(mark) ? shown : X11InverseMarkPixel(x, shown);
   }
   for (const X11Mark& mark : x->marks.cleared) {
-    if (IsPicture(mark) || !Holds(mark.where, column, row)) continue;
-    if (mark.shown[IndexOf(mark.where, column, row)] == seen) return X11InverseMarkPixel(x, seen);
+    if (!IsPicture(mark) && ShownAt(mark, column, row) == seen) return X11InverseMarkPixel(x, seen);
   }
   return seen;
 }
@@ -262,17 +290,11 @@ bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface&
   for (X11Mark& mark : marks.standing) {
     if (IsPicture(mark) && Same(OnScreen(x, mark.where), where)) return CopyFrom(x, mark.drawn, rows), true;
   }
-  for (const X11Mark& mark : marks.standing) {
-    if (!Meet(mark.where, where)) continue;
-    X11ClearMark(x, mark);
-    marks.cleared.push_back(mark);
-    marks.cleared.back().clearedAt = DisplayTick();
-  }
+  std::list<X11Mark> aside = PutAside(x, where);
   AwaitCleared(x, where);
   const bool done = X11ReadScreen(x, where, into, toX, toY);
-  for (X11Mark& mark : marks.standing) {
-    if (Meet(mark.where, where)) X11ShowMark(x, &mark);
-  }
+  for (X11Mark& mark : aside) X11ShowMark(x, &mark);
+  marks.standing.splice(marks.standing.end(), aside);
   marks.read = {};
   if (!done || size_t(AreaOf(where)) * size_t(into.layout.bytesPerPixel) > kReadKeptMost) return done;
   marks.read.where = where;
