@@ -282,6 +282,12 @@ void X11SettleMarks(X11Connection* x) {
   if (marks.composited) SettleInverted(x);
 }
 
+bool DisplayIsComposed() {
+  X11Connection* x = X11Live();
+  if (x) X11SettleMarks(x);
+  return x && x->marks.composited;
+}
+
 bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
   X11Marks& marks = x->marks;
   X11SettleMarks(x);
