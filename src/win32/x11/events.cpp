@@ -333,7 +333,7 @@ bool DisplayNextEvent(DisplayEvent* event) {
   if (events.empty()) X11TakeEvents(x, QueuedAfterFlush);
   // More may have come along with the answers.
   while (X11Live() && Settle(x)) X11TakeEvents(x, QueuedAlready);
-  if (X11Live()) X11SettleMarks(x);
+  if (X11Live()) X11SettleOldMarks(x);
   if (!X11Live() || events.empty()) return false;
   *event = events.front();
   events.pop_front();

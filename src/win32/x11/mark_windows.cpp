@@ -7,7 +7,9 @@
 #include <X11/extensions/Xfixes.h>
 #include <X11/extensions/shape.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "win32/pixels/exhaustion.h"
 #include "win32/pixels/pixels.h"
@@ -55,6 +57,19 @@ Window Open(X11Connection* x, const PixelRect& where) {
   return window;
 }
 
+// None when no window of its size is there.
+Window TakeSpare(X11Connection* x, const PixelRect& where) {
+  std::vector<X11SpareWindow>& spares = x->marks.spares;
+  for (auto spare = spares.begin(); spare != spares.end(); ++spare) {
+    if (spare->width != where.right - where.left || spare->height != where.bottom - where.top) continue;
+    const Window window = spare->window;
+    spares.erase(spare);
+    XMoveWindow(x->display, window, where.left, where.top);
+    return window;
+  }
+  return None;
+}
+
 } // namespace
 
 void X11WatchCompositor(X11Connection* x) {
@@ -99,6 +114,7 @@ uint32_t X11InverseMarkPixel(const X11Connection* x, uint32_t shown) {
 }
 
 void X11ShowMark(X11Connection* x, X11Mark* mark) {
+  if (!mark->window) mark->window = TakeSpare(x, mark->where);
   if (mark->window) {
     XRaiseWindow(x->display, mark->window);
   } else {
@@ -116,12 +132,20 @@ void X11ClearMark(X11Connection* x, const X11Mark& mark) {
   XFlush(x->display);
 }
 
-// Cleared first: some compositors fade out what a window showed when it went.
 void X11CloseMark(X11Connection* x, X11Mark* mark) {
-  XClearWindow(x->display, mark->window);
-  XDestroyWindow(x->display, mark->window);
+  X11ClearMark(x, *mark);
+  const PixelRect& where = mark->where;
+  x->marks.spares.push_back({std::exchange(mark->window, None), where.right - where.left, where.bottom - where.top});
+}
+
+// They have been cleared: some compositors fade out what a window showed when it went.
+void X11FreeSpareWindows(X11Connection* x, size_t kept) {
+  std::vector<X11SpareWindow>& spares = x->marks.spares;
+  while (spares.size() > kept) {
+    XDestroyWindow(x->display, spares.back().window);
+    spares.pop_back();
+  }
   XFlush(x->display);
-  mark->window = None;
 }
 
 void X11RaiseMarks(X11Connection* x) {
@@ -131,10 +155,10 @@ void X11RaiseMarks(X11Connection* x) {
 }
 
 bool X11IsMark(const X11Connection* x, Window window) {
-  for (const X11Mark& mark : x->marks.standing) {
-    if (mark.window == window) return true;
-  }
-  return false;
+  const X11Marks& marks = x->marks;
+  const auto is = [=](const auto& each) { return each.window == window; };
+  return std::any_of(marks.standing.begin(), marks.standing.end(), is) ||
+         std::any_of(marks.spares.begin(), marks.spares.end(), is);
 }
 
 } // namespace framereel

@@ -11,7 +11,9 @@ namespace framereel {
 namespace {
 
 constexpr uint32_t kPatienceMs = 500;     // a compositor that has not painted by then does not
+constexpr uint32_t kUnsettledMs = 30;     // a line that has gone for so long has not just moved
 constexpr size_t kReadKeptMost = 1 << 16; // bytes
+constexpr size_t kSparesKept = 8;         // windows
 
 int32_t WidthOf(const PixelRect& r) {
   return r.right - r.left;
@@ -19,10 +21,6 @@ int32_t WidthOf(const PixelRect& r) {
 
 int32_t HeightOf(const PixelRect& r) {
   return r.bottom - r.top;
-}
-
-bool Meet(const PixelRect& a, const PixelRect& b) {
-  return !IsEmpty(Intersect(a, b));
 }
 
 size_t IndexOf(const PixelRect& where, int32_t column, int32_t row) {
@@ -34,7 +32,7 @@ bool IsPicture(const X11Mark& mark) {
 }
 
 // What its window has at that place of the screen; 0 for nothing.
-uint32_t ShownAt(const X11Mark& mark, int32_t column, int32_t row) {
+template <typename Mark> uint32_t ShownAt(const Mark& mark, int32_t column, int32_t row) {
   if (mark.shown.empty() || !Holds(mark.where, column, row)) return 0;
   return mark.shown[IndexOf(mark.where, column, row)];
 }
@@ -58,6 +56,13 @@ template <typename Function> void ForEachPixel(const PixelRect& where, Function 
   for (int32_t row = where.top; row < where.bottom; row++) {
     for (int32_t column = where.left; column < where.right; column++) function(column, row, index++);
   }
+}
+
+template <typename Mark> bool ShowsIn(const Mark& mark, const PixelRect& where) {
+  bool shows = false;
+  ForEachPixel(Intersect(mark.where, where),
+               [&](int32_t column, int32_t row, size_t) { shows = shows || ShownAt(mark, column, row) != 0; });
+  return shows;
 }
 
 // ---- Patches -----------------------------------------------------------------------------------------------------
@@ -125,13 +130,16 @@ std::vector<uint32_t> MarkPixels(const X11Connection* x, X11Patch& patch) {
 
 // ---- Taking off --------------------------------------------------------------------------------------------------
 
-// The list's own record moves on: nothing here needs memory.
+void NoteCleared(X11Connection* x, const X11Mark& mark, const std::vector<uint32_t>& shown) {
+  x->marks.cleared.push_back({mark.where, shown, !IsPicture(mark), DisplayTick()});
+}
+
 void TakeOff(X11Connection* x, std::list<X11Mark>::iterator mark) {
-  X11Marks& marks = x->marks;
-  if (!mark->window) return void(marks.standing.erase(mark));
-  X11CloseMark(x, &*mark);
-  mark->clearedAt = DisplayTick();
-  marks.cleared.splice(marks.cleared.end(), marks.standing, mark);
+  if (mark->window) {
+    X11CloseMark(x, &*mark);
+    NoteCleared(x, *mark, mark->shown);
+  }
+  x->marks.standing.erase(mark);
 }
 
 // What stands in the rectangle, cleared for now.
@@ -140,21 +148,20 @@ std::list<X11Mark> PutAside(X11Connection* x, const PixelRect& where) {
   std::list<X11Mark> aside;
   for (auto next = marks.standing.begin(); next != marks.standing.end();) {
     const auto mark = next++;
-    if (!Meet(mark->where, where)) continue;
+    if (!ShowsIn(*mark, where)) continue;
     X11ClearMark(x, *mark);
-    marks.cleared.push_back(*mark);
-    marks.cleared.back().clearedAt = DisplayTick();
+    NoteCleared(x, *mark, mark->shown);
     aside.splice(aside.end(), marks.standing, mark);
   }
   return aside;
 }
 
-bool IsRecent(const X11Mark& cleared) {
-  return DisplayTick() - cleared.clearedAt < kPatienceMs;
+bool IsRecent(const X11ClearedMark& mark) {
+  return DisplayTick() - mark.tick < kPatienceMs;
 }
 
 // Any pixel that no mark has had tells that the compositor has painted since. Where others stand nothing is learnt.
-bool IsSeen(X11Connection* x, const X11Mark& mark) {
+bool IsSeen(X11Connection* x, const X11ClearedMark& mark) {
   const X11Marks& marks = x->marks;
   X11Patch patch = ReadPatch(x, mark.where);
   const std::vector<uint32_t> now = MarkPixels(x, patch);
@@ -162,7 +169,7 @@ bool IsSeen(X11Connection* x, const X11Mark& mark) {
   ForEachPixel(mark.where, [&](int32_t column, int32_t row, size_t i) {
     if (!seen || !mark.shown[i] || mark.shown[i] == now[i]) return;
     const auto stands = [&](const X11Mark& other) { return ShownAt(other, column, row) != 0; };
-    const auto stood = [&](const X11Mark& other) { return ShownAt(other, column, row) == now[i]; };
+    const auto stood = [&](const X11ClearedMark& other) { return ShownAt(other, column, row) == now[i]; };
     seen = std::any_of(marks.standing.begin(), marks.standing.end(), stands) ||
            std::any_of(marks.cleared.begin(), marks.cleared.end(), stood);
   });
@@ -172,9 +179,9 @@ bool IsSeen(X11Connection* x, const X11Mark& mark) {
 // Until the compositor's picture is without what was cleared in the rectangle. It learns of changes in their order, so
 // that with the last one the others are gone too.
 void AwaitCleared(X11Connection* x, const PixelRect& where) {
-  std::list<X11Mark>& cleared = x->marks.cleared;
+  std::list<X11ClearedMark>& cleared = x->marks.cleared;
   const auto last = std::find_if(cleared.rbegin(), cleared.rend(),
-                                 [&](const X11Mark& mark) { return IsRecent(mark) && Meet(mark.where, where); });
+                                 [&](const X11ClearedMark& mark) { return IsRecent(mark) && ShowsIn(mark, where); });
   if (last == cleared.rend()) return;
   while (X11Live() && IsRecent(*last) && IsSeen(x, *last)) X11Rest(1);
   cleared.erase(cleared.begin(), last.base());
@@ -189,10 +196,18 @@ uint32_t WithoutInverted(const X11Connection* x, int32_t column, int32_t row, ui
     const uint32_t shown = ShownAt(mark, column, row);
     if (shown) return IsPicture(mark) ? shown : X11InverseMarkPixel(x, shown);
   }
-  for (const X11Mark& mark : x->marks.cleared) {
-    if (!IsPicture(mark) && ShownAt(mark, column, row) == seen) return X11InverseMarkPixel(x, seen);
+  for (const X11ClearedMark& mark : x->marks.cleared) {
+    if (mark.inverted && ShownAt(mark, column, row) == seen) return X11InverseMarkPixel(x, seen);
   }
   return seen;
+}
+
+// A side of a line that is drawn up has another length each time, and compositors take their time with a new window. So
+// it gets the whole column or row that it lies in.
+PixelRect RoomFor(const X11Connection* x, const PixelRect& where) {
+  if (WidthOf(where) == 1) return {where.left, 0, where.right, x->facts.height};
+  if (HeightOf(where) == 1) return {0, where.top, x->facts.width, where.bottom};
+  return where;
 }
 
 // What the mark is to show. Pixels that were inverted before stay as they are.
@@ -213,27 +228,34 @@ std::vector<uint32_t> Inverted(X11Connection* x, const X11Mark& mark) {
   return shown;
 }
 
+// What is inverted no longer is cleared.
+void ShowInverted(X11Connection* x, X11Mark* mark, std::vector<uint32_t> shown) {
+  if (shown == mark->shown) return;
+  std::vector<uint32_t> gone = std::exchange(mark->shown, std::move(shown));
+  for (size_t i = 0; i < gone.size(); i++) gone[i] = mark->shown[i] ? 0 : gone[i];
+  if (std::any_of(gone.begin(), gone.end(), [](uint32_t pixel) { return pixel != 0; })) NoteCleared(x, *mark, gone);
+  X11ShowMark(x, mark);
+}
+
 // A line that has moved lies on its old pixels in part: what is below those is looked up before any of them change.
 void SettleInverted(X11Connection* x) {
   X11Marks& marks = x->marks;
-  std::erase_if(marks.cleared, [](const X11Mark& mark) { return !IsRecent(mark); });
+  std::erase_if(marks.cleared, [](const X11ClearedMark& mark) { return !IsRecent(mark); });
   struct Change {
-    std::list<X11Mark>::iterator mark;
+    X11Mark* mark;
     std::vector<uint32_t> shown;
   };
   std::vector<Change> changes;
-  for (auto mark = marks.standing.begin(); mark != marks.standing.end(); ++mark) {
-    if (!IsPicture(*mark)) changes.push_back({mark, Inverted(x, *mark)});
+  for (X11Mark& mark : marks.standing) {
+    if (!IsPicture(mark) && !InvertsNothing(mark)) changes.push_back({&mark, Inverted(x, mark)});
   }
-  for (Change& change : changes) {
-    X11Mark& mark = *change.mark;
-    if (InvertsNothing(mark)) {
-      TakeOff(x, change.mark);
-    } else if (change.shown != mark.shown) {
-      mark.shown = std::move(change.shown);
-      X11ShowMark(x, &mark);
-    }
+  // The windows that this leaves serve those that are new.
+  for (auto mark = marks.standing.begin(); mark != marks.standing.end();) {
+    const auto each = mark++;
+    if (InvertsNothing(*each)) TakeOff(x, each);
   }
+  for (Change& change : changes) ShowInverted(x, change.mark, std::move(change.shown));
+  X11FreeSpareWindows(x, changes.empty() ? 0 : kSparesKept);
 }
 
 // ---- The compositor ----------------------------------------------------------------------------------------------
@@ -260,32 +282,36 @@ void PutOnRoot(X11Connection* x) {
   }
   std::erase_if(marks.standing, IsPicture);
   marks.cleared.clear();
+  X11FreeSpareWindows(x, 0);
 }
 
-void AskForCompositor(X11Connection* x) {
+bool IsComposited(X11Connection* x) {
   X11Marks& marks = x->marks;
+  if (!marks.ownerUnsure) return marks.composited;
   marks.ownerUnsure = false;
   const bool composited = XGetSelectionOwner(x->display, marks.compositor) != None;
-  if (composited == marks.composited || !X11Live()) return;
-  marks.composited = composited;
-  marks.changed = composited;
+  if (composited == marks.composited || !X11Live()) return marks.composited;
+  marks.composited = marks.changed = composited;
   if (!composited) PutOnRoot(x);
+  return composited;
 }
 
 } // namespace
 
 void X11SettleMarks(X11Connection* x) {
-  X11Marks& marks = x->marks;
-  if (marks.ownerUnsure) AskForCompositor(x);
-  if (!marks.changed) return;
-  marks.changed = false;
-  if (marks.composited) SettleInverted(x);
+  if (!IsComposited(x) || !x->marks.changed) return;
+  x->marks.changed = false;
+  SettleInverted(x);
+}
+
+void X11SettleOldMarks(X11Connection* x) {
+  const X11Marks& marks = x->marks;
+  if (marks.ownerUnsure || (marks.changed && DisplayTick() - marks.changedAt >= kUnsettledMs)) X11SettleMarks(x);
 }
 
 bool DisplayIsComposed() {
   X11Connection* x = X11Live();
-  if (x) X11SettleMarks(x);
-  return x && x->marks.composited;
+  return x && IsComposited(x);
 }
 
 bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
@@ -317,10 +343,14 @@ bool X11DrawMark(X11Connection* x, const Surface& from, int32_t left, int32_t to
   });
   if (mark == marks.standing.end()) {
     X11Patch below = Same(marks.read.where, where) ? std::exchange(marks.read, {}) : ReadPatch(x, where);
-    mark = marks.standing.insert(mark, X11Mark{where, None, {}, {}, {where, {}}, std::move(below), 0});
+    mark = marks.standing.insert(mark, X11Mark{where, None, {}, {}, {where, {}}, std::move(below)});
   }
   const Rows rows = {from, left, top, where};
-  if (AreAlike(x, mark->below, rows)) return TakeOff(x, mark), true;
+  if (AreAlike(x, mark->below, rows)) {
+    TakeOff(x, mark);
+    X11FreeSpareWindows(x, 0);
+    return true;
+  }
   CopyTo(x, mark->drawn, rows);
   mark->shown = MarkPixels(x, mark->drawn);
   X11ShowMark(x, &*mark);
@@ -330,13 +360,14 @@ bool X11DrawMark(X11Connection* x, const Surface& from, int32_t left, int32_t to
 bool X11InvertMark(X11Connection* x, const PixelRect& where, const uint8_t pattern[8]) {
   X11Marks& marks = x->marks;
   if (!marks.compositor) return false;
-  if (marks.ownerUnsure) X11SettleMarks(x);
+  const bool composited = IsComposited(x);
+  const PixelRect room = RoomFor(x, where);
   auto own = std::find_if(marks.standing.begin(), marks.standing.end(),
-                          [&](const X11Mark& mark) { return !IsPicture(mark) && Same(mark.where, where); });
+                          [&](const X11Mark& mark) { return !IsPicture(mark) && Same(mark.where, room); });
   if (own == marks.standing.end()) {
-    own = marks.standing.insert(own, X11Mark{where, None, {}, std::vector<uint8_t>(size_t(AreaOf(where))), {}, {}, 0});
+    own = marks.standing.insert(own, X11Mark{room, None, {}, std::vector<uint8_t>(size_t(AreaOf(room))), {}, {}});
   }
-  ForEachPixel(where, [&](int32_t column, int32_t row, size_t i) {
+  ForEachPixel(where, [&](int32_t column, int32_t row, size_t) {
     if (!(pattern[row % 8] >> (7 - column % 8) & 1)) return;
     // Whichever rectangle it was inverted in.
     const auto before = std::find_if(marks.standing.begin(), marks.standing.end(),
@@ -345,12 +376,13 @@ bool X11InvertMark(X11Connection* x, const PixelRect& where, const uint8_t patte
     if (was) {
       before->inverts[IndexOf(before->where, column, row)] = 0;
     } else {
-      own->inverts[i] = 1;
+      own->inverts[IndexOf(room, column, row)] = 1;
     }
   });
-  marks.changed = marks.composited;
-  if (!marks.composited) std::erase_if(marks.standing, InvertsNothing);
-  return marks.composited;
+  if (!marks.changed) marks.changedAt = DisplayTick();
+  marks.changed = composited;
+  if (!composited) std::erase_if(marks.standing, InvertsNothing);
+  return composited;
 }
 
 bool X11DropMarks(X11Connection* x, const PixelRect& where) {
@@ -360,6 +392,7 @@ bool X11DropMarks(X11Connection* x, const PixelRect& where) {
     const auto each = mark++;
     if (Same(Intersect(each->where, where), each->where)) TakeOff(x, each);
   }
+  X11FreeSpareWindows(x, 0);
   return marks.composited;
 }
 

@@ -41,26 +41,44 @@ struct X11Mark {
   std::vector<uint32_t> shown;  // the window's pixels: alpha in its bits, 0 where it is clear
   std::vector<uint8_t> inverts; // 1 for each pixel that is to be inverted; empty for a picture
   X11Patch drawn, below;        // of a picture: itself, and what was read from there before it
-  uint32_t clearedAt;           // tick; of those that the compositor may still show
+};
+
+// What a mark showed that the compositor may still show.
+struct X11ClearedMark {
+  PixelRect where;
+  std::vector<uint32_t> shown;
+  bool inverted;
+  uint32_t tick; // when it was cleared
+};
+
+// A window that shows nothing, and waits for the next mark of its size.
+struct X11SpareWindow {
+  Window window;
+  int32_t width, height;
 };
 
 struct X11Marks {
-  Atom compositor;  // the selection that a compositor owns; None where marks cannot be windows
-  int32_t event;    // the number of the notice that it has changed hands
-  bool ownerUnsure; // may have come or gone
-  bool composited;  // one is there
-  bool changed;     // inverted pixels are not yet as they are to be
-  Visual* visual;   // of 32 bits, with alpha
-  Colormap colours; // None until the first window
-  GC context;       // of the windows, or null
-  X11Patch read;    // what was read last, if it is small
-  std::list<X11Mark> standing, cleared;
+  Atom compositor;    // the selection that a compositor owns; None where marks cannot be windows
+  int32_t event;      // the number of the notice that it has changed hands
+  bool ownerUnsure;   // may have come or gone
+  bool composited;    // one is there
+  bool changed;       // inverted pixels are not yet as they are to be
+  uint32_t changedAt; // tick: since then
+  Visual* visual;     // of 32 bits, with alpha
+  Colormap colours;   // None until the first window
+  GC context;         // of the windows, or null
+  X11Patch read;      // what was read last, if it is small
+  std::list<X11Mark> standing;
+  std::list<X11ClearedMark> cleared; // the last one last
+  std::vector<X11SpareWindow> spares;
 };
 
 // ---- marks.cpp ----
 
 // Brings what is shown up to what has been asked for, and follows the compositor.
 void X11SettleMarks(X11Connection* x);
+// The same, unless the program may be about to draw on: for where no time passes.
+void X11SettleOldMarks(X11Connection* x);
 // Reads as DisplayReadScreen, which has looked at what it was given.
 bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY);
 // Draw and invert as the display's calls; the rectangle lies on the screen, and `left` and `top` are its corner on the
@@ -83,8 +101,9 @@ uint32_t X11InverseMarkPixel(const X11Connection* x, uint32_t shown);
 void X11ShowMark(X11Connection* x, X11Mark* mark);
 // Nothing is seen of it from the compositor's next picture on.
 void X11ClearMark(X11Connection* x, const X11Mark& mark);
-// The same, and its window is gone.
+// The same, and its window is left to others, or gone.
 void X11CloseMark(X11Connection* x, X11Mark* mark);
+void X11FreeSpareWindows(X11Connection* x, size_t kept);
 void X11RaiseMarks(X11Connection* x);
 bool X11IsMark(const X11Connection* x, Window window);
 
