@@ -273,6 +273,9 @@ void PutOnRoot(X11Connection* x) {
   for (X11Mark& mark : marks.standing) {
     if (mark.window) X11CloseMark(x, &mark);
     mark.shown.clear();
+  }
+  X11FreeSpareWindows(x, 0);
+  for (X11Mark& mark : marks.standing) {
     if (IsPicture(mark)) {
       const PixelRect all = {0, 0, WidthOf(mark.where), HeightOf(mark.where)};
       X11PutPixels(x, x->root, SurfaceOf(x, mark.drawn), all, mark.where.left, mark.where.top);
@@ -282,7 +285,6 @@ void PutOnRoot(X11Connection* x) {
   }
   std::erase_if(marks.standing, IsPicture);
   marks.cleared.clear();
-  X11FreeSpareWindows(x, 0);
 }
 
 bool IsComposited(X11Connection* x) {
