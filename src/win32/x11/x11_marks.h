@@ -4,9 +4,9 @@
 // what is drawn becomes a mark: a window of its own that lets the mouse through, clear where it shows nothing. Which
 // one is meant is told by its place alone:
 //
-// - Inverted pixels are shown as the inverse of what the screen had there when they were inverted, in a window for each
-//   rectangle that is ever asked for. They are shown when the program next lets time pass or reads the screen, all
-//   together, so that a line that goes and comes back on the way costs nothing and does not blink.
+// - Inverted pixels are shown as the inverse of what the screen had there when they were inverted. They are shown when
+//   the program next lets time pass or reads the screen, all together, so that a line that goes and comes back on the
+//   way costs nothing and does not blink.
 // - Pixels drawn on a rectangle are a picture. Who reads exactly that rectangle looks at the picture and gets it; and
 //   what was read there before, put back, takes it off.
 // - Every other read is made without the marks in it: they are cleared, and those that were taken off just before are
