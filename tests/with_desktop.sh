@@ -26,9 +26,9 @@ start_picom() {
   picom --backend xrender --config /dev/null -b --log-file "$folder/said" "$@" </dev/null >/dev/null 2>&1
 }
 
-# Its settings come by a bus of its own.
+# Its settings come by a bus of its own, whose programs outlast the server: they get no folder to write to.
 start_xfwm4() {
-  HOME=$folder XDG_CONFIG_HOME=$folder XDG_CACHE_HOME=$folder XDG_RUNTIME_DIR=$folder NO_AT_BRIDGE=1 \
+  HOME=/dev/null XDG_CONFIG_HOME=/dev/null XDG_CACHE_HOME=/dev/null XDG_RUNTIME_DIR=/dev/null NO_AT_BRIDGE=1 \
     dbus-run-session xfwm4 --compositor=on >"$folder/said" 2>&1 </dev/null &
 }
 
