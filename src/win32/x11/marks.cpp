@@ -11,6 +11,7 @@ namespace framereel {
 namespace {
 
 constexpr uint32_t kPatienceMs = 500;     // a compositor that has not painted by then does not
+constexpr uint32_t kPartlyLooks = 40;     // a millisecond apart
 constexpr uint32_t kUnsettledMs = 30;     // a line that has gone for so long has not just moved
 constexpr size_t kReadKeptMost = 1 << 16; // bytes
 constexpr size_t kSparesKept = 8;         // windows
@@ -160,31 +161,42 @@ bool IsRecent(const X11ClearedMark& mark) {
   return DisplayTick() - mark.tick < kPatienceMs;
 }
 
-// Any pixel that no mark has had tells that the compositor has painted since. Where others stand nothing is learnt.
-bool IsSeen(X11Connection* x, const X11ClearedMark& mark) {
+// How much of what was cleared the compositor's picture still shows: all of it, or nothing, or pixels that are alike.
+// Where others stand nothing is learnt.
+enum class Sight : uint8_t { kAll, kSome, kNone };
+
+Sight LookFor(X11Connection* x, const X11ClearedMark& mark) {
   const X11Marks& marks = x->marks;
   X11Patch patch = ReadPatch(x, mark.where);
   const std::vector<uint32_t> now = MarkPixels(x, patch);
-  bool seen = true;
+  bool some = false, all = true;
   ForEachPixel(mark.where, [&](int32_t column, int32_t row, size_t i) {
-    if (!seen || !mark.shown[i] || mark.shown[i] == now[i]) return;
+    if (!mark.shown[i]) return;
     const auto stands = [&](const X11Mark& other) { return ShownAt(other, column, row) != 0; };
+    if (std::any_of(marks.standing.begin(), marks.standing.end(), stands)) return;
     const auto stood = [&](const X11ClearedMark& other) { return ShownAt(other, column, row) == now[i]; };
-    seen = std::any_of(marks.standing.begin(), marks.standing.end(), stands) ||
-           std::any_of(marks.cleared.begin(), marks.cleared.end(), stood);
+    const bool seen = std::any_of(marks.cleared.begin(), marks.cleared.end(), stood);
+    some |= seen;
+    all &= seen;
   });
-  return seen;
+  return all ? Sight::kAll : some ? Sight::kSome : Sight::kNone;
 }
 
-// Until the compositor's picture is without what was cleared in the rectangle. It learns of changes in their order, so
-// that with the last one the others are gone too.
+// Until the compositor's picture is without the mark. One that paints only what has changed may take it off in parts;
+// but what lies below may have pixels like the mark's, so that these are not waited for as long.
+void Await(X11Connection* x, const X11ClearedMark& mark) {
+  for (uint32_t partly = 0; X11Live() && IsRecent(mark); X11Rest(1)) {
+    const Sight sight = LookFor(x, mark);
+    if (sight == Sight::kNone) return;
+    if (sight == Sight::kSome && ++partly > kPartlyLooks) return;
+  }
+}
+
 void AwaitCleared(X11Connection* x, const PixelRect& where) {
-  std::list<X11ClearedMark>& cleared = x->marks.cleared;
-  const auto last = std::find_if(cleared.rbegin(), cleared.rend(),
-                                 [&](const X11ClearedMark& mark) { return IsRecent(mark) && ShowsIn(mark, where); });
-  if (last == cleared.rend()) return;
-  while (X11Live() && IsRecent(*last) && IsSeen(x, *last)) X11Rest(1);
-  cleared.erase(cleared.begin(), last.base());
+  for (const X11ClearedMark& mark : x->marks.cleared) {
+    if (IsRecent(mark) && ShowsIn(mark, where)) Await(x, mark);
+  }
+  std::erase_if(x->marks.cleared, [&](const X11ClearedMark& mark) { return ShowsIn(mark, where); });
 }
 
 // ---- Inverted pixels ---------------------------------------------------------------------------------------------

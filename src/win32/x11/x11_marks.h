@@ -10,8 +10,8 @@
 // - Pixels drawn on a rectangle are a picture. Who reads exactly that rectangle looks at the picture and gets it; and
 //   what was read there before, put back, takes it off.
 // - Every other read is made without the marks in it: they are cleared, and those that were taken off just before are
-//   waited for, since the compositor's picture shows them until it paints the next. That it has is seen by any pixel
-//   that is not the mark's.
+//   waited for, since the compositor's picture shows them until it paints the next. That it has is seen by their
+//   pixels, which are not the marks' any more.
 //
 // Without a compositor all is drawn on the root window. What is inverted there is noted, so that it can be taken over
 // when a compositor comes; it may go as well.
