@@ -3,8 +3,10 @@
 #
 #   tests/with_xvfb.sh WIDTHxHEIGHTxDEPTH tests/with_desktop.sh "PROGRAM [PROGRAM]" COMMAND [ARGUMENT...]
 #
-# The programs are openbox and picom, in this order. The command starts once they are at work; they end with the
-# server. Their own settings are left aside. One that does not start is status 125, with what it said.
+# The programs are openbox and picom, in this order, or xfwm4, which is both; picom-whole is a picom that paints the whole
+# screen whenever a part of it changes. The command starts once they are at work, but has to wait for xfwm4 itself, and
+# finds their names in FRAMEREEL_DESKTOP. They end with the server. Their own settings are left aside. One that does not
+# start is status 125, with what it said.
 set -eu
 
 folder=${FRAMEREEL_XVFB_FOLDER:?"is set by with_xvfb.sh"}
@@ -21,13 +23,22 @@ start_openbox() {
 
 # It goes into the background when it is at work.
 start_picom() {
-  picom --backend xrender --config /dev/null -b --log-file "$folder/said" </dev/null >/dev/null 2>&1
+  picom --backend xrender --config /dev/null -b --log-file "$folder/said" "$@" </dev/null >/dev/null 2>&1
+}
+
+# Its settings come by a bus of its own, whose programs outlast the server: they get no folder to write to.
+start_xfwm4() {
+  HOME=/dev/null XDG_CONFIG_HOME=/dev/null XDG_CACHE_HOME=/dev/null XDG_RUNTIME_DIR=/dev/null NO_AT_BRIDGE=1 \
+    dbus-run-session xfwm4 --compositor=on >"$folder/said" 2>&1 </dev/null &
 }
 
 for program in $programs; do
-  "start_$program" && continue
+  case $program in
+    picom-whole) start_picom --no-use-damage && continue ;;
+    *) "start_$program" && continue ;;
+  esac
   echo "$0: $program did not start:" >&2
   cat "$folder/said" >&2 || true
   exit 125
 done
-exec "$@"
+FRAMEREEL_DESKTOP=$programs exec "$@"

@@ -262,8 +262,6 @@ TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   Chord(false);
   XUngrabKeyboard(artist.display, CurrentTime);
   AntsHide(app.area);
-  // A compositor may have painted over parts of the line, and they come out now.
-  if (HasCompositor()) RefreshScreen(app.area);
   UntilSceneStands(5);
 
   const GifPicture gif = ReadGif(FileBytes(app.stream));

@@ -93,6 +93,10 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
   return true;
 }
 
+bool DisplayIsComposed() {
+  return false;
+}
+
 bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, int32_t y) {
   const MemoryDisplay& display = TheMemoryDisplay();
   if (display.lost || from.layout.depth != display.layout.depth) return false;

@@ -46,6 +46,11 @@ void DisplayFreeSurface(Surface* surface);
 // false and nothing is read.
 bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY);
 
+// Whether a compositor shows the screen. What is drawn on it with the two calls below then stands over the pictures of
+// all windows, and not among their pixels: it stays whatever they paint. A read goes without it, except for one of just
+// the place where pixels were put, which finds them; putting there what was read before takes them off.
+bool DisplayIsComposed();
+
 // Puts the part of a surface of the screen's layout on the screen, over all windows, with its top left pixel at x, y.
 // What lies off the screen is cut.
 bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, int32_t y);

@@ -30,6 +30,8 @@ void Refresh(WindowContext* held) {
     visible.Intersect(paint);
   }
   const int32_t left = onScreen ? 0 : topLevel->place.left, top = onScreen ? 0 : topLevel->place.top;
+  // What is drawn on a cover mixes with what is under it, of which a compositor has a picture of its own.
+  if (onScreen && DisplayIsComposed()) visible.Clear();
   visible.Offset(-left, -top);
   HDC context = held->context;
   context->screen = onScreen;

@@ -1,8 +1,9 @@
-// The clock of the X11 display is the machine's; it needs no connection.
+// The clock of the X11 display is the machine's; it needs no connection. Before time passes, the screen shows what was
+// drawn.
 #include <cerrno>
 #include <ctime>
 
-#include "win32/pixels/display.h"
+#include "win32/x11/x11_display.h"
 
 namespace framereel {
 
@@ -12,7 +13,7 @@ uint32_t DisplayTick() {
   return uint32_t(uint64_t(now.tv_sec) * 1000 + now.tv_nsec / 1'000'000);
 }
 
-void DisplaySleep(uint32_t milliseconds) {
+void X11Rest(uint32_t milliseconds) {
   timespec end;
   ::clock_gettime(CLOCK_MONOTONIC, &end);
   end.tv_sec += milliseconds / 1000;
@@ -23,6 +24,11 @@ void DisplaySleep(uint32_t milliseconds) {
   }
   while (::clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) {
   }
+}
+
+void DisplaySleep(uint32_t milliseconds) {
+  if (X11Connection* x = X11Live()) X11SettleMarks(x);
+  X11Rest(milliseconds);
 }
 
 } // namespace framereel

@@ -74,6 +74,7 @@ void Connect() {
   X11WatchDevices(x);
   X11InternAtoms(x);
   X11MakeFence(x);
+  X11WatchCompositor(x);
 }
 
 void LeaveHandlers() {
@@ -130,7 +131,7 @@ void DisplayClose() {
   X11ForgetSequences(x);
   X11LeaveSession(x);
   // What the server holds for us goes with the connection; Xlib's own records do not.
-  for (GC context : {x->drawing, x->inverting, x->stippling}) {
+  for (GC context : {x->drawing, x->inverting, x->stippling, x->marks.context}) {
     if (context) XFreeGC(x->display, context);
   }
   XCloseDisplay(x->display);
@@ -164,7 +165,7 @@ void X11TakeEvents(X11Connection* x, int queued) {
       X11NoteScreenChanged(x);
       continue;
     }
-    if (X11TakeSelectionEvent(x, event)) continue;
+    if (X11TakeCompositorEvent(x, event) || X11TakeSelectionEvent(x, event)) continue;
     X11TakeWindowEvent(x, &event);
   }
 }

@@ -62,6 +62,7 @@ const std::vector<Window>& ChildrenOf(X11Connection* x, Window window) {
 // and back. Xlib itself asks one after the other.
 void LookAt(X11Connection* x, const std::vector<Window>& windows) {
   struct Look {
+    Window window;
     X11Seen* seen;
     xcb_get_window_attributes_cookie_t state;
     xcb_get_geometry_cookie_t place;
@@ -72,14 +73,15 @@ void LookAt(X11Connection* x, const std::vector<Window>& windows) {
     X11Seen& seen = SeenOf(x, window);
     if (seen.looked) continue;
     const xcb_window_t id = static_cast<xcb_window_t>(window);
-    looks.push_back({&seen, xcb_get_window_attributes(connection, id), xcb_get_geometry(connection, id)});
+    looks.push_back({window, &seen, xcb_get_window_attributes(connection, id), xcb_get_geometry(connection, id)});
   }
   for (const Look& look : looks) {
     const Answer state(xcb_get_window_attributes_reply(connection, look.state, nullptr));
     const Answer place(xcb_get_geometry_reply(connection, look.place, nullptr));
     X11Seen& seen = *look.seen;
     seen.looked = true;
-    seen.shown = state && place && state->map_state != XCB_MAP_STATE_UNMAPPED && state->_class == InputOutput;
+    seen.shown = state && place && state->map_state != XCB_MAP_STATE_UNMAPPED && state->_class == InputOutput &&
+                 !X11IsMark(x, look.window);
     if (!place) continue;
     seen.border = place->border_width;
     seen.place = {place->x, place->y, place->x + place->width + 2 * seen.border,

@@ -336,6 +336,7 @@ bool DisplayNextEvent(DisplayEvent* event) {
   }
   // More may have come along with the answers.
   while (X11Live() && Settle(x)) X11TakeEvents(x, QueuedAlready);
+  if (X11Live()) X11SettleOldMarks(x);
   if (!X11Live() || events.empty()) return false;
   *event = events.front();
   events.pop_front();

@@ -85,24 +85,6 @@ uint32_t InvertedBits(Display* display, const PixelLayout& layout) {
 
 // ---- Images ------------------------------------------------------------------------------------------------------
 
-// Describes rows in memory to Xlib. Nothing is allocated.
-XImage ImageOf(const X11Format& format, uint8_t* pixels, int32_t width, int32_t height, int64_t rowBytes) {
-  XImage image{};
-  image.width = width;
-  image.height = height;
-  image.format = ZPixmap;
-  image.data = reinterpret_cast<char*>(pixels);
-  image.byte_order = format.byteOrder;
-  image.bitmap_bit_order = format.bitOrder;
-  image.bitmap_unit = format.bitUnit;
-  image.bitmap_pad = format.rowPad;
-  image.depth = format.depth;
-  image.bits_per_pixel = format.bitsPerPixel;
-  image.bytes_per_line = int(rowBytes);
-  XInitImage(&image);
-  return image;
-}
-
 // A surface's own packing, which Xlib turns into the server's when it sends.
 X11Format OwnFormat(const X11Connection* x) {
   return {x->format.depth, 8 * x->facts.layout.bytesPerPixel, 8, kOwnByteOrder, kOwnByteOrder, 8, x->format.turned};
@@ -125,7 +107,7 @@ X11Segment* SegmentOf(const X11Connection* x, const Surface& surface) {
 // Lets the server write the rectangle to `at` inside of the segment, in its own rows.
 bool ReadShared(X11Connection* x, const PixelRect& where, X11Segment* segment, uint8_t* at) {
   int32_t width = where.right - where.left;
-  XImage image = ImageOf(x->format, at, width, where.bottom - where.top, X11RowBytes(x->format, width));
+  XImage image = X11ImageOf(x->format, at, width, where.bottom - where.top, X11RowBytes(x->format, width));
   image.obdata = reinterpret_cast<char*>(&segment->shared);
   return XShmGetImage(x->display, x->root, &image, where.left, where.top, AllPlanes) && X11Live();
 }
@@ -184,12 +166,29 @@ Pixmap StippleOf(X11Connection* x, const uint8_t pattern[8]) {
   if (!x->stippling) x->stippling = XCreateGC(x->display, slot.bitmap, 0, nullptr);
   if (!x->stippling) EndWithoutMemory();
   X11Format bits = {1, 1, 8, MSBFirst, MSBFirst, 8, false};
-  XImage image = ImageOf(bits, slot.pattern, 8, 8, 1);
+  XImage image = X11ImageOf(bits, slot.pattern, 8, 8, 1);
   XPutImage(x->display, slot.bitmap, x->stippling, &image, 0, 0, 0, 0, 8, 8);
   return slot.bitmap;
 }
 
 } // namespace
+
+XImage X11ImageOf(const X11Format& format, uint8_t* pixels, int32_t width, int32_t height, int64_t rowBytes) {
+  XImage image{};
+  image.width = width;
+  image.height = height;
+  image.format = ZPixmap;
+  image.data = reinterpret_cast<char*>(pixels);
+  image.byte_order = format.byteOrder;
+  image.bitmap_bit_order = format.bitOrder;
+  image.bitmap_unit = format.bitUnit;
+  image.bitmap_pad = format.rowPad;
+  image.depth = format.depth;
+  image.bits_per_pixel = format.bitsPerPixel;
+  image.bytes_per_line = int(rowBytes);
+  XInitImage(&image);
+  return image;
+}
 
 void X11ReadScreenFacts(X11Connection* x) {
   int screen = DefaultScreen(x->display);
@@ -227,14 +226,14 @@ void X11PutPixels(X11Connection* x, Drawable to, const Surface& from, const Pixe
   int32_t height = part.bottom - part.top;
   X11Segment* segment = SegmentOf(x, from);
   if (segment && X11RowBytes(x->format, width) * height >= kSharedFrom) {
-    XImage image = ImageOf(x->format, from.pixels, from.width, from.height, from.stride);
+    XImage image = X11ImageOf(x->format, from.pixels, from.width, from.height, from.stride);
     image.obdata = reinterpret_cast<char*>(&segment->shared);
     XShmPutImage(x->display, to, x->drawing, &image, part.left, part.top, toX, toY, width, height, False);
     // The surface may change behind this call, so the server must have read it.
     XSync(x->display, False);
     return;
   }
-  XImage image = ImageOf(OwnFormat(x), from.pixels, from.width, from.height, from.stride);
+  XImage image = X11ImageOf(OwnFormat(x), from.pixels, from.width, from.height, from.stride);
   XPutImage(x->display, to, x->drawing, &image, part.left, part.top, toX, toY, width, height);
   XFlush(x->display);
 }
@@ -297,10 +296,13 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
   if (!X11HasScreenLayout(x, into)) return false;
   if (IsEmpty(where)) return true;
   if (!Holds(ScreenRect(x), where)) return false;
-  int32_t width = where.right - where.left;
-  int32_t height = where.bottom - where.top;
-  if (toX < 0 || toY < 0 || width > into.width - toX || height > into.height - toY) return false;
+  if (toX < 0 || toY < 0) return false;
+  if (where.right - where.left > into.width - toX || where.bottom - where.top > into.height - toY) return false;
+  return X11ReadBesideMarks(x, where, into, toX, toY);
+}
 
+bool X11ReadScreen(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {
+  const int32_t width = where.right - where.left, height = where.bottom - where.top;
   // A read as wide as the surface touches none of its other pixels.
   X11Segment* segment = width == into.width ? SegmentOf(x, into) : nullptr;
   if (segment) return ReadShared(x, where, segment, RowOf(into, toY));
@@ -321,7 +323,10 @@ bool DisplayDrawScreen(const Surface& from, const PixelRect& part, int32_t x, in
   int64_t down = int64_t{y} - part.top;
   PixelRect cut = VisiblePart(connection, Intersect(part, {0, 0, from.width, from.height}), right, down);
   if (IsEmpty(cut)) return true;
-  X11PutPixels(connection, connection->root, from, cut, int32_t(cut.left + right), int32_t(cut.top + down));
+  const PixelRect where = Moved(cut, int32_t(right), int32_t(down));
+  if (!X11DrawMark(connection, from, cut.left, cut.top, where)) {
+    X11PutPixels(connection, connection->root, from, cut, where.left, where.top);
+  }
   return X11Live() != nullptr;
 }
 
@@ -331,10 +336,15 @@ bool DisplayInvertScreen(const PixelRect& where, const uint8_t pattern[8]) {
   X11TakeEvents(x, QueuedAlready);
   PixelRect cut = Intersect(where, ScreenRect(x));
   if (IsEmpty(cut)) return true;
-  XSetStipple(x->display, x->inverting, StippleOf(x, pattern));
-  XFillRectangle(x->display, x->root, x->inverting, cut.left, cut.top, cut.right - cut.left, cut.bottom - cut.top);
-  XFlush(x->display);
+  if (!X11InvertMark(x, cut, pattern)) X11InvertRoot(x, cut, pattern);
   return X11Live() != nullptr;
+}
+
+void X11InvertRoot(X11Connection* x, const PixelRect& where, const uint8_t pattern[8]) {
+  XSetStipple(x->display, x->inverting, StippleOf(x, pattern));
+  XFillRectangle(x->display, x->root, x->inverting, where.left, where.top, where.right - where.left,
+                 where.bottom - where.top);
+  XFlush(x->display);
 }
 
 } // namespace framereel

@@ -104,10 +104,12 @@ void X11RaiseUnmanaged(X11Connection* x) {
       if ((*window)->shown && (*window)->role == role) stack.push_back((*window)->id);
     }
   }
-  if (stack.empty()) return;
-  // Each of the others slides under the one before, so none covers another for a moment and has to be painted anew.
-  XRaiseWindow(x->display, stack.front());
-  XRestackWindows(x->display, stack.data(), int(stack.size()));
+  if (!stack.empty()) {
+    // Each of the others slides under the one before, so none covers another for a moment and has to be painted anew.
+    XRaiseWindow(x->display, stack.front());
+    XRestackWindows(x->display, stack.data(), int(stack.size()));
+  }
+  X11RaiseMarks(x);
 }
 
 DisplayWindow* DisplayNewWindow(const DisplayWindowSpec& spec) {

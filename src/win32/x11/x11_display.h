@@ -14,6 +14,7 @@
 #include <X11/extensions/XShm.h>
 
 #include "win32/pixels/display.h"
+#include "win32/x11/x11_marks.h"
 #include "win32/x11/x11_selections.h"
 #include "win32/x11/x11_windows.h"
 
@@ -102,6 +103,7 @@ struct X11Connection {
   X11Keys keyboard;
   X11Selections selections;
   X11Session session;
+  X11Marks marks;
 };
 
 // The connection, or null when there is none or it is lost. Every entry of the display asks it first.
@@ -124,9 +126,20 @@ void X11MakeContexts(X11Connection* x);
 // The colours may have changed since they were asked for.
 void X11ForgetPalette(X11Connection* x);
 bool X11HasScreenLayout(const X11Connection* x, const Surface& surface);
+// Rows in memory, for Xlib. Nothing is allocated.
+XImage X11ImageOf(const X11Format& format, uint8_t* pixels, int32_t width, int32_t height, int64_t rowBytes);
+// Reads what the root shows, with all that is on the screen; what it is given fits, and is of the screen's layout.
+bool X11ReadScreen(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY);
+// Inverts as DisplayInvertScreen, on the root.
+void X11InvertRoot(X11Connection* x, const PixelRect& where, const uint8_t pattern[8]);
 // Sends a part that lies on the surface, of the screen's layout, to the root or a window of ours, its top left pixel at
 // toX, toY.
 void X11PutPixels(X11Connection* x, Drawable to, const Surface& from, const PixelRect& part, int32_t toX, int32_t toY);
+
+// ---- clock.cpp ----
+
+// DisplaySleep, while nothing is brought up to date.
+void X11Rest(uint32_t milliseconds);
 
 // ---- pointer.cpp ----
 

@@ -1,0 +1,183 @@
+// What the program draws on the screen while another one paints its window: a line of inverted pixels, and a picture.
+// With a compositor both stand over all that moves, and nobody reads them by accident; without one the root has them.
+#include "x11/user.h"
+
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace framereel {
+
+namespace {
+
+constexpr PixelRect kScene = {40, 40, 300, 240};
+constexpr PixelRect kLine = {50, 60, 290, 61}, kPlace = {100, 100, 164, 163};
+constexpr PixelRect kBeside = {250, 200, 300, 240}; // the part of the scene that no mark touches
+constexpr uint8_t kStripes[8] = {0xF0, 0xE1, 0xC3, 0x87, 0x0F, 0x1E, 0x3C, 0x78};
+
+class X11WindowMarks : public X11WindowTest {
+protected:
+  void SetUp() override {
+    X11WindowTest::SetUp();
+    const char* desktop = std::getenv("FRAMEREEL_DESKTOP");
+    if (desktop && std::string_view(desktop) == "xfwm4") Until([&] { return HasCompositor(); }); // it may still start
+    scene = artist.Show(bare, kScene.left, kScene.top);
+    Paint(kScene);
+  }
+
+  // In a colour that is no inverse of another; once it is on the screen, so is what stands over it. What is painted
+  // under a mark without a compositor paints over the mark, so that only a part moves there.
+  void Paint(const PixelRect& part) {
+    colour = (colour + 0x010305) & 0x3F3F3F & artist.PixelBits();
+    Picture paint = artist.Paper(part.right - part.left, part.bottom - part.top);
+    paint.pixels.assign(paint.pixels.size(), colour);
+    Copy(paint, paint.All(), part.left - kScene.left, part.top - kScene.top, &bare);
+    XSetWindowBackground(artist.display, scene, colour); // it repaints by itself what is uncovered
+    artist.Put(paint, scene, artist.Depth(), part.left - kScene.left, part.top - kScene.top);
+    Until([&] { return Seen().pixels.back() == colour; });
+  }
+  void Paint() { Paint(HasCompositor() ? kScene : kBeside); }
+
+  Picture Seen() const { return artist.Look(kScene); }
+  // What a frame of the scene has.
+  Picture Read() const {
+    const OwnSurface into(bare.width, bare.height);
+    EXPECT_TRUE(DisplayReadScreen(kScene, into.surface, 0, 0));
+    return into.Pixels();
+  }
+  void UntilSeen(const Picture& expected, std::source_location where = std::source_location::current()) {
+    Until([&] { return Difference(Seen(), expected).empty(); }, where);
+  }
+
+  void ToggleLine() {
+    ASSERT_TRUE(DisplayInvertScreen(kLine, kStripes));
+    DisplaySleep(0);
+  }
+  // The scene of now with the line, inverted when the scene was of that colour.
+  Picture WithLine(uint32_t of) const {
+    Picture marked = bare;
+    for (int32_t x = kLine.left; x < kLine.right; ++x) {
+      const bool striped = kStripes[kLine.top % 8] >> (7 - x % 8) & 1;
+      if (striped) marked.At(x - kScene.left, kLine.top - kScene.top) = of ^ artist.Black() ^ artist.White();
+    }
+    return marked;
+  }
+
+  Window scene = None;
+  uint32_t colour = 0;
+  Picture bare = artist.Paper(kScene.right - kScene.left, kScene.bottom - kScene.top); // the scene as it was painted
+};
+
+TEST_F(X11WindowMarks, StandOverWhatMovesAndAreInNoFrame) {
+  const Picture picture = artist.Noise(kPlace.right - kPlace.left, kPlace.bottom - kPlace.top, 1);
+  const OwnSurface drawn(picture), below(picture.width, picture.height), there(picture.width, picture.height);
+  const uint32_t first = colour;
+  for (int round = 0; round < 8; ++round) {
+    const uint32_t of = HasCompositor() ? colour : first;
+    const auto marked = [&] {
+      Picture seen = WithLine(of);
+      Copy(picture, picture.All(), kPlace.left - kScene.left, kPlace.top - kScene.top, &seen);
+      return seen;
+    };
+    ASSERT_TRUE(DisplayReadScreen(kPlace, below.surface, 0, 0));
+    ASSERT_TRUE(DisplayDrawScreen(drawn.surface, picture.All(), kPlace.left, kPlace.top));
+    ToggleLine();
+    UntilSeen(marked());
+    for (int look = 0; look < 4; ++look) {
+      Paint();
+      EXPECT_EQ(Difference(Seen(), marked()), "");
+    }
+    if (HasCompositor()) {
+      EXPECT_EQ(Difference(Read(), bare), "");
+      UntilSeen(marked());
+    }
+    // Whoever has drawn the picture and looks at just its place finds it, and puts back what was there.
+    ASSERT_TRUE(DisplayReadScreen(kPlace, there.surface, 0, 0));
+    EXPECT_EQ(Difference(there.Pixels(), picture), "");
+    ASSERT_TRUE(DisplayDrawScreen(below.surface, picture.All(), kPlace.left, kPlace.top));
+    ToggleLine();
+    EXPECT_EQ(Difference(Read(), bare), "") << "round " << round;
+    EXPECT_EQ(Difference(Seen(), bare), "");
+  }
+}
+
+TEST_F(X11WindowMarks, StayOnTopAndAreNobodysToPressOn) {
+  ToggleLine();
+  UntilSeen(WithLine(colour));
+  EXPECT_EQ(WindowAt(kLine.left, kLine.top), scene);
+  EXPECT_EQ(DisplayWindowAt(0, kLine.left, kLine.top), scene);
+
+  const Picture paper = artist.Paper(40, 20);
+  artist.Show(paper, 80, 50);
+  Until([&] { return artist.Look().At(81, 51) == artist.White(); });
+  const uint8_t others[8] = {0x0F, 0x1E, 0x3C, 0x78, 0xF0, 0xE1, 0xC3, 0x87};
+  ASSERT_TRUE(DisplayInvertScreen(kLine, others)); // all of it is inverted now
+  DisplaySleep(0);
+  Until([&] {
+    const Picture seen = artist.Look();
+    bool inverted = true;
+    for (int32_t x = 80; x < 120; ++x) {
+      const bool now = others[kLine.top % 8] >> (7 - x % 8) & 1; // over the paper
+      inverted &= !now || seen.At(x, kLine.top) == artist.Black();
+    }
+    return inverted;
+  });
+}
+
+// Another program's, which ends with the test.
+struct Compositor {
+  pid_t process = 0;
+
+  Compositor() {
+    std::string arguments[] = {"picom", "--backend", "xrender", "--config", "/dev/null", "--no-use-damage"};
+    std::vector<char*> list;
+    for (std::string& each : arguments) list.push_back(each.data());
+    list.push_back(nullptr);
+    EXPECT_EQ(::posix_spawnp(&process, list[0], nullptr, nullptr, list.data(), environ), 0);
+  }
+  ~Compositor() {
+    ::kill(process, SIGTERM);
+    ::waitpid(process, nullptr, 0);
+  }
+};
+
+TEST_F(X11WindowMarks, FollowACompositorThatComesAndGoes) {
+  if (HasCompositor() || artist.Depth() != 24) GTEST_SKIP() << "one that is there stays";
+  for (int round = 0; round < 2; ++round) {
+    ToggleLine();
+    UntilSeen(WithLine(colour));
+    {
+      const Compositor compositor;
+      Until([&] { return HasCompositor(); });
+      Drain();
+      // It may have been inverted anew when the compositor had not painted yet.
+      Until([&] {
+        Paint();
+        const Picture seen = Seen(), line = WithLine(colour);
+        bool stands = true;
+        for (size_t i = 0; i < line.pixels.size(); ++i) {
+          stands &= (seen.pixels[i] == bare.pixels[i]) == (line.pixels[i] == bare.pixels[i]);
+        }
+        return stands;
+      });
+      ToggleLine();
+      EXPECT_EQ(Difference(Read(), bare), "");
+      EXPECT_EQ(Difference(Seen(), bare), "");
+      ToggleLine();
+      UntilSeen(WithLine(colour));
+    }
+    Until([&] { return !HasCompositor(); });
+    Drain();
+    UntilSeen(WithLine(colour));
+    ToggleLine();
+    UntilSeen(bare);
+  }
+}
+
+} // namespace
+
+} // namespace framereel
