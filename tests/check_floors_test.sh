@@ -54,7 +54,7 @@ put src/win32/windows/menu_bar.cpp '"win32/windows/menu_bar.h"' '"win32/windows/
 put src/win32/windows/caption.h '"win32/windows/frame.h"'
 expected='circle: win32/windows/caption win32/windows/frame win32/windows/menu_bar
 circle: win32/drawing/pens win32/windows/tree
-circle: win32/drawing/pens win32/windows/tree win32/win32
+circle: win32/drawing/pens win32/windows/tree win32/win32_types
 src/gif/upward.cpp:1: gif includes upward: "recorder/grab.h"
 src/gif/upward.cpp:2: gif includes upward: "toolkit/views/view.h"
 src/gif/upward.cpp:3: "view.h" is in no folder with a floor or room

@@ -20,7 +20,7 @@ _framereel_record() {
     *)
       if [[ $word == -* ]]; then
         _framereel_words '--area --window --follow --list-windows --no-cursor --no-border --size --countdown --delay
-          --fps --seconds --frames --ticks --delays --no-timing --no-loop --no-transparency --explorer --owner
+          --fps --seconds --frames --ticks --delays --smallest --no-timing --no-loop --no-transparency --explorer --owner
           --overwrite --no-clobber --quiet --stats -h --help --version'
       else
         compopt -o filenames 2>/dev/null

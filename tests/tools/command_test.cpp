@@ -160,7 +160,7 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
        0,
        0,
        "there is no display to record in this Wayland session; log in to an X11"},
-      {"0 display 0 wayland", {"--frames=1", "--quiet"}, 1, 0, "this is a Wayland session, which does not show"},
+      {"0 display 0 wayland", {"--ticks=1", "--quiet"}, 1, 100, "this is a Wayland session, which does not show"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::Message() << c.script << " " << testing::PrintToString(c.arguments));
