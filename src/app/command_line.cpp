@@ -9,14 +9,13 @@
 namespace framereel {
 namespace {
 
-constexpr char kHelp[] =
-    "Usage: framereel\n"
-    "Records a rectangle of the screen into an animated GIF. What is recorded, and\n"
-    "how, is chosen in its window; framereel-record does the same from the command\n"
-    "line.\n\n"
-    "  -h, --help  show this text\n"
-    "  --version   show the version\n\n"
-    "Exit status: 0 ended by its user, 1 failed, 2 wrong arguments.\n";
+constexpr char kHelp[] = "Usage: framereel\n"
+                         "Records a rectangle of the screen into an animated GIF. What is recorded, and\n"
+                         "how, is chosen in its window; framereel-record does the same from the command\n"
+                         "line.\n\n"
+                         "  -h, --help  show this text\n"
+                         "  --version   show the version\n\n"
+                         "Exit status: 0 ended by its user, 1 failed, 2 wrong arguments.\n";
 
 int Print(const char* text) {
   ::fputs(text, stdout);
