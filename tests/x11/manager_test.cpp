@@ -68,6 +68,7 @@ TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
 
 TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  const DisplayWindow* dialog = Show(Role::kDialog, {20, 20, 60, 60}, window);
   {
     OwnManager manager(artist);
     EXPECT_TRUE(DisplayMinimiseWindow(window, true));
@@ -81,6 +82,10 @@ TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
       WriteItems(window->id, "WM_STATE", Atom(AtomOf("WM_STATE")), {state, None});
       EXPECT_EQ(Next(Kind::kMinimised, window).flag, state == IconicState);
     }
+    // A dialog that it minimises along with its owner is not to come back minimised.
+    WriteItems(dialog->id, "_NET_WM_STATE", XA_ATOM, {AtomOf("_NET_WM_STATE_HIDDEN")});
+    WriteItems(dialog->id, "WM_STATE", Atom(AtomOf("WM_STATE")), {IconicState, None});
+    EXPECT_FALSE(Came(Kind::kMinimised));
   }
   // One that goes leaves all windows on the screen.
   XMapWindow(artist.display, window->id);

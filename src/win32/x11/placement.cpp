@@ -61,10 +61,11 @@ bool ReadState(X11Connection* x, const DisplayWindow& window, bool* minimised) {
   return window.viewable;
 }
 
+// Managers that minimise a window may do so with those that it owns. These go and come back with it in any case.
 void AskState(X11Connection* x, DisplayWindow* window) {
   window->stateUnsure = false;
   bool minimised = false;
-  if (!window->shown || !ReadState(x, *window, &minimised) || minimised == window->minimised) return;
+  if (!window->shown || window->owner || !ReadState(x, *window, &minimised) || minimised == window->minimised) return;
   window->minimised = window->startsMinimised = minimised;
   X11QueueEvent(x, Kind::kMinimised, window, minimised);
 }
