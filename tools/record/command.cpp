@@ -276,6 +276,8 @@ int RecordCommandRun(RecordCommand& command) {
     return Fail(command);
   }
   if (!StartScreen(command.refusal)) return Fail(command);
+  // Not earlier: Ctrl+C is to end a wait for a pipe's reader, or for a server that does not answer.
+  if (command.signals) StopSignalsBlock(*command.signals);
   if (SessionIsWayland()) WarnOfWayland(command.messages);
   const int status = Prepare(command) ? RecordAndSave(command) : Fail(command);
   RecorderTearDown(command.recorder);

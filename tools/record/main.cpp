@@ -38,12 +38,10 @@ int PrintWindows() {
 int Record(const RecordOptions& options) {
   static StopSignals signals;
   Refusal refusal;
-  // Ahead of the signals: Ctrl+C still ends a wait for a pipe's reader.
   if (!OutputFind(command.output, options.file, refusal)) {
     Complain(stderr, refusal.text);
     return kExitFailed;
   }
-  StopSignalsBlock(signals);
   command.options = options;
   command.clock = {&signals, Now, Wait};
   command.signals = &signals;
