@@ -143,6 +143,26 @@ TEST_F(AppTest, ASignalEndsItInOrder) {
   EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
+TEST_F(AppTest, OffersWhatWasKeptOnceItHasComeIn) {
+  std::filesystem::create_directory(folder / "framereel");
+  WriteWholeFile(folder / "framereel/framereel-recovered-1.gif", "GIF89a");
+  static bool asked;
+  asked = false;
+  for (uint32_t tick = 100; tick < 6000; tick += 100) {
+    MemoryAt(tick, [] {
+      RECT place;
+      if (asked || !GetModalWindow() || !::GetWindowRect(GetModalWindow()->window, &place)) return;
+      asked = true;
+      EXPECT_LT((place.left + place.right) / 2, 640) << "it is centred on the main window";
+      MemoryTypeKey(VK_ESCAPE);
+    });
+  }
+  CloseAt(6100);
+  EXPECT_EQ(RunProgram(), 0);
+  EXPECT_TRUE(asked);
+  EXPECT_TRUE(std::filesystem::is_empty(folder / "framereel"));
+}
+
 TEST_F(AppTest, SaysUnderWaylandThatItSeesNothingThere) {
   ::setenv("WAYLAND_DISPLAY", "wayland-0", 1);
   MemoryAt(4000, [] {
