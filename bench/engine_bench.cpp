@@ -13,6 +13,7 @@
 #include "gif/gif_records.h"
 #include "platform/pump/engine_start.h"
 #include "recorder/engine/difference.h"
+#include "recorder/engine/full_frame.h"
 #include "recorder/engine/grab.h"
 #include "recorder/engine/index_rows.h"
 #include "recorder/engine/recorder_core.h"
@@ -105,12 +106,11 @@ double Reduce(Bench& bench, uint16_t size) {
 
 double Compress(Bench& bench) {
   const RecorderState& recorder = bench.recorder;
-  const int left = recorder.dirtyLeft, top = recorder.dirtyTop;
-  const PixelCursor cursor = {recorder.workFrame + size_t(top) * bench.width + left, recorder.dirtyWidth,
-                              int16_t(bench.width - recorder.dirtyWidth)};
-  return Nanoseconds([&] {
-    GifWriteImage(bench.gif, int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, cursor);
-  });
+  const Rect& dirty = recorder.dirty;
+  const auto width = int16_t(dirty.right - dirty.left), height = int16_t(dirty.bottom - dirty.top);
+  const PixelCursor cursor = {recorder.workFrame + size_t(dirty.top) * bench.width + dirty.left, width,
+                              int16_t(bench.width - width)};
+  return Nanoseconds([&] { GifWriteImage(bench.gif, dirty.left, dirty.top, width, height, cursor); });
 }
 
 // One frame of a scene through every stage. The comparison is made while the rows are converted, so its cost is what
@@ -127,7 +127,7 @@ void MeasureFrame(Bench& bench, std::vector<double> times[kStages]) {
   times[kRead].push_back(read);
   times[kConvert].push_back(convert);
   times[kDifference].push_back(std::max(0.0, walk - read - convert));
-  if (recorder.dirtyWidth < 1) return;
+  if (NothingIsDirty(recorder)) return;
   times[kReduce25].push_back(Reduce(bench, kSize25));
   times[kReduce44].push_back(Reduce(bench, kSize44));
   const uint32_t before = bench.stream.streamSize;

@@ -11,7 +11,7 @@
 namespace framereel {
 
 // Brings previousFrame up to date with the grabbed screen and fills workFrame and the dirty rectangle; when nothing
-// changed, dirtyWidth is below 1. Of workFrame only the rectangle counts, and so much around it as a reduction reads.
+// changed, that is empty. Of workFrame only the rectangle counts, and so much around it as a reduction reads.
 //
 // `transparent` asks for transparent pixels. Answers true if the frame had to do without them: on a screen of 256
 // colours a changed pixel may have the transparent index itself, and then another index is taken that no pixel of the

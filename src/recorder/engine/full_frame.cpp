@@ -8,12 +8,11 @@
 namespace framereel {
 
 void SetDirtyRect(RecorderState& recorder, int32_t left, int32_t top, int32_t right, int32_t bottom) {
-  recorder.dirtyLeft = int16_t(recorder.frameLeft + left);
-  recorder.dirtyTop = int16_t(recorder.frameTop + top);
-  recorder.dirtyRight = int16_t(recorder.frameLeft + right);
-  recorder.dirtyBottom = int16_t(recorder.frameTop + bottom);
-  recorder.dirtyWidth = int16_t(right - left);
-  recorder.dirtyHeight = int16_t(bottom - top);
+  recorder.dirty = {int16_t(top), int16_t(left), int16_t(bottom), int16_t(right)};
+}
+
+bool NothingIsDirty(const RecorderState& recorder) {
+  return recorder.dirty.right <= recorder.dirty.left;
 }
 
 bool FirstFrameConvert(RecorderState& recorder) {

@@ -12,5 +12,6 @@ bool FirstFrameConvert(RecorderState& recorder);
 
 // Sets the dirty rectangle from edges in the frame's own coordinates, right and bottom one past the last pixel.
 void SetDirtyRect(RecorderState& recorder, int32_t left, int32_t top, int32_t right, int32_t bottom);
+bool NothingIsDirty(const RecorderState& recorder);
 
 } // namespace framereel

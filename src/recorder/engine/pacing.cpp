@@ -67,17 +67,18 @@ void WriteFrame(RecorderState& recorder, bool transparent, bool grab) {
 }
 
 FramePixels PixelsOfFrame(const RecorderState& recorder, bool transparent) {
-  const int32_t left = recorder.dirtyLeft - recorder.frameLeft;
-  const int32_t top = recorder.dirtyTop - recorder.frameTop;
-  FramePixels frame = {int16_t(left), int16_t(top), recorder.dirtyWidth, recorder.dirtyHeight, {}, false, 0,
-                       false,         false};
-  frame.pixels = {recorder.workFrame + int64_t(top) * recorder.frameWidth + left, recorder.dirtyWidth,
-                  int16_t(recorder.frameWidth - recorder.dirtyWidth)};
-  frame.marked = transparent;
-  frame.mark = recorder.colours.outputTransparent;
-  frame.mayMark = recorder.options->interframeTransparency;
-  frame.inPlace = recorder.options->explorerCompatible;
-  return frame;
+  const Rect& dirty = recorder.dirty;
+  const auto width = int16_t(dirty.right - dirty.left), height = int16_t(dirty.bottom - dirty.top);
+  const uint8_t* corner = recorder.workFrame + int64_t(dirty.top) * recorder.frameWidth + dirty.left;
+  return {.left = dirty.left,
+          .top = dirty.top,
+          .width = width,
+          .height = height,
+          .pixels = {corner, width, int16_t(recorder.frameWidth - width)},
+          .marked = transparent,
+          .mark = recorder.colours.outputTransparent,
+          .mayMark = recorder.options->interframeTransparency,
+          .inPlace = recorder.options->explorerCompatible};
 }
 
 void EmitFrame(RecorderState& recorder, bool transparent, int32_t delay) {

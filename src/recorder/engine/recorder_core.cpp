@@ -95,7 +95,7 @@ bool ProcessFrame(RecorderState& recorder, bool first, bool grab) {
   bool transparent = recorder.options->interframeTransparency;
   const bool clash = first ? FirstFrameConvert(recorder) : NextFrameConvert(recorder, transparent);
   if (clash) transparent = false;
-  if (recorder.dirtyWidth < 1) return false;
+  if (NothingIsDirty(recorder)) return false;
   ReduceFrame(recorder);
   if (recorder.options->overlayBorder) OverlayBorder(recorder, transparent, !first);
   if (first && recorder.smallest) WriteHeadForFrame(recorder);

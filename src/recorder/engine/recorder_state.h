@@ -129,9 +129,7 @@ struct RecorderState {
   int16_t frameLeft = 0, frameTop = 0, frameWidth = 0, frameHeight = 0;
   uint16_t recordingSize = kSize100;
   int16_t outputWidth = 0, outputHeight = 0; // of the GIF's logical screen, by the size table
-  // The part of the frame to be written, frameLeft and frameTop included. Empty means a width below 1.
-  int16_t dirtyLeft = 0, dirtyTop = 0, dirtyRight = 0, dirtyBottom = 0;
-  int16_t dirtyWidth = 0, dirtyHeight = 0;
+  Rect dirty = {0, 0, 0, 0}; // the part of the frame to be written, from the frame's corner; empty: a width below 1
 
   // frameWidth x frameHeight colour indices each, without padding, the top row first.
   uint8_t* previousFrame = nullptr;   // the frame last seen, at full size, never with a transparent mark

@@ -137,16 +137,15 @@ void ReduceThird(RecorderState& recorder, const Rect& blocks, const uint32_t* la
 // The dirty rectangle in whole blocks of the frame.
 Rect DirtyBlocks(const RecorderState& recorder, int32_t side) {
   const auto down = [side](int32_t edge) { return int16_t(edge / side); };
-  return {down(recorder.dirtyTop - recorder.frameTop), down(recorder.dirtyLeft - recorder.frameLeft),
-          down(recorder.dirtyBottom - recorder.frameTop + side - 1),
-          down(recorder.dirtyRight - recorder.frameLeft + side - 1)};
+  const Rect& dirty = recorder.dirty;
+  return {down(dirty.top), down(dirty.left), down(dirty.bottom + side - 1), down(dirty.right + side - 1)};
 }
 
 } // namespace
 
 void ReduceFrame(RecorderState& recorder) {
   const RecordingScale& scale = ScaleOf(recorder.recordingSize);
-  if (scale.denominator == 1 || recorder.dirtyWidth < 1) return;
+  if (scale.denominator == 1 || NothingIsDirty(recorder)) return;
   const bool cube = recorder.screenFormat == kFormatTrueColour;
   const Rect blocks = DirtyBlocks(recorder, scale.denominator);
   if (scale.denominator == 3) {
