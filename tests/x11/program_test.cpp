@@ -6,6 +6,7 @@
 #include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
+#include "area/window_picking.h"
 #include "core/notices.h"
 #include "gif/stream_bytes.h"
 #include "platform/pump/platform_start.h"
@@ -136,20 +137,6 @@ protected:
     const Rect& area = app.recorder.captureArea;
     return {area.left, area.top, area.right, area.bottom};
   }
-  // Shift means something to the program in front alone.
-  void PickAt(int32_t x, int32_t y) {
-    Run([&] { return !app.area.windowMode; });
-    Click(app.panel.sizeLabel);
-    Run([] { return ActiveGet(); });
-    Key(XK_Shift_L, true);
-    Run([&] { return app.area.windowMode; });
-    Click(app.panel.selectButton);
-    Run([&] { return app.area.backdrop && StandsAt(x, y, InputOnly); });
-    Key(XK_Shift_L, false);
-    MovePointer(x, y);
-    X11WindowTest::Click(1);
-    Run([&] { return !app.area.backdrop; });
-  }
   bool StandsAt(int32_t x, int32_t y, int windowClass) const {
     return artist.State(WindowAt(x, y)).c_class == windowClass;
   }
@@ -234,8 +221,10 @@ TEST_F(X11Program, PicksOfAWindowWhatItsUserSees) {
     WaitForManager();
     const PixelRect around = PlaceOf(OutermostAround(window)), own = PlaceOf(window);
     EXPECT_EQ(around.top < own.top, HasManager() && !drawsItsShadow) << "there is a title";
-    PickAt(own.left + 20, drawsItsShadow ? own.top + 20 : around.top + 2);
-    EXPECT_EQ(Area(), drawsItsShadow ? (PixelRect{own.left + 8, own.top + 6, own.right - 7, own.bottom - 5}) : around);
+    Rect picked = {};
+    EXPECT_TRUE(FindWindowAt(own.left + 20, drawsItsShadow ? own.top + 20 : around.top + 2, &picked));
+    EXPECT_EQ((PixelRect{picked.left, picked.top, picked.right, picked.bottom}),
+              drawsItsShadow ? (PixelRect{own.left + 8, own.top + 6, own.right - 7, own.bottom - 5}) : around);
     XDestroyWindow(artist.display, window);
   }
 }
