@@ -133,11 +133,6 @@ void AttributeSet(AttributeTable* table, ListValue key, ListValue value) {
   InsertEntry(&table->count, &table->entries, table->count, {key, value});
 }
 
-ListValue AttributeGet(const AttributeTable* table, ListValue key) {
-  int32_t index = FindAttribute(table, key);
-  return index >= 0 ? table->entries[index].value : 0;
-}
-
 bool AttributeHas(const AttributeTable* table, ListValue key) {
   return FindAttribute(table, key) >= 0;
 }

@@ -62,7 +62,6 @@ struct AttributeTable {
 
 // Puts the pair at the end; a pair that has the key already is removed.
 void AttributeSet(AttributeTable* table, ListValue key, ListValue value);
-ListValue AttributeGet(const AttributeTable* table, ListValue key); // 0 when absent
 bool AttributeHas(const AttributeTable* table, ListValue key);
 // Removes the pair and answers its value; 0 when absent.
 ListValue AttributeDrop(AttributeTable* table, ListValue key);

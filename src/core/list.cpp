@@ -1,4 +1,4 @@
-// Every change goes through InsertBetween and ListRemove.
+// Every change goes through ListAppendHandle and ListRemove.
 #include "core/list.h"
 
 #include "core/memory.h"
@@ -7,19 +7,9 @@ namespace framereel {
 
 namespace {
 
-void InsertBetween(List* list, ListNode* previous, ListNode* next, ListValue value) {
-  auto* node = static_cast<ListNode*>(MemAlloc(sizeof(ListNode)));
-  list->cursor = node;
-  if (!node) return; // only while the program ends for want of memory
-  *node = {value, next, previous};
-  (previous ? previous->next : list->first) = node;
-  (next ? next->previous : list->last) = node;
-  ++list->count;
-}
-
 ListValue MoveTo(List* list, ListNode* node) {
   list->cursor = node;
-  return ListCurrent(list);
+  return node ? node->value : 0;
 }
 
 } // namespace
@@ -46,28 +36,8 @@ ListValue ListNext(List* list) {
   return MoveTo(list, list->cursor ? list->cursor->next : list->first);
 }
 
-ListValue ListCurrent(const List* list) {
-  return list->cursor ? list->cursor->value : 0;
-}
-
-void ListInsertAfter(List* list, ListValue value) {
-  ListNode* previous = list->cursor ? list->cursor : list->last;
-  InsertBetween(list, previous, previous ? previous->next : nullptr, value);
-}
-
-void ListInsertBefore(List* list, ListValue value) {
-  ListNode* next = list->cursor ? list->cursor : list->first;
-  InsertBetween(list, next ? next->previous : nullptr, next, value);
-}
-
 void ListAppend(List* list, ListValue value) {
-  ListLast(list);
-  ListInsertAfter(list, value);
-}
-
-void ListPrepend(List* list, ListValue value) {
-  ListFirst(list);
-  ListInsertBefore(list, value);
+  ListAppendHandle(list, value);
 }
 
 ListValue ListRemove(List* list) {
@@ -101,14 +71,10 @@ void ListDelete(List* list) {
   ListFree(list);
 }
 
-bool ListFindFrom(List* list, ListValue argument, ListPredicate predicate) {
-  while (list->cursor && !predicate(argument, list->cursor->value)) ListNext(list);
-  return list->cursor != nullptr;
-}
-
 bool ListFind(List* list, ListValue argument, ListPredicate predicate) {
   ListFirst(list);
-  return ListFindFrom(list, argument, predicate);
+  while (list->cursor && !predicate(argument, list->cursor->value)) ListNext(list);
+  return list->cursor != nullptr;
 }
 
 ListValue ListFindRemove(List* list, ListValue argument, ListPredicate predicate) {
@@ -119,21 +85,19 @@ bool ListSameValue(ListValue argument, ListValue value) {
   return argument == value;
 }
 
-ListHandle ListNodeHandle(const List* list) {
-  return list->cursor;
-}
-
-ListValue ListSeek(List* list, ListHandle handle) {
-  return MoveTo(list, handle);
-}
-
 ListHandle ListAppendHandle(List* list, ListValue value) {
-  ListAppend(list, value);
-  return ListNodeHandle(list);
+  auto* node = static_cast<ListNode*>(MemAlloc(sizeof(ListNode)));
+  list->cursor = node;
+  if (!node) return nullptr; // only while the program ends for want of memory
+  *node = {value, nullptr, list->last};
+  (list->last ? list->last->next : list->first) = node;
+  list->last = node;
+  ++list->count;
+  return node;
 }
 
 ListValue ListRemoveHandle(List* list, ListHandle handle) {
-  ListSeek(list, handle);
+  list->cursor = handle;
   return ListRemove(list);
 }
 

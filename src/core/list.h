@@ -41,18 +41,12 @@ uint16_t ListCount(const List* list);
 
 // These move the cursor and answer the value that it then stands on, or 0 when it is off the list. Since 0 may be a
 // value, the answer 0 tells the end only to a caller that stores no 0.
-ListValue ListFirst(List* list);         // onto the first node
-ListValue ListLast(List* list);          // onto the last node
-ListValue ListNext(List* list);          // one forward; from off the list onto the first node
-ListValue ListCurrent(const List* list); // where it stands
+ListValue ListFirst(List* list); // onto the first node
+ListValue ListLast(List* list);  // onto the last node
+ListValue ListNext(List* list);  // one forward; from off the list onto the first node
 
-// A new node behind or ahead of the cursor, and the cursor onto it. Off the list, these are for an empty list only;
-// on one that is not empty the node goes to the end, or to the beginning.
-void ListInsertAfter(List* list, ListValue value);
-void ListInsertBefore(List* list, ListValue value);
-// A new last or first node, and the cursor onto it.
+// A new last node, and the cursor onto it.
 void ListAppend(List* list, ListValue value);
-void ListPrepend(List* list, ListValue value);
 
 // Removes the node under the cursor and answers its value; the cursor moves to the node behind it, off the list
 // when there is none. Off the list it does nothing and answers 0.
@@ -66,21 +60,17 @@ void ListDrain(List* list, ListFunction function);
 // Removes all values and frees the record.
 void ListDelete(List* list);
 
-// From the cursor forward to the first value for which predicate(argument, value) holds: true with the cursor on
-// it, else false with the cursor off the list. A cursor that is off the list finds nothing.
-bool ListFindFrom(List* list, ListValue argument, ListPredicate predicate);
-// The same from the first node on.
+// The first value for which predicate(argument, value) holds: true with the cursor on it, else false with the cursor
+// off the list.
 bool ListFind(List* list, ListValue argument, ListPredicate predicate);
 // ListFind, then ListRemove; the value, or 0 when nothing was found.
 ListValue ListFindRemove(List* list, ListValue argument, ListPredicate predicate);
 // The predicate of the common search: true when the two words are equal.
 bool ListSameValue(ListValue argument, ListValue value);
 
-ListHandle ListNodeHandle(const List* list); // of the cursor's node
-// Sets the cursor; answers the value there, or 0.
-ListValue ListSeek(List* list, ListHandle handle);
+// The same as ListAppend, answering the new node.
 ListHandle ListAppendHandle(List* list, ListValue value);
-// ListSeek, then ListRemove.
+// Sets the cursor, then ListRemove.
 ListValue ListRemoveHandle(List* list, ListHandle handle);
 
 } // namespace framereel

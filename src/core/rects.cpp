@@ -9,10 +9,6 @@ bool RectInside(const Rect& a, const Rect& b) {
   return a.left >= b.left && a.top >= b.top && a.right <= b.right && a.bottom <= b.bottom;
 }
 
-bool RectsOverlap(const Rect& a, const Rect& b) {
-  return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
-}
-
 bool RectEqual(const Rect& a, const Rect& b) {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }

@@ -39,10 +39,6 @@ void TemporaryBlocksStartUp() {
   temporary.outermost = ListNew();
 }
 
-void* TempAlloc(size_t bytes) {
-  return TempAdopt(MemAlloc(bytes));
-}
-
 void* TempAdopt(void* block) {
   assert(temporary.list && "ToolkitInit comes first");
   if (!block) return nullptr;

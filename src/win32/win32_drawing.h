@@ -19,7 +19,6 @@ inline constexpr DWORD SRCCOPY = 0x00CC0020;
 inline constexpr DWORD SRCAND = 0x008800C6;
 inline constexpr DWORD SRCPAINT = 0x00EE0086;
 inline constexpr DWORD MERGEPAINT = 0x00BB0226;
-inline constexpr DWORD kPatternOrSource = 0x00FC008A; // the target's brush or the source; it goes by no name
 
 inline constexpr DWORD BI_RGB = 0;
 inline constexpr UINT DIB_RGB_COLORS = 0;

@@ -27,8 +27,8 @@ void* volatile lastBlock; // so that no allocation is left out as without a use
 // What a hook saw is told on stderr, where a death test can read it.
 void TellHook(void* name, uint32_t count) {
   static char block[1];
-  const bool allNull = !MemAlloc(1) && !MemRealloc(block, 1) && !FormatNew("%d%", 1) && !StrDup("a") && !TempAlloc(1) &&
-                       !ListNew() && !TimerSchedule(nullptr, nullptr, 0);
+  const bool allNull = !MemAlloc(1) && !MemRealloc(block, 1) && !FormatNew("%d%", 1) && !StrDup("a") && !ListNew() &&
+                       !TimerSchedule(nullptr, nullptr, 0);
   char text[40];
   std::fprintf(stderr, "%s timers=%d null=%d %s, ", FormatInto(text, "%s%%d%", name, count), TimerPending(), allNull,
                AppAlertString(1));

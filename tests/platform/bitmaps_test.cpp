@@ -73,8 +73,8 @@ TEST(Ports, OfWindowsDrawInWindowCoordinatesAndNothingWhileMinimised) {
   };
   SetPortWindow(window);
   UseDrawState(DrawStateDefault());
-  DrawPixel(3, 4);
-  DrawPixel(30, 30);
+  DrawHLine(3, 4, 3);
+  DrawHLine(30, 30, 30);
   ScrollPortRect({20, 20, 60, 60}, -5, 7);
   EXPECT_TRUE(at(3, 4) == 0 && at(25, 37) == 0 && at(4, 4) == RGB(255, 255, 255));
   ::ShowWindow(window->window, SW_SHOWMINIMIZED);
@@ -108,11 +108,12 @@ TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
                  {[] { SetPortOffscreen(other); }, &other->port, 0, 0}};
     for (const auto& kind : kinds) {
       kind.select();
-      UseDrawState(DrawStateWhite());
+      UseDrawState(DrawStateFill());
+      SetForeColour(kWhite);
       FillRectXY(0, 0, 16, 16);
       UseDrawState(DrawStateDefault());
       FillRectXY(5, 4, 8, 5);
-      DrawPixel(5, 5);
+      DrawHLine(5, 5, 5);
       CopyBits(kind.port,
                {int16_t(kind.top + 4), int16_t(kind.left + 5), int16_t(kind.top + 6), int16_t(kind.left + 8)},
                {8, 9, 10, 12}, 1); // also within the current one
@@ -134,24 +135,6 @@ TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
 }
 
 // ---- Offscreens --------------------------------------------------------------------------------------------------
-
-// Whatever Port, clip and state are current. What lies outside counts as set.
-TEST(PixelIsSet, TellsWhatIsNotWhite) {
-  for (const int depth : {1, 8, 16, 24}) {
-    const Sheet sheet(4, 1, depth);
-    DrawPixel(1, 0);
-    if (depth == 8) TheMemoryDisplay().palette[3] = {255, 255, 255};
-    SetForeColour(kWhite);
-    DrawPixel(2, 0); // another white where there are two
-    SetBackColour(kBlack);
-    SetClip(0, 0, 1, 1);
-    for (const bool current : {true, false}) {
-      for (int x = -1; x <= 4; ++x) EXPECT_EQ(PixelIsSet(sheet.offscreen, x, 0), x < 0 || x == 1 || x == 4) << depth;
-      EXPECT_TRUE(PixelIsSet(sheet.offscreen, 2, 1));
-      if (current) ReleasePort();
-    }
-  }
-}
 
 TEST(DibBuffers, TakeAnyRowsOfAnOffscreenOfTheirWidthFromTheBottomUpAndRefuseAllOthers) {
   constexpr int16_t kWidth = 7, kHeight = 6;
@@ -216,7 +199,7 @@ TEST(DisplayCaps, TellDepthColourSizeAndColoursOfEveryDisplayAndOffscreensTakeIt
     SetPortOffscreen(like);
     FreeOffscreen(like);
     EXPECT_FALSE(CurrentPort() || CurrentContext()); // it was the current Port
-    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadMaskOffscreen(161) || LoadPicture(1));
+    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadPicture(1));
   }
 }
 

@@ -27,17 +27,6 @@ void FillInColours(uint32_t pattern) {
   FillRectXY(0, 0, 6, 6);
 }
 
-// A mask of the stripes, where the sheet was.
-void CopyMask(const Sheet& sheet, int mode) {
-  Offscreen* mask = LoadMaskOffscreen(155);
-  EXPECT_TRUE(mask->port.colour == 0 && CurrentPort() == &mask->port);
-  SetPortOffscreen(sheet.offscreen);
-  UseDrawState(sheet.state);
-  SetForeColour(kRed);
-  SetBackColour(kBlue);
-  CopyBits(&mask->port, {0, 0, 6, 6}, {0, 0, 6, 6}, mode);
-}
-
 TEST(Drawing, GivesItsPicturesAtEveryDepth) {
   const Rows stripes = {"bbrbbb", "brbbbb", "rbbbbb", "bbbbbb", "bbbbbb", "bbbbbr"};
   const struct {
@@ -46,23 +35,23 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
     Rows picture;
     int depth = 4; // from which on the colours are as they are
   } cases[] = {
-      {"pixel", [](auto&) { DrawPixel(1, 4); }, {"......", "......", "......", "......", ".#....", "......"}},
       {"across", [](auto&) { DrawHLine(4, 1, 1); }, {"......", ".####.", "......", "......", "......", "......"}},
       {"down", [](auto&) { DrawVLine(2, 4, 0); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
       {"slope", [](auto&) { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
       {"steep", [](auto&) { DrawLine(4, 0, 3, 5); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
-      {"frame", [](auto&) { FrameRectXY(0, 1, 5, 5); }, {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
+      {"frame",
+       [](auto&) {
+         FrameRect({1, 0, 5, 5});
+       },
+       {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
       {"points", [](auto&) { DrawPolyline(3, kCorner); }, {"......", ".####.", "....#.", "....#.", "....#.", "......"}},
-      {"ring",
-       [](auto&) { DrawClosedPolyline(3, kCorner); },
-       {"......", ".####.", "..#.#.", "...##.", "....#.", "......"}},
       {"area", [](auto&) { DrawPolygon(3, kCorner); }, {"......", ".####.", "..###.", "...##.", "....#.", "......"}},
       {"inverted once and twice",
        [](auto&) {
          SetPenMode(kPenInvert);
-         FrameRectXY(0, 1, 3, 4);
+         FrameRect({1, 0, 4, 3});
          FillRectXY(2, 2, 5, 5);
-         FrameRectXY(0, 1, 3, 4);
+         FrameRect({1, 0, 4, 3});
        },
        {"......", "......", "..###.", "..###.", "..###.", "......"}},
       {"colours and the clip",
@@ -70,7 +59,7 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
          SetForeColour(kRed);
          FillRectXY(0, 0, 3, 2);
          SetForeColour(kBlue);
-         DrawPixel(0, 0);
+         DrawHLine(0, 0, 0);
          SetPenMode(kPenInvert); // not (blue xor red), and not (blue xor white)
          const SavedClip clip = NarrowClip(2, 1, 4, 9);
          FillRectXY(0, 0, 9, 9);
@@ -86,7 +75,7 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
          SetForeColour(kGreen);
          SetPenMode(kPenInvert);
          UseDrawState(sheet.state);
-         DrawPixel(0, 0);
+         DrawHLine(0, 0, 0);
          DrawHLine(2, 2, 4);
          FillRectXY(0, 4, 3, 6);
        },
@@ -95,24 +84,6 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
       {"no pattern", [](auto&) { FillInColours(0); }, stripes},
       {"no bitmap", [](auto&) { FillInColours(45), FillInColours(50), FillInColours(60); }, stripes},
       {"beyond the last one", [](auto&) { FillInColours(91); }, Rows(6, "rrrrrr")},
-      {"a mask, plainly", [](auto& sheet) { CopyMask(sheet, 3); }, stripes},
-      {"a mask joined to the brush",
-       [](auto& sheet) { CopyMask(sheet, 1); },
-       {"mmrmmm", "mrmmmm", "rmmmmm", "mmmmmm", "mmmmmm", "mmmmmr"},
-       16},
-      {"a mask of what is white",
-       [](auto& sheet) {
-         SetForeColour(kRed);
-         FillRectXY(0, 0, 2, 2);
-         Offscreen* mask = NewMaskOffscreen(6, 6);
-         SetPortOffscreen(mask);
-         UseDrawState(DrawStateDefault());
-         CopyBits(&sheet.offscreen->port, {0, 0, 6, 6}, {0, 0, 6, 6}, 1);
-         SetPortOffscreen(sheet.offscreen);
-         UseDrawState(DrawStateDefault());
-         CopyBits(&mask->port, {0, 0, 6, 6}, {0, 0, 6, 6}, 3);
-       },
-       {"##....", "##....", "......", "......", "......", "......"}},
       {"the modes of a copy, and one that does not exist, stretched",
        [](auto& sheet) {
          FillRectXY(0, 0, 2, 6);
@@ -120,8 +91,8 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
          SetPortOffscreen(source);
          CopyBits(&sheet.offscreen->port, {0, 2, 1, 6}, {0, 0, 1, 4}, 1);
          UseDrawState(DrawStateDefault());
-         DrawPixel(0, 0);
-         DrawPixel(2, 0);
+         DrawHLine(0, 0, 0);
+         DrawHLine(2, 0, 2);
          SetPortOffscreen(sheet.offscreen);
          for (const int16_t mode : {0, 1, 2, 4, 5}) {
            CopyBits(&source->port, {0, 0, 1, 4}, {mode, 0, int16_t(mode + 1), 4}, mode);
@@ -162,7 +133,7 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
   SetPattern(kPatternSolid);
   EXPECT_TRUE(SameColour(sheet.state->foreground, kRed));
   EXPECT_EQ(sheet.state->pattern, kPatternStripes);
-  UseDrawState(DrawStateInverse());
+  UseDrawState(sheet.state);
   DrawLine(0, 0, 50, 50);
   FillRectXY(0, 0, 50, 50);
   DrawText(10, 10, "Nowhere");
@@ -182,15 +153,8 @@ TEST(Colours, TurnFrom16BitsTo8AndStandReady) {
     COLORREF fore, back;
   } states[] = {
       {DrawStateDefault(), black, white},
-      {DrawStateInverse(), white, black},
       {DrawStateFill(), black, white},
       {DrawStateSecond(), black, white},
-      {DrawStateEdge(), system(COLOR_WINDOWFRAME), white},
-      {DrawStateFrame(), system(COLOR_WINDOWFRAME), white},
-      {DrawStateWhite(), white, white},
-      {DrawStateCaption(), system(COLOR_ACTIVECAPTION), white},
-      {DrawStateFace(), system(COLOR_BTNFACE), white},
-      {DrawStateShadow(), system(COLOR_BTNSHADOW), white},
   };
   int row = 0;
   for (const auto& s : states) {

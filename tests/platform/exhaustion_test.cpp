@@ -39,7 +39,7 @@ void DrawEverywhere() {
     FreeDibBuffer(pixels);
     FreeOffscreen(offscreen);
   }
-  if (Offscreen* mask = NewMaskOffscreen(9, 9)) FreeOffscreen(mask);
+  if (Offscreen* oneBit = NewOffscreen(9, 9, false)) FreeOffscreen(oneBit);
   ChildWindow* window = OpenChildWindow(nullptr, "Quit", kWindowModal | kWindowFilled);
   if (!window) return;
   SetChildWindowTitle(window, "Why?");

@@ -37,7 +37,8 @@ struct Sheet {
 
   // White all over, in another state.
   void Clear() const {
-    UseDrawState(DrawStateWhite());
+    UseDrawState(DrawStateFill());
+    SetForeColour(PrimaryColour(7));
     FillRect(OffscreenBounds(offscreen));
   }
   // A row of letters for each row of pixels: # black, b g c r m y the full colours, . white, ? another one.

@@ -150,7 +150,8 @@ TEST(Windows, PaintWhatNeedsItOverTheirBackgroundWithAClipThatStays) {
   };
   ViewCalls calls = TheViewCalls();
   calls.draw = [](View* view) {
-    UseDrawState(DrawStateWhite());
+    UseDrawState(DrawStateFill());
+    SetForeColour(PrimaryColour(7));
     FillRectXY(view->x, 0, 1000, 1000);
   };
   HandDownViewCalls(&calls);

@@ -150,7 +150,8 @@ TEST_F(TextLayout, DrawsEachLineAtItsSideAndInsideItsRectangle) {
   const Rect where = {10, 20, int16_t(10 + 2 * lineHeight), 220}, around = {0, 0, 200, 300};
   const auto drawn = [&](TextAlign align, const Rect& r, const char* text) {
     SetPortWindow(Window());
-    UseDrawState(DrawStateInverse());
+    UseDrawState(DrawStateFill());
+    SetForeColour(PrimaryColour(7));
     FillRect(around);
     UseDrawState(DrawStateDefault());
     DrawTextBlock(r, text, align, TextWrap::kByWord, false);

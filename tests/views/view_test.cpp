@@ -26,20 +26,17 @@ TEST_F(ViewTest, TellTheirEndFromTheLastListenerOnAndGoWithTheirContainerOrTheir
   };
   for (char* name : {first, second, first}) ViewAddListener(Named("a"), hear, name);
   ViewRemoveListener(Named("a"), hear, first);
-  for (const ListValue value : {70, 71}) ViewSetAttribute(Named("a"), 7, value);
-  EXPECT_EQ(ViewDropAttribute(Named("a"), 7), 71);
-  EXPECT_FALSE(ViewHasAttribute(Named("a"), 7));
   script.Heard();
   Walk({{"destroy B", "asecond afirst ax bx"}, {"close w", "w.gone tx active="}});
 }
 
 TEST_F(ViewTest, HaveTheBackgroundOfTheNextContainerWithOne) {
-  script.Act(kFamily);
-  View *box = Named("B"), *a = Named("a");
+  script.Act("view B stack w 10 10 view a tells B 0 0");
+  View *stack = Named("B"), *a = Named("a");
   Window()->background = {1, 2, 3};
-  BoxSetBackground(box, {4, 5, 6});
+  StackSetBackground(stack, {4, 5, 6});
   EXPECT_EQ(ViewBackground(a).blue, 3);
-  BoxSetFilled(box, true);
+  StackSetFilled(stack, true);
   EXPECT_EQ(ViewBackground(a).blue, 6);
   EXPECT_EQ(ViewBackground(nullptr).blue, 0xFFFF);
 }

@@ -15,10 +15,10 @@ namespace {
 constexpr COLORREF kColours[] = {RGB(0, 0, 0), RGB(255, 255, 255), RGB(255, 0, 0), RGB(240, 220, 77)};
 constexpr uint32_t kAlphas[] = {0, 128, 255};
 constexpr int kFar[] = {-2000000000, 2000000000};
-constexpr DWORD kOperations[] = {SRCCOPY, SRCAND, SRCPAINT, MERGEPAINT, kPatternOrSource, 0};
+constexpr DWORD kOperations[] = {SRCCOPY, SRCAND, SRCPAINT, MERGEPAINT, 0};
 
-uint32_t Combined(DWORD operation, uint32_t source, uint32_t target, uint32_t brush) {
-  if (operation == SRCCOPY || operation == kPatternOrSource) return operation == SRCCOPY ? source : source | brush;
+uint32_t Combined(DWORD operation, uint32_t source, uint32_t target) {
+  if (operation == SRCCOPY) return source;
   if (operation == SRCAND) return source & target;
   if (operation == SRCPAINT) return source | target;
   return operation == MERGEPAINT ? ~source | target : 0;
@@ -242,9 +242,8 @@ private:
       const int sourceX = fromX + dx * fromWidth / width, sourceY = fromY + dy * fromHeight / height;
       if (dx < 0 || dx >= width || dy < 0 || dy >= height || !twin->Sees(toX, toY) || !source.Has(sourceX, sourceY))
         return;
-      const uint32_t brush = PixelOf(twin->context, twin->BrushAt(toX, toY));
       uint32_t& target = twin->At(toX, toY);
-      target = Combined(operation, source.At(sourceX, sourceY), target, brush) & twin->Bits();
+      target = Combined(operation, source.At(sourceX, sourceY), target) & twin->Bits();
     });
   }
   void Copy(Twin* twin) { Copied(twin, false); }

@@ -5,15 +5,15 @@
 
 #include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
+#include "platform/records/offscreen_record.h"
 #include "platform/records/window_records.h"
 #include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {
 
-// The raster operation of each mode, and that for a mask as the source.
+// The raster operation of each mode.
 constexpr DWORD kOperations[] = {0, SRCCOPY, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
-constexpr DWORD kMaskOperations[] = {0, kPatternOrSource, SRCAND, SRCCOPY, SRCPAINT, MERGEPAINT};
 
 // A context to read a Port's pixels from, and how to give it back.
 struct CopySource {
@@ -56,7 +56,7 @@ void CloseSource(const CopySource& source) {
 
 void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode) {
   if (mode < 0 || size_t(mode) >= std::size(kOperations)) return;
-  const DWORD operation = source->colour ? kOperations[mode] : kMaskOperations[mode];
+  const DWORD operation = kOperations[mode];
   const CopySource open = OpenSource(source);
   const int fromLeft = from.left + open.originX, fromTop = from.top + open.originY;
   const int fromWidth = from.right - from.left, fromHeight = from.bottom - from.top;
@@ -68,19 +68,6 @@ void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode) {
                  fromHeight, operation);
   }
   CloseSource(open);
-}
-
-bool PixelIsSet(const Offscreen* offscreen, int x, int y) {
-  const CopySource open = OpenSource(&offscreen->port);
-  // That of the current Port has a clip, which would hide the pixel.
-  const HRGN clip = ::CreateRectRgn(0, 0, 0, 0);
-  const bool clipped = ::GetClipRgn(open.context, clip) == 1;
-  ::SelectClipRgn(open.context, nullptr);
-  const COLORREF colour = ::GetPixel(open.context, x, y);
-  if (clipped) ::SelectClipRgn(open.context, clip);
-  ::DeleteObject(clip);
-  CloseSource(open);
-  return colour != RGB(255, 255, 255);
 }
 
 } // namespace framereel

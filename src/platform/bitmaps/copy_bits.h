@@ -1,19 +1,16 @@
-// Copying pixels between Ports, and looking at a single one.
+// Copying pixels between Ports.
 #pragma once
 
 #include "core/geometry.h"
-#include "platform/records/offscreen_record.h"
 #include "platform/records/port.h"
 
 namespace framereel {
 
 // Copies a rectangle of `source` into a rectangle of the current Port, stretching where the sizes differ. Modes: 0
-// blackness, 1 and 3 copy, 2 and, 4 or, 5 or with the source inverted; any other does nothing. Mode 1 from a mask joins
-// it by or with the brush in use. Between one bit and colours, 0 is the foreground and 1 the background of the
-// DrawState in use. What lies off either side is cut, but a stretch from over the source's edge does nothing. The main
-// window as a source is read from the screen, with all that lies over it.
+// blackness, 1 and 3 copy, 2 and, 4 or, 5 or with the source inverted; any other does nothing. Between one bit and
+// colours, 0 is the foreground and 1 the background of the DrawState in use. What lies off either side is cut, but a
+// stretch from over the source's edge does nothing. The main window as a source is read from the screen, with all that
+// lies over it.
 void CopyBits(const Port* source, const Rect& from, const Rect& to, int mode);
-// Whether the pixel is other than pure white; places outside are.
-bool PixelIsSet(const Offscreen* offscreen, int x, int y);
 
 } // namespace framereel

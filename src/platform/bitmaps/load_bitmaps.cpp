@@ -1,12 +1,8 @@
 // Loading bitmap resources into Offscreens that have been made for them.
 #include "platform/bitmaps/load_bitmaps.h"
 
-#include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/offscreens.h"
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/ports.h"
 #include "platform/drawing/shared_contexts.h"
-#include "platform/drawing/standard_drawing.h"
 #include "win32/win32_drawing.h"
 
 namespace framereel {
@@ -38,19 +34,6 @@ Offscreen* LoadOffscreen(uint16_t id) {
     ::DeleteObject(bitmap);
   }
   return offscreen;
-}
-
-Offscreen* LoadMaskOffscreen(uint16_t id) {
-  Offscreen* loaded = LoadOffscreen(id);
-  if (!loaded) return nullptr;
-  Offscreen* mask = NewMaskOffscreen(loaded->width, loaded->height);
-  if (mask) {
-    SetPortOffscreen(mask);
-    UseDrawState(DrawStateDefault());
-    CopyBits(&loaded->port, OffscreenBounds(loaded), OffscreenBounds(loaded), 1);
-  }
-  FreeOffscreen(loaded);
-  return mask;
 }
 
 Offscreen* LoadPicture(uint16_t id) {

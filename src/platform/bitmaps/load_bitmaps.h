@@ -7,9 +7,8 @@
 
 namespace framereel {
 
-// A bitmap resource as it stands, and one turned into a mask, which then is the current Port. Null when there is none.
+// A bitmap resource as it stands; null when there is none.
 Offscreen* LoadOffscreen(uint16_t id);
-Offscreen* LoadMaskOffscreen(uint16_t id);
 Offscreen* LoadPicture(uint16_t id); // of the pictures, which the toolkit counts from 0
 
 } // namespace framereel

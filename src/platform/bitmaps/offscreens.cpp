@@ -32,7 +32,7 @@ Offscreen* AddOffscreen(int16_t width, int16_t height, HBITMAP bitmap) {
     ::DeleteObject(bitmap);
     return nullptr;
   }
-  *offscreen = {{kPortOffscreen, 1}, width, height, bitmap};
+  *offscreen = {{kPortOffscreen}, width, height, bitmap};
   ListAppend(offscreens, ToListValue(offscreen));
   return offscreen;
 }
@@ -70,12 +70,6 @@ Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible) {
                              : AddOffscreen(width, height, ScreenBitmap(width, height, spec.colours.count));
   MemFree(spec.colours.colours);
   return offscreen;
-}
-
-Offscreen* NewMaskOffscreen(int16_t width, int16_t height) {
-  Offscreen* mask = NewMonochromeOffscreen(width, height);
-  if (mask) mask->port.colour = 0;
-  return mask;
 }
 
 void FreeOffscreen(Offscreen* offscreen) {

@@ -15,8 +15,6 @@ void OffscreensShutDown();
 
 // compatible: the display's format; else black and white. Null when the platform has no such bitmap. The caller frees.
 Offscreen* NewOffscreen(int16_t width, int16_t height, bool compatible);
-// A plain 1-bit bitmap, whose Port has colour 0. Null when the platform has no such bitmap.
-Offscreen* NewMaskOffscreen(int16_t width, int16_t height);
 // Frees it; if it is the current Port, the main window is current afterwards.
 void FreeOffscreen(Offscreen* offscreen);
 Rect OffscreenBounds(const Offscreen* offscreen);

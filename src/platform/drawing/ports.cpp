@@ -18,7 +18,7 @@ struct PortState {
 };
 
 PortState state;
-const Port theScreenPort = {kPortScreen, 1};
+const Port theScreenPort = {kPortScreen};
 
 // Leaves nothing of the current Port selected, and gives its context back.
 void Release(bool blind) {

@@ -47,10 +47,6 @@ void DrawOutlinedText(int x, int y, const char* text) {
 
 } // namespace
 
-void DrawPixel(int x, int y) {
-  if (CurrentDrawState()) ::SetPixel(CurrentContext(), x, y, CurrentDrawState()->foreRef);
-}
-
 // The platform leaves out the last point of a line, so each gets one more.
 void DrawLine(int x1, int y1, int x2, int y2) {
   if (x1 < x2) {
@@ -73,15 +69,10 @@ void DrawVLine(int16_t x, int16_t y1, int16_t y2) {
   DrawLine(x, y1, x, y2);
 }
 
-void FrameRectXY(int left, int top, int right, int bottom) {
-  const POINT points[] = {
-      {left, top}, {right - 1, top}, {right - 1, bottom - 1}, {left, bottom - 1}, {left, top},
-  };
-  ::Polyline(CurrentContext(), points, 5);
-}
-
 void FrameRect(const Rect& r) {
-  FrameRectXY(r.left, r.top, r.right, r.bottom);
+  const int left = r.left, top = r.top, right = r.right - 1, bottom = r.bottom - 1;
+  const POINT points[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
+  ::Polyline(CurrentContext(), points, 5);
 }
 
 void FillRectXY(int left, int top, int right, int bottom) {
@@ -106,14 +97,6 @@ void DrawPolyline(uint16_t count, const Point* points) {
   POINT* wide = WidenPoints(count, points);
   if (!wide) return;
   wide[count] = {wide[count - 1].x + 1, wide[count - 1].y};
-  ::Polyline(CurrentContext(), wide, count + 1);
-  MemFree(wide);
-}
-
-void DrawClosedPolyline(uint16_t count, const Point* points) {
-  POINT* wide = WidenPoints(count, points);
-  if (!wide) return;
-  wide[count] = wide[0];
   ::Polyline(CurrentContext(), wide, count + 1);
   MemFree(wide);
 }

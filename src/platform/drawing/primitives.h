@@ -1,4 +1,4 @@
-// What is drawn: pixels, lines, rectangles, polygons and text, on the current Port with the DrawState in use.
+// What is drawn: lines, rectangles, polygons and text, on the current Port with the DrawState in use.
 //
 // Coordinates are the Port's own: window coordinates in windows, screen coordinates in the ScreenPort, the bitmap's in
 // an Offscreen. Rectangles end one past their last pixel. Without a Port nothing is drawn and nothing measured.
@@ -10,21 +10,17 @@
 
 namespace framereel {
 
-void DrawPixel(int x, int y);
 // Both ends included; from either end the pixels are the same.
 void DrawLine(int x1, int y1, int x2, int y2);
 void DrawHLine(int16_t x1, int16_t y, int16_t x2);
 void DrawVLine(int16_t x, int16_t y1, int16_t y2);
 // The line of one pixel along the inside of the rectangle.
-void FrameRectXY(int left, int top, int right, int bottom);
 void FrameRect(const Rect& r);
 // In the pen mode of the state, with its pattern.
 void FillRectXY(int left, int top, int right, int bottom);
 void FillRect(const Rect& r);
 // Through all points, the last one included.
 void DrawPolyline(uint16_t count, const Point* points);
-// The same, and back to the first.
-void DrawClosedPolyline(uint16_t count, const Point* points);
 // Filled, with its outline.
 void DrawPolygon(uint16_t count, const Point* points);
 

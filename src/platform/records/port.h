@@ -15,8 +15,7 @@ enum PortKind : uint16_t {
 };
 
 struct Port {
-  uint16_t kind;  // of PortKind
-  uint8_t colour; // 0 for a plain 1-bit mask, else 1
+  uint16_t kind; // of PortKind
 };
 
 } // namespace framereel

@@ -78,7 +78,7 @@ ChildWindow* NewRecord(MainWindow* parent, const char* title, uint32_t flags, in
   auto* window = static_cast<ChildWindow*>(MemAlloc(sizeof(ChildWindow)));
   if (!window) return nullptr;
   *window = {};
-  window->port = {kPortChildWindow, 1};
+  window->port = {kPortChildWindow};
   window->title = StrDup(title);
   window->methods = kFirstMethods;
   window->geometry = NoGeometry();

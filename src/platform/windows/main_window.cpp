@@ -42,7 +42,7 @@ bool CreateMainWindow(HINSTANCE instance, int showCommand) {
   MainWindow* main = TheMainWindow();
   if (main->window) return true;
   *main = {};
-  main->port = {kPortMainWindow, 1};
+  main->port = {kPortMainWindow};
   main->geometry = NoGeometry();
   TakeFirstPlace(main);
   const int32_t type = FrameType();

@@ -1,4 +1,4 @@
-// Label: its content, its look, and the click.
+// Label: its content and its look.
 #include "toolkit/controls/label.h"
 
 #include "core/memory.h"
@@ -18,7 +18,6 @@ constexpr int16_t kFrame = 2; // pixels on each side
 struct Label {
   TextItem content;
   bool framed;
-  void (*click)(View* view);
   int16_t naturalWidth, naturalHeight; // of the content
 };
 
@@ -44,7 +43,7 @@ void SetSize(View* view, int16_t width, int16_t height) {
 
 void Init(View* view) {
   auto* label = static_cast<Label*>(MemAlloc(sizeof(Label)));
-  *label = {NewTextItem(nullptr), true, nullptr, 0, 0};
+  *label = {NewTextItem(nullptr), true, 0, 0};
   view->classData = label;
   Measure(view);
   SetSize(view, 0, 0);
@@ -75,11 +74,6 @@ void Draw(View* view) {
   RestoreClip(clip);
 }
 
-void MouseUp(View* view, uint16_t, int16_t x, int16_t y) {
-  const Label* label = LabelOf(view);
-  if (label->click && ViewHitTest(view, x, y)) label->click(view);
-}
-
 } // namespace
 
 const ViewClass* LabelClass() {
@@ -93,7 +87,6 @@ void LabelSetUpClass() {
   labelClass->destroy = Destroy;
   labelClass->setDrawing = SetDrawing;
   labelClass->draw = Draw;
-  labelClass->mouseUp = MouseUp;
   labelClass->setSize = SetSize;
   labelClass->enabled = labelClass->disabled = ViewInvalidate;
 }
@@ -109,10 +102,6 @@ void LabelSetValue(View* view, const char* text) {
 void LabelSetFramed(View* view, bool framed) {
   LabelOf(view)->framed = framed;
   SetSize(view, view->width, view->height);
-}
-
-void LabelSetClick(View* view, void (*click)(View* view)) {
-  LabelOf(view)->click = click;
 }
 
 } // namespace framereel

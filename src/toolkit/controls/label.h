@@ -14,7 +14,5 @@ void LabelSetUpClass(); // once, at start-up
 void LabelSetValue(View* view, const char* text);
 // A line round the bounds, 2 pixels away from the text.
 void LabelSetFramed(View* view, bool framed);
-// Called with the Label when the mouse goes up on it; null for nothing.
-void LabelSetClick(View* view, void (*click)(View* view));
 
 } // namespace framereel

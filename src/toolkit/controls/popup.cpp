@@ -23,7 +23,6 @@ struct Popup {
   PopupEntries entries;
   int16_t* itemWidths; // owned
   PopupRoom room;
-  PopupAlign align;
   PopupCallback callback;
 };
 
@@ -112,15 +111,9 @@ void DrawBox(const View* view) {
 Rect EntryCell(const View* view) {
   const Popup* popup = PopupOf(view);
   const auto left = int16_t(view->x + popup->room.markRoom + kTextLeft);
-  const auto right = int16_t(view->x + BoxWidth(view) - popup->room.arrowWidth - 4);
-  Rect cell = {int16_t(view->y + 2), left, int16_t(view->y + BoxHeight(view)), right};
-  const int16_t width = std::min<int16_t>(popup->itemWidths[popup->entries.selected], int16_t(right - left));
-  if (popup->align == PopupAlign::kRight) {
-    cell.left = int16_t(right - width);
-  } else {
-    cell.right = int16_t(left + width);
-  }
-  return cell;
+  const int most = view->x + BoxWidth(view) - popup->room.arrowWidth - 4;
+  const auto right = int16_t(std::min(left + popup->itemWidths[popup->entries.selected], most));
+  return {int16_t(view->y + 2), left, int16_t(view->y + BoxHeight(view)), right};
 }
 
 void Draw(View* view) {
@@ -200,11 +193,6 @@ void PopupSetSelected(View* view, uint16_t index) {
 
 uint16_t PopupSelected(const View* view) {
   return PopupOf(view)->entries.selected;
-}
-
-void PopupSetAlign(View* view, PopupAlign align) {
-  PopupOf(view)->align = align;
-  ViewInvalidate(view);
 }
 
 void PopupSetCallback(View* view, PopupCallback callback) {

@@ -9,8 +9,6 @@ namespace framereel {
 
 using PopupCallback = void (*)(View* view, uint16_t index);
 
-enum class PopupAlign : uint16_t { kLeft = 0, kRight = 2 }; // of the entry in the box
-
 const ViewClass* PopupClass();
 void PopupSetUpClass(); // once, at start-up
 
@@ -18,7 +16,6 @@ void PopupSetUpClass(); // once, at start-up
 void PopupSetItems(View* view, uint16_t count, const char* const* texts);
 void PopupSetSelected(View* view, uint16_t index); // one that is not below the count changes nothing
 uint16_t PopupSelected(const View* view);
-void PopupSetAlign(View* view, PopupAlign align);
 // Told when the user has chosen another entry; null for nothing.
 void PopupSetCallback(View* view, PopupCallback callback);
 

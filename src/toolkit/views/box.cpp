@@ -5,10 +5,6 @@
 
 #include "core/memory.h"
 #include "core/rects.h"
-#include "platform/display/display_caps.h"
-#include "platform/drawing/draw_state.h"
-#include "platform/drawing/primitives.h"
-#include "platform/drawing/standard_drawing.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/container_look.h"
 #include "toolkit/views/view.h"
@@ -21,7 +17,6 @@ constexpr int16_t kEmptySize = 16;
 
 struct Box {
   ChildSet set; // the head
-  int16_t originX, originY;
   ContainerLook look;
 };
 
@@ -44,12 +39,6 @@ void Destroy(View* view) {
   ChildSetFree(&BoxOf(view)->set);
   MemFree(view->classData);
   view->classData = nullptr;
-}
-
-bool GetBackground(const View* view, Colour* out) {
-  if (!BoxOf(view)->look.filled) return false;
-  *out = BoxOf(view)->look.background;
-  return true;
 }
 
 void Draw(View* view) {
@@ -107,8 +96,8 @@ void SetPosition(View* view, int16_t x, int16_t y) {
 void MoveChild(View* view, View* child, int16_t x, int16_t y) {
   const Box* box = BoxOf(view);
   const int frame = box->look.framed ? kFrameRoom : 0;
-  const int16_t newX = x == kKeepPlace ? child->x : int16_t(x + view->x - box->originX + frame);
-  const int16_t newY = y == kKeepPlace ? child->y : int16_t(y + view->y - box->originY + frame);
+  const int16_t newX = x == kKeepPlace ? child->x : int16_t(x + view->x + frame);
+  const int16_t newY = y == kKeepPlace ? child->y : int16_t(y + view->y + frame);
   if (newX != child->x || newY != child->y) child->viewClass->setPosition(child, newX, newY);
 }
 
@@ -144,7 +133,6 @@ void BoxSetUpClass() {
   UseContainerSlots(boxClass);
   boxClass->init = Init;
   boxClass->destroy = Destroy;
-  boxClass->getBackground = GetBackground;
   boxClass->draw = Draw;
   boxClass->setSize = SetSize;
   boxClass->setPosition = SetPosition;
@@ -162,22 +150,6 @@ void BoxSetFrame(View* view, bool framed) {
   ShiftChildren(box, shift, shift);
   SetSize(view, view->width, view->height);
   ChildSetFollowBounds(&box->set, framed);
-  ViewInvalidate(view);
-}
-
-void BoxSetOrigin(View* view, int16_t x, int16_t y) {
-  BoxOf(view)->originX = x;
-  BoxOf(view)->originY = y;
-}
-
-void BoxSetBackground(View* view, const Colour& colour) {
-  BoxOf(view)->look.background = colour;
-  if (BoxOf(view)->look.filled) ViewInvalidate(view);
-}
-
-void BoxSetFilled(View* view, bool filled) {
-  if (BoxOf(view)->look.filled == filled) return;
-  BoxOf(view)->look.filled = filled;
   ViewInvalidate(view);
 }
 

@@ -5,7 +5,6 @@
 // as it is. A child's anchor is the point of it that stays where it is when its size changes.
 #pragma once
 
-#include "platform/records/colour.h"
 #include "platform/records/view_record.h"
 
 namespace framereel {
@@ -25,10 +24,5 @@ void BoxSetUpClass();
 
 // A line of one pixel around the bounds, with two kept free on the inside. On at creation.
 void BoxSetFrame(View* box, bool framed);
-// An offset of the inside coordinates, for children that come or are moved from now on.
-void BoxSetOrigin(View* box, int16_t x, int16_t y);
-// The colour that is painted behind the children, and whether it is; white and no at creation.
-void BoxSetBackground(View* box, const Colour& colour);
-void BoxSetFilled(View* box, bool filled);
 
 } // namespace framereel

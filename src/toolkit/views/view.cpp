@@ -189,7 +189,7 @@ Colour ViewBackground(const View* view) {
   return view->window->background;
 }
 
-// ---- Listeners and attributes ------------------------------------------------------------------------------------
+// ---- Listeners ---------------------------------------------------------------------------------------------------
 
 void ViewAddListener(View* view, NoticeFunction function, void* argument) {
   NotifierAdd(&view->listeners, function, argument);
@@ -197,22 +197,6 @@ void ViewAddListener(View* view, NoticeFunction function, void* argument) {
 
 void ViewRemoveListener(View* view, NoticeFunction function, void* argument) {
   NotifierRemove(&view->listeners, function, argument);
-}
-
-void ViewSetAttribute(View* view, ViewKey key, ListValue value) {
-  AttributeSet(&view->attributes, key, value);
-}
-
-ListValue ViewGetAttribute(const View* view, ViewKey key) {
-  return AttributeGet(&view->attributes, key);
-}
-
-bool ViewHasAttribute(const View* view, ViewKey key) {
-  return AttributeHas(&view->attributes, key);
-}
-
-ListValue ViewDropAttribute(View* view, ViewKey key) {
-  return AttributeDrop(&view->attributes, key);
 }
 
 // ---- Windows -----------------------------------------------------------------------------------------------------

@@ -70,20 +70,12 @@ void ViewDraw(View* view);
 // The colour behind it: that of the next container which has one, else its window's; white for a null View.
 Colour ViewBackground(const View* view);
 
-// ---- Listeners and attributes ------------------------------------------------------------------------------------
+// ---- Listeners ---------------------------------------------------------------------------------------------------
 
 // Called in ViewDestroy with the View as subject, the last added first.
 void ViewAddListener(View* view, NoticeFunction function, void* argument);
 // Removes the last entry with this pair.
 void ViewRemoveListener(View* view, NoticeFunction function, void* argument);
-
-// Words by key, for owners of the View. A module takes the address of one of its own functions as its key, so that keys
-// never meet. Absent: 0.
-using ViewKey = ListValue;
-void ViewSetAttribute(View* view, ViewKey key, ListValue value);
-ListValue ViewGetAttribute(const View* view, ViewKey key);
-bool ViewHasAttribute(const View* view, ViewKey key);
-ListValue ViewDropAttribute(View* view, ViewKey key);
 
 // ---- Windows -----------------------------------------------------------------------------------------------------
 

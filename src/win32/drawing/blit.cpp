@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "win32/drawing/drawing_target.h"
-#include "win32/drawing/fills.h"
 #include "win32/drawing/objects.h"
 #include "win32/pixels/presenter.h"
 #include "win32/win32_drawing.h"
@@ -69,10 +68,8 @@ bool TakeSource(const Win32DeviceContext& context, const PixelRect& rect, bool a
   return true;
 }
 
-uint32_t Combine(DWORD operation, uint32_t source, uint32_t target, uint32_t brush) {
+uint32_t Combine(DWORD operation, uint32_t source, uint32_t target) {
   switch (operation) {
-  case kPatternOrSource:
-    return brush | source;
   case SRCAND:
     return source & target;
   case SRCPAINT:
@@ -125,12 +122,10 @@ struct Copy {
   Source source;
   Translation translation;
   DWORD operation;
-  Paint brush; // the target context's, for kPatternOrSource
 };
 
 // Pixel by pixel. The operations work on pixel values; an inverted one has no bits that the layout does not have.
-void CombinePixels(const DrawingTarget& target, const PixelRect& box, const Copy& copy) {
-  const Surface& to = target.surface;
+void CombinePixels(const Surface& to, const PixelRect& box, const Copy& copy) {
   const int32_t width = copy.rect.right - copy.rect.left, height = copy.rect.bottom - copy.rect.top;
   const Surface& from = copy.source.surface;
   const uint32_t bits = PixelBits(to.layout);
@@ -139,9 +134,7 @@ void CombinePixels(const DrawingTarget& target, const PixelRect& box, const Copy
     for (int32_t x = box.left; x < box.right; ++x) {
       const auto fromX = int32_t(int64_t{x - copy.rect.left} * from.width / width);
       const uint32_t source = Translate(copy.translation, PixelAt(from, fromX, fromY));
-      const uint32_t brush =
-          copy.operation == kPatternOrSource ? PaintValueAt(copy.brush, x - target.originX, y - target.originY) : 0;
-      SetPixelAt(to, x, y, Combine(copy.operation, source, PixelAt(to, x, y), brush) & bits);
+      SetPixelAt(to, x, y, Combine(copy.operation, source, PixelAt(to, x, y)) & bits);
     }
   }
 }
@@ -166,7 +159,7 @@ void CopyToTarget(DrawingTarget* target, const Copy& copy) {
     if (plain) {
       CopyRows(target->surface, box, copy);
     } else {
-      CombinePixels(*target, box, copy);
+      CombinePixels(target->surface, box, copy);
     }
   });
 }
@@ -194,7 +187,7 @@ bool DrawOnScreen(const Region& where, const PixelRect& toRect, const Win32Devic
 
 // The source's rectangle lies inside its context, neither is empty, and without a stretch the target's does too.
 bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, DWORD operation) {
-  const bool replaces = operation == SRCCOPY || operation == 0 || operation == kPatternOrSource;
+  const bool replaces = operation == SRCCOPY || operation == 0;
   const bool sameSize = toRect.right - toRect.left == fromRect.right - fromRect.left &&
                         toRect.bottom - toRect.top == fromRect.bottom - fromRect.top;
   const Region where = DrawableRegion(*to, toRect);
@@ -205,8 +198,7 @@ bool Blit(HDC to, const PixelRect& toRect, HDC from, const PixelRect& fromRect, 
     if (!OpenTarget(to, toRect, TargetPixels::kReplaced, &target)) return false;
     return ReadScreenTo(&target, toRect, Moved(fromRect, from->originX, from->originY));
   }
-  Copy copy = {{}, {}, TranslationOf(*to, *from), operation, {}};
-  if (operation == kPatternOrSource) copy.brush = BrushPaint(*to, *to->brush, R2_COPYPEN);
+  Copy copy = {{}, {}, TranslationOf(*to, *from), operation};
   const bool sameSurface = !from->screen && !to->screen && SurfaceOf(*from).pixels == SurfaceOf(*to).pixels;
   const bool inOrder = operation == SRCCOPY && sameSize && !to->bounded && !to->clipped; // CopyRows
   const bool apart = sameSurface && !inOrder;
