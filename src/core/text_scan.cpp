@@ -12,8 +12,6 @@ namespace framereel {
 
 namespace {
 
-ScanResult lastScan;
-
 // The state of one run.
 struct Scan {
   const char* input; // the next byte
@@ -205,22 +203,21 @@ bool Convert(Scan& scan, const Directive& directive) {
   }
 }
 
-// Answers where in the format the run stopped. A "%" at the very end is a literal.
-const char* Walk(Scan& scan, const char* format) {
+// Whether the input has all that the format names. A "%" at the very end is a literal.
+bool Walk(Scan& scan, const char* format) {
   const char* at = format;
   while (*at) {
     if (*at == '%' && at[1]) {
       Directive directive = ReadDirective(at);
-      if (!Convert(scan, directive)) break;
-      ++lastScan.matched;
+      if (!Convert(scan, directive)) return false;
       at = directive.behind;
     } else {
-      if (*scan.input != *at) break;
+      if (*scan.input != *at) return false;
       ++scan.input;
       ++at;
     }
   }
-  return at;
+  return true;
 }
 
 bool RunScan(const char* input, const char* format, va_list outputs) {
@@ -228,14 +225,9 @@ bool RunScan(const char* input, const char* format, va_list outputs) {
   Scan scan;
   scan.input = input;
   va_copy(scan.outputs, outputs);
-  lastScan = {};
-  lastScan.inputLength = uint32_t(StrLength(input));
-  lastScan.formatLength = uint32_t(StrLength(copy));
-  lastScan.formatPosition = uint32_t(Walk(scan, copy) - copy);
-  lastScan.consumed = uint32_t(scan.input - input);
-  lastScan.success = lastScan.formatPosition == lastScan.formatLength;
+  const bool success = Walk(scan, copy);
   va_end(scan.outputs);
-  return lastScan.success != 0;
+  return success;
 }
 
 } // namespace
@@ -246,10 +238,6 @@ bool ScanText(const char* input, const char* format, ...) {
   bool success = RunScan(input, format, outputs);
   va_end(outputs);
   return success;
-}
-
-const ScanResult& LastScan() {
-  return lastScan;
 }
 
 int32_t ScanInt(const char* input) {

@@ -23,20 +23,8 @@
 
 namespace framereel {
 
-// How the last run went.
-struct ScanResult {
-  uint32_t consumed;       // bytes of the input that were used
-  uint32_t inputLength;    // bytes of the whole input
-  uint32_t matched;        // directives that succeeded
-  uint32_t formatPosition; // where in the format the run stopped: at the byte or directive that failed, or the end
-  uint32_t formatLength;   // of the whole format
-  uint8_t success;         // 1 when the whole format was used; the input need not be
-};
-
-// Answers ScanResult.success. What was stored ahead of a failure stays stored.
+// Whether the whole format was used; the input need not be. What was stored ahead of a failure stays stored.
 bool ScanText(const char* input, const char* format, ...);
-// Of the last run.
-const ScanResult& LastScan();
 
 // The number at the beginning of the input, behind spaces; 0 when there is none.
 int32_t ScanInt(const char* input);

@@ -73,11 +73,10 @@ TEST(TextScan, ReadsAnyNumberByAnyModifiers) {
     for (int i = dice.Below(15); i > 0; --i) input += "  +-.,0123456789aF\t"[dice.Below(19)];
     PlainScan plain = {input};
     const bool succeeds = plain.Number(letter, modifiers);
-    const std::string format = std::string("%") + letter + modifiers + "%";
+    const std::string format = std::string("%") + letter + modifiers + "%" + plain.input + "|"; // all that is left
     SCOPED_TRACE('"' + input + "\" by " + format);
-    EXPECT_EQ(ScanText(input.c_str(), format.c_str(), memory.data()), succeeds);
+    EXPECT_EQ(ScanText((input + "|").c_str(), format.c_str(), memory.data()), succeeds);
     EXPECT_EQ(Rounded(letter, memory), Rounded(letter, plain.stored));
-    EXPECT_EQ(LastScan().consumed, input.size() - plain.input.size());
   }
 }
 
@@ -94,37 +93,29 @@ TEST(TextScan, ReadsFractionsOfAnyLength) {
 TEST(TextScan, GoesOnAsLongAsItsFormatFits) {
   const struct {
     const char *input, *format;
-    uint32_t matched, consumed, formatPosition; // the whole format: it succeeds
-    const char* stored;                         // at three addresses, a byte apart
+    bool succeeds;
+    const char* stored; // at three addresses, a byte apart
   } cases[] = {
-      {"rest", "", 0, 0, 0, "...."},
-      {"", "a", 0, 0, 0, "...."},
-      {"25%", "%db%%", 1, 3, 5, "\x19..."},
-      {"25", "%db%%", 1, 2, 4, "\x19..."},
-      {"%", "%%%", 0, 0, 0, "...."},
-      {" ", "%c%", 1, 1, 3, " ..."},
-      {"", "%c%", 0, 0, 0, "...."},
-      {"1,2 3x", "%db%,%dbw% %db%%c%", 4, 6, 18, "\x01\x03x."},
-      {"1,2;3", "%db%,%db%,%db%", 2, 3, 9, "\x01\x02.."},
-      {"  ke val", "%s% %s%", 2, 8, 7, "kval"},
-      {"--a b=c", "%ss-d=%=%s%", 2, 7, 11, "ac"},
-      {"=", "%sd=%", 0, 0, 0, "...."}, // an empty field
-      {"a b", "%sw% %sqw%", 2, 3, 10, "b"},
-      {"ab", "%sd%", 1, 2, 4, "ab"},
+      {"rest", "", true, "...."},
+      {"", "a", false, "...."},
+      {"25%", "%db%%", true, "\x19..."},
+      {"25", "%db%%", false, "\x19..."},
+      {"%", "%%%", false, "...."},
+      {" ", "%c%", true, " ..."},
+      {"", "%c%", false, "...."},
+      {"1,2 3x", "%db%,%dbw% %db%%c%", true, "\x01\x03x."},
+      {"1,2;3", "%db%,%db%,%db%", false, "\x01\x02.."},
+      {"  ke val", "%s% %s%", true, "kval"},
+      {"--a b=c", "%ss-d=%=%s%", true, "ac"},
+      {"=", "%sd=%", false, "...."}, // an empty field
+      {"a b", "%sw% %sqw%", true, "b"},
+      {"ab", "%sd%", true, "ab"},
   };
   for (const auto& one : cases) {
     SCOPED_TRACE(std::string(one.input) + " by " + one.format);
     char memory[8] = "....";
-    const bool succeeds = one.formatPosition == std::strlen(one.format);
-    EXPECT_EQ(ScanText(one.input, one.format, memory, memory + 1, memory + 2), succeeds);
+    EXPECT_EQ(ScanText(one.input, one.format, memory, memory + 1, memory + 2), one.succeeds);
     EXPECT_STREQ(memory, one.stored);
-    const ScanResult& last = LastScan();
-    EXPECT_EQ(last.matched, one.matched);
-    EXPECT_EQ(last.consumed, one.consumed);
-    EXPECT_EQ(last.formatPosition, one.formatPosition);
-    EXPECT_EQ(last.inputLength, std::strlen(one.input));
-    EXPECT_EQ(last.formatLength, std::strlen(one.format));
-    EXPECT_EQ(last.success, succeeds);
   }
 }
 
