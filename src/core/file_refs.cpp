@@ -51,14 +51,6 @@ uint16_t KnownIndex(uint16_t index) {
   return index < kFileTypeCount ? index : kFileTypeData;
 }
 
-uint16_t IndexOfExtension(const char* extension) {
-  if (!*extension) return kFileTypeData;
-  const FileTypeRow* rows = FileTypeRows();
-  uint16_t index = 0;
-  while (index < kFileTypeCount && !StrEqualNoCase(rows[index].extension, extension)) ++index;
-  return KnownIndex(index);
-}
-
 } // namespace
 
 const FileTypeRow& FileTypeRowAt(uint16_t index) {
@@ -73,10 +65,6 @@ FileType* NewFileType(uint16_t index) {
 
 FileType* CopyFileType(const FileType* type) {
   return type ? NewFileType(type->index) : nullptr;
-}
-
-FileType* FileTypeForExtension(const char* extension) {
-  return NewFileType(IndexOfExtension(extension));
 }
 
 void FreeFileType(FileType* type) {
@@ -141,15 +129,6 @@ char* FileRefPath(const FileRef* ref) {
   char* name = path + StrLength(ref->directory);
   ::memmove(name + kShortName, name + length, StrLength(name + length) + 1);
   return path;
-}
-
-FileRef* FileRefFromPath(const char* path) {
-  const char* dot = StrFindLast(path, '.');
-  if (!dot) return nullptr;
-  FileType* type = FileTypeForExtension(dot + 1);
-  FileRef* ref = FileRefFromPathAndType(path, type);
-  FreeFileType(type);
-  return ref;
 }
 
 FileRef* FileRefFromPathAndType(const char* path, const FileType* type) {

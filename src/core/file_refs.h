@@ -38,8 +38,6 @@ struct FileType {
 // New records, to be released with FreeFileType. An index out of the table counts as kFileTypeData.
 FileType* NewFileType(uint16_t index);
 FileType* CopyFileType(const FileType* type);
-// By extension without the dot, blind to letter case; kFileTypeData when the table has no such row, or for "".
-FileType* FileTypeForExtension(const char* extension);
 void FreeFileType(FileType* type);
 
 // ---- Names --------------------------------------------------------------------------------------------------------
@@ -58,9 +56,6 @@ void FreeFileRef(FileRef* ref);
 // no dot either, since here a dot at the end would be part of the name. Where names have 8 bytes (HasNewShell), a
 // longer one is cut.
 char* FileRefPath(const FileRef* ref);
-// The type is that of the text behind the path's last "."; null when there is none, or no "/". The path of the
-// FileRef has its type's extension: a letter case or an extension that is not in the table is not kept.
-FileRef* FileRefFromPath(const char* path);
 // The name runs from the last "/" to the last "." behind it, if any; null when there is no "/". Copies the type.
 FileRef* FileRefFromPathAndType(const char* path, const FileType* type);
 // A file in the current directory; in "/" when that cannot be told. Copies both arguments.

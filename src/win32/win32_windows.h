@@ -251,7 +251,6 @@ BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement);
 BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT* placement);
 
 BOOL GetWindowRect(HWND window, RECT* rect); // on the screen
-BOOL GetClientRect(HWND window, RECT* rect); // from 0, 0
 // The topmost child, or the topmost of our top-level windows for null; visible or not.
 HWND GetTopWindow(HWND window);
 HWND GetParent(HWND window); // of a child; null for a top-level window

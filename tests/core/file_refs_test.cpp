@@ -30,13 +30,13 @@ std::string PathOf(const FileRef* ref) {
 }
 
 Owned<FileRef> Ref(const std::string& path) {
-  return Owned<FileRef>(FileRefFromPath(path.c_str()));
+  const Owned<FileType> type(NewFileType(kFileTypeGif));
+  return Owned<FileRef>(FileRefFromPathAndType(path.c_str(), type.get()));
 }
 
 // ---- Names --------------------------------------------------------------------------------------------------------
 
 TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
-  constexpr int kByExtension = -1;
   const std::string deep(3000, 'd'), endless(3000, 'n');
   const struct {
     std::string path;
@@ -45,24 +45,22 @@ TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
     uint16_t type;
     std::string back; // "": there is no such thing
   } cases[] = {
-      {"/home/u/film.gif", kByExtension, "/home/u/", "film", 2, "/home/u/film.gif"},
-      {"/film.GIF", kByExtension, "/", "film", 2, "/film.gif"},
-      {"./a.b.txt", kByExtension, "./", "a.b", 0, "./a.b.txt"},
-      {"/d/.prf", kByExtension, "/d/", "", 1, "/d/.prf"},
-      {"/d.gif/name", kByExtension, "/d.gif/", "name", 12, "/d.gif/name.dta"},
-      {"/d/\xFF\xFE \xC3.gif", kByExtension, "/d/", "\xFF\xFE \xC3", 2, "/d/\xFF\xFE \xC3.gif"},
+      {"/home/u/film.gif", 2, "/home/u/", "film", 2, "/home/u/film.gif"},
+      {"/film.GIF", 2, "/", "film", 2, "/film.gif"},
+      {"./a.b.txt", 0, "./", "a.b", 0, "./a.b.txt"},
+      {"/d/.prf", 1, "/d/", "", 1, "/d/.prf"},
+      {"/d.gif/name", 99, "/d.gif/", "name", 12, "/d.gif/name.dta"},
+      {"/d/\xFF\xFE \xC3.gif", 2, "/d/", "\xFF\xFE \xC3", 2, "/d/\xFF\xFE \xC3.gif"},
       {"/" + deep + "/" + endless, 2, "/" + deep + "/", endless, 2, "/" + deep + "/" + endless + ".gif"},
       {"/d.x/film.png", 2, "/d.x/", "film", 2, "/d.x/film.gif"},
       {"/d/film", 10, "/d/", "film", 10, "/d/film"},
-      {"/home/film", kByExtension, "", "", 0, ""},
-      {"film.gif", kByExtension, "", "", 0, ""},
+      {"film.gif", 2, "", "", 0, ""},
       {"film", 2, "", "", 0, ""},
   };
   for (const auto& one : cases) {
     SCOPED_TRACE(one.path);
     const Owned<FileType> type(NewFileType(uint16_t(one.given)));
-    Owned<FileRef> ref(one.given < 0 ? FileRefFromPath(one.path.c_str())
-                                     : FileRefFromPathAndType(one.path.c_str(), type.get()));
+    Owned<FileRef> ref(FileRefFromPathAndType(one.path.c_str(), type.get()));
     ASSERT_EQ(ref != nullptr, one.back != "");
     if (!ref) continue;
     const Owned<FileRef> copy(CopyFileRef(ref.get()));

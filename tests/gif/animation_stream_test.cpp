@@ -23,7 +23,9 @@ protected:
   // Whether a save into the file took all bytes.
   bool Save(FileMode mode) {
     WriteWholeFile(path, "");
-    FileRef* ref = FileRefFromPath(path.c_str());
+    FileType* type = NewFileType(kFileTypeGif);
+    FileRef* ref = FileRefFromPathAndType(path.c_str(), type);
+    FreeFileType(type);
     File* file = FileOpen(ref, mode);
     const bool saved = file && SaveAnimationTo(gif, file);
     FileClose(file);

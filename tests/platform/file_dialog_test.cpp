@@ -202,7 +202,7 @@ TEST_F(FileDialog, BeginsWhereTheDocumentIsOrTheLastFileOrAtHome) {
   EXPECT_EQ(Play("?120 type:Pics/n.gif enter"), "; /Pics/n.gif");
   EXPECT_EQ(Play("?120 type:.. enter esc"), "/Pics; ");
   EXPECT_EQ(Play("?120 esc"), "/Pics; "); // what a cancelled one went to is forgotten
-  FileRef* document = FileRefFromPath((folder / "dir.gif/d.gif").c_str());
+  FileRef* document = FileRefFromPathAndType((folder / "dir.gif/d.gif").c_str(), type);
   EXPECT_EQ(Play("?120 esc", document), "/dir.gif; ");
   std::filesystem::remove(folder / "dir.gif");
   EXPECT_EQ(Play("?120 esc", document), "; ");

@@ -25,10 +25,9 @@ protected:
     Drain();
     std::vector<COLORREF> pixels;
     RECT size;
-    ::GetClientRect(control, &size);
-    for (int i = 0; i < size.right * size.bottom; ++i) {
-      pixels.push_back(ColourAt(OnScreen(control, i % size.right, i / size.right)));
-    }
+    ::GetWindowRect(control, &size);
+    const int width = size.right - size.left, height = size.bottom - size.top;
+    for (int i = 0; i < width * height; ++i) pixels.push_back(ColourAt(OnScreen(control, i % width, i / width)));
     return pixels;
   }
   void ExpectAnother(HWND control) { EXPECT_TRUE(looks.insert(PictureOf(control)).second) << "look " << looks.size(); }

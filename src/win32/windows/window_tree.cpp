@@ -168,12 +168,6 @@ HWND WindowFromPoint(POINT point) {
   return nullptr;
 }
 
-BOOL GetClientRect(HWND window, RECT* rect) {
-  if (!IsLive(window) || !rect) return FALSE;
-  *rect = {0, 0, WidthOf(window->client), HeightOf(window->client)};
-  return TRUE;
-}
-
 LONG_PTR GetWindowLongPtrA(HWND window, int index) {
   if (!IsLive(window)) return 0;
   switch (index) {
