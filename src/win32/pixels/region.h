@@ -29,7 +29,6 @@ public:
     return {box.x1, box.y1, box.x2, box.y2};
   }
   int32_t Rectangles() const { return pixman_region32_n_rects(&area_); }
-  bool Contains(int32_t x, int32_t y) const { return pixman_region32_contains_point(&area_, x, y, nullptr); }
 
   bool Touches(const PixelRect& r) const {
     const pixman_box32_t box = {r.left, r.top, r.right, r.bottom};
