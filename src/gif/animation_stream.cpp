@@ -84,7 +84,7 @@ void StreamOverwrite(AnimationStream& stream, uint32_t offset, uint32_t length, 
   uint8_t* chunk = stream.currentChunk;
   uint32_t begin = stream.streamSize - (chunk ? stream.currentUsed : 0);
   for (uint32_t at = offset + length; at-- > offset;) {
-    while (at < begin) {
+    while (!chunk || at < begin) {
       behind = behind ? behind->previous : stream.fullChunks->last;
       chunk = FromListValue<uint8_t>(behind->value);
       begin -= kStreamChunkSize;

@@ -18,6 +18,8 @@
 
 namespace framereel {
 
+inline constexpr int kColourTableBytes = 768; // 256 entries of red, green, blue
+
 struct GifWriter {
   AnimationStream* stream; // not owned
   LzwEncoder lzw;

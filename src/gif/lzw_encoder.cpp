@@ -73,7 +73,7 @@ void ForgetPairs(LzwTables& tables, uint32_t first, uint32_t nextEntry) {
 // Empties the dictionary of the entries below `nextEntry`.
 void Forget(LzwTables& tables, uint32_t initBits, uint32_t nextEntry) {
   const uint32_t first = FirstEntry(initBits);
-  std::memset(tables.firstChild + first, 0, (nextEntry - first) * sizeof(LzwChildren));
+  std::memset(tables.children + first, 0, (nextEntry - first) * sizeof(LzwChildren));
   std::fill(std::begin(tables.runLongest), std::end(tables.runLongest), uint16_t{1});
   tables.keyZero = KeyZero::kNotAsked;
   ForgetPairs(tables, first, nextEntry);
@@ -150,7 +150,7 @@ inline bool MatchPairs(LzwTables& tables, uint32_t initBits, Position& at) {
 
 // Lengthens the string at.prefix, which is an entry, by `pixel`. False if the longer string was new.
 inline bool MatchChild(LzwTables& tables, uint32_t initBits, uint32_t pixel, Position& at) {
-  LzwChildren& children = tables.firstChild[at.prefix];
+  LzwChildren& children = tables.children[at.prefix];
   if (children.pixel[0] == pixel && children.code[0] != 0) {
     at.prefix = children.code[0];
     return true;

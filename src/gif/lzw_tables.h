@@ -22,7 +22,6 @@ struct LzwChildren {
   uint16_t code[2]; // 0: there is none
   uint8_t pixel[2]; // the last one
   bool hasOthers;   // there are more than these
-  uint8_t unused;
 };
 
 // A dictionary lives until it is full or the image ends. It is spread over tables by the kind of string, because the
@@ -43,9 +42,9 @@ struct LzwTables {
   uint16_t pairCode[kColours * kColours];
   uint32_t pairTag; // from 1 on; 0 stands in places that were never used
 
-  // All others, by the string that they are a pixel longer than: the first that was learned ...
-  LzwChildren firstChild[kCodeLimit];
-  // ... and its siblings: otherChild[pixel * kCodeLimit + prefix] is a code if that entry says the same.
+  // All others, by the string that they are a pixel longer than: the first two that were learned ...
+  LzwChildren children[kCodeLimit];
+  // ... and their siblings: otherChild[pixel * kCodeLimit + prefix] is a code if that entry says the same.
   uint16_t otherChild[kColours * kCodeLimit];
 
   CodePacker packer;

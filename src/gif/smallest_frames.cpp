@@ -310,11 +310,11 @@ int SmallestBegin(SmallestFrames& smallest, const FramePixels& first, uint8_t* t
   std::fill(std::begin(smallest.place), std::end(smallest.place), kNoPlace);
   Placing placing = {smallest, table, 0};
   for (uint32_t i = 0; i < 256 && counts[order[i]] != 0; ++i) placing.Place(order[i]);
-  smallest.tableBits = TableBitsFor(std::min(placing.next + 1, 256u)); // with room for a transparent index
-  const uint32_t size = 1u << smallest.tableBits;
+  const int tableBits = TableBitsFor(std::min(placing.next + 1, 256u)); // with room for a transparent index
+  const uint32_t size = 1u << tableBits;
   std::memset(table + kTriple * placing.next, 0, kTriple * (size - placing.next));
   if (placing.next + 1 < size) PlaceNeighbours(placing, size - 1);
-  return smallest.tableBits;
+  return tableBits;
 }
 
 const SmallestFrame& SmallestTakeFrame(SmallestFrames& smallest, const FramePixels& frame) {
@@ -338,7 +338,7 @@ const SmallestFrame& SmallestTakeFrame(SmallestFrames& smallest, const FramePixe
 
 void SmallestWriteImage(SmallestFrames& smallest, GifWriter& gif) {
   const SmallestFrame& frame = smallest.frame;
-  uint8_t table[768] = {};
+  uint8_t table[kColourTableBytes] = {};
   for (uint32_t symbol = 0; symbol < smallest.symbolCount; ++symbol) {
     std::memcpy(table + kTriple * symbol, smallest.colours + kTriple * smallest.symbolColours[symbol], kTriple);
   }

@@ -41,10 +41,9 @@ struct SmallestFrame {
 inline constexpr uint16_t kNoPlace = 256;
 
 struct SmallestFrames {
-  int16_t width, height; // of the logical screen
-  uint8_t colours[768];  // of the engine's indices
-  uint8_t tableBits;     // of the file's colour table
-  uint16_t place[256];   // of each of the engine's indices in that table, or kNoPlace
+  int16_t width, height;              // of the logical screen
+  uint8_t colours[kColourTableBytes]; // of the engine's indices
+  uint16_t place[256];                // of each of them in the file's colour table, or kNoPlace
   // Owned, each with room for width x height:
   uint8_t* shown;   // in the engine's indices
   uint8_t* symbols; // of the frame at hand

@@ -11,7 +11,6 @@
 
 namespace framereel {
 
-inline constexpr int kColourTableBytes = 768; // 256 entries of red, green, blue
 inline constexpr int kCubeColours = 216;
 inline constexpr uint8_t kCubeTransparent = 216;
 
