@@ -13,6 +13,7 @@
 #include "area/area.h"
 #include "area/selection.h"
 #include "area/window_picking.h"
+#include "core/abort_hook.h"
 #include "core/app_strings.h"
 #include "core/memory.h"
 #include "core/notices.h"
@@ -52,6 +53,10 @@ void TellThatMemoryEnded(void* application, uint32_t count) {
   AlertAsk(nullptr, nullptr, kAlertStop, AppAlertString(3), AppAlertString(4), nullptr);
 }
 
+void KeepAtAbort(void* application) {
+  KeepUnsaved(*static_cast<Application*>(application));
+}
+
 // The close box of the main window.
 void Quit(void* application) {
   CommandQuit(*static_cast<Application*>(application));
@@ -86,6 +91,7 @@ void ApplicationStart(Application& app) {
   app.panel = {};
   BuildMenus(app);
   SetMemFailureHook(TellThatMemoryEnded, &app);
+  SetAbortHook(KeepAtAbort, &app);
   GifWriterInit(app.gif, &app.stream);
   RecorderSetUp(app.recorder, &app.stream, &app.gif, &app.options);
   app.recorder.ownerName = OwnerName();
@@ -117,6 +123,7 @@ void ApplicationEnd(Application& app) {
   RecorderTearDown(app.recorder);
   StreamFree(app.stream);
   GifWriterFree(app.gif);
+  SetAbortHook(nullptr, nullptr);
   SetMemFailureHook(nullptr, nullptr);
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <functional>
 #include <iomanip>
@@ -353,6 +354,10 @@ TEST_F(CommandTest, SavesTheCompleteFramesWhicheverAllocationFails) {
   }
   EXPECT_GT(allocations, 6);
   EXPECT_GT(saved, 2u) << "one of them with all frames";
+  allocations = INT64_MAX;
+  MemoryAt(280, [] { std::abort(); }); // a library
+  EXPECT_EXIT(Run({"--ticks=3"}), testing::KilledBySignal(SIGABRT), "");
+  EXPECT_EQ(ReadGifFile(place).frames.size(), 2u);
 }
 
 // The window is of one colour, so that a second frame tells that the area has not gone with it.

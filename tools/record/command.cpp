@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/abort_hook.h"
 #include "core/memory.h"
 #include "gif/keep_animation.h"
 #include "platform/display/display_caps.h"
@@ -177,13 +178,18 @@ int Save(RecordCommand& command, const char* reason) {
   return status;
 }
 
+void SaveAtOnce(RecordCommand& command, const char* reason) {
+  StreamTruncate(command.stream, command.recorder.frameBytes);
+  Save(command, reason);
+}
+
 void SaveWhenMemoryEnded(void* argument, uint32_t count) {
-  RecordCommand& command = *static_cast<RecordCommand*>(argument);
-  if (count == 1) {
-    StreamTruncate(command.stream, command.recorder.frameBytes);
-    Save(command, "memory is exhausted");
-  }
+  if (count == 1) SaveAtOnce(*static_cast<RecordCommand*>(argument), "memory is exhausted");
   ::ExitProcess(kExitFailed);
+}
+
+void SaveAtAbort(void* argument) {
+  SaveAtOnce(*static_cast<RecordCommand*>(argument), "a library has given up");
 }
 
 void TellOutcome(const RecordCommand& command) {
@@ -230,6 +236,7 @@ int RecordAndSave(RecordCommand& command) {
   const RecordingEnd end = RunRecording(command.recording);
   const Usage after = ReadUsage();
   const int status = Save(command, ReasonOf(end));
+  if (end == RecordingEnd::kWindowGone) Note(command, "the window is gone, and with it the recording ended");
   if (status == kExitDone) TellOutcome(command);
   if (command.options.stats) {
     const uint64_t trailer = 1;
@@ -255,6 +262,7 @@ void Complain(FILE* messages, const char* text) {
 
 void RecordCommandInit(RecordCommand& command) {
   SetMemFailureHook(SaveWhenMemoryEnded, &command);
+  SetAbortHook(SaveAtAbort, &command);
   StreamInit(command.stream);
   GifWriterInit(command.gif, &command.stream);
 }

@@ -38,8 +38,9 @@ struct RecordCommand {
 // Writes one line for the user, behind the command's name.
 void Complain(FILE* messages, const char* text);
 
-// Makes the record's stream and compressor and takes the process's hook for exhausted memory: from here on that saves
-// what has been recorded and ends the process with kExitFailed. Once for a record, which lives as long as the process.
+// Makes the record's stream and compressor and takes the process's hooks for exhausted memory and for aborts: from
+// here on these save what has been recorded ahead of the end, which is kExitFailed or SIGABRT. Once for a record, which
+// lives as long as the process.
 void RecordCommandInit(RecordCommand& command);
 
 // Writes the list of windows to `figures`, and answers the exit status.
