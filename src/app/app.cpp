@@ -4,9 +4,10 @@
 #include <cstdio>
 
 #include "app/application.h"
-#include "app/document.h"
 #include "app/end_signals.h"
+#include "app/questions.h"
 #include "app/recovery.h"
+#include "app/slide_frame.h"
 #include "core/app_strings.h"
 #include "core/standard_streams.h"
 #include "core/timers.h"
@@ -20,20 +21,31 @@
 namespace framereel {
 namespace {
 
-constexpr uint16_t kWayland = 97; // of AppString
+constexpr uint16_t kWayland = 97;    // of AppString
+constexpr uint32_t kSlideLook = 100; // ms between looks whether the main window has come in
 
-// What the user is told and asked ahead of all else. A timer's function, for the event loop.
-void SpeakFirst(void* application) {
+struct FirstWords {
+  Application& app;
+  Timer* timer; // null: they have been spoken, or are just being
+};
+
+// What the user is told and asked ahead of all else, over the main window, which has to be on the screen for it.
+void SpeakFirst(void* argument) {
+  auto& words = *static_cast<FirstWords*>(argument);
+  words.timer = SlideFrameIsRunning() ? TimerSchedule(SpeakFirst, &words, kSlideLook) : nullptr;
+  if (words.timer) return;
   if (SessionIsWayland()) Tell(kAlertCaution, AppString(kWayland));
-  OfferKept(application);
+  OfferKept(words.app);
 }
 
 void AppRun() {
   static Application app;
   EndSignalsWatch();
   ApplicationStart(app);
-  TimerSchedule(SpeakFirst, &app, 0);
+  FirstWords words = {app, nullptr};
+  SpeakFirst(&words);
   RunEventLoop();
+  if (words.timer) TimerCancel(words.timer);
   if (app.stream.streamSize != app.document.abandonedSize) KeepUnsaved(app);
   ApplicationEnd(app);
 }

@@ -1,6 +1,7 @@
 // New, Save, Save as and Quit.
 #include "app/document.h"
 
+#include "app/questions.h"
 #include "area/ants.h"
 #include "area/readouts.h"
 #include "core/app_strings.h"
@@ -21,8 +22,7 @@ namespace framereel {
 namespace {
 
 // Of AppString.
-constexpr uint16_t kUntitled = 1, kNotSaved = 55, kUnderstood = 56, kProceed = 61, kNewLoses = 62, kQuitLoses = 63,
-                   kYes = 64, kNo = 65, kTitleOfFile = 74;
+constexpr uint16_t kUntitled = 1, kProceed = 61, kNewLoses = 62, kQuitLoses = 63, kTitleOfFile = 74;
 
 // True when the command is to be given up.
 bool ConfirmDiscard(const Application& app, uint16_t reason) {
@@ -124,20 +124,6 @@ void SaveToFile(Application& app, FileRef* file) {
   }
   if (file != app.document.file) FreeFileRef(file);
   TellOfFailedSave(refusal.text);
-}
-
-bool AskYesNo(uint16_t title, uint16_t picture, const char* question) {
-  return AlertAsk(nullptr, AppString(title), picture, question, AppString(kYes), AppString(kNo));
-}
-
-void Tell(uint16_t picture, const char* message) {
-  AlertAsk(nullptr, AppString(kProgramTitle), picture, message, AppString(kUnderstood), nullptr);
-}
-
-void TellOfFailedSave(const char* reason) {
-  char* message = FormatNew(AppString(kNotSaved), reason);
-  Tell(kAlertStop, message);
-  StrFree(message);
 }
 
 } // namespace framereel

@@ -27,11 +27,5 @@ bool HearOfSession(void* application, SessionStep step);
 // Writes the animation and makes the file, which it takes over, the document's; null does nothing. Where it fails the
 // user is told the reason, what stood there still stands, and the document is as unsaved as before.
 void SaveToFile(Application& app, FileRef* file);
-// The titles of alerts, of AppString, and an alert with Yes and No: whether it was Yes. Tell has the program's title.
-inline constexpr uint16_t kWarningTitle = 60, kProgramTitle = 76;
-bool AskYesNo(uint16_t title, uint16_t picture, const char* question);
-void Tell(uint16_t picture, const char* message);
-// An alert that something could not be saved, with the reason.
-void TellOfFailedSave(const char* reason);
 
 } // namespace framereel

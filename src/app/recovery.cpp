@@ -10,12 +10,11 @@
 #include <unistd.h>
 
 #include "app/document.h"
-#include "app/slide_frame.h"
+#include "app/questions.h"
 #include "core/app_strings.h"
 #include "core/refusal.h"
 #include "core/strings.h"
 #include "core/text_format.h"
-#include "core/timers.h"
 #include "gif/keep_animation.h"
 #include "gif/output_file.h"
 #include "platform/dialogs/file_dialogs.h"
@@ -28,7 +27,6 @@ namespace {
 
 constexpr const char* kPrefix = "framereel-recovered-"; // nobody else's: what is declined is deleted
 constexpr uint16_t kOffer = 58;                         // of AppString
-constexpr uint32_t kSlideLook = 100;                    // ms between looks whether the main window has come in
 
 void FormatTime(time_t when, const char* format, char (&text)[40]) {
   tm local = {};
@@ -95,13 +93,7 @@ bool KeepUnsaved(Application& app) {
   return kept;
 }
 
-void OfferKept(void* application) {
-  Application& app = *static_cast<Application*>(application);
-  // Questions stand over the main window, which has to be on the screen first.
-  if (SlideFrameIsRunning()) {
-    TimerSchedule(OfferKept, application, kSlideLook);
-    return;
-  }
+void OfferKept(Application& app) {
   char path[PATH_MAX];
   while (FindKept(kPrefix, path)) {
     const bool save = Offer(path);

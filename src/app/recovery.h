@@ -1,5 +1,6 @@
 // What the user has recorded and not saved, when the program has to end without asking: on a signal, with the display
-// gone, without memory. It is kept as a file of the user's (gif/keep_animation.h), and the next start offers it.
+// gone, without memory, at an abort. It is kept as a file of the user's (gif/keep_animation.h), and the next start
+// offers it.
 #pragma once
 
 #include "app/application_record.h"
@@ -12,6 +13,6 @@ bool KeepUnsaved(Application& app);
 
 // Asks about each file that was kept: it is saved under a name that the user chooses, or deleted. A cancelled choice
 // leaves it for the next start. Within the event loop.
-void OfferKept(void* application);
+void OfferKept(Application& app);
 
 } // namespace framereel

@@ -165,6 +165,7 @@ TEST_F(AppTest, OffersWhatWasKeptOnceItHasComeIn) {
 
 TEST_F(AppTest, SaysUnderWaylandThatItSeesNothingThere) {
   ::setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+  MemoryAt(100, [] { EXPECT_EQ(GetModalWindow(), nullptr) << "the main window is still coming in"; });
   MemoryAt(4000, [] {
     EXPECT_NE(GetModalWindow(), nullptr);
     MemoryTypeKey(VK_RETURN);
