@@ -90,6 +90,7 @@ int32_t TimerNextDelay() {
 
 void TimerClearAll() {
   head.next = nullptr;
+  lastTick = INT32_MIN;
 }
 
 } // namespace framereel

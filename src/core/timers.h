@@ -35,7 +35,7 @@ bool TimerPending();
 int32_t TimerNextDelay();
 
 // Forgets all timers without releasing them, for an exhausted heap is not to be touched. Their handles can still be
-// cancelled.
+// cancelled. The tick source may begin anew behind it.
 void TimerClearAll();
 
 } // namespace framereel
