@@ -16,13 +16,13 @@ struct Random {
     state ^= state >> 12;
     state ^= state << 25;
     state ^= state >> 27;
-    return static_cast<uint32_t>((state * 0x2545F4914F6CDD1Dull) >> 32);
+    return uint32_t((state * 0x2545F4914F6CDD1Dull) >> 32);
   }
-  int Below(int limit) { return static_cast<int>(Next() % static_cast<uint32_t>(limit)); }
+  int Below(int limit) { return int(Next() % uint32_t(limit)); }
 };
 
 Picture NewPicture(int width, int height, uint32_t colour) {
-  return {width, height, std::vector<uint32_t>(static_cast<size_t>(width) * height, colour)};
+  return {width, height, std::vector<uint32_t>(size_t(width) * height, colour)};
 }
 
 // Parts outside the picture are left out.
@@ -30,14 +30,14 @@ void Fill(Picture& picture, int left, int top, int width, int height, uint32_t c
   const int right = std::min(left + width, picture.width), bottom = std::min(top + height, picture.height);
   for (int y = std::max(top, 0); y < bottom; ++y) {
     for (int x = std::max(left, 0); x < right; ++x) {
-      picture.pixels[static_cast<size_t>(y) * picture.width + x] = colour;
+      picture.pixels[size_t(y) * picture.width + x] = colour;
     }
   }
 }
 
 // Strokes of letters: stems, bars, a slope. Which of them a glyph has follows from its number.
 void DrawGlyph(Picture& picture, int left, int top, int glyph, uint32_t colour) {
-  const unsigned strokes = static_cast<unsigned>(glyph) * 2654435761u >> 20;
+  const unsigned strokes = unsigned(glyph) * 2654435761u >> 20;
   const int height = strokes & 1 ? 9 : 6, base = top + kGlyphHeight - 3;
   if (strokes & 2) Fill(picture, left + 1, base - height, 1, height, colour);
   if (strokes & 4) Fill(picture, left + 5, base - 6, 1, strokes & 8 ? 9 : 6, colour);
@@ -58,7 +58,7 @@ void DrawText(Picture& picture, int left, int top, int width, int height, Random
     int x = left + 4 * kGlyphWidth * random.Below(3);
     const int right = left + width / 3 + random.Below(width * 2 / 3);
     while (x < right) {
-      Random word{static_cast<uint64_t>(random.Below(random.Below(400) + 1)) * 7919 + 1};
+      Random word{uint64_t(random.Below(random.Below(400) + 1)) * 7919 + 1};
       word.Next();
       const uint32_t ink = kInks[random.Below(6)];
       for (int letters = 1 + word.Below(9); letters > 0 && x + kGlyphWidth <= right; --letters) {
@@ -74,12 +74,12 @@ Picture MakeDesktop(int width, int height, Random& random) {
   Picture desktop = NewPicture(width, height, 0);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
-      const auto blue = static_cast<uint32_t>(96 + 128 * y / height), green = static_cast<uint32_t>(160 * x / width);
-      desktop.pixels[static_cast<size_t>(y) * width + x] = green << 8 | blue;
+      const auto blue = uint32_t(96 + 128 * y / height), green = uint32_t(160 * x / width);
+      desktop.pixels[size_t(y) * width + x] = green << 8 | blue;
     }
   }
   for (int y = 16; y + 64 < height; y += 80) {
-    const auto colour = static_cast<uint32_t>(random.Next() & 0xFFFFFF);
+    const auto colour = uint32_t(random.Next() & 0xFFFFFF);
     Fill(desktop, 24, y, 32, 32, colour);
     Fill(desktop, 30, y + 6, 20, 12, kWhite);
     Fill(desktop, 12, y + 38, 56, kLineHeight, kBlack);
@@ -102,11 +102,11 @@ Picture MakeWindow(int width, int height, Random& random) {
 class Light {
 public:
   Light(int width, int height, int square, Random& random)
-      : side(square), across(width / square + 2), corners(static_cast<size_t>(across) * (height / square + 2)) {
+      : side(square), across(width / square + 2), corners(size_t(across) * (height / square + 2)) {
     for (int& corner : corners) corner = random.Below(256);
   }
   int At(int x, int y) const {
-    const int* upper = corners.data() + static_cast<size_t>(y / side) * across + x / side;
+    const int* upper = corners.data() + size_t(y / side) * across + x / side;
     const int* lower = upper + across;
     const int right = x % side, left = side - right, below = y % side;
     return ((upper[0] * left + upper[1] * right) * (side - below) + (lower[0] * left + lower[1] * right) * below) /
@@ -127,8 +127,7 @@ Picture MakePhoto(int width, int height, Random& random) {
     for (int y = 0; y < height; ++y) {
       for (int x = 0; x < width; ++x) {
         const int level = (3 * coarse.At(x, y) + fine.At(x, y)) / 4 + random.Below(kGrain) - kGrain / 2;
-        photo.pixels[static_cast<size_t>(y) * width + x] |= static_cast<uint32_t>(std::clamp(level, 0, 255))
-                                                            << 8 * channel;
+        photo.pixels[size_t(y) * width + x] |= uint32_t(std::clamp(level, 0, 255)) << 8 * channel;
       }
     }
   }
@@ -141,14 +140,14 @@ void Copy(const Picture& from, int sourceLeft, int sourceTop, int left, int top,
   const int across = std::min(from.width - sourceLeft, width - left);
   const int down = std::min(from.height - sourceTop, height - top);
   for (int y = 0; y < down; ++y) {
-    const uint32_t* row = from.pixels.data() + static_cast<size_t>(sourceTop + y) * from.width + sourceLeft;
-    std::copy(row, row + across, xrgb + static_cast<size_t>(top + y) * width + left);
+    const uint32_t* row = from.pixels.data() + size_t(sourceTop + y) * from.width + sourceLeft;
+    std::copy(row, row + across, xrgb + size_t(top + y) * width + left);
   }
 }
 
 void DrawNoise(const Scene& scene, int n, uint32_t* xrgb) {
-  Random random{static_cast<uint64_t>(n) + 0x9E3779B97F4A7C15ull};
-  const size_t count = static_cast<size_t>(scene.width) * scene.height;
+  Random random{uint64_t(n) + 0x9E3779B97F4A7C15ull};
+  const size_t count = size_t(scene.width) * scene.height;
   for (size_t i = 0; i < count; ++i) xrgb[i] = random.Next() & 0xFFFFFF;
 }
 
@@ -156,7 +155,7 @@ void DrawCaret(const Scene& scene, int n, uint32_t* xrgb) {
   if (n % 2 == 0) return;
   const int x = scene.width / 2, top = scene.height / 2;
   for (int y = top; y < top + kLineHeight; ++y) {
-    std::fill_n(xrgb + static_cast<size_t>(y) * scene.width + x, 2, kBlack);
+    std::fill_n(xrgb + size_t(y) * scene.width + x, 2, kBlack);
   }
 }
 
@@ -238,12 +237,12 @@ void DrawFrame(const Scene& scene, int n, uint32_t* xrgb) {
 }
 
 void DrawIndexFrame(const Scene& scene, int n, uint8_t* indices) {
-  const size_t count = static_cast<size_t>(scene.width) * scene.height;
+  const size_t count = size_t(scene.width) * scene.height;
   std::vector<uint32_t> xrgb(count);
   DrawFrame(scene, n, xrgb.data());
   const auto level = [](uint32_t channel) { return ((channel & 0xFF) + 25) / 51; };
   for (size_t i = 0; i < count; ++i) {
-    indices[i] = static_cast<uint8_t>(36 * level(xrgb[i] >> 16) + 6 * level(xrgb[i] >> 8) + level(xrgb[i]));
+    indices[i] = uint8_t(36 * level(xrgb[i] >> 16) + 6 * level(xrgb[i] >> 8) + level(xrgb[i]));
   }
 }
 

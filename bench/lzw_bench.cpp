@@ -61,7 +61,7 @@ std::vector<Film> MakeFilms() {
                    size,
                    {}};
       for (int i = 0; i < kFrames; ++i) {
-        film.frames.emplace_back(static_cast<size_t>(size.width) * static_cast<size_t>(size.height));
+        film.frames.emplace_back(size_t(size.width) * size_t(size.height));
         DrawIndexFrame(scene, i * kFrameStep, film.frames.back().data());
       }
       films.push_back(std::move(film));
@@ -76,7 +76,7 @@ uint8_t table[768]; // what colours the indices have makes no difference
 // Each of these writes the film once into an empty stream and answers the bytes of the whole file, 0 for a failure.
 
 size_t WriteOurs(const Film& film, GifWriter& gif) {
-  const auto width = static_cast<int16_t>(film.size.width), height = static_cast<int16_t>(film.size.height);
+  const auto width = int16_t(film.size.width), height = int16_t(film.size.height);
   GifWriteHeader(gif, width, height, 0, 0, 8, table);
   for (const std::vector<uint8_t>& frame : film.frames) {
     GifWriteControl(gif, false, 4, 0);
@@ -87,7 +87,7 @@ size_t WriteOurs(const Film& film, GifWriter& gif) {
 }
 
 int AppendForGiflib(GifFileType* file, const GifByteType* bytes, int count) {
-  StreamAppend(*static_cast<AnimationStream*>(file->UserData), static_cast<uint32_t>(count), bytes);
+  StreamAppend(*static_cast<AnimationStream*>(file->UserData), uint32_t(count), bytes);
   return count;
 }
 
@@ -99,7 +99,7 @@ size_t WriteWithGiflib(const Film& film, AnimationStream& stream) {
   for (const std::vector<uint8_t>& frame : film.frames) {
     EGifPutImageDesc(file, 0, 0, film.size.width, film.size.height, false, nullptr);
     for (int y = 0; y < film.size.height; ++y) {
-      auto* row = const_cast<GifPixelType*>(frame.data()) + static_cast<size_t>(y) * film.size.width;
+      auto* row = const_cast<GifPixelType*>(frame.data()) + size_t(y) * film.size.width;
       if (EGifPutLine(file, row, film.size.width) != GIF_OK) return 0;
     }
   }
@@ -107,7 +107,7 @@ size_t WriteWithGiflib(const Film& film, AnimationStream& stream) {
 }
 
 int AppendForCgif(void* stream, const uint8_t* bytes, const size_t count) {
-  StreamAppend(*static_cast<AnimationStream*>(stream), static_cast<uint32_t>(count), bytes);
+  StreamAppend(*static_cast<AnimationStream*>(stream), uint32_t(count), bytes);
   return 0;
 }
 
@@ -115,8 +115,8 @@ size_t WriteWithCgif(const Film& film, AnimationStream& stream) {
   CGIF_Config config = {};
   config.pGlobalPalette = table;
   config.numGlobalPaletteEntries = 256;
-  config.width = static_cast<uint16_t>(film.size.width);
-  config.height = static_cast<uint16_t>(film.size.height);
+  config.width = uint16_t(film.size.width);
+  config.height = uint16_t(film.size.height);
   config.attrFlags = CGIF_ATTR_IS_ANIMATED;
   config.pWriteFn = AppendForCgif;
   config.pContext = &stream;
@@ -152,8 +152,8 @@ void RunFilm(benchmark::State& state, Encoder encoder, const Film& film, GifWrit
       return;
     }
   }
-  const double indices = static_cast<double>(film.frames[0].size() * film.frames.size());
-  state.counters["bytes"] = static_cast<double>(bytes);
+  const double indices = double(film.frames[0].size() * film.frames.size());
+  state.counters["bytes"] = double(bytes);
   state.counters["per_index"] =
       benchmark::Counter(indices, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert,
                          benchmark::Counter::kIs1000);
@@ -207,7 +207,7 @@ int Main(int argc, char** argv) {
   const std::vector<Film> films = MakeFilms();
   for (const Film& film : films) {
     for (const Encoder encoder : kEncoders) {
-      const std::string name = film.name + "/" + kEncoderNames[static_cast<int>(encoder)];
+      const std::string name = film.name + "/" + kEncoderNames[int(encoder)];
       benchmark::RegisterBenchmark(name.c_str(), RunFilm, encoder, film, std::ref(gif))
           ->Unit(benchmark::kMillisecond)
           ->MinTime(0.05)

@@ -24,7 +24,7 @@ constexpr int kFrames = 60, kCostFrames = 24;
 double ProcessorSeconds() {
   timespec time;
   ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+  return double(time.tv_sec) + 1e-9 * double(time.tv_nsec);
 }
 
 struct Outcome {
@@ -55,7 +55,7 @@ Outcome Record(const Scene& scene, int frames, bool smallest, const std::string&
   options.overlayBorder = false;
   options.smallest = smallest;
   RecorderSetUp(recorder, &stream, &gif, &options);
-  recorder.captureArea = {0, 0, static_cast<int16_t>(scene.height), static_cast<int16_t>(scene.width)};
+  recorder.captureArea = {0, 0, int16_t(scene.height), int16_t(scene.width)};
   Outcome outcome = {};
   for (int n = 0; n < frames; ++n) {
     DrawFrame(scene, n, TheMemoryDisplay().screen.data());
@@ -97,7 +97,7 @@ int Run() {
     const uint32_t gifsicle = SizeByGifsicle(path);
     const Outcome fast = Record(large, kCostFrames, false, ""), slow = Record(large, kCostFrames, true, "");
     std::printf("%-18s %10u %10u %12u %9.4f %7.2f %7.2f %7.2f %7.2f\n", SceneName(kind), standard.bytes, smallest.bytes,
-                gifsicle, gifsicle ? static_cast<double>(smallest.bytes) / gifsicle : 0, fast.meanTime, fast.worstTime,
+                gifsicle, gifsicle ? double(smallest.bytes) / gifsicle : 0, fast.meanTime, fast.worstTime,
                 slow.meanTime, slow.worstTime);
   }
   return std::remove(path.c_str());

@@ -129,7 +129,7 @@ Scene OpenScene() {
   int screen = DefaultScreen(d);
   scene.width = DisplayWidth(d, screen);
   scene.height = DisplayHeight(d, screen);
-  scene.depth = static_cast<unsigned>(DefaultDepth(d, screen));
+  scene.depth = unsigned(DefaultDepth(d, screen));
   XSetWindowAttributes attributes{};
   attributes.override_redirect = True;
   attributes.event_mask = ExposureMask;
