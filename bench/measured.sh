@@ -89,10 +89,9 @@ rates) rows_of_rates ;;
   cat <<TEXT
 # Measured
 
-By \`./bench.sh\`, $(date +%Y-%m-%d), on $(nproc) cores of $(sed -n 's/^model name[^:]*: //p;T;q' /proc/cpuinfo), with the
-X server's own time not counted.
+By \`./bench.sh\`, $(date +%Y-%m-%d), on $(nproc) cores of $(sed -n 's/^model name[^:]*: //p;T;q' /proc/cpuinfo).
 
-$seconds seconds of 1280x720 at 40 frames a second:
+$seconds seconds of 1280x720 at 40 frames a second; the X server's own time is not counted:
 
 TEXT
   "$here/../tests/with_xvfb.sh" 1280x720x24 "$0" "$build" contents
