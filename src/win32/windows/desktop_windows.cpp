@@ -96,7 +96,7 @@ uint32_t HandleToULong(HWND window) {
 }
 
 HWND ChildWindowFromPointEx(HWND window, POINT point, UINT) {
-  PixelRect client;
+  PixelRect client = {};
   if (!FindClient(window, &client)) return nullptr;
   const int32_t x = client.left + point.x, y = client.top + point.y;
   if (!Holds(client, x, y)) return nullptr;
@@ -112,7 +112,7 @@ BOOL GetWindowRect(HWND window, RECT* rect) {
 }
 
 BOOL ScreenToClient(HWND window, POINT* point) {
-  PixelRect client;
+  PixelRect client = {};
   if (!point || !FindClient(window, &client)) return FALSE;
   *point = {point->x - client.left, point->y - client.top};
   return TRUE;

@@ -114,7 +114,7 @@ void DisplayActivateWindow(DisplayWindow* window) {
   if (!x) return;
   X11Focus& focus = x->desktop.focus;
   focus.standIn = X11IsManaged(*window) ? nullptr : window;
-  IsCover(window) ? Grab(x) : Ungrab(x);
+  IsCover(focus.standIn) ? Grab(x) : Ungrab(x);
   Tell(x);
   if (!focus.grabbed) {
     DisplayWindow* focused = FocusFor(window);
