@@ -206,7 +206,8 @@ bool DisplayDragWindow(DisplayWindow* window, int32_t pointerX, int32_t pointerY
 
 void DisplayPresent(DisplayWindow* window, const Surface& surface, const PixelRect& part) {
   X11Connection* x = X11Live();
-  if (!x || !window->shown || window->minimised || window->role == WindowRole::kCover) return;
+  if (!x || window->role == WindowRole::kCover) return;
+  if (!window->viewable && !window->becameViewable) return; // it is exposed when it comes to stand on the screen
   if (!X11HasScreenLayout(x, surface)) return;
   PixelRect on = Intersect(part, {0, 0, surface.width, surface.height});
   if (!IsEmpty(on)) X11PutPixels(x, window->id, surface, on, on.left, on.top);
