@@ -31,23 +31,29 @@ protected:
     ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), "&Grey");
     ::AppendMenuA(bar, MF_POPUP, uintptr_t(edit), "&Edit");
     ::SetMenu(main, bar);
-    TheScript().words["?"] = [this](std::istream&) { looks += Looks() + " "; };
+    Script& script = TheScript();
+    script.Add("?", [this] { Tell(Looks()); });
     for (const std::string word : {"over", "press", "click"}) {
-      TheScript().words[word] = [this, word](std::istream& in) {
+      script.words[word] = [this, word](std::istream& in) {
         const POINT at = PlaceOf(Word(in));
         MemoryMovePointerTo(at.x, at.y);
         if (word != "over") Act(word == "press" ? "+lb" : "lb");
       };
     }
+    script.Add("bar", [this] { ::SetMenu(main, bar); });
+    script.Add("nobar", [this] { ::SetMenu(main, nullptr); });
+    script.Add("endbar", [this] { ::DestroyMenu(bar); });
+    script.Add("endmore", [this] { ::DestroyMenu(more); });
+    script.Add("depth", [](int bits) { MemoryDisplaySetMode(640, 480, bits); });
     Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
     Drain();
     Heard();
   }
 
   // By steps, with "?" for what is open, as Looks tells, and over:P, press:P and click:P for the mouse there; P is
-  // File, Grey, Edit, system, out, or a popup's row as 0.2. Answers the looks, and then the commands that came.
-  std::string Play(const std::string& script) {
-    looks.clear();
+  // File, Grey, Edit, system, out, or a popup's row as 0.2. Answers these looks and what
+  // was chosen, or other events.
+  std::string Play(const std::string& script, const std::string& events = "notice close") {
     bool over = false;
     MemoryAt(TheScript().Schedule(script), [this, &over, &script] {
       EXPECT_EQ(Looks(), "-") << script;
@@ -59,12 +65,10 @@ protected:
       ::Sleep(10);
     }
     EXPECT_EQ(TheMemoryDisplay().desktop.captured != nullptr, TheWindows().capture != nullptr) << script;
-    return looks + Heard("notice command");
+    return Heard(events);
   }
-
-  HWND ShowDialog() {
-    Act("make dialog dialog main 400 100 100 100 show dialog");
-    return Named("dialog");
+  void Walk(std::initializer_list<Step> steps) {
+    for (const Step& step : steps) EXPECT_EQ(Play(step.words), step.brings) << step.words;
   }
 
   // The open popups, in the order in which they were opened.
@@ -112,150 +116,138 @@ protected:
   }
 
   HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu(), edit = ::CreatePopupMenu(), more = ::CreatePopupMenu();
-  std::string looks;
 };
 
-constexpr char kByKey[] = "main.command:f100", kByMouse[] = "main.command:f095";
-
 TEST_F(Menus, AreWalkedThroughWithKeys) {
-  const std::pair<const char*, std::string> cases[] = {
-      {"alt ? right ? right ? right ? esc", std::string("File Grey Edit system ") + kByKey},
-      {"alt down ? down ? down ? up ? esc ? esc", std::string("File:0 File:2 File:3 File:2 File ") + kByKey},
-      {"alt+F ? enter", std::string("File:0 ") + kByKey + " main.notice:1/0"},
-      {"alt+F S", std::string(kByKey) + " main.notice:2/0"},
-      {"alt+F M ? P", std::string("File:3:0 ") + kByKey + " main.notice:4/0"},
-      {"alt+F up right ? left ? right right ? esc ? esc", std::string("File:3:0 File:3 Grey Grey ") + kByKey},
-      {"alt+F up right down ? enter ? G ? esc esc esc", std::string("File:3:1 File:3:1 File:3:1 ") + kByKey},
-      {"alt+E C ? C ? C ? enter", std::string("Edit:1 Edit:2 Edit:1 ") + kByKey + " main.notice:8/0"},
-      {"alt+E left ? left ? left ? esc esc", std::string("Grey File:0 system:0 ") + kByKey},
-      {"+alt +E +E ? -E +C ? +C +C ? -C -alt esc esc", std::string("Edit:0 Edit:1 Edit:1 ") + kByKey},
-      {"f10 ? E ? T", std::string("File Edit:0 ") + kByKey + " main.notice:7/0"},
-      {"f10 ? f10 ?", std::string("File - ") + kByKey},
-      {"alt ? alt ? alt ? alt", std::string("File - File ") + kByKey + " " + kByKey},
-      {"alt space ? C", std::string("system:0 ") + kByKey + " main.command:f060"},
-      {"alt+X ?", std::string("- ") + kByKey},
-  };
-  for (const auto& [script, expected] : cases) {
-    SCOPED_TRACE(script);
-    EXPECT_EQ(Play(script), expected);
-  }
+  Walk({{"alt ? right ? right ? right ? esc", "File Grey Edit system"},
+        {"alt down ? down ? down ? up ? esc ? esc", "File:0 File:2 File:3 File:2 File"},
+        {"alt+F ? enter", "File:0 main.notice:1/0"},
+        {"alt+F S", "main.notice:2/0"},
+        {"alt+F M ? P", "File:3:0 main.notice:4/0"},
+        {"alt+F up right ? left ? right right ? esc ? esc", "File:3:0 File:3 Grey Grey"},
+        {"alt+F up right down ? enter ? G ? esc esc esc", "File:3:1 File:3:1 File:3:1"},
+        {"alt+E C ? C ? C ? enter", "Edit:1 Edit:2 Edit:1 main.notice:8/0"},
+        {"alt+E left ? left ? left ? esc esc", "Grey File:0 system:0"},
+        {"+alt +E +E ? -E +C ? +C +C ? -C -alt esc esc", "Edit:0 Edit:1 Edit:1"},
+        {"f10 ? E ? T", "File Edit:0 main.notice:7/0"},
+        {"f10 ? f10 ?", "File -"},
+        {"alt ? alt ? alt ? alt", "File - File"},
+        {"alt space ? C", "system:0 main.close"},
+        {"alt+X ?", "-"}});
 }
 
 TEST_F(Menus, AreWalkedThroughWithTheMouse) {
-  const std::pair<const char*, std::string> cases[] = {
-      {"click:File ? over:0.0 ? click:0.0", std::string("File:_ File:0 ") + kByMouse + " main.notice:1/0"},
-      {"press:File over:0.2 ? -lb", std::string("File:2 ") + kByMouse + " main.notice:2/0"},
-      {"press:File -lb press:File -lb ? rest press:File ? -lb", std::string("File:_ - ") + kByMouse},
-      {"press:File over:0.0 over:out ? -lb ?", std::string("File:_ - ") + kByMouse},
-      {"click:File over:out ? click:out ?", std::string("File:_ - ") + kByMouse},
-      {"click:File over:Edit ? over:Grey ? rest click:Grey ?", std::string("Edit:_ Grey - ") + kByMouse},
-      {"click:File click:0.1 ? click:Edit ? click:0.0", std::string("File:_ Edit:_ ") + kByMouse + " main.notice:7/0"},
-      // The popup at an item's side comes and goes once the mouse rests, or with a press.
-      {"click:File over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? click:out",
-       std::string("File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2 ") + kByMouse},
-      {"press:File over:0.3 rest over:1.1 -lb ? over:1.0 press:1.0 -lb",
-       std::string("File:3:1 ") + kByMouse + " main.notice:4/0"},
-      {"click:File click:0.3 ? click:1.1 ? click:1.0",
-       std::string("File:3:_ File:3:1 ") + kByMouse + " main.notice:4/0"},
-      {"click:File over:system ? click:0.4", std::string("system:_ ") + kByMouse + " main.command:f060"},
-      {"click:Grey ?", "- "},
-      {"alt over:Edit ? click:Edit ? esc ? esc", std::string("File Edit:_ Edit ") + kByKey},
+  Walk({{"click:File ? over:0.0 ? click:0.0", "File:_ File:0 main.notice:1/0"},
+        {"press:File over:0.2 ? -lb", "File:2 main.notice:2/0"},
+        {"press:File -lb press:File -lb ? rest press:File ? -lb", "File:_ -"},
+        {"press:File over:0.0 over:out ? -lb ?", "File:_ -"},
+        {"click:File over:out ? click:out ?", "File:_ -"},
+        {"click:File over:Edit ? over:Grey ? rest click:Grey ?", "Edit:_ Grey -"},
+        {"click:File click:0.1 ? click:Edit ? click:0.0", "File:_ Edit:_ main.notice:7/0"},
+        // The popup at an item's side comes and goes once the mouse rests, or with a press.
+        {"click:File over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? click:out",
+         "File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2"},
+        {"press:File over:0.3 rest over:1.1 -lb ? over:1.0 press:1.0 -lb", "File:3:1 main.notice:4/0"},
+        {"click:File click:0.3 ? click:1.1 ? click:1.0", "File:3:_ File:3:1 main.notice:4/0"},
+        {"click:File over:system ? click:0.4", "system:_ main.close"},
+        {"press:system over:0.4 -lb click:system ? click:out", "main.close system:_"},
+        {"click:Grey ?", "-"},
+        {"alt over:Edit ? click:Edit ? esc ? esc", "File Edit:_ Edit"}});
+}
+
+// By which way they open is a command of the window's, and so is what is chosen in the system's.
+TEST_F(Menus, OfTheSystemMinimiseMoveAndCloseTheWindow) {
+  const auto plays = [this](const char* words, const std::string& commands, const char* place) {
+    EXPECT_EQ(Play(words, "command"), commands) << words;
+    Act("back main place? main");
+    EXPECT_EQ(Heard("none"), place) << words;
   };
-  for (const auto& [script, expected] : cases) {
-    SCOPED_TRACE(script);
-    EXPECT_EQ(Play(script), expected == "- " ? "- main.command:f095" : expected);
-  }
+  const std::string keys = "main.command:f100", moves = keys + " main.command:f010";
+  plays("alt+space down down enter", keys + " main.command:f020", "100,100+206x225");
+  plays("alt+space up up enter", keys + " main.command:f020", "100,100+206x225");
+  plays("alt+space C", keys + " main.command:f060", "100,100+206x225");
+  plays("alt+space enter R esc esc", keys, "100,100+206x225"); // what is grey is not chosen
+  plays("alt+space M right down down enter", moves, "108,116+206x225");
+  plays("alt+space M left up esc", moves, "108,116+206x225");
+  plays("alt+space M left keyboard:other", moves, "100,116+206x225");
+  Act("keyboard main then");
+  plays("click:Edit esc esc", "main.command:f095", "100,116+206x225");
+  plays("click:system click:out", "main.command:f093", "100,116+206x225");
 }
 
 // Whatever happens while File and More are open, the menu closes in order: it chooses nothing, lets go of the mouse,
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
   Act("new child child main 10 10 50 50");
-  TheScript().words["depth"] = [](std::istream&) { MemoryDisplaySetMode(640, 480, 8); };
-  TheScript().words["barless"] = [this](std::istream&) { ::SetMenu(main, nullptr); };
-  TheScript().words["endbar"] = [this](std::istream&) { ::DestroyMenu(bar); };
-  for (const char* happens :
-       {"keyboard other", "takemouse", "minimise main", "depth", "disable main", "hide main",
-        "make dialog dialog main 400 100 100 100 show dialog", "capture child", "barless", "endbar"}) {
-    SCOPED_TRACE(happens);
-    MemoryAt(::GetTickCount() + 90, [this, happens] {
+  const std::pair<const char*, const char*> cases[] = {
+      {"keyboard other", ""},
+      {"takemouse", ""},
+      {"minimise main", "restore main"},
+      {"depth 8", "depth 24"},
+      {"disable main", "enable main"},
+      {"hide main", "show main"},
+      {"make dialog dialog main 400 100 100 100 show dialog", "destroy dialog"},
+      {"capture child", "loose"},
+      {"nobar", "bar"},
+      {"endbar", ""},
+  };
+  for (const auto& [happens, undone] : cases) {
+    MemoryAt(::GetTickCount() + 90, [this, happens = happens] {
       EXPECT_EQ(Looks(), "File:3:0");
       Act(happens);
     });
-    EXPECT_EQ(Play("alt+F M rest ? rest"), std::string("- ") + kByKey);
-    ::ReleaseCapture();
-    ::EnableWindow(main, TRUE);
-    MemoryMinimiseWindow(shown, false);
-    if (DisplayWindow* dialog = MemoryWindowTitled("dialog")) ::DestroyWindow(TopLevelOf(dialog));
-    ::ShowWindow(main, SW_SHOWNORMAL);
-    MemoryDisplaySetMode(640, 480, 24);
-    MemoryGiveKeyboard(shown);
-    if (::GetMenuItemCount(bar) == 3) ::SetMenu(main, bar);
-    Drain();
-    Heard();
+    EXPECT_EQ(Play("alt+F M rest ? rest"), "-") << happens;
+    Act(undone);
+    Act("keyboard main then");
   }
   ::DrawMenuBar(main);
-  EXPECT_EQ(HeightOf(main->client), 200);
+  EXPECT_EQ(HeightOf(main->client), 200); // without a bar
 }
 
 TEST_F(Menus, CloseAheadOfTheirWindow) {
   MemoryAt(::GetTickCount() + 90, [this] { MemoryAskToClose(shown); });
-  EXPECT_EQ(Play("alt+F M rest ?"), std::string("- ") + kByKey + " main.command:f060");
+  EXPECT_EQ(Play("alt+F M rest ?"), "main.close -");
   MemoryAt(::GetTickCount() + 90, [this] { ::DestroyWindow(main); });
-  EXPECT_EQ(Play("alt+F M rest ?"), std::string("- ") + kByKey);
+  EXPECT_EQ(Play("alt+F M rest ?"), "-");
   EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
 }
 
 // A loop inside of WM_ENTERIDLE has its own messages, and its own menus.
 TEST_F(Menus, LeaveALoopInsideItsMenus) {
-  HWND dialog = nullptr;
+  bool inside = false;
   Answer(WM_ENTERIDLE, [&](HWND, WPARAM, LPARAM) {
-    if (dialog || ::GetTickCount() < 90) return 0;
-    dialog = ShowDialog();
-    EXPECT_EQ(Looks(), "-");
-    Act("alt+space M");
-    MemoryAt(::GetTickCount() + 50, [] { Act("right enter"); });
-    Drain();
+    if (::GetTickCount() < 90 || std::exchange(inside, true)) return 0;
+    Act("make dialog dialog main 400 100 100 100 show dialog ? later right enter . alt+space M then place? dialog");
     return 0;
   });
-  EXPECT_EQ(Play("alt+F rest"), std::string(kByKey) + " dialog.command:f100 dialog.command:f010");
-  RECT moved;
-  ::GetWindowRect(dialog, &moved);
-  EXPECT_EQ(moved.left, 408);
+  EXPECT_EQ(Play("alt+F rest"), "- 408,100+100x100");
 }
 
 // What the program makes of its menus while they are open is what is shown.
 TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
-  const auto build = [this] {
-    // As a program does that makes its menus anew: all at once.
+  TheScript().Add("anew", [this] { // as a program does that makes its menus anew: all at once
+    const int32_t before = WidthOf(Popups()[0]);
     ::RemoveMenu(bar, 0, MF_BYPOSITION);
     while (::GetMenuItemCount(file) > 0) ::RemoveMenu(file, 0, MF_BYPOSITION);
     ::AppendMenuA(file, 0, 2, "Longer than it was before");
     ::AppendMenuA(file, MF_POPUP, uintptr_t(more), "&More");
     ::InsertMenuA(bar, 1, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&File");
     ::DrawMenuBar(main);
-  };
-  std::vector<PixelRect> before;
-  MemoryAt(50, [&] { before = Popups(); });
-  MemoryAt(90, build);
-  MemoryAt(110, [&] {
-    const std::vector<PixelRect> now = Popups();
-    ASSERT_EQ(now.size(), 2U);
-    EXPECT_EQ(TheWindows().markedTitle, 1);
-    EXPECT_EQ(now[0].left, TitlePlace(1).left);
-    EXPECT_GT(WidthOf(now[0]), WidthOf(before[0]));
-    EXPECT_EQ(HeightOf(now[0]), 2 * 20 + 6);
+    MemoryAt(::GetTickCount() + 10, [this, before] {
+      const std::vector<PixelRect> now = Popups();
+      ASSERT_EQ(now.size(), 2U);
+      EXPECT_EQ(TheWindows().markedTitle, 1);
+      EXPECT_EQ(now[0].left, TitlePlace(1).left);
+      EXPECT_GT(WidthOf(now[0]), before);
+      EXPECT_EQ(HeightOf(now[0]), 2 * 20 + 6);
+    });
   });
-  EXPECT_EQ(Play("alt+F M rest left up enter"), std::string(kByKey) + " main.notice:2/0");
-  const std::pair<const char*, std::function<void()>> cases[] = {
-      {"Grey:_", [this] { ::DestroyMenu(more); }},
-      {"Grey", [this] { ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP | MF_GRAYED, uintptr_t(file), "&File"); }},
-  };
-  for (const auto& [left, happens] : cases) {
-    MemoryAt(::GetTickCount() + 90, happens);
-    EXPECT_EQ(Play("alt+F down rest ? esc esc"), std::string(left) + " " + kByKey);
-    ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&File");
-  }
+  TheScript().Add("state", [this](UINT flags) {
+    ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP | flags, uintptr_t(file), "&File");
+  });
+  Walk({{"alt+F M anew rest left up enter", "main.notice:2/0"},
+        {"alt+F down endmore rest ? esc esc", "Grey:_"},
+        {"alt+F down state:1 rest ? esc esc state:0", "Grey"}});
 }
 
 TEST_F(Menus, StayOnTheirMonitorAndOnItsFreePart) {
@@ -287,14 +279,14 @@ TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   ::MoveWindow(main, 100, 100, TitlePlace(1).right - 100 + 3, 225, TRUE);
   EXPECT_EQ(top(), 22 + 40);
   EXPECT_EQ(TitlePlace(2).left, TitlePlace(0).left);
-  EXPECT_EQ(Play("click:Edit click:0.0"), std::string(kByMouse) + " main.notice:7/0");
+  EXPECT_EQ(Play("click:Edit click:0.0"), "main.notice:7/0");
   ::ModifyMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "A much longer title");
   ::DrawMenuBar(main);
   EXPECT_EQ(top(), 22 + 60);
   TheMemoryDisplay().desktop.leavesMinimising = true;
   ::ShowWindow(main, SW_MINIMIZE);
   EXPECT_EQ(HeightOf(PlaceOnScreen(*main)), 25);
-  EXPECT_EQ(Play("alt alt+F ?"), std::string("- ") + kByKey + " " + kByKey);
+  EXPECT_EQ(Play("alt alt+F ?"), "-");
   ::ShowWindow(main, SW_RESTORE);
   while (::GetMenuItemCount(bar) > 0) ::RemoveMenu(bar, 0, MF_BYPOSITION);
   ::DrawMenuBar(main);

@@ -1,6 +1,5 @@
-// The frame: its thickness and look, its boxes, dragging by the caption, the system menu.
+// The frame: its thickness and look, its boxes, and dragging by the caption.
 #include "win32/win32_input.h"
-#include "win32/win32_menus.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/window_scene.h"
@@ -9,7 +8,6 @@ namespace framereel {
 namespace {
 
 using WindowFrame = OneWindow;
-using SystemMenu = OneWindow;
 
 TEST_F(WindowFrame, IsRaisedOrALineAndActsWhereABoxIsReleasedOnWhichItWasPressed) {
   Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
@@ -46,35 +44,6 @@ TEST_F(WindowFrame, TheCaptionDragsWithTheDesktopOrWithoutItAndEscapeTakesItBack
   Walk("none", {{"new box framed main 20 20 100 70 m box 20 -10 +lb later m box 35 15 , -lb . then place? box",
                  "168,147+100x70"},
                 {"m box 20 -10 +lb later m box 0 0 , esc . then place? box", "168,147+100x70"}});
-}
-
-// ---- The system menu ---------------------------------------------------------------------------------------------
-
-TEST_F(SystemMenu, OpensWithTheKeyboardAndChoosesByArrowsOrLetter) {
-  Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
-  Walk("command", {{"later down , down , enter . alt+space then back main", "main.command:f100 main.command:f020"},
-                   {"later up , up , enter . alt+space then back main", "main.command:f100 main.command:f020"},
-                   {"later C . alt+space", "| main.command:f100 main.command:f060"},
-                   {"later enter , R , esc . alt+space", "| main.command:f100"}, // what is grey is not chosen
-                   {"later M , right , down , down , enter . alt+space then place? main",
-                    "main.command:f100 main.command:f010 108,116+206x225"},
-                   {"later M , left , up , esc . alt+space then place? main",
-                    "main.command:f100 main.command:f010 108,116+206x225"},
-                   {"later M , left , keyboard other . alt+space then place? main",
-                    "main.command:f100 main.command:f010 100,116+206x225"}});
-  EXPECT_EQ(TheMemoryDisplay().desktop.captured, nullptr);
-}
-
-TEST_F(SystemMenu, OpensWithTheMouseByDraggingOrByClicking) {
-  Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
-  for (const char* words : {"m 113 111 +lb later wait 0 , -lb .", "m 113 111 lb later wait 0 , lb ."}) {
-    MemoryAt(::GetTickCount() + 15, [] { // to the last item
-      const PixelRect menu = TheMemoryDisplay().desktop.windows.front()->place;
-      MemoryMovePointerTo(menu.left + 10, menu.bottom - 8);
-    });
-    Walk("command", {{words, "| main.command:f093 main.command:f060"}});
-  }
-  Walk("command", {{"m 113 111 lb later m 600 400 , lb .", "| main.command:f093"}});
 }
 
 } // namespace

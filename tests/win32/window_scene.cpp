@@ -22,10 +22,6 @@ struct Scene {
 
 Scene* scene;
 
-template <typename... Parts> void Tell(const Parts&... parts) {
-  scene->log.emplace_back("", Text(parts...));
-}
-
 // ---- The log -----------------------------------------------------------------------------------------------------
 
 // The name of each message in the log, and behind a colon a letter for what else it tells.
@@ -208,7 +204,7 @@ HWND Make(std::istream& in) {
 }
 
 void TellRect(const RECT& r) {
-  Tell(r.left, ',', r.top, '+', r.right - r.left, 'x', r.bottom - r.top);
+  Tell(Text(r.left, ',', r.top, '+', r.right - r.left, 'x', r.bottom - r.top));
 }
 
 void TellUpdate(HWND window) {
@@ -223,9 +219,9 @@ void TellUpdate(HWND window) {
 void TellColour(POINT point) {
   ::Sleep(0);
   for (const auto& [name, colour] : kColours) {
-    if (colour == ColourAt(point)) return Tell(name);
+    if (colour == ColourAt(point)) return Tell(Text(name));
   }
-  Tell(std::hex, ColourAt(point));
+  Tell(Text(std::hex, ColourAt(point)));
 }
 
 std::string TitleOf(HWND window) {
@@ -235,7 +231,7 @@ std::string TitleOf(HWND window) {
 void TellNext() {
   MSG message;
   if (!::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) return Tell("nothing");
-  Tell(TitleOf(message.hwnd), '.', EventOf(message.message, message.wParam, message.lParam).first);
+  Tell(TitleOf(message.hwnd) + '.' + EventOf(message.message, message.wParam, message.lParam).first);
 }
 
 template <int how> void Show(HWND window) {
@@ -331,6 +327,10 @@ Script& TheScript() {
 
 void Act(const std::string& words) {
   scene->script.Act(words);
+}
+
+void Tell(const std::string& answer) {
+  scene->log.emplace_back("", answer);
 }
 
 std::string Heard(const std::string& events) {

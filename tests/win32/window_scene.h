@@ -55,6 +55,7 @@ template <> HWND Told<HWND>(std::istream& in);
 template <> DisplayWindow* Told<DisplayWindow*>(std::istream& in);
 template <> RECT Told<RECT>(std::istream& in);
 template <> POINT Told<POINT>(std::istream& in);
+void Tell(const std::string& answer);
 // The entries of those events, or all for "", and all answers to questions. The log is empty then.
 std::string Heard(const std::string& events = "");
 
