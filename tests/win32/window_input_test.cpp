@@ -53,20 +53,18 @@ TEST_F(MouseInput, OfTheWheelGoesToWhatLiesUnderThePointerAndOnToItsParents) {
 }
 
 TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
-  const auto shapeAt = [this](const char* words) {
-    Act(words);
-    Drain();
-    return shown->shape;
-  };
-  EXPECT_EQ(shapeAt("m 150 200"), PointerShape::kArrow);
   const auto cross = reinterpret_cast<LONG_PTR>(::LoadCursorA(nullptr, IDC_CROSS));
-  ::SetClassLongPtrA(main, GCL_HCURSOR, cross);
-  EXPECT_EQ(shown->shape, PointerShape::kCross);
+  TheScript().Add("class", [=, this] { ::SetClassLongPtrA(main, GCL_HCURSOR, cross); });
+  TheScript().Add("hourglass", [] { ::SetCursor(::LoadCursorA(nullptr, IDC_WAIT)); });
+  TheScript().Add("shape?", [this] {
+    const char* names[] = {"arrow", "beam", "hourglass", "cross", "own"};
+    Tell(names[size_t(shown->shape)]);
+  });
+  Walk("none", {{"m 150 200 then shape? class shape?", "arrow cross"},
+                {"m 150 110 then shape?", "arrow"},
+                {"hourglass capture main m 150 200 then shape?", "hourglass"},
+                {"loose m 151 200 then shape?", "cross"}});
   EXPECT_EQ(::SetClassLongPtrA(main, GCL_HCURSOR, cross), cross);
-  EXPECT_EQ(shapeAt("m 150 110"), PointerShape::kArrow);
-  ::SetCursor(::LoadCursorA(nullptr, IDC_WAIT));
-  EXPECT_EQ(shapeAt("capture main m 150 200"), PointerShape::kWait);
-  EXPECT_EQ(shapeAt("loose m 151 200"), PointerShape::kCross);
   EXPECT_EQ(::LoadCursorA(nullptr, MAKEINTRESOURCEA(1)), nullptr);
 }
 
@@ -90,34 +88,24 @@ TEST_F(KeyInput, WithoutAFocusIsOfTheSystemAndIsLostWhereTheWindowIsDisabled) {
 }
 
 TEST_F(KeyInput, HasAStateThatFollowsTheMessagesTakenAndAnotherThatIsNow) {
-  const auto states = [] {
-    std::string text;
-    for (const int key : {VK_SHIFT, VK_CONTROL, VK_MENU, VK_CAPITAL}) {
-      text += std::to_string(::GetKeyState(key) & 0x8001) + (::GetAsyncKeyState(key) < 0 ? "! " : " ");
+  TheScript().Add("keys?", [] { // that are down by the messages taken, "!" for those that are now; C for the lock
+    BYTE states[256];
+    ::GetKeyboardState(states);
+    std::string text = states[VK_CAPITAL] == 1 ? "C" : "";
+    for (const auto& [name, key] : {std::pair{"s", VK_SHIFT}, {"c", VK_CONTROL}, {"a", VK_MENU}}) {
+      EXPECT_EQ(::GetKeyState(key) & 0x8001, states[key] == 0x80 ? 0x8000 : 0);
+      text += Text(states[key] ? name : "", ::GetAsyncKeyState(key) < 0 ? Text('!', name) : "");
     }
-    return text;
-  };
-  BYTE keys[256];
-  Act("+shift caps");
-  EXPECT_EQ(states(), "0! 0 0 0 ");
-  Drain();
-  EXPECT_EQ(states(), "32768! 0 0 1 ");
-  ::GetKeyboardState(keys);
-  EXPECT_EQ(keys[VK_SHIFT], 0x80);
-  EXPECT_EQ(keys[VK_CAPITAL], 1);
-  // It knows on return what changed while another program had the keyboard, or held the keys.
-  Act("-shift +ctrl then keyboard other -ctrl +alt then keyboard main then");
-  EXPECT_EQ(states(), "0 0 32768! 1 ");
-  MemoryGrabKeys(true);
-  Act("-alt +shift");
-  MemoryGrabKeys(false);
-  Drain();
-  EXPECT_EQ(states(), "32768! 0 0 1 ");
-  Heard();
-  Walk(
-      kKeys,
-      {{"-shift caps space",
-        "| main.keyup:16* main.key:20 main.keyup:20* main.key:32 main.char:32 main.keyup:32*"}}); // which opens no menu
+    Tell(text);
+  });
+  TheScript().Add("hold", [](bool grabs) { MemoryGrabKeys(grabs); });
+  Walk("none", {{"+shift caps keys?", "!s"},
+                {"keys?", "Cs!s"},
+                // It knows on return what changed while another program had the keyboard, or held the keys.
+                {"-shift +ctrl then keyboard other -ctrl +alt then keyboard main then keys?", "Ca!a"},
+                {"hold 1 -alt +shift hold 0 then keys?", "Cs!s"}});
+  Walk(kKeys, {{"-shift caps space", "| main.keyup:16* main.key:20 main.keyup:20* main.key:32 main.char:32 "
+                                     "main.keyup:32*"}}); // which opens no menu
 }
 
 // Takes what the filter lets through, and paints.

@@ -39,28 +39,24 @@ TEST_F(WindowLife, MovingSizingMinimisingAndStackingTellWhatChanged) {
 }
 
 TEST_F(WindowLife, NeedsAClassAParentForAChildAndAProcedureThatTakesTheWindow) {
-  const auto make = [](const char* className, DWORD style, HWND parent = nullptr) {
+  const auto made = [](const char* className, DWORD style, HWND parent = nullptr) {
     return ::CreateWindowExA(0, className, "x", style, 0, 0, 50, 50, parent, nullptr, nullptr, nullptr);
   };
   ::DestroyWindow(main);
-  EXPECT_EQ(make("Unknown", WS_POPUP), nullptr);
-  EXPECT_EQ(make("Log", WS_CHILD), nullptr);
-  EXPECT_EQ(make("Log", WS_CHILD, main), nullptr);
+  EXPECT_FALSE(made("Unknown", WS_POPUP) || made("Log", WS_CHILD) || made("Log", WS_CHILD, main));
   WNDCLASSA taken = {};
   taken.lpszClassName = "Log";
   EXPECT_EQ(::RegisterClassA(&taken), 0);
-  const std::pair<UINT, Handler> refusals[] = {
-      {WM_NCCREATE, [](HWND, WPARAM, LPARAM) { return 0; }},
-      {WM_NCCREATE, [](HWND self, WPARAM, LPARAM) { return ::DestroyWindow(self); }},
-      {WM_CREATE, [](HWND, WPARAM, LPARAM) { return -1; }},
-      {WM_CREATE, [](HWND self, WPARAM, LPARAM) { return ::DestroyWindow(self) - 1; }}};
-  for (const auto& [message, refusal] : refusals) {
-    Answer(WM_NCCREATE, [](HWND, WPARAM, LPARAM) { return 1; });
-    Answer(message, refusal);
-    EXPECT_EQ(make("Log", WS_POPUP), nullptr) << message;
+  for (const auto& [message, refused] : {std::pair{WM_NCCREATE, 0}, std::pair{WM_CREATE, -1}}) {
+    for (const bool destroys : {false, true}) {
+      Answer(WM_NCCREATE, [](HWND, WPARAM, LPARAM) { return 1; });
+      Answer(message, [=, refused = refused](HWND self, WPARAM, LPARAM) {
+        return destroys ? ::DestroyWindow(self) + refused : refused;
+      });
+      EXPECT_EQ(made("Log", WS_POPUP), nullptr) << message;
+    }
   }
-  EXPECT_EQ(::GetTopWindow(nullptr), nullptr);
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0U);
+  EXPECT_TRUE(!::GetTopWindow(nullptr) && TheMemoryDesktop().windows.empty());
 }
 
 TEST_F(WindowLife, AFrameStaysWithinTheLimitsThatItAnswersAndHasAPlaceWithoutBeingGivenOne) {
@@ -142,14 +138,9 @@ TEST_F(WindowLife, TopmostWindowsStayAboveOthersAndOwnedOnesAboveTheirOwners) {
                 {"top main order?", "pop dlg main second"},
                 {"bottom main order?", "pop second dlg main"}});
   // The same among other programs, of which topmost ones alone stay above.
-  const std::pair<const char*, bool> kinds[] = {
-      {"border", false}, {"dialog", false}, {"popup", true}, {"palette", true}};
-  for (const auto& [kind, stays] : kinds) {
-    Act(std::string("make ours ") + kind + " main 450 100 100 100 show ours");
-    DisplayWindow* other = MemoryOpenWindow("another", {440, 90, 560, 210}, 0);
-    MemoryGiveKeyboard(other);
-    EXPECT_EQ(MemoryWindowAt(500, 150) != other, stays) << kind;
-    MemoryCloseWindow(other);
+  for (const auto& [kind, on] : {std::pair{"border", "other"}, {"dialog", "other"}, {"popup", "-"}, {"palette", "-"}}) {
+    Act(Text("make ours ", kind, " main 20 360 50 50 show ours keyboard other"));
+    EXPECT_EQ(MemoryWindowAt(40, 380) == MemoryWindowTitled("other"), on == std::string("other")) << kind;
     Act("destroy ours");
   }
 }

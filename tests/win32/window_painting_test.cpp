@@ -115,10 +115,8 @@ private:
   void Add(std::list<Twin>* to, HWND parent, const std::string& kind) {
     const std::string title(1, char('A' + twins.size()));
     const PixelRect r = parent ? AnyPlace() : PixelRect{5, 5, 75, 55};
-    std::ostringstream make;
-    make << "make " << title << ' ' << kind << ' ' << (parent ? parent->title : "-") << ' ' << r.left << ' ' << r.top;
-    make << ' ' << WidthOf(r) << ' ' << HeightOf(r) << " showna " << title;
-    Act(make.str());
+    Act(Text("make ", title, ' ', kind, ' ', parent ? parent->title : "-", ' ', r.left, ' ', r.top, ' ', WidthOf(r),
+             ' ', HeightOf(r), " showna ", title));
     to->push_front({Named(title), r, true, kind == "parent", 20 + 20 * int(twins.size()), 0, 0, {}});
     twins[to->front().window] = &to->front();
   }
@@ -181,36 +179,26 @@ TEST_F(WindowPainting, IsAskedOnlyForWhatIsNewUnlessTheClassWantsItAll) {
 
 TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   Act("new child child main 10 10 50 50 new own own main 150 150 50 50");
-  const HDC plain = ::GetDC(Named("child")), own = ::GetDC(Named("own"));
-  const auto fill = [](HDC context, int left, const char* colour) {
-    for (int i = 0; i < 25; ++i)
-      ::SetPixel(context, left + i % 5, i / 5, *colour == 'r' ? RGB(255, 0, 0) : RGB(0, 255, 0));
-  };
-  Act("place child 100 100 50 50");
-  fill(plain, 0, "r");
-  Act("rgb? main 100 100 place main 0 0 206 225 then");
-  fill(plain, 5, "g");
-  Walk("none", {{"rgb? main 105 100 rgb? main 100 100 destroy child destroy own", "r g r"}});
-  for (HDC context : {plain, own}) {
+  const HDC contexts[] = {::GetDC(Named("child")), ::GetDC(Named("own"))};
+  TheScript().Add("draw", [&](int x, Ink ink) {
+    for (HDC context : contexts) ::SetPixel(context, x, 2, ink.colour);
+  });
+  Walk("none", {{"place child 100 100 50 50 draw 2 r", ""},
+                {"rgb? main 102 102 rgb? main 152 152 place main 0 0 206 225 then draw 7 g", "r r"},
+                {"rgb? main 107 102 rgb? main 102 102 destroy child destroy own draw 2 g", "g r"},
+                {"rgb? main 102 102 destroy main", "w"},
+                {"new next frame - 100 100 206 225 draw 2 r fill next g 0 0 9 9 rgb? next 2 2", "g"}});
+  for (HDC context : contexts) {
     ::SetTextColor(context, RGB(1, 2, 3));
-    fill(context, 0, "g");
-  }
-  Walk(
-      "none",
-      {{"rgb? main 100 100 destroy main make next frame - 100 100 206 225 show next then fill next g 0 0 10 10", "w"}});
-  for (HDC context : {plain, own}) {
-    fill(context, 0, "r");
-    EXPECT_EQ(::SetTextColor(context, 0), RGB(1, 2, 3)); // nobody else has got it
     EXPECT_EQ(::ReleaseDC(nullptr, context), 0);
   }
-  Walk("none", {{"rgb? next 2 2", "g"}});
 }
 
 TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateButNoPaintsLimitsAndOthersBeginAnew) {
   Walk("none", {{"new own own main 0 0 50 50 paints own r invalidate own 0 0 5 5 update own", ""},
                 {"fill own g 0 0 50 50 rgb? own 40 40", "g"}});
-  for (HWND window : {main, Named("own")}) {
-    for (const COLORREF expected : {RGB(0, 0, 0), window == main ? RGB(0, 0, 0) : RGB(1, 2, 3)}) {
+  for (const auto& [window, kept] : {std::pair{main, RGB(0, 0, 0)}, std::pair{Named("own"), RGB(1, 2, 3)}}) {
+    for (const COLORREF expected : {RGB(0, 0, 0), kept}) {
       HDC context = ::GetDC(window);
       EXPECT_EQ(::SetTextColor(context, RGB(1, 2, 3)), expected);
       ::ReleaseDC(window, context);
@@ -221,16 +209,12 @@ TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateButNoPaintsLimitsAndOthersBeg
 // ---- The screen --------------------------------------------------------------------------------------------------
 
 TEST_F(WindowPresenting, BringsOnlyWhatWasDrawn) {
-  MemoryDesktop& desktop = TheMemoryDisplay().desktop;
-  const uint64_t before = desktop.presentedPixels;
-  Act("fill main r 0 0 10 10 fill main r 100 100 10 10");
-  EXPECT_EQ(desktop.presentedPixels, before);
-  Act("pass?");
-  EXPECT_EQ(desktop.presentedPixels, before + 200);
-  for (int i = 0; i < 40; ++i)
-    Act(std::string("fill main g ").append(std::to_string(5 * i) + " ").append(std::to_string(i) + " 2 2"));
+  const uint64_t before = TheMemoryDesktop().presentedPixels;
+  TheScript().Add("presented?", [=] { Tell(std::to_string(TheMemoryDesktop().presentedPixels - before)); });
+  Walk("none", {{"fill main r 0 0 10 10 fill main r 100 100 10 10 presented? pass? presented?", "0 nothing 200"}});
+  for (int i = 0; i < 40; ++i) Act(Text("fill main g ", 5 * i, ' ', i, " 2 2"));
   ::Sleep(0);
-  EXPECT_LT(desktop.presentedPixels, before + 200 + 200 * 42);
+  EXPECT_LT(TheMemoryDesktop().presentedPixels, before + 200 + 200 * 42);
   for (int i = 0; i < 40; ++i) EXPECT_EQ(ColourAt(OnScreen(main, 5 * i + 1, i + 1)), RGB(0, 255, 0));
 }
 
@@ -242,11 +226,10 @@ TEST_F(WindowPresenting, ComesBeforeTheScreenItselfIsReadOrDrawnOnAndDoesNotWait
   ::SetROP2(screen, R2_NOTXORPEN);
   ::SelectObject(screen, ::GetStockObject(BLACK_BRUSH));
   ::Rectangle(screen, 103, 122, 108, 127);
-  ::Sleep(0);
-  EXPECT_EQ(ColourAt({103, 122}), RGB(255, 0, 255)); // the present did not come after it
+  Walk("none", {{"rgb? 103 122", "ff00ff"}}); // the present did not come after it
   Act("fill main b 0 0 10 10");
   ::BitBlt(screen, 600, 400, 2, 2, screen, 103, 122, SRCCOPY);
-  EXPECT_EQ(ColourAt({601, 401}), RGB(0, 0, 255));
+  Walk("none", {{"rgb? 601 401", "b"}});
   ::DeleteDC(screen);
   MSG message;
   Act("fill main r 0 0 10 10 A A");

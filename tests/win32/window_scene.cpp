@@ -153,10 +153,6 @@ constexpr std::pair<char, COLORREF> kColours[] = {
     {'k', RGB(0, 0, 0)},       {'w', RGB(255, 255, 255)}, {'s', RGB(192, 192, 192)},
     {'d', RGB(128, 128, 128)}, {'n', RGB(0, 0, 128)},     {'l', RGB(223, 223, 223)}};
 
-struct Ink {
-  COLORREF colour;
-};
-
 } // namespace
 
 template <> HWND Told<HWND>(std::istream& in) {

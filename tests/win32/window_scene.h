@@ -51,6 +51,10 @@ public:
 // (navy), l (light grey).
 void Act(const std::string& words);
 Script& TheScript(); // for words of the test's own, until its scene ends
+struct Ink {
+  COLORREF colour;
+};
+template <> Ink Told<Ink>(std::istream& in);
 template <> HWND Told<HWND>(std::istream& in);
 template <> DisplayWindow* Told<DisplayWindow*>(std::istream& in);
 template <> RECT Told<RECT>(std::istream& in);

@@ -1,27 +1,19 @@
 // See artist.h.
+#include "support/script.h" // ahead of Xlib, whose macros are ordinary words
+
 #include "x11/artist.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <random>
 
 #include <X11/extensions/Xrandr.h>
 
+#include "win32/pixels/pixels.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
-
-namespace {
-
-XImage ImageOfSurface(const Surface& s) {
-  int32_t depth =
-      IsPalette(s.layout) ? s.layout.depth : std::popcount(s.layout.redMask | s.layout.greenMask | s.layout.blueMask);
-  return ImageOf(s.pixels, s.width, s.height, depth, 8 * s.layout.bytesPerPixel, s.stride);
-}
-
-} // namespace
 
 // ---- Pictures ----------------------------------------------------------------------------------------------------
 
@@ -42,33 +34,30 @@ XImage ImageOf(void* rows, int32_t width, int32_t height, int32_t depth, int32_t
 
 Picture PictureOf(XImage* image) {
   Picture picture{image->width, image->height, {}};
-  for (int32_t y = 0; y < image->height; y++) {
-    for (int32_t x = 0; x < image->width; x++) {
-      picture.pixels.push_back(static_cast<uint32_t>(XGetPixel(image, x, y)));
-    }
+  for (int i = 0; i < image->width * image->height; ++i) {
+    picture.pixels.push_back(uint32_t(XGetPixel(image, i % image->width, i / image->width)));
   }
   return picture;
 }
 
 void Copy(const Picture& from, const PixelRect& part, int32_t x, int32_t y, Picture* to) {
   const PixelRect cut = Intersect(part, from.All());
-  for (int32_t row = cut.top; row < cut.bottom; row++) {
-    for (int32_t column = cut.left; column < cut.right; column++) {
-      int64_t toX = int64_t{x} + column - part.left;
-      int64_t toY = int64_t{y} + row - part.top;
-      if (toX < 0 || toY < 0 || toX >= to->width || toY >= to->height) continue;
-      to->At(static_cast<int32_t>(toX), static_cast<int32_t>(toY)) = from.At(column, row);
+  for (int64_t row = cut.top; row < cut.bottom; row++) {
+    for (int64_t column = cut.left; column < cut.right; column++) {
+      const int64_t toX = x + column - part.left, toY = y + row - part.top;
+      const bool has = toX >= 0 && toY >= 0 && toX < to->width && toY < to->height;
+      if (has) to->At(int32_t(toX), int32_t(toY)) = from.At(int32_t(column), int32_t(row));
     }
   }
 }
 
 std::string Difference(const Picture& found, const Picture& expected) {
   if (found.width != expected.width || found.height != expected.height) return "the sizes differ";
-  auto at = std::mismatch(found.pixels.begin(), found.pixels.end(), expected.pixels.begin());
-  if (at.first == found.pixels.end()) return "";
-  auto place = at.first - found.pixels.begin();
-  return "at " + std::to_string(place % found.width) + ", " + std::to_string(place / found.width) + ": " +
-         std::to_string(*at.first) + " instead of " + std::to_string(*at.second);
+  const auto at = std::mismatch(found.pixels.begin(), found.pixels.end(), expected.pixels.begin());
+  const auto place = at.first - found.pixels.begin();
+  return at.first == found.pixels.end()
+             ? ""
+             : Text("at ", place % found.width, ", ", place / found.width, ": ", *at.first, " instead of ", *at.second);
 }
 
 // ---- The artist --------------------------------------------------------------------------------------------------
@@ -140,19 +129,22 @@ OwnSurface::OwnSurface(int32_t width, int32_t height, uint8_t fill) {
 }
 
 OwnSurface::OwnSurface(const Picture& picture) : OwnSurface(picture.width, picture.height) {
-  XImage image = ImageOfSurface(surface);
-  for (int32_t y = 0; y < picture.height; y++) {
-    for (int32_t x = 0; x < picture.width; x++) XPutPixel(&image, x, y, picture.At(x, y));
+  for (size_t i = 0; i < picture.pixels.size(); ++i) {
+    SetPixelAt(surface, int32_t(i) % picture.width, int32_t(i) / picture.width, picture.pixels[i]);
   }
 }
 
 void OwnSurface::Fill(uint8_t byte) {
-  std::memset(surface.pixels, byte, static_cast<size_t>(surface.stride) * surface.height);
+  std::memset(surface.pixels, byte, size_t(surface.stride) * size_t(surface.height));
 }
 
 Picture OwnSurface::Pixels() const {
-  XImage image = ImageOfSurface(surface);
-  return PictureOf(&image);
+  Picture picture = {surface.width, surface.height, {}};
+  for (int32_t i = 0; i < picture.width * picture.height; ++i) {
+    picture.pixels.push_back(PixelAt(surface, i % picture.width, i / picture.width) &
+                             framereel::PixelBits(surface.layout));
+  }
+  return picture;
 }
 
 } // namespace framereel

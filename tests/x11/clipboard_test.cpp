@@ -9,8 +9,6 @@ namespace framereel {
 
 namespace {
 
-using Forms = std::vector<std::string>;
-
 // Of some MB, every character of one to four bytes.
 std::string LongText() {
   std::mt19937 random(1);
@@ -77,24 +75,18 @@ private:
       XSelectInput(program.display, request.requestor, PropertyChangeMask);
       Write(AtomOf("INCR"), 32, &size, 1);
     }
+    const Atom written = knows ? request.property : None;
     XEvent answer{};
-    answer.xselection = {SelectionNotify,
-                         0,
-                         False,
-                         nullptr,
-                         request.requestor,
-                         request.selection,
-                         request.target,
-                         knows ? request.property : None,
-                         request.time};
+    answer.xselection = {SelectionNotify, 0,       False,       nullptr, request.requestor, request.selection,
+                         request.target,  written, request.time};
     XSendEvent(program.display, request.requestor, False, NoEventMask, &answer);
   }
+  // The last one is empty, and nobody looks at its type.
   void GivePiece() {
     --has.pieces;
     const std::string piece = has.text.substr(0, has.piece);
     has.text.erase(0, piece.size());
-    Write(piece.empty() ? XA_INTEGER : receiving.target, 8, piece.data(),
-          piece.size()); // nobody looks at the last one's
+    Write(piece.empty() ? XA_INTEGER : receiving.target, 8, piece.data(), piece.size());
   }
 
   NeighbourHas has;
@@ -132,12 +124,13 @@ protected:
     if (NameOf(type) != "INCR") return NameOf(type) + " " + piece;
     do {
       XEvent event;
+      const auto isWritten = [&] {
+        return XCheckWindowEvent(artist.display, asker, PropertyChangeMask, &event) &&
+               event.xproperty.state == PropertyNewValue;
+      };
       while (XCheckWindowEvent(artist.display, asker, PropertyChangeMask, &event)) continue;
       XDeleteProperty(artist.display, asker, Atom(AtomOf("ANSWER")));
-      Until([&] {
-        return Drain(), XCheckWindowEvent(artist.display, asker, PropertyChangeMask, &event) &&
-                            event.xproperty.state == PropertyNewValue;
-      });
+      Until([&] { return Drain(), isWritten(); });
       text += piece = Text(asker, "ANSWER", &type);
       EXPECT_LT(piece.size(), 1'000'000U);
     } while (!piece.empty());
@@ -167,7 +160,6 @@ TEST_F(X11ClipboardTest, OursIsGivenInTheFormsThatAreAskedFor) {
   std::string targets;
   for (const long each : Items(asker, "ANSWER")) targets += NameOf(Atom(each)) + " ";
   EXPECT_EQ(targets, "TARGETS TIMESTAMP MULTIPLE UTF8_STRING STRING ");
-
   WriteItems(asker, "ANSWER", Atom(AtomOf("ATOM_PAIR")),
              {AtomOf("STRING"), AtomOf("ONE"), AtomOf("PIXMAP"), AtomOf("TWO"), AtomOf("MULTIPLE"), AtomOf("THREE")});
   EXPECT_TRUE(IsGiven("MULTIPLE"));

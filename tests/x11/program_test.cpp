@@ -58,10 +58,10 @@ protected:
     }
   }
 
-  // White, with a black block that moves from state to state.
+  // White, with a black block that moves from state to state; its pixels or its colours.
   Picture AreaAt(int state) const {
-    Picture area = artist.Paper(kWidth, kHeight);
-    const Picture block = {kBlock, kBlock, std::vector(kBlock * kBlock, artist.Black())};
+    Picture area = artist.Paper(kWidth, kHeight), block = {kBlock, kBlock, {}};
+    block.pixels.assign(kBlock * kBlock, artist.Black());
     Copy(block, block.All(), state * 25, 50, &area);
     return area;
   }
@@ -83,18 +83,18 @@ protected:
   void Chord(bool down) {
     for (const KeySym key : {XK_Control_L, XK_Alt_L, XK_Shift_L}) Key(key, down);
   }
-  static Point MiddleOf(const View* view) {
+  static std::pair<int, int> MiddleOf(const View* view) {
     const MainWindow* main = TheMainWindow();
     const WindowGeometry& g = view->window->geometry;
-    return {int16_t(main->originY + g.clientTop + view->y + view->height / 2),
-            int16_t(main->originX + g.clientLeft + view->x + view->width / 2)};
+    return {main->originX + g.clientLeft + view->x + view->width / 2,
+            main->originY + g.clientTop + view->y + view->height / 2};
   }
   void MoveTo(const View* view, int down = 0) {
-    const Point middle = MiddleOf(view);
-    MovePointer(middle.h, middle.v + down);
+    const auto [x, y] = MiddleOf(view);
+    MovePointer(x, y + down);
   }
-  void Click(const View* view) {
-    MoveTo(view);
+  void Click(const View* view, int down = 0) {
+    MoveTo(view, down);
     X11WindowTest::Click(1);
   }
   void Press(KeySym letter) {
@@ -123,7 +123,7 @@ protected:
   void DrawTheArea() {
     Run([] { return !SlideFrameIsRunning(); });
     Click(app.panel.selectButton);
-    Run([&] { return StandsAt(kArea.left, kArea.top, InputOnly); }); // the backdrop
+    Run([&] { return artist.State(WindowAt(kArea.left, kArea.top)).c_class == InputOnly; }); // the backdrop
     MovePointer(kArea.left, kArea.top);
     Button(1, true);
     Run([&] { return app.area.selectionDragging; });
@@ -133,23 +133,14 @@ protected:
     Run([&] { return !app.area.backdrop; });
   }
 
-  PixelRect Area() const {
-    const Rect& area = app.recorder.captureArea;
-    return {area.left, area.top, area.right, area.bottom};
-  }
-  bool StandsAt(int32_t x, int32_t y, int windowClass) const {
-    return artist.State(WindowAt(x, y)).c_class == windowClass;
-  }
+  static PixelRect PixelsOf(const Rect& r) { return {r.left, r.top, r.right, r.bottom}; }
   // What stands on the desktop itself and has the window in it.
   Window OutermostAround(Window window) const {
-    for (;;) {
-      Window root, parent, *children = nullptr;
-      unsigned int count;
-      XQueryTree(artist.display, window, &root, &parent, &children, &count);
-      if (children) XFree(children);
-      if (parent == root) return window;
-      window = parent;
-    }
+    Window root, parent, *children = nullptr;
+    unsigned int count;
+    XQueryTree(artist.display, window, &root, &parent, &children, &count);
+    if (children) XFree(children);
+    return parent == root ? window : OutermostAround(parent);
   }
 
   WorkingFolder folder;
@@ -171,7 +162,8 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   const View* popup = ChildAt(ChildSetOf(app.panel.frameRatePopup), 1);
   const int chosen = PopupSelected(popup);
   const auto lineAt = [&](int down) {
-    return artist.Look().At(MiddleOf(popup).h - popup->width / 2 + 6, MiddleOf(popup).v + down);
+    const auto [x, y] = MiddleOf(popup);
+    return artist.Look().At(x - popup->width / 2 + 6, y + down);
   };
   const uint32_t paper = lineAt(0);
   const int above = -(app.panel.statusLine->height + 1);
@@ -183,8 +175,7 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
     MoveTo(popup, ++moves % 2 ? above : 0);
     return lineAt(above) != paper;
   });
-  MoveTo(popup, above);
-  X11WindowTest::Click(1);
+  Click(popup, above);
   Run([&] { return app.options.frameDelay == FrameRateTable[chosen - 1].delay; });
   Click(app.panel.startButton);
   Run([&] { return app.recorder.frameCount == 1; });
@@ -223,7 +214,7 @@ TEST_F(X11Program, PicksOfAWindowWhatItsUserSees) {
     EXPECT_EQ(around.top < own.top, HasManager() && !drawsItsShadow) << "there is a title";
     Rect picked = {};
     EXPECT_TRUE(FindWindowAt(own.left + 20, drawsItsShadow ? own.top + 20 : around.top + 2, &picked));
-    EXPECT_EQ((PixelRect{picked.left, picked.top, picked.right, picked.bottom}),
+    EXPECT_EQ(PixelsOf(picked),
               drawsItsShadow ? (PixelRect{own.left + 8, own.top + 6, own.right - 7, own.bottom - 5}) : around);
     XDestroyWindow(artist.display, window);
   }
@@ -231,7 +222,7 @@ TEST_F(X11Program, PicksOfAWindowWhatItsUserSees) {
 
 TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   DrawTheArea();
-  EXPECT_EQ(Area(), kArea);
+  EXPECT_EQ(PixelsOf(app.recorder.captureArea), kArea);
   EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 31), "Recording Area:40,120 200x140\r\n");
   UntilSceneStands(0);
   AntsShow(app.area); // the line stays up while frames are taken

@@ -2,8 +2,8 @@
 // sides of libSM wait for each other.
 #include "x11/user.h"
 
-#include <fcntl.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <utility>
@@ -18,32 +18,23 @@ namespace {
 
 // ---- The manager -------------------------------------------------------------------------------------------------
 
-struct {
-  int orders, reports; // pipes; a letter each
-  SmsConn program;
-} manager;
+int line; // to the test: a letter for each order, and for what the program says
+SmsConn program;
 
 void Report(char what) {
-  if (::write(manager.reports, &what, 1) != 1) ::_exit(1);
+  if (::write(line, &what, 1) != 1) ::_exit(1);
 }
 
-Status Register(SmsConn program, SmPointer, char*) {
-  manager.program = program;
-  SmsRegisterClientReply(program, SmsGenerateClientID(program));
-  SmsSaveYourself(program, SmSaveLocal, False, SmInteractStyleNone, False); // as the protocol has it for a new one
-  return 1;
-}
-
-void LetAsk(SmsConn program, SmPointer, int) {
-  Report('a');
-  SmsInteract(program);
-}
-
-Status Welcome(SmsConn, SmPointer, unsigned long* mask, SmsCallbacks* callbacks, char**) {
+Status Welcome(SmsConn from, SmPointer, unsigned long* mask, SmsCallbacks* callbacks, char**) {
+  program = from;
   *mask = SmsRegisterClientProcMask | SmsInteractRequestProcMask | SmsInteractDoneProcMask |
           SmsSaveYourselfDoneProcMask | SmsCloseConnectionProcMask | SmsSetPropertiesProcMask;
-  callbacks->register_client.callback = Register;
-  callbacks->interact_request.callback = LetAsk;
+  callbacks->register_client.callback = [](SmsConn, SmPointer, char*) -> Status {
+    SmsRegisterClientReply(program, SmsGenerateClientID(program));
+    SmsSaveYourself(program, SmSaveLocal, False, SmInteractStyleNone, False); // as the protocol has it for a new one
+    return 1;
+  };
+  callbacks->interact_request.callback = [](SmsConn, SmPointer, int) { Report('a'), SmsInteract(program); };
   callbacks->interact_done.callback = [](SmsConn, SmPointer, Bool cancels) { Report(cancels ? 'n' : 'y'); };
   callbacks->save_yourself_done.callback = [](SmsConn, SmPointer, Bool saved) { Report(saved ? 's' : 'f'); };
   callbacks->close_connection.callback = [](SmsConn, SmPointer, int, char**) { Report('x'), ::_exit(0); };
@@ -52,15 +43,13 @@ Status Welcome(SmsConn, SmPointer, unsigned long* mask, SmsCallbacks* callbacks,
 }
 
 void Obey(char order) {
-  const bool hurry = order == 'h';
-  if (order == 'q' || hurry) {
-    SmsSaveYourself(manager.program, SmSaveBoth, True, hurry ? SmInteractStyleNone : SmInteractStyleAny, hurry);
-  }
-  if (order == 'c') SmsShutdownCancelled(manager.program);
-  if (order == 'd') SmsDie(manager.program);
+  if (order == 'q') SmsSaveYourself(program, SmSaveBoth, True, SmInteractStyleAny, False);
+  if (order == 'h') SmsSaveYourself(program, SmSaveBoth, True, SmInteractStyleNone, True); // in a hurry
+  if (order == 'c') SmsShutdownCancelled(program);
+  if (order == 'd') SmsDie(program);
 }
 
-// It reports its address first. It ends with the test, which holds the other end of its orders.
+// It reports its address first. It ends with the test, which holds the other end of the line.
 [[noreturn]] void RunManager() {
   char reason[256];
   int count = 0;
@@ -73,19 +62,18 @@ void Obey(char order) {
   for (const char* letter = IceComposeNetworkIdList(count, doors); *letter; letter++) Report(*letter);
   Report('\n');
   // First the door, later the program.
-  pollfd heard[] = {{manager.orders, POLLIN, 0}, {IceGetListenConnectionNumber(doors[0]), POLLIN, 0}};
+  pollfd heard[] = {{line, POLLIN, 0}, {IceGetListenConnectionNumber(doors[0]), POLLIN, 0}};
   for (IceConn connection = nullptr; ::poll(heard, 2, -1) > 0;) {
     char order = 0;
-    if (heard[0].revents && ::read(manager.orders, &order, 1) != 1) break;
+    if (heard[0].revents && ::read(line, &order, 1) != 1) break;
     Obey(order);
-    if (!heard[1].revents) continue;
-    if (connection) {
+    if (heard[1].revents && connection) {
       IceProcessMessages(connection, nullptr, nullptr);
-      continue;
+    } else if (heard[1].revents) {
+      IceAcceptStatus status;
+      connection = IceAcceptConnection(doors[0], &status);
+      heard[1].fd = IceConnectionNumber(connection);
     }
-    IceAcceptStatus status;
-    connection = IceAcceptConnection(doors[0], &status);
-    heard[1].fd = IceConnectionNumber(connection);
   }
   IceFreeListenObjs(count, doors);
   ::_exit(0);
@@ -96,19 +84,17 @@ void Obey(char order) {
 class X11Logout : public X11WindowTest {
 protected:
   void SetUp() override {
-    int orders[2], reports[2];
-    ASSERT_EQ(::pipe(orders) + ::pipe(reports), 0);
-    manager = {orders[0], reports[1], nullptr};
+    int ends[2];
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+    line = ends[1];
     if (::fork() == 0) {
-      ::close(orders[1]);
+      ::close(ends[0]);
       RunManager();
     }
-    ::close(orders[0]);
-    ::close(reports[1]);
-    order = orders[1], report = reports[0];
+    ::close(line);
+    manager = ends[0];
     std::string address;
-    for (char letter; ::read(report, &letter, 1) == 1 && letter != '\n';) address += letter;
-    ::fcntl(report, F_SETFL, O_NONBLOCK);
+    for (char letter; ::read(manager, &letter, 1) == 1 && letter != '\n';) address += letter;
     X11WindowTest::SetUp();
     ::setenv("SESSION_MANAGER", address.c_str(), 1);
     Open(Role::kMain, {10, 10, 100, 100});
@@ -116,26 +102,25 @@ protected:
   }
   void TearDown() override {
     X11WindowTest::TearDown();
-    ::close(order);
-    ::close(report);
+    ::close(manager);
   }
 
   void Hear() {
-    for (char letter; ::read(report, &letter, 1) == 1;) reported += letter;
+    for (char letter; ::recv(manager, &letter, 1, MSG_DONTWAIT) == 1;) reported += letter;
     for (const DisplayEvent& event : Drain()) {
       if (event.kind == Kind::kSessionAsks) told += 'A';
       if (event.kind == Kind::kSessionEnds) told += event.flag ? 'E' : 'G';
     }
   }
   // Gives the order, and waits for what the manager hears and our program is told.
-  std::string After(const char* orders, size_t reports, size_t tells) {
+  std::string After(const std::string& orders, size_t reports, size_t tells) {
     reported = told = "";
-    EXPECT_EQ(::write(order, orders, std::string(orders).size()), ssize_t(std::string(orders).size()));
+    for (const char each : orders) EXPECT_EQ(::write(manager, &each, 1), 1);
     Until([&] { return Hear(), reported.size() >= reports && told.size() >= tells; });
     return reported + " " + told;
   }
 
-  int order = -1, report = -1;
+  int manager = -1; // the line to it
   std::string reported, told;
 };
 
@@ -160,7 +145,7 @@ TEST_F(X11Logout, WaitsForOurAnswerAndMayBeTakenBackByBothSides) {
 
 TEST_F(X11Logout, AManagerThatIsGoneIsNoEnd) {
   EXPECT_EQ(After("", 1, 0), "s ");
-  ::close(std::exchange(order, -1)); // it ends without a word
+  ::close(std::exchange(manager, -1)); // it ends without a word
   Until([&] { return Drain(), !X11Live()->session.manager; });
 }
 
