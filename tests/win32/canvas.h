@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <vector>
 
+#include "support/dice.h"
 #include "win32/drawing/contexts.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
@@ -51,10 +51,16 @@ struct BitmapCanvas {
   BitmapCanvas(const BitmapCanvas&) = delete;
 };
 
-// All of the surface that the context draws on, the screen's among them.
+// What the context draws on, the screen's 32-bit values among them.
+inline Surface SurfaceOf(HDC context) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  if (!context->screen) return context->bitmap ? context->bitmap->surface : *context->surface;
+  auto* pixels = reinterpret_cast<uint8_t*>(display.screen.data());
+  return {kLayoutXrgb8888, display.width, display.height, 4 * display.width, pixels, nullptr};
+}
+
 inline Picture PictureOf(HDC context) {
-  if (context->screen) return {TheMemoryDisplay().width, TheMemoryDisplay().height, TheMemoryDisplay().screen};
-  const Surface& surface = context->bitmap ? context->bitmap->surface : *context->surface;
+  const Surface surface = SurfaceOf(context);
   Picture picture = {surface.width, surface.height, {}};
   for (int32_t i = 0; i < surface.width * surface.height; ++i) {
     picture.pixels.push_back(PixelAt(surface, i % surface.width, i / surface.width));
@@ -69,16 +75,10 @@ inline uint32_t PixelOf(HDC context, COLORREF colour) {
 }
 
 // Any pixels that the context's layout has.
-inline void Scribble(HDC context, std::mt19937& random) {
-  const Picture picture = PictureOf(context);
-  for (int32_t i = 0; i < int32_t(picture.pixels.size()); ++i) {
-    const uint32_t pixel = uint32_t(random()) & PixelBits(LayoutOf(*context));
-    if (context->screen) {
-      TheMemoryDisplay().screen[size_t(i)] = pixel;
-    } else {
-      SetPixelAt(context->bitmap ? context->bitmap->surface : *context->surface, i % picture.width, i / picture.width,
-                 pixel);
-    }
+inline void Scribble(HDC context, Dice* dice) {
+  const Surface surface = SurfaceOf(context);
+  for (int32_t i = 0; i < surface.width * surface.height; ++i) {
+    SetPixelAt(surface, i % surface.width, i / surface.width, uint32_t(dice->random()) & PixelBits(LayoutOf(*context)));
   }
 }
 

@@ -17,18 +17,18 @@ std::function<intptr_t(HWND, UINT, WPARAM)> procedure;
 class Dialogs : public OneWindow {
 protected:
   Dialogs() {
-    auto& words = TheScript().words;
-    words["?"] = [this](std::istream&) { (looks += Looks()) += ' '; };
-    words["wake"] = [](std::istream&) { Act("enable main focus main"); };
-    words["return"] = [this](std::istream&) { MemoryGiveKeyboard(before); };
-    words["leave"] = [this](std::istream&) {
+    Script& script = TheScript();
+    script.Add("?", [] { Tell(Looks()); });
+    script.Add("wake", [] { Act("enable main focus main"); });
+    script.Add("leave", [this] {
       before = TheMemoryDesktop().keyboard;
       MemoryGiveKeyboard(nullptr);
-    };
-    words["click"] = [](std::istream& in) {
-      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, Told<int>(in)));
+    });
+    script.Add("return", [this] { MemoryGiveKeyboard(before); });
+    script.Add("click", [](int id) {
+      const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, id));
       MemoryClick(place.left + 5, place.top + 5);
-    };
+    });
     procedure = [](HWND dialog, UINT message, WPARAM wParam) {
       const bool ends = message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL);
       return intptr_t{ends && ::EndDialog(dialog, LOWORD(wParam) + 100)};
@@ -45,32 +45,28 @@ protected:
   // By steps, with "?" for what is active, as Looks tells, click:2 for that control of the active window, "wake" for a
   // program that enables its main window and gives it the keyboard, and "leave" and "return" for a user who is away.
   // Runs the call meanwhile and answers the looks, and then what the call answered.
-  template <typename Call> std::string Play(const std::string& script, const Call& call) {
-    looks.clear();
+  static std::string Play(const std::string& script, const std::function<intptr_t()>& call) {
     // Else a dialog that is open would stay so for ever.
     MemoryAt(TheScript().Schedule(script), [] { ::PostQuitMessage(0); });
-    const auto answer = call();
+    Tell(std::to_string(call()));
     TheWindows().quits = false;
     TheMemoryDisplay().script.clear();
     Drain();
-    return looks + std::to_string(answer);
+    return Heard("none");
   }
 
   // The active window, the control with the focus and the default button: "Save File:101:1". "-" for nothing.
   static std::string Looks() {
-    HWND active = TheWindows().active;
+    HWND active = TheWindows().active, focus = ::GetFocus();
     if (!active) return "-";
-    std::ostringstream text;
-    text << active->title;
-    if (HWND focus = ::GetFocus()) text << ':' << focus->id;
+    std::string looks = active->title + (focus ? Text(':', focus->id) : "");
     for (HWND control : active->children) {
       const bool isDefault = ::SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON;
-      if (isDefault) text << ':' << control->id;
+      if (isDefault) looks += Text(':', control->id);
     }
-    return text.str();
+    return looks;
   }
 
-  std::string looks;
   DisplayWindow* before = nullptr;
 };
 

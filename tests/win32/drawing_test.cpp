@@ -3,7 +3,6 @@
 #include <cmath>
 #include <set>
 
-#include "support/dice.h"
 #include "win32/canvas.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
@@ -112,27 +111,28 @@ public:
   void Step() {
     Twin& twin = twins[size_t(dice.Below(6))];
     Change(&twin);
-    if (dice.OneIn(3)) Scribble(twin.context, dice.random);
+    if (dice.OneIn(3)) Scribble(twin.context, &dice);
     const Picture before = twin.picture = PictureOf(twin.context);
     window.damage = {0, 0, 0, 0};
     const uint32_t reads = TheMemoryDisplay().screenReads;
-    const int act = dice.Below(9);
-    const char* names[] = {"fill", "rectangle", "lines", "polygon", "pixel", "copy", "stretch", "text", "pointer"};
-    void (TwinDrawing::*const acts[])(Twin*) = {&TwinDrawing::Fill,    &TwinDrawing::Boxed,   &TwinDrawing::Lines,
-                                                &TwinDrawing::Area,    &TwinDrawing::Pixel,   &TwinDrawing::Copy,
-                                                &TwinDrawing::Stretch, &TwinDrawing::Letters, &TwinDrawing::Pointer};
-    (this->*acts[act])(&twin);
+    const std::pair<const char*, void (TwinDrawing::*)(Twin*)> acts[] = {
+        {"fill", &TwinDrawing::Fill},    {"rectangle", &TwinDrawing::Boxed}, {"lines", &TwinDrawing::Lines},
+        {"polygon", &TwinDrawing::Area}, {"pixel", &TwinDrawing::Pixel},     {"copy", &TwinDrawing::Copied},
+        {"text", &TwinDrawing::Letters}, {"pointer", &TwinDrawing::Pointer}};
+    const int act = dice.Below(8);
+    const auto& [name, draw] = acts[act];
+    (this->*draw)(&twin);
     const Picture after = PictureOf(twin.context);
-    ASSERT_EQ(after.pixels, twin.picture.pixels) << names[act];
+    ASSERT_EQ(after.pixels, twin.picture.pixels) << name;
     for (int i = 0; i < 12 * 9 && &twin == &twins[4]; ++i) {
       const bool noted = Holds(window.damage, i % 12, i / 12);
-      ASSERT_TRUE(noted || before.pixels[size_t(i)] == after.pixels[size_t(i)]) << names[act];
+      ASSERT_TRUE(noted || before.pixels[size_t(i)] == after.pixels[size_t(i)]) << name;
     }
     // What only inverts needs no look at the screen.
     const bool plain =
         std::max(twin.pen, twin.brush) == RGB(255, 255, 255) && std::min(twin.pen, twin.brush) == 0 && twin.stripes < 0;
     if (act < 4 && twin.inverts && plain) {
-      ASSERT_EQ(TheMemoryDisplay().screenReads, reads) << names[act];
+      ASSERT_EQ(TheMemoryDisplay().screenReads, reads) << name;
     }
   }
 
@@ -224,19 +224,17 @@ private:
     twin->Put(x, y, twin->brush, false);
   }
   // From any place of any context of the same format, stretched by the nearest pixel if it lies inside.
-  void Copied(Twin* twin, bool stretched) {
+  void Copied(Twin* twin) {
+    const bool stretched = dice.OneIn(2);
     const HDC from = twin == &twins[3] ? twin->context : twins[size_t(dice.Below(3))].context;
     Picture source = PictureOf(from);
     const int x = Any(), y = Any(), width = 1 + dice.Below(12), height = 1 + dice.Below(12);
     const int fromX = stretched ? dice.Below(5) : Any(), fromY = stretched ? dice.Below(4) : Any();
     const int fromWidth = stretched ? 1 + dice.Below(5) : width, fromHeight = stretched ? 1 + dice.Below(4) : height;
     const DWORD operation = dice.OneOf(kOperations);
-    if (stretched) {
-      ASSERT_TRUE(
-          ::StretchBlt(twin->context, x, y, width, height, from, fromX, fromY, fromWidth, fromHeight, operation));
-    } else {
-      ASSERT_TRUE(::BitBlt(twin->context, x, y, width, height, from, fromX, fromY, operation));
-    }
+    ASSERT_TRUE(stretched ? ::StretchBlt(twin->context, x, y, width, height, from, fromX, fromY, fromWidth, fromHeight,
+                                         operation)
+                          : ::BitBlt(twin->context, x, y, width, height, from, fromX, fromY, operation));
     Everywhere(*twin, [&](int toX, int toY) {
       const int dx = toX - x, dy = toY - y;
       const int sourceX = fromX + dx * fromWidth / width, sourceY = fromY + dy * fromHeight / height;
@@ -246,8 +244,6 @@ private:
       target = Combined(operation, source.At(sourceX, sourceY), target) & twin->Bits();
     });
   }
-  void Copy(Twin* twin) { Copied(twin, false); }
-  void Stretch(Twin* twin) { Copied(twin, true); }
   // As on a bitmap without a clip.
   void Letters(Twin* twin) {
     BitmapCanvas free(screen.context, 14, 11, twin != &twins[3]);

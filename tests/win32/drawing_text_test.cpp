@@ -40,23 +40,18 @@ struct Sheet : BitmapCanvas {
   void Use(const FontWish& wish) {
     DropFont();
     LOGFONTA what = {};
-    what.lfHeight = wish.height;
-    what.lfWidth = wish.width;
-    what.lfWeight = wish.weight;
-    what.lfItalic = wish.italic;
+    what.lfHeight = wish.height, what.lfWidth = wish.width;
+    what.lfWeight = wish.weight, what.lfItalic = wish.italic;
     std::snprintf(what.lfFaceName, LF_FACESIZE, "%s", wish.family);
-    const HFONT font = ::CreateFontIndirectA(&what);
-    ASSERT_NE(font, nullptr);
-    systemFont = ::SelectObject(context, font);
+    systemFont = ::SelectObject(context, ::CreateFontIndirectA(&what));
+    ASSERT_NE(systemFont, nullptr);
   }
-  void DropFont() {
-    if (!systemFont) return;
-    EXPECT_TRUE(::DeleteObject(::SelectObject(context, systemFont)));
-    systemFont = nullptr;
-  }
-  void Clear() {
+  void DropFont() { EXPECT_TRUE(!systemFont || ::DeleteObject(::SelectObject(context, systemFont))); }
+  void Clear(COLORREF colour = RGB(0, 0, 0)) {
     const RECT all = {0, 0, 10000, 10000};
-    ::FillRect(context, &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+    const HBRUSH brush = ::CreateSolidBrush(colour);
+    ::FillRect(context, &all, brush);
+    ::DeleteObject(brush);
   }
   void Write(int x, int y, const std::string& text) {
     ASSERT_TRUE(::TextOutA(context, x, y, text.data(), int(text.size())));
@@ -136,31 +131,27 @@ TEST(Text, WritesEachLetterWhereTheLastEndsAsItIsMeasured) {
 
 TEST(Text, BlendsFromTheGroundToItsColourOnTrueColourAndIsPlainOnPalettesAndBitmapsOfOneBit) {
   for (const int depth : {2, 8, 16, 24, 32}) {
-    SCOPED_TRACE(depth);
     ScreenCanvas screen(8, 8, depth);
     Sheet deep(screen, 200, 40), mono(screen, 200, 40, false);
     for (Sheet* sheet : {&deep, &mono}) {
-      const bool coloured = sheet == &deep && depth >= 24;
-      const COLORREF text = coloured ? RGB(0xE0, 0x10, 0x60) : RGB(255, 255, 255),
-                     under = coloured ? RGB(0x20, 0x40, 0x60) : 0;
-      const RECT all = {0, 0, 200, 40};
-      const HBRUSH brush = ::CreateSolidBrush(under);
-      ::FillRect(sheet->context, &all, brush);
-      ::DeleteObject(brush);
-      ::SetTextColor(sheet->context, text);
       sheet->Use({22});
-      sheet->Write(4, 30, "Shades of grey? 0");
+      const uint32_t white = PixelOf(sheet->context, RGB(255, 255, 255));
       int whole = 0, shades = 0;
+      sheet->Write(4, 30, "Shades of grey? 0");
       for (const uint32_t pixel : PictureOf(sheet->context).pixels) {
-        whole += pixel == PixelOf(sheet->context, text);
-        shades += pixel != PixelOf(sheet->context, text) && pixel != PixelOf(sheet->context, under);
-        if (!coloured) continue;
-        const int red = int(pixel >> 16 & 255), green = int(pixel >> 8 & 255);
-        EXPECT_NEAR((red - 0x20) / 192.0, (0x40 - green) / 48.0, 0.02); // the same share of the way
-        ASSERT_TRUE(red >= 0x20 && red <= 0xE0 && (pixel & 255) == 0x60) << pixel;
+        (pixel == white ? whole : shades) += pixel != PixelOf(sheet->context, 0);
       }
-      EXPECT_GT(whole, 50);
-      EXPECT_EQ(shades > 0, sheet == &deep && depth >= 16);
+      EXPECT_GT(whole, 50) << depth;
+      EXPECT_EQ(shades > 0, sheet == &deep && depth >= 16) << depth;
+    }
+    if (depth < 24) continue;
+    deep.Clear(RGB(0x20, 0x40, 0x60));
+    ::SetTextColor(deep.context, RGB(0xE0, 0x10, 0x60));
+    deep.Write(4, 30, "Shades");
+    for (const uint32_t pixel : PictureOf(deep.context).pixels) { // the same share of the way in each channel
+      const int red = int(pixel >> 16 & 255), green = int(pixel >> 8 & 255);
+      ASSERT_NEAR((red - 0x20) / 192.0, (0x40 - green) / 48.0, 0.02);
+      ASSERT_TRUE(red >= 0x20 && red <= 0xE0 && (pixel & 255) == 0x60) << pixel;
     }
   }
 }
@@ -168,15 +159,15 @@ TEST(Text, BlendsFromTheGroundToItsColourOnTrueColourAndIsPlainOnPalettesAndBitm
 TEST(Fonts, FallToASansSerifOneAndObeyHeightWidthAndWeight) {
   ScreenCanvas screen(8, 8, 24);
   Sheet sheet(screen, 40, 40);
-  sheet.Use({20});
-  const int width = sheet.WidthOf("Framereel"), height = sheet.Metrics().tmHeight;
-  sheet.Use({20, FW_NORMAL, false, "No such family anywhere"});
-  EXPECT_EQ(sheet.WidthOf("Framereel"), width);
-  sheet.Use({20, FW_BOLD});
-  EXPECT_GT(sheet.WidthOf("Framereel"), width);
-  sheet.Use({-20}); // of the letters alone
+  const auto widthIn = [&sheet](const FontWish& wish) {
+    sheet.Use(wish);
+    return sheet.WidthOf("Framereel");
+  };
+  const int width = widthIn({20}), height = sheet.Metrics().tmHeight;
+  EXPECT_EQ(widthIn({20, FW_NORMAL, false, "No such family anywhere"}), width);
+  EXPECT_GT(widthIn({20, FW_BOLD}), width);
+  EXPECT_GT(widthIn({-20}), width); // the height of the letters alone
   EXPECT_EQ(sheet.Metrics().tmHeight - sheet.Metrics().tmInternalLeading, 20);
-  EXPECT_GT(sheet.WidthOf("Framereel"), width);
   for (const int average : {5, 14}) {
     sheet.Use({20, FW_NORMAL, false, "MS Sans Serif", average});
     EXPECT_NEAR(sheet.Metrics().tmAveCharWidth, average, 1);
@@ -229,19 +220,15 @@ TEST(Fonts, TakeLettersThatTheyDoNotHaveFromOthersAndAskForThemOnce) {
 
 TEST(Fonts, DrawBoxesWhereNoneIsInstalled) {
   const NoFonts none;
-  {
-    ScreenCanvas screen(8, 8, 24);
-    Sheet sheet(screen, 100, 30);
-    sheet.Use({15, FW_BOLD});
-    EXPECT_EQ(sheet.Metrics().tmHeight, 15);
-    sheet.Write(10, 20, "Two words");
-    const PixelRect ink = sheet.Ink();
-    EXPECT_GE(ink.top, 20 - sheet.Metrics().tmAscent);
-    EXPECT_EQ(ink.bottom, 20);
-    EXPECT_EQ(ink.left, 10);
-    EXPECT_EQ(ink.right, 10 + sheet.WidthOf("Two words") - 1);
-    EXPECT_EQ(::GetPixel(sheet.context, 12, 18), RGB(0, 0, 0)); // hollow
-  }
+  ScreenCanvas screen(8, 8, 24);
+  Sheet sheet(screen, 100, 30);
+  sheet.Use({15, FW_BOLD});
+  EXPECT_EQ(sheet.Metrics().tmHeight, 15);
+  sheet.Write(10, 20, "Two words");
+  const PixelRect ink = sheet.Ink();
+  EXPECT_GE(ink.top, 20 - sheet.Metrics().tmAscent);
+  EXPECT_TRUE(Same(ink, {10, ink.top, 10 + sheet.WidthOf("Two words") - 1, 20}));
+  EXPECT_EQ(::GetPixel(sheet.context, 12, 18), RGB(0, 0, 0)); // hollow
 }
 
 } // namespace

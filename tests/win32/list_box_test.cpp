@@ -64,23 +64,16 @@ TEST_F(ListBox, IsInTheOrderOfItsLettersAndFindsWhatIsTyped) {
   for (int32_t i = 0; TextAt(i) != "-"; ++i) order += TextAt(i) + "|";
   EXPECT_EQ(order, "|[..]|[dir]|a|a|b|ba\n|bb|Bc|\xC3\xA9|");
   ::SetFocus(list);
+  Heard();
   // Letters close together begin one word, one again and again goes through those that begin with it.
-  const struct {
-    uint32_t wait;
-    const char *text, *found;
-  } typed[] = {{0, "B", "b"},
-               {0, "B", "ba\n"},
-               {0, "C", "Bc"},
-               {0, "x", "Bc"},
-               {1500, "d", "[dir]"},
-               {1500, "[", "[..]"},
-               {1500, "\xC3\xA9", "\xC3\xA9"}};
-  for (const auto& each : typed) {
-    ::Sleep(each.wait);
-    MemoryTypeText(each.text);
-    Drain();
-    EXPECT_EQ(Selected(), each.found) << each.text;
-  }
+  TheScript().words["type"] = [](std::istream& in) { MemoryTypeText(Word(in)); };
+  Play({{"B", "b/1"},
+        {"B", "ba\n/1"},
+        {"C", "Bc/1"},
+        {"X", "Bc"},
+        {"wait 1500 D", "[dir]/1"},
+        {"wait 1500 type [", "[..]/1"},
+        {"wait 1500 type \u00E9", "\u00E9/1"}});
   EXPECT_EQ(::SendMessageA(list, LB_GETTEXT, 99, 0), LB_ERR);
   ::SendMessageA(list, LB_SETCURSEL, WPARAM(-1), 0);
   EXPECT_EQ(Selected(), "-");
