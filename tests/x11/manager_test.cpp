@@ -16,13 +16,12 @@ protected:
   // Works off the requests that wait, but for those to stand beyond the screen, as some managers do.
   void Grant() {
     Catch();
-    XEvent event;
-    while (XCheckTypedEvent(artist.display, ConfigureRequest, &event)) {
-      XConfigureRequestEvent& asked = event.xconfigurerequest;
-      if (asked.value_mask & CWX && asked.x >= artist.Width()) continue;
-      XWindowChanges changes = {asked.x, asked.y, asked.width, asked.height, asked.border_width, None, asked.detail};
-      XConfigureWindow(artist.display, asked.window, unsigned(asked.value_mask & (CWX | CWY | CWWidth | CWHeight)),
-                       &changes);
+    for (XEvent event; XCheckTypedEvent(artist.display, ConfigureRequest, &event);) {
+      const XConfigureRequestEvent& asked = event.xconfigurerequest;
+      XWindowChanges changes = {asked.x, asked.y, asked.width, asked.height, 0, None, 0};
+      const unsigned long what = asked.value_mask & (CWX | CWY | CWWidth | CWHeight);
+      if (!(what & CWX) || asked.x < artist.Width())
+        XConfigureWindow(artist.display, asked.window, unsigned(what), &changes);
     }
   }
   // Tells the window where it is, as a manager does that has moved its frame alone.

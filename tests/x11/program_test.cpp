@@ -187,9 +187,7 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   Press(XK_s);
   TypeInTurn({{"Save File", "clip\r"}, {"Mising Extension", "\r"}, {"Save File", "\r"}});
   Run([&] {
-    Window focus = None;
-    int revert;
-    XGetInputFocus(artist.display, &focus, &revert);
+    const Window focus = Focus();
     return app.document.file && focus > PointerRoot && Text(focus, "WM_NAME") == "Framereel - clip";
   });
   EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), AreaInTheFile(0));

@@ -55,6 +55,11 @@ protected:
   bool HasCompositor() const { return XGetSelectionOwner(artist.display, AtomOf("_NET_WM_CM_S0")) != None; }
   // Another program takes the keyboard, or all keys, or the mouse.
   void FocusOn(Window window) const { XSetInputFocus(artist.display, window, RevertToPointerRoot, CurrentTime); }
+  Window Focus() const {
+    Window focus = None;
+    int revert;
+    return XGetInputFocus(artist.display, &focus, &revert), focus;
+  }
   void GrabKeys() const {
     XGrabKeyboard(artist.display, artist.root, False, GrabModeAsync, GrabModeAsync, CurrentTime);
   }

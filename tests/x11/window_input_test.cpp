@@ -11,16 +11,16 @@ namespace {
 class X11WindowInput : public X11WindowTest {
 protected:
   // A panel at the screen's edge; `thick` as _NET_WM_STRUT_PARTIAL begins: left, right, top, bottom.
-  Window NewDock(std::vector<long> thick) {
-    Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
-    WriteItems(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {AtomOf("_NET_WM_WINDOW_TYPE_DOCK")});
-    SetDock(dock, thick);
-    return dock;
-  }
   void SetDock(Window dock, std::vector<long> thick) {
     thick.resize(12);
     thick[9] = artist.Width() - 1; // as far as a strip at the top reaches
     WriteItems(dock, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, thick);
+  }
+  Window NewDock(const std::vector<long>& thick) {
+    Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
+    WriteItems(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {AtomOf("_NET_WM_WINDOW_TYPE_DOCK")});
+    SetDock(dock, thick);
+    return dock;
   }
   void UsableAreaBecomes(const PixelRect& area, std::source_location where = std::source_location::current()) {
     Until([&] { return (Next(Kind::kScreenChanged, nullptr, where), DisplayUsableArea() == area); }, where);
@@ -37,6 +37,7 @@ protected:
 // ---- The keyboard ------------------------------------------------------------------------------------------------
 
 TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedFor) {
+  const Window others = artist.Show(artist.Noise(50, 50, 1), 10, 200);
   DisplayWindow* first = Show(Role::kMain, {10, 10, 160, 110});
   DisplayWindow* second = Open(Role::kDialog, {200, 10, 350, 110}, first);
   Activate(first);
@@ -46,14 +47,13 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedFor) {
   EXPECT_FALSE(Next(Kind::kActive, first).flag);
   EXPECT_TRUE(Next(Kind::kActive, second).flag);
   TypesInto(second);
-
   // A grab of the keys is no loss of the keyboard, but some may have changed behind it.
   GrabKeys();
   EXPECT_FALSE(Came(Kind::kActive));
   XUngrabKeyboard(artist.display, CurrentTime);
   Next(Kind::kKeysUnseen, second);
   EXPECT_FALSE(Came(Kind::kActive));
-  FocusOn(artist.Show(artist.Noise(50, 50, 1), 10, 200));
+  FocusOn(others);
   EXPECT_FALSE(Next(Kind::kActive, second).flag);
 }
 
@@ -67,10 +67,7 @@ TEST_F(X11WindowInput, WhatIsNotManagedHasTheKeyboardInThePlaceOfItsOwner) {
     DisplayWindow* window = Show(role, {0, 0, 640, 480}, main);
     DisplayActivateWindow(window);
     EXPECT_TRUE(Next(Kind::kActive, window).flag);
-    Window focus;
-    int revert;
-    XGetInputFocus(artist.display, &focus, &revert);
-    EXPECT_EQ(focus, main->id);
+    EXPECT_EQ(Focus(), main->id);
     EXPECT_EQ(X11Live()->desktop.focus.grabbed, role == Role::kCover);
     TypesInto(window);
     DisplayShowWindow(window, false);
@@ -89,7 +86,6 @@ TEST_F(X11WindowInput, WhatIsNotManagedHasTheKeyboardInThePlaceOfItsOwner) {
   TypesInto(cover);
   DisplayShowWindow(cover, false);
   EXPECT_FALSE(Next(Kind::kActive, cover).flag);
-  Activate(main);
 }
 
 // ---- The mouse ---------------------------------------------------------------------------------------------------
@@ -102,13 +98,11 @@ TEST_F(X11WindowInput, MouseEventsTellPlaceAndButton) {
   for (uint8_t button : {1, 2, 3}) ClicksInto(window, 91, 83, button);
   // The wheel is no button, and other buttons are nobody's.
   for (unsigned int button : {4, 5, 6}) Click(button);
-  std::vector<int> notches;
-  for (const DisplayEvent& event : Drain()) {
-    EXPECT_EQ(event.kind, Kind::kMouseWheel);
-    EXPECT_EQ(event.x, 91);
-    notches.push_back(event.notches);
+  for (const int notches : {1, -1}) {
+    const DisplayEvent turned = Next(Kind::kMouseWheel, window);
+    EXPECT_EQ(std::pair(turned.x, turned.notches), std::pair(91, int8_t(notches)));
   }
-  EXPECT_EQ(notches, (std::vector<int>{1, -1}));
+  EXPECT_TRUE(Drain().empty());
 }
 
 TEST_F(X11WindowInput, CaptureTakesAllMouseEventsUntilItIsGivenBackOrLost) {
@@ -230,14 +224,16 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
 
   // Where nobody works it out, the panels are left out.
   OwnManager manager(artist);
-  Window left = NewDock({30, 0, 0, 0}), bottom = NewDock({0, 0, 0, 40});
-  WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(bottom)});
-  UsableAreaBecomes({30, 0, all.right, all.bottom - 40});
-  SetDock(bottom, {0, 20, 0, 50});
-  UsableAreaBecomes({30, 0, all.right - 20, all.bottom - 50});
-  SetDock(bottom, {0, 0, 70000, 70000});
-  UsableAreaBecomes(all); // nothing would be left
-  XDestroyWindow(artist.display, bottom);
+  const Window left = NewDock({30, 0, 0, 0}), other = NewDock({});
+  WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(other)});
+  const std::pair<std::vector<long>, PixelRect> panels[] = {{{0, 0, 0, 40}, {30, 0, all.right, all.bottom - 40}},
+                                                            {{0, 20, 0, 50}, {30, 0, all.right - 20, all.bottom - 50}},
+                                                            {{0, 0, 70000, 70000}, all}}; // nothing would be left
+  for (const auto& [thick, usable] : panels) {
+    SetDock(other, thick);
+    UsableAreaBecomes(usable);
+  }
+  XDestroyWindow(artist.display, other);
   WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left)});
   UsableAreaBecomes({30, 0, all.right, all.bottom});
 }
