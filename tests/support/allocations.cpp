@@ -34,16 +34,11 @@ void FailInChild() {
 bool MayPass() {
   ++calls;
   if (judgeOfChildren) FailInChild();
-  if (passes > 0) {
-    if (passes != INT64_MAX) --passes;
-    return true;
-  }
-  if (fails > 0) {
-    if (fails != INT64_MAX) --fails;
-    errno = ENOMEM;
-    return false;
-  }
-  return true;
+  int64_t& left = passes > 0 ? passes : fails;
+  const bool isPass = &left == &passes || left == 0;
+  if (left > 0 && left != INT64_MAX) --left;
+  if (!isPass) errno = ENOMEM;
+  return isPass;
 }
 
 template <typename Function> Function* Next(const char* name) {

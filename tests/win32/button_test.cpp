@@ -1,7 +1,4 @@
 // The class "button": when a press is a click, and what it looks like.
-#include "win32/win32_controls.h"
-#include "win32/win32_input.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

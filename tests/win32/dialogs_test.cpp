@@ -1,9 +1,4 @@
 // Dialogs and message boxes: what the user's keys and mouse do in them, and what becomes of their loops.
-#include "win32/win32_controls.h"
-#include "win32/win32_dialogs.h"
-#include "win32/win32_input.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

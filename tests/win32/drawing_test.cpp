@@ -5,7 +5,6 @@
 
 #include "win32/canvas.h"
 #include "win32/pixels/rectangles.h"
-#include "win32/win32_drawing.h"
 #include "win32/win32_input.h"
 
 namespace framereel {

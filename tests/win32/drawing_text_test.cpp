@@ -11,7 +11,6 @@
 #include "win32/drawing/fonts.h"
 #include "win32/drawing/glyphs.h"
 #include "win32/pixels/utf8.h"
-#include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {

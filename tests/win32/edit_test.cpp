@@ -1,11 +1,6 @@
 // The class "edit": what keys, mouse and messages do to its text, against a plain twin and by tables.
 #include "support/dice.h"
 #include "win32/input/clipboard.h"
-#include "win32/win32_controls.h"
-#include "win32/win32_drawing.h"
-#include "win32/win32_input.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

@@ -1,9 +1,5 @@
 // The class "listbox": its order, what selects in it, how it scrolls.
 #include "win32/controls/control_base.h"
-#include "win32/win32_controls.h"
-#include "win32/win32_input.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

@@ -1,10 +1,6 @@
 // What frames, menus and controls look like on any screen: text can be read, and states can be told apart.
 #include <set>
 
-#include "win32/win32_controls.h"
-#include "win32/win32_input.h"
-#include "win32/win32_menus.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

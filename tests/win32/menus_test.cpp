@@ -1,8 +1,4 @@
 // Menus: the bar in the frame, the user's way through it by mouse and keys, and what happens to it meanwhile.
-#include "win32/win32_input.h"
-#include "win32/win32_menus.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

@@ -1,7 +1,4 @@
 // The frame: its thickness and look, its boxes, and dragging by the caption.
-#include "win32/win32_input.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

@@ -1,7 +1,4 @@
 // The mouse, the keyboard and the queue: who gets what, in which order, and what the messages and the key state say.
-#include "win32/win32_dialogs.h"
-#include "win32/win32_input.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

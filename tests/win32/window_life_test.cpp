@@ -1,5 +1,4 @@
 // The messages of a window's life, in their order: making, showing, moving, minimising, stacking, activating, closing.
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

@@ -2,10 +2,6 @@
 #include <list>
 
 #include "support/dice.h"
-#include "win32/win32_dialogs.h"
-#include "win32/win32_drawing.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/window_scene.h"
 
 namespace framereel {

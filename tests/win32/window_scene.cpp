@@ -3,11 +3,6 @@
 
 #include <cctype>
 
-#include "win32/win32_dialogs.h"
-#include "win32/win32_drawing.h"
-#include "win32/win32_input.h"
-#include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 #include "win32/windows/create.h"
 
 namespace framereel {
@@ -112,7 +107,6 @@ constexpr DWORD kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX, kChild = WS_C
 constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
                            {"over", "Log", kFrame, 0}, // paints over its children
                            {"dialog", "Log", WS_POPUP | WS_CAPTION | WS_SYSMENU, 0},
-                           {"bare", "Log", WS_POPUP | WS_CAPTION, 0}, // without a menu
                            {"plain", "Log", WS_POPUP, 0},
                            {"border", "Log", WS_POPUP | WS_BORDER, 0},
                            {"popup", "Log", WS_POPUP | WS_BORDER, WS_EX_TOPMOST},
@@ -278,7 +272,6 @@ void AddWords(Script* script) {
   script->Add("keyboard", MemoryGiveKeyboard);
   script->Add("minimise", [](DisplayWindow* w) { MemoryMinimiseWindow(w, true); });
   script->Add("restore", [](DisplayWindow* w) { MemoryMinimiseWindow(w, false); });
-  script->Add("ask", MemoryAskToClose);
   script->Add("kill", MemoryDestroyWindow);
   script->Add("shift", [](DisplayWindow* w, RECT r) { MemoryMoveWindow(w, PixelsOf(r)); });
   // Questions.

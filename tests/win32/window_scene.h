@@ -17,6 +17,13 @@
 #include "win32/drawing/relief.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/win32_controls.h"
+#include "win32/win32_dialogs.h"
+#include "win32/win32_drawing.h"
+#include "win32/win32_input.h"
+#include "win32/win32_menus.h"
+#include "win32/win32_system.h"
+#include "win32/win32_windows.h"
 #include "win32/windows/frame.h"
 #include "win32/windows/menu_bar.h"
 #include "win32/windows/window.h"
@@ -39,7 +46,7 @@ public:
 //                destroy, focus, capture, loose, enable, disable, top, bottom, update, place NAME PLACE; erase and
 //                invalidate NAME (the whole or a PLACE); paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
 //   the user     m POINT
-//   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore, ask (to close),
+//   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore,
 //                kill, shift NAME PLACE
 //   what stands  focus?, pass? (the next message, which is not taken), order? (of the top-level windows), place? NAME,
 //                update? NAME (the box round what it is to paint), rgb? POINT, at? POINT

@@ -6,19 +6,15 @@
 #include "app/slide_frame.h"
 #include "area/ants.h"
 #include "area/selection.h"
-#include "area/window_picking.h"
 #include "core/notices.h"
 #include "gif/stream_bytes.h"
 #include "platform/pump/platform_start.h"
 #include "platform/pump/pump.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/main_window.h"
-#include "recorder/engine/frame_rates.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
-#include "toolkit/controls/popup.h"
-#include "toolkit/controls/popup_list.h"
-#include "toolkit/views/child_set.h"
+#include "toolkit/views/view.h"
 #include "toolkit/views_start.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
@@ -83,18 +79,11 @@ protected:
   void Chord(bool down) {
     for (const KeySym key : {XK_Control_L, XK_Alt_L, XK_Shift_L}) Key(key, down);
   }
-  static std::pair<int, int> MiddleOf(const View* view) {
+  void Click(const View* view) {
     const MainWindow* main = TheMainWindow();
     const WindowGeometry& g = view->window->geometry;
-    return {main->originX + g.clientLeft + view->x + view->width / 2,
-            main->originY + g.clientTop + view->y + view->height / 2};
-  }
-  void MoveTo(const View* view, int down = 0) {
-    const auto [x, y] = MiddleOf(view);
-    MovePointer(x, y + down);
-  }
-  void Click(const View* view, int down = 0) {
-    MoveTo(view, down);
+    MovePointer(main->originX + g.clientLeft + view->x + view->width / 2,
+                main->originY + g.clientTop + view->y + view->height / 2);
     X11WindowTest::Click(1);
   }
   void Press(KeySym letter) {
@@ -134,15 +123,6 @@ protected:
   }
 
   static PixelRect PixelsOf(const Rect& r) { return {r.left, r.top, r.right, r.bottom}; }
-  // What stands on the desktop itself and has the window in it.
-  Window OutermostAround(Window window) const {
-    Window root, parent, *children = nullptr;
-    unsigned int count;
-    XQueryTree(artist.display, window, &root, &parent, &children, &count);
-    if (children) XFree(children);
-    return parent == root ? window : OutermostAround(parent);
-  }
-
   WorkingFolder folder;
   Application app;
   const Picture white = artist.Paper(kScene.right - kScene.left, kScene.bottom - kScene.top);
@@ -159,24 +139,6 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   Click(app.panel.showAreaBox);
   Run([&] { return !AntsAreUp(app.area); });
   DrawTheArea();
-  const View* popup = ChildAt(ChildSetOf(app.panel.frameRatePopup), 1);
-  const int chosen = PopupSelected(popup);
-  const auto lineAt = [&](int down) {
-    const auto [x, y] = MiddleOf(popup);
-    return artist.Look().At(x - popup->width / 2 + 6, y + down);
-  };
-  const uint32_t paper = lineAt(0);
-  const int above = -(app.panel.statusLine->height + 1);
-  Click(popup); // the list stays open
-  Run([&] { return PopupListIsOpen() && lineAt(above) == paper; });
-  // The mouse counts from where it has moved inside the list.
-  int moves = 0;
-  Run([&] {
-    MoveTo(popup, ++moves % 2 ? above : 0);
-    return lineAt(above) != paper;
-  });
-  Click(popup, above);
-  Run([&] { return app.options.frameDelay == FrameRateTable[chosen - 1].delay; });
   Click(app.panel.startButton);
   Run([&] { return app.recorder.frameCount == 1; });
   Click(app.panel.stopButton);
@@ -193,29 +155,6 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), AreaInTheFile(0));
   Press(XK_q);
   Run([&] { return app.document.abandonedSize == app.stream.streamSize; }); // without a question
-}
-
-TEST_F(X11Program, PicksOfAWindowWhatItsUserSees) {
-  Run([] { return !SlideFrameIsRunning(); });
-  XLowerWindow(artist.display, scene);
-  for (const bool drawsItsShadow : {false, true}) {
-    const Window window = XCreateSimpleWindow(artist.display, artist.root, 30, 120, 200, 150, 0, 0, 0);
-    WriteItems(window, "_NET_WM_USER_TIME", XA_CARDINAL, {0}); // no keyboard for it, which could come at any time
-    if (drawsItsShadow) {
-      WriteItems(window, "_MOTIF_WM_HINTS", XID(AtomOf("_MOTIF_WM_HINTS")), {2, 0, 0, 0, 0}); // no decorations
-      WriteItems(window, "_GTK_FRAME_EXTENTS", XA_CARDINAL, {8, 7, 6, 5});
-    }
-    XMapWindow(artist.display, window);
-    Until([&] { return artist.State(window).map_state == IsViewable; });
-    WaitForManager();
-    const PixelRect around = PlaceOf(OutermostAround(window)), own = PlaceOf(window);
-    EXPECT_EQ(around.top < own.top, HasManager() && !drawsItsShadow) << "there is a title";
-    Rect picked = {};
-    EXPECT_TRUE(FindWindowAt(own.left + 20, drawsItsShadow ? own.top + 20 : around.top + 2, &picked));
-    EXPECT_EQ(PixelsOf(picked),
-              drawsItsShadow ? (PixelRect{own.left + 8, own.top + 6, own.right - 7, own.bottom - 5}) : around);
-    XDestroyWindow(artist.display, window);
-  }
 }
 
 TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {

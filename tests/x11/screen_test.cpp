@@ -153,18 +153,6 @@ TEST_F(X11Screen, HandsOutSurfacesOfZerosAndLeavesNoSharedMemoryBehind) {
   }
 }
 
-TEST_F(X11Screen, IsAskedForOncePerFrame) {
-  OwnSurface whole(artist.Width(), artist.Height()), part(50, 50);
-  ASSERT_TRUE(DisplayReadScreen({0, 0, 50, 50}, part.surface, 0, 0));
-  const unsigned long before = NextRequest(X11Live()->display);
-  for (int32_t i = 0; i < 10; i++) {
-    ScreenFacts facts = DisplayScreen();
-    ASSERT_TRUE(DisplayReadScreen({0, 0, facts.width, facts.height}, whole.surface, 0, 0));
-    ASSERT_TRUE(DisplayReadScreen({i, i, i + 50, i + 50}, part.surface, 0, 0));
-  }
-  EXPECT_EQ(NextRequest(X11Live()->display) - before, 20u);
-}
-
 // ---- Drawing -----------------------------------------------------------------------------------------------------
 
 TEST_F(X11Screen, TakesPixelsOverAllWindowsAndCutsWhatLiesOff) {
@@ -172,7 +160,6 @@ TEST_F(X11Screen, TakesPixelsOverAllWindowsAndCutsWhatLiesOff) {
   const int32_t w = screen.width, h = screen.height;
   for (int32_t size : {20, 300}) { // sent with the request, and through shared memory
     Picture picture = artist.Noise(size, size, 5);
-    OwnSurface from(picture);
     const PixelRect all = picture.All();
     const struct {
       PixelRect part;
@@ -191,21 +178,13 @@ TEST_F(X11Screen, TakesPixelsOverAllWindowsAndCutsWhatLiesOff) {
                  {all, INT32_MAX, 9},
                  {all, 9, INT32_MIN}};
     for (const auto& draw : draws) {
+      OwnSurface from(picture);
       ASSERT_TRUE(DisplayDrawScreen(from.surface, draw.part, draw.x, draw.y));
+      from.Fill(0); // the draw is done with it
       Copy(picture, draw.part, draw.x, draw.y, &screen);
       ASSERT_EQ(Difference(Seen(), screen), "") << draw.x << ", " << draw.y;
     }
   }
-}
-
-TEST_F(X11Screen, IsDoneWithASurfaceWhenADrawReturns) {
-  Picture picture = artist.Noise(artist.Width(), artist.Height(), 6);
-  OwnSurface from(picture);
-  ASSERT_TRUE(DisplayDrawScreen(from.surface, picture.All(), 0, 0));
-  Display* display = X11Live()->display;
-  EXPECT_EQ(LastKnownRequestProcessed(display) == NextRequest(display) - 1, artist.HasSharedMemory());
-  from.Fill(0);
-  EXPECT_EQ(Difference(Seen(), picture), "");
 }
 
 TEST_F(X11Screen, InvertsUnderPatternsInScreenCoordinates) {

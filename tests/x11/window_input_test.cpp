@@ -170,6 +170,9 @@ TEST_F(X11WindowInput, DesktopDragsItWhereThereIsOneThatDoes) {
   Button(1, false);
   const PixelRect dragged = {210, 90, 360, 190};
   Until([&] { return (Drain(), PlaceOf(window) == dragged && window->place == dragged); });
+  // From here on that is its place, and going back is a move.
+  DisplayPlaceWindow(window, {10, 10, 160, 110});
+  Until([&] { return PlaceOf(window).left == 10; });
 }
 
 TEST_F(X11WindowInput, AReleaseBeforeTheDesktopDragsTakesTheRequestBack) {

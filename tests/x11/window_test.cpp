@@ -57,21 +57,6 @@ TEST_F(X11Window, KnowsTheMonitorsOfTheScreen) {
   XRRDeleteMonitor(artist.display, artist.root, right.name);
 }
 
-TEST_F(X11Window, TellsWhereTheDesktopPutIt) {
-  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 90});
-  Drain();
-  if (HasManager()) {
-    constexpr long staticGravity = 10, withXAndY = 3 << 8, byPager = 2 << 12;
-    Tell(artist.root, window->id, "_NET_MOVERESIZE_WINDOW", {staticGravity | withXAndY | byPager, 210, 77, 0, 0});
-  } else {
-    XMoveWindow(artist.display, window->id, 210, 77);
-  }
-  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{210, 77, 310, 157}));
-  // From here on this is its place, and going back is a move.
-  DisplayPlaceWindow(window, {10, 10, 110, 90});
-  Until([&] { return PlaceOf(window) == PixelRect{10, 10, 110, 90}; });
-}
-
 TEST_F(X11Window, ShowsWhatIsPresented) {
   for (const auto& [width, height] : {std::pair{40, 30}, std::pair{300, 240}}) {
     DisplayWindow* window = Show(Role::kPopup, {51, 43, 51 + width, 43 + height});
@@ -209,10 +194,11 @@ TEST_F(X11Window, AnswersItsWindowManager) {
 
 // ---- The connection ----------------------------------------------------------------------------------------------
 
-TEST_F(X11Window, AsksNothingAtRest) {
+TEST_F(X11Window, AsksNothingAtRestAndOnceForAFrame) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
   int32_t x, y;
   PixelRect place;
+  const OwnSurface frame(300, 200);
   DisplayEvent event;
   const auto passes = [&](int times) {
     while (times-- > 0) {
@@ -234,6 +220,11 @@ TEST_F(X11Window, AsksNothingAtRest) {
   passes(10);
   EXPECT_FALSE(DisplayNextEvent(&event));
   EXPECT_EQ(NextRequest(X11Live()->display), before);
+  for (int i = 0; i < 10; i++) {
+    EXPECT_EQ(DisplayScreen().width, artist.Width());
+    EXPECT_TRUE(DisplayReadScreen({i, i, i + 300, i + 200}, frame.surface, 0, 0));
+  }
+  EXPECT_EQ(NextRequest(X11Live()->display) - before, 10U);
 }
 
 TEST_F(X11Window, VanishedWindowsAreNoEnd) {
