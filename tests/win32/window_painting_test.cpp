@@ -190,18 +190,6 @@ TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   }
 }
 
-TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateButNoPaintsLimitsAndOthersBeginAnew) {
-  Walk("none", {{"new own own main 0 0 50 50 paints own r invalidate own 0 0 5 5 update own", ""},
-                {"fill own g 0 0 50 50 rgb? own 40 40", "g"}});
-  for (const auto& [window, kept] : {std::pair{main, RGB(0, 0, 0)}, std::pair{Named("own"), RGB(1, 2, 3)}}) {
-    for (const COLORREF expected : {RGB(0, 0, 0), kept}) {
-      HDC context = ::GetDC(window);
-      EXPECT_EQ(::SetTextColor(context, RGB(1, 2, 3)), expected);
-      ::ReleaseDC(window, context);
-    }
-  }
-}
-
 // ---- The screen --------------------------------------------------------------------------------------------------
 
 TEST_F(WindowPresenting, BringsOnlyWhatWasDrawn) {

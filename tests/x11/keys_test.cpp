@@ -120,14 +120,10 @@ TEST_F(X11KeysTest, LayoutsMayChange) {
 
 TEST_F(X11KeysTest, LocksAreTold) {
   const KeyCode code = CodeOf(XK_KP_Home);
-  const unsigned int numLock = XkbKeysymToModifiers(artist.display, XK_Num_Lock);
-  Lock(numLock, true);
-  EXPECT_EQ(DisplayKeyCharacter(code, false, false), '7');
-  EXPECT_EQ(KeyOf(code), 0x67);
-  Lock(numLock, false);
-  EXPECT_EQ(DisplayKeyCharacter(code, false, false), 0);
-  EXPECT_EQ(KeyOf(code), 36);
-  for (bool on : {true, false}) {
+  for (const bool on : {true, false}) {
+    Lock(XkbKeysymToModifiers(artist.display, XK_Num_Lock), on);
+    EXPECT_EQ(DisplayKeyCharacter(code, false, false), on ? U'7' : U'\0');
+    EXPECT_EQ(KeyOf(code), on ? 0x67 : 36);
     Lock(LockMask, on);
     EXPECT_EQ(DisplayCapsLockIsOn(), on);
   }
@@ -182,13 +178,11 @@ TEST_F(X11KeysTest, AHeldKeyRepeatsAsFurtherPresses) {
 
 TEST_F(X11KeysTest, AccentsAndComposeJoinAndWhatDoesNotJoinStandsBesideThem) {
   UseLayout("de");
-  EXPECT_EQ(Typed({kAcute, kE, kE}), ".\u00E9e");
-  EXPECT_EQ(Typed({kAcute, kX, kE}), ".'xe");
-  EXPECT_EQ(Typed({kAcute, kSpace, kE}), ".'e");
-  EXPECT_EQ(Typed({kAcute, kAcute, kE}), ".\u00B4e");
-  EXPECT_EQ(Typed({kAcute, kEscape, kE}), "..e");
-  EXPECT_EQ(Typed({kMenu, kO, kC}), "..\u00A9");
-  EXPECT_EQ(Typed({kMenu, kX, kQ, kE}), "...e");
+  const std::pair<std::vector<KeyCode>, const char*> typed[] = {
+      {{kAcute, kE, kE}, ".\u00E9e"},     {{kAcute, kX, kE}, ".'xe"},     {{kAcute, kSpace, kE}, ".'e"},
+      {{kAcute, kAcute, kE}, ".\u00B4e"}, {{kAcute, kEscape, kE}, "..e"}, {{kMenu, kO, kC}, "..\u00A9"},
+      {{kMenu, kX, kQ, kE}, "...e"}};
+  for (const auto& [codes, text] : typed) EXPECT_EQ(Typed(codes), text);
   Typed({kAcute});
   EXPECT_EQ(Typed({kE}, {kShift}), "\u00C9");
   Typed({kAcute});

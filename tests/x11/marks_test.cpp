@@ -44,7 +44,7 @@ protected:
     EXPECT_TRUE(DisplayReadScreen(kScene, into.surface, 0, 0));
     return into.Pixels();
   }
-  void UntilSeen(const Picture& expected, std::source_location where = std::source_location::current()) {
+  void UntilSeen(const Picture& expected, Place where = Place::current()) {
     Until([&] { return Difference(Seen(), expected).empty(); }, where);
   }
 

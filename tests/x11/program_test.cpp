@@ -47,7 +47,7 @@ protected:
   }
 
   // Passes of the event loop until it holds.
-  void Run(const std::function<bool()>& holds, std::source_location where = std::source_location::current()) {
+  void Run(const std::function<bool()>& holds, Place where = Place::current()) {
     for (int pass = 0; !holds(); ++pass) {
       ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line();
       PumpOneEvent(nullptr, true);

@@ -1,8 +1,6 @@
 // See user.h.
 #include "x11/user.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <ostream>
 #include <tuple>
@@ -11,16 +9,7 @@ namespace framereel {
 
 namespace {
 
-constexpr int kLongMs = 20000; // after so long without any event nothing comes any more
-
-// What Xlib has read already the connection does not tell of again.
-bool WaitForMore() {
-  X11Connection* x = X11Live();
-  if (!x) return false;
-  if (XEventsQueued(x->display, QueuedAfterFlush) > 0) return true;
-  pollfd connection = {ConnectionNumber(x->display), POLLIN, 0};
-  return ::poll(&connection, 1, kLongMs) > 0;
-}
+constexpr uint32_t kLongMs = 20000; // what has not come by then comes no more
 
 } // namespace
 
@@ -63,8 +52,7 @@ void X11WindowTest::Activate(DisplayWindow* window) {
 
 // ---- The user ----------------------------------------------------------------------------------------------------
 
-void X11WindowTest::ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint8_t button,
-                               std::source_location where) {
+void X11WindowTest::ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint8_t button, Place where) {
   MovePointer(x, y);
   Click(button);
   const DisplayEvent down = Next(Kind::kMouseDown, window, where);
@@ -74,7 +62,7 @@ void X11WindowTest::ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint
   WaitForManager(); // it held the mouse for a moment, to see the press first
 }
 
-void X11WindowTest::TypesInto(DisplayWindow* window, std::source_location where) {
+void X11WindowTest::TypesInto(DisplayWindow* window, Place where) {
   Type(CodeOf(XK_b));
   EXPECT_EQ(Next(Kind::kKeyDown, window, where).key, 'B');
 }
@@ -148,20 +136,22 @@ Window X11WindowTest::WindowAt(int32_t x, int32_t y) const {
 
 // ---- Waiting -----------------------------------------------------------------------------------------------------
 
-DisplayEvent X11WindowTest::Next(Kind kind, const DisplayWindow* window, std::source_location where) {
-  do {
-    DisplayEvent event;
-    while (DisplayNextEvent(&event)) {
-      if (event.kind == kind && event.window == window) return event;
-    }
-  } while (WaitForMore());
-  ADD_FAILURE_AT(where.file_name(), int(where.line())) << "no event of kind " << static_cast<int>(kind) << " came";
-  return {};
+DisplayEvent X11WindowTest::Next(Kind kind, const DisplayWindow* window, Place where) {
+  DisplayEvent event{};
+  Until(
+      [&] {
+        while (DisplayNextEvent(&event)) {
+          if (event.kind == kind && event.window == window) return true;
+        }
+        return event = {}, false;
+      },
+      where);
+  return event;
 }
 
 // What is waited for may be another program's doing, of which we get no event: so the server is asked until it is
 // there.
-void X11WindowTest::Until(const std::function<bool()>& holds, std::source_location where) {
+void X11WindowTest::Until(const std::function<bool()>& holds, Place where) {
   uint32_t start = DisplayTick();
   for (Catch(); !holds(); Catch()) {
     if (DisplayTick() - start > kLongMs) {

@@ -20,6 +20,7 @@ class X11WindowTest : public X11Test {
 protected:
   using Kind = DisplayEventKind;
   using Role = WindowRole;
+  using Place = std::source_location; // in the test
 
   void SetUp() override;
   void TearDown() override;
@@ -42,9 +43,8 @@ protected:
   void Key(KeySym symbol, bool down) const { Hold(CodeOf(symbol), down); }
   void Type(KeyCode code) const { Hold(code, true), Hold(code, false); }
   // The click at that place, and the key, come to the window.
-  void ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint8_t button = 1,
-                  std::source_location where = std::source_location::current());
-  void TypesInto(DisplayWindow* window, std::source_location where = std::source_location::current());
+  void ClicksInto(DisplayWindow* window, int32_t x, int32_t y, uint8_t button = 1, Place where = Place::current());
+  void TypesInto(DisplayWindow* window, Place where = Place::current());
   KeyCode CodeOf(KeySym symbol) const { return XKeysymToKeycode(artist.display, symbol); }
 
   // ---- The desktop ----
@@ -88,10 +88,9 @@ protected:
   // ---- Waiting ----
 
   // Takes events until one is of the kind and for the window, and answers it; the others are dropped.
-  DisplayEvent Next(Kind kind, const DisplayWindow* window,
-                    std::source_location where = std::source_location::current());
+  DisplayEvent Next(Kind kind, const DisplayWindow* window, Place where = Place::current());
   // Asks until it holds.
-  void Until(const std::function<bool()>& holds, std::source_location where = std::source_location::current());
+  void Until(const std::function<bool()>& holds, Place where = Place::current());
   // Takes all events that have come, once both sides agree.
   std::vector<DisplayEvent> Drain();
   // The same; whether one of the kind was among them.

@@ -22,7 +22,7 @@ protected:
     SetDock(dock, thick);
     return dock;
   }
-  void UsableAreaBecomes(const PixelRect& area, std::source_location where = std::source_location::current()) {
+  void UsableAreaBecomes(const PixelRect& area, Place where = Place::current()) {
     Until([&] { return (Next(Kind::kScreenChanged, nullptr, where), DisplayUsableArea() == area); }, where);
   }
   // Presses where the window's caption could be, and asks the desktop to drag the window.
