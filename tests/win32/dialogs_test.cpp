@@ -44,7 +44,8 @@ protected:
     // Else a dialog that is open would stay so for ever.
     MemoryAt(TheScript().Schedule(script), [] { ::PostQuitMessage(0); });
     Tell(std::to_string(call()));
-    TheWindows().quits = false;
+    if (std::exchange(TheWindows().quits, false)) Tell("quits");
+    TheMemoryDisplay().lost = false;
     TheMemoryDisplay().script.clear();
     Drain();
     return Heard("none");
@@ -94,9 +95,7 @@ TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPresse
 }
 
 TEST_F(Dialogs, AreWorkedByTheKeyboard) {
-  const struct {
-    const char *script, *answer;
-  } rows[] = {
+  const Step steps[] = {
       {"? tab ? tab ? tab ? tab ? tab ? tab ? tab ? esc",
        "Save File:101:1 Save File:103:1 Save File:104:1 Save File:105:1 Save File:106:106 Save File:1:1 "
        "Save File:2:2 Save File:101:1 102"},
@@ -109,7 +108,7 @@ TEST_F(Dialogs, AreWorkedByTheKeyboard) {
       {"tab leave ? keyboard:main ? esc", "- Save File:103:1 102"},
       {"tab wake tab ? esc", "Save File:104:1 102"},
   };
-  for (const auto& row : rows) EXPECT_EQ(Play(row.script, [this] { return Ask(main); }), row.answer) << row.script;
+  for (const auto& [words, brings] : steps) EXPECT_EQ(Play(words, [this] { return Ask(main); }), brings) << words;
   EXPECT_EQ(::GetFocus(), main);
 }
 
@@ -140,20 +139,11 @@ TEST_F(Dialogs, StandOverDialogsAndComeBackToWhereTheKeyboardWas) {
 }
 
 TEST_F(Dialogs, EndByThemselvesWhenTheyCannotGoOn) {
-  const std::pair<const char*, std::function<void()>> ends[] = {
-      {"the program", [] { ::PostQuitMessage(7); }},
-      {"the dialog", [] { ::DestroyWindow(TheWindows().active); }},
-      {"the display", [] { TheMemoryDisplay().lost = true; }},
-      {"the owner", [this] { ::DestroyWindow(main); }},
-  };
-  for (const auto& [what, end] : ends) {
-    MemoryAt(::GetTickCount() + 50, end);
-    EXPECT_EQ(Ask(main), -1) << what;
-    MSG message;
-    const bool quits = ::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) && message.message == WM_QUIT;
-    EXPECT_EQ(quits, what == std::string("the program"));
-    TheMemoryDisplay().lost = false;
-  }
+  TheScript().Add("vanish", [] { ::DestroyWindow(TheWindows().active); });
+  TheScript().Add("lose", [] { TheMemoryDisplay().lost = true; });
+  const auto ask = [this] { return Ask(main); };
+  EXPECT_EQ(Play("quit:7", ask), "-1 quits");
+  for (const char* end : {"vanish", "lose", "destroy:main"}) EXPECT_EQ(Play(end, ask), "-1") << end;
 }
 
 TEST_F(Dialogs, StandOnTheMonitorOfTheirOwnerWhateverTheirClass) {

@@ -8,8 +8,8 @@ namespace {
 constexpr DWORD kStyle = LBS_NOTIFY | LBS_SORT | WS_VSCROLL;
 constexpr int32_t kRows = 5, kWidth = 100;
 
-// Its rows are seen at the words of its script: "row N" clicks on the one at that number, "press N" and "bar Y" press
-// on it or on the scroll bar, "over X Y" moves the pointer there; Y counts from the bottom where it is below 0.
+// Words of its script: "row N" clicks on the entry that is the Nth to be seen, "press N" and "bar Y" press on it or on
+// the scroll bar, "over X Y" moves the pointer there; Y counts from the bottom where it is below 0.
 class ListBox : public OneWindow {
 protected:
   HWND list = ShowControl("listbox", "", kStyle, {0, 0, kWidth, 1}, main, 7);
