@@ -308,6 +308,7 @@ TEST_F(Edit, SelectsByTheMouse) {
         {"behind so .", "[some words] here"},
         {"behind some words h .", "some [words here]"},
         {"-lb", "some [words here]"}});
+  EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "words here");
   EXPECT_EQ(::GetFocus(), edit);
 }
 

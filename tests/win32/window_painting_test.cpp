@@ -190,6 +190,17 @@ TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   }
 }
 
+TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateAndOthersBeginAnew) {
+  Act("new own own main 0 0 50 50");
+  for (const auto& [window, kept] : {std::pair{main, RGB(0, 0, 0)}, std::pair{Named("own"), RGB(1, 2, 3)}}) {
+    for (const COLORREF expected : {RGB(0, 0, 0), kept}) {
+      HDC context = ::GetDC(window);
+      EXPECT_EQ(::SetTextColor(context, RGB(1, 2, 3)), expected);
+      ::ReleaseDC(window, context);
+    }
+  }
+}
+
 // ---- The screen --------------------------------------------------------------------------------------------------
 
 TEST_F(WindowPresenting, BringsOnlyWhatWasDrawn) {
