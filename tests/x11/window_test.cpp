@@ -137,7 +137,6 @@ TEST_F(X11Window, TellsWhatItIs) {
   EXPECT_EQ(Text(main->id, "WM_NAME"), "Gr\xFC\xDF\x65 ");
   EXPECT_EQ(Text(main->id, "_NET_WM_NAME"), "Gr\u00FC\u00DFe ");
   EXPECT_EQ(Items(main->id, "_NET_WM_ICON"), (std::vector<long>{2, 1, 0xFF102030, 0x80800000, 1, 1, 0xFF112233}));
-  // What nothing else here would fail without.
   EXPECT_EQ(Items(main->id, "_NET_WM_PID"), std::vector<long>{::getpid()});
   EXPECT_EQ(Items(main->id, "_MOTIF_WM_HINTS"), (std::vector<long>{3, 44, 0, 0, 0})); // moved, minimised, closed
   EXPECT_EQ(Items(main->id, "WM_PROTOCOLS"), (std::vector{AtomOf("WM_DELETE_WINDOW"), AtomOf("_NET_WM_PING")}));
