@@ -190,6 +190,7 @@ void Round(uint32_t seed) {
   User user = {seed, dice, app, others, std::fopen("steps.txt", "w"), ::GetTickCount()};
   const MemoryDisplay& display = TheMemoryDisplay();
   Tell(user, "seed %u, %dx%d, %d bits", seed, display.width, display.height, display.layout.depth);
+  AddWords(user);
   Run(user);
   PlatformShutdown();
   Expect(user, !TimerPending(), "a timer outlives the program");

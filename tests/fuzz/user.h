@@ -12,6 +12,7 @@
 #include "core/timers.h"
 #include "fuzz/other_programs.h"
 #include "support/dice.h"
+#include "support/script.h"
 
 namespace framereel {
 
@@ -31,6 +32,7 @@ struct User {
   std::FILE* steps; // what he does, a line each
   uint32_t began;   // the tick
   Mixture mixture = {};
+  Script script = {};
 
   // What he does with the panel, which hears of it in the event loop.
   struct Wish {
@@ -45,6 +47,7 @@ struct User {
 
 void Tell(User& user, const char* format, ...) __attribute__((format(printf, 2, 3)));
 void At(User& user, uint32_t milliseconds, std::function<void(User&)> act); // so long from now
+void AddWords(User& user);                                                  // to his script
 void DoSomething(User& user);                                               // at random
 void WishFor(User& user, std::function<void(User&)> act);
 void LetGo();               // of all keys and buttons
