@@ -1,11 +1,10 @@
-// The program as a whole on a desktop in memory: it starts, slides in, and ends at its close box.
+// The program as a whole on a desktop in memory, by scripts: it starts, slides in, and ends at its close box.
 #include <csignal>
 #include <gtest/gtest.h>
 #include <vector>
 
 #include "app/app.h"
 #include "app/end_signals.h"
-#include "app/slide_frame.h"
 #include "core/notices.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
@@ -13,8 +12,8 @@
 #include "platform/windows/window_list.h"
 #include "support/allocations.h"
 #include "support/temporary_folder.h"
-#include "win32/memory/memory_display.h"
-#include "win32/win32_input.h"
+#include "support/timed_script.h"
+#include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/create.h"
 #include "win32/windows/window.h"
@@ -28,53 +27,6 @@ DisplayWindow* Frame() {
   return MemoryWindowTitled("Framereel");
 }
 
-// Runs the program until somebody in the script ends it.
-int RunProgram() {
-  return AppMain(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL);
-}
-
-class AppTest : public ::testing::Test {
-protected:
-  AppTest() { MemoryDisplayReset(640, 480, 24); }
-  ~AppTest() override { ForgetAllWindows(); }
-
-  const WorkingFolder folder;
-};
-
-// The last tick at which the script does something; then the user closes the program.
-void CloseAt(uint32_t tick) {
-  MemoryAt(tick, [] { MemoryAskToClose(Frame()); });
-}
-
-TEST_F(AppTest, SlidesInFromTheRightToItsCornerAndLeavesNothingBehind) {
-  std::vector<int32_t> way;
-  PixelRect rest = {};
-  uint32_t inside = 0;
-  MemorySetTaskBar({0, 0, 640, 28});
-  for (uint32_t tick = 0; tick < 3000; tick += 10) {
-    MemoryAt(tick, [&] { way.push_back(Frame()->place.left); });
-  }
-  MemoryAt(4000, [&] {
-    rest = Frame()->place;
-    inside = MemoryPixel(rest.right - 10, rest.bottom - 10); // beside the last popup
-    EXPECT_FALSE(SlideFrameIsRunning());
-    EXPECT_EQ(Frame()->iconSizes, 4u);
-  });
-  CloseAt(4100);
-  EXPECT_EQ(RunProgram(), 0);
-  EXPECT_GE(way.at(0), 640 - 6);
-  for (size_t i = 1; i < way.size(); ++i) {
-    EXPECT_LE(way[i], way[i - 1]);
-    EXPECT_GE(way[i], way[i - 1] - 6);
-  }
-  EXPECT_EQ(rest.top, 28 + 5); // below the task bar
-  EXPECT_GE(rest.right, 640 - 10);
-  EXPECT_LE(rest.right, 640);
-  const uint32_t menu = ::GetSysColor(COLOR_MENU);
-  EXPECT_EQ(inside, MemoryPixelOf(GetRValue(menu), GetGValue(menu), GetBValue(menu)));
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 1u); // the task bar
-}
-
 // On a desktop whose windows stand on a grid wider than the steps, to the right of where they are asked to.
 void PlaceOnGrid(intptr_t code, void*) {
   const MainWindow* main = TheMainWindow();
@@ -84,148 +36,122 @@ void PlaceOnGrid(intptr_t code, void*) {
                  int16_t(main->originY + main->geometry.insetTop));
 }
 
-TEST_F(AppTest, SlidesInOnADesktopThatPlacesWindowsElsewhere) {
-  MemoryAt(300, [] { NotifyAdd(PlaceOnGrid, nullptr); });
-  MemoryAt(4000, [] {
-    EXPECT_LE(Frame()->place.right, 640 + 16);
-    NotifyRemove(PlaceOnGrid, nullptr);
-  });
-  CloseAt(4100);
-  EXPECT_EQ(RunProgram(), 0);
-}
+// Words besides those of script.h: "where", "icons", "modal", "seen", "digit" and "face" note what stands on the
+// screen; the others are what becomes of the main window, its desktop and its process, and "yes" answers whatever is
+// asked from then on.
+struct AppTest : testing::Test {
+  const WorkingFolder folder;
+  Script script;
+  std::string noted;
 
-TEST_F(AppTest, SlidesOnAfterItHasBeenMinimised) {
-  int32_t stopped = 0;
-  MemoryAt(500, [] { MemoryMinimiseWindow(Frame(), true); });
-  MemoryAt(600, [&] { stopped = Frame()->place.left; });
-  MemoryAt(2000, [&] {
-    EXPECT_EQ(Frame()->place.left, stopped);
-    MemoryMinimiseWindow(Frame(), false);
-  });
-  MemoryAt(5000, [] { EXPECT_LE(Frame()->place.right, 640); });
-  CloseAt(5100);
-  EXPECT_EQ(RunProgram(), 0);
+  AppTest() {
+    MemoryDisplayReset(640, 480, 24);
+    const auto note = [this](const auto&... what) { noted += Text(noted.empty() ? "" : " ", what...); };
+    script.Add("where", [=] { note(Frame()->place.left, ',', Frame()->place.top); });
+    script.Add("icons", [=] { note(Frame()->iconSizes); });
+    script.Add("modal", [=] { note(GetModalWindow() ? "asked" : "-"); });
+    script.Add("seen", [=] { // on which side of the screen's right edge the question is
+      RECT place = {};
+      ::GetWindowRect(GetModalWindow()->window, &place);
+      note((place.left + place.right) / 2 < 640 ? "seen" : "beyond");
+    });
+    script.Add("digit", [=] { note(MemoryPixel(200, 150) ? "digit" : "-"); }); // near the corner of its white picture
+    script.Add("face", [=] {
+      note(MemoryPixel(Frame()->place.right - 10, Frame()->place.bottom - 10) == ::GetSysColor(COLOR_MENU));
+    }); // beside the last popup; it is grey
+    script.Add("focus", [] { MemoryGiveKeyboard(Frame()); });
+    script.Add("close", [] { MemoryAskToClose(Frame()); });
+    script.Add("destroy", [] { MemoryDestroyWindow(Frame()); });
+    script.Add("minimise", [] { MemoryMinimiseWindow(Frame(), true); });
+    script.Add("restore", [] { MemoryMinimiseWindow(Frame(), false); });
+    script.Add("grid", [] { NotifyAdd(PlaceOnGrid, nullptr); });
+    script.Add("nogrid", [] { NotifyRemove(PlaceOnGrid, nullptr); });
+    script.Add("lose", [] { TheMemoryDisplay().lost = true; });
+    script.Add("raise", [](int number) { std::raise(number); });
+    script.Add("draw", [] { MemoryFill({120, 120, 150, 150}, 0xFFFFFF); });
+    script.Add("yes", [this] {
+      const ChildWindow* modal = GetModalWindow();
+      if (modal && !(modal->flags & kWindowPopup)) script.Act("enter");
+      MemoryAt(::GetTickCount() + 100, [this] { script.Act("yes"); });
+    });
+  }
+  ~AppTest() override { ForgetAllWindows(); }
+
+  // Runs the program until somebody in the script ends it, and answers what was noted.
+  std::string Run(const std::string& steps, int status = 0) {
+    noted.clear();
+    ActAt(script, steps);
+    EXPECT_EQ(AppMain(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL), status);
+    return noted;
+  }
+  // On a desktop made anew.
+  std::string RunAnew(const std::string& steps, int status = 0) {
+    ForgetAllWindows();
+    MemoryDisplayReset(640, 480, 24);
+    return Run(steps, status);
+  }
+};
+
+TEST_F(AppTest, SlidesInFromTheRightToItsCornerAndLeavesNothingBehind) {
+  MemorySetTaskBar({0, 0, 640, 28});
+  EXPECT_EQ(Run("1 where 11 where 101 where 1001 where 4000 where 4000 icons 4000 face 4100 close"),
+            "640,33 634,33 580,33 420,33 420,33 4 1");
+  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 1u); // the task bar
+  EXPECT_EQ(RunAnew("300 grid 4000 where 4000 nogrid 4100 close"), "416,5") << "where windows are placed elsewhere";
+  EXPECT_EQ(RunAnew("300 minimise 301 where 2000 where 2000 restore 5000 where 5100 close"), "472,5 472,5 420,5");
 }
 
 TEST_F(AppTest, EndsInOrderWhenAnotherProgramDestroysItsWindow) {
-  for (const bool whileSelecting : {false, true}) {
-    if (whileSelecting) MemoryAt(4000, [] { MemoryTypeKey(VK_SPACE); });
-    MemoryAt(4500, [] { MemoryDestroyWindow(Frame()); });
-    EXPECT_EQ(RunProgram(), 0);
+  for (const char* steps : {"4500 destroy", "4000 space 4500 destroy"}) {
+    RunAnew(steps);
     EXPECT_TRUE(TheMemoryDisplay().desktop.windows.empty());
-    MemoryDisplayReset(640, 480, 24);
   }
 }
 
 // In a countdown, which a chord begins; the signal takes the picture off.
 TEST_F(AppTest, ASignalEndsItInOrder) {
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-    MemoryDisplayReset(640, 480, 24);
-    MemoryAt(4000, [] {
-      for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryPressKey(uint8_t(key));
-    });
-    MemoryAt(5000, [number] {
-      EXPECT_NE(MemoryPixel(200, 150), 0u); // near the corner of the digit's picture, which is white
-      std::raise(number);
-    });
-    EXPECT_EQ(RunProgram(), 0);
+    EXPECT_EQ(RunAnew(Text("4000 +ctrl+alt+shift 5000 digit 5000 raise:", number)), "digit");
     EXPECT_EQ(EndSignalThatCame(), number);
     EXPECT_EQ(TheMemoryDisplay().screen, std::vector<uint32_t>(640 * 480));
     EXPECT_EQ(std::signal(number, SIG_DFL), SIG_DFL);
-    ForgetAllWindows();
   }
   std::signal(SIGHUP, SIG_IGN); // as nohup does
-  MemoryDisplayReset(640, 480, 24);
-  MemoryAt(100, [] { std::raise(SIGHUP); });
-  MemoryAt(200, [] { std::raise(SIGTERM); });
-  EXPECT_EQ(RunProgram(), 0);
+  RunAnew(Text("100 raise:", SIGHUP, " 200 raise:", SIGTERM));
   EXPECT_EQ(EndSignalThatCame(), SIGTERM);
   EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
-TEST_F(AppTest, OffersWhatWasKeptOnceItHasComeIn) {
+TEST_F(AppTest, AsksOnceItHasComeInAndSaysUnderWaylandThatItSeesNothingThere) {
   std::filesystem::create_directory(folder / "framereel");
   WriteWholeFile(folder / "framereel/framereel-recovered-1.gif", "GIF89a");
-  static bool asked;
-  asked = false;
-  for (uint32_t tick = 100; tick < 6000; tick += 100) {
-    MemoryAt(tick, [] {
-      RECT place;
-      if (asked || !GetModalWindow() || !::GetWindowRect(GetModalWindow()->window, &place)) return;
-      asked = true;
-      EXPECT_LT((place.left + place.right) / 2, 640) << "it is centred on the main window";
-      MemoryTypeKey(VK_ESCAPE);
-    });
-  }
-  CloseAt(6100);
-  EXPECT_EQ(RunProgram(), 0);
-  EXPECT_TRUE(asked);
-  EXPECT_TRUE(std::filesystem::is_empty(folder / "framereel"));
-}
-
-TEST_F(AppTest, SaysUnderWaylandThatItSeesNothingThere) {
+  EXPECT_EQ(Run("3000 modal 4000 seen 4000 esc 4100 modal 4200 close"), "asked seen -");
+  EXPECT_TRUE(std::filesystem::is_empty(folder / "framereel")) << "the user did not want it";
   ::setenv("WAYLAND_DISPLAY", "wayland-0", 1);
-  MemoryAt(100, [] { EXPECT_EQ(GetModalWindow(), nullptr) << "the main window is still coming in"; });
-  MemoryAt(4000, [] {
-    EXPECT_NE(GetModalWindow(), nullptr);
-    MemoryTypeKey(VK_RETURN);
-  });
-  MemoryAt(4100, [] { EXPECT_EQ(GetModalWindow(), nullptr); });
-  CloseAt(4200);
-  EXPECT_EQ(RunProgram(), 0);
+  EXPECT_EQ(RunAnew("100 modal 4000 modal 4000 seen 4000 enter 4100 modal 4200 close"), "- asked seen -");
   ::unsetenv("WAYLAND_DISPLAY");
 }
 
 TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
-  const auto run = [] {
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(RunProgram(), 1);
-    ForgetAllWindows();
-    return testing::internal::GetCapturedStderr();
-  };
   TheMemoryDisplay().present = false;
-  EXPECT_EQ(run(), "framereel: there is no display that could be recorded\n");
+  testing::internal::CaptureStderr();
+  Run("", 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "framereel: there is no display that could be recorded\n");
   for (const uint32_t window : {1, 2, 0}) { // the main window, the panel, none
+    ForgetAllWindows();
     MemoryDisplayReset(640, 480, 24);
     TheMemoryDisplay().lostAtWindow = window;
-    MemoryAt(700, [] { TheMemoryDisplay().lost = true; });
-    EXPECT_EQ(run(), "framereel: the connection to the display is lost\n") << window;
-  }
-}
-
-// The user draws an area, records, opens the system menu, closes the program, and says yes to whatever it asks.
-void ScriptASession() {
-  MemoryAt(500, [] {
-    MemoryGiveKeyboard(Frame());
-    MemoryMovePointerTo(100, 100);
-    MemoryTypeKey(VK_SPACE);
-  });
-  MemoryAt(700, [] { MemoryMovePointerTo(200, 180); });
-  MemoryAt(800, [] { MemoryTypeKey(VK_SPACE); });
-  for (const uint32_t tick : {1000, 5500}) {
-    for (const uint8_t key : {VK_CONTROL, VK_MENU, VK_SHIFT}) {
-      MemoryAt(tick, [key] { MemoryPressKey(key); });
-      MemoryAt(tick + 400, [key] { MemoryReleaseKey(key); });
-    }
-  }
-  MemoryAt(5000, [] { MemoryFill({120, 120, 150, 150}, 0xFFFFFF); });
-  MemoryAt(7000, [] { MemoryTypeKey(VK_F10); });
-  MemoryAt(7200, [] { MemoryTypeKey(VK_ESCAPE); });
-  CloseAt(7500);
-  for (uint32_t tick = 100; tick < 10000; tick += 100) {
-    MemoryAt(tick, [] {
-      const ChildWindow* modal = GetModalWindow();
-      if (modal && !(modal->flags & kWindowPopup)) MemoryTypeKey(VK_RETURN);
-    });
+    testing::internal::CaptureStderr();
+    Run("700 lose", 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "framereel: the connection to the display is lost\n") << window;
   }
 }
 
 size_t ends, badEnds, unnoticed;
 
+// The user draws an area, records, opens the system menu, closes the program, and says yes to whatever it asks.
 TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
   for (const bool fails : {false, true}) { // what is made once for all runs is made by the first
-    MemoryDisplayReset(640, 480, 24);
-    ScriptASession();
     testing::internal::CaptureStderr();
     const auto judge = [](int status) {
       ++ends;
@@ -234,15 +160,19 @@ TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
         ::fprintf(stderr, "bad, and the last words: %zu\n", ends);
       }
     };
+    ForgetAllWindows();
+    MemoryDisplayReset(640, 480, 24);
+    ActAt(script,
+          "100 yes 500 focus 500 m:100:100 500 space 700 m:200:180 800 space 1000 +ctrl+alt+shift "
+          "1400 -shift+alt+ctrl 5000 draw 5500 +ctrl+alt+shift 5900 -shift+alt+ctrl 7000 f10 7200 esc 7500 close");
     if (fails) FailEachAllocation(judge);
-    EXPECT_EQ(RunProgram(), 0);
+    Run("");
     FailEachAllocation(nullptr);
     const std::string told = testing::internal::GetCapturedStderr();
     EXPECT_EQ(badEnds, 0u) << told.substr(0, told.find("last words"));
-    ForgetAllWindows();
   }
   EXPECT_GT(ends, 1000u);
-  EXPECT_LT(unnoticed, 5u) << "the system's own, that it can do without";
+  EXPECT_LT(unnoticed, 10u) << "the system's own, that it can do without";
 }
 
 } // namespace

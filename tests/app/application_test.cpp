@@ -13,17 +13,6 @@
 namespace framereel {
 namespace {
 
-TEST_F(ApplicationTest, StartsWithWhatTheSettingsSayAndWritesNothingByItself) {
-  app.options.loop = false; // left by another run
-  WriteWholeFile(folder / "Settings.prf", "Recording Size:44\r\nFrame Delay:60\r\nRecording Area:10,20 100x50\r\n");
-  Start();
-  EXPECT_EQ(Area(), "{ 9, 19, 111, 70 }"); // in whole blocks of 3
-  EXPECT_EQ(app.options.frameDelay, 50);
-  EXPECT_TRUE(app.options.loop);
-  End();
-  EXPECT_EQ(ReadWholeFile(folder / "Settings.prf").substr(0, 17), "Recording Size:44");
-}
-
 // Pictures that are larger than the area have the line across them; the next recording's are not. `o`: another program
 // paints there, and is asked to do so anew. `h`: the line is hidden over a picture. `n`: it is not shown at all.
 TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace) {
@@ -54,43 +43,33 @@ TEST_F(ApplicationTest, PicturesAndTheLineStandInOnePlaceAndNeitherLeavesATrace)
   }
 }
 
-std::string TitleOf(const View* button) {
-  char title[40] = "";
-  ::GetWindowTextA(button->viewClass->nativeHandle(button), title, sizeof title);
-  return title;
-}
-
-TEST_F(ApplicationTest, TakesTheWindowThatTheUserPointsAt) {
+// The outline runs across the pictures of a countdown; the first frame ends it.
+TEST_F(ApplicationTest, ShowsTheWindowThatTheUserPointsAtUntilHeTakesItOrARecordingBegins) {
   Start();
   scene->children = {{{90, 95, 111, 115}, true}};
   const std::vector<uint32_t> before = BesidesPanel();
-  MemoryPressKey(VK_SHIFT);
-  RunFor(600);
-  EXPECT_EQ(TitleOf(app.panel.selectButton), "Select Window");
-  MemoryReleaseKey(VK_SHIFT);
-  RunFor(600);
-  EXPECT_EQ(TitleOf(app.panel.selectButton), "Select Area");
-  BeginPick(100, 100);
-  EXPECT_NE(BesidesPanel(), before);
-  MemoryClick(100, 100);
-  Settle();
-  EXPECT_EQ(Area(), "{ 90, 95, 111, 115 }");
-  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 28), "Recording Area:90,95 21x20\r\n");
-  RunFor(100);
-  EXPECT_EQ(BesidesPanel(), before);
-
-  // The outline runs across the pictures of a countdown; the first frame ends it.
-  const uint32_t refreshes = TheMemoryDesktop().refreshes;
-  RecorderStart(app.recorder);
-  BeginPick(100, 100);
-  EXPECT_TRUE(app.area.backdrop);
-  RunFor(3000);
-  EXPECT_FALSE(app.area.backdrop);
-  EXPECT_EQ(app.recorder.frameCount, 1u);
-  RecorderStop(app.recorder);
-  RunFor(100);
-  EXPECT_EQ(BesidesPanel(), before);
-  EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1); // its end; nobody else has painted there
+  const auto title = [this] {
+    char text[40] = "";
+    ::GetWindowTextA(app.panel.selectButton->viewClass->nativeHandle(app.panel.selectButton), text, sizeof text);
+    return std::string(text);
+  };
+  for (const bool records : {false, true}) {
+    const uint32_t refreshes = TheMemoryDesktop().refreshes;
+    if (records) RecorderStart(app.recorder);
+    BeginPick(100, 100);
+    EXPECT_EQ(title(), "Select Window");
+    RunFor(records ? 3000 : 100);
+    EXPECT_EQ(app.area.backdrop == nullptr && title() == "Select Area", records);
+    EXPECT_EQ(BesidesPanel() == before, records);
+    if (!records) MemoryClick(100, 100);
+    RunFor(600);
+    EXPECT_EQ(Area(), "{ 90, 95, 111, 115 }");
+    EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 28), "Recording Area:90,95 21x20\r\n");
+    RecorderStop(app.recorder);
+    RunFor(100);
+    EXPECT_EQ(BesidesPanel(), before);
+    EXPECT_EQ(TheMemoryDesktop().refreshes, refreshes + 1); // its end; nobody else has painted there
+  }
   EXPECT_EQ(Seen(0, 10, 10), kBlue);
 }
 

@@ -21,15 +21,6 @@ using namespace std::string_literals;
 
 constexpr char kDefaults[] = "0,0 440x330 333 ITLFBCe 100";
 
-struct Case {
-  std::string text, told;
-};
-
-void ExpectAll(const std::vector<Case>& cases) {
-  SettingsProgram program;
-  for (const Case& one : cases) EXPECT_EQ(program.Loaded(one.text), one.told) << one.text;
-}
-
 // ---- The whole file -----------------------------------------------------------------------------------------------
 
 TEST(SettingsFile, IsWrittenAnewByASaveAloneAndEveryValueComesBack) {
@@ -72,54 +63,63 @@ TEST(SettingsFile, WhatAFileLeavesOutStaysButDelayAndSize) {
 
 // ---- Values -------------------------------------------------------------------------------------------------------
 
-TEST(SettingsFile, NumbersComeToWhatTheProgramOffersAndAFlagIsSetByOneWordOnly) {
-  std::vector<Case> cases = {
-      {"Frame Delay:25\r\nLoop:No\r\nFrame Delay:50\r\nLoop:Yes", "0,0 440x330 50 ITLFBCe 100"}, // the last one holds
-      {"loop:No\r\n Loop:No\r\nLoop :No\r\nColour:No\r\n:No\r\nFrame Delay:25", "0,0 440x330 25 ITLFBCe 100"},
-      {"Explorer 2.0 Compatible:\\Y\\es\\", "0,0 440x330 333 ITLFBCE 100"}};
-  for (const char* word : {"yes", "Yes ", "Ye", "", "1"})
-    cases.push_back({"Loop:"s + word, "0,0 440x330 333 ITlFBCe 100"});
-  const std::pair<const char*, const char*> delays[] = {
-      {"7000", "5000"}, {"340", "333"},  {"26", "25"},      {"-333", "25"},        {"", "25"},
-      {"fast", "25"},   {" 500", "500"}, {"100 ms", "100"}, {"4294967796", "500"}, {"00000000500", "50"}};
-  for (const auto& [text, delay] : delays) {
-    cases.push_back({"Frame Delay:"s + text, "0,0 440x330 "s + delay + " ITLFBCe 100"});
-  }
-  const std::pair<const char*, const char*> sizes[] = {{"-7", "25"},  {"x", "25"},    {"25", "25"},
-                                                       {"45", "100"}, {"100", "100"}, {"101", "100"}};
-  for (const auto& [text, size] : sizes) {
-    cases.push_back({"Recording Size:"s + text, "0,0 440x330 333 ITLFBCe "s + size});
-  }
-  cases.push_back({"Recording Size:26", "0,0 441x330 333 ITLFBCe 44"}); // in whole blocks of 3
-  ExpectAll(cases);
-}
-
-TEST(SettingsFile, AnAreaIsCutToTheScreenOrGivesWayToTheDefault) {
-  const char kDefaultArea[] = "0,0 440x330";
-  const std::pair<const char*, const char*> areas[] = {
-      {"12,40 320x240", "12,40 320x240"},
-      {"  12, 40   320x 240 px", "12,40 320x240"},
-      {"-10,-10 100x100", "0,0 90x90"},
-      {"600,440 100x100", "600,440 40x40"},
-      {"640,100 100x100", kDefaultArea},
-      {"-100,0 100x100", kDefaultArea},
-      {"10,10 0x50", kDefaultArea},
-      {"10,10 50x-5", kDefaultArea},
-      // Sixteen bits: their ends, what leaves them, and numbers of which they are the low ones.
-      {"0,0 32767x32767", "0,0 640x480"},
-      {"-32768,-32768 32767x32767", kDefaultArea},
-      {"0,1 100x32767", kDefaultArea},
-      {"65546,-65526 65556x20", "10,10 20x20"},
-      // Broken off: what was told, 0 at the break, and then what was there.
-      {"12;40 320x240", "12,0 440x330"},
-      {"12,40 320", "12,40 320x330"},
-      {"12,40 320x", kDefaultArea},
-      {"", kDefaultArea},
+TEST(SettingsFile, ValuesComeToWhatTheProgramOffersAndTheScreenHolds) {
+  const struct {
+    std::string key, ahead, behind; // of what is told
+    std::vector<std::pair<std::string, std::string>> values;
+  } lines[] = {
+      {"",
+       "",
+       "",
+       {{"Frame Delay:25\r\nLoop:No\r\nFrame Delay:50\r\nLoop:Yes", "0,0 440x330 50 ITLFBCe 100"}, // the last holds
+        {"loop:No\r\n Loop:No\r\nLoop :No\r\nColour:No\r\n:No\r\nFrame Delay:25", "0,0 440x330 25 ITLFBCe 100"},
+        {"Explorer 2.0 Compatible:\\Y\\es\\", "0,0 440x330 333 ITLFBCE 100"},
+        {"Recording Size:26", "0,0 441x330 333 ITLFBCe 44"}, // in whole blocks of 3
+        {"Recording Area:12,40\r\nRecording Area:5\r\n", "5,40 440x330 333 ITLFBCe 100"}}},
+      {"Loop:", "0,0 440x330 333 IT", "FBCe 100", {{"yes", "l"}, {"Yes ", "l"}, {"Ye", "l"}, {"", "l"}, {"1", "l"}}},
+      {"Frame Delay:",
+       "0,0 440x330 ",
+       " ITLFBCe 100",
+       {{"7000", "5000"},
+        {"340", "333"},
+        {"26", "25"},
+        {"-333", "25"},
+        {"", "25"},
+        {"fast", "25"},
+        {" 500", "500"},
+        {"100 ms", "100"},
+        {"4294967796", "500"},
+        {"00000000500", "50"}}},
+      {"Recording Size:",
+       "0,0 440x330 333 ITLFBCe ",
+       "",
+       {{"-7", "25"}, {"x", "25"}, {"25", "25"}, {"45", "100"}, {"100", "100"}, {"101", "100"}}},
+      {"Recording Area:",
+       "",
+       " 333 ITLFBCe 100",
+       {{"12,40 320x240", "12,40 320x240"},
+        {"  12, 40   320x 240 px", "12,40 320x240"},
+        {"-10,-10 100x100", "0,0 90x90"},
+        {"600,440 100x100", "600,440 40x40"},
+        {"640,100 100x100", "0,0 440x330"},
+        {"-100,0 100x100", "0,0 440x330"},
+        {"10,10 0x50", "0,0 440x330"},
+        {"10,10 50x-5", "0,0 440x330"},
+        // Sixteen bits: their ends, what leaves them, and numbers of which they are the low ones.
+        {"0,0 32767x32767", "0,0 640x480"},
+        {"-32768,-32768 32767x32767", "0,0 440x330"},
+        {"0,1 100x32767", "0,0 440x330"},
+        {"65546,-65526 65556x20", "10,10 20x20"},
+        // Broken off: what was told, 0 at the break, and then what was there.
+        {"12;40 320x240", "12,0 440x330"},
+        {"12,40 320", "12,40 320x330"},
+        {"12,40 320x", "0,0 440x330"},
+        {"", "0,0 440x330"}}},
   };
-  std::vector<Case> cases;
-  for (const auto& [text, told] : areas) cases.push_back({"Recording Area:"s + text, told + " 333 ITLFBCe 100"s});
-  cases.push_back({"Recording Area:12,40\r\nRecording Area:5\r\n", "5,40 440x330 333 ITLFBCe 100"});
-  ExpectAll(cases);
+  SettingsProgram program;
+  for (const auto& [key, ahead, behind, values] : lines) {
+    for (const auto& [value, told] : values) EXPECT_EQ(program.Loaded(key + value), ahead + told + behind) << value;
+  }
 }
 
 TEST(SettingsFile, TheDefaultAreaFitsASmallScreenAndATaskBar) {
@@ -187,38 +187,36 @@ TEST(SettingsFile, StaysWhereItStandsAndElseBelongsToTheUser) {
 
 // ---- A world that says no -----------------------------------------------------------------------------------------
 
-TEST(SettingsFile, AFolderInItsPlaceIsLeftAlone) {
+TEST(SettingsFile, WhatStandsInItsPlaceStaysWhereItCannotBeWritten) {
   SettingsProgram program;
-  fs::remove(program.place);
-  fs::create_directory(program.place);
-  WriteWholeFile(program.place + "/inside", "kept");
-  SettingsSave(program.settings);
-  SettingsLoad(program.settings);
-  EXPECT_EQ(program.Told(), kDefaults);
-  EXPECT_EQ(ReadWholeFile(program.place + "/inside"), "kept");
-  fs::remove_all(program.folder.path);
-  SettingsSave(program.settings);
-  EXPECT_FALSE(fs::exists(program.folder.path));
-}
-
-TEST(SettingsFile, AnOldFileStaysWhereNothingMayBeWritten) {
-  SettingsProgram program;
+  const auto saveAndLoad = [&program] {
+    program.options = {.frameDelay = 25};
+    SettingsSave(program.settings);
+    program.options = {};
+    SettingsLoad(program.settings);
+    return program.Told();
+  };
   WriteWholeFile(program.place, "Loop:No\r\n");
   fs::permissions(program.folder.path, fs::perms{0555});
   {
     const AsNobody user;
-    program.options.frameDelay = 25;
-    SettingsSave(program.settings);
-    EXPECT_EQ(ReadWholeFile(program.place), "Loop:No\r\n");
-    SettingsLoad(program.settings);
-    EXPECT_EQ(program.Told(), "0,0 440x330 333 ITlFBCe 100");
+    EXPECT_EQ(saveAndLoad(), "0,0 440x330 333 ITlFBCe 100");
   }
   fs::permissions(program.folder.path, fs::perms{0755});
   fs::permissions(program.place, fs::perms{0});
-  const AsNobody user;
-  program.options = {};
-  SettingsLoad(program.settings); // it is there, but can't be read
-  EXPECT_EQ(program.Told(), kDefaults);
+  {
+    const AsNobody user;
+    EXPECT_EQ(saveAndLoad(), kDefaults) << "it is there, but can't be read";
+  }
+  EXPECT_EQ(ReadWholeFile(program.place), "Loop:No\r\n");
+  fs::remove(program.place);
+  fs::create_directory(program.place);
+  WriteWholeFile(program.place + "/inside", "kept");
+  EXPECT_EQ(saveAndLoad(), kDefaults);
+  EXPECT_EQ(ReadWholeFile(program.place + "/inside"), "kept");
+  fs::remove_all(program.folder.path);
+  EXPECT_EQ(saveAndLoad(), kDefaults);
+  EXPECT_FALSE(fs::exists(program.folder.path));
 }
 
 } // namespace

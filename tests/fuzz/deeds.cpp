@@ -1,5 +1,4 @@
 // What the user can do. See user.h.
-#include <algorithm>
 #include <cstdarg>
 #include <utility>
 
@@ -153,7 +152,9 @@ void AddWordsOfTheUser(User& user) {
       MemoryPressButton(button);
     }
   });
-  script.Add("release", [] { std::for_each_n("\1\2\4", 3, ReleaseIfDown); }); // whichever he holds
+  script.Add("release", [] {
+    for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON}) ReleaseIfDown(uint8_t(button));
+  });
   script.Add("let-go", LetGo);
   script.Add("type", [&] {
     static constexpr uint8_t kKeys[] = {VK_SPACE, VK_SPACE, VK_SPACE,  VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN,
