@@ -1,9 +1,7 @@
-// The toolkit's menus, and the platform's menus as they come of them.
+// The toolkit's menus by script, and the platform's menus as they come of them.
 #include "platform/menus/menus.h"
 
 #include <gtest/gtest.h>
-#include <string>
-#include <vector>
 
 #include "core/temporary_blocks.h"
 #include "platform/menus/edit_menu.h"
@@ -11,17 +9,34 @@
 #include "platform/menus/menu_items.h"
 #include "platform/menus/platform_menus.h"
 #include "platform/records/later_modules.h"
-#include "platform/windows/modal.h"
 #include "support/script.h"
 #include "support/window_program.h"
 #include "win32/memory/memory_display.h"
-#include "win32/win32_input.h"
 #include "win32/win32_menus.h"
-#include "win32/win32_system.h"
 #include "win32/windows/menu_record.h"
 #include "win32/windows/window.h"
 
 namespace framereel {
+
+namespace {
+
+// By their texts; "-" is none.
+std::map<std::string, Menu*> menus;
+std::map<std::string, MenuItem*> items;
+
+} // namespace
+
+template <> Menu* Told<Menu*>(std::istream& in) {
+  return menus[Word(in)];
+}
+template <> MenuItem* Told<MenuItem*>(std::istream& in) {
+  return items[Word(in)];
+}
+template <> char Told<char>(std::istream& in) { // "-" is none
+  const char letter = Word(in)[0];
+  return letter == '-' ? '\0' : letter;
+}
+
 namespace {
 
 std::string calls;
@@ -37,41 +52,59 @@ std::string Shown(HMENU menu) {
     text += text.empty() ? "" : " ";
     const std::string name = entry.flags & MF_SEPARATOR ? "-" : entry.text;
     text += entry.flags & MF_GRAYED ? Text('(', name, ')') : name;
-    if (entry.popup) text += "[" + Shown(entry.popup) + "]";
+    if (entry.popup) text += Text('[', Shown(entry.popup), ']');
   }
   return text;
 }
 
+// On the main window Apple with About, and File with New, a separator and Quit.
+//
+// Words: "menu NAME" and "item NAME MENU" make them, and an item notes its name when it is chosen; "last MENU" and
+// "behind MENU MENU" put a menu onto the bar, "into ITEM MENU" and "after ITEM ITEM MENU" an item into a menu; "edit"
+// and "canedit" take a mask of the Edit menu's items; "modal" opens a window and "close" closes it.
 class MenusTest : public ::testing::Test {
 protected:
   MenusTest() {
-    calls.clear();
+    calls.clear(), menus.clear(), items.clear();
     TheLaterModules().endEditSession = [](const KeyEvent*) { calls += "end "; };
+    AddWords();
+    script.settle = Settle;
+    script.Act("menu Apple menu File item About... Apple item New File separator File item Quit File letter About... A "
+               "key New N letter New N key Quit Q letter Quit x last Apple last File bar 1");
+    SetMenuMnemonic(menus["File"], 'f');
   }
 
-  // The letters as in SetItemShortcut and SetItemMnemonic; its function notes the text.
-  static MenuItem* Item(Menu* menu, const char* text, char shortcut = 0, char mnemonic = 0) {
-    MenuItem* item = NewMenuItem(text);
-    SetItemShortcut(item, uint8_t(shortcut));
-    SetItemMnemonic(item, uint8_t(mnemonic));
-    SetItemFunction(item, Note, item->text);
-    AddMenuItem(menu, item);
-    return item;
-  }
-
-  // Apple with About, and File with New, a separator and Quit, on the main window.
-  void MakeBar() {
-    bar = NewMenuBar();
-    apple = NewMenu("Apple");
-    file = NewMenu("File");
-    SetMenuMnemonic(file, 'f');
-    Item(apple, "About...", 0, 'A');
-    newItem = Item(file, "New", 'N', 'N');
-    AddMenuItem(file, NewSeparator());
-    quitItem = Item(file, "Quit", 'Q', 'x');
-    AddMenu(bar, apple);
-    AddMenu(bar, file);
-    SetMenuBar(bar);
+  void AddWords() {
+    script.Add("key", [](MenuItem* item, char letter) { SetItemShortcut(item, uint8_t(letter)); });
+    script.Add("letter", [](MenuItem* item, char letter) { SetItemMnemonic(item, uint8_t(letter)); });
+    script.Add("enable", [](MenuItem* item) { SetItemEnabled(item, true); });
+    script.Add("grey", [](MenuItem* item) { SetItemEnabled(item, false); });
+    script.Add("enablemenu", [](Menu* menu) { SetMenuEnabled(menu, true); });
+    script.Add("greymenu", [](Menu* menu) { SetMenuEnabled(menu, false); });
+    script.Add("free", FreeMenuItem);
+    script.Add("freemenu", FreeMenu);
+    script.Add("remove", RemoveMenuItem);
+    script.Add("separator", [](Menu* menu) { AddMenuItem(menu, NewSeparator()); });
+    script.Add("into", AddMenuItem);
+    script.Add("after", [](MenuItem* before, MenuItem* item, Menu* menu) { InsertMenuItemAfter(menu, before, item); });
+    script.Add("last", [this](Menu* menu) { AddMenu(bar, menu); });
+    script.Add("behind", [this](Menu* before, Menu* menu) { InsertMenuAfter(bar, before, menu); });
+    script.Add("bar", [this](int on) { SetMenuBar(on ? bar : nullptr); });
+    script.Add("edit",
+               [](uint16_t mask) { BuildEditMenu(mask), menus["Edit"] = MenuTitled(CurrentMenuBar(), "Edit"); });
+    script.Add("canedit", SetEditEnabled);
+    script.Add("modal", [this] { modal = OpenTestWindow(kWindowModal); });
+    script.Add("close", [this] { CloseChildWindow(modal); });
+    script.words["menu"] = [](std::istream& in) {
+      const std::string name = Word(in);
+      menus[name] = NewMenu(name.c_str());
+    };
+    script.words["item"] = [](std::istream& in) {
+      const std::string name = Word(in);
+      MenuItem* item = items[name] = NewMenuItem(name.c_str());
+      SetItemFunction(item, Note, item->text);
+      AddMenuItem(Told<Menu*>(in), item);
+    };
   }
 
   static std::string OnBar() {
@@ -79,122 +112,88 @@ protected:
     return shown ? Shown(shown) : "none";
   }
   static std::string InSystemMenu() { return Shown(::GetSystemMenu(TheMainWindow()->window, FALSE)); }
-  static std::string Heard() { return std::exchange(calls, ""); }
-  static void With(uint8_t held, uint8_t key) {
-    MemoryPressKey(held);
-    MemoryTypeKey(key);
-    MemoryReleaseKey(held);
-    Settle();
+  // What stands on the bar behind each step, or what was called.
+  void Walk(std::initializer_list<std::pair<const char*, std::string>> steps) {
+    for (const auto& [words, shown] : steps) {
+      script.Act(words);
+      EXPECT_EQ(OnBar(), shown) << words;
+    }
+  }
+  void WalkCalls(std::initializer_list<std::pair<const char*, std::string>> steps) {
+    for (const auto& [words, called] : steps) {
+      calls.clear();
+      script.Act(words);
+      EXPECT_EQ(calls, called) << words;
+    }
   }
 
   WindowProgram program;
-  MenuBar* bar = nullptr;
-  Menu *apple = nullptr, *file = nullptr;
-  MenuItem *newItem = nullptr, *quitItem = nullptr;
+  MenuBar* bar = NewMenuBar();
+  ChildWindow* modal = nullptr;
+  Script script;
 };
 
-constexpr char kFirstSystemMenu[] = "&Restore &Move Mi&nimise - &Close\tAlt+F4";
-
 TEST_F(MenusTest, AreThePlatformsWithEachChange) {
-  MakeBar();
-  EXPECT_EQ(OnBar(), "&File[&New\tCtrl+N - Quit\tCtrl+Q]"); // no x in Quit to mark
-  EXPECT_EQ(InSystemMenu(), std::string(kFirstSystemMenu) + " - &About...");
-  SetItemShortcut(newItem, 0);
-  SetItemMnemonic(newItem, 'W');
-  SetItemEnabled(quitItem, false);
-  EXPECT_EQ(OnBar(), "&File[Ne&w - (Quit\tCtrl+Q)]");
-  Menu* more = NewMenu("More");
-  MenuItem* first = Item(more, "First");
-  InsertMenuAfter(bar, nullptr, more);
-  MenuItem* saved = NewMenuItem("Save");
-  InsertMenuItemAfter(file, newItem, saved);
-  EXPECT_EQ(OnBar(), "More[First] &File[Ne&w Save - (Quit\tCtrl+Q)]");
-  RemoveMenuItem(saved);
-  AddMenuItem(more, saved);
-  FreeMenuItem(first);
-  InsertMenuAfter(bar, file, more); // it moves
-  EXPECT_EQ(OnBar(), "&File[Ne&w - (Quit\tCtrl+Q)] More[Save]");
-  FreeMenu(apple);
-  EXPECT_EQ(InSystemMenu(), kFirstSystemMenu);
-  SetMenuBar(nullptr);
-  EXPECT_EQ(OnBar(), "none");
-  SetItemEnabled(quitItem, true);
-  SetMenuBar(bar);
-  EXPECT_EQ(OnBar(), "&File[Ne&w - Quit\tCtrl+Q] More[Save]");
+  constexpr char kSystemMenu[] = "&Restore &Move Mi&nimise - &Close\tAlt+F4";
+  EXPECT_EQ(InSystemMenu(), std::string(kSystemMenu) + " - &About...");
+  Walk({
+      {"", "&File[&New\tCtrl+N - Quit\tCtrl+Q]"}, // no x in Quit to mark
+      {"key New - letter New W grey Quit", "&File[Ne&w - (Quit\tCtrl+Q)]"},
+      {"menu More item First More behind - More item Save More after New Save File",
+       "More[First] &File[Ne&w Save - (Quit\tCtrl+Q)]"},
+      {"remove Save into More Save free First behind File More", "&File[Ne&w - (Quit\tCtrl+Q)] More[Save]"}, // it moves
+      {"freemenu Apple bar 0", "none"},
+      {"enable Quit bar 1", "&File[Ne&w - Quit\tCtrl+Q] More[Save]"},
+      // A menu without an item that can be chosen is greyed until there is one.
+      {"freemenu More key New N grey New grey Quit", "(&File)[(Ne&w\tCtrl+N) - (Quit\tCtrl+Q)]"},
+      {"greymenu File enable Quit", "(&File)[(Ne&w\tCtrl+N) - Quit\tCtrl+Q]"},   // it is not to be
+      {"grey Quit enablemenu File", "(&File)[(Ne&w\tCtrl+N) - (Quit\tCtrl+Q)]"}, // waits
+      {"item More File", "&File[(Ne&w\tCtrl+N) - (Quit\tCtrl+Q) More]"},
+  });
+  EXPECT_EQ(InSystemMenu(), kSystemMenu);
   FreeMenuBar(bar);
   EXPECT_EQ(OnBar(), "none");
   EXPECT_TRUE(TheWindows().menus.empty());
 }
 
-TEST_F(MenusTest, WithoutAnItemThatCanBeChosenAreGreyedUntilThereIsOne) {
-  MakeBar();
-  SetItemEnabled(newItem, false);
-  SetItemEnabled(quitItem, false);
-  EXPECT_EQ(OnBar(), "(&File)[(&New\tCtrl+N) - (Quit\tCtrl+Q)]");
-  SetMenuEnabled(file, false);
-  SetItemEnabled(quitItem, true);
-  EXPECT_EQ(OnBar(), "(&File)[(&New\tCtrl+N) - Quit\tCtrl+Q]"); // it is not to be
-  SetItemEnabled(quitItem, false);
-  SetMenuEnabled(file, true); // waits
-  EXPECT_EQ(OnBar(), "(&File)[(&New\tCtrl+N) - (Quit\tCtrl+Q)]");
-  Item(file, "More");
-  EXPECT_EQ(OnBar(), "&File[(&New\tCtrl+N) - (Quit\tCtrl+Q) More]");
-}
-
 TEST_F(MenusTest, NumbersAreGivenAgain) {
-  MakeBar();
-  const uint32_t given = newItem->id, last = Item(file, "a")->id;
-  FreeMenuItem(newItem);
-  EXPECT_EQ(Item(file, "b")->id, given);
-  EXPECT_EQ(Item(file, "c")->id, last + 1);
-  Menu* menu = nullptr;
-  MenuItem* item = nullptr;
-  FindMenuItem(bar, given, &menu, &item);
-  EXPECT_TRUE(menu == file && item->text == std::string("b"));
-  FindMenuItem(bar, apple->id, &menu, &item);
-  EXPECT_TRUE(menu == apple && !item);
-  FindMenuItem(bar, 0, &menu, &item);
-  EXPECT_EQ(menu, nullptr);
+  script.Act("item a File");
+  const uint32_t given = items["New"]->id, last = items["a"]->id;
+  script.Act("free New item b File item c File");
+  EXPECT_EQ(items["b"]->id, given);
+  EXPECT_EQ(items["c"]->id, last + 1);
+  const std::tuple<uint32_t, Menu*, MenuItem*> finds[] = {
+      {given, menus["File"], items["b"]}, {menus["Apple"]->id, menus["Apple"], nullptr}, {0, nullptr, nullptr}};
+  for (const auto& [id, menu, item] : finds) {
+    Menu* foundMenu = nullptr;
+    MenuItem* foundItem = nullptr;
+    FindMenuItem(bar, id, &foundMenu, &foundItem);
+    EXPECT_TRUE(foundMenu == menu && foundItem == item) << id;
+  }
 }
 
 TEST_F(MenusTest, RunTheirItemsByMouseByLetterAndByShortcut) {
-  MakeBar();
-  Settle();
-  With(VK_CONTROL, 'N');
-  EXPECT_EQ(Heard(), "end New ");
-  const auto afterwards = [](uint8_t key) { MemoryAt(::GetTickCount() + 50, [key] { MemoryTypeKey(key); }); };
-  afterwards('N');
-  With(VK_MENU, 'F');
-  EXPECT_EQ(Heard(), "end end New ");
-  afterwards('A');
-  With(VK_MENU, VK_SPACE);
-  EXPECT_EQ(Heard(), "end end About... ");
-  SetItemEnabled(quitItem, false);
   const uint32_t beeps = TheMemoryDisplay().desktop.beeps;
-  With(VK_CONTROL, 'Q');
-  EXPECT_EQ(Heard(), "");
+  WalkCalls({
+      {"ctrl+N", "end New "},
+      {"later N . alt+F wait 30", "end end New "},
+      {"later A . alt+space wait 30", "end end About... "},
+      {"grey Quit ctrl+Q", ""}, // a beep
+      {"ctrl+Z", "end "},
+      {"key New C ctrl+C", "New "}, // as Copy does, it leaves an edit session alone
+  });
   EXPECT_EQ(TheMemoryDisplay().desktop.beeps, beeps + 1);
-  With(VK_CONTROL, 'Z');
-  EXPECT_EQ(Heard(), "end ");
-  SetItemShortcut(newItem, 'C'); // as Copy does, it leaves an edit session alone
-  With(VK_CONTROL, 'C');
-  EXPECT_EQ(Heard(), "New ");
-}
-
-TEST_F(MenusTest, TellTheModalWindowAndSurviveWhatItDoes) {
-  MakeBar();
-  ChildWindow* popup = OpenTestWindow(kWindowPopup);
-  Heard();
   SetWindowMethod(
-      popup, &WindowMethods::menuCommand, +[](ChildWindow* window, MenuItem* item) {
+      OpenTestWindow(kWindowPopup), &WindowMethods::menuCommand, +[](ChildWindow* window, MenuItem* item) {
         calls += std::string("told:") + item->text + " ";
         FreeMenuItem(item);
         CloseChildWindow(window);
       });
+  script.Act("key New N");
   TempScopeBegin();
-  MenuCommand(newItem->id);
+  MenuCommand(items["New"]->id); // the modal window is told, and may do what it likes
   TempScopeEnd();
-  EXPECT_EQ(Heard(), "end told:New ");
+  EXPECT_EQ(calls, "New end told:New ");
 }
 
 // ---- The Edit menu -----------------------------------------------------------------------------------------------
@@ -202,81 +201,47 @@ TEST_F(MenusTest, TellTheModalWindowAndSurviveWhatItDoes) {
 class EditMenuTest : public MenusTest {
 protected:
   EditMenuTest() {
-    MakeBar();
     SetEditTitle(0, 'F', "File");
     SetEditTitle(1, 'E', "Edit");
     SetEditItem(0, 'X', 'T', "Cut");
     SetEditItem(1, 'C', 'C', "Copy");
     SetEditItem(2, 'V', 'P', "Paste");
-    Item(NewMenu("Last"), "a");
+    script.Act("menu Last item a Last last Last");
   }
 };
 
-constexpr char kFile[] = "&File[&New\tCtrl+N - Quit\tCtrl+Q]";
-
-TEST_F(EditMenuTest, StandsBehindItsNeighbourAndIsThereOnce) {
-  Menu* last = NewMenu("Last");
-  Item(last, "a");
-  AddMenu(bar, last);
-  BuildEditMenu(7);
-  const std::string greyed = " (&Edit)[(Cu&t\tCtrl+X) (&Copy\tCtrl+C) (&Paste\tCtrl+V)] Last[a]";
-  EXPECT_EQ(OnBar(), kFile + greyed);
-  BuildEditMenu(7);
-  EXPECT_EQ(OnBar(), kFile + greyed);
-  EXPECT_TRUE(IsEditItem(ItemAt(MenuTitled(bar, "Edit"), 0)));
-  EXPECT_FALSE(IsEditItem(newItem));
-  SetEditEnabled(kEditCopy | kEditPaste);
-  BuildEditMenu(kEditCopy);
-  SetEditEnabled(kEditCopy | kEditPaste); // Paste is not there
-  EXPECT_EQ(OnBar(), std::string(kFile) + " &Edit[&Copy\tCtrl+C] Last[a]");
-  EXPECT_EQ(GetEditEnabled(), kEditCopy | kEditPaste);
-  Item(MenuTitled(bar, "Edit"), "Own");
-  BuildEditMenu(kEditCut);
-  BuildEditMenu(kEditCut);
-  EXPECT_EQ(OnBar(), std::string(kFile) + " &Edit[(Cu&t\tCtrl+X) - Own] Last[a]");
-  FreeMenu(MenuTitled(bar, "Edit"));
-  BuildEditMenu(0);
-  EXPECT_EQ(OnBar(), std::string(kFile) + " Last[a]");
+TEST_F(EditMenuTest, StandsBehindItsNeighbourIsThereOnceAndIsTheOnlyOneThatAModalWindowLeaves) {
+  const std::string file = "&File[&New\tCtrl+N - Quit\tCtrl+Q]", blocked = "(&File)[&New\tCtrl+N - Quit\tCtrl+Q]";
+  const std::string edit = " (&Edit)[(Cu&t\tCtrl+X) (&Copy\tCtrl+C) (&Paste\tCtrl+V)]";
+  const std::string paste = " &Edit[(Cu&t\tCtrl+X) (&Copy\tCtrl+C) &Paste\tCtrl+V]";
+  Walk({
+      {"edit 7", Text(file, edit, " Last[a]")},
+      {"edit 7", Text(file, edit, " Last[a]")},
+      {"canedit 6 edit 2 canedit 6", Text(file, " &Edit[&Copy\tCtrl+C] Last[a]")}, // Paste is not there
+      {"item Own Edit edit 1 edit 1", Text(file, " &Edit[(Cu&t\tCtrl+X) - Own] Last[a]")},
+      {"freemenu Edit edit 0", Text(file, " Last[a]")},
+      {"edit 7 canedit 4 modal", Text(blocked, paste, " (Last)[a]")},
+      {"menu Late item b Late last Late", Text(blocked, paste, " (Last)[a] (Late)[b]")},
+      {"freemenu Last close", Text(file, paste, " Late[b]")},
+      {"greymenu File modal freemenu Late close", Text(blocked, paste)}, // as it was before
+  });
+  EXPECT_EQ(GetEditEnabled(), kEditPaste);
+  EXPECT_TRUE(IsEditItem(ItemAt(menus["Edit"], 0)) && !IsEditItem(items["New"]));
 }
 
 TEST_F(EditMenuTest, TellsItsTargetWhatIsChosenAndWhenItComesAndGoes) {
-  BuildEditMenu(7);
   const auto told = [](void* name, uint16_t code) { calls += static_cast<char*>(name) + std::to_string(code) + " "; };
-  char one[] = "one:", two[] = "two:";
-  const EditTarget first = {told, one}, second = {told, two};
-  EditTarget before = {};
-  SetEditTarget(&first, &before);
-  EXPECT_EQ(before.command, nullptr);
-  SetEditEnabled(kEditCut | kEditPaste);
-  With(VK_CONTROL, 'X');
-  With(VK_CONTROL, 'C');
-  EXPECT_EQ(Heard(), "one:8 one:1 ");
-  SetEditTarget(&second, &before);
+  static char one[] = "one:", two[] = "two:";
+  static EditTarget before;
+  static const EditTarget first = {told, one}, second = {told, two};
+  before = {};
+  script.Add("first", [] { SetEditTarget(&first, &before); });
+  script.Add("second", [] { SetEditTarget(&second, &before); });
+  script.Add("none", [] { SetEditTarget(nullptr, nullptr); });
+  WalkCalls(
+      {{"edit 7 first canedit 5 ctrl+X ctrl+C", "one:8 one:1 "}, {"second ctrl+V none", "one:16 two:8 two:4 two:16 "}});
   EXPECT_EQ(before.data, one);
-  With(VK_CONTROL, 'V');
-  SetEditTarget(nullptr, nullptr);
-  EXPECT_EQ(Heard(), "one:16 two:8 two:4 two:16 ");
   EXPECT_EQ(GetEditEnabled(), 0);
-}
-
-TEST_F(EditMenuTest, IsTheOnlyMenuThatAModalWindowLeaves) {
-  BuildEditMenu(7);
-  SetEditEnabled(kEditPaste);
-  const std::string edit = " &Edit[(Cu&t\tCtrl+X) (&Copy\tCtrl+C) &Paste\tCtrl+V]", open = kFile + edit;
-  const std::string blocked = "(&File)[&New\tCtrl+N - Quit\tCtrl+Q]" + edit;
-  ChildWindow* modal = OpenTestWindow(kWindowModal);
-  EXPECT_EQ(OnBar(), blocked);
-  Menu* late = NewMenu("Late");
-  Item(late, "a");
-  AddMenu(bar, late);
-  EXPECT_EQ(OnBar(), blocked + " (Late)[a]");
-  CloseChildWindow(modal);
-  EXPECT_EQ(OnBar(), open + " Late[a]");
-  SetMenuEnabled(file, false);
-  ChildWindow* again = OpenTestWindow(kWindowModal);
-  FreeMenu(late);
-  CloseChildWindow(again);
-  EXPECT_EQ(OnBar(), blocked); // as it was before
 }
 
 } // namespace
