@@ -144,25 +144,12 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
 TEST(Colours, TurnFrom16BitsTo8AndStandReady) {
   EXPECT_EQ(ColourRef({0x00FF, 0x0100, 0xFFFE}), RGB(0, 0, 254));
   EXPECT_EQ(ColourRef({127 * 257, 128 * 257, 0xFFFF}), RGB(127, 128, 255));
-  EXPECT_TRUE(SameColour(PrimaryColour(4), kRed) && SameColour(PrimaryColour(1), kBlue));
   WindowProgram program;
-  const auto system = [](int index) { return COLORREF(::GetSysColor(index)); };
-  const COLORREF black = RGB(0, 0, 0), white = RGB(255, 255, 255);
-  const struct {
-    DrawState* state;
-    COLORREF fore, back;
-  } states[] = {
-      {DrawStateDefault(), black, white},
-      {DrawStateFill(), black, white},
-      {DrawStateSecond(), black, white},
-  };
-  int row = 0;
-  for (const auto& s : states) {
-    EXPECT_EQ(s.state->foreRef, s.fore) << row;
-    EXPECT_EQ(s.state->backRef, s.back) << row++;
+  for (const DrawState* state : {DrawStateDefault(), DrawStateFill(), DrawStateSecond()}) {
+    EXPECT_TRUE(state->foreRef == RGB(0, 0, 0) && state->backRef == RGB(255, 255, 255));
   }
-  EXPECT_EQ(ColourRef(ColourFace()), system(COLOR_BTNFACE));
-  EXPECT_EQ(ColourRef(ColourLight()), system(COLOR_3DLIGHT));
+  EXPECT_EQ(ColourRef(ColourFace()), ::GetSysColor(COLOR_BTNFACE));
+  EXPECT_EQ(ColourRef(ColourLight()), ::GetSysColor(COLOR_3DLIGHT));
 }
 
 // ---- Text and fonts ----------------------------------------------------------------------------------------------

@@ -73,42 +73,32 @@ std::string UsableArea() {
   return text.str();
 }
 
-TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndAgainIfItDoes) {
-  const std::pair<PixelRect, const char*> cases[] = {{{0, 572, 800, 600}, "0,0+800x572"},
-                                                     {{0, 0, 800, 30}, "0,30+800x570"},
-                                                     {{0, 0, 60, 600}, "60,0+740x600"},
-                                                     {{700, 0, 800, 600}, "0,0+700x600"},
-                                                     {{}, "0,0+800x600"}};
-  WindowProgram program(800, 600);
-  const WindowGeometry& g = TheMainWindow()->geometry;
-  EXPECT_EQ(TheMainWindow()->minWidth, 250);
-  for (const bool fills : {true, false}) {
-    for (const auto& [bar, usable] : cases) {
-      const int16_t width = g.outerWidth, height = g.outerHeight;
-      MemorySetTaskBar(bar);
-      Settle();
-      EXPECT_EQ(UsableArea(), usable);
-      Rect again;
-      EXPECT_FALSE(QueryUsableArea(&again)); // the change is told once
-      EXPECT_EQ(g.outerWidth, fills ? TheMainWindow()->usableWidth : width) << usable;
-      EXPECT_EQ(g.outerHeight, fills ? TheMainWindow()->usableHeight : height) << usable;
-    }
-    SetMainBounds(nullptr, 50, 50, 300, 200);
-  }
-}
-
-TEST(MainWindow, HearsOfANewDepthOnceAndLooksForAResolutionThatNobodyTells) {
+TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
   WindowScript script;
-  script.words["mode"] = [](std::istream& in) {
-    int width, height, depth;
-    in >> width >> height >> depth;
-    MemoryDisplaySetMode(width, height, depth);
+  script.words["usable"] = [&script](std::istream&) {
+    Rect again;
+    EXPECT_FALSE(QueryUsableArea(&again)) << "the change is told once";
+    script.Say(UsableArea());
   };
   script.words["untold"] = [](std::istream&) { TheMemoryDesktop().events.clear(); };
-  script.words["usable"] = [&script](std::istream&) { script.Say(UsableArea()); };
-  script.Walk({{"mode 1024 768 24 usable", "0,0+1024x768"},
-               {"mode 1024 768 8", "!2on8"},
-               {"together mode 900 700 8 untold main 50 50 usable", "!5 0,0+900x700"}});
+  script.Add("bar", [](int32_t left, int32_t top, int32_t right, int32_t bottom) {
+    MemorySetTaskBar({left, top, right, bottom});
+  });
+  script.Add("mode", MemoryDisplaySetMode);
+  script.Add("bounds",
+             [](int16_t x, int16_t y, int16_t width, int16_t height) { SetMainBounds(nullptr, x, y, width, height); });
+  script.Walk({
+      {"bounds 0 0 800 600 bar 0 572 800 600 usable wheremain", "!5 !1 !5 !1 0,0+800x572 3,22+794x547"},
+      {"bar 0 0 800 30 usable wheremain", "!1 0,30+800x570 3,22+794x545"},
+      {"bar 0 0 60 600 usable wheremain", "!1 60,0+740x600 3,22+734x575"},
+      {"bar 700 0 800 600 usable wheremain", "!1 0,0+700x600 3,22+694x575"},
+      {"bar 0 0 0 0 usable wheremain", "!1 0,0+800x600 3,22+794x575"},
+      {"bounds 50 50 300 200 bar 0 572 800 600 usable wheremain", "!5 !1 0,0+800x572 3,22+300x225"},
+      {"bar 0 0 0 0 mode 1024 768 24 usable", "0,0+1024x768"},
+      {"mode 1024 768 8", "!2on8"},
+      // A resolution that nobody tells is looked for.
+      {"together mode 900 700 8 untold main 60 60 usable", "!5 0,0+900x700"},
+  });
 }
 
 // ---- Life --------------------------------------------------------------------------------------------------------
