@@ -1,90 +1,21 @@
 // Picking a window: which one it is, the outline that jumps from one to the next, and how it ends.
 #include "area_program.h"
-#include "support/dice.h"
-#include "win32/pixels/rectangles.h"
-#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {
 
-// ---- Which window --------------------------------------------------------------------------------------------------
-
-std::vector<MemoryChild> AnyChildren(Dice& dice, int32_t depth) {
-  std::vector<MemoryChild> children(size_t(dice.Below(depth + 1)));
-  for (MemoryChild& child : children) {
-    const int32_t left = dice.Below(200) - 40, top = dice.Below(150) - 40; // beyond the parent too
-    child = {{left, top, left + 1 + dice.Below(120), top + 1 + dice.Below(120)}, !dice.OneIn(5)};
-    child.children = AnyChildren(dice, depth - 1);
-  }
-  return children;
-}
-
-// The rectangle of the last window of the chain, cut by all before it.
-PixelRect PlainDeepest(const std::vector<MemoryChild>& children, const PixelRect& around, const PixelRect& cut,
-                       int32_t x, int32_t y) {
-  for (const MemoryChild& child : children) {
-    const PixelRect place = Moved(child.place, around.left, around.top);
-    if (child.visible && Holds(place, x, y)) return PlainDeepest(child.children, place, Intersect(cut, place), x, y);
-  }
-  return cut;
-}
-
-TEST(WindowSearch, FindsTheDeepestOneInAForestOfWindows) {
-  AreaProgram program;
-  Dice dice(7);
-  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"),
-                       true); // not seen: one that is minimised, and one that is hidden
-  MemoryOpenWindow("Hidden", {0, 0, 640, 480}, 1)->shown = false;
-  int found = 0, deep = 0;
-  for (int round = 0; round < 60; ++round) {
-    const int32_t left = dice.Below(700) - 60, top = dice.Below(500) - 60;
-    DisplayWindow* window = MemoryOpenWindow("", {left, top, left + 200, top + 160}, 1);
-    window->children = AnyChildren(dice, 4);
-    if (dice.OneIn(4)) MemoryCloseWindow(TheMemoryDesktop().windows.front().get());
-    for (int at = 0; at < 60; ++at) {
-      const int32_t x = dice.Below(640), y = dice.Below(480);
-      PixelRect wanted = {};
-      for (const auto& each : TheMemoryDesktop().windows) {
-        if (!each->shown || each->minimised || !Holds(each->place, x, y)) continue;
-        wanted = PlainDeepest(each->children, each->place, each->place, x, y);
-        deep += !Same(wanted, each->place);
-        break;
-      }
-      Rect picked = {};
-      found += FindWindowAt(x, y, &picked);
-      EXPECT_TRUE(Same(wanted, {picked.left, picked.top, picked.right, picked.bottom})) << x << "," << y;
-    }
-  }
-  EXPECT_GT(found, 2000);
-  EXPECT_GT(deep, 300);
-}
-
-TEST(WindowSearch, FindsOurOwnWindowsWithWhatIsInThemButNotTheCover) {
-  AreaProgram program;
-  const HWND panel = program.panel.window->window;
-  RECT inner, outer;
-  ::GetWindowRect(panel, &inner);
-  ::GetWindowRect(::GetParent(panel), &outer);
-  const auto at = [](int32_t x, int32_t y) {
-    Rect picked = {};
-    FindWindowAt(x, y, &picked);
-    return PixelRect{picked.left, picked.top, picked.right, picked.bottom};
-  };
-  program.Act("begin");
-  EXPECT_TRUE(Same(at(inner.left + 50, inner.top + 50), Intersect(PixelsOf(inner), PixelsOf(outer))));
-  EXPECT_TRUE(Same(at(outer.left + 30, outer.top), PixelsOf(outer))); // on its frame
-  EXPECT_TRUE(IsEmpty(at(5, 5)));
-}
-
-// ---- Picking -------------------------------------------------------------------------------------------------------
-
-// Two windows of other programs: one beyond the screen's left edge, and one with a child, of which the upper half is
-// seen, and in that a hidden one.
+// Windows of other programs: one beyond the screen's left edge, and one with a child, of which the upper half is seen,
+// and in that a hidden one and two that meet, the upper one first. A hidden and a minimised one stand over it all.
 struct Desk : AreaProgram {
   Desk() {
     MemoryOpenWindow("Off", {-50, 200, 51, 300}, 0x102030);
     other = MemoryOpenWindow("Other", {100, 80, 301, 181}, 0x405060);
-    other->children = {{{20, 50, 121, 200}, true, {{{0, 0, 500, 500}, false}}}};
+    const MemoryChild hidden = {{0, 0, 500, 500}, false}, upper = {{40, 10, 60, 30}, true},
+                      lower = {{50, 20, 75, 35}, true};
+    other->children = {{{20, 50, 121, 200}, true, {hidden, upper, lower}}};
+    MemoryMinimiseWindow(MemoryOpenWindow("Minimised", {0, 0, 640, 480}, 1), true);
+    MemoryOpenWindow("Hidden", {0, 0, 640, 480}, 1)->shown = false;
+    MemoryExpose(Region(PixelRect{0, 0, 640, 480}));
     Settle();
     words["pick"] = [this](std::istream&) { Act("+shift pass 501 begin -shift pass 1"); };
     words["goes"] = [this](std::istream&) { MemoryCloseWindow(other); };
@@ -125,6 +56,11 @@ TEST(WindowPick, GoesFromWindowToWindowAndEnds) {
       {"m 130 140 pick rd m 110 90 ru beeps", "rest 120,130 101x51 window save 0 beeps"},
       {"m 110 90 size25 pick d readouts", "rest 99,79 202x102 window save Size: 202x102 (101x51), Top Left: 99,79"},
       {"m 3 250 pick d", "rest 0,200 51x100 window save"},
+      {"m 175 155 pick d", "rest 160,140 20x20 window save"},
+      {"m 185 155 pick d", "rest 170,150 25x15 window save"},
+      {"m 185 176 pick d", "rest 120,130 101x51 window save"},
+      {"m 450 120 pick d", "rest 399,41 206x125 window save"}, // our panel, and the main window beside it
+      {"m 500 250 pick d", "rest 397,38 243x250 window save"},
       {"m 3 400 pick d beeps", "rest 0,0 440x330 window save 1 beeps"},
       // Windows come and go, since the last look and before the next.
       {"m 130 140 note pick goes d beeps", "rest 0,0 440x330 window save 1 beeps"},

@@ -7,27 +7,13 @@
 #include "app/document.h"
 #include "core/strings.h"
 #include "fuzz/user.h"
-#include "gif/save_animation.h"
+#include "gif/stream_bytes.h"
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "win32/pixels/region.h"
 
 namespace framereel {
 namespace {
-
-std::vector<uint8_t> Saved(User& user) {
-  FileType* type = NewFileType(kFileTypeGif);
-  FileRef* ref = AppFileRef("animation", type);
-  FileDelete(ref);
-  Expect(user, FileCreate(ref), "the animation's file cannot be made");
-  File* file = FileOpen(ref, FileModeWrite);
-  Expect(user, file && SaveAnimationTo(user.app.gif, file), "the animation cannot be saved");
-  Expect(user, FileClose(file), "the animation's file does not close");
-  FreeFileRef(ref);
-  FreeFileType(type);
-  const std::string bytes = ReadWholeFile("animation.gif");
-  return {bytes.begin(), bytes.end()};
-}
 
 std::string Place(int32_t x, int32_t y) {
   return std::to_string(x) + "," + std::to_string(y);
@@ -116,10 +102,9 @@ void CheckAnimation(User& user, bool screenIsRecorded) {
   Expect(user, (size != 0) == recorder.animationStarted, "there are bytes without an animation");
   Expect(user, !screenIsRecorded || recorder.frameCount > 0, "a grab gives no frame");
   if (size == 0) return;
-  const std::vector<uint8_t> bytes = Saved(user);
+  const std::vector<uint8_t> bytes = FileBytes(user.app.stream);
   ExpectSaved(user, bytes);
   const GifPicture gif = ReadGif(bytes);
-  Expect(user, user.app.stream.streamSize == size, "the stream is not what it was before the save");
   Expect(user, gif.error.empty(), "the animation cannot be read: " + gif.error);
   Expect(user, gif.frames.size() == recorder.frameCount, "the animation has another count of frames");
   const std::vector<uint32_t> first = Composite(gif, 0);

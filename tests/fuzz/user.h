@@ -57,7 +57,7 @@ DisplayWindow* OurWindow(); // the main one; null when it cannot be seen
 
 // Comes ahead of everything that he does: our window moves once, and straight, between two looks.
 void LookAtWindows(User& user);
-// Saves the animation, if there is one, and reads it back. `screenIsRecorded`: its last frame is of this moment.
+// Reads the animation back, if there is one. `screenIsRecorded`: its last frame is of this moment.
 void CheckAnimation(User& user, bool screenIsRecorded);
 
 // ---- random_user.cpp ----------------------------------------------------------------------------------------------
