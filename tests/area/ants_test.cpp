@@ -1,5 +1,5 @@
 // The moving line, pixel by pixel, and its pauses.
-#include "area_program.h"
+#include "area/area_program.h"
 
 namespace framereel {
 namespace {

@@ -1,5 +1,5 @@
 // A selection with the mouse and with the keys, and what it leaves behind.
-#include "area_program.h"
+#include "area/area_program.h"
 
 #include "core/rects.h"
 #include "platform/drawing/ports.h"

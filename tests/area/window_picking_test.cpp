@@ -1,5 +1,5 @@
 // Picking a window: which one it is, the outline that jumps from one to the next, and how it ends.
-#include "area_program.h"
+#include "area/area_program.h"
 
 namespace framereel {
 namespace {
