@@ -16,34 +16,98 @@
 #include "support/gif_reader.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
+#include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 
 constexpr uint32_t kBlue = 0x0000FF, kRed = 0xFF0000, kBlack = 0;
 
-// The screen to the left of the panel; and whether it is still the same, found without memory.
-std::vector<uint32_t> BesidesPanel();
-bool IsBesidesPanel(const std::vector<uint32_t>& before);
+// The screen to the left of the panel.
+inline std::vector<uint32_t> BesidesPanel() {
+  std::vector<uint32_t> pixels;
+  for (int y = 0; y < TheMemoryDisplay().height; ++y) {
+    for (int x = 0; x < TheMainWindow()->originX; ++x) pixels.push_back(MemoryPixel(x, y));
+  }
+  return pixels;
+}
+
+// Whether it is still the same, found without memory.
+inline bool IsBesidesPanel(const std::vector<uint32_t>& before) {
+  const int width = TheMainWindow()->originX;
+  for (size_t i = 0; i < before.size(); ++i) {
+    if (MemoryPixel(int(i) % width, int(i) / width) != before[i]) return false;
+  }
+  return true;
+}
 
 // The program's panel has come in at the right, and another program's window stands at the left.
 class ApplicationTest : public testing::Test {
 protected:
-  ApplicationTest();
+  ApplicationTest() : viewsAreUp((ViewsStartUp(), 1)), program(640, 480, 24) {
+    ::setenv("HOME", folder.path.c_str(), 1);
+    ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1); // where animations are kept, and offered from
+  }
   ~ApplicationTest() override { End(); }
-  void Start();
-  void End();
 
-  std::string Area() const; // left, top, right, bottom
-  void SelectByKeysAndMouse(int32_t left, int32_t top, int32_t right, int32_t bottom);
+  void Start() {
+    ApplicationStart(app);
+    runs = true;
+    RunFor(4000);
+    scene = MemoryOpenWindow("Scene", {0, 0, 300, 300}, kBlue);
+    ReturnToProgram();
+  }
+
+  void End() {
+    if (runs) ApplicationEnd(app);
+    runs = false;
+  }
+
+  // Left, top, right, bottom.
+  std::string Area() const {
+    const Rect& r = app.recorder.captureArea;
+    return testing::PrintToString(std::vector<int>{r.left, r.top, r.right, r.bottom});
+  }
+
+  void SelectByKeysAndMouse(int32_t left, int32_t top, int32_t right, int32_t bottom) {
+    MemoryMovePointerTo(left, top);
+    Type(VK_SPACE);
+    MemoryMovePointerTo(right - 1, bottom - 1);
+    Settle();
+    MemoryPressButton();
+    MemoryReleaseButton();
+    Settle();
+  }
+
   // Holds Shift until the panel offers windows, presses the button, and points at a place.
-  void BeginPick(int32_t x, int32_t y);
-  void HoldStartStop();
-  // What the file shows at a place of the area.
-  uint32_t Seen(size_t frame, int x, int y);
-  // Presses the mouse in the middle of a View and lets it go there.
-  void Click(const View* view);
+  void BeginPick(int32_t x, int32_t y) {
+    MemoryPressKey(VK_SHIFT);
+    RunFor(600);
+    Click(app.panel.selectButton);
+    MemoryReleaseKey(VK_SHIFT);
+    MemoryMovePointerTo(x, y);
+    RunFor(100);
+  }
 
+  void HoldStartStop() {
+    for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryPressKey(uint8_t(key));
+    RunFor(400); // over a tick
+    for (const int key : {VK_CONTROL, VK_MENU, VK_SHIFT}) MemoryReleaseKey(uint8_t(key));
+    RunFor(250);
+  }
+
+  // What the file shows at a place of the area.
+  uint32_t Seen(size_t frame, int x, int y) {
+    const GifPicture gif = ReadGif(FileBytes(app.stream));
+    return frame < gif.frames.size() ? Composite(gif, frame)[size_t(y * gif.width + x)] : kUncovered;
+  }
+
+  // Presses the mouse in the middle of a View and lets it go there.
+  void Click(const View* view) {
+    Press(view->window, int16_t(view->x + view->width / 2), int16_t(view->y + view->height / 2));
+    Release();
+  }
   int viewsAreUp;
   WorkingFolder folder;
   WindowProgram program;
