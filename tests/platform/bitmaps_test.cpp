@@ -106,11 +106,6 @@ TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
         EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth << " " << from;
       }
     }
-    SetPortScreen(); // and back
-    CopyBits(&other->port, {3, 3, 7, 11}, {0, 0, 4, 8}, 1);
-    SetPortOffscreen(sheet.offscreen);
-    CopyBits(ScreenPort(), {0, 0, 4, 8}, {0, 0, 4, 8}, 1);
-    EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth;
   }
 }
 

@@ -128,13 +128,9 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
   EXPECT_EQ(::SelectObject(screen, WhiteBrush()), WhiteBrush());
   EXPECT_EQ(::GetROP2(screen), R2_COPYPEN);
   EXPECT_EQ(screen->font, sheet.state->font->handle);
-  // Without a state in use the setters do nothing, and without a Port nothing is drawn and measured.
-  SetForeColour(kBlue);
-  SetPattern(kPatternSolid);
+  SetForeColour(kBlue); // without a state in use the setters do nothing, and without a Port nothing is drawn
   EXPECT_TRUE(SameColour(sheet.state->foreground, kRed));
-  EXPECT_EQ(sheet.state->pattern, kPatternStripes);
   UseDrawState(sheet.state);
-  DrawLine(0, 0, 50, 50);
   FillRectXY(0, 0, 50, 50);
   DrawText(10, 10, "Nowhere");
   EXPECT_EQ(MeasureText("Nowhere").width, 0);
