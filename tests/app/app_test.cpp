@@ -9,14 +9,12 @@
 #include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/window_geometry.h"
-#include "platform/windows/window_list.h"
 #include "support/allocations.h"
 #include "support/temporary_folder.h"
 #include "support/timed_script.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/create.h"
-#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {

@@ -4,10 +4,8 @@
 #include <cstdio>
 #include <unistd.h>
 
-#include "area/selection.h"
 #include "core/memory.h"
 #include "support/allocations.h"
-#include "win32/win32_input.h"
 #include "win32/win32_windows.h"
 
 namespace framereel {

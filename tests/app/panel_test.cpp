@@ -9,8 +9,6 @@
 #include "platform/records/window_records.h"
 #include "recorder/engine/frame_rates.h"
 #include "toolkit/controls/check_box.h"
-#include "toolkit/controls/label.h"
-#include "toolkit/controls/popup.h"
 #include "toolkit/views/box.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/stack.h"

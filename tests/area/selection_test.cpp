@@ -7,7 +7,6 @@
 #include "platform/drawing/standard_drawing.h"
 #include "platform/windows/cursor_shape.h"
 #include "platform/windows/window_list.h"
-#include "toolkit/views/view.h"
 #include "win32/system/system_version.h"
 
 namespace framereel {

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "core/strings.h"
 #include "support/dice.h"

@@ -5,7 +5,6 @@
 // shade and what nobody has written are none of them.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <iterator>
 #include <list>

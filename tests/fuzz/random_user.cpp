@@ -16,7 +16,6 @@
 #include "recorder/engine/status.h"
 #include "support/temporary_folder.h"
 #include "toolkit/controls/check_box.h"
-#include "toolkit/views/view_class.h"
 #include "toolkit/views_start.h"
 #include "win32/win32_input.h"
 #include "win32/win32_system.h"

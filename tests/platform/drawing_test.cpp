@@ -2,14 +2,12 @@
 #include <algorithm>
 
 #include "platform/bitmaps/copy_bits.h"
-#include "platform/bitmaps/load_bitmaps.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/sheet.h"
 #include "support/dice.h"
-#include "win32/drawing/fonts.h"
 #include "win32/memory/memory_display.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_windows.h"

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <vector>
 
 #include "core/file_refs.h"
 #include "core/strings.h"
@@ -11,7 +10,6 @@
 #include "platform/dialogs/dialog_paths.h"
 #include "platform/dialogs/file_dialogs.h"
 #include "platform/pump/pump.h"
-#include "platform/windows/active_window.h"
 #include "support/script.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"

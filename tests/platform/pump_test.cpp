@@ -3,15 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "core/timers.h"
 #include "platform/drawing/current_port.h"
-#include "platform/pump/platform_start.h"
 #include "platform/windows/modal.h"
 #include "support/allocations.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 #include "win32/win32_system.h"
-#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "core/notices.h"
-#include "platform/display/display_caps.h"
 #include "platform/display/usable_area.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/current_port.h"

@@ -4,7 +4,6 @@
 
 #include <sstream>
 
-#include "core/timers.h"
 #include "recorder/recording.h"
 #include "resources/bitmaps.h"
 #include "support/window_program.h"

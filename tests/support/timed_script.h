@@ -10,8 +10,8 @@
 
 namespace framereel {
 
-// "150 noise 250 m:10:20": at 150 ms the word "noise", and at 250 another one, in which a colon stands for a blank as in
-// Script::Schedule. Those of 0 happen at once.
+// "150 noise 250 m:10:20": at 150 ms the word "noise", and at 250 another one, in which a colon stands for a blank as
+// in Script::Schedule. Those of 0 happen at once.
 inline void ActAt(Script& script, const std::string& steps) {
   std::istringstream in(steps);
   uint32_t time = 0;

@@ -8,7 +8,6 @@
 #include "platform/menus/menu_commands.h"
 #include "platform/menus/menus.h"
 #include "platform/menus/platform_menus.h"
-#include "platform/windows/child_window.h"
 #include "toolkit/controls/edit_field.h"
 #include "toolkit/controls/push_button.h"
 #include "toolkit/text/text_layout.h"

@@ -4,6 +4,7 @@
 #include <random>
 #include <vector>
 
+#include "core/rects.h"
 #include "views/view_scene.h"
 
 namespace framereel {

@@ -3,23 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <sstream>
 #include <string>
 
-#include "core/rects.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/main_window.h"
 #include "platform/windows/modal.h"
 #include "support/window_script.h"
 #include "toolkit/controls/label.h"
 #include "toolkit/views/box.h"
-#include "toolkit/views/child_set.h"
 #include "toolkit/views/stack.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
