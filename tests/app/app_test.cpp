@@ -5,6 +5,7 @@
 
 #include "app/app.h"
 #include "app/end_signals.h"
+#include "app/slide_frame.h"
 #include "core/notices.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
@@ -34,9 +35,9 @@ void PlaceOnGrid(intptr_t code, void*) {
                  int16_t(main->originY + main->geometry.insetTop));
 }
 
-// Words besides those of script.h: "where", "icons", "modal", "seen", "digit" and "face" note what stands on the
-// screen; the others are what becomes of the main window, its desktop and its process, and "yes" answers whatever is
-// asked from then on.
+// Words besides those of script.h: "where" notes the main window's place, with dots while it slides; "icons", "modal",
+// "seen", "digit" and "face" note what stands on the screen; the others are what becomes of the window, its desktop and
+// its process, and "yes" answers whatever is asked from then on.
 struct AppTest : testing::Test {
   const WorkingFolder folder;
   Script script;
@@ -45,7 +46,8 @@ struct AppTest : testing::Test {
   AppTest() {
     MemoryDisplayReset(640, 480, 24);
     const auto note = [this](const auto&... what) { noted += Text(noted.empty() ? "" : " ", what...); };
-    script.Add("where", [=] { note(Frame()->place.left, ',', Frame()->place.top); });
+    script.Add("where",
+               [=] { note(Frame()->place.left, ',', Frame()->place.top, SlideFrameIsRunning() ? "..." : ""); });
     script.Add("icons", [=] { note(Frame()->iconSizes); });
     script.Add("modal", [=] { note(GetModalWindow() ? "asked" : "-"); });
     script.Add("seen", [=] { // on which side of the screen's right edge the question is
@@ -93,10 +95,10 @@ struct AppTest : testing::Test {
 TEST_F(AppTest, SlidesInFromTheRightToItsCornerAndLeavesNothingBehind) {
   MemorySetTaskBar({0, 0, 640, 28});
   EXPECT_EQ(Run("1 where 11 where 101 where 1001 where 4000 where 4000 icons 4000 face 4100 close"),
-            "640,33 634,33 580,33 420,33 420,33 4 1");
+            "640,33... 634,33... 580,33... 420,33 420,33 4 1");
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 1u); // the task bar
   EXPECT_EQ(RunAnew("300 grid 4000 where 4000 nogrid 4100 close"), "416,5") << "where windows are placed elsewhere";
-  EXPECT_EQ(RunAnew("300 minimise 301 where 2000 where 2000 restore 5000 where 5100 close"), "472,5 472,5 420,5");
+  EXPECT_EQ(RunAnew("300 minimise 301 where 2000 where 2000 restore 5000 where 5100 close"), "472,5... 472,5... 420,5");
 }
 
 TEST_F(AppTest, EndsInOrderWhenAnotherProgramDestroysItsWindow) {
