@@ -385,7 +385,7 @@ TEST_F(CommandTest, SavesTheCompleteFramesWhicheverAllocationFails) {
   EXPECT_GT(saved, 2u) << "one of them with all frames";
   allocations = INT64_MAX;
   MemoryAt(280, [] { std::abort(); }); // a library
-  EXPECT_EXIT(Run({"--ticks=3"}), testing::KilledBySignal(SIGABRT), "");
+  EXPECT_EXIT(Run("--ticks=3"), testing::KilledBySignal(SIGABRT), "");
   EXPECT_EQ(ReadGifFile(place).frames.size(), 2u);
 }
 
