@@ -52,8 +52,8 @@ struct AppTest : testing::Test {
     script.Add("modal", [=] { note(GetModalWindow() ? "asked" : "-"); });
     script.Add("seen", [=] { // on which side of the screen's right edge the question is
       RECT place = {};
-      ::GetWindowRect(GetModalWindow()->window, &place);
-      note((place.left + place.right) / 2 < 640 ? "seen" : "beyond");
+      if (GetModalWindow()) ::GetWindowRect(GetModalWindow()->window, &place);
+      note(place.right == 0 ? "-" : (place.left + place.right) / 2 < 640 ? "seen" : "beyond");
     });
     script.Add("digit", [=] { note(MemoryPixel(200, 150) ? "digit" : "-"); }); // near the corner of its white picture
     script.Add("face", [=] {
