@@ -7,6 +7,7 @@
 #include "app/end_signals.h"
 #include "app/slide_frame.h"
 #include "core/notices.h"
+#include "core/timers.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/modal.h"
 #include "platform/windows/window_geometry.h"
@@ -44,7 +45,7 @@ struct AppTest : testing::Test {
   std::string noted;
 
   AppTest() {
-    MemoryDisplayReset(640, 480, 24);
+    BeginAnew();
     const auto note = [this](const auto&... what) { noted += Text(noted.empty() ? "" : " ", what...); };
     script.Add("where",
                [=] { note(Frame()->place.left, ',', Frame()->place.top, SlideFrameIsRunning() ? "..." : ""); });
@@ -77,6 +78,11 @@ struct AppTest : testing::Test {
   }
   ~AppTest() override { ForgetAllWindows(); }
 
+  static void BeginAnew() {
+    ForgetAllWindows();
+    MemoryDisplayReset(640, 480, 24);
+    TimerClearAll(); // the clock goes back, too
+  }
   // Runs the program until somebody in the script ends it, and answers what was noted.
   std::string Run(const std::string& steps, int status = 0) {
     noted.clear();
@@ -86,8 +92,7 @@ struct AppTest : testing::Test {
   }
   // On a desktop made anew.
   std::string RunAnew(const std::string& steps, int status = 0) {
-    ForgetAllWindows();
-    MemoryDisplayReset(640, 480, 24);
+    BeginAnew();
     return Run(steps, status);
   }
 };
@@ -138,8 +143,7 @@ TEST_F(AppTest, SaysSoWhenThereIsNoDisplayOrItIsLostAtAnyTime) {
   Run("", 1);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "framereel: there is no display that could be recorded\n");
   for (const uint32_t window : {1, 2, 0}) { // the main window, the panel, none
-    ForgetAllWindows();
-    MemoryDisplayReset(640, 480, 24);
+    BeginAnew();
     TheMemoryDisplay().lostAtWindow = window;
     testing::internal::CaptureStderr();
     Run("700 lose", 1);
@@ -160,8 +164,7 @@ TEST_F(AppTest, EndsInOrderWhicheverAllocationFails) {
         ::fprintf(stderr, "bad, and the last words: %zu\n", ends);
       }
     };
-    ForgetAllWindows();
-    MemoryDisplayReset(640, 480, 24);
+    BeginAnew();
     ActAt(script,
           "100 yes 500 focus 500 m:100:100 500 space 700 m:200:180 800 space 1000 +ctrl+alt+shift "
           "1400 -shift+alt+ctrl 5000 draw 5500 +ctrl+alt+shift 5900 -shift+alt+ctrl 7000 f10 7200 esc 7500 close");
