@@ -130,17 +130,15 @@ BOOL SetCursorPos(int x, int y);
 
 // ---- The pointer as it is ----------------------------------------------------------------------------------------
 
-struct ICONINFO {
-  BOOL fIcon;
-  DWORD xHotspot, yHotspot;
-  HBITMAP hbmMask, hbmColor; // the caller's, to be deleted; null here, since no caller looks at the pixels
+struct CURSORINFO {
+  HCURSOR hCursor; // its picture, the layer's; good until the next call
+  RECT rcPicture;  // where that stands on the screen, or off it
+  DWORD serial;    // another picture has another one
 };
 
-// The picture that the pointer has on the screen now; null when it has none. It is the layer's, good until the next
-// call.
-HCURSOR GetCursor();
+// The pointer as it is on the screen now. FALSE, and nothing is written, when it has no picture there.
+BOOL GetCursorInfo(CURSORINFO* info);
 // Its hot spot on the screen.
 BOOL GetCursorPos(POINT* position);
-BOOL GetIconInfo(HICON icon, ICONINFO* info);
 // Draws it with its top left corner at x, y, blended by its alpha and clipped to the target.
 BOOL DrawIcon(HDC context, int x, int y, HICON icon);

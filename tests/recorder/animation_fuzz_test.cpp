@@ -161,7 +161,9 @@ private:
     if (changesDepth && dice.OneIn(6)) SetDepth(8 * (2 + dice.Below(3)));
     // Also to one that the area does not lie on, which the program need not have heard of.
     if (changesSize && dice.OneIn(6)) MemoryDisplaySetMode(kWidth >> dice.Below(4), kHeight >> dice.Below(3), Depth());
-    DisplayMovePointer(area.left + dice.Below(40) - 4, area.top + dice.Below(20) - 3);
+    MemoryDisplay& display = TheMemoryDisplay();
+    if (!dice.OneIn(3)) DisplayMovePointer(area.left + dice.Below(40) - 4, area.top + dice.Below(20) - 3);
+    if (dice.OneIn(6)) std::swap(display.pointerWidth, display.pointerHeight);
     for (int i = dice.Below(4); i > 0; --i) Draw();
   }
 

@@ -267,7 +267,8 @@ private:
       for (const int shift : {0, 8, 16}) pixel |= (uint32_t(dice.Below(256)) * alpha + 127) / 255 << shift;
     }
     const int left = Any(), top = Any();
-    ASSERT_TRUE(::DrawIcon(twin->context, left, top, ::GetCursor()));
+    CURSORINFO pointer;
+    ASSERT_TRUE(::GetCursorInfo(&pointer) && ::DrawIcon(twin->context, left, top, pointer.hCursor));
     const ColourMap map = MapOf(LayoutOf(*twin->context), HasScreenColours(*twin->context));
     for (int i = 0; i < 12; ++i) {
       const int x = left + i % 4, y = top + i / 4;

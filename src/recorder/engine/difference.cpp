@@ -79,12 +79,14 @@ void TakeChangedRow(RecorderState& recorder, Walk& walk, int32_t y, const uint8_
   ::memcpy(previous, indices, size_t(count));
 }
 
-// Walks the frame from the top. Answers walk.height at the end, or a row at whose pixel *column a changed pixel has the
-// transparent index; everything ahead of that pixel has been taken.
-int32_t WalkRows(RecorderState& recorder, Walk& walk, int32_t* column) {
+// Walks the frame from the top, or only those of its rows that are new. Answers walk.height at the end, or a row at
+// whose pixel *column a changed pixel has the transparent index; everything ahead of that pixel has been taken.
+int32_t WalkRows(RecorderState& recorder, Walk& walk, bool onlyNew, int32_t* column) {
   uint8_t* const indices = recorder.rowIndices;
   const bool mayCollide = walk.transparent && recorder.grab.format == kFormat8Bit;
-  for (int32_t y = 0; y < walk.height; ++y) {
+  const RowSpan rows = onlyNew ? NewRows(recorder) : RowSpan{0, walk.height};
+  for (int32_t y = rows.top; y < rows.bottom; ++y) {
+    if (onlyNew && !RowIsNew(recorder, y)) continue;
     IndexRow(recorder, y, indices);
     const uint8_t* previous = RowOfFrame(recorder.previousFrame, walk, y);
     if (::memcmp(indices, previous, size_t(walk.width)) == 0) continue;
@@ -136,7 +138,7 @@ bool NextFrameConvert(RecorderState& recorder, bool transparent) {
   Walk walk = NewWalk(recorder, transparent);
   bool gaveUp = false;
   int32_t column = 0;
-  const int32_t stopped = WalkRows(recorder, walk, &column);
+  const int32_t stopped = WalkRows(recorder, walk, true, &column);
   if (stopped < walk.height) {
     const uint8_t oldTransparent = recorder.colours.captureTransparent;
     gaveUp = !FindFreeIndex(recorder);
@@ -147,7 +149,7 @@ bool NextFrameConvert(RecorderState& recorder, bool transparent) {
     }
     walk.filled = 0;
     walk.before = kNoPixel;
-    WalkRows(recorder, walk, &column); // to the end: no pixel has the new index
+    WalkRows(recorder, walk, false, &column); // to the end: no pixel has the new index
   }
   if (recorder.options->explorerCompatible) walk.minX = walk.minY = 0;
   SetDirtyRect(recorder, walk.minX, walk.minY, walk.maxX + 1, walk.maxY + 1);

@@ -2,6 +2,7 @@
 #include "recorder/engine/grab.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/dib_buffers.h"
@@ -47,6 +48,7 @@ const GrabKind* KindOf(PixelFormat format) {
 void FreeGrabBuffers(RecorderState& recorder) {
   if (recorder.grab.offscreen) FreeOffscreen(recorder.grab.offscreen);
   if (recorder.grab.buffer) FreeDibBuffer(recorder.grab.buffer);
+  ::DeleteObject(recorder.grab.newRows);
   recorder.grab = {};
 }
 
@@ -64,6 +66,7 @@ void PrepareGrabBuffers(RecorderState& recorder) {
   grab.grabRowBytes = grab.buffer->rowSize * kind->rowUnit;
   grab.grabTopRow = grab.buffer->bits + (grab.bandRows - 1) * int64_t(grab.grabRowBytes);
   grab.offscreen = NewOffscreen(width, recorder.frameHeight, true); // null on a lost display
+  grab.newRows = ::CreateRectRgn(0, 0, 0, 0);
 }
 
 namespace {
@@ -77,22 +80,63 @@ void BlackenUnlessOnScreen(const Rect& source, const Rect& bounds) {
   if (screen.right > 0) ::FillRect(CurrentContext(), &whole, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
 }
 
+// Makes them the rows in which the pointer is not as it was: where it stood, where it stands, and what lies between.
+void StartWithPointer(HRGN rows, const Rect& bounds, const FramePointer& before, const FramePointer& now) {
+  int32_t top = bounds.bottom, bottom = 0;
+  for (const FramePointer* pointer : {&before, &now}) {
+    const bool apart = pointer->right <= 0 || pointer->left >= bounds.right;
+    if (before == now || !pointer->picture || apart) continue;
+    top = std::min(top, std::max(pointer->top, 0));
+    bottom = std::max(bottom, std::min(pointer->bottom, int32_t{bounds.bottom}));
+  }
+  ::SetRectRgn(rows, 0, top, bounds.right, std::max(top, bottom));
+}
+
+// The part of the screen that is grabbed.
+Rect SourceOf(const RecorderState& recorder) {
+  const Rect bounds = OffscreenBounds(recorder.grab.offscreen);
+  const auto left = int16_t(recorder.frameLeft - recorder.grab.lead);
+  return {recorder.frameTop, left, int16_t(recorder.frameTop + bounds.bottom), int16_t(left + bounds.right)};
+}
+
+// Finds out which rows are new, and looks at the pointer.
+void FindNewRows(RecorderState& recorder, const Rect& source) {
+  GrabPipeline& grab = recorder.grab;
+  const Rect bounds = OffscreenBounds(grab.offscreen);
+  FramePointer pointer;
+  if (recorder.cursorOverlayOn) pointer = LookAtCursor(source.left, source.top);
+  StartWithPointer(grab.newRows, bounds, std::exchange(grab.pointer, pointer), pointer);
+  const RECT where = {source.left, source.top, source.right, source.bottom};
+  ::AddScreenChanges(grab.newRows, &where);
+  if (!std::exchange(grab.holdsFrame, true)) ::SetRectRgn(grab.newRows, 0, 0, bounds.right, bounds.bottom);
+}
+
 } // namespace
 
 bool GrabScreen(RecorderState& recorder) {
   GrabPipeline& grab = recorder.grab;
   grab.bandCount = 0;
   if (!grab.offscreen) return false;
+  const Rect source = SourceOf(recorder), bounds = OffscreenBounds(grab.offscreen);
+  FindNewRows(recorder, source);
   SetPortOffscreen(grab.offscreen);
-  const Rect bounds = OffscreenBounds(grab.offscreen);
-  const auto left = int16_t(recorder.frameLeft - grab.lead);
-  const Rect source = {recorder.frameTop, left, int16_t(recorder.frameTop + bounds.bottom),
-                       int16_t(left + bounds.right)};
+  ::SelectClipRgn(CurrentContext(), grab.newRows);
   BlackenUnlessOnScreen(source, bounds);
   CopyBits(ScreenPort(), source, bounds, 1);
-  if (recorder.cursorOverlayOn) OverlayCursor(left, recorder.frameTop);
+  OverlayCursor(grab.pointer);
   ReleasePort();
   return !ScreenIsLost();
+}
+
+RowSpan NewRows(const RecorderState& recorder) {
+  RECT box = {};
+  ::GetRgnBox(recorder.grab.newRows, &box);
+  return {box.top, box.bottom};
+}
+
+bool RowIsNew(const RecorderState& recorder, int32_t y) {
+  const RECT row = {0, y, recorder.frameWidth, y + 1};
+  return ::RectInRegion(recorder.grab.newRows, &row);
 }
 
 namespace {

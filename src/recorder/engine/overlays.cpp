@@ -9,20 +9,15 @@
 
 namespace framereel {
 
-void OverlayCursor(int32_t left, int32_t top) {
-  const HCURSOR cursor = ::GetCursor();
-  POINT place;
-  if (!cursor || !::GetCursorPos(&place)) return;
-  int32_t x = place.x - left;
-  int32_t y = place.y - top;
-  ICONINFO info;
-  if (::GetIconInfo(cursor, &info)) {
-    x -= int32_t(info.xHotspot);
-    y -= int32_t(info.yHotspot);
-    ::DeleteObject(info.hbmMask);
-    ::DeleteObject(info.hbmColor);
-  }
-  ::DrawIcon(CurrentContext(), x, y, cursor);
+FramePointer LookAtCursor(int32_t left, int32_t top) {
+  CURSORINFO info;
+  if (!::GetCursorInfo(&info)) return {};
+  const RECT& place = info.rcPicture;
+  return {info.hCursor, info.serial, place.left - left, place.top - top, place.right - left, place.bottom - top};
+}
+
+void OverlayCursor(const FramePointer& pointer) {
+  ::DrawIcon(CurrentContext(), pointer.left, pointer.top, pointer.picture);
 }
 
 void OverlayBorder(RecorderState& recorder, bool transparent, bool later) {

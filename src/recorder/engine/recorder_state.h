@@ -10,6 +10,7 @@
 #include "gif/gif_records.h"
 #include "recorder/engine/pixel_format.h"
 #include "recorder/engine/recording_scale.h"
+#include "win32/win32_types.h"
 
 namespace framereel {
 
@@ -79,9 +80,21 @@ enum ScreenStatus : uint16_t {
   kAnimationFull = 4,     // no frames: another one might not fit into the stream
 };
 
+// The mouse pointer in a frame.
+struct FramePointer {
+  HCURSOR picture = nullptr; // the platform's; null where there is none
+  uint32_t serial = 0;       // of that picture
+  int32_t left = 0, top = 0, right = 0, bottom = 0;
+
+  bool operator==(const FramePointer&) const = default;
+};
+
 // The road of pixels from the screen to rows; see grab.h. The buffer holds a band of the image's rows at a time.
 struct GrabPipeline {
-  Offscreen* offscreen = nullptr;   // receives the copy of the screen; the pointer is drawn into it
+  Offscreen* offscreen = nullptr;   // the frame as it was grabbed last, with the pointer
+  bool holdsFrame = false;          // there has been one
+  FramePointer pointer;             // drawn in it
+  HRGN newRows = nullptr;           // of it: all others are as in the frame before; owned
   DibBuffer* buffer = nullptr;      // receives rows of the Offscreen in the format's layout
   PixelFormat format = kFormatNone; // the layout of `buffer`
   uint32_t grabRowBytes = 0;        // from a row of `buffer` to the next

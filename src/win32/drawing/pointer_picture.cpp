@@ -38,20 +38,19 @@ void BlendPicture(const PointerPicture& picture, int32_t left, int32_t top, cons
 
 using namespace framereel;
 
-HCURSOR GetCursor() {
+BOOL GetCursorInfo(CURSORINFO* info) {
   static Win32Cursor current = {nullptr, PointerShape::kOwn};
   current.picture = DisplayPointer();
-  return current.picture ? &current : nullptr;
+  POINT place;
+  if (!info || !current.picture || !::GetCursorPos(&place)) return FALSE;
+  const PointerPicture& picture = *current.picture;
+  const LONG left = place.x - picture.hotX, top = place.y - picture.hotY;
+  *info = {&current, {left, top, left + picture.width, top + picture.height}, picture.serial};
+  return TRUE;
 }
 
 BOOL GetCursorPos(POINT* position) {
   return position && DisplayPointerPlace(&position->x, &position->y);
-}
-
-BOOL GetIconInfo(HICON icon, ICONINFO* info) {
-  if (!icon || !icon->picture || !info) return FALSE;
-  *info = {FALSE, DWORD(icon->picture->hotX), DWORD(icon->picture->hotY), nullptr, nullptr};
-  return TRUE;
 }
 
 BOOL DrawIcon(HDC context, int x, int y, HICON icon) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "win32/drawing/drawing_target.h"
+#include "win32/pixels/presenter.h"
 #include "win32/win32_drawing.h"
 
 using namespace framereel;
@@ -27,6 +28,22 @@ PixelRect InOrder(int left, int top, int right, int bottom) {
 
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
   return new Win32Region{{GdiKind::kRegion, false, 0}, Region(InOrder(left, top, right, bottom))};
+}
+
+BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom) {
+  if (!region) return FALSE;
+  region->area = Region(InOrder(left, top, right, bottom));
+  return TRUE;
+}
+
+BOOL AddScreenChanges(HRGN region, const RECT* where) {
+  if (!region || !where) return FALSE;
+  PresentWindows();
+  Region rows;
+  DisplayAddChanges({where->left, where->top, where->right, where->bottom}, &rows);
+  rows.Offset(-where->left, -where->top);
+  region->area.Add(rows);
+  return TRUE;
 }
 
 int GetRgnBox(HRGN region, RECT* box) {

@@ -21,6 +21,15 @@ struct MemoryEvent {
   std::function<void()> run;
 };
 
+// The screen as it was when its changes were asked for.
+struct MemoryLook {
+  PixelRect where; // that they were asked of
+  PixelLayout layout;
+  int32_t width, height;
+  std::vector<PaletteColour> palette;
+  std::vector<uint32_t> screen;
+};
+
 struct MemoryDisplay {
   PixelLayout layout;
   int32_t width, height;
@@ -32,12 +41,13 @@ struct MemoryDisplay {
   int32_t pointerX, pointerY;         // its hot spot
   int32_t pointerWidth, pointerHeight, hotX, hotY;
   std::vector<uint32_t> pointerPixels; // premultiplied ARGB
-  uint32_t tick;                       // the clock, in ms
-  std::vector<MemoryEvent> script;     // in order of time; MemoryAt keeps it so
-  uint32_t screenReads;                // how often the screen was read
-  uint32_t lostAtRead;                 // the connection breaks at that read, from 1 on; 0: at none
-  uint32_t windowsAsked;               // how often our program asked for a window
-  uint32_t lostAtWindow;               // and the one at which the connection breaks
+  MemoryLook looked;
+  uint32_t tick;                   // the clock, in ms
+  std::vector<MemoryEvent> script; // in order of time; MemoryAt keeps it so
+  uint32_t screenReads;            // how often the screen was read
+  uint32_t lostAtRead;             // the connection breaks at that read, from 1 on; 0: at none
+  uint32_t windowsAsked;           // how often our program asked for a window
+  uint32_t lostAtWindow;           // and the one at which the connection breaks
   MemoryDesktop desktop;
 };
 

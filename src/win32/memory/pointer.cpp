@@ -7,7 +7,13 @@ const PointerPicture* DisplayPointer() {
   const MemoryDisplay& display = TheMemoryDisplay();
   if (!display.hasPointer || display.lost) return nullptr;
   static PointerPicture picture;
-  picture = {display.pointerWidth, display.pointerHeight, display.hotX, display.hotY, display.pointerPixels.data()};
+  static std::vector<uint32_t> pixels;
+  const uint32_t serial = picture.serial;
+  const bool same = pixels == display.pointerPixels && picture.width == display.pointerWidth &&
+                    picture.hotX == display.hotX && picture.hotY == display.hotY;
+  pixels = display.pointerPixels;
+  picture = {display.pointerWidth, display.pointerHeight, display.hotX,
+             display.hotY,         pixels.data(),         same ? serial : serial + 1};
   return &picture;
 }
 

@@ -1,10 +1,13 @@
 // The screen in memory: facts, palette, surfaces, reading and drawing.
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <iterator>
+#include <utility>
 
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
+#include "win32/pixels/region.h"
 
 namespace framereel {
 
@@ -91,6 +94,35 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
     }
   }
   return true;
+}
+
+namespace {
+
+bool SameScreen(const MemoryDisplay& display, const MemoryLook& before) {
+  const auto sameColour = [](const PaletteColour& a, const PaletteColour& b) {
+    return a.red == b.red && a.green == b.green && a.blue == b.blue;
+  };
+  return display.width == before.width && display.height == before.height &&
+         std::memcmp(&display.layout, &before.layout, sizeof before.layout) == 0 &&
+         std::equal(display.palette.begin(), display.palette.end(), before.palette.begin(), before.palette.end(),
+                    sameColour);
+}
+
+} // namespace
+
+// Just the rows that differ: whoever relies on more shows it in a picture.
+void DisplayAddChanges(const PixelRect& where, Region* rows) {
+  MemoryDisplay& display = TheMemoryDisplay();
+  const MemoryLook before = std::exchange(
+      display.looked, {where, display.layout, display.width, display.height, display.palette, display.screen});
+  if (display.lost || !Same(where, before.where) || !SameScreen(display, before)) return rows->Add(where);
+  const PixelRect on = Intersect(where, {0, 0, display.width, display.height});
+  if (IsEmpty(on)) return;
+  for (int32_t y = on.top; y < on.bottom; ++y) {
+    const auto row = std::ptrdiff_t{y} * display.width;
+    const auto now = display.screen.cbegin() + row, then = before.screen.cbegin() + row;
+    if (!std::equal(now + on.left, now + on.right, then + on.left)) rows->Add({where.left, y, where.right, y + 1});
+  }
 }
 
 bool DisplayIsComposed() {

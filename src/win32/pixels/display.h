@@ -12,6 +12,8 @@
 
 namespace framereel {
 
+class Region;
+
 // ---- Connection --------------------------------------------------------------------------------------------------
 
 // Connects, once; further calls answer the same. X11 takes the server named by DISPLAY.
@@ -46,6 +48,12 @@ void DisplayFreeSurface(Surface* surface);
 // false and nothing is read.
 bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX, int32_t toY);
 
+// Adds the rows of the rectangle, each as wide as it, that may show something else than when this was asked last: all
+// of them at first, for another rectangle than the last one, and wherever a display cannot tell. What is drawn from
+// this call on counts for the next one, so that who reads the rows behind it misses nothing. The pointer does not
+// count, and what reads go without.
+void DisplayAddChanges(const PixelRect& where, Region* rows);
+
 // Whether a compositor shows the screen. What is drawn on it with the two calls below then stands over the pictures of
 // all windows, and not among their pixels: it stays whatever they paint. A read goes without it, except for one of just
 // the place where pixels were put, which finds them; putting there what was read before takes them off.
@@ -66,6 +74,7 @@ struct PointerPicture {
   int32_t width, height; // pixels
   int32_t hotX, hotY;    // the pixel that points
   const uint32_t* pixels;
+  uint32_t serial = 0; // of the pointer's: another picture has another one
 };
 
 // The picture on the screen now, the display's own until the next call. Null when the pointer has none.

@@ -75,6 +75,7 @@ void Connect() {
   X11InternAtoms(x);
   X11MakeFence(x);
   X11WatchCompositor(x);
+  X11WatchChanges(x);
 }
 
 void LeaveHandlers() {
@@ -158,10 +159,12 @@ void X11TakeEvents(X11Connection* x, int queued) {
     XNextEvent(x->display, &event);
     if (!IsBelieved(x, event)) continue;
     if (X11TakeDeviceEvent(x, event) || X11TakePointerEvent(x, event) || X11TakeDesktopEvent(x, event)) continue;
+    if (X11TakeChangeEvent(x, event)) continue;
     if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
       x->facts.width = event.xconfigure.width;
       x->facts.height = event.xconfigure.height;
       x->devices.pointerStale = true; // the server keeps it on the screen
+      x->changes.unsure = true;       // what was drawn on the screen before is no word on this one
       X11NoteScreenChanged(x);
       continue;
     }

@@ -337,6 +337,7 @@ bool DisplayNextEvent(DisplayEvent* event) {
   // More may have come along with the answers.
   while (X11Live() && Settle(x)) X11TakeEvents(x, QueuedAlready);
   if (X11Live()) X11SettleOldMarks(x);
+  X11ForgetOldChanges(x);
   if (!X11Live() || events.empty()) return false;
   *event = events.front();
   events.pop_front();

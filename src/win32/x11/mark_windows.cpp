@@ -97,7 +97,7 @@ bool X11TakeCompositorEvent(X11Connection* x, const XEvent& event) {
   X11Marks& marks = x->marks;
   if (!marks.compositor || event.type != marks.event) return false;
   if (reinterpret_cast<const XFixesSelectionNotifyEvent&>(event).selection != marks.compositor) return false;
-  marks.ownerUnsure = true;
+  marks.ownerUnsure = x->changes.unsure = true;
   return true;
 }
 

@@ -348,6 +348,13 @@ bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface&
   return true;
 }
 
+bool X11ShowsMarks(const X11Connection* x, const PixelRect& where) {
+  const X11Marks& marks = x->marks;
+  const auto shows = [&](const auto& mark) { return ShowsIn(mark, where); };
+  return marks.composited && (std::any_of(marks.standing.begin(), marks.standing.end(), shows) ||
+                              std::any_of(marks.cleared.begin(), marks.cleared.end(), shows));
+}
+
 bool X11DrawMark(X11Connection* x, const Surface& from, int32_t left, int32_t top, const PixelRect& where) {
   X11Marks& marks = x->marks;
   X11SettleMarks(x);

@@ -19,8 +19,12 @@ void KeepPicture(X11Connection* x, const XFixesCursorImage& image) {
   size_t count = size_t(image.width) * image.height;
   x->pointerPixels.resize(count);
   for (size_t i = 0; i < count; i++) x->pointerPixels[i] = uint32_t(image.pixels[i]);
-  x->pointer = {image.width, image.height, image.xhot, image.yhot, count > 0 ? x->pointerPixels.data() : nullptr};
-  x->pointerSerial = image.cursor_serial;
+  x->pointer = {image.width,
+                image.height,
+                image.xhot,
+                image.yhot,
+                count > 0 ? x->pointerPixels.data() : nullptr,
+                uint32_t(image.cursor_serial)};
 }
 
 void FetchPicture(X11Connection* x) {
@@ -56,7 +60,7 @@ bool X11TakePointerEvent(X11Connection* x, const XEvent& event) {
   if (!x->hasPointerPictures || event.type != x->pointerEvent) return false;
   const auto& notice = reinterpret_cast<const XFixesCursorNotifyEvent&>(event);
   // A notice may be older than the picture that stands.
-  x->pictureStale = !x->pointer.pixels || notice.cursor_serial != x->pointerSerial;
+  x->pictureStale = !x->pointer.pixels || notice.cursor_serial != x->pointer.serial;
   return true;
 }
 
@@ -74,6 +78,8 @@ unsigned int X11AskPointer(X11Connection* x) {
 const PointerPicture* DisplayPointer() {
   X11Connection* x = X11Live();
   if (!x || !x->hasPointerPictures) return nullptr;
+  // Whoever draws the pointer into a picture wants it exact, whatever has moved it.
+  x->devices.pointerStale = true;
   X11TakeEvents(x, QueuedAfterReading);
   if (!X11Live()) return nullptr;
   if (x->pictureStale) FetchPicture(x);

@@ -290,15 +290,15 @@ bool DisplayReadScreen(const PixelRect& where, const Surface& into, int32_t toX,
   if (!x) return false;
   // A size that is behind the times is no harm: the server refuses what it does not have.
   X11TakeEvents(x, QueuedAlready);
-  // Whoever draws the pointer into the picture wants it exact, whatever has moved it.
-  x->devices.pointerStale = true;
   X11ForgetPalette(x);
   if (!X11HasScreenLayout(x, into)) return false;
   if (IsEmpty(where)) return true;
   if (!Holds(ScreenRect(x), where)) return false;
   if (toX < 0 || toY < 0) return false;
   if (where.right - where.left > into.width - toX || where.bottom - where.top > into.height - toY) return false;
-  return X11ReadBesideMarks(x, where, into, toX, toY);
+  const bool done = X11ReadBesideMarks(x, where, into, toX, toY);
+  if (!done) x->changes.unsure = true;
+  return done;
 }
 
 bool X11ReadScreen(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY) {

@@ -12,6 +12,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XShm.h>
+#include <X11/extensions/Xdamage.h>
 
 #include "win32/pixels/display.h"
 #include "win32/x11/x11_marks.h"
@@ -69,6 +70,17 @@ struct X11Session {
   enum { kNothing, kWaits, kAsks } saving;
 };
 
+// What the server tells of the screen's changes (changes.cpp).
+struct X11Changes {
+  bool told;           // the server tells all of them
+  int event;           // the number of its notice
+  Damage damage;       // what has been drawn on the root since it was taken last; None while nobody asks
+  XserverRegion taken; // the server's, to take it with
+  bool unsure;         // more has changed than that, or some of it was not read
+  PixelRect where;     // that was asked of last
+  uint32_t askedTick;  // when
+};
+
 struct X11Connection {
   Display* display;
   Window root;
@@ -92,8 +104,7 @@ struct X11Connection {
   bool hasPointerPictures; // XFixes is there
   int32_t pointerEvent;    // the number of its notice
   bool pictureStale;       // the picture below is not the one on the screen
-  unsigned long pointerSerial;
-  PointerPicture pointer; // pixels null when there is none
+  PointerPicture pointer;  // pixels null when there is none
   std::vector<uint32_t> pointerPixels;
   bool pointerHere;           // on this screen of the server, when it was asked for last
   int32_t pointerX, pointerY; // where, if so
@@ -104,6 +115,7 @@ struct X11Connection {
   X11Selections selections;
   X11Session session;
   X11Marks marks;
+  X11Changes changes;
 };
 
 // The connection, or null when there is none or it is lost. Every entry of the display asks it first.
@@ -135,6 +147,14 @@ void X11InvertRoot(X11Connection* x, const PixelRect& where, const uint8_t patte
 // Sends a part that lies on the surface, of the screen's layout, to the root or a window of ours, its top left pixel at
 // toX, toY.
 void X11PutPixels(X11Connection* x, Drawable to, const Surface& from, const PixelRect& part, int32_t toX, int32_t toY);
+
+// ---- changes.cpp ----
+
+// Finds out whether the server's word can be taken for it.
+void X11WatchChanges(X11Connection* x);
+bool X11TakeChangeEvent(const X11Connection* x, const XEvent& event);
+// The server has nothing to note down once nobody asks any more.
+void X11ForgetOldChanges(X11Connection* x);
 
 // ---- clock.cpp ----
 

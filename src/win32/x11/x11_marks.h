@@ -81,6 +81,8 @@ void X11SettleMarks(X11Connection* x);
 void X11SettleOldMarks(X11Connection* x);
 // Reads as DisplayReadScreen, which has looked at what it was given.
 bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface& into, int32_t toX, int32_t toY);
+// Whether reads of the rectangle go without something that stands there, or may yet be seen there.
+bool X11ShowsMarks(const X11Connection* x, const PixelRect& where);
 // Draw and invert as the display's calls; the rectangle lies on the screen, and `left` and `top` are its corner on the
 // surface. False when it is to be done on the root.
 bool X11DrawMark(X11Connection* x, const Surface& from, int32_t left, int32_t top, const PixelRect& where);
