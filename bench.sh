@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the benchmarks and prints their tables: the stages of a frame, an unchanged frame beside a bare read of the
-# screen, what recordings weigh, the compressor beside others, and live recordings by the command and by the program
-# beside other recorders. The last one becomes docs/MEASURED.md. Arguments go to the compressor's benchmark.
+# Builds the benchmarks and prints their tables: the stages of a frame, ticks in which little is drawn beside a bare
+# read of the screen, what recordings weigh, the compressor beside others, and live recordings by the command and by the
+# program beside other recorders. The last one becomes docs/MEASURED.md. Arguments go to the compressor's benchmark.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$here/build/release

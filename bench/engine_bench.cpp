@@ -1,4 +1,5 @@
-// What each stage of a frame costs on a real X screen, and what a frame in which nothing changed costs, as a table.
+// What each stage of a frame costs on a real X screen, and what a tick costs in which nothing or little was drawn, as a
+// table.
 //
 // Runs on the server that DISPLAY names, whose screen is at least 1920x1080 at 24 bits, and draws over all of it:
 // bench.sh starts a private one. All figures are medians over the frames of a scene; ratios compare what ran in turns.
@@ -50,6 +51,7 @@ struct Bench {
   RecorderState recorder;
   Surface picture; // the frame to be shown
   Surface target;  // of the bare reads
+  Surface caret;
   std::vector<uint8_t> indices;
 };
 
@@ -63,6 +65,7 @@ void StartBench(Bench& bench, int width, int height) {
   bench.recorder.captureArea = {0, 0, int16_t(height), int16_t(width)};
   DisplayNewSurface(width, height, &bench.picture);
   DisplayNewSurface(width, height, &bench.target);
+  DisplayNewSurface(8, 16, &bench.caret);
   bench.indices.resize(size_t(width) * size_t(height));
 }
 
@@ -71,6 +74,7 @@ void EndBench(Bench& bench) {
   StreamClear(bench.stream);
   DisplayFreeSurface(&bench.picture);
   DisplayFreeSurface(&bench.target);
+  DisplayFreeSurface(&bench.caret);
 }
 
 void ShowFrame(Bench& bench, const Scene& scene, int n) {
@@ -113,20 +117,17 @@ double Compress(Bench& bench) {
   return Nanoseconds([&] { GifWriteImage(bench.gif, dirty.left, dirty.top, width, height, cursor); });
 }
 
-// One frame of a scene through every stage. The comparison is made while the rows are converted, so its cost is what
-// the whole walk takes beyond the read and the conversion.
+// One frame of a scene through every stage, read whole. The comparison is made while the rows are converted, so its
+// cost is what the walk takes beyond the conversion.
 void MeasureFrame(Bench& bench, std::vector<double> times[kStages]) {
   RecorderState& recorder = bench.recorder;
   times[kBareRead].push_back(BareRead(bench));
-  const double read = Nanoseconds([&] { GrabScreen(recorder); });
+  recorder.grab.holdsFrame = false;
+  times[kRead].push_back(Nanoseconds([&] { GrabScreen(recorder); }));
   const double convert = Nanoseconds([&] { ConvertAll(bench); });
-  const double walk = Nanoseconds([&] {
-    GrabScreen(recorder);
-    NextFrameConvert(recorder, true);
-  });
-  times[kRead].push_back(read);
+  const double walk = Nanoseconds([&] { NextFrameConvert(recorder, true); });
   times[kConvert].push_back(convert);
-  times[kDifference].push_back(std::max(0.0, walk - read - convert));
+  times[kDifference].push_back(std::max(0.0, walk - convert));
   if (NothingIsDirty(recorder)) return;
   times[kReduce25].push_back(Reduce(bench, kSize25));
   times[kReduce44].push_back(Reduce(bench, kSize44));
@@ -154,20 +155,34 @@ void MeasureScene(SceneKind kind, int width, int height) {
   EndBench(bench);
 }
 
-// A whole tick that finds nothing to write, and a bare read of the same rectangle, in turns of a few: each finds the
-// processor's caches as it leaves them itself.
-void MeasureUnchanged(int width, int height) {
+void DrawCaret(Bench& bench, bool on) {
+  const PixelRect caret = {bench.width / 2, bench.height / 2, bench.width / 2 + 8, bench.height / 2 + 16};
+  ::memset(bench.caret.pixels, on ? 0 : 0xFF, size_t(bench.caret.stride) * 16);
+  DisplayDrawScreen(bench.caret, {0, 0, 8, 16}, caret.left, caret.top);
+  DisplayReadScreen({0, 0, 1, 1}, bench.target, 0, 0);
+}
+
+// Whole ticks on a screen on which nothing is drawn, or a caret ahead of each; the same when they have to read all of
+// it; and bare reads of the same rectangle, in turns of a few: each finds the processor's caches as it leaves them
+// itself.
+void MeasureTicks(int width, int height, bool withCaret) {
   static Bench bench;
   StartBench(bench, width, height);
   ShowFrame(bench, MakeScene(SceneKind::kScrollingText, width, height), 0);
   RecorderCaptureFrame(bench.recorder, false);
-  std::vector<double> bare, tick;
+  std::vector<double> bare, whole, tick;
+  const auto take = [&](bool all, bool on) {
+    if (withCaret) DrawCaret(bench, on);
+    if (all) bench.recorder.grab.holdsFrame = false;
+    return Nanoseconds([&] { RecorderCaptureFrame(bench.recorder, false); });
+  };
   for (int turn = 0; turn < kFrames; ++turn) {
     for (int n = 0; n < 5; ++n) bare.push_back(BareRead(bench));
-    for (int n = 0; n < 5; ++n) tick.push_back(Nanoseconds([&] { RecorderCaptureFrame(bench.recorder, false); }));
+    for (int n = 0; n < 6; ++n) whole.push_back(take(true, n % 2));
+    for (int n = 0; n < 6; ++n) tick.push_back(take(false, n % 2));
   }
-  ::printf("%4dx%-4d  bare read %6.3f ms   unchanged frame %6.3f ms   ratio %.2f\n", width, height, Median(bare) / 1e6,
-           Median(tick) / 1e6, Median(tick) / Median(bare));
+  ::printf("%4dx%-4d %-10s %9.3f ms %12.2f %8.2f\n", width, height, withCaret ? "a caret" : "nothing",
+           Median(bare) / 1e6, Median(whole) / Median(bare), Median(tick) / Median(bare));
   EndBench(bench);
 }
 
@@ -188,8 +203,11 @@ int Run() {
   for (const auto& size : kSizes) {
     for (const SceneKind kind : kAllScenes) MeasureScene(kind, size[0], size[1]);
   }
-  ::printf("\nA tick that finds nothing changed, from the read to \"nothing to write\"\n");
-  for (const auto& size : kSizes) MeasureUnchanged(size[0], size[1]);
+  ::printf("\nWhole ticks as multiples of a bare read: as they are, and if they have to read all of the area\n"
+           "area      drawn      bare read    reads all     tick\n");
+  for (const auto& size : kSizes) {
+    for (const bool withCaret : {false, true}) MeasureTicks(size[0], size[1], withCaret);
+  }
   EngineShutDown();
   return 0;
 }

@@ -51,7 +51,11 @@ struct Artist {
   }
   int32_t Width() const { return State(root).width; }
   int32_t Height() const { return State(root).height; }
-  bool HasSharedMemory() const { return XShmQueryExtension(display); }
+  bool HasExtension(const char* name) const {
+    int major, event, error;
+    return XQueryExtension(display, name, &major, &event, &error);
+  }
+  bool HasSharedMemory() const { return HasExtension("MIT-SHM"); }
   // All bits that the screen's pixels have.
   uint32_t PixelBits() const { return Depth() >= 32 ? ~0u : (1u << Depth()) - 1; }
   uint32_t Black() const { return uint32_t(BlackPixel(display, DefaultScreen(display))) & PixelBits(); }

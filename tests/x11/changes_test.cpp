@@ -45,10 +45,7 @@ protected:
     if (HasCompositor()) return Until([&] { return Fault().empty() || (Update(), false); }, where);
     EXPECT_EQ(Fault(), "") << "line " << where.line();
   }
-  bool TellsRows() const {
-    int major, event, error;
-    return artist.Depth() > 8 && !HasCompositor() && XQueryExtension(artist.display, "DAMAGE", &major, &event, &error);
-  }
+  bool TellsRows() const { return artist.Depth() > 8 && artist.HasExtension("DAMAGE"); }
   // Whether just a part is read, if the server tells any.
   void ExpectRead(int32_t top, int32_t bottom, std::source_location where = std::source_location::current()) {
     const Region rows = Update();
