@@ -182,13 +182,12 @@ inline constexpr int COMPLEXREGION = 3; // more
 
 // A rectangle, its sides in order whichever way they are given; empty when two meet.
 HRGN CreateRectRgn(int left, int top, int right, int bottom);
-// Makes it that rectangle.
-BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom);
-// Adds the rows of a rectangle of the screen that may show something else than when this was asked last, from side to
-// side, and counted from the rectangle's corner. All of them at first, for another rectangle than the last one, and
-// where it cannot be told. The pointer does not count. Who copies the rows behind this call misses nothing: what is
-// drawn meanwhile counts for the next one.
-BOOL AddScreenChanges(HRGN region, const RECT* where);
+BOOL AddRectRgn(HRGN region, const RECT* rect);
+// Makes the region those rows of a rectangle of the screen that may show something else than when this was asked last,
+// from side to side, and counted from the rectangle's corner. All of them at first, for another rectangle than the last
+// one, and where it cannot be told. The pointer does not count. Who copies the rows behind this call misses nothing:
+// what is drawn meanwhile counts for the next one.
+BOOL GetScreenChanges(HRGN region, const RECT* where);
 // The smallest rectangle around it, all 0 for an empty one. Answers what the region is.
 int GetRgnBox(HRGN region, RECT* box);
 BOOL RectInRegion(HRGN region, const RECT* rect); // whether they share a pixel

@@ -124,6 +124,8 @@ private:
     display.pointerPixels.assign(6, 0xFFFFFFFF); // 3 by 2 of white, with the hot spot in them
     display.pointerWidth = 3, display.pointerHeight = 2, display.hotX = 2, display.hotY = 1;
     const int widths[] = {1, 5, 9, 18, 33, 65, 130}, heights[] = {1, 2, 9, 17}, block = size == kSize100 ? 1 : 2 + size;
+    const int lastWidth = area.right - area.left, lastHeight = area.bottom - area.top;
+    if (lastWidth > 0 && lastWidth % block + lastHeight % block == 0 && dice.OneIn(2)) return; // the same once more
     const int width = (widths[dice.Below(7)] + block - 1) / block * block;
     const int height = (heights[dice.Below(4)] + block - 1) / block * block;
     const int left = dice.Below(kWidth - width + 1), top = dice.Below(kHeight - height + 1);

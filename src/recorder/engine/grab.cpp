@@ -80,18 +80,6 @@ void BlackenUnlessOnScreen(const Rect& source, const Rect& bounds) {
   if (screen.right > 0) ::FillRect(CurrentContext(), &whole, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
 }
 
-// Makes them the rows in which the pointer is not as it was: where it stood, where it stands, and what lies between.
-void StartWithPointer(HRGN rows, const Rect& bounds, const FramePointer& before, const FramePointer& now) {
-  int32_t top = bounds.bottom, bottom = 0;
-  for (const FramePointer* pointer : {&before, &now}) {
-    const bool apart = pointer->right <= 0 || pointer->left >= bounds.right;
-    if (before == now || !pointer->picture || apart) continue;
-    top = std::min(top, std::max(pointer->top, 0));
-    bottom = std::max(bottom, std::min(pointer->bottom, int32_t{bounds.bottom}));
-  }
-  ::SetRectRgn(rows, 0, top, bounds.right, std::max(top, bottom));
-}
-
 // The part of the screen that is grabbed.
 Rect SourceOf(const RecorderState& recorder) {
   const Rect bounds = OffscreenBounds(recorder.grab.offscreen);
@@ -99,16 +87,24 @@ Rect SourceOf(const RecorderState& recorder) {
   return {recorder.frameTop, left, int16_t(recorder.frameTop + bounds.bottom), int16_t(left + bounds.right)};
 }
 
-// Finds out which rows are new, and looks at the pointer.
+// Finds out which rows are new, and looks at the pointer behind it, so that both are of one moment or the pointer is
+// newer.
 void FindNewRows(RecorderState& recorder, const Rect& source) {
   GrabPipeline& grab = recorder.grab;
-  const Rect bounds = OffscreenBounds(grab.offscreen);
-  FramePointer pointer;
-  if (recorder.cursorOverlayOn) pointer = LookAtCursor(source.left, source.top);
-  StartWithPointer(grab.newRows, bounds, std::exchange(grab.pointer, pointer), pointer);
   const RECT where = {source.left, source.top, source.right, source.bottom};
-  ::AddScreenChanges(grab.newRows, &where);
-  if (!std::exchange(grab.holdsFrame, true)) ::SetRectRgn(grab.newRows, 0, 0, bounds.right, bounds.bottom);
+  ::GetScreenChanges(grab.newRows, &where);
+  const LONG width = grab.offscreen->width, height = grab.offscreen->height;
+  const RECT all = {0, 0, width, height};
+  if (!std::exchange(grab.holdsFrame, true)) ::AddRectRgn(grab.newRows, &all);
+
+  const FramePointer before = grab.pointer;
+  grab.pointer = recorder.cursorOverlayOn ? LookAtCursor(source.left, source.top) : FramePointer{};
+  if (grab.pointer == before) return;
+  for (const FramePointer* pointer : {&before, &std::as_const(grab.pointer)}) {
+    const RECT rows = {0, std::clamp<LONG>(pointer->top, 0, height), width,
+                       std::clamp<LONG>(pointer->bottom, 0, height)};
+    if (pointer->right > 0 && pointer->left < width) ::AddRectRgn(grab.newRows, &rows);
+  }
 }
 
 } // namespace

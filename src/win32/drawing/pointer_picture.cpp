@@ -40,9 +40,10 @@ using namespace framereel;
 
 BOOL GetCursorInfo(CURSORINFO* info) {
   static Win32Cursor current = {nullptr, PointerShape::kOwn};
-  current.picture = DisplayPointer();
   POINT place;
-  if (!info || !current.picture || !::GetCursorPos(&place)) return FALSE;
+  if (!info || !::GetCursorPos(&place)) return FALSE;
+  current.picture = DisplayPointer();
+  if (!current.picture) return FALSE;
   const PointerPicture& picture = *current.picture;
   const LONG left = place.x - picture.hotX, top = place.y - picture.hotY;
   *info = {&current, {left, top, left + picture.width, top + picture.height}, picture.serial};

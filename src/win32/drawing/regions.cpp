@@ -30,19 +30,18 @@ HRGN CreateRectRgn(int left, int top, int right, int bottom) {
   return new Win32Region{{GdiKind::kRegion, false, 0}, Region(InOrder(left, top, right, bottom))};
 }
 
-BOOL SetRectRgn(HRGN region, int left, int top, int right, int bottom) {
-  if (!region) return FALSE;
-  region->area = Region(InOrder(left, top, right, bottom));
+BOOL AddRectRgn(HRGN region, const RECT* rect) {
+  if (!region || !rect) return FALSE;
+  region->area.Add({rect->left, rect->top, rect->right, rect->bottom});
   return TRUE;
 }
 
-BOOL AddScreenChanges(HRGN region, const RECT* where) {
+BOOL GetScreenChanges(HRGN region, const RECT* where) {
   if (!region || !where) return FALSE;
   PresentWindows();
-  Region rows;
-  DisplayAddChanges({where->left, where->top, where->right, where->bottom}, &rows);
-  rows.Offset(-where->left, -where->top);
-  region->area.Add(rows);
+  region->area.Clear();
+  DisplayAddChanges({where->left, where->top, where->right, where->bottom}, &region->area);
+  region->area.Offset(-where->left, -where->top);
   return TRUE;
 }
 

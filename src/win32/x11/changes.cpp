@@ -5,7 +5,9 @@
 // from the server ahead of a read, in one step: what is drawn between the two is read, and told again the next time.
 //
 // It is no word on all that a read may find. Where more may have changed, all has: another size of the screen, a
-// compositor that comes or goes, our marks, a read that failed.
+// compositor that comes or goes, our marks, a read that failed, another picture of the pointer, and, without a
+// compositor, its moves.
+#include <X11/Xlib-xcb.h>
 #include <X11/extensions/Xfixes.h>
 
 #include <algorithm>
@@ -37,12 +39,23 @@ void Listen(X11Connection* x) {
   changes.unsure = true;
 }
 
-// What the server has noted down, from the top down; it begins anew.
+// Without a compositor windows of another depth than the screen's have pixels of their own all the same. The server
+// puts them on the screen when it comes to it, but ahead of any read. A read of one pixel does, and nobody waits for
+// its answer.
+void PutWindowsOnScreen(const X11Connection* x) {
+  xcb_connection_t* connection = XGetXCBConnection(x->display);
+  const auto root = static_cast<xcb_window_t>(x->root);
+  const auto read = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root, 0, 0, 1, 1, UINT32_MAX);
+  xcb_discard_reply(connection, read.sequence);
+}
+
+// What the server has noted down, in bands from the top down; it begins anew.
 struct Damaged {
   XRectangle* places; // null when it does not answer
   int count;
 
   explicit Damaged(X11Connection* x) : places(nullptr), count(0) {
+    if (!x->marks.composited) PutWindowsOnScreen(x);
     XDamageSubtract(x->display, x->changes.damage, None, x->changes.taken);
     const unsigned long request = NextRequest(x->display);
     places = XFixesFetchRegion(x->display, x->changes.taken, &count);
@@ -54,6 +67,18 @@ struct Damaged {
   Damaged(const Damaged&) = delete;
 };
 
+// A server that draws the pointer itself puts those windows on the screen ahead of that, too, and notes down neither.
+// So without a compositor nothing is sure of a screen on which the pointer has moved.
+bool PointerHasMoved(X11Connection* x) {
+  X11Changes& changes = x->changes;
+  int32_t left = 0, top = 0;
+  if (x->marks.composited || !DisplayPointerPlace(&left, &top)) return false;
+  const bool same = changes.pointerX == left && changes.pointerY == top;
+  changes.pointerX = left;
+  changes.pointerY = top;
+  return !same;
+}
+
 // Rows that are close to each other come with those between them.
 void AddRows(const X11Connection* x, const Damaged& damaged, const PixelRect& where, Region* rows) {
   const int32_t rowBytes = (where.right - where.left) * x->facts.layout.bytesPerPixel;
@@ -63,7 +88,7 @@ void AddRows(const X11Connection* x, const Damaged& damaged, const PixelRect& wh
     const PixelRect changed = Intersect(where, {place->x, place->y, place->x + place->width, place->y + place->height});
     if (IsEmpty(changed)) continue;
     if (!IsEmpty(band) && changed.top - band.bottom > between) rows->Add(std::exchange(band, {}));
-    band = {where.left, IsEmpty(band) ? changed.top : band.top, where.right, std::max(band.bottom, changed.bottom)};
+    band = {where.left, IsEmpty(band) ? changed.top : band.top, where.right, changed.bottom};
   }
   rows->Add(band);
 }
@@ -76,10 +101,12 @@ bool Tell(X11Connection* x, const PixelRect& where, Region* rows) {
   changes.askedTick = DisplayTick();
   if (!changes.damage) Listen(x);
   const Damaged damaged(x);
-  X11TakeEvents(x, QueuedAlready); // what has been told ahead of the answer
+  const bool moved = PointerHasMoved(x);
+  if (!X11Live()) return false;
+  X11TakeEvents(x, QueuedAlready); // what has been told ahead of the answers
   const bool elsewhere = !Same(std::exchange(changes.where, where), where);
   const bool unsure = std::exchange(changes.unsure, false);
-  if (elsewhere || unsure || !damaged.places || X11ShowsMarks(x, where)) return false;
+  if (elsewhere || unsure || moved || !damaged.places || X11ShowsMarks(x, where)) return false;
   AddRows(x, damaged, where, rows);
   return true;
 }
@@ -113,6 +140,8 @@ void X11ForgetOldChanges(X11Connection* x) {
 
 void DisplayAddChanges(const PixelRect& where, Region* rows) {
   X11Connection* x = X11Live();
+  // Whoever draws the pointer into the picture wants it exact, whatever has moved it.
+  if (x) x->devices.pointerStale = true;
   if (!x || !Tell(x, where, rows)) rows->Add(where);
 }
 

@@ -57,6 +57,7 @@ bool X11TakeDeviceEvent(X11Connection* x, const XEvent& event) {
   if (!devices.tell || event.type != GenericEvent || event.xcookie.extension != devices.extension) return false;
   devices.pointerStale = true; // some devices move the pointer with a press
   if (event.xcookie.evtype == XI_RawMotion) {
+    x->changes.unsure = true; // the pointer may be back where it was
     if (devices.hearsMotion) Listen(x, false);
     return true;
   }

@@ -59,6 +59,7 @@ void X11WatchPointer(X11Connection* x) {
 bool X11TakePointerEvent(X11Connection* x, const XEvent& event) {
   if (!x->hasPointerPictures || event.type != x->pointerEvent) return false;
   const auto& notice = reinterpret_cast<const XFixesCursorNotifyEvent&>(event);
+  x->changes.unsure = true;
   // A notice may be older than the picture that stands.
   x->pictureStale = !x->pointer.pixels || notice.cursor_serial != x->pointer.serial;
   return true;
@@ -78,8 +79,6 @@ unsigned int X11AskPointer(X11Connection* x) {
 const PointerPicture* DisplayPointer() {
   X11Connection* x = X11Live();
   if (!x || !x->hasPointerPictures) return nullptr;
-  // Whoever draws the pointer into a picture wants it exact, whatever has moved it.
-  x->devices.pointerStale = true;
   X11TakeEvents(x, QueuedAfterReading);
   if (!X11Live()) return nullptr;
   if (x->pictureStale) FetchPicture(x);

@@ -72,13 +72,14 @@ struct X11Session {
 
 // What the server tells of the screen's changes (changes.cpp).
 struct X11Changes {
-  bool told;           // the server tells all of them
-  int event;           // the number of its notice
-  Damage damage;       // what has been drawn on the root since it was taken last; None while nobody asks
-  XserverRegion taken; // the server's, to take it with
-  bool unsure;         // more has changed than that, or some of it was not read
-  PixelRect where;     // that was asked of last
-  uint32_t askedTick;  // when
+  bool told;                  // the server tells all of them
+  int event;                  // the number of its notice
+  Damage damage;              // what has been drawn on the root since it was taken last; None while nobody asks
+  XserverRegion taken;        // the server's, to take it with
+  bool unsure;                // more has changed than that, or some of it was not read
+  int32_t pointerX, pointerY; // when it was asked last
+  PixelRect where;            // that was asked of last
+  uint32_t askedTick;         // when
 };
 
 struct X11Connection {
