@@ -9,11 +9,12 @@
 #include "toolkit/controls/text_pane.h"
 #include "toolkit/views/box.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kRuleWidth = 11; // pixels, until it is stretched
+constexpr Scaled kRuleWidth{11}; // until it is stretched
 
 View* WithData(View* view, void* data) {
   view->userData = reinterpret_cast<uintptr_t>(data);

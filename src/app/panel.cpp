@@ -22,14 +22,15 @@
 #include "toolkit/controls/separator.h"
 #include "toolkit/controls/text_pane.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kMargin = 3;                             // between the controls and the window's edges
-constexpr int16_t kEdgeGap = 5;                            // of the resting place to the edges of the usable screen
-constexpr int16_t kMessageGap = 13, kNoMessageGap = 4;     // above and below the message
-constexpr int16_t kSectionGap = 16;                        // all in pixels
+constexpr Scaled kMargin{3};                        // between the controls and the window's edges
+constexpr Scaled kEdgeGap{5};                       // of the resting place to the edges of the usable screen
+constexpr Scaled kMessageGap{13}, kNoMessageGap{4}; // above and below the message
+constexpr Scaled kSectionGap{16};
 constexpr uint16_t kSelectArea = 45, kSelectWindow = 90;   // of AppString
 constexpr uint16_t kRecordingSizeStrings[] = {87, 88, 89}; // by recordingSize
 
@@ -195,7 +196,7 @@ void SlideIn(Application& app) {
 // The message's height follows from its text, and its gaps from whether there is one.
 void SetMessage(Panel& panel, const char* text) {
   const bool shows = *text;
-  const int16_t gap = shows ? kMessageGap : kNoMessageGap;
+  const int16_t gap = (shows ? kMessageGap : kNoMessageGap);
   int16_t width = 0;
   StackInnerSize(panel.root, &width, nullptr);
   TextPaneSetText(panel.messageText, text);

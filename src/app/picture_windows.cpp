@@ -17,13 +17,14 @@
 #include "platform/pump/pump.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/window_geometry.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
 constexpr uint16_t kAboutPicture = 515, kSplashPicture = 516; // of the bitmap resources
 constexpr uint16_t kComment = 24, kFilesSay = 57;             // of AppString
-constexpr int16_t kFirstLine = 178, kSecondLine = 191;        // baselines under what the picture of About says
+constexpr int16_t kFirstLine = 178, kSecondLine = 191;        // baselines under what the picture of About says, in it
 constexpr int32_t kStep = 6;                                  // pixels at most, on each axis
 constexpr uint32_t kStepInterval = 40, kSplashStays = 1000;   // ms
 constexpr uint32_t kFlags = kWindowLoosePopup | kWindowUnclamped;
@@ -32,12 +33,12 @@ Application& AppOf(const ChildWindow* window) {
   return *static_cast<Application*>(window->userData);
 }
 
-// Black on the panel's background.
-void DrawPicture(const Offscreen* picture) {
+// Black on the panel's background, all over the window.
+void DrawPicture(const ChildWindow* window, const Offscreen* picture) {
   UseDrawState(DrawStateFill());
   SetForeColour(PrimaryColour(0));
   SetBackColour(ColourMenu());
-  CopyBits(&picture->port, OffscreenBounds(picture), OffscreenBounds(picture), 1);
+  CopyBits(&picture->port, OffscreenBounds(picture), ChildBounds(window), 1);
 }
 
 // Not shown yet.
@@ -47,8 +48,10 @@ void Open(Application& app, PictureWindow& window, uint16_t picture, uint32_t fl
   window.window->userData = &app;
   window.window->background = ColourMenu();
   SetWindowMethod(window.window, &WindowMethods::paint, paint);
-  SetMaxChildSize(window.window, 1000, 1000);
-  SizeChildWindow(window.window, window.picture->width, window.picture->height);
+  const auto width = int16_t(window.picture->width * PictureScale());
+  const auto height = int16_t(window.picture->height * PictureScale());
+  SetMaxChildSize(window.window, width, height);
+  SizeChildWindow(window.window, width, height);
 }
 
 void Close(PictureWindow& window) {
@@ -61,7 +64,7 @@ void Close(PictureWindow& window) {
 // ---- The splash --------------------------------------------------------------------------------------------------
 
 void PaintSplash(ChildWindow* window) {
-  DrawPicture(AppOf(window).splash.picture);
+  DrawPicture(window, AppOf(window).splash.picture);
 }
 
 void CloseSplash(void* application) {
@@ -72,17 +75,17 @@ void CloseSplash(void* application) {
 
 // ---- About -------------------------------------------------------------------------------------------------------
 
-void DrawCentred(int16_t width, int16_t y, const char* text) {
-  DrawText(Maximum(0, (width - MeasureText(text).width) / 2), y, text);
+void DrawCentred(const ChildWindow* window, int16_t line, const char* text) {
+  DrawText(Maximum(0, (window->geometry.clientWidth - MeasureText(text).width) / 2), line * PictureScale(), text);
 }
 
 void PaintAbout(ChildWindow* window) {
   const Application& app = AppOf(window);
-  DrawPicture(app.about.picture);
+  DrawPicture(window, app.about.picture);
   UseDrawState(DrawStateSecond());
-  DrawCentred(app.about.picture->width, kFirstLine, AppString(kFilesSay));
+  DrawCentred(window, kFirstLine, AppString(kFilesSay));
   char* comment = FormatNew(AppString(kComment), app.recorder.ownerName);
-  DrawCentred(app.about.picture->width, kSecondLine, comment);
+  DrawCentred(window, kSecondLine, comment);
   StrFree(comment);
 }
 

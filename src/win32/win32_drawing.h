@@ -145,8 +145,9 @@ inline constexpr int LF_FACESIZE = 32;
 
 // What a font is to be like; other fields than these are 0.
 struct LOGFONTA {
-  LONG lfHeight; // pixels: above 0 ascent and descent together, below 0 the size of the letters alone; 0 is 16
-  LONG lfWidth;  // average width in pixels, 0 for what goes with the height
+  LONG
+      lfHeight; // pixels: above 0 ascent and descent together, below 0 the size of the letters alone; 0 is the system's
+  LONG lfWidth; // average width in pixels, 0 for what goes with the height
   LONG lfEscapement, lfOrientation;
   LONG lfWeight; // FW_NORMAL, or bold from 600 up
   BYTE lfItalic, lfUnderline, lfStrikeOut, lfCharSet, lfOutPrecision, lfClipPrecision, lfQuality, lfPitchAndFamily;

@@ -6,6 +6,7 @@
 #include "core/memory.h"
 #include "core/strings.h"
 #include "platform/drawing/shared_contexts.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 
 namespace framereel {
@@ -25,7 +26,7 @@ FontState fonts;
 
 HFONT NewHandle(const char* family, const Font& font) {
   LOGFONTA what = {};
-  what.lfHeight = font.size;
+  what.lfHeight = Scaled(font.size);
   what.lfWidth = font.width;
   what.lfItalic = (font.style & kFontItalic) != 0;
   what.lfWeight = font.style & kFontBold ? FW_BOLD : FW_NORMAL;

@@ -19,7 +19,7 @@ struct FontFamily {
 
 struct Font {
   FontFamily* family;
-  uint16_t size;                       // of the cell, in pixels
+  uint16_t size;                       // of the cell, in pixels at 96 to the inch
   uint16_t style;                      // of FontStyle
   double scale;                        // horizontal; 1.0 normally
   uint32_t references;                 // DrawStates that hold it

@@ -7,6 +7,7 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
 #include "platform/drawing/standard_drawing.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_windows.h"
 
@@ -62,17 +63,19 @@ void DrawLine(int x1, int y1, int x2, int y2) {
 }
 
 void DrawHLine(int16_t x1, int16_t y, int16_t x2) {
-  DrawLine(x1, y, x2, y);
+  for (int i = 0, line = kThinLine; i < line; ++i) DrawLine(x1, y + i, x2, y + i);
 }
 
 void DrawVLine(int16_t x, int16_t y1, int16_t y2) {
-  DrawLine(x, y1, x, y2);
+  for (int i = 0, line = kThinLine; i < line; ++i) DrawLine(x + i, y1, x + i, y2);
 }
 
 void FrameRect(const Rect& r) {
-  const int left = r.left, top = r.top, right = r.right - 1, bottom = r.bottom - 1;
-  const POINT points[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
-  ::Polyline(CurrentContext(), points, 5);
+  for (int i = 0, line = kThinLine; i < line; ++i) {
+    const int left = r.left + i, top = r.top + i, right = r.right - 1 - i, bottom = r.bottom - 1 - i;
+    const POINT points[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
+    ::Polyline(CurrentContext(), points, 5);
+  }
 }
 
 void FillRectXY(int left, int top, int right, int bottom) {

@@ -10,11 +10,12 @@
 
 namespace framereel {
 
-// Both ends included; from either end the pixels are the same.
+// One pixel wide, both ends included; from either end the pixels are the same.
 void DrawLine(int x1, int y1, int x2, int y2);
+// Thin lines (kThinLine), from the coordinate across downwards and to the right.
 void DrawHLine(int16_t x1, int16_t y, int16_t x2);
 void DrawVLine(int16_t x, int16_t y1, int16_t y2);
-// The line of one pixel along the inside of the rectangle.
+// The thin line along the inside of the rectangle.
 void FrameRect(const Rect& r);
 // In the pen mode of the state, with its pattern.
 void FillRectXY(int left, int top, int right, int bottom);

@@ -3,6 +3,7 @@
 #include "platform/windows/window_geometry.h"
 
 #include "core/numbers.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_windows.h"
 
 namespace framereel {
@@ -102,7 +103,7 @@ void OuterFromClient(WindowGeometry* g) {
 // ---- ChildWindows ------------------------------------------------------------------------------------------------
 
 void PlaceChildWindow(ChildWindow* window, int16_t x, int16_t y) {
-  constexpr int32_t kMargin = 5;
+  constexpr Scaled kMargin{5};
   int32_t left = x, top = y;
   if (!(window->flags & kWindowUnclamped)) {
     const WindowGeometry& main = window->parent->geometry;

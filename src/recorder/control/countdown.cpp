@@ -16,6 +16,7 @@
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/standard_drawing.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_windows.h"
 
 namespace framereel {
@@ -31,9 +32,10 @@ Rect Centred(const Rect& bounds, const Rect& area) {
   return {int16_t(top), int16_t(left), int16_t(top + bounds.bottom), int16_t(left + bounds.right)};
 }
 
-// The pictures are of one size.
+// On the screen, from their corner on. The pictures are of one size.
 Rect BoundsOf(const RecorderControl& control) {
-  return OffscreenBounds(control.pictures[kPictureOne]);
+  const Offscreen* one = control.pictures[kPictureOne];
+  return {0, 0, int16_t(one->height * PictureScale()), int16_t(one->width * PictureScale())};
 }
 
 Offscreen* NewPictureOffscreen(const RecorderControl& control) {
@@ -186,7 +188,7 @@ void ShowPicture(RecorderState& recorder, CountdownPicture picture) {
     TakeInOthers(control, &sight);
     ForgetSight(sight);
   }
-  CopyTo(control.shownScreen, &control.pictures[picture]->port, BoundsOf(control));
+  CopyTo(control.shownScreen, &control.pictures[picture]->port, OffscreenBounds(control.pictures[picture]));
   PutOnScreen(control, control.shownScreen, BoundsOf(control));
   TellPanel(recorder, PictureWork::kEnds);
 }

@@ -13,12 +13,13 @@
 #include "toolkit/controls/push_button.h"
 #include "toolkit/controls/text_pane.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kPictureRoom = 60; // pixels across, for the picture and the margins
-constexpr int16_t kTextLeft = 50, kEdge = 4, kLeastText = 36, kButtonRoom = 8, kPairRoom = 24;
+constexpr Scaled kMargins{28}; // across, around picture and text
+constexpr Scaled kTextGap{18}, kEdge{4}, kButtonRoom{8}, kPairRoom{24};
 
 struct AlertState {
   ChildWindow* window;
@@ -73,10 +74,18 @@ void MakeViews(AlertState* state, uint16_t picture, const char* message, const c
 
 // ---- Their places ------------------------------------------------------------------------------------------------
 
+int PictureRoom(const AlertState* state) {
+  return state->picture->width + kMargins;
+}
+
+int LeastText(const AlertState* state) {
+  return state->picture->height + kEdge;
+}
+
 int16_t WindowWidth(const AlertState* state) {
-  const int text = state->text->width;
-  if (!state->second) return int16_t(std::max<int>(state->first->width, text) + kPictureRoom);
-  return int16_t(std::max(state->first->width + state->second->width + kPairRoom, text + kPictureRoom));
+  const int text = state->text->width, room = PictureRoom(state);
+  if (!state->second) return int16_t(std::max<int>(state->first->width, text) + room);
+  return int16_t(std::max(state->first->width + state->second->width + kPairRoom, text + room));
 }
 
 void PlaceTwoButtons(const AlertState* state, int16_t width, int16_t height) {
@@ -90,14 +99,16 @@ void PlaceTwoButtons(const AlertState* state, int16_t width, int16_t height) {
 void PlaceOneButton(const AlertState* state, int16_t width, int16_t height) {
   View *first = state->first, *picture = state->picture;
   ViewMove(picture, kEdge, int16_t((height - picture->height) / 3));
-  ViewMove(first, int16_t((width + kLeastText - first->width) / 2), int16_t(height - kEdge - first->height));
+  ViewMove(first, int16_t((width + LeastText(state) - first->width) / 2), int16_t(height - kEdge - first->height));
 }
 
 void LayOut(const AlertState* state) {
   const int16_t width = WindowWidth(state);
-  const auto height = int16_t(std::max(state->text->height, kLeastText) + state->first->height + kButtonRoom);
+  const auto height =
+      int16_t(std::max<int>(state->text->height, LeastText(state)) + state->first->height + kButtonRoom);
   SizeChildWindow(state->window, width, height);
-  ViewMove(state->text, int16_t((width - kPictureRoom - state->text->width) / 2 + kTextLeft), kEdge);
+  const int textLeft = state->picture->width + kTextGap + (width - PictureRoom(state) - state->text->width) / 2;
+  ViewMove(state->text, int16_t(textLeft), kEdge);
   (state->second ? PlaceTwoButtons : PlaceOneButton)(state, width, height);
   for (View* view : {state->text, state->picture, state->first, state->second}) {
     if (view) ViewShow(view);

@@ -12,11 +12,12 @@
 #include "toolkit/text/text_layout.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kBoxSize = 16, kBoxLeft = 2, kLabelGap = 4, kMargin = 4; // pixels
+constexpr Scaled kBoxSize{16}, kBoxLeft{2}, kLabelGap{4}, kMargin{4};
 
 struct CheckBox {
   char* label; // owned
@@ -53,7 +54,7 @@ void SetSize(View* view, int16_t width, int16_t height) {
   const TextSize text = LabelSize(view);
   const bool labelled = HasLabel(box);
   if (width == 0) width = int16_t(kBoxSize + kMargin + (labelled ? text.width + kLabelGap : 0));
-  if (height == 0) height = int16_t((labelled ? std::max(kBoxSize, text.height) : kBoxSize) + kMargin);
+  if (height == 0) height = int16_t((labelled ? std::max<int>(kBoxSize, text.height) : int{kBoxSize}) + kMargin);
   box->labelY = int16_t((height - text.height) / 2);
   if (width == view->width && height == view->height) return;
   ViewInvalidate(view);
@@ -64,10 +65,10 @@ void SetSize(View* view, int16_t width, int16_t height) {
 
 // ---- Look --------------------------------------------------------------------------------------------------------
 
-// Three lines thick.
+// Three thin lines thick.
 void DrawTick(const Rect& r) {
   const int third = (r.right - r.left) / 3;
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0, lines = 3 * kThinLine; i < lines; ++i) {
     DrawLine(r.left, r.bottom - third - i, r.left + third, r.bottom - i);
     DrawLine(r.left + third, r.bottom - i, r.right, r.top + third - i);
   }
@@ -77,10 +78,10 @@ void DrawBox(View* view) {
   const CheckBox* box = BoxOf(view);
   Rect r = BoxBounds(view);
   DrawSunkenEdge(r);
-  r = RectGrow(r, -2, -2);
+  r = RectGrow(r, -2 * kThinLine, -2 * kThinLine);
   SetForeColour(box->pressed ? ColourFace() : PrimaryColour(7));
   FillRect(r);
-  r = RectGrow(r, -1, -1);
+  r = RectGrow(r, -kThinLine, -kThinLine);
   SetForeColour(PrimaryColour(0));
   if (box->value) DrawTick({r.top, r.left, int16_t(r.bottom - 1), int16_t(r.right - 1)});
 }

@@ -14,6 +14,7 @@
 #include "toolkit/text/text_layout.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_controls.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
@@ -21,9 +22,8 @@
 namespace framereel {
 namespace {
 
-constexpr int16_t kEdge = 2, kRim = 3;            // pixels on each side; a white line lies between edge and control
-constexpr int16_t kRoomAcross = 7, kRoomDown = 6; // round the text
-constexpr LONG kEndless = 32767;                  // a side of the place for text that lets it run on
+constexpr Scaled kRoomAcross{7}, kRoomDown{6}; // round the text
+constexpr LONG kEndless = 32767;               // a side of the place for text that lets it run on
 
 ViewClass* editFieldClass;
 
@@ -33,6 +33,14 @@ EditField* FieldOf(const View* view) {
 
 HWND NativeHandle(const View* view) {
   return FieldOf(view)->control;
+}
+
+// On each side; a white line lies between edge and control.
+int Edge() {
+  return 2 * kThinLine;
+}
+int Rim() {
+  return 3 * kThinLine;
 }
 
 void NaturalSize(const View* view, int16_t* width, int16_t* height) {
@@ -58,12 +66,12 @@ void SetSize(View* view, int16_t width, int16_t height) {
     if (width == 0) width = naturalWidth;
     if (height == 0) height = naturalHeight;
   }
-  SetNativeSize(view, NativeHandle(view), int16_t(width - 2 * kRim), int16_t(height - 2 * kRim), width, height);
+  SetNativeSize(view, NativeHandle(view), int16_t(width - 2 * Rim()), int16_t(height - 2 * Rim()), width, height);
   SetFormat(view);
 }
 
 void SetPosition(View* view, int16_t x, int16_t y) {
-  SetNativePosition(view, NativeHandle(view), int16_t(x + kRim), int16_t(y + kRim), x, y);
+  SetNativePosition(view, NativeHandle(view), int16_t(x + Rim()), int16_t(y + Rim()), x, y);
   SetFormat(view);
 }
 
@@ -95,7 +103,7 @@ void Draw(View* view) {
   if (FieldOf(view)->bevel) DrawSunkenEdge(r);
   UseDrawState(DrawStateFill());
   SetForeColour(PrimaryColour(7));
-  FrameRect(RectGrow(r, -kEdge, -kEdge));
+  FrameRect(RectGrow(r, -Edge(), -Edge()));
 }
 
 void MouseDown(View* view, uint16_t, int16_t x, int16_t y) {

@@ -9,11 +9,12 @@
 #include "toolkit/controls/text_item.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kFrame = 2; // pixels on each side
+constexpr Scaled kFrame{2}; // on each side
 
 struct Label {
   TextItem content;
@@ -34,7 +35,7 @@ void Measure(View* view) {
 
 void SetSize(View* view, int16_t width, int16_t height) {
   const Label* label = LabelOf(view);
-  const int16_t frame = label->framed ? 2 * kFrame : 0;
+  const int frame = label->framed ? 2 * kFrame : 0;
   ViewInvalidate(view);
   view->width = width ? width : int16_t(label->naturalWidth + frame);
   view->height = height ? height : int16_t(label->naturalHeight + frame);

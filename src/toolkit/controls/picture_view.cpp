@@ -6,11 +6,12 @@
 #include "platform/bitmaps/offscreens.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kPictureSize = 32;
+constexpr int16_t kStoredSize = 32; // pixels
 
 ViewClass* pictureViewClass;
 
@@ -30,8 +31,9 @@ void Draw(View* view) {
 
 void SetSize(View* view, int16_t width, int16_t height) {
   ViewInvalidate(view);
-  view->width = width ? width : kPictureSize;
-  view->height = height ? height : kPictureSize;
+  const auto natural = int16_t(kStoredSize * PictureScale());
+  view->width = width ? width : natural;
+  view->height = height ? height : natural;
   ViewInvalidate(view);
 }
 

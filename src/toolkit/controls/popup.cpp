@@ -13,11 +13,12 @@
 #include "toolkit/controls/popup_list.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kShadow = 1, kTextLeft = 6; // pixels
+constexpr Scaled kShadow{1}, kTextLeft{6}, kEntryRoom{4}, kBoxRoom{12}, kShadowInset{3};
 
 struct Popup {
   PopupEntries entries;
@@ -67,15 +68,17 @@ int16_t BoxHeight(const View* view) {
 PopupRoom RoomFor(int16_t height) {
   const auto unit = int16_t(height / 6 + 1);
   const auto mark = int16_t(2 * unit / 6 * 4);
-  return {int16_t(2 * unit), mark, int16_t(mark + 3)};
+  // As high as that of a Label beside it.
+  const int32_t textTop = (kEntryRoom + kShadow) / 2;
+  return {int16_t(2 * unit), mark, int16_t(mark + Scaled(3)), int16_t(textTop)};
 }
 
 void SetSize(View* view, int16_t width, int16_t height) {
   Popup* popup = PopupOf(view);
-  if (height == 0) height = int16_t(popup->entries.tallest + 4 + kShadow);
+  if (height == 0) height = int16_t(popup->entries.tallest + kEntryRoom + kShadow);
   popup->room = RoomFor(height);
   if (width == 0) {
-    width = PinToShort(popup->room.arrowWidth + popup->entries.widest + 12 + popup->room.markRoom + kShadow);
+    width = PinToShort(popup->room.arrowWidth + popup->entries.widest + kBoxRoom + popup->room.markRoom + kShadow);
   }
   ViewInvalidate(view);
   view->width = width;
@@ -86,8 +89,8 @@ void SetSize(View* view, int16_t width, int16_t height) {
 // ---- Look --------------------------------------------------------------------------------------------------------
 
 void DrawArrow(const View* view) {
-  const int32_t half = view->height / 12 + 2;
-  const int32_t x = view->x + BoxWidth(view) - PopupOf(view)->room.arrowWidth / 2 - 4;
+  const int32_t half = view->height / 12 + Scaled(2);
+  const int32_t x = view->x + BoxWidth(view) - PopupOf(view)->room.arrowWidth / 2 - kEntryRoom;
   const int32_t top = view->y + BoxHeight(view) / 2 - half / 2;
   const Point corners[] = {
       {int16_t(top), int16_t(x - half)}, {int16_t(top), int16_t(x + half)}, {int16_t(top + half), int16_t(x)}};
@@ -103,17 +106,17 @@ void DrawBox(const View* view) {
   FillRect(box);
   SetForeColour(PrimaryColour(0));
   FrameRect(box);
-  DrawHLine(int16_t(box.left + 3), box.bottom, box.right);
-  DrawVLine(box.right, int16_t(box.top + 3), box.bottom);
+  DrawHLine(int16_t(box.left + kShadowInset), box.bottom, box.right);
+  DrawVLine(box.right, int16_t(box.top + kShadowInset), box.bottom);
 }
 
 // Where the selected entry stands in the box.
 Rect EntryCell(const View* view) {
   const Popup* popup = PopupOf(view);
   const auto left = int16_t(view->x + popup->room.markRoom + kTextLeft);
-  const int most = view->x + BoxWidth(view) - popup->room.arrowWidth - 4;
+  const int most = view->x + BoxWidth(view) - popup->room.arrowWidth - kEntryRoom;
   const auto right = int16_t(std::min(left + popup->itemWidths[popup->entries.selected], most));
-  return {int16_t(view->y + 2), left, int16_t(view->y + BoxHeight(view)), right};
+  return {int16_t(view->y + popup->room.textTop), left, int16_t(view->y + BoxHeight(view)), right};
 }
 
 void Draw(View* view) {

@@ -23,13 +23,15 @@
 #include "platform/windows/paint_messages.h"
 #include "platform/windows/window_geometry.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kTextLeft = 4, kFirstTop = 1, kArrowBand = 12; // pixels
-constexpr int16_t kRoomAround = 8;                               // of the main window's height that a list leaves free
-constexpr int32_t kNone = -1, kUpAlive = -2, kUpDead = -3;       // places that are no entry; two more follow the last
+constexpr Scaled kTextLeft{4}, kRowGap{1}, kArrowBand{12}, kArrowReach{4};
+constexpr Scaled kInset{2};                                // of its marks, and of a list that scrolls
+constexpr Scaled kRoomAround{8};                           // of the main window's height that a list leaves free
+constexpr int32_t kNone = -1, kUpAlive = -2, kUpDead = -3; // places that are no entry; two more follow the last
 
 struct PopupState {
   ChildWindow* window;
@@ -92,15 +94,16 @@ int32_t PlaceAt(int16_t y) {
 // ---- Drawing -----------------------------------------------------------------------------------------------------
 
 Rect RowOf(int32_t entry) {
-  return {int16_t(open->tops[entry] - 1), 0, open->tops[entry + 1], open->window->geometry.clientWidth};
+  return {int16_t(open->tops[entry] - kRowGap), 0, open->tops[entry + 1], open->window->geometry.clientWidth};
 }
 
-// Two strokes, twice, a pixel apart.
+// Two strokes, two thin lines thick.
 void DrawMark(int16_t middle) {
   const int32_t u = open->room.markWidth / 4;
-  for (int32_t up = 0; up < 2; ++up) {
-    DrawLine(2, middle - up, u + 3, middle + u + 1 - up);
-    DrawLine(u + 3, middle + u + 1 - up, 4 * u + 5, middle - 2 * u - 1 - up);
+  const int32_t corner = u + Scaled(3), right = 4 * u + Scaled(5);
+  for (int32_t up = 0, lines = 2 * kThinLine; up < lines; ++up) {
+    DrawLine(kInset, middle - up, corner, middle + u + 1 - up);
+    DrawLine(corner, middle + u + 1 - up, right, middle - 2 * u - 1 - up);
   }
 }
 
@@ -124,8 +127,9 @@ void DrawArrow(int32_t place) {
   const ChildWindow* window = open->window;
   const int16_t width = window->geometry.clientWidth, height = window->geometry.clientHeight;
   const auto top = int16_t(up ? 0 : height - kArrowBand);
-  const auto middle = int16_t(width / 2), base = int16_t(up ? top + 8 : top + 4), tip = int16_t(up ? top + 4 : top + 8);
-  const Point corners[] = {{base, int16_t(middle - 4)}, {base, int16_t(middle + 4)}, {tip, middle}};
+  const int16_t reach = kArrowReach, middle = width / 2;
+  const auto base = int16_t(top + (up ? 2 * reach : reach)), tip = int16_t(top + (up ? reach : 2 * reach));
+  const Point corners[] = {{base, int16_t(middle - reach)}, {base, int16_t(middle + reach)}, {tip, middle}};
   UseDrawState(DrawStateFill());
   SetForeColour(PrimaryColour(7));
   FillRect({top, 0, int16_t(top + kArrowBand), width});
@@ -267,10 +271,10 @@ void ForgetList(intptr_t, void*) {
 void LayEntries(PopupState* state) {
   const PopupEntries& entries = *state->entries;
   state->tops = static_cast<int16_t*>(MemAlloc((size_t{entries.count} + 1) * sizeof *state->tops));
-  int32_t top = kFirstTop;
+  int32_t top = kRowGap;
   for (int32_t i = 0; i < entries.count; ++i) {
     state->tops[i] = PinToShort(top);
-    top += entries.heights[i] + 1;
+    top += entries.heights[i] + kRowGap;
   }
   state->tops[entries.count] = PinToShort(top);
 }
@@ -284,10 +288,10 @@ void SizeList(PopupState* state) {
   const auto available = int16_t(TheMainWindow()->geometry.clientHeight - kRoomAround);
   state->scrolling = needed > available;
   const int16_t height = state->scrolling ? available : needed;
-  state->listTop = state->scrolling ? kArrowBand : 0;
+  state->listTop = state->scrolling ? int16_t(kArrowBand) : int16_t{0};
   state->listBottom = int16_t(state->scrolling ? height - kArrowBand : height);
-  const int32_t room = state->entries->widest + state->room.arrowWidth + state->room.markRoom + 10;
-  SizeChildWindow(state->window, PinToShort(std::max(state->view->width - 3, room)), height);
+  const int32_t room = state->entries->widest + state->room.arrowWidth + state->room.markRoom + Scaled(10);
+  SizeChildWindow(state->window, PinToShort(std::max(state->view->width - Scaled(3), room)), height);
 }
 
 // Over the Popup, its selected entry where the box is, as far as that can be. Answers how far from there it has come.
@@ -295,12 +299,13 @@ Point PlaceList(PopupState* state) {
   const View* view = state->view;
   const Point corner = ToToolkitPoint(view->window, {view->y, view->x});
   const int16_t selectedTop = state->tops[state->entries->selected];
-  const auto x = int16_t(corner.h + 1);
-  const auto y = int16_t(state->scrolling ? TheMainWindow()->geometry.clientTop + 2 : corner.v - selectedTop + 2);
+  const auto x = int16_t(corner.h + kThinLine);
+  const auto y = int16_t(state->scrolling ? TheMainWindow()->geometry.clientTop + kInset
+                                          : corner.v - selectedTop + state->room.textTop);
   KeepChildWindowInside(state->window, x, y);
   const WindowGeometry& g = state->window->geometry;
   if (!state->scrolling) return {int16_t(g.clientTop - y), int16_t(g.clientLeft - x)};
-  const int32_t wanted = corner.v - g.clientTop + 2 - selectedTop;
+  const int32_t wanted = corner.v - g.clientTop + state->room.textTop - selectedTop;
   ShiftEntries(
       state, PinValue(state->listBottom - state->tops[state->entries->count], wanted, state->listTop - state->tops[0]));
   return {0, int16_t(g.clientLeft - x)};

@@ -21,9 +21,9 @@ struct PopupEntries {
   uint16_t selected;
 };
 
-// The room that the Popup's size leaves for its arrow and for the mark of the selected entry, in pixels.
+// The room that the Popup's size leaves for its arrow, for the mark of the selected entry, and above its text; pixels.
 struct PopupRoom {
-  int16_t arrowWidth, markWidth, markRoom;
+  int16_t arrowWidth, markWidth, markRoom, textTop;
 };
 
 bool PopupListIsOpen();

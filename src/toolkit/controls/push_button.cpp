@@ -9,6 +9,7 @@
 #include "toolkit/text/text_layout.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_controls.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
@@ -16,7 +17,7 @@
 namespace framereel {
 namespace {
 
-constexpr int16_t kRoomAcross = 19, kRoomDown = 9; // pixels round the title
+constexpr Scaled kRoomAcross{19}, kRoomDown{9}; // round the title
 
 struct PushButton {
   PushButtonCallback callback;

@@ -9,6 +9,7 @@
 #include "platform/drawing/standard_drawing.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
@@ -17,7 +18,7 @@ struct Separator {
   uint16_t kind;
 };
 
-constexpr int16_t kThickness[] = {0, 3, 5, 1, 2, 2, 1, 1}; // by kind
+constexpr int16_t kThickness[] = {0, 3, 5, 1, 2, 2, 1, 1}; // by kind, in thin lines
 
 ViewClass* separatorClass;
 
@@ -27,7 +28,7 @@ uint16_t KindOf(const View* view) {
 
 void SetSize(View* view, int16_t width, int16_t height) {
   const uint16_t kind = KindOf(view);
-  const int16_t thickness = kind < std::size(kThickness) ? kThickness[kind] : 0;
+  const auto thickness = int16_t(kind < std::size(kThickness) ? kThickness[kind] * kThinLine : 0);
   ViewInvalidate(view);
   view->width = width ? width : thickness;
   view->height = height ? height : thickness;
@@ -46,13 +47,14 @@ void Destroy(View* view) {
   view->classData = nullptr;
 }
 
-// A line `across` pixels from the middle, a pixel short of both ends.
+// A line `across` lines from the middle, a pixel short of both ends.
 void DrawOneLine(const View* view, int16_t across) {
+  const int line = kThinLine;
   if (view->width > view->height) {
-    const auto y = int16_t(view->y + (view->height - 1) / 2 + across);
+    const auto y = int16_t(view->y + (view->height - line) / 2 + across * line);
     DrawHLine(int16_t(view->x + 1), y, int16_t(view->x + view->width - 2));
   } else {
-    const auto x = int16_t(view->x + (view->width - 1) / 2 + across);
+    const auto x = int16_t(view->x + (view->width - line) / 2 + across * line);
     DrawVLine(x, int16_t(view->y + 1), int16_t(view->y + view->height - 2));
   }
 }

@@ -4,6 +4,7 @@
 #include "core/rects.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
@@ -22,8 +23,11 @@ void DrawEdgeLines(const Rect& r, const Colour& leftTop, const Colour& rightBott
 
 void DrawSunkenEdge(const Rect& r) {
   UseDrawState(DrawStateFill());
-  DrawEdgeLines(r, ColourShadow(), PrimaryColour(7));
-  DrawEdgeLines(RectGrow(r, -1, -1), PrimaryColour(0), ColourLight());
+  const int32_t line = kThinLine;
+  for (int32_t i = 0; i < line; ++i) {
+    DrawEdgeLines(RectGrow(r, -i, -i), ColourShadow(), PrimaryColour(7));
+    DrawEdgeLines(RectGrow(r, -line - i, -line - i), PrimaryColour(0), ColourLight());
+  }
 }
 
 } // namespace framereel

@@ -1,4 +1,4 @@
-// The edge, 2 pixels wide, that makes a box look pressed in.
+// The edge, two thin lines wide, that makes a box look pressed in.
 #pragma once
 
 #include "core/geometry.h"

@@ -7,11 +7,12 @@
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kDividerHeight = 3;
+constexpr Scaled kDividerHeight{3};
 
 } // namespace
 

@@ -16,7 +16,7 @@ struct TextItem {
 // A copy of the text, or a divider for null.
 TextItem NewTextItem(const char* text);
 void FreeTextItem(TextItem* item);
-// With the View's font. A divider is 0 wide and 3 high.
+// With the View's font. A divider is 0 wide.
 void MeasureTextItem(View* view, TextItem* item, int16_t* width, int16_t* height);
 // In the cell, on the current Port: grey when the View is disabled, white when inverted. A divider is a line across
 // `clip`.

@@ -10,11 +10,12 @@
 #include "toolkit/text/text_layout.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
 
-constexpr int16_t kFrame = 2; // pixels on each side
+constexpr Scaled kFrame{2}; // on each side
 
 struct TextPane {
   char* text; // owned

@@ -56,7 +56,7 @@ void NaturalSize(const View* view, int16_t* width, int16_t* height) {
     right = std::max(right, child->x + child->width);
     bottom = std::max(bottom, child->y + child->height);
   }
-  const int16_t frame = box->look.framed ? kFrameRoom : 0;
+  const int frame = box->look.framed ? int{kFrameRoom} : 0;
   *width = right == INT32_MIN ? kEmptySize : int16_t(right - view->x + frame);
   *height = bottom == INT32_MIN ? kEmptySize : int16_t(bottom - view->y + frame);
 }
@@ -95,7 +95,7 @@ void SetPosition(View* view, int16_t x, int16_t y) {
 
 void MoveChild(View* view, View* child, int16_t x, int16_t y) {
   const Box* box = BoxOf(view);
-  const int frame = box->look.framed ? kFrameRoom : 0;
+  const int frame = box->look.framed ? int{kFrameRoom} : 0;
   const int16_t newX = x == kKeepPlace ? child->x : int16_t(x + view->x + frame);
   const int16_t newY = y == kKeepPlace ? child->y : int16_t(y + view->y + frame);
   if (newX != child->x || newY != child->y) child->viewClass->setPosition(child, newX, newY);
@@ -146,7 +146,7 @@ void BoxSetFrame(View* view, bool framed) {
   Box* box = BoxOf(view);
   if (box->look.framed == framed) return;
   box->look.framed = framed;
-  const int16_t shift = framed ? -kFrameRoom : kFrameRoom;
+  const auto shift = int16_t(framed ? -kFrameRoom : +kFrameRoom);
   ShiftChildren(box, shift, shift);
   SetSize(view, view->width, view->height);
   ChildSetFollowBounds(&box->set, framed);

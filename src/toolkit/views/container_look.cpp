@@ -6,6 +6,7 @@
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 
@@ -18,7 +19,7 @@ void DrawContainerLook(const View* view, const ContainerLook& look) {
   if (look.framed) {
     UseDrawState(DrawStateDefault());
     FrameRect(r);
-    r = RectGrow(r, -1, -1);
+    r = RectGrow(r, -kThinLine, -kThinLine);
   }
   if (!look.filled) return;
   UseDrawState(DrawStateFill());

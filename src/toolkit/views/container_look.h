@@ -3,13 +3,14 @@
 
 #include "platform/records/colour.h"
 #include "platform/records/view_record.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 
-inline constexpr int16_t kFrameRoom = 2; // pixels that a frame keeps free on each side, its line among them
+inline constexpr Scaled kFrameRoom{2}; // that a frame keeps free on each side, its line among them
 
 struct ContainerLook {
-  bool framed; // a line of one pixel round the bounds
+  bool framed; // a thin line round the bounds
   bool filled;
   Colour background; // white at first; used when filled
 };

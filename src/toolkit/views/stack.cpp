@@ -11,6 +11,7 @@
 #include "toolkit/views/container_look.h"
 #include "toolkit/views/view.h"
 #include "toolkit/views/view_class.h"
+#include "win32/pixels/scale.h"
 
 namespace framereel {
 namespace {
@@ -36,7 +37,7 @@ Stack* StackOf(const View* view) {
 }
 
 int16_t Inset(const Stack* stack) {
-  return stack->look.framed ? kFrameRoom : 0;
+  return stack->look.framed ? int16_t(kFrameRoom) : int16_t{0};
 }
 
 // ---- Along and across --------------------------------------------------------------------------------------------
@@ -149,7 +150,7 @@ void Init(View* view) {
   ChildSetInit(&stack->set, view);
   stack->isRow = stack->outerGaps = true;
   stack->align = kAlignCentre;
-  stack->spacing = 2;
+  stack->spacing = Scaled(2);
   stack->look = NewContainerLook();
   view->classData = stack;
   ChildSetFollowBounds(&stack->set, stack->look.framed);

@@ -8,6 +8,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_controls.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_input.h"
@@ -28,7 +29,7 @@ struct ButtonState {
 };
 
 constexpr DWORD kStyleBits = 15; // of the style, those that BS_... are in
-constexpr int32_t kFocusInset = 4;
+constexpr Scaled kFocusInset{4};
 constexpr LPARAM kIsRepeat = 1 << 30; // of a key message
 
 bool LooksPressed(const ButtonState& state) {
@@ -58,10 +59,10 @@ LRESULT OnPaint(HWND button, WPARAM, LPARAM) {
   PixelRect r = ClientBounds(*button);
   if (isDefault) {
     DrawEdge(context, r, COLOR_WINDOWFRAME, COLOR_WINDOWFRAME);
-    r = Shrunk(r, 1);
+    r = Shrunk(r, kThinLine);
   }
   DrawRaised(context, r, pressed);
-  DrawTitle(context, button, Shrunk(r, 2), pressed ? 1 : 0);
+  DrawTitle(context, button, Shrunk(r, 2 * kThinLine), pressed ? PictureScale() : 0);
   if (::GetFocus() == button) DrawDottedRect(context, Shrunk(r, kFocusInset), ::GetSysColor(COLOR_BTNFACE));
   return 0;
 }

@@ -7,6 +7,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/pixels/utf8.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_input.h"
@@ -19,7 +20,7 @@ namespace framereel {
 namespace {
 
 constexpr uint32_t kBlinkMs = 500;
-constexpr int32_t kCaretWidth = 1, kMargin = 2;
+constexpr Scaled kCaretWidth{1}, kMargin{2};
 
 EditState& State(HWND edit) {
   return *StateOf<EditState>(edit);

@@ -30,7 +30,8 @@ constexpr uint32_t kRepeatMs = 50;       // between steps while the mouse is hel
 constexpr uint32_t kFirstRepeatMs = 300; // and until the first of them, on the bar
 constexpr uint32_t kTypingMs = 1000;     // letters closer together than that are typed of one entry
 constexpr int kWheelNotch = 120, kWheelRows = 3;
-constexpr int32_t kMargin = 2, kTabLetters = 8;
+constexpr Scaled kMargin{2};
+constexpr int32_t kTabLetters = 8;
 
 struct ListBoxState {
   ListEntries entries;

@@ -12,11 +12,11 @@
 namespace framereel {
 namespace {
 
-constexpr int32_t kShortestThumb = 12; // pixels
-constexpr int32_t kArrowRows = 4;
+constexpr Scaled kShortestThumb{12};
+constexpr Scaled kArrowRows{4};
 
 int32_t ArrowHeight(const ScrollBar& bar) {
-  return std::min(kScrollBarWidth, HeightOf(bar.place) / 2);
+  return std::min<int32_t>(kScrollBarWidth, HeightOf(bar.place) / 2);
 }
 
 PixelRect ArrowPlace(const ScrollBar& bar, bool up) {
@@ -34,16 +34,16 @@ PixelRect ShaftPlace(const ScrollBar& bar) {
 int32_t ThumbHeight(const ScrollBar& bar) {
   const int32_t shaft = HeightOf(ShaftPlace(bar));
   const auto share = int32_t(int64_t{shaft} * bar.seen / std::max(1, bar.total));
-  return shaft < kShortestThumb ? 0 : std::max(kShortestThumb, share);
+  return shaft < kShortestThumb ? 0 : std::max<int32_t>(kShortestThumb, share);
 }
 
 void DrawArrow(HDC context, const PixelRect& box, bool up, bool pressed) {
   DrawRaised(context, box, pressed);
-  const int32_t shift = pressed ? 1 : 0;
+  const int32_t shift = pressed ? PictureScale() : 0;
   const int32_t middle = (box.left + box.right) / 2 + shift;
   const int32_t top = (box.top + box.bottom - kArrowRows) / 2 + shift;
-  for (int32_t row = 0; row < kArrowRows; ++row) {
-    const int32_t half = up ? row : kArrowRows - 1 - row;
+  for (int32_t row = 0, rows = kArrowRows; row < rows; ++row) {
+    const int32_t half = up ? row : rows - 1 - row;
     FillPixels(context, {middle - 1 - half, top + row, middle + half, top + row + 1}, ::GetSysColor(kColourButtonText));
   }
 }
@@ -77,7 +77,7 @@ void DrawScrollBar(HDC context, const ScrollBar& bar, ScrollPart pressed) {
   const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
   FillPixels(context, bar.place, ::GetSysColor(COLOR_3DLIGHT));
   // On screens with few colours the shaft would be as white as the list beside it.
-  const PixelRect line = {bar.place.left, bar.place.top, bar.place.left + 1, bar.place.bottom};
+  const PixelRect line = {bar.place.left, bar.place.top, bar.place.left + kThinLine, bar.place.bottom};
   FillPixels(context, line, Legible(context, ::GetSysColor(COLOR_BTNSHADOW), face));
   DrawArrow(context, ArrowPlace(bar, true), true, pressed == ScrollPart::kUp);
   DrawArrow(context, ArrowPlace(bar, false), false, pressed == ScrollPart::kDown);

@@ -4,12 +4,13 @@
 
 #include <cstdint>
 
+#include "win32/pixels/scale.h"
 #include "win32/pixels/surface.h"
 #include "win32/win32_types.h"
 
 namespace framereel {
 
-inline constexpr int32_t kScrollBarWidth = 16; // pixels
+inline constexpr Scaled kScrollBarWidth{16};
 
 struct ScrollBar {
   PixelRect place;          // in the client area

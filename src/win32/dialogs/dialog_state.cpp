@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "win32/controls/control_base.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 #include "win32/windows/window_tree.h"
 
@@ -19,9 +20,9 @@ void FontDeleter::operator()(HFONT font) const {
 }
 
 OwnedFont DialogFont(const char* family, int32_t points) {
-  constexpr int32_t pixelsToInch = 96, pointsToInch = 72;
+  constexpr int32_t pointsToInch = 72;
   LOGFONTA what = {};
-  what.lfHeight = -(points * pixelsToInch + pointsToInch / 2) / pointsToInch;
+  what.lfHeight = -(points * DotsPerInch() + pointsToInch / 2) / pointsToInch;
   what.lfWeight = FW_NORMAL;
   std::string_view(family).copy(what.lfFaceName, LF_FACESIZE - 1);
   return OwnedFont(::CreateFontIndirectA(&what));

@@ -8,6 +8,7 @@
 #include "win32/drawing/contexts.h"
 #include "win32/drawing/relief.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_controls.h"
 #include "win32/win32_dialogs.h"
 #include "win32/win32_drawing.h"
@@ -18,9 +19,9 @@
 namespace framereel {
 namespace {
 
-constexpr int32_t kMargin = 12, kGap = 8;               // pixels: around everything, and between neighbours
-constexpr int32_t kButtonWidth = 80, kButtonMargin = 5; // the margin above and below a button's text
-constexpr int32_t kPictureSide = 32;
+constexpr Scaled kMargin{12}, kGap{8};               // around everything, and between neighbours
+constexpr Scaled kButtonWidth{80}, kButtonMargin{5}; // the margin above and below a button's text
+constexpr int32_t kStoredSide = 32;                  // of a picture
 constexpr int kTextId = 0xFFFF;
 constexpr int kMostButtons = 3;
 
@@ -71,6 +72,10 @@ int EscapeOf(UINT flags) {
   return buttons[1].id ? 0 : buttons[0].id;
 }
 
+int32_t PictureSide() {
+  return kStoredSide * PictureScale();
+}
+
 // ---- The layout --------------------------------------------------------------------------------------------------
 
 std::string WithLineEnds(const char* text) {
@@ -85,18 +90,18 @@ std::string WithLineEnds(const char* text) {
 // Text that is not much wider than high and leaves the screen free around it.
 SIZE TextSize(HDC context, const std::string& text, const PixelRect& room) {
   const int32_t widest = WidthOf(room) * 3 / 4;
-  for (int32_t width = std::min(400, widest);; width = std::min(widest, width * 3 / 2)) {
+  for (int32_t width = std::min<int32_t>(Scaled(400), widest);; width = std::min(widest, width * 3 / 2)) {
     const SIZE size = WrappedTextSize(context, text.c_str(), width);
     if (size.cy <= HeightOf(room) / 2 || width == widest) return size;
   }
 }
 
 void AddText(DialogPlan* plan, const std::string& text, SIZE size, int32_t left) {
-  const int32_t top = kMargin + (left > kMargin ? std::max(0, (kPictureSide - size.cy) / 2) : 0);
+  const int32_t top = kMargin + (left > kMargin ? std::max(0, (PictureSide() - size.cy) / 2) : 0);
   constexpr DWORD style = WS_CHILD | WS_VISIBLE | SS_NOPREFIX;
   plan->controls.push_back({kTextId, "static", text, {left, top, left + size.cx, top + size.cy}, style});
   plan->width = left + size.cx + kMargin;
-  plan->height = std::max(top + size.cy, left > kMargin ? kMargin + kPictureSide : 0) + kGap + kMargin;
+  plan->height = std::max(top + size.cy, left > kMargin ? kMargin + PictureSide() : 0) + kGap + kMargin;
 }
 
 // In the middle below all else, which they may make wider.
@@ -126,7 +131,8 @@ DialogPlan PlanOf(const char* text, const char* title, UINT flags, const PixelRe
   const std::string lines = WithLineEnds(text);
   HDC context = NewContext();
   ::SelectObject(context, plan.font.get());
-  AddText(&plan, lines, TextSize(context, lines, room), PictureOf(flags) ? kMargin + kPictureSide + kMargin : kMargin);
+  const int32_t textLeft = kMargin + (PictureOf(flags) ? PictureSide() + kMargin : 0);
+  AddText(&plan, lines, TextSize(context, lines, room), textLeft);
   AddButtons(&plan, flags, LineHeight(context));
   FreeContext(context);
   return plan;
@@ -147,7 +153,8 @@ void DrawPicture(HWND box) {
   const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
   ::SetTextColor(context, Legible(context, RGB(0, 0, 0), face));
   ::SetBkColor(context, face);
-  if (picture) ::BitBlt(context, kMargin, kMargin, kPictureSide, kPictureSide, from, 0, 0, SRCCOPY);
+  const int32_t side = PictureSide();
+  if (picture) ::StretchBlt(context, kMargin, kMargin, side, side, from, 0, 0, kStoredSide, kStoredSide, SRCCOPY);
   ::SelectObject(from, before);
   ::DeleteDC(from);
   ::DeleteObject(picture);

@@ -7,16 +7,18 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 
 #include "win32/drawing/font_files.h"
 #include "win32/drawing/gdi.h"
 #include "win32/drawing/glyphs.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 
 namespace framereel {
 namespace {
 
-constexpr int32_t kDefaultHeight = 16;
+constexpr Scaled kDefaultHeight{16};
 constexpr int32_t kHeightMax = 1024; // larger letters are drawn at this size
 
 // So many design units at a size, in whole pixels that hold them.
@@ -65,14 +67,14 @@ void FitWidth(FontRecord* font, int32_t width) {
 
 bool SizeFor(FontRecord* font, const LOGFONTA& what) {
   const int32_t height = std::clamp(what.lfHeight, -kHeightMax, kHeightMax);
-  const bool sized = height < 0 ? TrySize(font, -height) : FitCell(font, height ? height : kDefaultHeight);
+  const bool sized = height < 0 ? TrySize(font, -height) : FitCell(font, height ? height : int32_t{kDefaultHeight});
   if (sized && what.lfWidth > 0) FitWidth(font, what.lfWidth);
   return sized;
 }
 
 void SizeBoxes(FontRecord* font, const LOGFONTA& what) {
   const int32_t height = std::clamp(std::abs(std::max(what.lfHeight, -kHeightMax)), 0, kHeightMax);
-  const int32_t cell = std::max(4, height ? height : kDefaultHeight);
+  const int32_t cell = std::max(4, height ? height : int32_t{kDefaultHeight});
   font->descent = cell / 5;
   font->ascent = cell - font->descent;
 }
@@ -98,12 +100,13 @@ void FreeFont(HFONT font) {
 }
 
 HFONT SystemFont() {
-  static const HFONT font = [] {
+  static auto* const fonts = new std::map<int32_t, HFONT>; // by the resolution of a display that has been open
+  HFONT& font = (*fonts)[DotsPerInch()];
+  if (!font) {
     const LOGFONTA what = {};
-    HFONT made = ::CreateFontIndirectA(&what);
-    made->object.stock = true;
-    return made;
-  }();
+    font = ::CreateFontIndirectA(&what);
+    font->object.stock = true;
+  }
   return font;
 }
 

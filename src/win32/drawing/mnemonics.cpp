@@ -5,6 +5,7 @@
 
 #include "win32/drawing/gdi.h"
 #include "win32/drawing/relief.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 
 namespace framereel {
@@ -31,10 +32,10 @@ void DrawMnemonicText(HDC context, int32_t x, int32_t y, const MnemonicText& tex
   TEXTMETRICA metrics = {};
   ::GetTextMetricsA(context, &metrics);
   const std::string_view shown = text.shown;
-  const int32_t under = y + metrics.tmAscent + 1;
+  const int32_t under = y + metrics.tmAscent + kThinLine;
   FillPixels(context,
              {x + TextWidth(context, shown.substr(0, text.letter)), under,
-              x + TextWidth(context, shown.substr(0, text.letter + 1)), under + 1},
+              x + TextWidth(context, shown.substr(0, text.letter + 1)), under + kThinLine},
              context->textColour);
 }
 

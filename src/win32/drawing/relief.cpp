@@ -3,6 +3,7 @@
 
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_windows.h"
 
@@ -18,16 +19,20 @@ void FillPixels(HDC context, const PixelRect& r, COLORREF colour) {
 namespace {
 
 void DrawEdgeIn(HDC context, const PixelRect& r, COLORREF leftTop, COLORREF rightBottom) {
-  FillPixels(context, {r.left, r.top, r.right - 1, r.top + 1}, leftTop);
-  FillPixels(context, {r.left, r.top + 1, r.left + 1, r.bottom - 1}, leftTop);
-  FillPixels(context, {r.left, r.bottom - 1, r.right, r.bottom}, rightBottom);
-  FillPixels(context, {r.right - 1, r.top, r.right, r.bottom - 1}, rightBottom);
+  const int32_t line = kThinLine;
+  FillPixels(context, {r.left, r.top, r.right - line, r.top + line}, leftTop);
+  FillPixels(context, {r.left, r.top + line, r.left + line, r.bottom - line}, leftTop);
+  FillPixels(context, {r.left, r.bottom - line, r.right, r.bottom}, rightBottom);
+  FillPixels(context, {r.right - line, r.top, r.right, r.bottom - line}, rightBottom);
 }
 
-// Every other pixel of the rectangle.
+// Every other square, as wide as a thin line, of the rectangle.
 void FillDots(HDC context, const PixelRect& r, COLORREF colour) {
-  for (int32_t y = r.top; y < r.bottom; ++y) {
-    for (int32_t x = r.left + ((r.left + y) & 1); x < r.right; x += 2) ::SetPixel(context, x, y, colour);
+  const int32_t side = kThinLine;
+  for (int32_t y = r.top; y < r.bottom; y += side) {
+    for (int32_t x = r.left; x < r.right; x += side) {
+      if ((x / side + y / side) % 2 == 0) FillPixels(context, Intersect(r, {x, y, x + side, y + side}), colour);
+    }
   }
 }
 
@@ -45,15 +50,16 @@ void DrawRaised(HDC context, const PixelRect& r, bool pressed) {
   const COLORREF innerDark = Legible(context, ::GetSysColor(COLOR_BTNSHADOW), face);
   FillPixels(context, r, face);
   DrawEdgeIn(context, r, pressed ? dark : light, pressed ? light : dark);
-  DrawEdgeIn(context, Shrunk(r, 1), pressed ? innerDark : innerLight, pressed ? innerLight : innerDark);
+  DrawEdgeIn(context, Shrunk(r, kThinLine), pressed ? innerDark : innerLight, pressed ? innerLight : innerDark);
 }
 
 void DrawDottedRect(HDC context, const PixelRect& r, COLORREF ground) {
   const COLORREF ink = Legible(context, RGB(0, 0, 0), ground);
-  FillDots(context, {r.left, r.top, r.right, r.top + 1}, ink);
-  FillDots(context, {r.left, r.bottom - 1, r.right, r.bottom}, ink);
-  FillDots(context, {r.left, r.top + 1, r.left + 1, r.bottom - 1}, ink);
-  FillDots(context, {r.right - 1, r.top + 1, r.right, r.bottom - 1}, ink);
+  const int32_t line = kThinLine;
+  FillDots(context, {r.left, r.top, r.right, r.top + line}, ink);
+  FillDots(context, {r.left, r.bottom - line, r.right, r.bottom}, ink);
+  FillDots(context, {r.left, r.top + line, r.left + line, r.bottom - line}, ink);
+  FillDots(context, {r.right - line, r.top + line, r.right, r.bottom - line}, ink);
 }
 
 int32_t TextWidth(HDC context, std::string_view text) {

@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "resources/cursors.h"
 #include "resources/icon.h"
 #include "win32/pixels/cursor.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/window_surfaces.h"
@@ -30,25 +32,26 @@ StockCursor stockCursors[] = {
 
 // One of the program's resources, made at its first use.
 struct OwnCursor {
-  uint32_t pixels[kCursorSide * kCursorSide] = {};
-  PointerPicture picture = {kCursorSide, kCursorSide, 0, 0, pixels};
+  std::vector<uint32_t> pixels;
+  PointerPicture picture;
   Win32Cursor cursor = {&picture, PointerShape::kOwn};
 
-  explicit OwnCursor(const CursorResource& resource) {
-    picture.hotX = resource.hotX;
-    picture.hotY = resource.hotY;
-    for (int32_t i = 0; i < kCursorSide * kCursorSide; ++i) {
-      const char sign = resource.rows[i / kCursorSide][i % kCursorSide];
-      pixels[i] = sign == '#' ? 0xFF000000 : sign == 'o' ? 0xFFFFFFFF : 0;
+  OwnCursor(const CursorResource& resource, int32_t scale) {
+    const int32_t side = kCursorSide * scale;
+    for (int32_t i = 0; i < side * side; ++i) {
+      const char sign = resource.rows[i / side / scale][i % side / scale];
+      pixels.push_back(sign == '#' ? 0xFF000000 : sign == 'o' ? 0xFFFFFFFF : 0);
     }
+    picture = {side, side, resource.hotX * scale, resource.hotY * scale, pixels.data()};
   }
   OwnCursor(const OwnCursor&) = delete; // it points into itself
 };
 
 HCURSOR LoadOwnCursor(uintptr_t id) {
-  static std::map<uintptr_t, OwnCursor> cursors;
+  static std::map<std::pair<uintptr_t, int32_t>, OwnCursor> cursors; // by number and scale
+  const int32_t scale = PictureScale();
   const CursorResource* resource = id <= UINT16_MAX ? FindCursorResource(uint16_t(id)) : nullptr;
-  return resource ? &cursors.try_emplace(id, *resource).first->second.cursor : nullptr;
+  return resource ? &cursors.try_emplace({id, scale}, *resource, scale).first->second.cursor : nullptr;
 }
 
 // The program's icon, made at its first use.

@@ -5,6 +5,7 @@
 
 #include "win32/input/cursors.h"
 #include "win32/input/keyboard.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_input.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/frame.h"
@@ -16,8 +17,8 @@ namespace {
 using Kind = DisplayEventKind;
 
 constexpr uint32_t kDoubleClickMs = 500;
-constexpr int32_t kDoubleClickPixels = 4; // how far apart two presses may be, each way
-constexpr int kWheelNotch = 120;          // as WM_MOUSEWHEEL counts
+constexpr Scaled kDoubleClickPixels{4}; // how far apart two presses may be, each way
+constexpr int kWheelNotch = 120;        // as WM_MOUSEWHEEL counts
 
 bool IsMouse(Kind kind) {
   return kind == Kind::kMouseMove || kind == Kind::kMouseDown || kind == Kind::kMouseUp || kind == Kind::kMouseWheel;

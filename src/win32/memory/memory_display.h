@@ -35,6 +35,7 @@ struct MemoryDisplay {
   int32_t width, height;
   std::vector<uint32_t> screen;       // pixel values in the screen's layout, row after row
   std::vector<PaletteColour> palette; // 2^depth entries at palette depths
+  int32_t dotsPerInch;                // of DisplayDotsPerInch
   bool present;                       // false: there is no display to open
   bool lost;                          // true: the connection has broken
   bool hasPointer;                    // false: the pointer has no picture

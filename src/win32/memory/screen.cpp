@@ -70,6 +70,10 @@ ScreenFacts DisplayScreen() {
   return {display.width, display.height, display.layout, PixelBits(display.layout)};
 }
 
+int32_t DisplayDotsPerInch() {
+  return TheMemoryDisplay().dotsPerInch;
+}
+
 void DisplayPalette(PaletteColour* colours) {
   const std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;
   std::copy(palette.begin(), palette.end(), colours);

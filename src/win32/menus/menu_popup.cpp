@@ -9,6 +9,7 @@
 #include "win32/drawing/system_colours.h"
 #include "win32/menus/menus.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_menus.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/screen_room.h"
@@ -18,8 +19,8 @@
 namespace framereel {
 namespace {
 
-constexpr int32_t kBorder = 3, kItemMargin = 2, kTextLeft = 20, kTextGap = 24, kTextRight = 16, kSeparator = 8;
-constexpr int32_t kOverlap = 3; // of a popup at an item's side with the one that it comes from
+constexpr Scaled kBorder{3}, kItemMargin{2}, kTextLeft{20}, kTextGap{24}, kTextRight{16}, kSeparator{8};
+constexpr Scaled kOverlap{3}; // of a popup at an item's side with the one that it comes from
 
 // An item's text in its two halves.
 struct ItemText {
@@ -37,7 +38,7 @@ const std::vector<MenuEntry>& ItemsOf(const MenuPopup& popup) {
 }
 
 int32_t RowHeight(const MenuPopup& popup, const MenuEntry& item) {
-  return IsSeparator(item) ? kSeparator : popup.lineHeight;
+  return IsSeparator(item) ? int32_t{kSeparator} : popup.lineHeight;
 }
 
 // In the popup's own coordinates.
@@ -52,25 +53,24 @@ PixelRect RowOfItem(const MenuPopup& popup, int32_t index) {
 void DrawSeparator(HDC context, const PixelRect& row) {
   const int32_t y = (row.top + row.bottom) / 2;
   const COLORREF dark = Legible(context, ::GetSysColor(COLOR_BTNSHADOW), ::GetSysColor(COLOR_MENU));
-  FillPixels(context, {row.left, y - 1, row.right, y}, dark);
-  FillPixels(context, {row.left, y, row.right, y + 1}, ::GetSysColor(kColourButtonHighlight));
+  FillPixels(context, {row.left, y - kThinLine, row.right, y}, dark);
+  FillPixels(context, {row.left, y, row.right, y + kThinLine}, ::GetSysColor(kColourButtonHighlight));
 }
 
 // A tick: down to the right and up again.
 void DrawTick(HDC context, const PixelRect& row) {
-  const int32_t left = row.left + 6, middle = (row.top + row.bottom) / 2;
+  const int32_t side = PictureScale(), left = row.left + Scaled(6), middle = (row.top + row.bottom) / 2;
   for (int32_t i = 0; i < 7; ++i) {
-    const int32_t y = middle + (i < 3 ? i - 1 : 3 - i);
-    FillPixels(context, {left + i, y - 1, left + i + 1, y + 2}, context->textColour);
+    const int32_t x = left + i * side, y = middle + (i < 3 ? i - 1 : 3 - i) * side;
+    FillPixels(context, {x, y - side, x + side, y + 2 * side}, context->textColour);
   }
 }
 
 // The sign of an item that opens a popup: it points to the right.
 void DrawArrow(HDC context, const PixelRect& row) {
-  constexpr int32_t kReach = 4;
-  const int32_t left = row.right - 10, middle = (row.top + row.bottom) / 2;
-  for (int32_t i = 0; i < kReach; ++i) {
-    FillPixels(context, {left + i, middle - kReach + 1 + i, left + i + 1, middle + kReach - i}, context->textColour);
+  const int32_t reach = Scaled(4), left = row.right - Scaled(10), middle = (row.top + row.bottom) / 2;
+  for (int32_t i = 0; i < reach; ++i) {
+    FillPixels(context, {left + i, middle - reach + 1 + i, left + i + 1, middle + reach - i}, context->textColour);
   }
 }
 
@@ -94,7 +94,7 @@ void DrawItem(const MenuPopup& popup, int32_t index) {
 void Draw(MenuPopup* popup) {
   const PixelRect all = {0, 0, WidthOf(popup->place), HeightOf(popup->place)};
   FillPixels(popup->context, all, ::GetSysColor(COLOR_WINDOWFRAME));
-  FillPixels(popup->context, Shrunk(all, 1), ::GetSysColor(COLOR_MENU));
+  FillPixels(popup->context, Shrunk(all, kThinLine), ::GetSysColor(COLOR_MENU));
   for (int32_t i = 0; i < int32_t(ItemsOf(*popup).size()); ++i) DrawItem(*popup, i);
   NoteDamage(&popup->shown, all);
 }

@@ -33,6 +33,10 @@ struct ScreenFacts {
 // As of now: a change of resolution or depth is seen at the next call. All zero before DisplayOpen.
 ScreenFacts DisplayScreen();
 
+// Pixels to the inch that text is to be drawn for, as the user's settings said when the display was opened: on X11
+// Xft.dpi. 0 where they don't.
+int32_t DisplayDotsPerInch();
+
 // The colours of a palette screen: 2^depth entries from `colours` on. At depth 1 entry 0 is the darker one; a display
 // whose hardware has it the other way round turns the bits. Does nothing on a true-colour screen. Colours that another
 // program changes are seen once an event has been asked for or the screen read.

@@ -1,7 +1,7 @@
 // The frame that this layer draws round windows: border, caption, system menu button, minimise and close boxes, and the
 // strip for the bar of menus.
 //
-// A window with a caption has a raised border of 3 pixels and a caption of 18 with a line under it; below that stands
+// A window with a caption has a raised border and a caption with a line under it; below that stands
 // its bar of menus, if it has one (menu_bar.h). One with a border alone has a black line. What presses on the frame do
 // is told in frame_mouse.cpp.
 #include "win32/windows/frame.h"
@@ -13,6 +13,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_input.h"
 #include "win32/win32_windows.h"
@@ -23,10 +24,10 @@
 namespace framereel {
 namespace {
 
-constexpr int32_t kEdge = 3;      // the raised border
-constexpr int32_t kCaption = 18;  // the coloured strip
-constexpr int32_t kUnderline = 1; // between it and the client area
-constexpr int32_t kBoxWidth = 16, kBoxHeight = 14, kBoxGap = 2;
+constexpr Scaled kEdge{3};      // the raised border
+constexpr Scaled kCaption{18};  // the coloured strip
+constexpr Scaled kUnderline{1}; // between it and the client area
+constexpr Scaled kBoxWidth{16}, kBoxHeight{14}, kBoxGap{2};
 
 // Signs on the boxes: rows from the top, the leftmost pixel in the top bit.
 constexpr uint8_t kCross[] = {0xC3, 0x66, 0x3C, 0x18, 0x3C, 0x66, 0xC3};
@@ -40,12 +41,14 @@ bool HasCaption(const Win32Window& window) {
 }
 
 void DrawSign(HDC context, const PixelRect& box, const uint8_t* sign, int32_t shift) {
-  const int32_t left = box.left + (WidthOf(box) - kSignWidth) / 2 + shift;
-  const int32_t top = box.top + (HeightOf(box) - kSignHeight) / 2 + shift;
+  const int32_t side = PictureScale();
+  const int32_t left = box.left + (WidthOf(box) - kSignWidth * side) / 2 + shift;
+  const int32_t top = box.top + (HeightOf(box) - kSignHeight * side) / 2 + shift;
   for (int32_t y = 0; y < kSignHeight; ++y) {
     for (int32_t x = 0; x < kSignWidth; ++x) {
+      const int32_t atX = left + x * side, atY = top + y * side;
       const bool set = sign[y] >> (7 - x) & 1;
-      if (set) FillPixels(context, {left + x, top + y, left + x + 1, top + y + 1}, ::GetSysColor(kColourButtonText));
+      if (set) FillPixels(context, {atX, atY, atX + side, atY + side}, ::GetSysColor(kColourButtonText));
     }
   }
 }
@@ -53,7 +56,7 @@ void DrawSign(HDC context, const PixelRect& box, const uint8_t* sign, int32_t sh
 void DrawBox(HDC context, const PixelRect& box, const uint8_t* sign, bool pressed) {
   if (IsEmpty(box)) return;
   DrawRaised(context, box, pressed);
-  DrawSign(context, box, sign, pressed ? 1 : 0);
+  DrawSign(context, box, sign, pressed ? PictureScale() : 0);
 }
 
 // The strip of the caption, in a window at the given place.
@@ -127,7 +130,7 @@ int OuterEdge(HDC context) {
 void DrawCaptioned(HDC context, const Win32Window& window, const PixelRect& place) {
   FillPixels(context, place, ::GetSysColor(COLOR_BTNFACE));
   DrawEdge(context, place, OuterEdge(context), kColourButtonDarkShadow);
-  DrawEdge(context, Shrunk(place, 1), kColourButtonHighlight, COLOR_BTNSHADOW);
+  DrawEdge(context, Shrunk(place, kThinLine), kColourButtonHighlight, COLOR_BTNSHADOW);
   const COLORREF strip = ::GetSysColor(window.captionLit ? COLOR_ACTIVECAPTION : kColourInactiveCaption);
   FillPixels(context, CaptionStrip(place), strip);
   DrawTitle(context, window, place, strip);
@@ -145,7 +148,7 @@ PixelRect ClientInside(const Win32Window& window, const PixelRect& place) {
     const PixelRect bar = MenuBarStrip(window, place);
     return {bar.left, bar.bottom, bar.right, place.bottom - kEdge};
   }
-  return Shrunk(place, Has(window, WS_BORDER) ? 1 : 0);
+  return Shrunk(place, Has(window, WS_BORDER) ? int32_t{kThinLine} : 0);
 }
 
 PixelRect FramePart(const Win32Window& window, int hit) {

@@ -8,6 +8,7 @@
 #include "win32/drawing/relief.h"
 #include "win32/drawing/system_colours.h"
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_menus.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/window_tree.h"
@@ -15,7 +16,7 @@
 namespace framereel {
 namespace {
 
-constexpr int32_t kTitleSide = 7, kTitleMargin = 2; // round a title's text
+constexpr Scaled kTitleSide{7}, kTitleMargin{2}; // round a title's text
 
 bool IsMarked(const Win32Window& window, size_t title) {
   return TheWindows().menuOwner == &window && TheWindows().markedTitle == int32_t(title);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "win32/pixels/rectangles.h"
+#include "win32/pixels/scale.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/activation.h"
 #include "win32/windows/frame.h"
@@ -18,7 +19,7 @@ namespace framereel {
 namespace {
 
 constexpr UINT kPosNothing = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
-constexpr int32_t kIconWidth = 160; // of a minimised window of which the caption is left
+constexpr Scaled kIconWidth{160}; // of a minimised window of which the caption is left
 
 PixelRect NotNegative(const PixelRect& r) {
   return {r.left, r.top, std::max(r.right, r.left), std::max(r.bottom, r.top)};

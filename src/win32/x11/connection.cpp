@@ -68,6 +68,7 @@ void Connect() {
   // The root tells of a new resolution by a change of its size, and of the window manager's doings by its properties.
   XSelectInput(display, x->root, X11RootEvents(x));
   X11ReadScreenFacts(x);
+  X11ReadResolution(x);
   X11MakeContexts(x);
   X11ReadSharing(x);
   X11WatchPointer(x);
@@ -143,6 +144,11 @@ void DisplayClose() {
 bool DisplayIsLost() {
   if (X11Connection* x = X11Live()) X11TakeEvents(x, QueuedAfterReading);
   return own.lost;
+}
+
+// A lost display has not another one.
+int32_t DisplayDotsPerInch() {
+  return own.connection ? own.connection->dotsPerInch : 0;
 }
 
 X11Connection* X11Live() {

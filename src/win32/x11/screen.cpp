@@ -1,6 +1,9 @@
 // The screen of the X11 display: its facts, its palette, surfaces in its format, reading from it and drawing on it,
 // over all windows. Shared memory is in segments.cpp, the server's packing of pixels in pixels.cpp.
+#include <X11/Xresource.h>
+
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include "win32/pixels/exhaustion.h"
@@ -200,6 +203,17 @@ void X11ReadScreenFacts(X11Connection* x) {
   XGetWindowAttributes(x->display, x->root, &root);
   PixelLayout layout = LayoutOf(depth, *DefaultVisual(x->display, screen));
   x->facts = {root.width, root.height, layout, InvertedBits(x->display, layout)};
+}
+
+void X11ReadResolution(X11Connection* x) {
+  const char* resources = XResourceManagerString(x->display); // of the root, as it was when the connection was made
+  XrmInitialize();
+  XrmDatabase database = resources ? XrmGetStringDatabase(resources) : nullptr;
+  char* type = nullptr;
+  XrmValue value{};
+  const bool told = database && XrmGetResource(database, "Xft.dpi", "Xft.Dpi", &type, &value) && value.addr;
+  x->dotsPerInch = told ? int32_t(std::clamp(std::strtol(value.addr, nullptr, 10), 0L, 10000L)) : 0;
+  if (database) XrmDestroyDatabase(database);
 }
 
 void X11MakeContexts(X11Connection* x) {

@@ -89,6 +89,7 @@ struct X11Connection {
 
   X11Format format;
   ScreenFacts facts; // as of the last event taken
+  int32_t dotsPerInch;
 
   bool knowsPalette;
   PaletteColour palette[1 << kPaletteDepthMax]; // of a palette screen, in the order of the surfaces' pixels
@@ -135,6 +136,7 @@ void X11NoAnswer(const X11Connection* x, unsigned long request);
 
 // Reads what never changes during a connection, and the size.
 void X11ReadScreenFacts(X11Connection* x);
+void X11ReadResolution(X11Connection* x);
 void X11MakeContexts(X11Connection* x);
 // The colours may have changed since they were asked for.
 void X11ForgetPalette(X11Connection* x);
