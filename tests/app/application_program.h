@@ -45,7 +45,9 @@ inline bool IsBesidesPanel(const std::vector<uint32_t>& before) {
 // The program's panel has come in at the right, and another program's window stands at the left.
 class ApplicationTest : public testing::Test {
 protected:
-  ApplicationTest() : viewsAreUp((ViewsStartUp(), 1)), program(640, 480, 24) {
+  // On a screen of 640 by 480 at 96 to the inch.
+  explicit ApplicationTest(int32_t dotsPerInch = 96)
+      : viewsAreUp((ViewsStartUp(), 1)), program(640 * dotsPerInch / 96, 480 * dotsPerInch / 96, 24, dotsPerInch) {
     ::setenv("HOME", folder.path.c_str(), 1);
     ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1); // where animations are kept, and offered from
   }

@@ -6,24 +6,31 @@
 #include <tuple>
 
 #include "app/application_program.h"
+#include "core/rects.h"
 #include "platform/records/window_records.h"
+#include "platform/windows/child_window.h"
 #include "recorder/engine/frame_rates.h"
+#include "toolkit/controls/alert.h"
 #include "toolkit/controls/check_box.h"
 #include "toolkit/views/box.h"
 #include "toolkit/views/child_set.h"
 #include "toolkit/views/stack.h"
 #include "toolkit/views/view.h"
+#include "win32/pixels/scale.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {
 
-class PanelTest : public ApplicationTest {
+// On an ordinary screen and on one of twice the resolution.
+class PanelTest : public ApplicationTest, public testing::WithParamInterface<int> {
 protected:
+  PanelTest() : ApplicationTest(GetParam()) {}
   // The Popup of a Row that has a label ahead of it, brought to its entry by a drag over the list, which opens with the
   // entry that holds under the mouse.
   void Choose(const View* row, int from, int to) {
     const View* popup = ChildAt(ChildSetOf(row), 1);
-    const int entry = app.panel.statusLine->height + 1, middle = popup->y + popup->height / 2;
+    const int entry = app.panel.statusLine->height + kThinLine, middle = popup->y + popup->height / 2;
     Press(popup->window, int16_t(popup->x + 9), int16_t(middle));
     RunFor(1000); // longer than a click
     MoveOver(popup->window, int16_t(popup->x + 9), int16_t(middle + (to - from) * entry));
@@ -49,7 +56,7 @@ protected:
   }
 };
 
-TEST_F(PanelTest, EveryOptionIsWrittenAtOnceAndComesBackInTheNextRun) {
+TEST_P(PanelTest, EveryOptionIsWrittenAtOnceAndComesBackInTheNextRun) {
   Start();
   const char* const keys[kOptionBoxCount] = {
       "Interframe Transparency", "Record Timing Info", "Loop",
@@ -74,7 +81,7 @@ TEST_F(PanelTest, EveryOptionIsWrittenAtOnceAndComesBackInTheNextRun) {
   EXPECT_EQ(Area(), "{ 9, 9, 111, 111 }");
 }
 
-TEST_F(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
+TEST_P(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
   Start();
   const std::string always = "f015", free = "sgazf012345";
   EXPECT_EQ(Usable(), free);
@@ -108,12 +115,13 @@ TEST_F(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
   EXPECT_EQ(Seen(1, 45, 35), kRed);
 }
 
-TEST_F(PanelTest, AScreenThatCannotBeRecordedIsToldAndTheWindowGrowsForIt) {
-  MemoryDisplaySetMode(640, 600, 24);
+TEST_P(PanelTest, AScreenThatCannotBeRecordedIsToldAndTheWindowGrowsForIt) {
+  const int32_t side = TheMemoryDisplay().width;
+  MemoryDisplaySetMode(side, side, 24);
   Start();
   const WindowGeometry &panel = app.panel.window->geometry, &frame = TheMainWindow()->geometry;
   const int16_t height = panel.clientHeight, top = TheMainWindow()->originY;
-  MemoryDisplaySetMode(640, 600, 12);
+  MemoryDisplaySetMode(side, side, 12);
   Settle();
   EXPECT_EQ(Usable(), "azf012345");
   EXPECT_GT(panel.clientHeight, height + 2 * app.panel.statusLine->height); // several lines
@@ -122,29 +130,45 @@ TEST_F(PanelTest, AScreenThatCannotBeRecordedIsToldAndTheWindowGrowsForIt) {
   EXPECT_EQ(std::tuple(frame.clientLeft, frame.clientTop, frame.clientWidth),
             std::tuple(panel.clientLeft, panel.clientTop, panel.clientWidth));
   EXPECT_EQ(TheMainWindow()->originY, top);
-  MemoryDisplaySetMode(640, 600, 24);
+  MemoryDisplaySetMode(side, side, 24);
   Settle();
   EXPECT_EQ(Usable(), "sgazf012345");
   EXPECT_EQ(panel.clientHeight, height);
   EXPECT_EQ(frame.clientHeight, height);
 }
 
+INSTANTIATE_TEST_SUITE_P(Resolutions, PanelTest, testing::Values(96, 192));
+
 // ---- What stands on the screen -----------------------------------------------------------------------------------
 
-class PanelLook : public PanelTest, public testing::WithParamInterface<int> {
+struct Screen {
+  int32_t depth, dotsPerInch;
+};
+
+class PanelLook : public ApplicationTest, public testing::WithParamInterface<Screen> {
 protected:
-  // Reports each View under the container that has no room for its content, shows none, or is cut off.
+  PanelLook() : ApplicationTest(GetParam().dotsPerInch) {}
+
+  // Reports each View under the container that has no room for its content, shows none, is cut off, or meets the one
+  // before it.
   void ExpectWhole(const View* container) {
-    for (uint16_t i = 0; i < ChildSetOf(container)->children.count; ++i) {
-      View* view = ChildAt(ChildSetOf(container), i);
+    const ChildSet* set = ChildSetOf(container);
+    for (uint16_t i = 0; i < set->children.count; ++i) {
+      View* view = ChildAt(set, i);
       SCOPED_TRACE(testing::Message() << "child " << i << " of the container at " << container->y);
       EXPECT_TRUE(ViewFullyShown(view, view));
+      EXPECT_TRUE(RectInside(ViewBounds(view), ViewBounds(container)));
+      EXPECT_FALSE(i > 0 && Meet(view, ChildAt(set, uint16_t(i - 1))));
       if (view->viewClass == StackClass()) {
         ExpectWhole(view);
       } else if (view->viewClass != BoxClass() && view != app.panel.messageText) {
         ExpectInk(view);
       }
     }
+  }
+  static bool Meet(const View* a, const View* b) {
+    const Rect both = RectIntersect(ViewBounds(a), ViewBounds(b));
+    return both.left < both.right && both.top < both.bottom;
   }
   // Something stands there, it is more than a line, and it ends ahead of the View's right edge.
   void ExpectInk(const View* view) {
@@ -158,16 +182,43 @@ protected:
     }
     EXPECT_GT(std::accumulate(inkInColumn.begin(), inkInColumn.end(), 0), view->width / 2);
   }
+  // The same of the Views of an alert, which stand in its window itself.
+  void ExpectWholeAlert() {
+    ChildWindow* alert =
+        AlertBuild(nullptr, "", 130, "Why?", "One", GetParam().depth > 8 ? "Other" : nullptr, nullptr, nullptr);
+    ShowChildWindow(alert);
+    Settle();
+    for (uint16_t i = 0; i < alert->views.count; ++i) {
+      const View* view = FromListValue<View>(alert->views.entries[i]);
+      EXPECT_TRUE(RectInside(ViewBounds(view), ChildBounds(alert)));
+      for (uint16_t j = 0; j < i; ++j) EXPECT_FALSE(Meet(view, FromListValue<View>(alert->views.entries[j])));
+      ExpectInk(view);
+    }
+    Type(VK_RETURN);
+  }
 };
 
-TEST_P(PanelLook, ShowsAllItsControlsWhole) {
-  MemoryDisplaySetMode(640, 480, GetParam());
+TEST_P(PanelLook, ShowsAllItsControlsWholeAndAsLargeAsThePersonIsToSeeThem) {
+  const auto [depth, dotsPerInch] = GetParam();
+  MemoryDisplaySetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, depth);
   Settle();
   Start();
   ExpectWhole(app.panel.root);
+  ExpectWholeAlert();
+  // A line of text is a cell of 15 pixels at 96 to the inch; what is hardly more than that changes nothing.
+  const int32_t scaled = dotsPerInch < 144 ? 96 : dotsPerInch;
+  EXPECT_EQ(app.panel.statusLine->height, (15 * scaled + 48) / 96);
+  EXPECT_NEAR(app.panel.root->height * 96 / scaled, 380, 12);
+  // So does what the user presses on the frame: the second box from the right.
+  const MainWindow* main = TheMainWindow();
+  MemoryClick(main->originX + main->geometry.outerWidth - 30 * scaled / 96, main->originY + 10 * scaled / 96);
+  Settle();
+  EXPECT_TRUE(MainIsIconic(nullptr));
 }
 
-INSTANTIATE_TEST_SUITE_P(Depths, PanelLook, testing::Values(1, 4, 8, 24));
+INSTANTIATE_TEST_SUITE_P(Screens, PanelLook,
+                         testing::Values(Screen{1, 96}, Screen{4, 120}, Screen{8, 192}, Screen{24, 96}, Screen{24, 144},
+                                         Screen{24, 192}, Screen{24, 240}, Screen{24, 288}, Screen{24, 384}));
 
 } // namespace
 } // namespace framereel

@@ -37,6 +37,7 @@ void SetUpDesktop(Dice& dice, OtherPrograms& others) {
   static constexpr int32_t kDepths[] = {1, 2, 4, 8, 16, 24, 32}, kWidths[] = {320, 640, 800};
   const int32_t width = dice.OneOf(kWidths);
   MemoryDisplayReset(width, width * 3 / 4, dice.OneOf(kDepths));
+  if (dice.OneIn(3)) TheMemoryDisplay().dotsPerInch = 144 + dice.Below(150);
   if (dice.OneIn(4)) TheMemoryDisplay().tick = uint32_t(-20000); // wraps on the way
   others.PaintDesktop(dice);
   for (int i = dice.Below(4); i > 0; --i) others.Open(dice);
@@ -188,7 +189,8 @@ void Round(uint32_t seed) {
   Application app;
   User user = {seed, dice, app, others, std::fopen("steps.txt", "w"), ::GetTickCount()};
   const MemoryDisplay& display = TheMemoryDisplay();
-  Tell(user, "seed %u, %dx%d, %d bits", seed, display.width, display.height, display.layout.depth);
+  Tell(user, "seed %u, %dx%d, %d bits, %d to the inch", seed, display.width, display.height, display.layout.depth,
+       display.dotsPerInch);
   AddWords(user);
   Run(user);
   PlatformShutdown();

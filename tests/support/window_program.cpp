@@ -18,8 +18,9 @@ char module;
 
 } // namespace
 
-WindowProgram::WindowProgram(int32_t width, int32_t height, int32_t depth) {
+WindowProgram::WindowProgram(int32_t width, int32_t height, int32_t depth, int32_t dotsPerInch) {
   MemoryDisplayReset(width, height, depth);
+  TheMemoryDisplay().dotsPerInch = dotsPerInch;
   TimerFireDue(); // there is none: the clock has begun anew, and the timers are to know
   PlatformInit(reinterpret_cast<HINSTANCE>(&module), nullptr, "", SW_SHOWNORMAL);
   MoveMainWindow(nullptr, TheMainWindow()->geometry.insetLeft, TheMainWindow()->geometry.insetTop);

@@ -14,7 +14,7 @@ namespace framereel {
 // There is one at a time. It starts with the program as the desktop's active one and the queue empty.
 class WindowProgram {
 public:
-  WindowProgram(int32_t width = 640, int32_t height = 480, int32_t depth = 24);
+  WindowProgram(int32_t width = 640, int32_t height = 480, int32_t depth = 24, int32_t dotsPerInch = 0);
   ~WindowProgram();
   WindowProgram(const WindowProgram&) = delete;
 };

@@ -2,12 +2,14 @@
 // clock.
 #include "x11/artist.h"
 
+#include <X11/Xatom.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+#include <cstring>
 #include <functional>
 
 #include "win32/x11/x11_display.h"
@@ -80,6 +82,23 @@ TEST_F(X11Whole, TellsThePaletteAsItIsNowAndAsksForItOnceBetweenEvents) {
   ASSERT_TRUE(DisplayReadScreen({0, 0, 10, 10}, into.surface, 0, 0)); // tells as much as events
   EXPECT_EQ(colour(cell.pixel), 0x00FF7F);
   XFreeColors(artist.display, map, &cell.pixel, 1, 0);
+}
+
+TEST_F(X11Whole, TellsTheResolutionThatTheUserHasSetForText) {
+  const std::pair<const char*, int32_t> settings[] = {{"Xft.antialias:\t1\nXft.dpi:\t192\n", 192},
+                                                      {"*dpi: 144.5", 144},
+                                                      {"Xft.dpi: -1", 0},
+                                                      {"Xft.dpi: x", 0},
+                                                      {"", 0}};
+  for (const auto& [text, told] : settings) {
+    XChangeProperty(artist.display, artist.root, XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(text), int(std::strlen(text)));
+    XSync(artist.display, False);
+    DisplayClose();
+    ASSERT_TRUE(DisplayOpen());
+    EXPECT_EQ(DisplayDotsPerInch(), told) << text;
+  }
+  XDeleteProperty(artist.display, artist.root, XA_RESOURCE_MANAGER);
 }
 
 TEST_F(X11Whole, OutlivesABrokenConnectionWhicheverCallFindsIt) {
