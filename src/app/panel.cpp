@@ -12,6 +12,7 @@
 #include "area/selection.h"
 #include "core/app_strings.h"
 #include "core/numbers.h"
+#include "platform/display/monitor_room.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/window_records.h"
 #include "platform/windows/child_window.h"
@@ -175,20 +176,24 @@ void MakeControls(Application& app) {
 
 // ---- Its place ---------------------------------------------------------------------------------------------------
 
-// The top right corner of the usable screen, with the panel's frame beyond the edge that the user sees.
-Point RestingPlace(const Panel& panel) {
-  const MainWindow* main = TheMainWindow();
-  const WindowGeometry& g = panel.window->geometry;
-  const int x = main->usableWidth - g.clientWidth - g.insetRight - kEdgeGap - main->geometry.insetLeft;
-  return {PinToShort(main->usableTop + kEdgeGap), PinToShort(x)};
+// Where the free part of the primary monitor ends, by its width.
+int EndOfRoom(const MonitorRoom& room) {
+  return room.monitor.left + room.free.right - room.free.left;
+}
+
+// Its top right corner, with the panel's frame beyond the edge that the user sees.
+Point RestingPlace(void* application) {
+  const MonitorRoom room = RoomOfMonitor(nullptr);
+  const WindowGeometry& g = static_cast<Application*>(application)->panel.window->geometry;
+  const int x = EndOfRoom(room) - g.clientWidth - g.insetRight - kEdgeGap - TheMainWindow()->geometry.insetLeft;
+  return {PinToShort(room.free.top + kEdgeGap), PinToShort(x)};
 }
 
 void SlideIn(Application& app) {
   MainWindow* main = TheMainWindow();
-  const Point rest = RestingPlace(app.panel);
-  MoveMainWindow(main, PinToShort(main->usableWidth + main->geometry.insetLeft),
-                 PinToShort(rest.v + main->geometry.insetTop));
-  SlideFrameStart(rest, CloseSplashSoon, &app);
+  MoveMainWindow(main, PinToShort(EndOfRoom(RoomOfMonitor(nullptr)) + main->geometry.insetLeft),
+                 PinToShort(RestingPlace(&app).v + main->geometry.insetTop));
+  SlideFrameStart(RestingPlace, CloseSplashSoon, &app);
 }
 
 // ---- What is shown in it -----------------------------------------------------------------------------------------
@@ -196,7 +201,7 @@ void SlideIn(Application& app) {
 // The message's height follows from its text, and its gaps from whether there is one.
 void SetMessage(Panel& panel, const char* text) {
   const bool shows = *text;
-  const int16_t gap = (shows ? kMessageGap : kNoMessageGap);
+  const int16_t gap = shows ? kMessageGap : kNoMessageGap;
   int16_t width = 0;
   StackInnerSize(panel.root, &width, nullptr);
   TextPaneSetText(panel.messageText, text);

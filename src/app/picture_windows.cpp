@@ -11,6 +11,7 @@
 #include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/load_bitmaps.h"
 #include "platform/bitmaps/offscreens.h"
+#include "platform/display/monitor_room.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
@@ -105,9 +106,10 @@ void OnPress(ChildWindow* window, uint16_t, int16_t, int16_t) {
 // The client's place in toolkit coordinates.
 Point AboutTarget(const ChildWindow* window) {
   const MainWindow* main = TheMainWindow();
+  const Rect free = RoomOfMonitor(main->window).free;
   const WindowGeometry& g = window->geometry;
-  const int x = (2 * main->usableLeft + main->usableWidth - g.outerWidth) / 2 + g.insetLeft - main->originX;
-  const int y = main->usableTop + (main->usableHeight - g.outerHeight) / 3 + g.insetTop - main->originY;
+  const int x = (free.left + free.right - g.outerWidth) / 2 + g.insetLeft - main->originX;
+  const int y = free.top + (free.bottom - free.top - g.outerHeight) / 3 + g.insetTop - main->originY;
   return {PinToShort(y), PinToShort(x)};
 }
 
@@ -129,9 +131,11 @@ void ShowSplash(Application& app) {
   if (app.splash.window) return;
   Open(app, app.splash, kSplashPicture, kFlags, PaintSplash);
   const MainWindow* main = TheMainWindow();
+  const auto [monitor, free, isOnly] = RoomOfMonitor(nullptr);
   const WindowGeometry& g = app.splash.window->geometry;
-  PlaceChildWindow(app.splash.window, PinToShort((main->usableWidth - g.clientWidth) / 2 - main->originX),
-                   PinToShort((main->usableHeight - g.clientHeight) / 3 - main->originY));
+  const int x = monitor.left + (free.right - free.left - g.clientWidth) / 2;
+  const int y = monitor.top + (free.bottom - free.top - g.clientHeight) / 3;
+  PlaceChildWindow(app.splash.window, PinToShort(x - main->originX), PinToShort(y - main->originY));
   ShowChildWindow(app.splash.window);
   FlushPaints();
 }
@@ -148,8 +152,10 @@ void ShowAbout(Application& app) {
   ChildWindow* window = app.about.window;
   SetWindowMethod(window, &WindowMethods::keyDown, OnKey);
   SetWindowMethod(window, &WindowMethods::mouseDown, OnPress);
-  // From beyond the left edge of the screen.
-  PlaceChildWindow(window, PinToShort(-window->geometry.clientWidth - TheMainWindow()->originX), AboutTarget(window).v);
+  // From beyond the left edge of the monitor.
+  const MainWindow* main = TheMainWindow();
+  const int left = RoomOfMonitor(main->window).monitor.left - window->geometry.clientWidth;
+  PlaceChildWindow(window, PinToShort(left - main->originX), AboutTarget(window).v);
   ShowChildWindow(window);
   app.about.timer = TimerSchedule(SlideAboutStep, &app, 0);
 }

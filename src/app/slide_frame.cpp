@@ -17,7 +17,7 @@ constexpr uint32_t kInterval = 10;   // ms between steps
 constexpr uint32_t kMinimisedInterval = 200; // ms between looks at a window that cannot be seen to move
 
 struct SlideState {
-  Point target;
+  Point (*target)(void* argument);
   Point remainder; // between the place last asked for and the one that the platform gave
   int32_t stepsLeft;
   Timer* timer;
@@ -34,8 +34,9 @@ void SlideFrameStep(void* argument) {
     state.timer = TimerSchedule(SlideFrameStep, main, kMinimisedInterval);
     return;
   }
-  const int32_t dx = PinValue(-kStep, state.target.h - main->originX, kStep);
-  const int32_t dy = PinValue(-kStep, state.target.v - main->originY, kStep);
+  const Point target = state.target(state.argument);
+  const int32_t dx = PinValue(-kStep, target.h - main->originX, kStep);
+  const int32_t dy = PinValue(-kStep, target.v - main->originY, kStep);
   if ((dx == 0 && dy == 0) || state.stepsLeft-- == 0) return state.ended(state.argument);
   const WindowGeometry& g = main->geometry;
   const int32_t x = main->originX + dx + g.insetLeft - state.remainder.h;
@@ -47,10 +48,11 @@ void SlideFrameStep(void* argument) {
 
 } // namespace
 
-void SlideFrameStart(Point target, TimerFunction ended, void* argument) {
+void SlideFrameStart(Point (*target)(void* argument), TimerFunction ended, void* argument) {
   if (state.timer) TimerCancel(state.timer);
   MainWindow* main = TheMainWindow();
-  const int32_t way = Maximum(std::abs(target.h - main->originX), std::abs(target.v - main->originY));
+  const Point first = target(argument);
+  const int32_t way = Maximum(std::abs(first.h - main->originX), std::abs(first.v - main->originY));
   state = {target, {}, way / kStep + kSpareSteps, TimerSchedule(SlideFrameStep, main, 0), ended, argument};
 }
 

@@ -6,10 +6,10 @@
 
 namespace framereel {
 
-// Moves the main window, from where it stands, until its outer corner is at the place on the screen. Once it has come
-// to rest, there or at SlideFrameCancel, `ended` is called, from a timer's function or from the one that cancels. A
-// slide under way gets the new target.
-void SlideFrameStart(Point target, TimerFunction ended, void* argument);
+// Moves the main window, from where it stands, until its outer corner is at the place on the screen that `target`
+// answers, which is asked at each step, for the screen may change. Once it has come to rest, there or at
+// SlideFrameCancel, `ended` is called, from a timer's function or from the one that cancels.
+void SlideFrameStart(Point (*target)(void* argument), TimerFunction ended, void* argument);
 // The window stays where it has got to.
 void SlideFrameCancel();
 bool SlideFrameIsRunning();

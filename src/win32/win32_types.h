@@ -38,6 +38,7 @@ using HRGN = struct Win32Region*;
 using HCURSOR = struct Win32Cursor*;
 using HICON = HCURSOR;
 using HMENU = struct Win32Menu*;
+using HMONITOR = struct Win32Monitor*;
 
 using WPARAM = uintptr_t;
 using LPARAM = intptr_t;

@@ -335,3 +335,16 @@ struct APPBARDATA {
 // ABM_GETTASKBARPOS: the strip that a dock or task bar takes, across the whole screen; with several, the thickest.
 // FALSE when there is none.
 uintptr_t SHAppBarMessage(DWORD message, APPBARDATA* data);
+
+inline constexpr DWORD MONITOR_DEFAULTTOPRIMARY = 1;
+
+struct MONITORINFO {
+  DWORD cbSize;   // the record's size
+  RECT rcMonitor; // what it shows of the screen
+};
+
+// The monitor that shows the window's middle, the smallest of several, or is the nearest to it; the primary one where
+// there is no window.
+HMONITOR MonitorFromWindow(HWND window, DWORD otherwise);
+// FALSE when the monitor has gone.
+BOOL GetMonitorInfoA(HMONITOR monitor, MONITORINFO* info);

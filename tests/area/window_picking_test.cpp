@@ -72,7 +72,7 @@ TEST(WindowPick, GoesFromWindowToWindowAndEnds) {
       {"m 130 140 pick takemouse d", "rest 120,130 101x51 window save"},
       {"m 130 140 pick takeskeys d", "rest 120,130 101x51 window save"},
       {"m 130 140 pick leave d", "rest 120,130 101x51 window save"},
-      {"m 130 140 pick mode 200 170 16 m 130 140 tick d", "rest 120,130 80x40 window !2on16 save"},
+      {"m 130 140 pick mode 200 170 16 m 130 140 tick d", "rest 120,130 80x40 window !2on16 !5 save"},
       {"m 130 140 pick freezes d u", "rest 0,0 440x330 window"},
   };
   for (const auto& c : cases) {

@@ -58,6 +58,7 @@ constexpr Deed kDeeds[] = {
     {2, "depth"},
     {2, "size"},
     {1, "taskbar"},
+    {2, "monitors"},
     {1, "pointer"},
     {1, "palette"},
 
@@ -123,6 +124,18 @@ void SetMode(User& user, int32_t width, int32_t height, int32_t depth) {
   Tell(user, " %dx%d, %d bits", width, height, depth);
   MemoryDisplaySetMode(width, height, depth);
   user.others.PaintDesktop(user.dice);
+}
+
+// One, or two side by side or one above the other, of which either is the primary one.
+void ChangeMonitors(Dice& dice) {
+  const int32_t width = TheMemoryDisplay().width, height = TheMemoryDisplay().height;
+  const int32_t x = 1 + dice.Below(width), y = 1 + dice.Below(height);
+  const std::vector<PixelRect> layouts[] = {{},
+                                            {{0, 0, x, height}, {x, 0, width, y}},
+                                            {{x, 0, width, height}, {0, 0, x, y}},
+                                            {{0, y, width, height}, {0, 0, x, y}},
+                                            {{0, 0, x, y}}};
+  MemorySetMonitors(dice.OneOf(layouts));
 }
 
 void ChangePointer(Dice& dice) {
@@ -222,6 +235,7 @@ void AddWordsOfTheDesktop(User& user) {
     const PixelRect places[] = {{}, {0, 0, width, 28}, {0, height - 28, width, height}, {0, 0, 40, height}};
     user.others.SetTaskBar(dice.OneOf(places));
   });
+  script.Add("monitors", [&] { ChangeMonitors(dice); });
   script.Add("pointer", [&] { ChangePointer(dice); });
   script.Add("palette", [&] {
     std::vector<PaletteColour>& palette = TheMemoryDisplay().palette;

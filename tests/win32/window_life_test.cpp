@@ -92,6 +92,18 @@ TEST_F(WindowLife, WhereTheDesktopMinimisesNothingACaptionStaysFromWhichItComesB
         {"place? main", "40,50+210x220"}});
 }
 
+TEST_F(WindowLife, AWindowOfWhichASmallerScreenShowsLessComesBackToIt) {
+  TheScript().Add("mode", MemoryDisplaySetMode);
+  TheMemoryDisplay().desktop.leavesMinimising = true;
+  Walk("none",
+       {{"new dlg dialog main 500 300 100 100 new pop popup main 500 300 50 50 place main 540 10 206 225", ""},
+        {"mode 640 400 24 then place? main place? dlg", "540,10+206x225 500,300+100x100"},
+        {"mode 400 300 24 then place? main place? dlg place? pop", "194,10+206x225 300,200+100x100 500,300+50x50"},
+        {"iconify main mode 640 480 24 then place? main", "0,275+160x25"},
+        {"mode 200 150 24 then place? main place? dlg", "0,125+160x25 100,50+100x100"},
+        {"back main place? main", "0,0+206x156"}}); // as large as a window there may be
+}
+
 TEST_F(WindowLife, OwnedWindowsGoAndComeWithAMinimisedOneAndDieWithIt) {
   Walk("paint act destroy gone",
        {{"new frame frame - 400 300 80 80 new dlg dialog main 400 100 100 100", ""},

@@ -49,12 +49,21 @@ TEST_F(X11Window, StandsWhereItWasPut) {
 
 TEST_F(X11Window, KnowsTheMonitorsOfTheScreen) {
   const PixelRect screen = {0, 0, artist.Width(), artist.Height()};
-  EXPECT_EQ(DisplayMonitorAt(400, 200), screen);
-  XRRMonitorInfo right = {Atom(AtomOf("right")), False, False, 0, 320, 100, 320, 200, 0, 0, nullptr};
-  XRRSetMonitor(artist.display, artist.root, &right);
-  EXPECT_EQ(DisplayMonitorAt(400, 200), (PixelRect{320, 100, 640, 300}));
-  EXPECT_EQ(DisplayMonitorAt(400, 300), screen);
-  XRRDeleteMonitor(artist.display, artist.root, right.name);
+  EXPECT_EQ(DisplayMonitors(), std::vector{screen});
+  Drain();
+  const PixelRect left = {0, 100, 320, 300}, right = {320, 100, 640, 300};
+  for (const auto& [name, place] : {std::pair{"left", left}, std::pair{"right", right}}) {
+    XRRMonitorInfo monitor = {Atom(AtomOf(name)), place.left > 0, False, 0, place.left, 100, 320, 200, 0, 0, nullptr};
+    XRRSetMonitor(artist.display, artist.root, &monitor);
+  }
+  Until([&] { return DisplayMonitors().size() >= 2; }); // the server may have one of its own, of the whole screen
+  Until([&] { return DisplayMonitors()[0] == right && DisplayMonitors()[1] == left; });
+  Until([&] { return Came(Kind::kScreenChanged); });
+  const unsigned long before = NextRequest(X11Live()->display);
+  DisplayMonitors();
+  EXPECT_EQ(NextRequest(X11Live()->display), before); // the server is asked when they have changed
+  for (const char* name : {"left", "right"}) XRRDeleteMonitor(artist.display, artist.root, AtomOf(name));
+  Until([&] { return DisplayMonitors() == std::vector{screen}; });
 }
 
 TEST_F(X11Window, ShowsWhatIsPresented) {

@@ -3,6 +3,7 @@
 #include "platform/windows/window_geometry.h"
 
 #include "core/numbers.h"
+#include "platform/display/monitor_room.h"
 #include "win32/pixels/scale.h"
 #include "win32/win32_windows.h"
 
@@ -61,17 +62,46 @@ void ApplyMainGeometry(MainWindow* main, int32_t x, int32_t y, int32_t width, in
   OuterFromClient(&main->geometry);
 }
 
+bool IsOffScreen(const MainWindow* main) {
+  return main->originX > main->usableWidth;
+}
+
+// Where what belongs to the main window comes up.
+MonitorRoom RoomOf(const MainWindow* main) {
+  return RoomOfMonitor(IsOffScreen(main) ? nullptr : main->window);
+}
+
 // What a new window is centred on, in toolkit coordinates.
 struct Area {
   int32_t left, top, width, height;
 };
 
 Area CentringArea(const MainWindow* main) {
-  if (main->originX > main->usableWidth) {
-    return {-main->originX, -main->originY, main->usableWidth, main->usableHeight};
+  if (IsOffScreen(main)) {
+    const auto [monitor, free, isOnly] = RoomOf(main);
+    return {monitor.left - main->originX, monitor.top - main->originY, free.right - free.left, free.bottom - free.top};
   }
   const WindowGeometry& g = main->geometry;
   return {g.clientLeft, g.clientTop, g.clientWidth, g.clientHeight};
+}
+
+// How far a span from `start` has to move to lie within the room; its start counts for more than its end.
+int32_t ShiftInto(int32_t start, int32_t length, int32_t room, int32_t roomLength) {
+  if (start < room) return room - start;
+  return Minimum(0, room + roomLength - start - length);
+}
+
+// Places it, but so that one that stands on the screen by itself does not reach from the main window's monitor onto
+// another one.
+void PlaceOnMonitor(ChildWindow* window, int32_t x, int32_t y) {
+  const WindowGeometry& g = window->geometry;
+  const MainWindow* main = window->parent;
+  const auto [monitor, free, isOnly] = RoomOf(main);
+  if (IsTopLevel(window) && !isOnly) {
+    x += ShiftInto(x - g.insetLeft + main->originX, g.outerWidth, free.left, free.right - free.left);
+    y += ShiftInto(y - g.insetTop + main->originY, g.outerHeight, free.top, free.bottom - free.top);
+  }
+  PlaceChildWindow(window, PinToShort(x), PinToShort(y));
 }
 
 } // namespace
@@ -127,28 +157,22 @@ void SetMaxChildSize(ChildWindow* window, int16_t width, int16_t height) {
 
 void KeepChildWindowInside(ChildWindow* window, int16_t x, int16_t y) {
   const WindowGeometry &g = window->geometry, &main = window->parent->geometry;
-  // How far a span from `start` has to move to lie within the room; its start counts for more than its end.
-  const auto shift = [](int32_t start, int32_t length, int32_t room, int32_t roomLength) {
-    if (start < room) return room - start;
-    return Minimum(0, room + roomLength - start - length);
-  };
-  const int32_t dx = shift(x - g.insetLeft, g.outerWidth, main.clientLeft, main.clientWidth);
-  const int32_t dy = shift(y - g.insetTop, g.outerHeight, main.clientTop, main.clientHeight);
+  const int32_t dx = ShiftInto(x - g.insetLeft, g.outerWidth, main.clientLeft, main.clientWidth);
+  const int32_t dy = ShiftInto(y - g.insetTop, g.outerHeight, main.clientTop, main.clientHeight);
   PlaceChildWindow(window, PinToShort(x + dx), PinToShort(y + dy));
 }
 
 void CentreChildWindow(ChildWindow* window) {
   const Area area = CentringArea(window->parent);
   const WindowGeometry& g = window->geometry;
-  PlaceChildWindow(window, PinToShort(area.left + area.width / 2 - g.outerWidth / 2 + g.insetLeft),
-                   PinToShort(area.top + area.height / 2 - g.outerHeight / 2 + g.insetTop));
+  PlaceOnMonitor(window, area.left + area.width / 2 - g.outerWidth / 2 + g.insetLeft,
+                 area.top + area.height / 2 - g.outerHeight / 2 + g.insetTop);
 }
 
 void PlaceChildWindowUpper(ChildWindow* window) {
   const Area area = CentringArea(window->parent);
   const WindowGeometry& g = window->geometry;
-  PlaceChildWindow(window, PinToShort(area.left + (area.width - g.outerWidth) / 2),
-                   PinToShort(area.top + (area.height - g.outerHeight) / 3));
+  PlaceOnMonitor(window, area.left + (area.width - g.outerWidth) / 2, area.top + (area.height - g.outerHeight) / 3);
 }
 
 void StartChildGeometry(ChildWindow* window) {

@@ -33,7 +33,8 @@ void SetMaxChildSize(ChildWindow* window, int16_t width, int16_t height);
 // Places it, but so that its frame lies inside the main window's client area as far as it fits; the right and bottom
 // edge count for a window that is too large.
 void KeepChildWindowInside(ChildWindow* window, int16_t x, int16_t y);
-// In the middle of the main window's client area; of the usable screen, while the main window stands off it.
+// In the middle of the main window's client area; of the primary monitor, while the main window stands off the screen.
+// Where there are several monitors, it stays on the main window's.
 void CentreChildWindow(ChildWindow* window);
 // The same, but a third of the free height down.
 void PlaceChildWindowUpper(ChildWindow* window);

@@ -50,7 +50,7 @@ struct DisplayWindow {
 struct MemoryDesktop {
   std::vector<std::unique_ptr<DisplayWindow>> windows; // from the top down
   std::vector<uint32_t> picture;                       // of the desktop itself, under all windows; empty: black
-  std::vector<PixelRect> monitors;                     // empty: one shows the whole screen
+  std::vector<PixelRect> monitors;                     // the primary one first; empty: one shows the whole screen
   std::deque<DisplayEvent> events;
   DisplayWindow* keyboard; // has it; may be another program's; null: nobody
   DisplayWindow* captured; // by DisplayCapturePointer
@@ -86,6 +86,7 @@ void MemoryPaintWindow(const DisplayWindow& window, const PixelRect& where, uint
 void MemoryPaintDesktop(const PixelRect& where, uint32_t pixel);
 // The strip along an edge of the screen that a task bar takes; an empty one takes it away.
 void MemorySetTaskBar(const PixelRect& place);
+void MemorySetMonitors(const std::vector<PixelRect>& monitors); // as MemoryDesktop has them
 
 // ---- The user ----------------------------------------------------------------------------------------------------
 

@@ -240,6 +240,11 @@ void MemorySetTaskBar(const PixelRect& place) {
   MemoryQueueEvent(DisplayEventKind::kScreenChanged, nullptr, false);
 }
 
+void MemorySetMonitors(const std::vector<PixelRect>& monitors) {
+  TheMemoryDesktop().monitors = monitors;
+  MemoryQueueEvent(DisplayEventKind::kScreenChanged, nullptr, false);
+}
+
 DisplayWindow* MemoryWindowTitled(const std::string& title) {
   for (const auto& window : TheMemoryDesktop().windows) {
     if (window->shown && window->title == title) return window.get();
@@ -368,10 +373,14 @@ PixelRect DisplayUsableArea() {
   return free;
 }
 
-PixelRect DisplayMonitorAt(int32_t x, int32_t y) {
-  PixelRect smallest = ScreenBounds();
-  for (const PixelRect& monitor : TheMemoryDesktop().monitors) smallest = SmallerAt(smallest, monitor, x, y);
-  return smallest;
+std::vector<PixelRect> DisplayMonitors() {
+  std::vector<PixelRect> shown;
+  for (const PixelRect& monitor : TheMemoryDesktop().monitors) {
+    const PixelRect part = Intersect(monitor, ScreenBounds());
+    if (!IsEmpty(part)) shown.push_back(part);
+  }
+  if (shown.empty()) shown.push_back(ScreenBounds());
+  return shown;
 }
 
 } // namespace framereel

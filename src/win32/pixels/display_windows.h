@@ -73,9 +73,9 @@ void DisplayRefresh(const PixelRect& where);
 
 // The part of the screen that docks and task bars leave free; the whole screen when there are none.
 PixelRect DisplayUsableArea();
-// What of the screen the monitor shows that the point is on, the smallest of several; the whole screen where no monitor
-// is. Asks the server.
-PixelRect DisplayMonitorAt(int32_t x, int32_t y);
+// What of the screen each monitor shows, the primary one first. There is always one, which shows the whole screen where
+// the display knows of none; several may show the same.
+std::vector<PixelRect> DisplayMonitors();
 
 // ---- Windows of all programs -------------------------------------------------------------------------------------
 
@@ -156,7 +156,7 @@ enum class DisplayEventKind : uint8_t {
   kSessionEnds,   // flag: it does now, asked or not; or goes on after all
   kDestroyed,     // another program has destroyed the window; it still has to be freed
   kCaptureLost,   // the display took the pointer away
-  kScreenChanged, // resolution, depth or usable area are not what they were; window is null
+  kScreenChanged, // resolution, depth, monitors or usable area are not what they were; window is null
 };
 
 struct DisplayEvent {

@@ -72,9 +72,4 @@ inline int64_t AreaOf(const PixelRect& r) {
   return int64_t{r.right - r.left} * (r.bottom - r.top);
 }
 
-// The other rectangle, if it holds the point and is the smaller one; else the one that has been found.
-inline PixelRect SmallerAt(const PixelRect& found, const PixelRect& other, int32_t x, int32_t y) {
-  return Holds(other, x, y) && AreaOf(other) < AreaOf(found) ? other : found;
-}
-
 } // namespace framereel

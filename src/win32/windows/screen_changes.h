@@ -3,7 +3,9 @@
 
 namespace framereel {
 
-void NoteScreen();      // before the first window stands on it
-void OnScreenChanged(); // new pixels for all windows where they need them, and messages to the top-level ones
+void NoteScreen(); // before the first window stands on it
+// New pixels for all windows where they need them, messages to the top-level ones, and back to a monitor with those
+// whose own has gone.
+void OnScreenChanged();
 
 } // namespace framereel

@@ -150,6 +150,7 @@ struct WindowSystem {
   // screen_changes.h
   ScreenFacts screen; // as last seen
   PixelRect usableArea;
+  std::vector<PixelRect> monitors;
 
   // menus/menus.h, menus/menu_tracking.h
   std::vector<std::unique_ptr<Win32Menu>> menus; // but for system menus

@@ -169,8 +169,9 @@ void X11TakeEvents(X11Connection* x, int queued) {
     if (event.type == ConfigureNotify && event.xconfigure.window == x->root) {
       x->facts.width = event.xconfigure.width;
       x->facts.height = event.xconfigure.height;
-      x->devices.pointerStale = true; // the server keeps it on the screen
-      x->changes.unsure = true;       // what was drawn on the screen before is no word on this one
+      x->desktop.monitorsUnsure = true; // the same event tells of them
+      x->devices.pointerStale = true;   // the server keeps it on the screen
+      x->changes.unsure = true;         // what was drawn on the screen before is no word on this one
       X11NoteScreenChanged(x);
       continue;
     }

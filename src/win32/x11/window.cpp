@@ -77,6 +77,25 @@ void ForgetPointer(X11Connection* x, DisplayWindow* window) {
   window->ownsPointer = false;
 }
 
+std::vector<PixelRect> ReadMonitors(X11Connection* x) {
+  const PixelRect screen = {0, 0, x->facts.width, x->facts.height};
+  int event, error, major = 0, minor = 0, count = 0;
+  // Monitors came with version 1.5.
+  bool has = XRRQueryExtension(x->display, &event, &error) && XRRQueryVersion(x->display, &major, &minor) &&
+             (major > 1 || minor >= 5);
+  XRRMonitorInfo* monitors = has ? XRRGetMonitors(x->display, x->root, True, &count) : nullptr;
+  std::stable_partition(monitors, monitors + count, [](const XRRMonitorInfo& monitor) { return monitor.primary; });
+  std::vector<PixelRect> shown;
+  for (int i = 0; i < count; i++) {
+    const XRRMonitorInfo& m = monitors[i];
+    const PixelRect part = Intersect(screen, {m.x, m.y, m.x + m.width, m.y + m.height});
+    if (!IsEmpty(part)) shown.push_back(part);
+  }
+  if (monitors) XRRFreeMonitors(monitors);
+  if (shown.empty()) shown.push_back(screen);
+  return shown;
+}
+
 } // namespace
 
 X11Place X11PlaceOf(const PixelRect& place) {
@@ -224,22 +243,15 @@ PixelRect DisplayUsableArea() {
   return x->desktop.usable;
 }
 
-PixelRect DisplayMonitorAt(int32_t pointX, int32_t pointY) {
+std::vector<PixelRect> DisplayMonitors() {
   X11Connection* x = X11Live();
-  if (!x) return {};
-  PixelRect smallest = {0, 0, x->facts.width, x->facts.height};
-  int event, error, major = 0, minor = 0, count = 0;
-  // Monitors came with version 1.5.
-  bool has = XRRQueryExtension(x->display, &event, &error) && XRRQueryVersion(x->display, &major, &minor) &&
-             (major > 1 || minor >= 5);
-  XRRMonitorInfo* monitors = has ? XRRGetMonitors(x->display, x->root, True, &count) : nullptr;
-  for (int i = 0; i < count; i++) {
-    PixelRect shown = {monitors[i].x, monitors[i].y, monitors[i].x + monitors[i].width,
-                       monitors[i].y + monitors[i].height};
-    smallest = SmallerAt(smallest, shown, pointX, pointY);
+  if (!x) return {PixelRect{}};
+  X11TakeEvents(x, QueuedAlready);
+  if (x->desktop.monitorsUnsure) {
+    x->desktop.monitors = ReadMonitors(x);
+    x->desktop.monitorsUnsure = false;
   }
-  if (monitors) XRRFreeMonitors(monitors);
-  return smallest;
+  return x->desktop.monitors;
 }
 
 } // namespace framereel

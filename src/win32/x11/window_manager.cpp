@@ -176,6 +176,7 @@ void X11InternAtoms(X11Connection* x) {
   if (!XInternAtoms(x->display, names, kAtomCount, False, x->desktop.atoms)) X11NoAnswer(x, request);
   x->desktop.talentsUnsure = true;
   x->desktop.usableUnsure = true;
+  x->desktop.monitorsUnsure = true;
 }
 
 Atom X11AtomOf(const X11Connection* x, X11Atom atom) {

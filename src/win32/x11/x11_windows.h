@@ -157,6 +157,8 @@ struct X11Desktop {
   bool talentsUnsure;
   PixelRect usable;
   bool usableUnsure;
+  std::vector<PixelRect> monitors;
+  bool monitorsUnsure;
   bool hearsStruts;                         // and of other programs' windows all properties
   std::unordered_map<Window, X11Seen> seen; // the root among them
   uint32_t soughtAt;                        // tick at which a window was last looked for
