@@ -138,6 +138,16 @@ TEST_F(Dialogs, StandOverDialogsAndComeBackToWhereTheKeyboardWas) {
   EXPECT_EQ(answer, IDNO);
 }
 
+// A desktop that is asked for the owner while the dialog still stands may leave it to the dialog, and then to nobody.
+TEST_F(Dialogs, GiveTheKeyboardBackOnceTheyAreGone) {
+  Answer(WM_ACTIVATE, [](HWND, WPARAM state, LPARAM) {
+    if (state) MemoryGiveKeyboard(nullptr);
+    return 0;
+  });
+  Play("esc", [this] { return Ask(main); });
+  EXPECT_EQ(TheWindows().active, main);
+}
+
 TEST_F(Dialogs, EndByThemselvesWhenTheyCannotGoOn) {
   TheScript().Add("vanish", [] { ::DestroyWindow(TheWindows().active); });
   TheScript().Add("lose", [] { TheMemoryDisplay().lost = true; });

@@ -106,6 +106,10 @@ void ActivateNextOf(HWND topLevel) {
   MoveFocus(nullptr);
 }
 
+void AskForKeyboardAgain() {
+  if (TheWindows().askedFor) DisplayActivateWindow(TheWindows().askedFor);
+}
+
 namespace {
 
 void KeyboardCame(HWND topLevel) {

@@ -15,4 +15,8 @@ bool AwaitsKeyboard();               // the display has been asked for it, and m
 void CancelMenu();                   // the menu that is open, if one is, closes
 void ReleaseFrom(HWND window);       // it goes or is disabled: it and its children lose focus, capture and menu
 
+// A window has left the screen. A window manager that was asked while it stood may have given the keyboard to it in the
+// place of its owner, and then to nobody.
+void AskForKeyboardAgain();
+
 } // namespace framereel

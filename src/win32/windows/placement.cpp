@@ -148,6 +148,7 @@ void SyncOnScreen(HWND window) {
     shown.onScreen = wanted;
     TellModal(window);
     DisplayShowWindow(shown.display, wanted);
+    if (!wanted) AskForKeyboardAgain();
     if (wanted) NoteDamage(&shown, BoundsOf(shown.surface));
     if (wanted) Expose(window, VisibleWindow(*window)); // what it was to paint meanwhile was not noted
   }
