@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Holds what is written by hand beside the programs to what they say: the man page and the completions of each shell
-# have every option of --help, and the man pages are without faults.
+# have every option of --help, which fits 80 columns, and the man pages are without faults.
 #
 #   tests/packaging/documents_test.sh PROGRAM...
 set -euo pipefail
@@ -24,6 +24,7 @@ source packaging/completions/framereel.bash
 for path in "$@"; do
   program=${path##*/}
   "$path" --help | sed -nE 's/^ +((-[a-z], )?--[a-z-]+).*/\1/p' | sed 's/, /\n/' | sort -u >"$wanted"
+  if "$path" --help | grep -E '.{80}'; then echo "$program: a line of its help is too long" && failed=1; fi
   has "the man page" < <(grep '^\.It Fl' "docs/man/$program.1" | grep -oE 'Fl -?[a-z-]+' | sed 's/Fl /-/')
   has "fish" < <(grep -oE -- ' -[sl] [a-z-]+' "packaging/completions/$program.fish" | sed 's/ -s /-/; s/ -l /--/')
   COMP_WORDS=("$program" -) COMP_CWORD=1

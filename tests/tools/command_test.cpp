@@ -75,7 +75,6 @@ protected:
     script.Add("full", [=] { pretendSize(lastWithRoom + 1); });
     script.Add("display", [] { ::setenv("DISPLAY", ":77", 1); });
     script.Add("wayland", [] { ::setenv("WAYLAND_DISPLAY", "wayland-0", 1); });
-    script.Add("empty", [] { ::setenv("DISPLAY", "", 1); });
     script.Add("packed", [] { MemoryDisplayReset(64, 48, 2); }); // rows of the screen begin at every fourth pixel
     script.Add("open", [this] { // it is of one colour: a second frame tells that the area has not gone with it
       window = MemoryOpenWindow("a window", {10, 8, 30, 20}, TheMemoryDisplay().layout.depth == 2 ? 1 : 0xFF);
@@ -160,21 +159,15 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
        "the animation has reached 4 GiB; FILE holds the 1 frame before that"},
       {"150 mode:16:12:24 250 noise", "--ticks=4", "2 0 0 64 48", 400,
        "Part of the recording area is not on the screen any more"},
-      {"150 mode:16:12:24 250 noise", "--ticks=4 --quiet", "2 0 0 64 48", 400, ""},
-      {"", "--ticks=1 --area=60,0_4x48", "1 60 0 4 48", 100, ""},
       {"", "--ticks=1 --area=-10,40_30x8", "1 0 40 20 8", 100,
        "part of the area lies off the screen; recording 0,40 20x8"},
       {"", "--ticks=1 --area=9,-5_30x8", "1 9 0 30 3", 100, "part of the area lies off the screen; recording 9,0 30x3"},
-      {"", "--ticks=1 --area=60,0_30x100 --quiet", "1 60 0 4 48", 100, ""},
       {"", "--area=64,0_10x10", "", 0, "the area 64,0 10x10 lies outside the screen, which has 64x48 pixels"},
-      {"", "--area=0,-10_10x10", "", 0, "the area 0,-10 10x10 lies outside the screen, which has 64x48 pixels"},
       {"0 begin:32767:2:24", "--size=44", "", 0,
        "the area of 32767x2 pixels is too small for a recording at 44 %, which takes blocks of 3x3"},
       {"0 begin:64:48:12", "", "", 0, "Framereel does not support recording at the current bit depth (4096 colours)"},
-      {"0 lost", "", "", 0, "the connection to the display was lost; nothing was recorded"},
       {"0 lostAtRead", "--quiet", "", 0, "the connection to the display was lost; nothing was recorded"},
       {"0 none 0 display", "", "", 0, "there is no display to record: \":77\", as DISPLAY names it, does not answer"},
-      {"0 none 0 empty", "", "", 0, "there is no display to record: DISPLAY is not set"},
       {"0 none", "", "", 0, "there is no display to record: DISPLAY is not set"},
       {"0 none 0 display 0 wayland", "", "", 0,
        "there is no display to record in this Wayland session; log in to an X11"},
@@ -183,17 +176,14 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
       // Another program's window, which the area goes with where it is told to.
       {"0 open", "--window=7 --ticks=1", "1 10 8 20 12", 100, ""},
       {"0 open 50 to:13:8", "--window=7 --ticks=2", "2 10 8 20 12", 200, ""},
-      {"0 open 50 to:13:8", "--window=7 --follow --ticks=2", "1 13 8 20 12", 200, ""},
       {"0 packed 0 open 50 to:13:8", "--window=7 --follow --ticks=2", "1 13 8 20 12", 200, ""},
       {"0 open 0 to:-3:-6 50 to:0:-6", "--window=7 --follow --ticks=2", "1 3 0 17 6", 200, ""},
       {"0 open 50 to:60:60", "--window=7 --follow --ticks=2", "2 44 36 20 12", 200, ""},
       {"0 open 50 hide 150 to:13:8 250 show", "--window=7 --follow --ticks=4", "3 13 8 20 12", 400, ""},
       {"0 open 150 close", "--window=7 --follow", "1 10 8 20 12", 200, ""},
       {"0 open 0 hide", "--window=7", "", 0, "the window 0x7 cannot be seen; it may be minimised"},
-      {"0 open 0 close", "--window=7", "", 0, "there is no window 0x7"},
       {"0 open", "--window=0xFFFFFFFF", "", 0, "there is no window 0xffffffff"},
       {"0 open 50 click 450 to:13:8", "--window=pick --follow --ticks=2", "1 13 8 20 12", 560, ""},
-      {"0 packed 0 open 50 click", "--window=pick --ticks=1", "1 10 8 20 12", 460, ""},
       {"0 open 0 hide 50 click", "--window=pick", "", 60, "there is no window to record there"},
       {"0 open 50 esc", "--window=pick", "", 60, "no window was picked; nothing was recorded"},
   };
@@ -318,42 +308,33 @@ TEST_F(CommandTest, KeepsElsewhereWhatCannotBeSavedInItsPlace) {
   const TemporaryFolder home;
   WriteWholeFile(home / "file", "");
   const std::string longName = std::string(251, 'n') + ".gif", cut = std::string(246, 'n');
-  const std::string places = folder / "places/";
-  const auto remove = [&] { std::filesystem::remove_all(places); };
-  const auto move = [&] { std::filesystem::rename(places, folder / "moved"); };
-  const auto refuse = [&] { std::filesystem::create_directories(place + "/in the way"); };
+  const std::string gone = folder / "gone/", full = "/dev/full", usual = home / ".local/share/framereel/";
   const struct {
-    std::string wanted;
-    std::function<void()> happens; // while it records
-    const char* why;
-    std::string data, temporary; // the folders that the user has named
-    std::string kept;            // "" when nowhere
+    std::string wanted, data, temporary; // the place, and the folders that the user has named
+    std::string kept;                    // "" when nowhere
   } cases[] = {
-      {places + "a.gif", remove, "No such file or directory", home / "data", "", home / "data/framereel/a.gif"},
-      {places + "a.gif", move, "No such file or directory", home / "data", "", home / "data/framereel/a-2.gif"},
-      {places + "b.gif", refuse, "Is a directory", "", "", home / ".local/share/framereel/b.gif"},
-      {places + "b", refuse, "Is a directory", "not absolute", "", home / ".local/share/framereel/b"},
-      {places + longName, remove, "No such file or directory", "", "", home / ".local/share/framereel/" + cut + ".gif"},
-      {places + longName, remove, "No such file or directory", "", "",
-       home / ".local/share/framereel/" + cut + "-2.gif"},
-      {"/dev/full", [] {}, "No space left on device", "", "", home / ".local/share/framereel/animation.gif"},
-      {"/dev/full", [] {}, "No space left on device", home / "file", home.path, home / "animation.gif"},
-      {"/dev/full", [] {}, "No space left on device", home / "file", home / "none", ""},
+      {gone + "a.gif", home / "data", "", home / "data/framereel/a.gif"},
+      {gone + "b", "not absolute", "", usual + "b"},
+      {gone + longName, "", "", usual + cut + ".gif"},
+      {gone + longName, "", "", usual + cut + "-2.gif"},
+      {full, "", "", usual + "animation.gif"},
+      {full, home / "file", home.path, home / "animation.gif"},
+      {full, home / "file", home / "none", ""},
   };
   ::setenv("HOME", home.path.c_str(), 1);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.kept);
-    std::filesystem::remove_all(folder / "moved");
-    std::filesystem::create_directory(places);
     ::setenv("XDG_DATA_HOME", c.data.c_str(), 1);
     ::setenv("TMPDIR", c.temporary.c_str(), 1);
     place = c.wanted;
     MemoryDisplayReset(64, 48, 24);
-    MemoryAt(50, c.happens);
+    std::filesystem::create_directory(gone);
+    MemoryAt(50, [&] { std::filesystem::remove_all(gone); });
     EXPECT_EQ(Run("--ticks=2"), kExitFailed);
+    const std::string why = place == full ? "No space left on device" : "No such file or directory";
     const std::string told =
         c.kept == "" ? "nor can it be kept elsewhere: No such file or directory" : "the animation is kept as " + c.kept;
-    EXPECT_EQ(messages, std::string("framereel-record: cannot write FILE: ") + c.why + "; " + told + "\n");
+    EXPECT_EQ(messages, "framereel-record: cannot write FILE: " + why + "; " + told + "\n");
     if (c.kept == "") continue;
     EXPECT_EQ(ReadGifFile(c.kept).frames.size(), 1u);
     EXPECT_EQ(std::filesystem::status(c.kept).permissions(), std::filesystem::perms(0600));

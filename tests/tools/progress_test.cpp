@@ -17,15 +17,9 @@ TEST(Progress, TellsFramesSizeTimeAndWhatIsDoneOnOneLine) {
       {1234, 1300000, {.elapsed = 3599999}, 80, "1234 frames, 1.2M, 59:59"},
       {2, 0, {.elapsed = 3600000, .lostTicks = 1}, 80, "2 frames, 0 bytes, 1:00:00, 1 tick lost"},
       {0, 0, {.milliseconds = 12000, .elapsed = 3499}, 80, "0 frames, 0 bytes, 0:03  [######..................]"},
-      {0, 0, {.milliseconds = 12000, .elapsed = 20000}, 80, "0 frames, 0 bytes, 0:20  [########################]"},
       {0, 0, {.tickLimit = 1000000000, .ticks = 999999999}, 52, "0 frames, 0 bytes, 0:00  [#######################.]"},
-      {3,
-       0,
-       {.milliseconds = 9, .tickLimit = 9, .frameLimit = 4},
-       80,
-       "3 frames, 0 bytes, 0:00  [##################......]"},
+      {3, 0, {.tickLimit = 9, .frameLimit = 4}, 80, "3 frames, 0 bytes, 0:00  [##################......]"},
       {0, 0, {.tickLimit = 4}, 51, "0 frames, 0 bytes, 0:00"},
-      {0, 0, {.tickLimit = 4}, 23, "0 frames, 0 bytes, 0:0"},
       {0, 0, {.tickLimit = 4}, 0, ""},
   };
   char text[kProgressTextSize];
