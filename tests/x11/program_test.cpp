@@ -64,11 +64,6 @@ protected:
     Picture area = artist.Paper(kArea.right - kArea.left, kArea.bottom - kArea.top);
     return Copy(SceneAt(state), SceneAt(state).All(), kScene.left - kArea.left, kScene.top - kArea.top, &area), area;
   }
-  std::vector<uint32_t> AreaInTheFile(int state) const {
-    std::vector<uint32_t> pixels = AreaAt(state).pixels;
-    for (uint32_t& pixel : pixels) pixel = pixel == artist.White() ? 0xFFFFFF : 0;
-    return pixels;
-  }
   // The line round it stays as it is.
   void PaintArea(int state) const {
     artist.Put(AreaAt(state), scene, artist.Depth(), kArea.left - kScene.left, kArea.top - kScene.top);
@@ -88,49 +83,13 @@ protected:
                 main->originY + g.clientTop + view->y + view->height / 2);
     X11WindowTest::Click(1);
   }
-  void Press(KeySym letter) {
-    Key(XK_Control_L, true);
-    Type(CodeOf(letter));
-    Key(XK_Control_L, false);
-  }
-  // Types in each window once it has the keyboard, whichever loop is at work.
-  struct Turn {
-    std::string window, keys;
-  };
-  void TypeInTurn(std::vector<Turn> all) {
-    turns = std::move(all);
-    TimerSchedule(TakeTurn, this, 0);
-  }
-  static void TakeTurn(void* argument) {
-    auto& test = *static_cast<X11Program*>(argument);
-    char title[100] = "";
-    ::GetWindowTextA(::GetParent(::GetFocus()), title, sizeof title);
-    if (test.turns[0].window == title) {
-      for (const char key : test.turns[0].keys) test.Type(test.CodeOf(key == '\r' ? XK_Return : KeySym(key)));
-      test.turns.erase(test.turns.begin());
-    }
-    if (!test.turns.empty()) TimerSchedule(TakeTurn, argument, 20);
-  }
-  void DrawTheArea() {
-    Run([] { return !SlideFrameIsRunning(); });
-    Click(app.panel.selectButton);
-    Run([&] { return artist.State(WindowAt(kArea.left, kArea.top)).c_class == InputOnly; }); // the backdrop
-    MovePointer(kArea.left, kArea.top);
-    Button(1, true);
-    Run([&] { return app.area.selectionDragging; });
-    MovePointer(kArea.right - 1, kArea.bottom - 1);
-    Run([&] { return app.area.cornerX == kArea.right - 1 && app.area.cornerY == kArea.bottom - 1; });
-    Button(1, false);
-    Run([&] { return !app.area.backdrop; });
-  }
 
   WorkingFolder folder;
   Application app;
   Window scene = None;
-  std::vector<Turn> turns;
 };
 
-TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) {
+TEST_F(X11Program, HearsTheFirstClickAndRecordsByChordTheAreaThatTheMouseHasDrawn) {
   Run([] { return !SlideFrameIsRunning(); });
   FocusOn(scene);
   Run([] { return !ActiveGet(); });
@@ -138,28 +97,16 @@ TEST_F(X11Program, IsWorkedByItsPanelFromTheFirstClickIntoTheInactiveProgramOn) 
   Run([&] { return AntsAreUp(app.area); });
   Click(app.panel.showAreaBox);
   Run([&] { return !AntsAreUp(app.area); });
-  DrawTheArea();
-  Click(app.panel.startButton);
-  Run([&] { return app.recorder.frameCount == 1; });
-  Click(app.panel.stopButton);
-  Run([&] { return !app.recorder.control.recording; });
 
-  // By keys, with the extension that the dialog puts behind the name.
-  const HomeIn lives(folder);
-  Press(XK_s);
-  TypeInTurn({{"Save File", "clip\r"}, {"Mising Extension", "\r"}, {"Save File", "\r"}});
-  Run([&] {
-    const Window focus = Focus();
-    return app.document.file && focus > PointerRoot && Text(focus, "WM_NAME") == "Framereel - clip";
-  });
-  EXPECT_EQ(Composite(ReadGifFile(folder / "clip.gif"), 0), AreaInTheFile(0));
-  Press(XK_q);
-  Run([&] { return app.document.abandonedSize == app.stream.streamSize; }); // without a question
-}
-
-TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
-  DrawTheArea();
-  EXPECT_EQ(ReadWholeFile(folder.usersSettings).substr(0, 31), "Recording Area:40,120 200x140\r\n");
+  Click(app.panel.selectButton);
+  Run([&] { return artist.State(WindowAt(kArea.left, kArea.top)).c_class == InputOnly; }); // the backdrop
+  MovePointer(kArea.left, kArea.top);
+  Button(1, true);
+  Run([&] { return app.area.selectionDragging; });
+  MovePointer(kArea.right - 1, kArea.bottom - 1);
+  Run([&] { return app.area.cornerX == kArea.right - 1 && app.area.cornerY == kArea.bottom - 1; });
+  Button(1, false);
+  Run([&] { return !app.area.backdrop; });
   UntilSceneStands(0);
   AntsShow(app.area); // the line stays up while frames are taken
 
@@ -184,9 +131,10 @@ TEST_F(X11Program, RecordsByChordTheAreaThatTheMouseHasDrawn) {
   ASSERT_GE(gif.frames.size(), 6u) << gif.error;
   int state = 0;
   for (size_t frame = 0; frame < gif.frames.size(); ++frame) {
-    const std::vector<uint32_t> seen = Composite(gif, frame);
-    while (state < 5 && seen != AreaInTheFile(state)) ++state;
-    EXPECT_TRUE(seen == AreaInTheFile(state)) << "frame " << frame << " shows something else than the scene";
+    std::vector<uint32_t> seen = Composite(gif, frame);
+    for (uint32_t& pixel : seen) pixel = pixel == 0xFFFFFF ? artist.White() : artist.Black();
+    while (state < 5 && seen != AreaAt(state).pixels) ++state;
+    EXPECT_TRUE(seen == AreaAt(state).pixels) << "frame " << frame << " shows something else than the scene";
   }
   EXPECT_EQ(state, 5);
 }
