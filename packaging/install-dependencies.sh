@@ -12,7 +12,8 @@ set -euo pipefail
 build=(g++ cmake ninja-build pkg-config libx11-dev libx11-xcb-dev libxcb1-dev libxext-dev libxfixes-dev
   libxdamage-dev libxi-dev libxkbcommon-dev libxrandr-dev libsm-dev libfreetype-dev libfontconfig-dev libpixman-1-dev fonts-dejavu-core)
 screen=(xvfb)
-test=("${screen[@]}" libgtest-dev libgif-dev libxrender-dev libxtst-dev openbox picom xfwm4 dbus-daemon mandoc)
+test=("${screen[@]}" libgtest-dev libgif-dev libxrender-dev libxtst-dev openbox picom xfwm4 dbus-daemon xclip
+  mandoc)
 bench=("${screen[@]}" libbenchmark-dev libgif-dev libcgif-dev gifsicle ffmpeg)
 deb=(dpkg-dev)
 
