@@ -117,12 +117,6 @@ void Artist::ResizeScreen(int32_t width, int32_t height) const {
   XRRSetScreenSize(display, root, width, height, width, height);
 }
 
-// ---- The display -------------------------------------------------------------------------------------------------
-
-void X11Test::Catch() {
-  if (X11Connection* x = X11Live()) XSync(x->display, False);
-}
-
 OwnSurface::OwnSurface(int32_t width, int32_t height, uint8_t fill) {
   EXPECT_TRUE(DisplayNewSurface(width, height, &surface));
   Fill(fill);

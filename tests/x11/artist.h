@@ -80,24 +80,6 @@ struct Artist {
   void ResizeScreen(int32_t width, int32_t height) const;
 };
 
-// The display under test and an artist beside it, fresh for each test.
-class X11Test : public testing::Test {
-protected:
-  void SetUp() override { ASSERT_TRUE(DisplayOpen()); }
-  void TearDown() override { DisplayClose(); }
-
-  // Both sides agree behind it: the server has done what the display asked for, and the display has received what the
-  // server sent up to now.
-  void Catch();
-  // What stands on the screen once the display's drawing has arrived.
-  Picture Seen() {
-    Catch();
-    return artist.Look();
-  }
-
-  Artist artist;
-};
-
 // A surface of the display's, freed with it.
 struct OwnSurface {
   Surface surface{};

@@ -14,7 +14,7 @@ constexpr uint32_t kLongMs = 20000; // what has not come by then comes no more
 } // namespace
 
 void X11WindowTest::SetUp() {
-  X11Test::SetUp();
+  ASSERT_TRUE(DisplayOpen());
   MovePointer(artist.Width() - 1, artist.Height() - 1);
 }
 
@@ -23,7 +23,7 @@ void X11WindowTest::TearDown() {
   Catch();
   // The next connection gets the same numbers for its windows, which a window manager must not take for these.
   WaitForManager();
-  X11Test::TearDown();
+  DisplayClose();
 }
 
 // ---- The program -------------------------------------------------------------------------------------------------

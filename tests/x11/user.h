@@ -16,7 +16,8 @@
 
 namespace framereel {
 
-class X11WindowTest : public X11Test {
+// The display under test and an artist beside it, fresh for each test.
+class X11WindowTest : public testing::Test {
 protected:
   using Kind = DisplayEventKind;
   using Role = WindowRole;
@@ -87,6 +88,16 @@ protected:
 
   // ---- Waiting ----
 
+  // Both sides agree behind it: the server has done what the display asked for, and the display has received what the
+  // server sent up to now.
+  void Catch() {
+    if (X11Connection* x = X11Live()) XSync(x->display, False);
+  }
+  // What stands on the screen once the display's drawing has arrived.
+  Picture Seen() {
+    Catch();
+    return artist.Look();
+  }
   // Takes events until one is of the kind and for the window, and answers it; the others are dropped.
   DisplayEvent Next(Kind kind, const DisplayWindow* window, Place where = Place::current());
   // Asks until it holds.
@@ -95,6 +106,8 @@ protected:
   std::vector<DisplayEvent> Drain();
   // The same; whether one of the kind was among them.
   bool Came(Kind kind);
+
+  Artist artist;
 
 private:
   std::vector<DisplayWindow*> windows;

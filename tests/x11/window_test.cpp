@@ -233,7 +233,7 @@ TEST_F(X11Window, AsksNothingAtRestAndOnceForAFrame) {
 TEST_F(X11Window, VanishedWindowsAreNoEnd) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
   XDestroyWindow(artist.display, window->id);
-  OwnSurface surface(100, 100);
+  const OwnSurface surface(100, 100);
   DisplayPresent(window, surface.surface, {0, 0, 100, 100});
   DisplayPlaceWindow(window, {20, 20, 130, 130});
   DisplayTitleWindow(window, "gone");
