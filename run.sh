@@ -27,6 +27,6 @@ else
   "$here/packaging/build.sh" release framereel-record framereel-demo-scene
   echo "There is no display: recording five seconds of a moving scene on a screen of its own"
   "$here/tests/with_xvfb.sh" 640x480x24 \
-    "$here/tests/with_scene.sh" "$build/tools/framereel-demo-scene" "$record" --seconds 5 --fps 20 "$here/demo.gif"
+    "$here/bench/with_scene.sh" "$build/tools/framereel-demo-scene" "$record" --seconds 5 --fps 20 "$here/demo.gif"
 fi
 echo "The recording is in $here/demo.gif"

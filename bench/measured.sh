@@ -96,7 +96,7 @@ $seconds seconds of 1280x720 at 40 frames a second; the X server's own time is n
 TEXT
   "$here/../tests/with_xvfb.sh" 1280x720x24 "$0" "$build" contents
   printf '\nThe demo at several rates, by both rules for delays:\n\n'
-  "$here/../tests/with_xvfb.sh" 640x480x24 "$here/../tests/with_scene.sh" "$build/tools/framereel-demo-scene" \
+  "$here/../tests/with_xvfb.sh" 640x480x24 "$here/with_scene.sh" "$build/tools/framereel-demo-scene" \
     "$0" "$build" rates
   ;;
 esac

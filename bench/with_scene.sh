@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs a command while the demo scene moves on the display, from its first picture on:
 #
-#   tests/with_scene.sh SCENE_PROGRAM COMMAND [ARGUMENT...]
+#   bench/with_scene.sh SCENE_PROGRAM COMMAND [ARGUMENT...]
 #
 # The status is the command's. The scene, and the command when this script is told to end, are ended by their numbers.
 set -euo pipefail
