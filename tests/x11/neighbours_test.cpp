@@ -100,10 +100,10 @@ protected:
   }
 
   // From the top down.
-  std::vector<Window> Children(Window window, Window* parent = nullptr) const {
-    Window root, above, *first = nullptr;
+  std::vector<Window> Children(Window window) const {
+    Window root, parent, *first = nullptr;
     unsigned int count = 0;
-    XQueryTree(artist.display, window, &root, parent ? parent : &above, &first, &count);
+    XQueryTree(artist.display, window, &root, &parent, &first, &count);
     std::vector<Window> children(std::make_reverse_iterator(first + count), std::make_reverse_iterator(first));
     if (first) XFree(first);
     return children;
@@ -210,21 +210,6 @@ TEST_F(X11WindowSearch, TakesAFrameAndTheMarginsOfAShadowForWhatTheyAre) {
   EXPECT_EQ(Found(21, 100), Names{frame});
   WriteItems(below, "_GTK_FRAME_EXTENTS", XA_CARDINAL, {10, 10, 10, 10}); // without a frame
   EXPECT_EQ(Found(5, 100), Names{});
-}
-
-TEST_F(X11WindowSearch, TakesTheFrameOfARealManagerForItsWindow) {
-  if (!HasManager()) GTEST_SKIP() << "there is none";
-  const Window window = XCreateSimpleWindow(artist.display, artist.root, 30, 120, 200, 150, 0, 0, 0);
-  WriteItems(window, "_NET_WM_USER_TIME", XA_CARDINAL, {0}); // no keyboard for it, which could come at any time
-  XMapWindow(artist.display, window);
-  Until([&] { return artist.State(window).map_state == IsViewable; });
-  WaitForManager();
-  Window frame = window, parent = window;
-  while (parent != artist.root) Children(frame = parent, &parent);
-  EXPECT_LT(PlaceOf(frame).top, PlaceOf(window).top) << "there is a title";
-  EXPECT_EQ(Found(PlaceOf(window).left + 20, PlaceOf(frame).top + 2), std::vector{frame});
-  EXPECT_EQ(FoundPlace(window), PlaceOf(frame));
-  XDestroyWindow(artist.display, window);
 }
 
 TEST_F(X11WindowSearch, FindsOurWindowsButNoCoverAndNothingThatHasGone) {

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace framereel {
@@ -27,9 +28,7 @@ TEST_F(X11Window, StandsWhereItWasPut) {
     const PixelRect first = {37, 59, 237, 159}, last = {141, 73, 301, 253}, later = {200, 100, 350, 250};
     DisplayWindow* window = Show(role, first);
     EXPECT_EQ(PlaceOf(window), first);
-    for (int32_t i = 40; i >= 0; i--) {
-      DisplayPlaceWindow(window, {last.left - 3 * i, last.top - i, last.right - 3 * i, last.bottom - i});
-    }
+    for (int32_t i = 40; i >= 0; i--) DisplayPlaceWindow(window, Moved(last, -3 * i, -i));
     Until([&] { return PlaceOf(window) == last; });
     // The answers are no news.
     Until([&] {
@@ -48,22 +47,23 @@ TEST_F(X11Window, StandsWhereItWasPut) {
 }
 
 TEST_F(X11Window, KnowsTheMonitorsOfTheScreen) {
-  const PixelRect screen = {0, 0, artist.Width(), artist.Height()};
-  EXPECT_EQ(DisplayMonitors(), std::vector{screen});
+  const std::vector whole{PixelRect{0, 0, artist.Width(), artist.Height()}};
+  EXPECT_EQ(DisplayMonitors(), whole);
   Drain();
-  const PixelRect left = {0, 100, 320, 300}, right = {320, 100, 640, 300};
-  for (const auto& [name, place] : {std::pair{"left", left}, std::pair{"right", right}}) {
-    XRRMonitorInfo monitor = {Atom(AtomOf(name)), place.left > 0, False, 0, place.left, 100, 320, 200, 0, 0, nullptr};
+  for (const char* name : {"left", "right"}) {
+    const int left = *name == 'l' ? 0 : 320;
+    XRRMonitorInfo monitor = {Atom(AtomOf(name)), left > 0, False, 0, left, 100, 320, 200, 0, 0, nullptr};
     XRRSetMonitor(artist.display, artist.root, &monitor);
   }
-  Until([&] { return DisplayMonitors().size() >= 2; }); // the server may have one of its own, of the whole screen
-  Until([&] { return DisplayMonitors()[0] == right && DisplayMonitors()[1] == left; });
+  // The primary one first; the server may have one of its own, of the whole screen.
+  const std::vector both{PixelRect{320, 100, 640, 300}, PixelRect{0, 100, 320, 300}};
+  Until([&] { return std::ranges::equal(DisplayMonitors() | std::views::take(2), both); });
   Until([&] { return Came(Kind::kScreenChanged); });
   const unsigned long before = NextRequest(X11Live()->display);
   DisplayMonitors();
   EXPECT_EQ(NextRequest(X11Live()->display), before); // the server is asked when they have changed
   for (const char* name : {"left", "right"}) XRRDeleteMonitor(artist.display, artist.root, AtomOf(name));
-  Until([&] { return DisplayMonitors() == std::vector{screen}; });
+  Until([&] { return DisplayMonitors() == whole; });
 }
 
 TEST_F(X11Window, ShowsWhatIsPresented) {
