@@ -44,28 +44,29 @@ protected:
     return {left, top, left + 1 + Any(300), top + 1 + Any(300)};
   }
   void OpenAny() {
-    const Window parent = theirs.empty() || Any(3) == 0 ? artist.root : AnyWindow();
+    const Window parent = theirs.empty() || Any(5) == 0 ? artist.root : AnyWindow();
     theirs.push_back(Make(parent, AnyPlace(), Any(3), Any(3) == 0 ? 32 : 0));
   }
 
-  // What programs may do to windows of their own, and to the root.
-  void Disturb(Window& which) {
+  // What programs may do to windows of their own, and to the root; with few deeds they draw nothing.
+  static constexpr int kMoves = 7, kDeeds = 14;
+  void Disturb(Window& which, int deeds = kDeeds) {
     Display* display = artist.display;
     const PixelRect to = AnyPlace(), block = {to.left / 3, to.top / 3, to.left / 3 + 30, to.top / 3 + 20};
-    const int deed = Any(14);
+    const int deed = Any(deeds);
     if (deed == 0) OpenAny();
     if (deed == 1) (artist.State(which).map_state == IsUnmapped ? XMapWindow : XUnmapWindow)(display, which);
     if (deed == 2) (Any(2) == 0 ? XRaiseWindow : XLowerWindow)(display, which);
     if (deed == 3) XCirculateSubwindowsUp(display, artist.root);
     if (deed == 4) XMoveResizeWindow(display, which, to.left, to.top, unsigned(WidthOf(to)), unsigned(HeightOf(to)));
-    if (deed == 5) Clear(Any(2) == 0 ? which : artist.root);
-    if (deed == 6) Fill(artist.root, to, IncludeInferiors);
-    if (deed == 7) Blend(which, block);
+    if (deed == 7) Clear(Any(2) == 0 ? which : artist.root);
+    if (deed == 8) Fill(artist.root, to, IncludeInferiors);
+    if (deed == 9) Blend(which, block);
     if (deed > 9) Fill(which, block, ClipByChildren);
-    if (deed < 8 || deed > 9 || !Children(which).empty()) return;
-    if (deed == 8) {
+    if (deed < 5 || deed > 6 || !Children(which).empty()) return;
+    if (deed == 5) {
       const Window parent = AnyWindow();
-      XReparentWindow(display, which, parent == which || Any(3) == 0 ? artist.root : parent, to.left, to.top);
+      XReparentWindow(display, which, parent == which || Any(5) == 0 ? artist.root : parent, to.left, to.top);
     } else if (theirs.size() >= 8) {
       XDestroyWindow(display, std::exchange(which, theirs.back()));
       theirs.pop_back();
@@ -152,9 +153,9 @@ TEST_F(X11WindowSearch, KnowsWhatStandsWhereWhateverWindowsDo) {
   XMapWindow(artist.display, XCreateWindow(artist.display, artist.root, 0, 0, 300, 300, 0, 0, InputOnly, CopyFromParent,
                                            CWOverrideRedirect, &attributes));
   size_t deepest = 0;
-  for (int round = 0; round < 400; round++) {
+  for (int round = 0; round < 300; round++) {
     if (round % 100 == 99) X11Live()->desktop.soughtAt -= 10000; // as if nobody had asked for long: all is forgotten
-    Disturb(AnyWindow());
+    Disturb(AnyWindow(), kMoves);
     Catch();
     const auto named = DesktopWindow(AnyWindow()); // by nobody but us: it need not have been found anywhere
     const bool shows = artist.State(named).map_state == IsViewable;
