@@ -82,22 +82,7 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedForAndUnmanagedWindowsHaveItInT
 
 // ---- The mouse ---------------------------------------------------------------------------------------------------
 
-TEST_F(X11WindowInput, MouseEventsTellPlaceAndButton) {
-  DisplayWindow* window = Show(Role::kMain, {50, 50, 250, 200});
-  MovePointer(91, 83);
-  const DisplayEvent moved = Next(Kind::kMouseMove, window);
-  EXPECT_EQ(std::pair(moved.x, moved.y), std::pair(91, 83));
-  for (uint8_t button : {1, 2, 3}) ClicksInto(window, 91, 83, button);
-  // The wheel is no button, and other buttons are nobody's.
-  for (unsigned int button : {4, 5, 6}) Click(button);
-  for (const int notches : {1, -1}) {
-    const DisplayEvent turned = Next(Kind::kMouseWheel, window);
-    EXPECT_EQ(std::pair(turned.x, turned.notches), std::pair(91, int8_t(notches)));
-  }
-  EXPECT_TRUE(Drain().empty());
-}
-
-TEST_F(X11WindowInput, CaptureTakesAllMouseEventsUntilItIsGivenBackOrLost) {
+TEST_F(X11WindowInput, MouseEventsGoToTheWindowUnderThePointerOrToWhomHasIt) {
   DisplayWindow* main = Open(Role::kMain, {10, 10, 210, 210});
   DisplayCapturePointer(main); // waits for the window
   DisplayShowWindow(main, true);
@@ -108,7 +93,17 @@ TEST_F(X11WindowInput, CaptureTakesAllMouseEventsUntilItIsGivenBackOrLost) {
   ClicksInto(popup, 50, 50);
   DisplayCapturePointer(nullptr);
   Catch();
-  ClicksInto(main, 60, 60);
+  MovePointer(91, 83);
+  const DisplayEvent moved = Next(Kind::kMouseMove, main);
+  EXPECT_EQ(std::pair(moved.x, moved.y), std::pair(91, 83));
+  for (uint8_t button : {1, 2, 3}) ClicksInto(main, 91, 83, button);
+  // The wheel is no button, and other buttons are nobody's.
+  for (unsigned int button : {4, 5, 6}) Click(button);
+  for (const int notches : {1, -1}) {
+    const DisplayEvent turned = Next(Kind::kMouseWheel, main);
+    EXPECT_EQ(std::pair(turned.x, turned.notches), std::pair(91, int8_t(notches)));
+  }
+  EXPECT_TRUE(Drain().empty());
 
   // Lost with the window, and to another program.
   DisplayCapturePointer(popup);

@@ -102,18 +102,39 @@ TEST_F(X11Window, IsAskedToShowAgainWhatWasUncoveredOrRefreshed) {
   EXPECT_EQ(Next(Kind::kExposed, window).rect, (PixelRect{0, 0, 40, 100}));
 }
 
-TEST_F(X11Window, StandsAboveWhatItBelongsTo) {
+TEST_F(X11Window, StandsAboveWhatItBelongsToAndIsModalWhenItIsToldTo) {
+  const auto isModal = [this](const DisplayWindow* window) {
+    const std::vector<long> state = Items(window->id, "_NET_WM_STATE");
+    return std::count(state.begin(), state.end(), AtomOf("_NET_WM_STATE_MODAL")) > 0;
+  };
   DisplayWindow* main = Show(Role::kMain, {20, 20, 320, 220});
-  DisplayWindow* dialog = Show(Role::kDialog, {60, 60, 200, 160}, main);
+  DisplayWindow* dialog = Open(Role::kDialog, {60, 60, 200, 160}, main);
+  DisplayModalWindow(dialog, true);
+  DisplayShowWindow(dialog, true);
+  Until([&] { return StandsOnScreen(dialog); });
+  DisplayWindow* inner = Show(Role::kDialog, {150, 110, 190, 150}, dialog);
+  EXPECT_TRUE(isModal(dialog) && !isModal(inner) && !isModal(main));
+  EXPECT_EQ(Items(inner->id, "_NET_WM_WINDOW_TYPE"), std::vector{AtomOf("_NET_WM_WINDOW_TYPE_DIALOG")});
+  EXPECT_EQ(Items(inner->id, "WM_TRANSIENT_FOR"), std::vector{long(dialog->id)});
+  if (HasManager()) { // who alone may change it of a window that is shown
+    DisplayModalWindow(inner, true);
+    DisplayModalWindow(dialog, false);
+    Until([&] { return isModal(inner) && !isModal(dialog); });
+  }
   DisplayWindow* popup = Show(Role::kPopup, {80, 80, 120, 120}, main);
   DisplayWindow* second = Show(Role::kPopup, {100, 100, 140, 140}, main);
-  DisplayStackWindow(main, true);
   // A window manager may stack its own late, and popups go back on top once events have told of it.
-  auto settles = [&](int32_t x, int32_t y, const DisplayWindow* top) {
+  const auto settles = [&](int32_t x, int32_t y, const DisplayWindow* top) {
     Until([&] { return (Drain(), WindowAt(x, y) == top->id); });
   };
-  settles(30, 30, main);
-  settles(190, 150, dialog);
+  for (DisplayWindow* raised : {main, dialog, main}) {
+    DisplayStackWindow(raised, true);
+    Catch();
+    WaitForManager();
+    EXPECT_EQ(WindowAt(30, 30), main->id);
+    EXPECT_EQ(WindowAt(70, 70), dialog->id);
+    EXPECT_EQ(WindowAt(160, 120), inner->id);
+  }
   settles(85, 85, popup);
   settles(110, 110, second);
   DisplayStackWindow(second, false);
@@ -124,9 +145,7 @@ TEST_F(X11Window, StandsAboveWhatItBelongsTo) {
   const Picture before = artist.Look();
   DisplayWindow* cover = Show(Role::kCover, before.All());
   DisplayStackWindow(popup, true);
-  ClicksInto(cover, 5, 300);
-  ClicksInto(cover, 30, 30);
-  ClicksInto(cover, 110, 110);
+  for (const auto& [x, y] : {std::pair{5, 300}, std::pair{30, 30}, std::pair{110, 110}}) ClicksInto(cover, x, y);
   EXPECT_EQ(Difference(artist.Look(), before), "");
   DisplayActivateWindow(cover);
   TypesInto(cover);
@@ -151,47 +170,17 @@ TEST_F(X11Window, TellsWhatItIs) {
   EXPECT_EQ(Items(main->id, "WM_PROTOCOLS"), (std::vector{AtomOf("WM_DELETE_WINDOW"), AtomOf("_NET_WM_PING")}));
 }
 
-TEST_F(X11Window, DialogsAreModalAndNeverBehindTheirOwners) {
-  const auto isModal = [this](const DisplayWindow* window) {
-    const std::vector<long> state = Items(window->id, "_NET_WM_STATE");
-    return std::count(state.begin(), state.end(), AtomOf("_NET_WM_STATE_MODAL")) > 0;
-  };
-  DisplayWindow* main = Show(Role::kMain, {10, 10, 310, 310});
-  DisplayWindow* dialog = Open(Role::kDialog, {50, 50, 250, 250}, main);
-  DisplayModalWindow(dialog, true);
-  DisplayShowWindow(dialog, true);
-  Until([&] { return StandsOnScreen(dialog); });
-  DisplayWindow* inner = Show(Role::kDialog, {90, 90, 210, 210}, dialog);
-  EXPECT_TRUE(isModal(dialog) && !isModal(inner) && !isModal(main));
-  EXPECT_EQ(Items(inner->id, "_NET_WM_WINDOW_TYPE"), std::vector{AtomOf("_NET_WM_WINDOW_TYPE_DIALOG")});
-  EXPECT_EQ(Items(inner->id, "WM_TRANSIENT_FOR"), std::vector{long(dialog->id)});
-  if (HasManager()) { // who alone may change it of a window that is shown
-    DisplayModalWindow(inner, true);
-    DisplayModalWindow(dialog, false);
-    Until([&] { return isModal(inner) && !isModal(dialog); });
-  }
-  for (DisplayWindow* raised : {main, dialog, main}) {
-    DisplayStackWindow(raised, true);
-    Catch();
-    WaitForManager();
-    EXPECT_EQ(WindowAt(150, 150), inner->id);
-    EXPECT_EQ(WindowAt(70, 70), dialog->id);
-  }
-}
-
 TEST_F(X11Window, AnswersItsWindowManager) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 160, 160});
   Tell(window->id, window->id, "WM_PROTOCOLS", {AtomOf("WM_DELETE_WINDOW"), CurrentTime});
   Next(Kind::kCloseRequest, window);
-
   XSelectInput(artist.display, artist.root, SubstructureNotifyMask);
   Tell(window->id, window->id, "WM_PROTOCOLS", {AtomOf("_NET_WM_PING"), 4711, long(window->id)});
-  XClientMessageEvent answer;
-  do {
+  Until([&] {
     Drain();
-    answer = NextOfArtist(ClientMessage).xclient;
-  } while (long(answer.message_type) != AtomOf("WM_PROTOCOLS"));
-  EXPECT_EQ(std::tuple(answer.window, answer.data.l[1], answer.data.l[2]), std::tuple(artist.root, 4711, window->id));
+    const XClientMessageEvent answer = NextOfArtist(ClientMessage).xclient;
+    return answer.window == artist.root && answer.data.l[1] == 4711 && Window(answer.data.l[2]) == window->id;
+  });
 }
 
 // ---- The connection ----------------------------------------------------------------------------------------------
