@@ -73,7 +73,9 @@ protected:
 };
 
 TEST_F(X11KeysTest, KeysHaveTheNumberAndTheCharactersOfTheirSymbols) {
-  constexpr uint8_t unnamed = 0xDF; // a letter that no other keyboard has makes messages all the same
+  // A letter that no other keyboard has makes messages all the same. In the row of digits these name the key. Symbols
+  // may be Unicode numbers.
+  constexpr uint8_t unnamed = 0xDF;
   const struct {
     KeySym symbols[2]; // alone, and with Shift
     uint8_t key;
@@ -81,16 +83,16 @@ TEST_F(X11KeysTest, KeysHaveTheNumberAndTheCharactersOfTheirSymbols) {
   } keys[] = {{{XK_a, XK_A}, 'A', U"aA"},
               {{XK_0, XK_parenright}, '0', U"0)"},
               {{XK_minus, XK_underscore}, 189, U"-_"},
-              {{XK_minus, XK_6}, '6', U"-6"}, // in the row of digits they name the key
+              {{XK_minus, XK_6}, '6', U"-6"},
               {{XK_Return, XK_Return}, 13, U"\r\r"},
               {{XK_BackSpace, XK_BackSpace}, 8, U"\b\b"},
               {{XK_Left}, 37, U""},
               {{XK_F1}, 112, U""},
               {{XK_KP_Add, XK_KP_Add}, 107, U"++"},
               {{XK_udiaeresis, XK_Udiaeresis}, unnamed, U"\u00FC\u00DC"},
-              {{0x010000E5, XK_Greek_alpha}, unnamed, U"\u00E5\u03B1"}, // by its Unicode number
+              {{0x010000E5, XK_Greek_alpha}, unnamed, U"\u00E5\u03B1"},
               {{XK_Cyrillic_ya, XK_EuroSign}, unnamed, U"\u044F\u20AC"},
-              {{XK_dead_acute, XK_dead_diaeresis}, 0xDE, U""}, // accents
+              {{XK_dead_acute, XK_dead_diaeresis}, 0xDE, U""},
               {{XK_dead_circumflex, XK_dead_cedilla}, unnamed, U""}};
   const KeyCode code = CodeOf(XK_u);
   for (const auto& each : keys) {

@@ -115,16 +115,5 @@ TEST_F(FramereelRecord, SavesAtControlCAndWhenItIsToldToEnd) {
   }
 }
 
-TEST_F(FramereelRecord, SavesWhatItHasWhenTheServerEnds) {
-  OnTerminal record(kPrograms +
-                    "mkfifo number; Xvfb -nolisten tcp -noreset -screen 0 320x200x24 -displayfd 5 5>number & "
-                    "echo server $!.; read n < number; DISPLAY=:$n exec $R --delay=25 a.gif");
-  ASSERT_TRUE(record.WaitFor("1 frame, ")) << record.shown;
-  ::kill(pid_t(std::stoi(record.shown.substr(record.shown.find("server ") + 7))), SIGTERM);
-  EXPECT_EQ(record.Wait(), 1);
-  EXPECT_NE(record.shown.find("the connection to the display was lost; "), std::string::npos) << record.shown;
-  EXPECT_EQ(ReadGifFile(file).width, 320);
-}
-
 } // namespace
 } // namespace framereel
