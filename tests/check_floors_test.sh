@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Checks that check_floors.sh finds what it is there for, in a small tree of its own, and nothing else.
+# Checks that check_floors.sh finds what it is there for, in a small tree of its own, and nothing else. That it passes a
+# tree in order, ours tells.
 set -euo pipefail
 check=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/check_floors.sh
 tree=$(mktemp -d)
@@ -25,19 +26,15 @@ cat >"$tree/tests/floors.txt" <<'TABLE'
 5 recorder
 6 record
 TABLE
+# Nothing is wrong with these,
 put src/win32/x11/screen.cpp '"win32/pixels/display.h"' '"win32/x11/x11_display.h"' '<X11/Xlib.h>'
-put src/win32/pixels/display.h '"win32/pixels/surface.h"' '<vector>'
 put src/win32/windows/tree.h '"win32/win32_types.h"'
 put src/win32/windows/tree.cpp '"win32/windows/tree.h"' '"win32/drawing/pens.h"'
 put src/gif/inner/packer.cpp '"gif/stream.h"' '"core/list.h"'
 put src/toolkit/controls/box.h '"toolkit/views/view.h"'
 put src/toolkit/controls/box.cpp '"toolkit/controls/box.h"'
 put tools/record/main.cpp '"recorder/grab.h"'
-if ! found=$("$check" "$tree"); then
-  printf 'a tree in order was found fault with:\n%s\n' "$found" >&2
-  exit 1
-fi
-
+# but with these.
 put src/win32/memory/screen.cpp '"win32/win32_types.h"' '"win32/x11/x11_display.h"'
 put src/win32/drawing/pens.h '"win32/windows/tree.h"' '"win32/stray/a.h"'
 put src/toolkit/views/lost.cpp '"core/list.h"'
