@@ -31,12 +31,10 @@ TEST_F(X11Whole, TellsThePaletteAsItIsNowAndAsksForItOnceBetweenEvents) {
   EXPECT_EQ(colour(artist.Black()), 0);
   EXPECT_EQ(colour(artist.White()), 0xFFFFFF);
   const bool fixed = DefaultVisual(artist.display, DefaultScreen(artist.display))->c_class != PseudoColor;
-  for (int32_t pass = 0; pass < 3; pass++) {
-    PassEvents();
-    const unsigned long before = NextRequest(X11Live()->display);
-    for (int32_t i = 0; i < 5; i++) colour(0);
-    EXPECT_EQ(NextRequest(X11Live()->display) - before, fixed ? 0U : 1U);
-  }
+  PassEvents();
+  const unsigned long before = NextRequest(X11Live()->display);
+  for (int32_t i = 0; i < 5; i++) colour(0);
+  EXPECT_EQ(NextRequest(X11Live()->display) - before, fixed ? 0U : 1U);
   if (fixed) return;
   const Colormap map = DefaultColormap(artist.display, DefaultScreen(artist.display));
   XColor cell{0, 0x12FF, 0xFF00, 0x7F80, DoRed | DoGreen | DoBlue, 0};

@@ -34,7 +34,7 @@ protected:
 };
 
 TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
-  OwnManager manager(artist);
+  const OwnManager manager(artist);
   const PixelRect asked = {50, 60, 250, 160};
   DisplayWindow* window = Open(Role::kMain, {10, 10, 640, 480});
   DisplayShowWindow(window, true);
