@@ -244,10 +244,6 @@ protected:
     X11WindowTest::SetUp();
     pictures.emplace();
   }
-  void TearDown() override {
-    pictures.reset();
-    X11WindowTest::TearDown();
-  }
 
   // Brings the picture up to date, and answers what was read for that.
   Region Update() {

@@ -25,7 +25,6 @@ namespace {
 
 constexpr PixelRect kScene = {20, 100, 260, 280}, kArea = {40, 120, 240, 260};
 constexpr int kBlock = 30;
-constexpr int kPatience = 2000; // passes, each of up to 50 ms
 
 char module;
 
@@ -47,10 +46,7 @@ protected:
 
   // Passes of the event loop until it holds.
   void Run(const std::function<bool()>& holds, Place where = Place::current()) {
-    for (int pass = 0; !holds(); ++pass) {
-      ASSERT_LT(pass, kPatience) << "nothing came of it: line " << where.line();
-      PumpOneEvent(nullptr, true);
-    }
+    Until([&] { return holds() || (PumpOneEvent(nullptr, true), false); }, where);
   }
 
   // White, with a black block in the area that moves from state to state.

@@ -227,7 +227,7 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
 
 TEST_F(X11WindowInput, FollowsTheResolution) {
   const int32_t width = artist.Width(), height = artist.Height();
-  OwnSurface part(100, 100), wide(width, 100);
+  const OwnSurface part(100, 100), wide(width, 100);
   DisplayUsableArea();
   Drain();
   for (const Surface& into : {part.surface, wide.surface}) {
