@@ -176,6 +176,7 @@ TEST_F(CommandTest, TellsHowItWentAndSavesWhatItHas) {
       {"0 open 50 hide 150 to:13:8 250 show", "--window=7 --follow --ticks=4", "3 13 8 20 12", 400, ""},
       {"0 open 150 close", "--window=7 --follow", "1 10 8 20 12", 200, ""},
       {"0 open 0 hide", "--window=7", "", 0, "the window 0x7 cannot be seen; it may be minimised"},
+      {"0 open 0 close", "--window=7", "", 0, "there is no window 0x7"},
       {"0 open", "--window=0xFFFFFFFF", "", 0, "there is no window 0xffffffff"},
       {"0 open 50 click 450 to:13:8", "--window=pick --follow --ticks=2", "1 13 8 20 12", 560, ""},
       {"0 open 0 hide 50 click", "--window=pick", "", 60, "there is no window to record there"},
