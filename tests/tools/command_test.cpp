@@ -223,6 +223,7 @@ TEST_F(CommandTest, TakesATickAtOnceAndThenOneEachDelayUntilItsEnd) {
       {{}, "--seconds=1", 10, 0, 1000},                 // the one at the end is not taken any more
       {{UINT32_MAX - 149}, "--seconds=0.5", 5, 0, 500}, // the clock wraps
       {{}, "--ticks=5", 5, 0, 500},                     // the last one has its delay, too
+      {{}, "--frames=1", 1, 0, 100},
       {{0, 250}, "--no-loop", 3, 0, 250},
       {{0, 0}, "--no-loop", 1, 0, 0},                     // one frame in any case
       {{0, UINT32_MAX, 399}, "--seconds=1", 10, 0, 1000}, // late, the next one is still to come
