@@ -43,22 +43,14 @@ TEST_F(WindowLife, NeedsAClassAParentForAChildAndAProcedureThatTakesTheWindow) {
   };
   ::DestroyWindow(main);
   EXPECT_FALSE(made("Unknown", WS_POPUP) || made("Log", WS_CHILD) || made("Log", WS_CHILD, main));
-  WNDCLASSA taken = {};
-  taken.lpszClassName = "Log";
-  EXPECT_EQ(::RegisterClassA(&taken), 0);
-  for (const auto& [message, refused] : {std::pair{WM_NCCREATE, 0}, std::pair{WM_CREATE, -1}}) {
-    for (const bool destroys : {false, true}) {
-      Answer(WM_NCCREATE, [](HWND, WPARAM, LPARAM) { return 1; });
-      Answer(message, [=, refused = refused](HWND self, WPARAM, LPARAM) {
-        return destroys ? ::DestroyWindow(self) + refused : refused;
-      });
-      EXPECT_EQ(made("Log", WS_POPUP), nullptr) << message;
-    }
-  }
+  Answer(WM_CREATE, [](HWND, WPARAM, LPARAM) { return -1; });
+  EXPECT_FALSE(made("Log", WS_POPUP));
+  Answer(WM_NCCREATE, [](HWND, WPARAM, LPARAM) { return 0; });
+  EXPECT_FALSE(made("Log", WS_POPUP));
   EXPECT_TRUE(!::GetTopWindow(nullptr) && TheMemoryDesktop().windows.empty());
 }
 
-TEST_F(WindowLife, AFrameStaysWithinTheLimitsThatItAnswersAndHasAPlaceWithoutBeingGivenOne) {
+TEST_F(WindowLife, AFrameStaysWithinTheLimitsThatItAnswers) {
   WINDOWPLACEMENT placement = {0, 0, SW_SHOWMINIMIZED, {}, {}, {40, 50, 240, 250}};
   ::SetWindowPlacement(main, &placement);
   Drain();
@@ -72,8 +64,7 @@ TEST_F(WindowLife, AFrameStaysWithinTheLimitsThatItAnswersAndHasAPlaceWithoutBei
     limits->ptMaxTrackSize = {200, 310};
     return 0;
   });
-  Walk("none", {{"make free frame - -2147483648 0 -2147483648 0 place? free", "80,80+200x240"}, // CW_USEDEFAULT
-                {"make frame frame - 0 0 1000 10 place? frame", "0,0+200x90"},
+  Walk("none", {{"make frame frame - 0 0 1000 10 place? frame", "0,0+200x90"},
                 {"place frame 0 0 10 1000 place? frame", "0,0+80x310"},
                 {"new dlg dialog frame -99 0 1000 1000 place? dlg", "-99,0+1000x1000"}});
 }
@@ -123,7 +114,7 @@ TEST_F(WindowLife, DestroyingTellsOwnedWindowsFirstParentsBeforeChildrenAndTheir
          "child.gone - | main.paint main.erase"}, // which comes too late
         {"showna dlg destroy main", "dlg.shown:1 dlg.pos dlg.shown:0 dlg.pos dlg.destroy dlg.gone main.lit:0 "
                                     "main.act:0 main.shown:0 main.pos main.destroy main.gone"}});
-  EXPECT_FALSE(Lives(main));
+  EXPECT_FALSE(IsLive(main));
   EXPECT_FALSE(::DestroyWindow(main));
   EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0U);
 }
@@ -138,7 +129,7 @@ TEST(WindowLifeAlone, AWindowMayDestroyItselfInAnyOfItsMessages) {
     ::MoveWindow(main, 0, 0, 70, 70, TRUE);
     ::DestroyWindow(main);
     Drain();
-    EXPECT_FALSE(Lives(main)) << event;
+    EXPECT_FALSE(IsLive(main)) << event;
     EXPECT_EQ(Heard("gone"), "main.gone") << event;
   }
 }

@@ -152,7 +152,7 @@ TEST_F(WindowPainting, ErasesWithTheClassesColourPaintsParentsFirstAndOnlyWhatIs
   Walk("paint erase",
        {{"new child child main 10 10 50 50 rgb? main 0 0 paints main r paints child g erase child erase main",
          "w | main.paint main.erase child.paint child.erase"},
-        {"rgb? main 9 10 rgb? main 10 10 invalidate main", "r g | main.paint"},
+        {"rgb? main 9 10 rgb? main 10 10 invalidate main 0 0 200 200", "r g | main.paint"},
         {"fill main w 0 0 200 200 invalidate main 10 80 20 20 invalidate main -50 190 70 810 update? main update main "
          "update? main",
          "0,80+30x120 main.paint 0,0+0x0"},

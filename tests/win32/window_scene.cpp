@@ -78,12 +78,6 @@ void Hear(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   scene->script.React(entry);
 }
 
-void Fill(HDC context, const RECT& r, COLORREF colour) {
-  HBRUSH brush = ::CreateSolidBrush(colour);
-  ::FillRect(context, &r, brush);
-  ::DeleteObject(brush);
-}
-
 LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   Hear(window, message, wParam, lParam);
   const auto handler = scene->handlers.find(message);
@@ -92,7 +86,7 @@ LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return ::DefWindowProcA(window, message, wParam, lParam);
   }
   PAINTSTRUCT paint;
-  if (HDC context = ::BeginPaint(window, &paint)) Fill(context, {-9, -9, 2000, 2000}, scene->paints[window]);
+  if (HDC context = ::BeginPaint(window, &paint)) FillPixels(context, {-9, -9, 2000, 2000}, scene->paints[window]);
   ::EndPaint(window, &paint);
   return 0;
 }
@@ -118,12 +112,12 @@ constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
                            {"own", "LogOwn", kChild, 0},   // has a context of its own
                            {"twice", "LogTwice", kChild, 0}};
 
-void Register(const char* name, UINT style, int background) {
+void Register(const char* name, UINT style) {
   WNDCLASSA windowClass = {};
   windowClass.style = style;
   windowClass.lpfnWndProc = Procedure;
   windowClass.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
-  windowClass.hbrBackground = reinterpret_cast<HBRUSH>(intptr_t{background});
+  windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
   windowClass.lpszClassName = name;
   ::RegisterClassA(&windowClass);
 }
@@ -136,11 +130,6 @@ DisplayWindow* DisplayNamed(const std::string& title) {
 }
 
 // ---- What the words are told -------------------------------------------------------------------------------------
-
-bool NumberIsNext(std::istream& in) {
-  const int next = (in >> std::ws).peek();
-  return in && (next == '-' || std::isdigit(next));
-}
 
 constexpr std::pair<char, COLORREF> kColours[] = {
     {'r', RGB(255, 0, 0)},     {'g', RGB(0, 255, 0)},     {'b', RGB(0, 0, 255)},
@@ -155,17 +144,16 @@ template <> HWND Told<HWND>(std::istream& in) {
 template <> DisplayWindow* Told<DisplayWindow*>(std::istream& in) {
   return DisplayNamed(Word(in));
 }
-template <> RECT Told<RECT>(std::istream& in) {
+template <> PixelRect Told<PixelRect>(std::istream& in) {
   const int left = Told<int>(in), top = Told<int>(in), width = Told<int>(in), height = Told<int>(in);
   return {left, top, left + width, top + height};
 }
-template <> std::optional<RECT> Told<std::optional<RECT>>(std::istream& in) {
-  return NumberIsNext(in) ? std::optional(Told<RECT>(in)) : std::nullopt;
-}
 template <> POINT Told<POINT>(std::istream& in) {
-  HWND window = NumberIsNext(in) ? nullptr : Told<HWND>(in);
+  const int next = (in >> std::ws).peek();
+  const bool isOnScreen = next == '-' || std::isdigit(next);
+  HWND window = isOnScreen ? nullptr : Told<HWND>(in);
   const int x = Told<int>(in), y = Told<int>(in);
-  return window ? OnScreen(window, x, y) : POINT{x, y};
+  return isOnScreen ? POINT{x, y} : OnScreen(window, x, y);
 }
 template <> Ink Told<Ink>(std::istream& in) {
   const std::string letter = Word(in);
@@ -183,11 +171,11 @@ namespace {
 HWND Make(std::istream& in) {
   const std::string name = Word(in), kindName = Word(in);
   HWND parent = Told<HWND>(in);
-  const int x = Told<int>(in), y = Told<int>(in), width = Told<int>(in), height = Told<int>(in);
+  const auto r = Told<PixelRect>(in);
   for (const Kind& kind : kKinds) {
     if (kindName != kind.name) continue;
-    return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, x, y, width, height, parent,
-                             nullptr, nullptr, nullptr);
+    return ::CreateWindowExA(kind.extendedStyle, kind.className, name.c_str(), kind.style, r.left, r.top, WidthOf(r),
+                             HeightOf(r), parent, nullptr, nullptr, nullptr);
   }
   ADD_FAILURE() << "no kind " << kindName;
   return nullptr;
@@ -228,10 +216,6 @@ template <int how> void Show(HWND window) {
   ::ShowWindow(window, how);
 }
 
-template <bool erase> void Invalidate(HWND window, std::optional<RECT> part) {
-  ::InvalidateRect(window, part ? &*part : nullptr, erase);
-}
-
 void AddWords(Script* script) {
   script->words["make"] = Make;
   script->words["new"] = [](std::istream& in) {
@@ -258,14 +242,16 @@ void AddWords(Script* script) {
   script->Add("bottom",
               [](HWND w) { ::SetWindowPos(w, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); });
   script->Add("update", ::UpdateWindow);
-  script->Add("place",
-              [](HWND w, RECT r) { ::MoveWindow(w, r.left, r.top, r.right - r.left, r.bottom - r.top, TRUE); });
-  script->Add("erase", Invalidate<true>);
-  script->Add("invalidate", Invalidate<false>);
+  script->Add("place", [](HWND w, PixelRect r) { ::MoveWindow(w, r.left, r.top, WidthOf(r), HeightOf(r), TRUE); });
+  script->Add("erase", [](HWND w) { ::InvalidateRect(w, nullptr, TRUE); });
+  script->Add("invalidate", [](HWND w, PixelRect r) {
+    const RECT part = RectOf(r);
+    ::InvalidateRect(w, &part, FALSE);
+  });
   script->Add("paints", [](HWND w, Ink ink) { scene->paints[w] = ink.colour; });
-  script->Add("fill", [](HWND w, Ink ink, RECT r) {
+  script->Add("fill", [](HWND w, Ink ink, PixelRect r) {
     HDC context = ::GetDC(w);
-    Fill(context, r, ink.colour);
+    FillPixels(context, r, ink.colour);
     EXPECT_EQ(::ReleaseDC(w, context), 1);
   });
   // Of what the desktop shows, whosever it is.
@@ -273,7 +259,7 @@ void AddWords(Script* script) {
   script->Add("minimise", [](DisplayWindow* w) { MemoryMinimiseWindow(w, true); });
   script->Add("restore", [](DisplayWindow* w) { MemoryMinimiseWindow(w, false); });
   script->Add("kill", MemoryDestroyWindow);
-  script->Add("shift", [](DisplayWindow* w, RECT r) { MemoryMoveWindow(w, PixelsOf(r)); });
+  script->Add("shift", [](DisplayWindow* w, PixelRect r) { MemoryMoveWindow(w, r); });
   // Questions.
   script->Add("focus?", [] { Tell(TitleOf(::GetFocus())); });
   script->Add("pass?", TellNext);
@@ -298,11 +284,10 @@ WindowScene::WindowScene(int32_t width, int32_t height, int32_t depth) {
   MemoryDisplayReset(width, height, depth);
   scene = new Scene;
   AddWords(&scene->script);
-  Register("Log", 0, COLOR_WINDOW + 1);
-  Register("LogAnew", CS_HREDRAW | CS_VREDRAW, COLOR_WINDOW + 1);
-  Register("LogOwn", CS_OWNDC, COLOR_WINDOW + 1);
-  Register("LogCover", 0, 0);
-  Register("LogTwice", CS_DBLCLKS, COLOR_WINDOW + 1);
+  Register("Log", 0);
+  Register("LogAnew", CS_HREDRAW | CS_VREDRAW);
+  Register("LogOwn", CS_OWNDC);
+  Register("LogTwice", CS_DBLCLKS);
 }
 
 WindowScene::~WindowScene() {
@@ -375,10 +360,6 @@ void Drain() {
     ::TranslateMessage(&message);
     ::DispatchMessageA(&message);
   }
-}
-
-bool Lives(HWND window) {
-  return IsLive(window);
 }
 
 POINT OnScreen(HWND window, int x, int y) {

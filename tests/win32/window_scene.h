@@ -8,7 +8,6 @@
 #include <functional>
 #include <initializer_list>
 #include <map>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -43,8 +42,8 @@ public:
 // POINT is "X Y" on the screen, or "NAME X Y" in a client area.
 //
 //   the program  make NAME KIND PARENT PLACE, new (made, shown and not heard of), show, showna, hide, iconify, back,
-//                destroy, focus, capture, loose, enable, disable, top, bottom, update, place NAME PLACE; erase and
-//                invalidate NAME (the whole or a PLACE); paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
+//                destroy, focus, capture, loose, enable, disable, top, bottom, update, place NAME PLACE; erase NAME,
+//                invalidate NAME PLACE; paints NAME COLOUR (from now on), fill NAME COLOUR PLACE
 //   the user     m POINT
 //   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore,
 //                kill, shift NAME PLACE
@@ -64,7 +63,7 @@ struct Ink {
 template <> Ink Told<Ink>(std::istream& in);
 template <> HWND Told<HWND>(std::istream& in);
 template <> DisplayWindow* Told<DisplayWindow*>(std::istream& in);
-template <> RECT Told<RECT>(std::istream& in);
+template <> PixelRect Told<PixelRect>(std::istream& in);
 template <> POINT Told<POINT>(std::istream& in);
 void Tell(const std::string& answer);
 // The entries of those events, or all for "", and all answers to questions. The log is empty then.
@@ -85,8 +84,7 @@ HWND ShowControl(const char* className, const char* title, DWORD style, const Pi
 using Handler = std::function<LRESULT(HWND window, WPARAM wParam, LPARAM lParam)>;
 void Answer(UINT message, Handler handler);
 
-void Drain();            // takes and dispatches all messages that there are
-bool Lives(HWND window); // has not been destroyed
+void Drain(); // takes and dispatches all messages that there are
 
 // The place of a client point on the screen; the colour that stands there.
 POINT OnScreen(HWND window, int x, int y);
