@@ -3,6 +3,7 @@
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <set>
 #include <string>
 
 #include "support/temporary_folder.h"
@@ -10,18 +11,11 @@
 #include "win32/drawing/font_files.h"
 #include "win32/drawing/fonts.h"
 #include "win32/drawing/glyphs.h"
+#include "win32/drawing/relief.h"
 #include "win32/pixels/utf8.h"
 
 namespace framereel {
 namespace {
-
-// What of a font a test asks for.
-struct FontWish {
-  int height, weight = FW_NORMAL;
-  bool italic = false;
-  const char* family = "MS Sans Serif";
-  int width = 0;
-};
 
 // A black bitmap that text is written on in white.
 struct Sheet : BitmapCanvas {
@@ -33,25 +27,20 @@ struct Sheet : BitmapCanvas {
     ::SetTextColor(context, RGB(255, 255, 255));
     ::SetTextAlign(context, TA_BASELINE);
   }
-  ~Sheet() { DropFont(); }
+  ~Sheet() { ::DeleteObject(::SelectObject(context, systemFont)); }
 
-  // In place of the one before. The sheet owns it.
-  void Use(const FontWish& wish) {
-    DropFont();
+  // In place of the font before.
+  void Use(int height, int weight = FW_NORMAL, const char* family = "MS Sans Serif", int width = 0,
+           bool italic = false) {
     LOGFONTA what = {};
-    what.lfHeight = wish.height, what.lfWidth = wish.width;
-    what.lfWeight = wish.weight, what.lfItalic = wish.italic;
-    std::snprintf(what.lfFaceName, LF_FACESIZE, "%s", wish.family);
-    systemFont = ::SelectObject(context, ::CreateFontIndirectA(&what));
-    ASSERT_NE(systemFont, nullptr);
+    what.lfHeight = height, what.lfWidth = width;
+    what.lfWeight = weight, what.lfItalic = italic;
+    std::snprintf(what.lfFaceName, LF_FACESIZE, "%s", family);
+    const HGDIOBJ last = ::SelectObject(context, ::CreateFontIndirectA(&what));
+    if (!systemFont) systemFont = last; // which is not deleted
+    ::DeleteObject(last);
   }
-  void DropFont() { EXPECT_TRUE(!systemFont || ::DeleteObject(::SelectObject(context, systemFont))); }
-  void Clear(COLORREF colour = RGB(0, 0, 0)) {
-    const RECT all = {0, 0, 10000, 10000};
-    const HBRUSH brush = ::CreateSolidBrush(colour);
-    ::FillRect(context, &all, brush);
-    ::DeleteObject(brush);
-  }
+  void Clear(COLORREF colour = RGB(0, 0, 0)) { FillPixels(context, {0, 0, 10000, 10000}, colour); }
   void Write(int x, int y, const std::string& text) {
     ASSERT_TRUE(::TextOutA(context, x, y, text.data(), int(text.size())));
   }
@@ -86,7 +75,7 @@ TEST(Text, StaysWithinTheCellThatItMeasuresInEveryLetterSizeAndStyle) {
     for (int i = 0; i < 14; ++i) {
       const int heights[] = {6, 9, 13, 15, 16, 21, 34}, height = heights[i / 2];
       const bool italic = i % 2;
-      sheet.Use({height, height % 2 ? FW_BOLD : FW_NORMAL, italic});
+      sheet.Use(height, height % 2 ? FW_BOLD : FW_NORMAL, "MS Sans Serif", 0, italic);
       const TEXTMETRICA metrics = sheet.Metrics();
       EXPECT_EQ(metrics.tmHeight, height);
       EXPECT_EQ(metrics.tmAscent + metrics.tmDescent, height);
@@ -116,7 +105,7 @@ TEST(Text, WritesEachLetterWhereTheLastEndsAsItIsMeasured) {
   const ScreenCanvas screen(8, 8, 24);
   Sheet together(screen, 200, 30), apart(screen, 200, 30);
   constexpr int kExtra = 2;
-  for (Sheet* sheet : {&together, &apart}) sheet->Use({15, FW_BOLD});
+  for (Sheet* sheet : {&together, &apart}) sheet->Use(15, FW_BOLD);
   ::SetTextCharacterExtra(together.context, kExtra);
   together.Write(10, 20, "Start");
   int x = 10;
@@ -133,24 +122,18 @@ TEST(Text, BlendsFromTheGroundToItsColourOnTrueColourAndIsPlainOnPalettesAndBitm
     ScreenCanvas screen(8, 8, depth);
     Sheet deep(screen, 200, 40), mono(screen, 200, 40, false);
     for (Sheet* sheet : {&deep, &mono}) {
-      sheet->Use({22});
-      const uint32_t white = PixelOf(sheet->context, RGB(255, 255, 255));
-      int whole = 0, shades = 0;
+      sheet->Use(22);
+      sheet->Clear(RGB(0, 0, 255));
+      ::SetTextColor(sheet->context, RGB(255, 255, 0));
       sheet->Write(4, 30, "Shades of grey? 0");
+      std::set<uint32_t> shades;
       for (const uint32_t pixel : PictureOf(sheet->context).pixels) {
-        (pixel == white ? whole : shades) += pixel != PixelOf(sheet->context, 0);
+        shades.insert(pixel);
+        const uint32_t red = pixel >> 16 & 255; // the same share of the way in each channel
+        ASSERT_TRUE(depth < 24 || sheet == &mono || pixel == (red * 0x10100 | (255 - red)));
       }
-      EXPECT_GT(whole, 50) << depth;
-      EXPECT_EQ(shades > 0, sheet == &deep && depth >= 16) << depth;
-    }
-    if (depth < 24) continue;
-    deep.Clear(RGB(0x20, 0x40, 0x60));
-    ::SetTextColor(deep.context, RGB(0xE0, 0x10, 0x60));
-    deep.Write(4, 30, "Shades");
-    for (const uint32_t pixel : PictureOf(deep.context).pixels) { // the same share of the way in each channel
-      const int red = int(pixel >> 16 & 255), green = int(pixel >> 8 & 255);
-      ASSERT_NEAR((red - 0x20) / 192.0, (0x40 - green) / 48.0, 0.02);
-      ASSERT_TRUE(red >= 0x20 && red <= 0xE0 && (pixel & 255) == 0x60) << pixel;
+      EXPECT_EQ(shades.size() > 2, sheet == &deep && depth >= 16) << depth;
+      EXPECT_GE(shades.size(), 2U) << depth;
     }
   }
 }
@@ -158,24 +141,19 @@ TEST(Text, BlendsFromTheGroundToItsColourOnTrueColourAndIsPlainOnPalettesAndBitm
 TEST(Fonts, FallToASansSerifOneAndObeyHeightWidthAndWeight) {
   ScreenCanvas screen(8, 8, 24);
   Sheet sheet(screen, 40, 40);
-  const auto widthIn = [&sheet](const FontWish& wish) {
-    sheet.Use(wish);
+  const auto widthIn = [&sheet](auto... wish) {
+    sheet.Use(wish...);
     return sheet.WidthOf("Framereel");
   };
-  const int width = widthIn({20}), height = sheet.Metrics().tmHeight;
-  EXPECT_EQ(widthIn({20, FW_NORMAL, false, "No such family anywhere"}), width);
-  EXPECT_GT(widthIn({20, FW_BOLD}), width);
-  EXPECT_GT(widthIn({-20}), width); // the height of the letters alone
+  const int width = widthIn(20), height = sheet.Metrics().tmHeight;
+  EXPECT_EQ(widthIn(20, FW_NORMAL, "No such family anywhere"), width);
+  EXPECT_GT(widthIn(20, FW_BOLD), width);
+  EXPECT_GT(widthIn(-20), width); // the height of the letters alone
   EXPECT_EQ(sheet.Metrics().tmHeight - sheet.Metrics().tmInternalLeading, 20);
   for (const int average : {5, 14}) {
-    sheet.Use({20, FW_NORMAL, false, "MS Sans Serif", average});
+    sheet.Use(20, FW_NORMAL, "MS Sans Serif", average);
     EXPECT_NEAR(sheet.Metrics().tmAveCharWidth, average, 1);
     EXPECT_EQ(sheet.Metrics().tmHeight, height);
-  }
-  for (const int any : {INT32_MIN, -65535, -1, 0, 1, 2, 3, 65535, INT32_MAX}) {
-    sheet.Use({any});
-    sheet.Write(5, 30, "x");
-    EXPECT_GT(sheet.Metrics().tmHeight, 0) << any;
   }
 }
 
@@ -199,7 +177,7 @@ TEST(Fonts, TakeLettersThatTheyDoNotHaveFromOthersAndAskForThemOnce) {
   ScreenCanvas screen(8, 8, 24);
   Sheet sheet(screen, 100, 30);
   // Of the fonts that are always there, only the sans-serif one has faces.
-  sheet.Use({16, FW_NORMAL, false, "DejaVu Sans Mono"});
+  sheet.Use(16, FW_NORMAL, "DejaVu Sans Mono");
   const auto drawn = [&sheet](const std::string& text) {
     sheet.Clear();
     sheet.Write(10, 20, text);
@@ -221,7 +199,7 @@ TEST(Fonts, DrawBoxesWhereNoneIsInstalled) {
   const NoFonts none;
   ScreenCanvas screen(8, 8, 24);
   Sheet sheet(screen, 100, 30);
-  sheet.Use({15, FW_BOLD});
+  sheet.Use(15, FW_BOLD);
   EXPECT_EQ(sheet.Metrics().tmHeight, 15);
   sheet.Write(10, 20, "Two words");
   const PixelRect ink = sheet.Ink();
