@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <list>
 #include <vector>
 
 #include "core/arrays.h"
@@ -27,75 +28,68 @@ class TwinList : public testing::Test {
 protected:
   ~TwinList() override { ListDelete(list); }
 
-  ListValue MoveTo(size_t place) {
+  using Place = std::list<ListValue>::iterator;
+  ListValue MoveTo(Place place) {
     cursor = place;
-    return place < twin.size() ? twin[place] : 0;
-  }
-  void Insert(size_t place, ListValue value) {
-    twin.insert(twin.begin() + ptrdiff_t(place), value);
-    cursor = place;
+    return place == twin.end() ? 0 : *place;
   }
   ListValue Remove() {
     const ListValue value = MoveTo(cursor);
-    if (cursor < twin.size()) twin.erase(twin.begin() + ptrdiff_t(cursor));
+    if (cursor != twin.end()) cursor = twin.erase(cursor);
     return value;
   }
   bool FindAbove(ListValue value) {
-    for (cursor = 0; cursor < twin.size() && twin[cursor] <= value;) ++cursor;
-    return cursor < twin.size();
-  }
-  ListHandle NodeAt(size_t place) const {
-    ListNode* node = list->first;
-    for (; place > 0 && node; --place) node = node->next;
-    return node;
+    cursor = std::find_if(twin.begin(), twin.end(), [value](ListValue each) { return each > value; });
+    return cursor != twin.end();
   }
 
-  void Step(int operation, ListValue v, size_t any) {
-    const size_t end = twin.size();
-    const ListHandle node = NodeAt(any);
+  // `place` is that of the node.
+  void Step(int operation, ListValue v, Place place, ListHandle node) {
+    const Place end = twin.end();
     ListValue answer = 0, expected = 0;
-    if (operation == 0) answer = ListFirst(list), expected = MoveTo(0);
-    if (operation == 1) answer = ListLast(list), expected = MoveTo(end - (end > 0));
-    if (operation == 2) answer = ListNext(list), expected = MoveTo(cursor == end ? 0 : cursor + 1);
-    if (operation == 3) ListAppend(list, v), Insert(end, v);
-    if (operation == 4) answer = ListAppendHandle(list, v)->value, expected = v, Insert(end, v);
+    if (operation == 0) answer = ListFirst(list), expected = MoveTo(twin.begin());
+    if (operation == 1) answer = ListLast(list), expected = MoveTo(twin.empty() ? end : std::prev(end));
+    if (operation == 2) answer = ListNext(list), expected = MoveTo(cursor == end ? twin.begin() : std::next(cursor));
+    if (operation == 3) ListAppend(list, v), cursor = twin.insert(end, v);
+    if (operation == 4) answer = ListAppendHandle(list, v)->value, expected = v, cursor = twin.insert(end, v);
     if (operation == 5) answer = ListFind(list, v, IsAbove), expected = FindAbove(v);
     if (operation == 6) answer = ListFindRemove(list, v, IsAbove), expected = FindAbove(v) ? Remove() : 0;
     if (operation == 7) answer = ListRemove(list), expected = Remove();
-    if (operation == 8) answer = ListRemoveHandle(list, node), MoveTo(any), expected = Remove();
+    if (operation == 8) answer = ListRemoveHandle(list, node), MoveTo(place), expected = Remove();
     ASSERT_EQ(answer, expected);
   }
 
   void Check() {
     ASSERT_EQ(ListCount(list), twin.size());
-    const ListNode* previous = nullptr;
-    for (size_t i = 0; i < twin.size(); previous = NodeAt(i++)) {
-      ASSERT_EQ(NodeAt(i)->value, twin[i]);
-      ASSERT_EQ(NodeAt(i)->previous, previous);
+    const ListNode *previous = nullptr, *node = list->first;
+    for (Place place = twin.begin(); place != twin.end(); ++place) {
+      ASSERT_TRUE(node->value == *place && node->previous == previous && (list->cursor == node) == (cursor == place));
+      previous = std::exchange(node, node->next);
     }
-    ASSERT_EQ(list->last, previous);
-    ASSERT_EQ(list->cursor, NodeAt(cursor));
+    ASSERT_TRUE(node == nullptr && list->last == previous && (list->cursor == nullptr) == (cursor == twin.end()));
   }
 
   List* list = ListNew();
-  Values twin;
-  size_t cursor = 0; // behind the last one: off the list
+  std::list<ListValue> twin;
+  Place cursor = twin.end();
 };
 
 TEST_F(TwinList, IsAsItsTwinAndIsDrainedInOrder) {
   Dice dice(1);
   for (int step = 0; step < 20'000; ++step) {
     const int operation = dice.Below(9);
-    const auto any = size_t(dice.Below(int(twin.size()) + 1));
-    Step(operation, dice.Below(6), any); // with equal values, and with 0
+    Place place = twin.begin();
+    ListHandle node = list->first;
+    for (int i = dice.Below(int(twin.size()) + 1); i > 0; --i) ++place, node = node->next;
+    Step(operation, dice.Below(6), place, node); // with equal values, and with 0
     Check();
     ASSERT_FALSE(HasFailure()) << "operation " << operation << ", step " << step;
     if (!dice.OneIn(300)) continue;
     drained.clear();
     ListDrain(list, [](ListValue value) { drained.push_back(value); });
-    ASSERT_EQ(drained, twin);
+    ASSERT_EQ(drained, Values(twin.begin(), twin.end()));
     twin.clear();
-    cursor = 0;
+    cursor = twin.end();
   }
 }
 

@@ -14,7 +14,6 @@
 #include "core/timers.h"
 #include "core/toolkit_init.h"
 #include "support/allocations.h"
-#include "support/dice.h"
 
 namespace framereel {
 namespace {
@@ -61,24 +60,21 @@ TEST(MemoryDeathTest, ExhaustionTellsTheHookWhileTheToolkitGoesOnWithWhatItHasAn
 // Under the sanitizers a block that is freed too early or never shows here by itself.
 TEST(TemporaryBlocks, LiveAsLongAsTheirScope) {
   ToolkitInit();
-  char* early = FormatTemp("early"); // those of start-up are never freed
+  std::vector<std::vector<char*>> scopes = {{FormatTemp("early")}}; // that of start-up is never freed
   TempScopeEnd();
-  std::vector<std::vector<char*>> scopes;
-  Dice dice(1);
-  for (int step = 0; step < 3000; ++step) {
-    const int operation = dice.Below(6);
-    if (operation == 0 && scopes.size() < 5) TempScopeBegin(), scopes.push_back({early});
-    if (operation == 1 && !scopes.empty()) TempScopeEnd(), scopes.pop_back();
-    if (operation <= 2 || scopes.empty()) continue;
-    char* block = operation == 3   ? StrTempN("early and late", 5)
-                  : operation == 4 ? static_cast<char*>(TempAdopt(StrDup("early")))
-                                   : FormatTemp("%s%", early);
-    scopes.back().push_back(block);
+  const auto check = [&scopes] {
     for (const auto& blocks : scopes) {
-      for (const char* one : blocks) ASSERT_STREQ(one, "early") << "step " << step;
+      for (const char* one : blocks) EXPECT_STREQ(one, "early");
     }
+  };
+  for (int depth = 1; depth <= 5; ++depth) {
+    TempScopeBegin();
+    scopes.push_back({StrTempN("early and late", 5), static_cast<char*>(TempAdopt(StrDup("early")))});
+    for (int i = 0; i < 100; ++i) scopes.back().push_back(FormatTemp("%s%", scopes[0][0]));
+    check();
+    if (depth == 3) TempScopeEnd(), scopes.pop_back();
   }
-  for (; !scopes.empty(); scopes.pop_back()) TempScopeEnd();
+  for (; scopes.size() > 1; scopes.pop_back()) check(), TempScopeEnd();
   EXPECT_EQ(TempAdopt(nullptr), nullptr);
 }
 

@@ -8,7 +8,6 @@
 
 #include "core/app_strings.h"
 #include "resources/string_table.h"
-#include "support/dice.h"
 
 namespace framereel {
 namespace {
@@ -19,37 +18,24 @@ std::string Owned(char* s) {
   return copy;
 }
 
-std::string Upper(std::string s) {
-  for (char& c : s) c = 'a' <= c && c <= 'z' ? char(c - 32) : c;
-  return s;
-}
-
 TEST(Strings, AreAsTheLanguagesOwn) {
-  Dice dice(1);
-  const std::string letters("aAzZ.@`[{\xE4\xC4\0", 12);
-  for (int round = 0; round < 5000 && !HasFailure(); ++round) {
-    std::string a, b;
-    for (std::string* s : {&a, &b}) {
-      for (int i = dice.Below(5); i > 0; --i) *s += letters[size_t(dice.Below(round % 2 ? 2 : 11))];
-    }
-    const char c = letters[size_t(dice.Below(12))], *s = a.c_str(), *end = s + a.size();
-    const size_t n = size_t(dice.Below(int(a.size()) + 1));
-    // With its terminator, which the searches find too.
-    const std::string whole(s, a.size() + 1);
-    const auto at = [s](size_t place) { return place == std::string::npos ? nullptr : s + place; };
-    EXPECT_EQ(StrFind(s, c), at(whole.find(c)));
-    EXPECT_EQ(StrFindLast(s, c), at(whole.rfind(c)));
-    EXPECT_EQ(StrFindEnd(s, c), whole.find(c) < a.size() ? s + whole.find(c) : end);
-    EXPECT_EQ(StrFindNoCase(s, c), at(Upper(whole).find(Upper({c})[0])));
-    EXPECT_EQ(StrEqual(s, b.c_str()), a == b);
-    EXPECT_EQ(StrEqualNoCase(s, b.c_str()), Upper(a) == Upper(b)) << a << " " << b;
-    EXPECT_EQ(Owned(StrDup(s)) + Owned(StrDupN(s, n)), a + a.substr(0, n));
-    EXPECT_EQ(Owned(StrConcat(s, b.c_str())), a + b);
-    EXPECT_EQ(Owned(StrConcatList(s, b.c_str(), s, at(std::string::npos), "more")), a + b + a);
-    char out[12] = "###########";
-    EXPECT_EQ(StrCopyN(b.c_str(), StrCopyEnd(s, out), b.size()), out + a.size() + b.size());
-    EXPECT_EQ(std::string(out, 11), (a + b + '\0').append("###########").substr(0, 11));
+  const char *s = "aZ.a\xE4@", *none = nullptr;
+  EXPECT_TRUE(StrFind(s, 'a') == s && StrFind(s, '\0') == s + 6 && StrFind(s, 'A') == none);
+  EXPECT_TRUE(StrFindLast(s, 'a') == s + 3 && StrFindLast(s, '\0') == s + 6 && StrFindLast(s, 'b') == none);
+  EXPECT_TRUE(StrFindEnd(s, '.') == s + 2 && StrFindEnd(s, ',') == s + 6);
+  EXPECT_TRUE(StrFindNoCase(s, 'z') == s + 1 && StrFindNoCase(s, 'A') == s && StrFindNoCase(s, '`') == none);
+  EXPECT_TRUE(StrFindNoCase(s, '\0') == s + 6 && StrFindNoCase(s, '\xC4') == none); // letters of ASCII alone
+  const char* texts[] = {"", "a", "A", "ab", "a@", "a`", "AB"};
+  for (int i = 0; i < 49; ++i) {
+    const char *one = texts[i / 7], *other = texts[i % 7];
+    EXPECT_EQ(StrEqual(one, other), one == other);
+    EXPECT_EQ(StrEqualNoCase(one, other), ::strcasecmp(one, other) == 0) << one << " " << other;
   }
+  EXPECT_EQ(Owned(StrDup(s)) + Owned(StrDupN(s, 2)) + Owned(StrConcat(s, "b")), "aZ.a\xE4@aZaZ.a\xE4@b");
+  EXPECT_EQ(Owned(StrConcatList("a", "", "bc", none, "more")), "abc");
+  char out[] = "########";
+  EXPECT_EQ(StrCopyN("bcd", StrCopyEnd("aZ", out), 2), out + 4);
+  EXPECT_EQ(std::string(out, 8), std::string("aZbc\0###", 8));
 }
 
 // ---- Numbered texts -----------------------------------------------------------------------------------------------
