@@ -71,6 +71,8 @@ TEST(TemporaryBlocks, LiveAsLongAsTheirScope) {
     TempScopeBegin();
     scopes.push_back({StrTempN("early and late", 5), static_cast<char*>(TempAdopt(StrDup("early")))});
     for (int i = 0; i < 100; ++i) scopes.back().push_back(FormatTemp("%s%", scopes[0][0]));
+    TempScopeBegin(); // one in which nothing is made
+    TempScopeEnd();
     check();
     if (depth == 3) TempScopeEnd(), scopes.pop_back();
   }

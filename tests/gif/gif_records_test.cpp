@@ -77,15 +77,5 @@ TEST_F(GifRecords, ForgetTheStringOfTwoZerosWhereTheHashDoes) {
   EXPECT_GT(lost, 20);
 }
 
-TEST_F(GifRecords, PutOutNothingForWhatNoCallerMaySay) {
-  const uint8_t pixel = 0;
-  GifWriteImage(gif, 0, 0, 0, 1, {&pixel, 1, 0});
-  GifWriteImage(gif, 0, 0, 1, -1, {&pixel, 1, 0});
-  LzwEncodeImage(gif.lzw, gif.ownStream, {&pixel, 1, 0}, 9, 0);
-  for (const uint16_t initBits : {2, 10}) LzwEncodeImage(gif.lzw, gif.ownStream, {&pixel, 1, 0}, initBits, 1);
-  LzwEncodeImage(gif.lzw, gif.ownStream, {&pixel, 0, 0}, 9, 1);
-  EXPECT_EQ(gif.ownStream.streamSize, 0u);
-}
-
 } // namespace
 } // namespace framereel

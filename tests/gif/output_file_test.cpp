@@ -116,41 +116,42 @@ TEST(OutputFile, FollowsSymbolicLinksToFilesAndToPlacesForFiles) {
   const TemporaryFolder folder;
   fs::create_directory(folder / "far");
   WriteWholeFile(folder / "far/old.gif", "older");
-  fs::create_symlink("far/old.gif", folder / "old");
-  fs::create_symlink("far/next", folder / "new");
-  fs::create_symlink(folder / "far/new.gif", folder / "far/next");
-  fs::create_symlink("round", folder / "round");
+  for (const auto& [to, link] :
+       {std::pair{"far/old.gif", "old"}, {"far/next", "new"}, {"new.gif", "far/next"}, {"a", "a"}}) {
+    fs::create_symlink(to, folder / link);
+  }
   for (const char* name : {"old", "new"}) {
     EXPECT_EQ(SaveIn(folder, name), "");
     EXPECT_TRUE(fs::is_symlink(folder / name));
     EXPECT_EQ(ReadWholeFile(folder / "far/" + name + ".gif"), "GIF;");
   }
-  EXPECT_EQ(SaveIn(folder, "round"), "Too many levels of symbolic links");
+  EXPECT_EQ(SaveIn(folder, "a"), "Too many levels of symbolic links");
 }
 
 TEST(OutputFile, RefusesPlacesWhereNoFileCanBe) {
   const TemporaryFolder folder;
-  WriteWholeFile(folder / "file", "");
-  const std::string directory = "; FILE names the file in it, too";
+  WriteWholeFile(folder / "file", "older");
+  fs::permissions(folder / "file", fs::perms(0444));
+  fs::permissions(folder.path, fs::perms(0777));
+  const AsNobody nobody;
+  const std::pair<std::string, const char*> cases[] = {
+      {"file", "Permission denied"},
+      {"none/a", "No such file or directory"},
+      {"file/a", "Not a directory"},
+      {std::string(300, 'n'), "File name too long"},
+      {std::string(PATH_MAX - folder.path.size() - 1, 'n'), "File name too long"},
+  };
+  for (const auto& [name, reason] : cases) EXPECT_EQ(SaveIn(folder, name), reason) << name;
+  EXPECT_EQ(Save("/a.gif"), "cannot write /a.gif: Permission denied");
   EXPECT_EQ(Save(folder.path), folder.path + " is not a file");
+  const std::string directory = " a directory; FILE names the file in it, too";
+  EXPECT_EQ(Save(folder / "new/"), (folder / "new/") + " is the name of" + directory);
   OutputFile output;
   Refusal refusal = {};
   EXPECT_FALSE(OutputFind(output, folder.path.c_str(), refusal));
-  EXPECT_EQ(refusal.text, folder.path + " is a directory" + directory);
-  EXPECT_EQ(Save(folder / "new/"), (folder / "new/") + " is the name of a directory" + directory);
-  EXPECT_EQ(SaveIn(folder, "none/a"), "No such file or directory");
-  EXPECT_EQ(SaveIn(folder, "file/a"), "Not a directory");
-  for (const size_t length : {size_t{300}, PATH_MAX - folder.path.size() - 1}) {
-    EXPECT_EQ(SaveIn(folder, std::string(length, 'n')), "File name too long") << length;
-  }
+  EXPECT_EQ(refusal.text, folder.path + " is" + directory);
+  EXPECT_EQ(ReadWholeFile(folder / "file"), "older");
   EXPECT_EQ(folder.EntryCount(), 1u);
-  fs::permissions(folder.path, fs::perms(0777));
-  WriteWholeFile(folder / "mine", "older");
-  fs::permissions(folder / "mine", fs::perms(0444));
-  const AsNobody nobody;
-  EXPECT_EQ(SaveIn(folder, "mine"), "Permission denied");
-  EXPECT_EQ(ReadWholeFile(folder / "mine"), "older");
-  EXPECT_EQ(Save("/a.gif"), "cannot write /a.gif: Permission denied");
 }
 
 } // namespace

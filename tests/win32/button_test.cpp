@@ -46,11 +46,5 @@ TEST_F(Button, ForgetsAPressThatIsTakenAwayFromIt) {
   }
 }
 
-TEST_F(Button, IsSeenAlsoWherePressedAheadOfAWindowThatPaintsOverIt) {
-  Act("new over over - 350 100 150 150 paints over g");
-  ShowControl("button", "On", BS_PUSHBUTTON, {20, 20, 100, 44}, Named("over"), 8);
-  Walk("notice", {{"erase over m over 90 40 +lb", ""}, {"rgb? over 90 40", "s"}});
-}
-
 } // namespace
 } // namespace framereel

@@ -101,22 +101,6 @@ TEST(Text, StaysWithinTheCellThatItMeasuresInEveryLetterSizeAndStyle) {
   }
 }
 
-TEST(Text, WritesEachLetterWhereTheLastEndsAsItIsMeasured) {
-  const ScreenCanvas screen(8, 8, 24);
-  Sheet together(screen, 200, 30), apart(screen, 200, 30);
-  constexpr int kExtra = 2;
-  for (Sheet* sheet : {&together, &apart}) sheet->Use(15, FW_BOLD);
-  ::SetTextCharacterExtra(together.context, kExtra);
-  together.Write(10, 20, "Start");
-  int x = 10;
-  for (const std::string letter : {"S", "t", "a", "r", "t"}) {
-    apart.Write(x, 20, letter);
-    x += apart.WidthOf(letter) + kExtra;
-  }
-  EXPECT_EQ(PictureOf(together.context).pixels, PictureOf(apart.context).pixels);
-  EXPECT_EQ(x, 10 + together.WidthOf("Start") + 5 * kExtra);
-}
-
 TEST(Text, BlendsFromTheGroundToItsColourOnTrueColourAndIsPlainOnPalettesAndBitmapsOfOneBit) {
   for (const int depth : {2, 8, 16, 24, 32}) {
     ScreenCanvas screen(8, 8, depth);

@@ -48,26 +48,18 @@ TEST_P(Look, OfACaptionTellsTheActiveWindowAndItsTitleEndsAheadOfTheBoxes) {
 TEST_P(Look, OfMenusTellsWhatIsMarkedGreyedAndChecked) {
   HMENU bar = ::CreateMenu(), file = ::CreatePopupMenu();
   for (const UINT flags : {0U, MF_GRAYED, MF_CHECKED, 0U}) ::AppendMenuA(file, flags, 1, "&Same text");
-  for (const char* title : {"&Same", "Same"}) ::AppendMenuA(bar, MF_POPUP | MF_GRAYED, uintptr_t(file), title);
-  ::InsertMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&Same");
+  ::AppendMenuA(bar, MF_POPUP, uintptr_t(file), "&Same");
   ::SetMenu(main, bar);
-  MemoryAt(100, [this] {
-    const COLORREF menu = ::GetSysColor(COLOR_MENU);
+  MemoryAt(100, [] {
     const PixelRect popup = TheMemoryDisplay().desktop.windows.front()->place;
     const auto row = [&](int32_t i) {
       return PixelRect{popup.left + 3, popup.top + 3 + i * 20, popup.right - 3, popup.top + 23 + i * 20};
     };
     ExpectLegible(row(0), kNavy);
-    ExpectLegible(row(1), menu);
+    ExpectLegible(row(1), ::GetSysColor(COLOR_MENU));
     // Of what is greyed some ink is left out, or is another ink.
     EXPECT_LT(Count(row(1), kBlack), Count(row(3), kBlack));
     EXPECT_EQ(Count(row(2), kBlack), Count(row(3), kBlack) + 21); // the tick
-    const std::vector<PixelRect> titles = MenuTitlePlaces(*main, FramePart(*main, HTMENU));
-    ExpectLegible(titles[0], kNavy);
-    ExpectLegible(titles[1], menu);
-    // The line under the letter that picks it, and only there.
-    const int64_t line = Count(titles[2], menu) - Count(titles[1], menu);
-    EXPECT_TRUE(line > 0 && line < WidthOf(titles[1]) / 2) << line;
     Act("esc esc");
   });
   Act("alt+S then");

@@ -6,15 +6,6 @@ namespace {
 
 using WindowLife = OneWindow;
 
-TEST(WindowLifeAlone, BeginsAndIsShownInTheOrderThatIsPromised) {
-  WindowScene scene;
-  Walk("", {{"make main frame - 10 20 100 100", "main.limits main.nccreate main.frame:100x100 main.create"},
-            {"back main", "main.shown:1 main.pos | main.app:1 main.lit:1 main.act:1 main.focus main.paint main.erase"},
-            {"back main place? main", "10,20+100x100"},
-            {"make dlg dialog main 0 0 50 50", "dlg.nccreate dlg.frame:50x50 dlg.create"},
-            {"make child child main 0 0 50 50", "child.nccreate child.frame:50x50 child.create"}});
-}
-
 TEST_F(WindowLife, MovingSizingMinimisingAndStackingTellWhatChanged) {
   Walk("", {{"place main 30 40 206 225", "main.pos@30,40 main.moved@33,62"},
             {"place main 30 40 120 100", "main.limits main.frame:120x100 main.pos:120x100 main.size:0,114x75"},
@@ -35,19 +26,6 @@ TEST_F(WindowLife, MovingSizingMinimisingAndStackingTellWhatChanged) {
         {"focus main focus? at? 5 5 place main 40 50 200 200", "- -"},
         {"back main", "| main.frame:200x200 main.pos@40,50:200x200 main.size:0,194x175 main.focus"},
         {"place? main at? 5 5 focus?", "40,50+200x200 dlg main"}});
-}
-
-TEST_F(WindowLife, NeedsAClassAParentForAChildAndAProcedureThatTakesTheWindow) {
-  const auto made = [](const char* className, DWORD style, HWND parent = nullptr) {
-    return ::CreateWindowExA(0, className, "x", style, 0, 0, 50, 50, parent, nullptr, nullptr, nullptr);
-  };
-  ::DestroyWindow(main);
-  EXPECT_FALSE(made("Unknown", WS_POPUP) || made("Log", WS_CHILD) || made("Log", WS_CHILD, main));
-  Answer(WM_CREATE, [](HWND, WPARAM, LPARAM) { return -1; });
-  EXPECT_FALSE(made("Log", WS_POPUP));
-  Answer(WM_NCCREATE, [](HWND, WPARAM, LPARAM) { return 0; });
-  EXPECT_FALSE(made("Log", WS_POPUP));
-  EXPECT_TRUE(!::GetTopWindow(nullptr) && TheMemoryDesktop().windows.empty());
 }
 
 TEST_F(WindowLife, AFrameStaysWithinTheLimitsThatItAnswers) {
@@ -76,11 +54,7 @@ TEST_F(WindowLife, WhereTheDesktopMinimisesNothingACaptionStaysFromWhichItComesB
        {{"iconify main place? main then rgb? 100 450 then shift main 200 435 160 25 place? main",
          "main.size:1,0x0 0,435+160x25 n 0,435+160x25"},
         {"m 329 446 lb then place? main focus?", "main.command:f120 main.size:0,200x200 100,100+206x225 main"},
-        {"iconify main then alt+space R then place? main focus?",
-         "main.size:1,0x0 main.command:f100 main.command:f120 main.size:0,200x200 100,100+206x225 main"},
-        {"iconify main focus - focus main focus? back main", "main.size:1,0x0 - main.size:0,200x200"},
-        {"shift main 0 0 640 480 place main 40 50 210 220", "main.size:0,204x195"}, // ours is the newer one
-        {"place? main", "40,50+210x220"}});
+        {"iconify main focus - focus main focus? back main", "main.size:1,0x0 - main.size:0,200x200"}});
 }
 
 TEST_F(WindowLife, AWindowOfWhichASmallerScreenShowsLessComesBackToIt) {
@@ -103,20 +77,6 @@ TEST_F(WindowLife, OwnedWindowsGoAndComeWithAMinimisedOneAndDieWithIt) {
         {"restore main", "| frame.act:0 main.act:1 dlg.paint child.paint main.paint"},
         {"at? 410 130 keyboard main kill main",
          "child | dlg.destroy child.destroy child.gone dlg.gone main.act:0 frame.act:1 main.destroy main.gone"}});
-}
-
-TEST_F(WindowLife, DestroyingTellsOwnedWindowsFirstParentsBeforeChildrenAndTheirEndsTheOtherWay) {
-  Act("new child child main 0 0 100 100 new grandchild child child 0 0 50 50 make dlg dialog main 0 0 50 50");
-  Walk("",
-       {{"focus grandchild capture grandchild", "dlg.nccreate dlg.frame:50x50 dlg.create main.blur grandchild.focus"},
-        {"when child.destroy focus child capture grandchild . destroy child focus?",
-         "child.shown:0 child.pos grandchild.loose grandchild.blur child.destroy grandchild.destroy grandchild.gone "
-         "child.gone - | main.paint main.erase"}, // which comes too late
-        {"showna dlg destroy main", "dlg.shown:1 dlg.pos dlg.shown:0 dlg.pos dlg.destroy dlg.gone main.lit:0 "
-                                    "main.act:0 main.shown:0 main.pos main.destroy main.gone"}});
-  EXPECT_FALSE(IsLive(main));
-  EXPECT_FALSE(::DestroyWindow(main));
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 0U);
 }
 
 TEST(WindowLifeAlone, AWindowMayDestroyItselfInAnyOfItsMessages) {

@@ -99,7 +99,6 @@ struct Kind {
 };
 constexpr DWORD kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX, kChild = WS_CHILD | WS_CLIPSIBLINGS;
 constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
-                           {"over", "Log", kFrame, 0}, // paints over its children
                            {"dialog", "Log", WS_POPUP | WS_CAPTION | WS_SYSMENU, 0},
                            {"plain", "Log", WS_POPUP, 0},
                            {"border", "Log", WS_POPUP | WS_BORDER, 0},
@@ -109,8 +108,7 @@ constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
                            {"parent", "Log", kChild | WS_CLIPCHILDREN, 0},
                            {"framed", "Log", kChild | kFrame, 0},
                            {"anew", "LogAnew", kChild, 0}, // painted whole on every new size
-                           {"own", "LogOwn", kChild, 0},   // has a context of its own
-                           {"twice", "LogTwice", kChild, 0}};
+                           {"own", "LogOwn", kChild, 0}};  // has a context of its own
 
 void Register(const char* name, UINT style) {
   WNDCLASSA windowClass = {};
@@ -287,7 +285,6 @@ WindowScene::WindowScene(int32_t width, int32_t height, int32_t depth) {
   Register("Log", 0);
   Register("LogAnew", CS_HREDRAW | CS_VREDRAW);
   Register("LogOwn", CS_OWNDC);
-  Register("LogTwice", CS_DBLCLKS);
 }
 
 WindowScene::~WindowScene() {
