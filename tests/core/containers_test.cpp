@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <list>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "core/arrays.h"
@@ -159,55 +161,46 @@ TEST(Arrays, StayAsTheyAreAtTheEndOfTheirCount) {
 
 // ---- Listeners ----------------------------------------------------------------------------------------------------
 
-// A notifier whose listeners come, go and send while they are told: each of those that stood at the start and still
-// stand is told once, from the last to the first. What stands is a listener's number behind the count of its coming.
-struct TwinNotifier {
-  Notifier notifier = {};
-  TwinNotifier* listeners[4] = {this, this, this, this};
-  Values standing;
-  std::vector<Values> toTell; // in each of the sendings that are under way
-  ListValue added = 0;
-  Dice dice{5};
+// Listeners have letters. "+a" adds one, "-a" removes the last of that letter, "!" all, and ">" sends.
+Notifier notifier = {};
+std::map<char, std::string> does; // when a listener is told for the first time
+std::string told;
 
-  void Change() {
-    const int number = dice.Below(4), operation = dice.Below(20);
-    if (operation < 10) NotifierAdd(&notifier, Hear, &listeners[number]), standing.push_back(++added * 4 + number);
-    if (operation == 10) NotifierClear(&notifier), standing.clear();
-    if (operation <= 10) return;
-    NotifierRemove(&notifier, Hear, &listeners[number]);
-    auto last = std::find_if(standing.rbegin(), standing.rend(), [number](auto one) { return one % 4 == number; });
-    if (last != standing.rend()) standing.erase(std::next(last).base());
-  }
-  bool AnyIsToBeTold() {
-    Values& rest = toTell.back();
-    while (!rest.empty() && LastOf(standing, rest.back()) < 0) rest.pop_back();
-    return !rest.empty();
-  }
-  void Send() {
-    toTell.push_back(standing);
-    NotifierSend(&notifier, intptr_t(toTell.size()));
-    EXPECT_FALSE(AnyIsToBeTold());
-    toTell.pop_back();
-  }
-  static void Hear(intptr_t subject, void* argument) {
-    auto** heard = static_cast<TwinNotifier**>(argument);
-    TwinNotifier& twin = **heard;
-    EXPECT_EQ(subject, twin.toTell.size());
-    ASSERT_TRUE(twin.AnyIsToBeTold());
-    EXPECT_EQ(twin.toTell.back().back() % 4, heard - twin.listeners);
-    twin.toTell.back().pop_back();
-    if (twin.dice.OneIn(3)) twin.Change();
-    if (twin.dice.OneIn(9) && subject < 4) twin.Send();
-  }
-};
+void Act(const std::string& deeds);
 
-TEST(Notifiers, TellEachListenerThatStandsOnceWhateverListenersDo) {
-  TwinNotifier twin;
-  for (int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round) {
-    twin.Change();
-    twin.Send();
+void Hear(intptr_t, void* letter) {
+  told += *static_cast<char*>(letter);
+  Act(std::exchange(does[told.back()], ""));
+}
+
+void Act(const std::string& deeds) {
+  static char letters[] = "abcd";
+  for (size_t i = 0; i < deeds.size(); ++i) {
+    char* next = &letters[i + 1 < deeds.size() ? (deeds[i + 1] - 'a') & 3 : 0];
+    if (deeds[i] == '+') NotifierAdd(&notifier, Hear, next);
+    if (deeds[i] == '-') NotifierRemove(&notifier, Hear, next);
+    if (deeds[i] == '!') NotifierClear(&notifier);
+    if (deeds[i] == '>') told += "(", NotifierSend(&notifier, 0), told += ")";
   }
-  NotifierClear(&twin.notifier);
+}
+
+TEST(Notifiers, TellEachListenerThatStoodAndStandsOnceFromTheLastOn) {
+  const struct {
+    const char *deeds, *b, *c, *tells;
+  } cases[] = {
+      {"+a+b+c>-d>", "", "", "(cba)(cba)"}, {"+a+b+a-a>", "", "", "(ba)"},      {"+a+b+c>", "-b", "", "(cba)"},
+      {"+a+b+c>", "", "-b", "(ca)"},        {"+a+b+c>", "-c", "", "(cba)"},     {"+a+b+c>>", "+d", "", "(cba)(dcba)"},
+      {"+a+b+c>", "!", "", "(cb)"},         {"+a+b+c>", "!+d+d+d", "", "(cb)"}, {"+a+b+c>", "", "-b+b", "(ca)"},
+      {"+a+b+c>", ">", "", "(cb(cba)a)"},   {"+a+b+c>", "-a", "-c>", "(c(b)b)"}, {"+a+b+c>", "", ">-b", "(c(cba)a)"},
+      {"+a+b+c>", "-b", ">", "(c(cba)a)"},
+  };
+  for (const auto& one : cases) {
+    does = {{'b', one.b}, {'c', one.c}};
+    told.clear();
+    Act(one.deeds);
+    Act("!");
+    EXPECT_EQ(told, one.tells) << one.deeds << " b: " << one.b << " c: " << one.c;
+  }
 }
 
 } // namespace
