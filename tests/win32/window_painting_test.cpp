@@ -13,117 +13,86 @@ using WindowPresenting = OneWindow;
 
 // ---- Random windows beside a plain twin --------------------------------------------------------------------------
 
-// A window and those inside it, from the top down. It shows squares in colours of its own, scrolled by some pixels.
+// A child that shows squares in colours of its own, scrolled by some pixels.
 struct Twin {
   HWND window;
-  PixelRect place; // in its parent
-  bool shown, spares;
+  PixelRect place;
+  bool shown;
   int red, dx, dy;
-  std::list<Twin> children;
 
   COLORREF At(int x, int y) const { return RGB(red, ((x - dx) >> 2 & 15) * 16, ((y - dy) >> 2 & 15) * 16); }
-};
-
-// The colour at a point of the windows' parent, and which window it is; black and null for none.
-std::pair<COLORREF, HWND> SeenAt(const std::list<Twin>& windows, int x, int y) {
-  for (const Twin& twin : windows) {
-    const int inX = x - twin.place.left, inY = y - twin.place.top;
-    if (!twin.shown || inX < 0 || inY < 0 || x >= twin.place.right || y >= twin.place.bottom) continue;
-    const auto inside = SeenAt(twin.children, inX, inY);
-    return inside.second ? inside : std::pair(twin.At(inX, inY), twin.window);
+  // The squares that the rectangle touches.
+  void DrawIn(HDC context, const RECT& r) const {
+    for (int y = r.top - ((r.top - dy) & 3); y < r.bottom; y += 4) {
+      for (int x = r.left - ((r.left - dx) & 3); x < r.right; x += 4) {
+        FillPixels(context, {x, y, x + 4, y + 4}, At(x, y));
+      }
+    }
   }
-  return {0, nullptr};
-}
+};
 
 class TwinProgram {
 public:
   explicit TwinProgram(uint32_t seed) : dice(seed) {
-    Add(&roots, nullptr, "plain");
-    for (int i = 0; i < 9; ++i) {
-      Twin& parent = i % 3 ? roots.front().children.front() : roots.front();
-      Add(&parent.children, parent.window, i == 6 || i % 3 == 2 ? "child" : i % 3 ? "own" : "parent");
+    Act("make P plain - 5 5 70 50 showna P");
+    for (int i = 0; i < 8; ++i) {
+      const PixelRect r = AnyPlace();
+      const std::string title(1, char('A' + i));
+      Act(Text("make ", title, i % 2 ? " own P " : " child P ", r.left, ' ', r.top, ' ', WidthOf(r), ' ', HeightOf(r),
+               " showna ", title));
+      twins.push_front({Named(title), r, true, 20 + 20 * i, 0, 0});
     }
-    MemoryGiveKeyboard(MemoryOpenWindow("other", {70, 50, 90, 70}, 0));
-    Answer(WM_PAINT, [this](HWND window, WPARAM, LPARAM) {
+    Answer(WM_PAINT, [this](HWND window, WPARAM wParam, LPARAM lParam) {
+      const auto twin =
+          std::find_if(twins.begin(), twins.end(), [=](const Twin& each) { return each.window == window; });
+      if (twin == twins.end()) return ::DefWindowProcA(window, WM_PAINT, wParam, lParam);
       PAINTSTRUCT paint;
       ::BeginPaint(window, &paint);
-      DrawIn(paint.hdc, *twins[window], paint.rcPaint);
-      return ::EndPaint(window, &paint);
+      twin->DrawIn(paint.hdc, paint.rcPaint);
+      return LRESULT(::EndPaint(window, &paint));
     });
   }
 
-  // The program or the user does something with any of the windows, and perhaps more.
+  // The program does something with any of the windows.
   void Change() {
-    std::list<Twin>* among = &roots;
-    auto one = among->begin();
-    while (!one->children.empty() && !dice.OneIn(3)) {
-      among = &one->children;
-      one = std::next(among->begin(), dice.Below(int(among->size())));
+    const auto one = std::next(twins.begin(), dice.Below(int(twins.size())));
+    HWND window = one->window;
+    const PixelRect any = AnyPlace();
+    const RECT part = RectOf(any);
+    const int act = dice.Below(8), dx = dice.Below(40) - 20, dy = dice.Below(40) - 20;
+    if (act < 2) { // it only moves, or takes another size too
+      one->place = act ? Moved(one->place, any.left - one->place.left, any.top - one->place.top) : any;
+      ::MoveWindow(window, one->place.left, one->place.top, WidthOf(one->place), HeightOf(one->place), TRUE);
+    } else if (act == 2) {
+      one->shown = !one->shown;
+      ::ShowWindow(window, one->shown ? SW_SHOWNA : SW_HIDE);
+    } else if (act == 3) {
+      const bool top = dice.OneIn(2);
+      Act((top ? "top " : "bottom ") + window->title);
+      twins.splice(top ? twins.begin() : twins.end(), twins, one);
+    } else if (act <= 5) { // it draws at once, or has a part painted that it has spoilt
+      HDC context = ::GetDC(window);
+      if (act == 4) one->dx = dx, one->DrawIn(context, {-9, -9, 70, 60});
+      if (act == 5) FillPixels(context, any, 0), ::InvalidateRect(window, &part, dice.OneIn(2));
+      ::ReleaseDC(window, context);
+    } else {
+      ::ScrollWindow(window, dx, dy, nullptr, nullptr);
+      one->dx += dx, one->dy += dy;
     }
-    do {
-      Change(among, one);
-    } while (dice.OneIn(2));
   }
   void ExpectTheSame() const {
     Drain();
-    for (int i = 0; i < 80 * 60; ++i) {
-      const POINT at = {i % 80, i / 80};
-      if (MemoryWindowAt(at.x, at.y) == TheMemoryDesktop().keyboard) continue;
-      const auto [colour, window] = SeenAt(roots, at.x, at.y);
-      ASSERT_EQ(ColourAt(at), colour) << at.x << ", " << at.y;
-      ASSERT_TRUE(i % 7 || ::WindowFromPoint(at) == window) << at.x << ", " << at.y;
+    for (int i = 0; i < 70 * 50; ++i) {
+      const int x = i % 70, y = i / 70;
+      const auto seen = std::find_if(twins.begin(), twins.end(),
+                                     [=](const Twin& twin) { return twin.shown && Holds(twin.place, x, y); });
+      const COLORREF colour =
+          seen == twins.end() ? RGB(255, 255, 255) : seen->At(x - seen->place.left, y - seen->place.top);
+      ASSERT_EQ(ColourAt({x + 5, y + 5}), colour) << x << ", " << y;
     }
   }
 
 private:
-  void Change(std::list<Twin>* among, std::list<Twin>::iterator one) {
-    const PixelRect any = AnyPlace();
-    const RECT part = RectOf(any);
-    const int act = dice.Below(9);
-    if (act < 2) { // it only moves, or takes another size too
-      one->place = act ? Moved(one->place, any.left - one->place.left, any.top - one->place.top) : any;
-      ::MoveWindow(one->window, one->place.left, one->place.top, WidthOf(one->place), HeightOf(one->place), TRUE);
-    } else if (act == 2) {
-      one->shown = !one->shown;
-      ::ShowWindow(one->window, one->shown ? SW_SHOWNA : SW_HIDE);
-    } else if (act == 3) {
-      const bool top = dice.OneIn(2);
-      ::SetWindowPos(one->window, top ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-      among->splice(top ? among->begin() : among->end(), *among, one);
-    } else if (act == 4 && (one->spares || one->children.empty())) { // it draws at once
-      one->dx = dice.Below(16);
-      HDC context = ::GetDC(one->window);
-      DrawIn(context, *one, {-9, -9, 70, 60});
-      ::ReleaseDC(one->window, context);
-    } else if (act <= 5) { // it spoils a part, and its children if it does not spare them
-      HDC context = ::GetDC(one->window);
-      ::FillRect(context, &part, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-      ::ReleaseDC(one->window, context);
-      ::InvalidateRect(one->window, &part, dice.OneIn(2));
-    } else if (act >= 6 && act < 8 && (one->spares || one->children.empty())) {
-      const int dx = dice.Below(40) - 20, dy = dice.Below(40) - 20;
-      ::ScrollWindow(one->window, dx, dy, nullptr, nullptr);
-      one->dx += dx, one->dy += dy;
-    } else if (act == 8) {
-      MemoryMoveWindow(TheMemoryDesktop().keyboard, any);
-    }
-  }
-  void Add(std::list<Twin>* to, HWND parent, const std::string& kind) {
-    const std::string title(1, char('A' + twins.size()));
-    const PixelRect r = parent ? AnyPlace() : PixelRect{5, 5, 75, 55};
-    Act(Text("make ", title, ' ', kind, ' ', parent ? parent->title : "-", ' ', r.left, ' ', r.top, ' ', WidthOf(r),
-             ' ', HeightOf(r), " showna ", title));
-    to->push_front({Named(title), r, true, kind == "parent", 20 + 20 * int(twins.size()), 0, 0, {}});
-    twins[to->front().window] = &to->front();
-  }
-  // The squares that the rectangle touches.
-  static void DrawIn(HDC context, const Twin& twin, const RECT& r) {
-    for (int y = r.top - ((r.top - twin.dy) & 3); y < r.bottom; y += 4) {
-      for (int x = r.left - ((r.left - twin.dx) & 3); x < r.right; x += 4) {
-        FillPixels(context, {x, y, x + 4, y + 4}, twin.At(x, y));
-      }
-    }
-  }
   PixelRect AnyPlace() {
     const int left = dice.Below(70) - 15, top = dice.Below(50) - 10;
     return {left, top, left + 1 + dice.Below(60), top + 1 + dice.Below(50)};
@@ -131,8 +100,7 @@ private:
 
   Dice dice;
   WindowScene scene = WindowScene(80, 60, 24);
-  std::list<Twin> roots;
-  std::map<HWND, const Twin*> twins;
+  std::list<Twin> twins; // from the top down
 };
 
 TEST(WindowsAndATwin, ShowTheSameWhateverIsMovedShownStackedSpoiltOrScrolled) {
