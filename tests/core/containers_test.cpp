@@ -188,9 +188,9 @@ TEST(Notifiers, TellEachListenerThatStoodAndStandsOnceFromTheLastOn) {
   const struct {
     const char *deeds, *b, *c, *tells;
   } cases[] = {
-      {"+a+b+c>-d>", "", "", "(cba)(cba)"}, {"+a+b+a-a>", "", "", "(ba)"},      {"+a+b+c>", "-b", "", "(cba)"},
-      {"+a+b+c>", "", "-b", "(ca)"},        {"+a+b+c>", "-c", "", "(cba)"},     {"+a+b+c>>", "+d", "", "(cba)(dcba)"},
-      {"+a+b+c>", "!", "", "(cb)"},         {"+a+b+c>", "!+d+d+d", "", "(cb)"}, {"+a+b+c>", "", "-b+b", "(ca)"},
+      {"+a+b+c>-d>", "", "", "(cba)(cba)"}, {"+a+b+a-a>", "", "", "(ba)"},       {"+a+b+c>", "-b", "", "(cba)"},
+      {"+a+b+c>", "", "-b", "(ca)"},        {"+a+b+c>", "-c", "", "(cba)"},      {"+a+b+c>>", "+d", "", "(cba)(dcba)"},
+      {"+a+b+c>", "!", "", "(cb)"},         {"+a+b+c>", "!+d+d+d", "", "(cb)"},  {"+a+b+c>", "", "-b+b", "(ca)"},
       {"+a+b+c>", ">", "", "(cb(cba)a)"},   {"+a+b+c>", "-a", "-c>", "(c(b)b)"}, {"+a+b+c>", "", ">-b", "(c(cba)a)"},
       {"+a+b+c>", "-b", ">", "(c(cba)a)"},
   };
