@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include "core/strings.h"
+#include "support/script.h"
 #include "support/temporary_folder.h"
 #include "win32/win32_files.h"
 
@@ -38,32 +39,28 @@ TEST(FileRefs, PathsFallIntoTheirPartsAndComeBack) {
   const std::string deep(3000, 'd'), endless(3000, 'n');
   const struct {
     std::string path;
-    int given; // the type
-    std::string directory, name;
-    uint16_t type;
-    std::string back; // "": there is no such thing
+    uint16_t given;          // the type
+    std::string parts, back; // directory, name and type; "": there is no such thing
   } cases[] = {
-      {"/d/\xFF\xFE \xC3.gif", 2, "/d/", "\xFF\xFE \xC3", 2, "/d/\xFF\xFE \xC3.gif"},
-      {"/film.GIF", 2, "/", "film", 2, "/film.gif"},
-      {"./a.b.txt", 0, "./", "a.b", 0, "./a.b.txt"},
-      {"/d/.prf", 1, "/d/", "", 1, "/d/.prf"},
-      {"/d.gif/name", 99, "/d.gif/", "name", 12, "/d.gif/name.dta"},
-      {"/" + deep + "/" + endless, 2, "/" + deep + "/", endless, 2, "/" + deep + "/" + endless + ".gif"},
-      {"/d.x/film.png", 2, "/d.x/", "film", 2, "/d.x/film.gif"},
-      {"/d/film", 10, "/d/", "film", 10, "/d/film"},
-      {"film", 2, "", "", 0, ""},
+      {"/d/\xFF\xFE \xC3.gif", 2, "/d/ \xFF\xFE \xC3 2", "/d/\xFF\xFE \xC3.gif"},
+      {"/film.GIF", 2, "/ film 2", "/film.gif"},
+      {"./a.b.txt", 0, "./ a.b 0", "./a.b.txt"},
+      {"/d/.prf", 1, "/d/  1", "/d/.prf"},
+      {"/d.gif/name", 99, "/d.gif/ name 12", "/d.gif/name.dta"},
+      {"/" + deep + "/" + endless, 2, "/" + deep + "/ " + endless + " 2", "/" + deep + "/" + endless + ".gif"},
+      {"/d.x/film.png", 2, "/d.x/ film 2", "/d.x/film.gif"},
+      {"/d/film", 10, "/d/ film 10", "/d/film"},
+      {"film", 2, "", ""},
   };
   for (const auto& one : cases) {
-    SCOPED_TRACE(one.path);
-    const Owned<FileType> type(NewFileType(uint16_t(one.given)));
+    const Owned<FileType> type(NewFileType(one.given));
     Owned<FileRef> ref(FileRefFromPathAndType(one.path.c_str(), type.get()));
-    ASSERT_EQ(ref != nullptr, one.back != "");
+    ASSERT_EQ(ref != nullptr, one.back != "") << one.path;
     if (!ref) continue;
     const Owned<FileRef> copy(CopyFileRef(ref.get()));
     ref.reset();
-    EXPECT_EQ(copy->directory, one.directory);
-    EXPECT_EQ(Owned<char>(FileRefName(copy.get())).get(), one.name);
-    EXPECT_EQ(copy->type->index, one.type);
+    EXPECT_EQ(Text(copy->directory, ' ', Owned<char>(FileRefName(copy.get())).get(), ' ', copy->type->index),
+              one.parts);
     EXPECT_EQ(PathOf(copy.get()), one.back);
   }
 }

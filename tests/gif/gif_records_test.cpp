@@ -30,12 +30,11 @@ protected:
 
 TEST_F(GifRecords, AreThePlainBytesForAnyFields) {
   const uint8_t pixel = 1;
-  for (const int length : {0, 1, 255, 256, 510, 600}) {
+  for (const int length : {0, 255, 256, 600}) {
     const PlainHead head = {0x7FFE, 0x0102, 1, 7, 1 + length % 8, {}, 0xFEDC, std::string(size_t(length), 'c')};
-    const PlainFrame frame = {0x0102, 0x7FFF, 1, 1, {pixel}, 0xFFFE, false, 216};
     Bytes expected, table(768);
     PlainWriteHead(expected, head);
-    PlainWriteFrame(expected, head, frame);
+    PlainWriteFrame(expected, head, {0x0102, 0x7FFF, 1, 1, {pixel}, 0xFFFE, false, 216});
     StreamClear(gif.ownStream);
     GifWriteHeader(gif, 0x7FFE, 0x0102, 1, 7, uint8_t(head.bits), table.data());
     GifWriteLoop(gif, 0xFEDC);

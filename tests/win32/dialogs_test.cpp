@@ -72,13 +72,10 @@ TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPresse
     const char *script, *answer;
   } rows[] = {
       {MB_OK | MB_ICONHAND, "? enter", "box:1:1 1"},
-      {MB_OK, "esc", "1"},
       {MB_OKCANCEL, "esc", "2"},
-      {MB_OKCANCEL | MB_DEFBUTTON2, "? enter", "box:2:2 2"},
       {MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION, "? enter", "box:7:7 7"},
       {MB_YESNO, "esc", "7"},
       {MB_YESNO, "alt+N", "7"},
-      {MB_YESNO, "tab ? enter", "box:7:7 7"},
       {MB_YESNO, "shift+tab space", "7"},
       {MB_YESNOCANCEL, "right right ? right left enter", "box:2:2 2"},
       {MB_YESNOCANCEL | MB_DEFBUTTON3 | MB_ICONEXCLAMATION, "left enter", "7"},

@@ -9,7 +9,6 @@ using WindowLife = OneWindow;
 TEST_F(WindowLife, MovingSizingMinimisingAndStackingTellWhatChanged) {
   Walk("", {{"place main 30 40 206 225", "main.pos@30,40 main.moved@33,62"},
             {"place main 30 40 120 100", "main.limits main.frame:120x100 main.pos:120x100 main.size:0,114x75"},
-            {"place main 30 40 120 100", ""},
             {"new child child main 5 5 20 20 place child 7 8 30 31 place? child",
              "child.frame:30x31 child.pos@7,8:30x31 child.moved@7,8 child.size:0,30x31 40,70+30x31 | main.paint "
              "main.erase child.paint child.erase"},
@@ -19,8 +18,7 @@ TEST_F(WindowLife, MovingSizingMinimisingAndStackingTellWhatChanged) {
             {"back box", "box.frame:100x50 box.pos@5,5:100x50 box.moved@8,27 box.size:0,94x25 | main.paint main.erase "
                          "box.paint box.erase"},
             {"hide child", "child.shown:0 child.pos"},
-            {"top box", ""},
-            {"bottom box bottom box", "box.pos^"}});
+            {"top box bottom box bottom box", "box.pos^"}});
   Walk("frame pos size focus blur",
        {{"new dlg dialog main 0 0 50 50 iconify main focus?", "main | main.frame:120x100 main.pos main.blur"},
         {"focus main focus? at? 5 5 place main 40 50 200 200", "- -"},
