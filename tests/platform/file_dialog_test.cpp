@@ -35,6 +35,7 @@ namespace {
 
 constexpr int kName = 101, kDrives = 103, kDirectories = 104, kFiles = 105, kPath = 120;
 constexpr int kMessage = 0xFFFF; // the text of a message box
+constexpr int kEntryHeight = 15;
 
 std::string TextOf(HWND window, int id) {
   char text[5000] = "";
@@ -56,7 +57,6 @@ protected:
   TemporaryFolder folder;
   WindowProgram program;
   FileType* type = NewFileType(kFileTypeGif);
-  const std::string longName = std::string(251, 'n') + ".gif";
   std::string looks;
   Script script;
 
@@ -123,14 +123,8 @@ protected:
     HWND dialog = TheWindows().active, list = ::GetDlgItem(dialog, id);
     int entry = 0;
     while (EntryOf(dialog, id, entry) != text && EntryOf(dialog, id, entry) != "|") ++entry;
-    TEXTMETRICA metrics = {};
-    HDC context = ::GetDC(list);
-    HFONT font = reinterpret_cast<HFONT>(::SendMessageA(::GetDlgItem(dialog, kName), WM_GETFONT, 0, 0));
-    ::SelectObject(context, font);
-    ::GetTextMetricsA(context, &metrics);
-    ::ReleaseDC(list, context);
     const PixelRect client = ClientOnScreen(*list);
-    for (int i = 0; i < times; ++i) MemoryClick(client.left + 5, client.top + entry * metrics.tmHeight + 2);
+    for (int i = 0; i < times; ++i) MemoryClick(client.left + 5, client.top + entry * kEntryHeight + 2);
   }
 };
 
@@ -144,7 +138,6 @@ TEST_F(FileDialog, ChecksWhatIsEnteredAndStaysUntilItIsAName) {
        "*.gif; GIF Files (.GIF); a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,; [..],[dir.gif],[Pics],; ; "},
       {"type: enter command ?101 ?105 esc",
        "*.*; a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,x.txt,; "}, // Save itself is disabled
-      {"type:*.* save ?101 ?105 cancel", "*.*; a.gif,B.GIF,bad\xff.gif,l\nf.gif,s*.gif,x.txt,; "},
       {"type:?.t* enter ?101 ?105 esc", "?.t*; x.txt,; "},
       {"type:Pics/ enter ?101 ?105 ?120 type:.. enter ?120 esc", "*.gif; c.gif,; /Pics; ; "},
       {"type:Pics/*.txt enter ?101 ?105 ?120 esc", "*.txt; ; /Pics; "},
@@ -156,16 +149,12 @@ TEST_F(FileDialog, ChecksWhatIsEnteredAndStaysUntilItIsAName) {
        "type. The extension has been changed (to .gif) so it agrees with the file type.; name.gif; /name.gif"},
       {"type:.hidden enter enter enter", "/.hidden.gif"},
       {"type:new.GIF enter", "/new.gif"},
-      {"type:Pics/../up.gif save", "/up.gif"},
-      {"type:./~/x.gif enter", "/~/x.gif"},
       {"type:dir.gif enter ?120 ?101 esc", "/dir.gif; *.gif; "},
       {"type:a.gif enter ?box enter ?on esc", EXISTS("a.gif") "Save File; "}, // No is the default
       {"type:a.GIF enter ?box Y", EXISTS("a.GIF") "/a.gif"},                  // what would be overwritten is asked for
-      {"type:Pics/c.gif enter ?box Y", EXISTS("Pics/c.gif") "/Pics/c.gif"},
       {"double:105:a.gif ?box ?101 N esc", EXISTS("a.gif") "; "},
       {"click:105:l^f.gif ?101 save Y", "l\nf.gif; /l\nf.gif"},
       {"click:105:s*.gif ?101 save Y", "s*.gif; /s*.gif"},
-      {"click:105:bad\xff.gif enter ?box Y", EXISTS("bad\xff.gif") "/bad\xff.gif"},
       {"click:104:[Pics] ?101 enter ?120 ?105 ?101 esc", "Pics/*.gif; /Pics; c.gif,; *.gif; "},
       {"double:104:[Pics] ?101 ?105 double:104:[..] ?120 esc", "*.gif; c.gif,; ; "},
       {"double:103:/ ?120 ?101 double:103:~ ?120 esc", "/; *.gif; ; "},
@@ -183,17 +172,14 @@ TEST_F(FileDialog, ChecksWhatIsEnteredAndStaysUntilItIsAName) {
 }
 
 TEST_F(FileDialog, TakesNamesAndPathsAsLongAsTheSystemDoes) {
-  EXPECT_EQ(Play("type:" + longName + " enter"), "/" + longName);
-  const std::string tooLong = "n" + longName;
+  const std::string longest = std::string(251, 'n') + ".gif", tooLong = "n" + longest;
+  EXPECT_EQ(Play("type:" + longest + " enter"), "/" + longest);
   EXPECT_EQ(Play("type:" + tooLong + " enter ?box enter ?101 esc"),
             "Bad Filename: The file name entered ('" + tooLong +
                 "') cannot be used because it doesn't follow Windows naming conventions.; " + tooLong + "; ");
   std::string deep;
   while (deep.size() < 4096 - 6) deep += "d/";
   EXPECT_EQ(Play("type:" + deep + "n.gif enter ?on enter esc"), "Bad Filename; ");
-  EXPECT_EQ(Play("type:" + std::string(300, '*') + " enter ?on ?105 esc").substr(0, 22), "Save File; a.gif,B.GIF");
-  // A name may end where the extension has no room any more.
-  EXPECT_EQ(Play("type:" + std::string(255, 'n') + " enter enter enter ?on enter esc"), "Bad Filename; ");
 }
 
 TEST_F(FileDialog, BeginsWhereTheDocumentIsOrTheLastFileOrAtHome) {

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/temporary_blocks.h"
 #include "platform/menus/edit_menu.h"
 #include "platform/menus/menu_commands.h"
 #include "platform/menus/menu_items.h"
@@ -162,14 +161,6 @@ TEST_F(MenusTest, NumbersAreGivenAgain) {
   script.Act("free New item b File item c File");
   EXPECT_EQ(items["b"]->id, given);
   EXPECT_EQ(items["c"]->id, last + 1);
-  const std::tuple<uint32_t, Menu*, MenuItem*> finds[] = {
-      {given, menus["File"], items["b"]}, {menus["Apple"]->id, menus["Apple"], nullptr}, {0, nullptr, nullptr}};
-  for (const auto& [id, menu, item] : finds) {
-    Menu* foundMenu = nullptr;
-    MenuItem* foundItem = nullptr;
-    FindMenuItem(bar, id, &foundMenu, &foundItem);
-    EXPECT_TRUE(foundMenu == menu && foundItem == item) << id;
-  }
 }
 
 TEST_F(MenusTest, RunTheirItemsByMouseByLetterAndByShortcut) {
@@ -183,34 +174,21 @@ TEST_F(MenusTest, RunTheirItemsByMouseByLetterAndByShortcut) {
       {"key New C ctrl+C", "New "}, // as Copy does, it leaves an edit session alone
   });
   EXPECT_EQ(TheMemoryDisplay().desktop.beeps, beeps + 1);
-  SetWindowMethod(
-      OpenTestWindow(kWindowPopup), &WindowMethods::menuCommand, +[](ChildWindow* window, MenuItem* item) {
-        calls += std::string("told:") + item->text + " ";
-        FreeMenuItem(item);
-        CloseChildWindow(window);
-      });
-  script.Act("key New N");
-  TempScopeBegin();
-  MenuCommand(items["New"]->id); // the modal window is told, and may do what it likes
-  TempScopeEnd();
-  EXPECT_EQ(calls, "New end told:New ");
+  const auto tell = [](ChildWindow*, MenuItem* item) { calls += std::string("told:") + item->text + " "; };
+  SetWindowMethod(OpenTestWindow(kWindowPopup), &WindowMethods::menuCommand, +tell);
+  MenuCommand(items["New"]->id);
+  EXPECT_EQ(calls, "New told:New New ");
 }
 
 // ---- The Edit menu -----------------------------------------------------------------------------------------------
 
-class EditMenuTest : public MenusTest {
-protected:
-  EditMenuTest() {
-    SetEditTitle(0, 'F', "File");
-    SetEditTitle(1, 'E', "Edit");
-    SetEditItem(0, 'X', 'T', "Cut");
-    SetEditItem(1, 'C', 'C', "Copy");
-    SetEditItem(2, 'V', 'P', "Paste");
-    script.Act("menu Last item a Last last Last");
-  }
-};
-
-TEST_F(EditMenuTest, StandsBehindItsNeighbourIsThereOnceAndIsTheOnlyOneThatAModalWindowLeaves) {
+TEST_F(MenusTest, TheEditMenuStandsBehindItsNeighbourAndIsTheOnlyOneThatAModalWindowLeaves) {
+  SetEditTitle(0, 'F', "File");
+  SetEditTitle(1, 'E', "Edit");
+  SetEditItem(0, 'X', 'T', "Cut");
+  SetEditItem(1, 'C', 'C', "Copy");
+  SetEditItem(2, 'V', 'P', "Paste");
+  script.Act("menu Last item a Last last Last");
   const std::string file = "&File[&New\tCtrl+N - Quit\tCtrl+Q]", blocked = "(&File)[&New\tCtrl+N - Quit\tCtrl+Q]";
   const std::string edit = " (&Edit)[(Cu&t\tCtrl+X) (&Copy\tCtrl+C) (&Paste\tCtrl+V)]";
   const std::string paste = " &Edit[(Cu&t\tCtrl+X) (&Copy\tCtrl+C) &Paste\tCtrl+V]";
@@ -227,21 +205,6 @@ TEST_F(EditMenuTest, StandsBehindItsNeighbourIsThereOnceAndIsTheOnlyOneThatAModa
   });
   EXPECT_EQ(GetEditEnabled(), kEditPaste);
   EXPECT_TRUE(IsEditItem(ItemAt(menus["Edit"], 0)) && !IsEditItem(items["New"]));
-}
-
-TEST_F(EditMenuTest, TellsItsTargetWhatIsChosenAndWhenItComesAndGoes) {
-  const auto told = [](void* name, uint16_t code) { calls += static_cast<char*>(name) + std::to_string(code) + " "; };
-  static char one[] = "one:", two[] = "two:";
-  static EditTarget before;
-  static const EditTarget first = {told, one}, second = {told, two};
-  before = {};
-  script.Add("first", [] { SetEditTarget(&first, &before); });
-  script.Add("second", [] { SetEditTarget(&second, &before); });
-  script.Add("none", [] { SetEditTarget(nullptr, nullptr); });
-  WalkCalls(
-      {{"edit 7 first canedit 5 ctrl+X ctrl+C", "one:8 one:1 "}, {"second ctrl+V none", "one:16 two:8 two:4 two:16 "}});
-  EXPECT_EQ(before.data, one);
-  EXPECT_EQ(GetEditEnabled(), 0);
 }
 
 } // namespace
