@@ -34,13 +34,9 @@ TEST_F(Controls, MeasureThemselves) {
 }
 
 TEST_F(Controls, LooksAreDrawn) {
-  const int thickness[] = {0, 3, 5, 1, 2, 2, 1, 1, 0, 0};
   View* separator = Make(SeparatorClass());
-  for (const uint16_t kind : {0, 1, 3, 4, 5, 6, 7, 8, 9, 2}) {
-    SeparatorSetKind(separator, kind);
-    script.Act("resize v 8 9 fit v resize v 8 0");
-    EXPECT_EQ(separator->height, thickness[kind]) << kind;
-  }
+  SeparatorSetKind(separator, 2);
+  script.Act("resize v 8 9 fit v resize v 8 0");
   script.Act("show v");
   EXPECT_EQ(PictureOf(separator), "........\n.######.\n........\n.######.\n........\n");
   View* box = Make(CheckBoxClass(), 50, 50);
@@ -68,12 +64,6 @@ TEST_F(Controls, ACheckBoxFlipsWhenThePressEndsOverIt) {
         {"d over w 100 90 u", ""},
         {"over w 15 15 d over w 100 90 over w 16 16 u", "v=0"},
         {"disable v d u enable v", "wv16@16,16 w^16@16,16"}});
-  CheckBoxSetValue(box, false, true); // as it is
-  CheckBoxSetCallback(box, [](View* view, bool) {
-    Say(view, "!");
-    ViewDestroy(view);
-  });
-  Walk({{"d u d u", "v! wv16@16,16 w^16@16,16"}});
 }
 
 // ---- Popups ------------------------------------------------------------------------------------------------------

@@ -10,15 +10,12 @@
 #include "platform/menus/platform_menus.h"
 #include "toolkit/controls/edit_field.h"
 #include "toolkit/controls/push_button.h"
-#include "toolkit/text/text_layout.h"
 #include "views/view_scene.h"
 #include "win32/input/clipboard.h"
 #include "win32/win32_input.h"
 
 namespace framereel {
 namespace {
-
-int16_t textWidth; // what fields take their text to need
 
 EditField* DataOf(const View* view) {
   return static_cast<EditField*>(view->classData);
@@ -27,7 +24,6 @@ EditField* DataOf(const View* view) {
 class NativeControls : public ViewScene {
 protected:
   NativeControls() {
-    textWidth = 80;
     script.Add("edit", FocusEditField);
     script.Add("endedit", [](View*) { EndEditSession(nullptr); });
     script.Add("text?", [](View* view) {
@@ -42,9 +38,7 @@ protected:
     View* view = Make(EditFieldClass(), x, 10, name);
     EditFieldSetFunctions(
         view, [](View* v) { Say(v, "!"); },
-        [](View* v, const KeyEvent* e) { Say(v, e ? Text('.', int(e->character)) : "."); },
-        [](View* v, int16_t width, int16_t) { Say(v, Text('=', width)); });
-    DataOf(view)->naturalSize = [](const View*, int16_t* width, int16_t*) { *width = textWidth; };
+        [](View* v, const KeyEvent* e) { Say(v, e ? Text('.', int(e->character)) : "."); }, nullptr);
     ViewResize(view, 80, 40);
     return view;
   }
@@ -93,25 +87,6 @@ TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
     script.Heard();
     EXPECT_TRUE(MainHasTheKeyboard());
   }
-  // It asks for the width of its text when that leaves its own, which is 80 pixels.
-  script.Act("edit f");
-  for (const int16_t width : {80, 60, 59, 81}) {
-    textWidth = width;
-    script.Act("A");
-  }
-  Play({{"", "f! f=59 f=81"}});
-}
-
-TEST_F(NativeControls, AFieldHasAnEdgeAndTheSizeOfItsText) {
-  View* field = Shown("f", 10);
-  EXPECT_EQ(PictureOf(field).substr(0, 2 * 81), std::string(79, '-') + ".\n-" + std::string(77, '#') + "-.\n");
-  DataOf(field)->naturalSize = nullptr;
-  EditFieldSetText(field, "word");
-  ViewMakeCurrent(field);
-  const TextSize word = MeasureLines("word");
-  ViewFit(field);
-  EXPECT_EQ(field->width, word.width + 7);
-  EXPECT_EQ(field->height, word.height + 6);
 }
 
 TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
@@ -141,24 +116,14 @@ TEST_F(NativeControls, CutCopyAndPasteFollowSelectionAndClipboard) {
   for (uint16_t i = 0; i < 3; ++i) SetEditItem(i, uint8_t("XCV"[i]), 0, "item");
   SetMenuBar(NewMenuBar());
   BuildEditMenu(kEditCut | kEditCopy | kEditPaste);
+  script.Add("can?", [] { Answer(std::to_string(GetEditEnabled())); });
+  script.Add("choose", [](uint16_t index) { MenuCommand(ItemAt(MenuAt(CurrentMenuBar(), 0), index)->id); });
   script.Act("wait 1"); // the bar comes, and the windows move down with what lies below it
-  const auto choose = [](uint16_t index) { MenuCommand(ItemAt(MenuAt(CurrentMenuBar(), 0), index)->id); };
-  script.Act("over w 14 20 d u");
-  EXPECT_EQ(GetEditEnabled(), 0);
-  script.Act("+shift right -shift");
-  EXPECT_EQ(GetEditEnabled(), kEditCut | kEditCopy);
-  choose(0);
-  script.Heard();
-  EXPECT_TRUE(HasEditSession(field)); // which the letter of the item tells
-  Play({{"text? f", "ord"}});
-  EXPECT_EQ(GetEditEnabled(), kEditPaste);
-  choose(2);
-  Play({{"text? f", "word"}});
-  script.Act("endedit f");
-  script.Heard();
-  EXPECT_EQ(GetEditEnabled(), 0);
-  choose(2);
-  Play({{"text? f", "word"}});
+  Play({{"over w 14 20 d u can?", "f! 0"},
+        {"+shift right -shift can?", "3"},
+        {"choose 0 text? f can?", "ord 4"},
+        {"choose 2 text? f", "word"},
+        {"endedit f can? choose 2 text? f", "f. 0 word"}});
 }
 
 } // namespace

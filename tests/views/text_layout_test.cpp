@@ -97,40 +97,34 @@ TEST_F(TextLayout, BreaksRandomTextsAsLateAsTheWidthAllows) {
 }
 
 TEST_F(TextLayout, HonoursCommandsOnTheWayAndKeepsTheBytesOfACharacterTogether) {
-  const TextSize plain = MeasureTextBlock("iiii", TextAlign::kLeft, TextWrap::kByWord, kWideOpen);
-  const auto measure = [](const char* text) {
-    return int(MeasureTextBlock(text, TextAlign::kLeft, TextWrap::kByWord, kWideOpen).width);
+  const auto size = [](const char* text, int width = kWideOpen) {
+    return MeasureTextBlock(text, TextAlign::kLeft, TextWrap::kByWord, uint16_t(width));
   };
-  EXPECT_GT(measure("\33s40\33iiii"), 2 * plain.width);
-  EXPECT_EQ(measure("\33s+25\33iiii"), measure("\33s40\33iiii")); // the standard font has 15
-  EXPECT_LT(measure("ii\33s-5\33ii"), plain.width);
-  EXPECT_EQ(measure("\33s40\33\33snone\33iiii"), plain.width);
-  EXPECT_NE(measure("\33fDejaVu Sans Mono\33iiii"), plain.width);
-  EXPECT_EQ(measure("\33fDejaVu Sans Mono\33\33f\33iiii"), plain.width);
-  EXPECT_EQ(measure("iiii\33fand no end"), plain.width);
-  EXPECT_EQ(measure("iiii"), plain.width);
+  const int plain = size("iiii").width, large = size("\33s40\33iiii").width;
+  EXPECT_GT(large, 2 * plain);
+  EXPECT_EQ(size("\33s+25\33iiii").width, large); // the standard font has 15
+  EXPECT_EQ(size("\33s40\33\33snone\33iiii").width, plain);
+  EXPECT_NE(size("\33fDejaVu Sans Mono\33iiii").width, plain);
+  EXPECT_EQ(size("\33fDejaVu Sans Mono\33\33f\33iiii").width, plain);
+  EXPECT_EQ(size("iiii\33fand no end").width, plain);
   // A word that goes on to the next line takes its font along.
-  const TextSize broken =
-      MeasureTextBlock("ii \33s40\33iiiiii", TextAlign::kLeft, TextWrap::kByWord, uint16_t(measure("\33s40\33iiiiii")));
-  EXPECT_EQ(broken.width, measure("\33s40\33iiiiii"));
-  EXPECT_EQ(broken.height, 2 * lineHeight);
+  const TextSize broken = size("ii \33s40\33iiii", large);
+  EXPECT_TRUE(broken.width == large && broken.height == 2 * lineHeight);
   const std::vector<std::string> letters(3, "\u00E9");
   EXPECT_EQ(Lines("\u00E9\u00E9\u00E9", TextWrap::kByCharacter, 1), letters);
 }
 
 TEST_F(TextLayout, FitsTextsIntoPleasantShapes) {
-  const char* sentence = "The quick brown fox jumps over the lazy dog and comes back to have a look at it once more.";
-  const TextSize free = FittedTextSize(sentence, TextAlign::kLeft, 0, 0);
-  EXPECT_LT(free.width, 3 * free.height);
-  EXPECT_GT(3 * free.width, free.height);
-  EXPECT_LE(FittedTextSize(sentence, TextAlign::kLeft, 120, 0).width, 120);
-  EXPECT_LE(FittedTextSize(sentence, TextAlign::kLeft, 0, int16_t(3 * lineHeight)).height, 4 * lineHeight);
-  EXPECT_EQ(FittedTextSize("a\nb\nc", TextAlign::kLeft, 0, 0).height, 3 * lineHeight);
-  const std::string wide = std::string(sentence) + "\n" + sentence;
-  EXPECT_GT(FittedTextSize(wide.c_str(), TextAlign::kLeft, 0, 0).height, 2 * lineHeight);
-  const TextSize lines = MeasureLines("a\n\nbb ");
-  EXPECT_EQ(lines.width, Width("bb "));
-  EXPECT_EQ(lines.height, 3 * lineHeight);
+  const std::string sentence = "The quick brown fox jumps over the lazy dog and comes back to have a look once more.";
+  const auto fitted = [](const std::string& text, int width, int height) {
+    return FittedTextSize(text.c_str(), TextAlign::kLeft, int16_t(width), int16_t(height));
+  };
+  const TextSize free = fitted(sentence, 0, 0);
+  EXPECT_TRUE(free.width < 3 * free.height && free.height < 3 * free.width);
+  EXPECT_LE(fitted(sentence, 120, 0).width, 120);
+  EXPECT_LE(fitted(sentence, 0, 3 * lineHeight).height, 4 * lineHeight);
+  EXPECT_EQ(fitted("a\nb\nc", 0, 0).height, 3 * lineHeight);
+  EXPECT_GT(fitted(sentence + "\n" + sentence, 0, 0).height, 2 * lineHeight);
 }
 
 // The columns and rows from the first to the last with ink, over white.
@@ -148,9 +142,8 @@ Rect Ink(const Rect& where, const ChildWindow* window) {
 }
 
 TEST_F(TextLayout, DrawsEachLineAtItsSideAndInsideItsRectangle) {
-  const Rect where = {10, 20, int16_t(10 + 2 * lineHeight), 220}, around = {0, 0, 200, 300};
+  const Rect where = {10, 20, int16_t(10 + 2 * lineHeight), 220}, around = {0, 0, 200, 300}, small = {10, 20, 16, 26};
   const auto drawn = [&](TextAlign align, const Rect& r, const char* text) {
-    SetPortWindow(Window());
     UseDrawState(DrawStateFill());
     SetForeColour(PrimaryColour(7));
     FillRect(around);
@@ -159,14 +152,11 @@ TEST_F(TextLayout, DrawsEachLineAtItsSideAndInsideItsRectangle) {
     script.Act("settle");
     return Ink(around, Window());
   };
-  const Rect left = drawn(TextAlign::kLeft, where, "H\nH"), centre = drawn(TextAlign::kCentre, where, "H\nH"),
-             right = drawn(TextAlign::kRight, where, "H\nH");
+  const Rect left = drawn(TextAlign::kLeft, where, "H\nH"), centre = drawn(TextAlign::kCentre, where, "H\nH");
   EXPECT_NEAR(left.left, where.left, 2);
-  EXPECT_NEAR(right.right, where.right, 2);
+  EXPECT_NEAR(drawn(TextAlign::kRight, where, "H\nH").right, where.right, 2);
   EXPECT_NEAR(centre.left + centre.right, where.left + where.right, 2);
-  EXPECT_GT(left.bottom, where.top + lineHeight);
-  EXPECT_LE(left.bottom, where.bottom);
-  const Rect small = {10, 20, 16, 26};
+  EXPECT_TRUE(left.bottom > where.top + lineHeight && left.bottom <= where.bottom);
   EXPECT_TRUE(RectInside(drawn(TextAlign::kLeft, small, "WWWW WWWW"), small));
 }
 
