@@ -159,15 +159,8 @@ private:
     return &deaf;
   }
 
-  static const ViewClass* StubbornClass() { // leaves its children as they are
-    static ViewClass stubborn = *BoxClass();
-    stubborn.resizeChild = [](View*, View* child, int16_t width, int16_t) { Say(child, Text(width, '?')); };
-    return &stubborn;
-  }
-
   static inline const std::map<std::string, const ViewClass* (*)()> kKinds = {
-      {"tells", TellingClass}, {"deaf", DeafClass},   {"plain", BoxClass},
-      {"framed", BoxClass},    {"stack", StackClass}, {"stubborn", StubbornClass}};
+      {"tells", TellingClass}, {"deaf", DeafClass}, {"plain", BoxClass}, {"framed", BoxClass}, {"stack", StackClass}};
 };
 
 template <> inline View* Told<View*>(std::istream& in) {
