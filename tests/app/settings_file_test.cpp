@@ -16,7 +16,6 @@ namespace framereel {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::string_literals;
 
 constexpr char kDefaults[] = "0,0 440x330 333 ITLFBCe 100";
 
@@ -51,15 +50,6 @@ TEST(SettingsFile, IsWrittenAnewByASaveAloneAndEveryValueComesBack) {
   EXPECT_EQ(program.Loaded(text), "30,100 600x300 5000 itlfbcE 44");
 }
 
-TEST(SettingsFile, WhatAFileLeavesOutStaysButDelayAndSize) {
-  SettingsProgram program;
-  program.options = {25, false, true, false, true, true, true, kSize25, false};
-  program.recorder.captureArea = {10, 20, 30, 40};
-  WriteWholeFile(program.place, "Overlay Border:No\r\n");
-  SettingsLoad(program.settings);
-  EXPECT_EQ(program.Told(), "20,10 20x20 333 iTlfbCE 100");
-}
-
 // ---- Values -------------------------------------------------------------------------------------------------------
 
 TEST(SettingsFile, ValuesComeToWhatTheProgramOffersAndTheScreenHolds) {
@@ -75,20 +65,11 @@ TEST(SettingsFile, ValuesComeToWhatTheProgramOffersAndTheScreenHolds) {
         {"Explorer 2.0 Compatible:\\Y\\es\\", "0,0 440x330 333 ITLFBCE 100"},
         {"Recording Size:26", "0,0 441x330 333 ITLFBCe 44"}, // in whole blocks of 3
         {"Recording Area:12,40\r\nRecording Area:5\r\n", "5,40 440x330 333 ITLFBCe 100"}}},
-      {"Loop:", "0,0 440x330 333 IT", "FBCe 100", {{"yes", "l"}, {"Yes ", "l"}, {"Ye", "l"}, {"", "l"}, {"1", "l"}}},
+      {"Loop:", "0,0 440x330 333 IT", "FBCe 100", {{"yes", "l"}, {"Yes ", "l"}, {"Ye", "l"}, {"", "l"}}},
       {"Frame Delay:",
        "0,0 440x330 ",
        " ITLFBCe 100",
-       {{"7000", "5000"},
-        {"340", "333"},
-        {"26", "25"},
-        {"-333", "25"},
-        {"", "25"},
-        {"fast", "25"},
-        {" 500", "500"},
-        {"100 ms", "100"},
-        {"4294967796", "500"},
-        {"00000000500", "50"}}},
+       {{"7000", "5000"}, {"340", "333"}, {"-333", "25"}, {"fast", "25"}, {" 500", "500"}, {"4294967796", "500"}}},
       {"Recording Size:",
        "0,0 440x330 333 ITLFBCe ",
        "",
@@ -101,18 +82,14 @@ TEST(SettingsFile, ValuesComeToWhatTheProgramOffersAndTheScreenHolds) {
         {"-10,-10 100x100", "0,0 90x90"},
         {"600,440 100x100", "600,440 40x40"},
         {"640,100 100x100", "0,0 440x330"},
-        {"-100,0 100x100", "0,0 440x330"},
-        {"10,10 0x50", "0,0 440x330"},
         {"10,10 50x-5", "0,0 440x330"},
         // Sixteen bits: their ends, what leaves them, and numbers of which they are the low ones.
         {"0,0 32767x32767", "0,0 640x480"},
         {"-32768,-32768 32767x32767", "0,0 440x330"},
-        {"0,1 100x32767", "0,0 440x330"},
         {"65546,-65526 65556x20", "10,10 20x20"},
         // Broken off: what was told, 0 at the break, and then what was there.
         {"12;40 320x240", "12,0 440x330"},
         {"12,40 320", "12,40 320x330"},
-        {"12,40 320x", "0,0 440x330"},
         {"", "0,0 440x330"}}},
   };
   SettingsProgram program;
@@ -137,50 +114,43 @@ TEST(SettingsFile, TheDefaultAreaFitsASmallScreenAndATaskBar) {
 
 TEST(SettingsFile, StaysWhereItStandsAndElseBelongsToTheUser) {
   SettingsProgram program;
-  const std::string current = program.place, folder = program.folder.path + "/";
-  struct Place {
-    bool standsHere;
+  const std::string folder = program.folder.path;
+  const struct {
+    const char* stands; // in the folder, as do these where they begin with "/"
     std::string config, home;
     std::string place; // "" when there is none
+  } cases[] = {
+      {"Settings.prf", "/config", "/home", "Settings.prf"},
+      {"file", "/config", "/home", "config/framereel/Settings.prf"},
+      {"file", "relative", "/home", "home/.config/framereel/Settings.prf"},
+      {"file", "", "", "Settings.prf"},
+      {"file", "", "/none", ""}, // a user who has no home gets none
+      {"file", "/file", "/home", ""},
   };
-  const Place places[] = {
-      {true, folder + "config", folder + "home", current},
-      {false, folder + "config", folder + "home", folder + "config/framereel/Settings.prf"},
-      {false, "relative", folder + "home", folder + "home/.config/framereel/Settings.prf"},
-      {false, "", folder + "home", folder + "home/.config/framereel/Settings.prf"},
-      {false, "", "", current},
-      {false, "", folder + "none", ""}, // a user who has no home gets none
-      {false, folder + "file", folder + "home", ""},
-  };
-  for (const Place& p : places) {
-    SCOPED_TRACE(p.config + " " + p.home);
-    const auto init = [&] {
+  for (const auto& [stands, config, home, place] : cases) {
+    SCOPED_TRACE(config + " " + home);
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
+    fs::create_directory("home");
+    WriteWholeFile(stands, "");
+    ::setenv("XDG_CONFIG_HOME", ((config[0] == '/' ? folder : "") + config).c_str(), 1);
+    ::setenv("HOME", ((home[0] == '/' ? folder : "") + home).c_str(), 1);
+    const auto start = [&program = program] {
       SettingsShutDown(program.settings);
       program.options = {};
       SettingsInit(program.settings, &program.options, &program.area);
     };
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
-    fs::create_directory(folder + "home");
-    WriteWholeFile(folder + "file", "");
-    if (p.standsHere) WriteWholeFile(current, "");
-    ::setenv("XDG_CONFIG_HOME", p.config.c_str(), 1);
-    ::setenv("HOME", p.home.c_str(), 1);
-    const auto entries = [&] {
-      return std::distance(fs::recursive_directory_iterator(folder), fs::recursive_directory_iterator());
-    };
-    const auto before = entries();
-    init();
-    EXPECT_EQ(entries(), before);
+    start();
+    EXPECT_EQ(program.folder.EntryCount(), 2u) << "a start leaves nothing";
     program.options.frameDelay = 25;
     testing::internal::CaptureStderr();
     SettingsSave(program.settings);
     SettingsSave(program.settings);
     const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), p.place.empty()) << told;
-    init();
-    EXPECT_EQ(program.options.frameDelay, p.place.empty() ? 333 : 25);
-    EXPECT_EQ(fs::exists(current), p.place == current);
-    EXPECT_TRUE(p.place.empty() || fs::exists(p.place));
+    EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), place.empty()) << told;
+    start();
+    EXPECT_EQ(program.options.frameDelay, place.empty() ? 333 : 25);
+    EXPECT_EQ(fs::exists("Settings.prf"), place == "Settings.prf");
+    EXPECT_TRUE(place.empty() || fs::exists(place));
   }
 }
 
@@ -189,6 +159,7 @@ TEST(SettingsFile, StaysWhereItStandsAndElseBelongsToTheUser) {
 TEST(SettingsFile, WhatStandsInItsPlaceStaysWhereItCannotBeWritten) {
   SettingsProgram program;
   const auto saveAndLoad = [&program] {
+    const AsNobody user;
     program.options = {.frameDelay = 25};
     SettingsSave(program.settings);
     program.options = {};
@@ -197,22 +168,10 @@ TEST(SettingsFile, WhatStandsInItsPlaceStaysWhereItCannotBeWritten) {
   };
   WriteWholeFile(program.place, "Loop:No\r\n");
   fs::permissions(program.folder.path, fs::perms{0555});
-  {
-    const AsNobody user;
-    EXPECT_EQ(saveAndLoad(), "0,0 440x330 333 ITlFBCe 100");
-  }
-  fs::permissions(program.folder.path, fs::perms{0755});
+  EXPECT_EQ(saveAndLoad(), "0,0 440x330 333 ITlFBCe 100");
   fs::permissions(program.place, fs::perms{0});
-  {
-    const AsNobody user;
-    EXPECT_EQ(saveAndLoad(), kDefaults) << "it is there, but can't be read";
-  }
+  EXPECT_EQ(saveAndLoad(), kDefaults) << "it is there, but can't be read";
   EXPECT_EQ(ReadWholeFile(program.place), "Loop:No\r\n");
-  fs::remove(program.place);
-  fs::create_directory(program.place);
-  WriteWholeFile(program.place + "/inside", "kept");
-  EXPECT_EQ(saveAndLoad(), kDefaults);
-  EXPECT_EQ(ReadWholeFile(program.place + "/inside"), "kept");
   fs::remove_all(program.folder.path);
   EXPECT_EQ(saveAndLoad(), kDefaults);
   EXPECT_FALSE(fs::exists(program.folder.path));
