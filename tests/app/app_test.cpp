@@ -36,8 +36,8 @@ void PlaceOnGrid(intptr_t code, void*) {
                  int16_t(main->originY + main->geometry.insetTop));
 }
 
-// Words besides those of script.h: "where" notes the main window's place, with dots while it slides; "icons", "modal",
-// "seen", "digit" and "face" note what stands on the screen; the others are what becomes of the window, its desktop and
+// Words besides those of script.h: "where" notes the main window's place, with dots while it slides; "icons", "seen",
+// "digit" and "face" note what stands on the screen; the others are what becomes of the window, its desktop and
 // its process, and "yes" answers whatever is asked from then on.
 struct AppTest : testing::Test {
   const WorkingFolder folder;
@@ -50,7 +50,6 @@ struct AppTest : testing::Test {
     script.Add("where",
                [=] { note(Frame()->place.left, ',', Frame()->place.top, SlideFrameIsRunning() ? "..." : ""); });
     script.Add("icons", [=] { note(Frame()->iconSizes); });
-    script.Add("modal", [=] { note(GetModalWindow() ? "asked" : "-"); });
     script.Add("seen", [=] { // on which side of the screen's right edge the question is
       RECT place = {};
       if (GetModalWindow()) ::GetWindowRect(GetModalWindow()->window, &place);
@@ -130,10 +129,10 @@ TEST_F(AppTest, ASignalEndsItInOrder) {
 TEST_F(AppTest, AsksOnceItHasComeInAndSaysUnderWaylandThatItSeesNothingThere) {
   std::filesystem::create_directory(folder / "framereel");
   WriteWholeFile(folder / "framereel/framereel-recovered-1.gif", "GIF89a");
-  EXPECT_EQ(Run("3000 modal 4000 seen 4000 esc 4100 modal 4200 close"), "asked seen -");
+  EXPECT_EQ(Run("3000 seen 4000 seen 4000 esc 4100 seen 4200 close"), "seen seen -");
   EXPECT_TRUE(std::filesystem::is_empty(folder / "framereel")) << "the user did not want it";
   ::setenv("WAYLAND_DISPLAY", "wayland-0", 1);
-  EXPECT_EQ(RunAnew("100 modal 4000 modal 4000 seen 4000 enter 4100 modal 4200 close"), "- asked seen -");
+  EXPECT_EQ(RunAnew("100 seen 4000 seen 4000 enter 4100 seen 4200 close"), "- seen -");
   ::unsetenv("WAYLAND_DISPLAY");
 }
 

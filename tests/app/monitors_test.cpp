@@ -32,20 +32,18 @@ protected:
     MemoryMoveWindow(MemoryWindowTitled("Framereel"), Moved(panel, left - panel.left, top - panel.top));
     Settle();
   }
-  void ExpectAlertOn(const PixelRect& monitor, int32_t left, int32_t top);
+  // With the panel there. It is wider than that.
+  static void ExpectAlertOn(const PixelRect& monitor, int32_t left, int32_t top) {
+    MovePanel(left, top);
+    std::string text;
+    while (text.size() < 500) text += "Why? ";
+    ChildWindow* alert = AlertBuild(nullptr, "", 130, text.c_str(), "One", nullptr, nullptr, nullptr);
+    EXPECT_GT(alert->geometry.outerWidth, TheMainWindow()->geometry.outerWidth);
+    EXPECT_TRUE(Inside(PlaceOf(alert), monitor)) << left;
+    ShowChildWindow(alert);
+    Type(VK_RETURN);
+  }
 };
-
-// With the panel there.
-void MonitorsTest::ExpectAlertOn(const PixelRect& monitor, int32_t left, int32_t top) {
-  MovePanel(left, top);
-  std::string text;
-  for (int i = 0; i < 20; ++i) text += "It is wider than the panel. ";
-  ChildWindow* alert = AlertBuild(nullptr, "Why", 130, text.c_str(), "One", nullptr, nullptr, nullptr);
-  EXPECT_GT(alert->geometry.outerWidth, TheMainWindow()->geometry.outerWidth);
-  EXPECT_TRUE(Inside(PlaceOf(alert), monitor)) << left;
-  ShowChildWindow(alert);
-  Type(VK_RETURN);
-}
 
 TEST_P(MonitorsTest, ComesUpOnThePrimaryOneAndWhatItOpensWhereItIsMovedTo) {
   const PixelRect primary = GetParam()[0];
@@ -94,21 +92,8 @@ TEST_P(MonitorsTest, StaysOnOneThatIsThereAlsoOnItsWay) {
   MemorySetMonitors({primary});
   Settle();
   EXPECT_TRUE(Inside(Panel(), primary));
-  // A smaller screen, and what its user has put half off it.
-  MemorySetMonitors({});
-  MovePanel(1300, 20);
-  MemorySetTaskBar({});
-  Settle();
-  EXPECT_EQ(Panel().left, 1300);
-  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"), true);
-  Settle();
-  MemoryDisplaySetMode(640, 480, 24);
-  Settle();
-  MemoryMinimiseWindow(MemoryWindowTitled("Framereel"), false);
-  Settle();
-  EXPECT_TRUE(Inside(Panel(), {0, 0, 640, 480}));
   End();
-  MemoryDisplaySetMode(1440, 1100, 24);
+  MemorySetMonitors({});
   ApplicationStart(app);
   RunFor(200);
   MemoryDisplaySetMode(640, 480, 24);

@@ -87,11 +87,6 @@ TEST_P(PanelTest, RecordsByItsButtonsWhichCanBeUsedAsTheRecorderSays) {
   EXPECT_EQ(Usable(), free);
   Click(app.panel.selectButton);
   SelectByKeysAndMouse(50, 60, 150, 140);
-  EXPECT_EQ(Area(), "{ 50, 60, 150, 140 }");
-  Click(app.panel.showAreaBox);
-  EXPECT_TRUE(AntsAreUp(app.area));
-  Click(app.panel.showAreaBox);
-  EXPECT_FALSE(AntsAreUp(app.area));
   Click(app.panel.startButton);
   EXPECT_EQ(Usable(), "eazf012345");
   Click(app.panel.stopButton); // in the countdown
