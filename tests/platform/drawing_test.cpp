@@ -7,7 +7,6 @@
 #include "platform/drawing/font_cache.h"
 #include "platform/drawing/shared_contexts.h"
 #include "platform/sheet.h"
-#include "support/dice.h"
 #include "win32/memory/memory_display.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_windows.h"
@@ -150,40 +149,26 @@ TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
   EXPECT_EQ(GetFont(family, 21, kFontBold, 3.0)->width / 2, wide->width); // of the average character
 }
 
-// Fonts are selected into contexts and held beside a plain list of the open ones: one that opens as the seventh or
-// later closes the first that nothing holds.
 TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
-  const Sheet sheet(8, 8);
-  FontFamily* family = GetFontFamily(nullptr);
-  std::vector<Font*> fonts = {sheet.state->font}, open = fonts, inContext(6), held;
-  std::vector<HDC> contexts = {CurrentContext()};
-  while (contexts.size() < inContext.size()) contexts.push_back(::CreateCompatibleDC(ScreenContext()));
-  inContext[0] = sheet.state->font;
-  const auto has = [](const std::vector<Font*>& list, Font* font) {
-    return std::find(list.begin(), list.end(), font) != list.end();
+  const Sheet sheet(8, 8); // whose font is in its context
+  std::vector<Font*> fonts;
+  for (uint16_t size = 20; size < 26; ++size) fonts.push_back(GetFont(GetFontFamily(nullptr), size, kFontBold, 1.0));
+  HoldFont(fonts[0]);
+  const HDC context = ::CreateCompatibleDC(ScreenContext());
+  const auto select = [&](std::initializer_list<int> order) {
+    for (const int font : order) SelectFont(context, fonts[size_t(font)]);
+    std::string open;
+    for (const Font* font : fonts) open += font->handle ? 'o' : '-';
+    return open;
   };
-  const auto opens = [&](Font* font) {
-    if (has(open, font)) return;
-    open.push_back(font);
-    if (open.size() <= 6) return;
-    const auto closes = std::find_if(open.begin(), open.end(),
-                                     [&](Font* one) { return one != font && !has(inContext, one) && !has(held, one); });
-    if (closes != open.end()) open.erase(closes);
-  };
-  Dice dice(1);
-  for (int step = 0; step < 2000; ++step) {
-    const auto size = uint16_t(20 + dice.Below(12));
-    Font* font = GetFont(family, size, kFontBold, 1.0);
-    if (!has(fonts, font)) fonts.push_back(font), opens(font);
-    const auto context = size_t(dice.Below(6));
-    const int operation = dice.Below(5);
-    if (operation == 0) SelectFont(contexts[context], font), opens(font), inContext[context] = font;
-    if (operation == 1) HoldFont(font), held.push_back(font), opens(font);
-    if (operation >= 2 && !held.empty()) LetGoOfFont(held.back()), held.pop_back();
-    for (Font* one : fonts) ASSERT_EQ(one->handle != nullptr, has(open, one)) << "step " << step;
-    for (size_t i = 0; i < 6; ++i) ASSERT_TRUE(!inContext[i] || contexts[i]->font == inContext[i]->handle);
-  }
-  for (size_t i = 1; i < 6; ++i) ::DeleteDC(contexts[i]);
+  EXPECT_EQ(select({1, 2, 3, 4}), "ooooo-");
+  EXPECT_EQ(select({5}), "o-oooo");
+  EXPECT_EQ(select({1}), "oo-ooo");
+  LetGoOfFont(fonts[0]);
+  EXPECT_EQ(select({2}), "-ooooo");
+  EXPECT_EQ(context->font, fonts[2]->handle);
+  EXPECT_TRUE(sheet.state->font->handle);
+  ::DeleteDC(context);
 }
 
 } // namespace

@@ -44,27 +44,6 @@ TEST(Mouse, RestingIsToldEvery100MillisecondsButNotDuringAPress) {
   });
 }
 
-TEST(Mouse, EnteredAndLeftComeInPairsWhereverItGoes) {
-  WindowScript().Walk({
-      {"open a d over a 30 30", "a+ a< a~30,30 active=a"},
-      {"m 5 5 wait 200", "a~-95,-95"}, // the active window has it wherever it is
-      {"open m m wait 100", "block a- m+ a> m< m~-95,-95 active=m modal=m off=main,a focus=m"},
-      {"close m wait 100",
-       "m.gone free m- a+ a< a~-95,-95 active=a modal= off= focus=main"}, // a window that has gone is not told
-      {"leave wait 100", "a- a> active= focus="},
-      {"return wait 100", "a+ a< a~-95,-95 active=a focus=a"},
-  });
-}
-
-TEST(Mouse, HeldCaptureBringsEverythingToTheModalWindow) {
-  WindowScript().Walk({
-      {"open a d open c p size c 20 20 grab c", "a+ c+ active=a modal=c focus=c mouse=c"},
-      {"over a 50 60 d over a 55 60 u", "c< c~50,60 cv16@50,60 c~55,60 c^16@55,60"},
-      {"d u", "cv16@55,60 c^16@55,60"},
-      {"drop close c", "c.gone c- modal= focus=main mouse="},
-  });
-}
-
 // ---- The keys ----------------------------------------------------------------------------------------------------
 
 TEST(Keys, GiveTheirCharactersToTheActiveWindow) {
