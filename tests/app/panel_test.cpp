@@ -2,7 +2,6 @@
 #include "app/panel.h"
 
 #include <cstring>
-#include <numeric>
 #include <tuple>
 
 #include "app/application_program.h"
@@ -144,52 +143,35 @@ class PanelLook : public ApplicationTest, public testing::WithParamInterface<Scr
 protected:
   PanelLook() : ApplicationTest(GetParam().dotsPerInch) {}
 
-  // Reports each View under the container that has no room for its content, shows none, is cut off, or meets the one
-  // before it.
-  void ExpectWhole(const View* container) {
-    const ChildSet* set = ChildSetOf(container);
-    for (uint16_t i = 0; i < set->children.count; ++i) {
-      View* view = ChildAt(set, i);
-      SCOPED_TRACE(testing::Message() << "child " << i << " of the container at " << container->y);
+  // Reports each of the Views that has no room for its content, shows none, is cut off, or meets another one.
+  void ExpectWhole(const GrowArray& views, const Rect& room) {
+    for (uint16_t i = 0; i < views.count; ++i) {
+      auto* view = FromListValue<View>(views.entries[i]);
+      SCOPED_TRACE(testing::Message() << "View " << i << " from " << room.top);
       EXPECT_TRUE(ViewFullyShown(view, view));
-      EXPECT_TRUE(RectInside(ViewBounds(view), ViewBounds(container)));
-      EXPECT_FALSE(i > 0 && Meet(view, ChildAt(set, uint16_t(i - 1))));
+      EXPECT_TRUE(RectInside(ViewBounds(view), room));
+      for (uint16_t j = 0; j < i; ++j) {
+        const Rect both = RectIntersect(ViewBounds(view), ViewBounds(FromListValue<View>(views.entries[j])));
+        EXPECT_FALSE(both.left < both.right && both.top < both.bottom) << j;
+      }
       if (view->viewClass == StackClass()) {
-        ExpectWhole(view);
+        ExpectWhole(ChildSetOf(view)->children, ViewBounds(view));
       } else if (view->viewClass != BoxClass() && view != app.panel.messageText) {
         ExpectInk(view);
       }
     }
   }
-  static bool Meet(const View* a, const View* b) {
-    const Rect both = RectIntersect(ViewBounds(a), ViewBounds(b));
-    return both.left < both.right && both.top < both.bottom;
-  }
   // Something stands there, it is more than a line, and it ends ahead of the View's right edge.
-  void ExpectInk(const View* view) {
-    std::vector<int> inkInColumn(size_t(view->width), 0);
+  static void ExpectInk(const View* view) {
     const auto at = [view](int x, int y) {
       const Point p = OnScreen(view->window, int16_t(view->x + x), int16_t(view->y + y));
       return MemoryPixel(p.h, p.v);
     };
+    int ink = 0;
     for (int x = 0; x < view->width; ++x) {
-      for (int y = 0; y < view->height; ++y) inkInColumn[size_t(x)] += at(x, y) != at(view->width - 1, 0);
+      for (int y = 0; y < view->height; ++y) ink += at(x, y) != at(view->width - 1, 0);
     }
-    EXPECT_GT(std::accumulate(inkInColumn.begin(), inkInColumn.end(), 0), view->width / 2);
-  }
-  // The same of the Views of an alert, which stand in its window itself.
-  void ExpectWholeAlert() {
-    ChildWindow* alert =
-        AlertBuild(nullptr, "", 130, "Why?", "One", GetParam().depth > 8 ? "Other" : nullptr, nullptr, nullptr);
-    ShowChildWindow(alert);
-    Settle();
-    for (uint16_t i = 0; i < alert->views.count; ++i) {
-      const View* view = FromListValue<View>(alert->views.entries[i]);
-      EXPECT_TRUE(RectInside(ViewBounds(view), ChildBounds(alert)));
-      for (uint16_t j = 0; j < i; ++j) EXPECT_FALSE(Meet(view, FromListValue<View>(alert->views.entries[j])));
-      ExpectInk(view);
-    }
-    Type(VK_RETURN);
+    EXPECT_GT(ink, view->width / 2);
   }
 };
 
@@ -198,8 +180,12 @@ TEST_P(PanelLook, ShowsAllItsControlsWholeAndAsLargeAsThePersonIsToSeeThem) {
   MemoryDisplaySetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, depth);
   Settle();
   Start();
-  ExpectWhole(app.panel.root);
-  ExpectWholeAlert();
+  ExpectWhole(app.panel.window->views, ChildBounds(app.panel.window));
+  ChildWindow* alert = AlertBuild(nullptr, "", 130, "Why?", "One", depth > 8 ? "Other" : nullptr, nullptr, nullptr);
+  ShowChildWindow(alert);
+  Settle();
+  ExpectWhole(alert->views, ChildBounds(alert));
+  Type(VK_RETURN);
   // A line of text is a cell of 15 pixels at 96 to the inch; what is hardly more than that changes nothing.
   const int32_t scaled = dotsPerInch < 144 ? 96 : dotsPerInch;
   EXPECT_EQ(app.panel.statusLine->height, (15 * scaled + 48) / 96);
