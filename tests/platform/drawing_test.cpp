@@ -1,18 +1,80 @@
-// Primitives, DrawStates, copies and text, as small pictures; fonts.
-#include <algorithm>
+// Primitives, DrawStates, clips, copies and text, as small pictures; fonts; what the program knows of the display.
+#include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/rects.h"
 #include "platform/bitmaps/copy_bits.h"
+#include "platform/bitmaps/load_bitmaps.h"
+#include "platform/bitmaps/offscreens.h"
+#include "platform/display/display_caps.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
 #include "platform/drawing/shared_contexts.h"
-#include "platform/sheet.h"
+#include "platform/drawing/standard_drawing.h"
+#include "support/desktop.h"
+#include "support/window_program.h"
+#include "win32/drawing/contexts.h"
+#include "win32/drawing/objects.h"
 #include "win32/memory/memory_display.h"
+#include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
 #include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {
+
+constexpr Colour kBlack = {0, 0, 0}, kWhite = {0xFFFF, 0xFFFF, 0xFFFF}, kRed = {0xFFFF, 0, 0};
+constexpr Colour kGreen = {0, 0xFFFF, 0}, kBlue = {0, 0, 0xFFFF};
+
+using Rows = std::vector<std::string>;
+
+// What the tests draw on: a program whose current Port is a white Offscreen, with a state of its own in use.
+struct Sheet {
+  WindowProgram program;
+  Offscreen* offscreen; // in the display's format
+  DrawState* state = NewDrawState();
+
+  Sheet(int16_t width, int16_t height, int32_t depth = 24)
+      : program(200, 150, depth), offscreen(NewOffscreen(width, height, true)) {
+    SetPortOffscreen(offscreen);
+    Clear();
+    UseDrawState(state);
+  }
+
+  // White all over, in another state.
+  void Clear() const {
+    UseDrawState(DrawStateFill());
+    SetForeColour(PrimaryColour(7));
+    FillRect(OffscreenBounds(offscreen));
+  }
+  // A row of letters for each row of pixels: # black, b g c r m y the full colours, . white, ? another one.
+  Rows Picture() const {
+    constexpr char kLetters[] = "#rgybmc."; // a bit each for red, green and blue
+    SetPortOffscreen(offscreen);
+    Rows rows(size_t(offscreen->height), std::string(size_t(offscreen->width), '?'));
+    for (int i = 0; i < offscreen->width * offscreen->height; ++i) {
+      const int x = i % offscreen->width, y = i / offscreen->width;
+      for (int bits = 0; bits < 8; ++bits) {
+        const COLORREF colour = RGB(bits & 1 ? 255 : 0, bits & 2 ? 255 : 0, bits & 4 ? 255 : 0);
+        if (::GetPixel(CurrentContext(), x, y) == colour) rows[size_t(y)][size_t(x)] = kLetters[bits];
+      }
+    }
+    return rows;
+  }
+};
+
+// How many letters of the picture are this one.
+size_t Count(const Rows& picture, char letter) {
+  size_t count = 0;
+  for (const std::string& row : picture) count += size_t(std::count(row.begin(), row.end(), letter));
+  return count;
+}
 
 const Point kCorner[] = {{1, 1}, {1, 4}, {4, 4}}; // v, h
 constexpr Rect kFrame = {1, 0, 5, 5};
@@ -107,6 +169,67 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
   EXPECT_EQ(TheMemoryDisplay().screen, before);
 }
 
+// ---- Clips and copies ----------------------------------------------------------------------------------------------
+
+PixelRect ClipBox() {
+  RECT box = {};
+  ::GetClipBox(CurrentContext(), &box);
+  return {box.left, box.top, box.right, box.bottom};
+}
+
+TEST(Clip, IsNarrowedWithinItsPortAndComesBackThereAlone) {
+  const Sheet sheet(20, 20);
+  SetClip(5, 5, 30, 15);
+  const SavedClip before = NarrowClip(0, 10, 8, 40), narrow = SaveClip();
+  EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
+  SetPortOffscreen(NewOffscreen(20, 20, true)); // a Port begins without one
+  SetClip(1, 2, 3, 4);
+  RestoreClip(before);
+  EXPECT_TRUE(Same(ClipBox(), {1, 2, 3, 4}));
+  SetPortOffscreen(sheet.offscreen);
+  RestoreClip(narrow);
+  EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
+}
+
+// Of each kind of Port, from a place that is not its corner. The main window is read from the screen, from its outer
+// corner on, with what stands over it.
+TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
+  static Offscreen* other;
+  static ChildWindow* window;
+  const WindowGeometry& main = TheMainWindow()->geometry;
+  for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
+    const Sheet sheet(8, 4, depth);
+    window = OpenTestWindow(kWindowMayClose);
+    other = NewOffscreen(20, 20, true);
+    MoveMainWindow(nullptr, 20, 60);
+    Settle();
+    const struct {
+      void (*select)();
+      const Port* port;
+      int16_t left, top; // of what is drawn into, in what is read
+    } kinds[] = {{SetPortScreen, ScreenPort(), 0, 0},
+                 {[] { SetPortWindow(window); }, &window->port, 0, 0},
+                 {[] { SetPortMain(nullptr); }, &TheMainWindow()->port, main.insetLeft, main.insetTop},
+                 {[] { SetPortOffscreen(other); }, &other->port, 0, 0}};
+    for (const auto& kind : kinds) {
+      kind.select();
+      UseDrawState(DrawStateFill());
+      SetForeColour(kWhite);
+      FillRectXY(0, 0, 16, 16);
+      UseDrawState(DrawStateDefault());
+      FillRectXY(5, 4, 8, 5);
+      DrawHLine(5, 5, 5);
+      CopyBits(kind.port, RectOf(kind.left + 5, kind.top + 4, 3, 2), RectOf(9, 8, 3, 2), 1); // within the current one
+      SetPortOffscreen(sheet.offscreen);
+      sheet.Clear();
+      for (const int from : {3, 7}) {
+        CopyBits(kind.port, RectOf(kind.left + from, kind.top + from, 8, 4), RectOf(0, 0, 8, 4), 1);
+        EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth << " " << from;
+      }
+    }
+  }
+}
+
 // ---- Text and fonts ----------------------------------------------------------------------------------------------
 
 TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
@@ -169,6 +292,27 @@ TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
   EXPECT_EQ(context->font, fonts[2]->handle);
   EXPECT_TRUE(sheet.state->font->handle);
   ::DeleteDC(context);
+}
+
+// ---- The display -------------------------------------------------------------------------------------------------
+
+TEST(DisplayCaps, TellDepthColourAndSizeOfEveryDisplayAndOffscreensTakeItsFormat) {
+  for (const int depth : {1, 2, 4, 8, 12, 16, 24, 32}) {
+    SCOPED_TRACE(depth);
+    const Desktop desktop(300 + depth, 200, depth);
+    const DisplayCaps& caps = TheDisplayCaps();
+    EXPECT_EQ(caps.screenPlanes * caps.screenPlaneBits, depth);
+    EXPECT_EQ(caps.screenHasColour, depth > 1);
+    EXPECT_TRUE(caps.screenWidth == 300 + depth && caps.screenHeight == 200);
+    if (depth == 12) continue; // which cannot be drawn on
+    Offscreen* like = NewOffscreen(33, 7, true);
+    EXPECT_EQ(like->bitmap->ofScreen, depth > 1);
+    EXPECT_FALSE(NewOffscreen(2, 1, false)->bitmap->ofScreen); // left to the desktop's end
+    SetPortOffscreen(like);
+    FreeOffscreen(like);
+    EXPECT_FALSE(CurrentPort() || CurrentContext()); // it was the current Port
+    EXPECT_FALSE(NewOffscreen(0, 5, true) || LoadOffscreen(152) || LoadPicture(1));
+  }
 }
 
 } // namespace
