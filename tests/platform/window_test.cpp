@@ -104,18 +104,6 @@ TEST(Windows, ComeOnceAreAskedBeforeTheUserClosesThemAndGoOnce) {
   EXPECT_EQ(MemoryWindowTitled("e")->role, WindowRole::kPopup);
 }
 
-TEST(Windows, HearFromEachPartOfAScrollBarHowFar) {
-  WindowScript script;
-  script.Act("open a d open b d");
-  const HWND handle = script.Window("a")->window;
-  script.Heard();
-  for (const UINT bar : {WM_HSCROLL, WM_VSCROLL}) {
-    for (WPARAM part = 0; part < 9; ++part) ::SendMessageA(handle, bar, 300 << 16 | part, 0);
-  }
-  EXPECT_EQ(script.Heard(), "b- a+ al0,-1 al0,1 ap1,-1 ap1,1 at3,300 at3,300 ae2,-1 ae2,1 "
-                            "aL0,-1 aL0,1 aP1,-1 aP1,1 aT3,300 aT3,300 aE2,-1 aE2,1 active=a");
-}
-
 // ---- Modal and active windows ------------------------------------------------------------------------------------
 
 TEST(ModalWindows, GiveTheStateBackOneByOneInWhateverOrderTheyGo) {

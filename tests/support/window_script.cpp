@@ -55,10 +55,6 @@ void HearPaint(ChildWindow* window) {
   Hear(window, '#', box.left, ',', box.top, '+', box.right - box.left, 'x', box.bottom - box.top);
 }
 
-template <char letter> void HearScroll(ChildWindow* window, uint16_t kind, int16_t value) {
-  Hear(window, letter, kind, ',', value);
-}
-
 // All but paint, in the order of the record.
 void HearAll(WindowMethods& m) {
   m.mouseDown = [](ChildWindow* w, uint16_t flags, int16_t x, int16_t y) { Hear(w, 'v', flags, '@', x, ',', y); };
@@ -82,9 +78,6 @@ void HearAll(WindowMethods& m) {
   m.deactivated = [](ChildWindow* w) { Hear(w, '-'); };
   m.mouseEntered = [](ChildWindow* w) { Hear(w, '<'); };
   m.mouseLeft = [](ChildWindow* w) { Hear(w, '>'); };
-  m.hScrollLine = HearScroll<'l'>, m.hScrollPage = HearScroll<'p'>, m.hScrollEnd = HearScroll<'e'>;
-  m.vScrollLine = HearScroll<'L'>, m.vScrollPage = HearScroll<'P'>, m.vScrollEnd = HearScroll<'E'>;
-  m.hScrollThumb = HearScroll<'t'>, m.vScrollThumb = HearScroll<'T'>;
 }
 
 uint32_t FlagsOf(const std::string& kind) {

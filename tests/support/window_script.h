@@ -36,8 +36,7 @@ template <> ChildWindow* Told<ChildWindow*>(std::istream& in); // by its name
 // The log has an entry for each call, of window a for instance: "av16@10,20" a press with its flags, "a^" the release,
 // "a~" a move, "a:Q/q/2" a key's characters and modifiers, "a'" its release, "a<" and "a>" entered and left, "a+" and
 // "a-" activated and deactivated, "a?" whether it may be closed, "a.close", "a.gone" to its listeners, "a.go" to a
-// popup, "a=" its new place or size, "a#" a paint with its clip, and letters for the scroll bars. "!5" is a notice by
-// its code.
+// popup, "a=" its new place or size, "a#" a paint with its clip. "!5" is a notice by its code.
 class WindowScript : public Script {
 public:
   explicit WindowScript(int32_t width = 800, int32_t height = 600, int32_t depth = 24);
