@@ -1,12 +1,10 @@
-// Primitives, DrawStates, clips, copies and text, as small pictures; fonts; what the program knows of the display.
+// Primitives, DrawStates, clips and text, as small pictures; fonts; what the program knows of the display.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#include "core/rects.h"
-#include "platform/bitmaps/copy_bits.h"
 #include "platform/bitmaps/load_bitmaps.h"
 #include "platform/bitmaps/offscreens.h"
 #include "platform/display/display_caps.h"
@@ -24,13 +22,11 @@
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
-#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {
 
-constexpr Colour kWhite = {0xFFFF, 0xFFFF, 0xFFFF}, kRed = {0xFFFF, 0, 0};
-constexpr Colour kGreen = {0, 0xFFFF, 0}, kBlue = {0, 0, 0xFFFF};
+constexpr Colour kRed = {0xFFFF, 0, 0}, kBlue = {0, 0, 0xFFFF};
 
 using Rows = std::vector<std::string>;
 
@@ -150,7 +146,7 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
   EXPECT_EQ(TheMemoryDisplay().screen, before);
 }
 
-// ---- Clips and copies ----------------------------------------------------------------------------------------------
+// ---- Clips ---------------------------------------------------------------------------------------------------------
 
 PixelRect ClipBox() {
   RECT box = {};
@@ -172,76 +168,27 @@ TEST(Clip, IsNarrowedWithinItsPortAndComesBackThereAlone) {
   EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
 }
 
-// Of each kind of Port, from a place that is not its corner. The main window is read from the screen, from its outer
-// corner on, with what stands over it.
-TEST(CopyBits, TakesThePixelsOfEveryKindOfPort) {
-  static Offscreen* other;
-  static ChildWindow* window;
-  const WindowGeometry& main = TheMainWindow()->geometry;
-  for (const int depth : {1, 2, 4, 8, 16, 24, 32}) {
-    const Sheet sheet(8, 4, depth);
-    window = OpenTestWindow(kWindowMayClose);
-    other = NewOffscreen(20, 20, true);
-    MoveMainWindow(nullptr, 20, 60);
-    Settle();
-    const struct {
-      void (*select)();
-      const Port* port;
-      int16_t left, top; // of what is drawn into, in what is read
-    } kinds[] = {{SetPortScreen, ScreenPort(), 0, 0},
-                 {[] { SetPortWindow(window); }, &window->port, 0, 0},
-                 {[] { SetPortMain(nullptr); }, &TheMainWindow()->port, main.insetLeft, main.insetTop},
-                 {[] { SetPortOffscreen(other); }, &other->port, 0, 0}};
-    for (const auto& kind : kinds) {
-      kind.select();
-      UseDrawState(DrawStateFill());
-      SetForeColour(kWhite);
-      FillRectXY(0, 0, 16, 16);
-      UseDrawState(DrawStateDefault());
-      FillRectXY(5, 4, 8, 5);
-      DrawHLine(5, 5, 5);
-      CopyBits(kind.port, RectOf(kind.left + 5, kind.top + 4, 3, 2), RectOf(9, 8, 3, 2), 1); // within the current one
-      SetPortOffscreen(sheet.offscreen);
-      sheet.Clear();
-      for (const int from : {3, 7}) {
-        CopyBits(kind.port, RectOf(kind.left + from, kind.top + from, 8, 4), RectOf(0, 0, 8, 4), 1);
-        EXPECT_EQ(sheet.Picture(), Rows({"........", "..###...", "..#.....", "........"})) << depth << " " << from;
-      }
-    }
-  }
-}
-
 // ---- Text and fonts ----------------------------------------------------------------------------------------------
 
 TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
-  for (const uint16_t style : {kFontBold + 0, kFontBold | kFontOutlined}) {
-    SCOPED_TRACE(style);
-    const Sheet sheet(200, 60);
-    const bool outlined = style & kFontOutlined;
-    const int32_t plain = MeasureText("Grab (Jump)").width;
-    sheet.state->font = GetFont(GetFontFamily(nullptr), 15, style, 1.0);
-    UseDrawState(sheet.state);
-    SetForeColour(kRed);
-    SetBackColour(kGreen);
-    const TextMeasure measure = MeasureText("Grab (Jump)");
-    EXPECT_EQ(measure.width, plain + (outlined ? 2 * 11 - 1 : 0));
-    EXPECT_EQ(measure.ascent + measure.descent, 15 + 2 * outlined);
-    DrawText(40, 30, "Grab (Jump)");
-    Rows picture = sheet.Picture();
-    EXPECT_GT(Count(picture, 'r'), 0u);
-    EXPECT_EQ(Count(picture, 'g') > 0, outlined);
-    // What lies in the cell goes.
-    for (int y = 30 - measure.ascent; y < 30 + measure.descent; ++y) {
-      picture[size_t(y)].replace(size_t(40 - measure.leftOverhang), size_t(measure.width + measure.leftOverhang), "");
-    }
-    EXPECT_EQ(Count(picture, 'r') + Count(picture, 'g'), 0u);
-    sheet.Clear();
-    UseDrawState(sheet.state);
-    DrawGreyText(10, 30, "Disabled");
-    EXPECT_EQ(Count(sheet.Picture(), 'r'), 0u);
-    EXPECT_GT(Count(sheet.Picture(), '?'), 0u);
-    EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
+  const Sheet sheet(200, 60);
+  SetForeColour(kRed);
+  const TextMeasure measure = MeasureText("Grab (Jump)");
+  EXPECT_EQ(measure.ascent + measure.descent, 15);
+  DrawText(40, 30, "Grab (Jump)");
+  Rows picture = sheet.Picture();
+  EXPECT_GT(Count(picture, 'r'), 0u);
+  // What lies in the cell goes.
+  for (int y = 30 - measure.ascent; y < 30 + measure.descent; ++y) {
+    picture[size_t(y)].replace(40, size_t(measure.width), "");
   }
+  EXPECT_EQ(Count(picture, 'r'), 0u);
+  sheet.Clear();
+  UseDrawState(sheet.state);
+  DrawGreyText(10, 30, "Disabled");
+  EXPECT_EQ(Count(sheet.Picture(), 'r'), 0u);
+  EXPECT_GT(Count(sheet.Picture(), '?'), 0u);
+  EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
 }
 
 TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {

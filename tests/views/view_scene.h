@@ -12,7 +12,6 @@
 #include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
 #include "platform/records/view_record.h"
-#include "platform/windows/modal.h"
 #include "support/window_script.h"
 #include "toolkit/controls/label.h"
 #include "toolkit/views/box.h"
@@ -49,7 +48,7 @@ inline std::string PictureOf(const View* view) {
 // A program with the open window "w", of 200 by 100 pixels, and the words of window_script.h with these:
 //
 //   view NAME KIND PARENT X Y   makes a View in a window or in a View; kKinds has the kinds
-//   show quiet hide hidequiet enable disable destroy fit modal NAME, resize NAME WIDTH HEIGHT, move NAME X Y
+//   show quiet hide hidequiet enable disable destroy fit NAME, resize NAME WIDTH HEIGHT, move NAME X Y
 //   bounds? NAME, hit? NAME X Y, whole? NAME (nothing of it is cut off)
 //
 // The log has a View's name and "<" ">" for the mouse that enters and leaves, "v" "~" "^" for a press, a move and a
@@ -68,7 +67,6 @@ public:
     script.Add("disable", ViewDisable);
     script.Add("destroy", ViewDestroy);
     script.Add("fit", ViewFit);
-    script.Add("modal", SetModalView);
     script.Add("resize", ViewResize);
     script.Add("move", ViewMove);
     script.Add("bounds?", [](View* view) { Answer(BoundsText(view)); });

@@ -118,13 +118,5 @@ TEST_F(ViewTest, MayDestroyThemselvesTheirContainerOrTheirWindowInAHandler) {
   EXPECT_FALSE(IsOpenChildWindow(Window()));
 }
 
-TEST_F(ViewTest, BesideAModalViewNoOtherTakesPart) {
-  script.Act("close w open w m " + std::string(kFamily));
-  script.Heard();
-  Walk({{"modal b over w 45 15 over w 15 15 d u K", "w< b< b~45,15 b> w~15,15 bv15,15 b^15,15 b:k w'75/0"},
-        {"destroy b over w 15 16", "bx a< a~15,16"},
-        {"view d deaf B 60 0 modal d K", "w:k/k/0 w'75/0"}});
-}
-
 } // namespace
 } // namespace framereel
