@@ -66,6 +66,9 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedForAndUnmanagedWindowsHaveItInT
   XUngrabKeyboard(artist.display, CurrentTime);
   Next(Kind::kKeysUnseen, dialog);
   EXPECT_FALSE(Came(Kind::kActive));
+  FocusOn(others);
+  EXPECT_FALSE(Next(Kind::kActive, dialog).flag);
+  Activate(main);
   // A cover holds it whatever the focus does, once nobody else does.
   DisplayWindow* cover = Show(Role::kCover, {0, 0, 640, 480}, main);
   GrabKeys();
