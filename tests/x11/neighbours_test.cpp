@@ -59,18 +59,20 @@ protected:
     if (deed == 2) (Any(2) == 0 ? XRaiseWindow : XLowerWindow)(display, which);
     if (deed == 3) XCirculateSubwindowsUp(display, artist.root);
     if (deed == 4) XMoveResizeWindow(display, which, to.left, to.top, unsigned(WidthOf(to)), unsigned(HeightOf(to)));
+    if (deed == 5 && Children(which).empty()) Reparent(which, to);
+    if (deed == 6 && Children(which).empty() && theirs.size() >= 8) Destroy(which);
     if (deed == 7) Clear(Any(2) == 0 ? which : artist.root);
     if (deed == 8) Fill(artist.root, to, IncludeInferiors);
     if (deed == 9) Blend(which, block);
     if (deed > 9) Fill(which, block, ClipByChildren);
-    if (deed < 5 || deed > 6 || !Children(which).empty()) return;
-    if (deed == 5) {
-      const Window parent = AnyWindow();
-      XReparentWindow(display, which, parent == which || Any(5) == 0 ? artist.root : parent, to.left, to.top);
-    } else if (theirs.size() >= 8) {
-      XDestroyWindow(display, std::exchange(which, theirs.back()));
-      theirs.pop_back();
-    }
+  }
+  void Reparent(Window window, const PixelRect& to) {
+    const Window other = AnyWindow(), parent = other == window || Any(5) == 0 ? artist.root : other;
+    XReparentWindow(artist.display, window, parent, to.left, to.top);
+  }
+  void Destroy(Window& which) {
+    XDestroyWindow(artist.display, std::exchange(which, theirs.back()));
+    theirs.pop_back();
   }
   void Clear(Window of) {
     XSetWindowBackground(artist.display, of, random() & artist.PixelBits());
