@@ -95,12 +95,6 @@ TEST_F(TwinList, IsAsItsTwinAndIsDrainedInOrder) {
   }
 }
 
-TEST_F(TwinList, HoldsMoreValuesThanItsCount) {
-  for (ListValue value = 1; value <= 65'537; ++value) ListAppend(list, value);
-  EXPECT_EQ(ListCount(list), 1);
-  EXPECT_TRUE(ListFind(list, 65'537, ListSameValue));
-}
-
 // ---- The arrays ---------------------------------------------------------------------------------------------------
 
 // The last one equal to the value; -1 when there is none.

@@ -35,8 +35,8 @@ struct Sheet : BitmapCanvas {
     what.lfWeight = weight, what.lfItalic = italic;
     std::snprintf(what.lfFaceName, LF_FACESIZE, "%s", family);
     const HGDIOBJ last = ::SelectObject(context, ::CreateFontIndirectA(&what));
-    if (!systemFont) systemFont = last; // which is not deleted
-    ::DeleteObject(last);
+    if (!systemFont) systemFont = last;
+    EXPECT_EQ(::DeleteObject(last), last != systemFont);
   }
   void Clear(COLORREF colour = RGB(0, 0, 0)) { FillPixels(context, {0, 0, 10000, 10000}, colour); }
   void Write(int x, int y, const std::string& text) {
