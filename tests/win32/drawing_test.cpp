@@ -1,7 +1,6 @@
-// Drawing of every kind, at random places and at every depth, beside a twin that looks at each pixel alone.
+// Drawing of all kinds but lines, at random places and at every depth, beside a twin that looks at each pixel alone.
 #include <algorithm>
 #include <cmath>
-#include <set>
 
 #include "win32/canvas.h"
 #include "win32/pixels/rectangles.h"
@@ -20,28 +19,6 @@ uint32_t Combined(DWORD operation, uint32_t source, uint32_t target) {
   if (operation == SRCAND) return source & target;
   if (operation == SRCPAINT) return source | target;
   return operation == MERGEPAINT ? ~source | target : 0;
-}
-
-using Places = std::set<std::pair<int, int>>;
-
-// From the first point on, without the last.
-Places LineOf(POINT a, POINT b) {
-  Places places;
-  const int dx = b.x - a.x, dy = b.y - a.y, steps = std::max(std::abs(dx), std::abs(dy));
-  for (int i = 0; i < steps; ++i) {
-    places.insert({a.x + int(std::lround(double(dx) * i / steps)), a.y + int(std::lround(double(dy) * i / steps))});
-  }
-  return places;
-}
-
-// A ray to its right crosses the outline an odd number of times.
-bool IsInside(const std::vector<POINT>& corners, int x, int y) {
-  bool odd = false;
-  for (size_t i = 0; i < corners.size(); ++i) {
-    const POINT a = corners[i], b = corners[(i + 1) % corners.size()];
-    if ((a.y > y) != (b.y > y)) odd ^= x < a.x + double(b.x - a.x) * (y - a.y) / (b.y - a.y);
-  }
-  return odd;
 }
 
 // A window's context: its 0, 0 lies at 2, 1 of a surface of its own or of the screen, and it is seen in two parts.
@@ -114,11 +91,9 @@ public:
     const Picture before = twin.picture = PictureOf(twin.context);
     window.damage = {0, 0, 0, 0};
     const std::pair<const char*, void (TwinDrawing::*)(Twin*)> acts[] = {
-        {"fill", &TwinDrawing::Fill},    {"rectangle", &TwinDrawing::Boxed}, {"lines", &TwinDrawing::Lines},
-        {"polygon", &TwinDrawing::Area}, {"pixel", &TwinDrawing::Pixel},     {"copy", &TwinDrawing::Copied},
-        {"text", &TwinDrawing::Letters}, {"pointer", &TwinDrawing::Pointer}};
-    const int act = dice.Below(8);
-    const auto& [name, draw] = acts[act];
+        {"fill", &TwinDrawing::Fill},   {"rectangle", &TwinDrawing::Boxed}, {"pixel", &TwinDrawing::Pixel},
+        {"copy", &TwinDrawing::Copied}, {"text", &TwinDrawing::Letters},    {"pointer", &TwinDrawing::Pointer}};
+    const auto& [name, draw] = dice.OneOf(acts);
     (this->*draw)(&twin);
     const Picture after = PictureOf(twin.context);
     ASSERT_EQ(after.pixels, twin.picture.pixels) << name;
@@ -183,30 +158,6 @@ private:
       const bool inside = x > r.left && x < r.right - 1 && y > r.top && y < r.bottom - 1;
       if (x < r.left || x >= r.right || y < r.top || y >= r.bottom) return;
       twin->Put(x, y, twin->hasPen && !inside ? twin->pen : twin->BrushAt(x, y), twin->inverts);
-    });
-  }
-  std::vector<POINT> Corners() {
-    std::vector<POINT> corners(size_t(2 + dice.Below(4)));
-    for (POINT& corner : corners) corner = {Any(), Any()};
-    return corners;
-  }
-  void Lines(Twin* twin) {
-    const std::vector<POINT> points = Corners();
-    ::Polyline(twin->context, points.data(), int(points.size()));
-    for (size_t i = 0; i + 1 < points.size() && twin->hasPen; ++i) {
-      for (const auto& [x, y] : LineOf(points[i], points[i + 1])) twin->Put(x, y, twin->pen, twin->inverts);
-    }
-  }
-  // Each pixel once, also where lines of the outline meet.
-  void Area(Twin* twin) {
-    const std::vector<POINT> corners = Corners();
-    ::Polygon(twin->context, corners.data(), int(corners.size()));
-    Places outline;
-    for (size_t i = 0; i < corners.size() && twin->hasPen; ++i)
-      outline.merge(LineOf(corners[i], corners[(i + 1) % corners.size()]));
-    Everywhere(*twin, [&](int x, int y) {
-      const bool line = outline.count({x, y});
-      if (line || IsInside(corners, x, y)) twin->Put(x, y, line ? twin->pen : twin->BrushAt(x, y), twin->inverts);
     });
   }
   void Pixel(Twin* twin) {

@@ -40,7 +40,6 @@ protected:
     script.Add("nobar", [this] { ::SetMenu(main, nullptr); });
     script.Add("endbar", [this] { ::DestroyMenu(bar); });
     script.Add("endmore", [this] { ::DestroyMenu(more); });
-    script.Add("depth", [](int bits) { MemoryDisplaySetMode(640, 480, bits); });
     script.Add("ask", [this] { MemoryAskToClose(shown); });
     Answer(WM_CLOSE, [](HWND, WPARAM, LPARAM) { return 0; });
     Drain();
@@ -167,18 +166,15 @@ TEST_F(Menus, OfTheSystemMinimiseMoveAndCloseTheWindow) {
 // Whatever happens while File and More are open, the menu closes in order: it chooses nothing, lets go of the mouse,
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
-  Act("new child child main 10 10 50 50");
   const struct {
     const char *happens, *undone, *brings = "File:3:0 -";
   } cases[] = {
       {"keyboard:other", ""},
       {"takemouse", ""},
       {"minimise:main", "restore main"},
-      {"depth:8", "depth 24"},
       {"disable:main", "enable main"},
       {"hide:main", "show main"},
       {"make:dialog:dialog:main:400:100:100:100 show:dialog", "destroy dialog"},
-      {"capture:child", "loose"},
       {"nobar", "bar"},
       {"ask", "", "File:3:0 main.close -"},
       {"destroy:main", ""},
