@@ -1,8 +1,8 @@
-// The list and the arrays under random operations, each beside a plain twin: contents and answers are the same.
+// The list and its cursor, arrays under random operations beside a plain twin, and listeners.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <list>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,6 +12,7 @@
 #include "core/memory.h"
 #include "core/notices.h"
 #include "support/dice.h"
+#include "support/script.h"
 
 namespace framereel {
 namespace {
@@ -24,75 +25,47 @@ bool IsAbove(ListValue argument, ListValue value) {
   return value > argument;
 }
 
-Values drained;
-
-class TwinList : public testing::Test {
-protected:
-  ~TwinList() override { ListDelete(list); }
-
-  using Place = std::list<ListValue>::iterator;
-  ListValue MoveTo(Place place) {
-    cursor = place;
-    return place == twin.end() ? 0 : *place;
+// The values, with the cursor's in brackets, and "|" where it is off the list.
+std::string Shown(const List* list) {
+  std::string text;
+  const ListNode* previous = nullptr;
+  for (const ListNode* node = list->first; node; previous = node, node = node->next) {
+    EXPECT_EQ(node->previous, previous);
+    text += Text(' ', node == list->cursor ? Text('[', node->value, ']') : Text(node->value));
   }
-  ListValue Remove() {
-    const ListValue value = MoveTo(cursor);
-    if (cursor != twin.end()) cursor = twin.erase(cursor);
-    return value;
-  }
-  bool FindAbove(ListValue value) {
-    cursor = std::find_if(twin.begin(), twin.end(), [value](ListValue each) { return each > value; });
-    return cursor != twin.end();
-  }
+  EXPECT_EQ(list->last, previous);
+  return text + (list->cursor ? "" : " |");
+}
 
-  // `place` is that of the node.
-  void Step(int operation, ListValue v, Place place, ListHandle node) {
-    const Place end = twin.end();
-    ListValue answer = 0, expected = 0;
-    if (operation == 0) answer = ListFirst(list), expected = MoveTo(twin.begin());
-    if (operation == 1) answer = ListLast(list), expected = MoveTo(twin.empty() ? end : std::prev(end));
-    if (operation == 2) answer = ListNext(list), expected = MoveTo(cursor == end ? twin.begin() : std::next(cursor));
-    if (operation == 3) ListAppend(list, v), cursor = twin.insert(end, v);
-    if (operation == 4) answer = ListAppendHandle(list, v)->value, expected = v, cursor = twin.insert(end, v);
-    if (operation == 5) answer = ListFind(list, v, IsAbove), expected = FindAbove(v);
-    if (operation == 6) answer = ListFindRemove(list, v, IsAbove), expected = FindAbove(v) ? Remove() : 0;
-    if (operation == 7) answer = ListRemove(list), expected = Remove();
-    if (operation == 8) answer = ListRemoveHandle(list, node), MoveTo(place), expected = Remove();
-    ASSERT_EQ(answer, expected);
-  }
-
-  void Check() {
-    ASSERT_EQ(ListCount(list), twin.size());
-    const ListNode *previous = nullptr, *node = list->first;
-    for (Place place = twin.begin(); place != twin.end(); ++place) {
-      ASSERT_TRUE(node->value == *place && node->previous == previous && (list->cursor == node) == (cursor == place));
-      previous = std::exchange(node, node->next);
-    }
-    ASSERT_TRUE(node == nullptr && list->last == previous && (list->cursor == nullptr) == (cursor == twin.end()));
-  }
-
+TEST(Lists, AnswerWithTheCursorOnWhatWasMeant) {
   List* list = ListNew();
-  std::list<ListValue> twin;
-  Place cursor = twin.end();
-};
-
-TEST_F(TwinList, IsAsItsTwinAndIsDrainedInOrder) {
-  Dice dice(1);
-  for (int step = 0; step < 20'000; ++step) {
-    const int operation = dice.Below(9);
-    Place place = twin.begin();
-    ListHandle node = list->first;
-    for (int i = dice.Below(int(twin.size()) + 1); i > 0; --i) ++place, node = node->next;
-    Step(operation, dice.Below(6), place, node); // with equal values, and with 0
-    Check();
-    ASSERT_FALSE(HasFailure()) << "operation " << operation << ", step " << step;
-    if (!dice.OneIn(300)) continue;
-    drained.clear();
-    ListDrain(list, [](ListValue value) { drained.push_back(value); });
-    ASSERT_EQ(drained, Values(twin.begin(), twin.end()));
-    twin.clear();
-    cursor = twin.end();
+  static Values drained;
+  const std::pair<std::function<ListValue()>, const char*> steps[] = {
+      {[=] { return ListFirst(list) + ListLast(list) + ListNext(list) + ListRemove(list); }, "0 |"},
+      {[=] { return ListAppendHandle(list, 3)->value; }, "3 [3]"},
+      {[=] { return ListAppend(list, 0), ListAppend(list, 5), ListCount(list); }, "3 3 0 [5]"},
+      {[=] { return ListNext(list); }, "0 3 0 5 |"},
+      {[=] { return ListNext(list); }, "3 [3] 0 5"},
+      {[=] { return ListNext(list); }, "0 3 [0] 5"},
+      {[=] { return ListRemove(list); }, "0 3 [5]"},
+      {[=] { return ListAppend(list, 4), ListFirst(list); }, "3 [3] 5 4"},
+      {[=] { return ListLast(list); }, "4 3 5 [4]"},
+      {[=] { return ListFind(list, 3, IsAbove); }, "1 3 [5] 4"},
+      {[=] { return ListFindRemove(list, 5, IsAbove); }, "0 3 5 4 |"},
+      {[=] { return ListRemove(list) + ListFind(list, 9, IsAbove); }, "0 3 5 4 |"},
+      {[=] { return ListRemoveHandle(list, list->first->next); }, "5 3 [4]"},
+      {[=] { return ListRemoveHandle(list, nullptr); }, "0 3 4 |"},
+      {[=] { return ListFindRemove(list, 3, IsAbove); }, "4 3 |"},
+      {[=] { return ListRemoveHandle(list, list->first); }, "3 |"},
+      {[=] { return ListAppend(list, 1), ListAppend(list, 2), ListFirst(list); }, "1 [1] 2"},
+      {[=] { return ListDrain(list, [](ListValue value) { drained.push_back(value); }), drained[0]; }, "1 |"},
+  };
+  for (const auto& [act, brings] : steps) {
+    const ListValue answer = act();
+    EXPECT_EQ(Text(answer, Shown(list)), brings);
   }
+  EXPECT_EQ(drained, Values({1, 2}));
+  ListDelete(list);
 }
 
 // ---- The arrays ---------------------------------------------------------------------------------------------------
