@@ -146,10 +146,9 @@ TEST_F(MessageQueue, GivesInputInItsOrderThenTheEndThenPaintsAndKeepsWhatAFilter
   EXPECT_EQ(Taken("-", 0, 0), "");
 }
 
-TEST_F(MessageQueue, HoldsOneMoveAndLooksWithoutTaking) {
+TEST_F(MessageQueue, HoldsOneMove) {
   Walk("m d u", {{"m 150 160 m 151 161 +lb m 152 162 m 153 163 -lb",
-                  "| main.m:0@48,39 main.d:1@48,39 main.m:1@50,41 main.u:0@50,41"},
-                 {"erase main pass? pass?", "main.paint main.paint"}});
+                  "| main.m:0@48,39 main.d:1@48,39 main.m:1@50,41 main.u:0@50,41"}});
 }
 
 } // namespace

@@ -105,7 +105,6 @@ constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
                            {"popup", "Log", WS_POPUP | WS_BORDER, WS_EX_TOPMOST},
                            {"palette", "Log", WS_POPUP | WS_CAPTION, WS_EX_TOPMOST},
                            {"child", "Log", kChild, 0},
-                           {"parent", "Log", kChild | WS_CLIPCHILDREN, 0},
                            {"framed", "Log", kChild | kFrame, 0},
                            {"anew", "LogAnew", kChild, 0}, // painted whole on every new size
                            {"own", "LogOwn", kChild, 0}};  // has a context of its own
@@ -204,12 +203,6 @@ std::string TitleOf(HWND window) {
   return window ? window->title : "-";
 }
 
-void TellNext() {
-  MSG message;
-  if (!::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) return Tell("nothing");
-  Tell(TitleOf(message.hwnd) + '.' + EventOf(message.message, message.wParam, message.lParam).first);
-}
-
 template <int how> void Show(HWND window) {
   ::ShowWindow(window, how);
 }
@@ -260,7 +253,6 @@ void AddWords(Script* script) {
   script->Add("shift", [](DisplayWindow* w, PixelRect r) { MemoryMoveWindow(w, r); });
   // Questions.
   script->Add("focus?", [] { Tell(TitleOf(::GetFocus())); });
-  script->Add("pass?", TellNext);
   script->Add("order?", [] {
     for (HWND each = ::GetTopWindow(nullptr); each; each = ::GetWindow(each, GW_HWNDNEXT)) Tell(each->title);
   });

@@ -47,7 +47,7 @@ public:
 //   the user     m POINT
 //   the desktop  keyboard NAME (also "other", a program's window in the corner), minimise, restore,
 //                kill, shift NAME PLACE
-//   what stands  focus?, pass? (the next message, which is not taken), order? (of the top-level windows), place? NAME,
+//   what stands  focus?, order? (of the top-level windows), place? NAME,
 //                update? NAME (the box round what it is to paint), rgb? POINT, at? POINT
 //
 // "then" lets the program take all messages that there are.
