@@ -57,7 +57,7 @@ TEST(Lists, AnswerWithTheCursorOnWhatWasMeant) {
       {[=] { return ListRemoveHandle(list, nullptr); }, "0 3 4 |"},
       {[=] { return ListFindRemove(list, 3, IsAbove); }, "4 3 |"},
       {[=] { return ListRemoveHandle(list, list->first); }, "3 |"},
-      {[=] { return ListAppend(list, 1), ListAppend(list, 2), ListFirst(list); }, "1 [1] 2"},
+      {[=] { return ListAppend(list, 1), ListAppend(list, 2), ListCount(list); }, "2 1 [2]"},
       {[=] { return ListDrain(list, [](ListValue value) { drained.push_back(value); }), drained[0]; }, "1 |"},
   };
   for (const auto& [act, brings] : steps) {
@@ -65,6 +65,7 @@ TEST(Lists, AnswerWithTheCursorOnWhatWasMeant) {
     EXPECT_EQ(Text(answer, Shown(list)), brings);
   }
   EXPECT_EQ(drained, Values({1, 2}));
+  for (const ListValue value : {1, 2}) ListAppend(list, value);
   ListDelete(list);
 }
 
