@@ -72,21 +72,16 @@ TEST_F(NativeControls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
 
 TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
   View* field = Field("f", 10);
-  Play({{"edit f", ""}, {"show f", "f!"}, {"endedit f endedit f", "f."}}); // begins when it has been painted
-  const struct {
-    bool multiLine;
-    const char *key, *heard;
-  } cases[] = {{false, "tab", "f! f.9 aB"},    {true, "tab", "f! f.9 aB"}, {false, "esc", "f! f.27 aB"},
-               {false, "enter", "f! f.13 aB"}, {true, "enter", "f! aB/"},  {true, "backspace", "f! a"}};
-  for (const auto& one : cases) {
-    EditFieldSetText(field, "old\ntext");
-    Play({{"text? f", "old/text"}});
-    DataOf(field)->multiLine = one.multiLine;
-    Play({{(std::string("edit f A +shift B -shift ") + one.key + " text? f").c_str(), one.heard}});
-    script.Act("endedit f");
-    script.Heard();
-    EXPECT_TRUE(MainHasTheKeyboard());
-  }
+  script.Add("old", [field] { EditFieldSetText(field, "old\ntext"); });
+  script.Add("lines", [field] { DataOf(field)->multiLine = true; });
+  Play({{"edit f", ""},
+        {"show f", "f!"},
+        {"endedit f endedit f", "f."}, // begins when it has been painted
+        {"old text? f edit f A +shift B -shift tab text? f", "old/text f! f.9 aB"},
+        {"old edit f A esc text? f", "f! f.27 a"},
+        {"old edit f A enter text? f", "f! f.13 a"},
+        {"lines old edit f A B backspace enter text? f tab", "f! a/ f.9"}});
+  EXPECT_TRUE(MainHasTheKeyboard());
 }
 
 TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
