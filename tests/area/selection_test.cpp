@@ -40,6 +40,7 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"begin m 100 80 d m 120 90 mode 800 600 16 m 700 500 u", "rest 100,80 601x421 !2on16 save"},
       {"bare esc begin m 100 80 d m 120 90 u m 10 10 space esc", "rest 10,10 1x1"},
       // The aligned area and the animation's size.
+      {"readouts", "rest 0,0 440x330 Size: 440x330, Top Left: 0,0"},
       {"size44 begin m 10 20 d m 309 319 u readouts",
        "rest 10,20 300x300 save Size: 300x300 (200x200), Top Left: 10,20"},
       {"size25 begin m 310 20 d m 10 320 u readouts", // room on the low side

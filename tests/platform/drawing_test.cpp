@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "core/memory.h"
 #include "platform/bitmaps/load_bitmaps.h"
 #include "platform/bitmaps/offscreens.h"
+#include "platform/bitmaps/screen_colours.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
@@ -224,7 +226,7 @@ TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
 
 // ---- The display -------------------------------------------------------------------------------------------------
 
-TEST(DisplayCaps, TellDepthColourAndSizeOfEveryDisplayAndOffscreensTakeItsFormat) {
+TEST(DisplayCaps, TellDepthSizeAndColoursOfEveryDisplayAndOffscreensTakeItsFormat) {
   for (const int depth : {1, 2, 4, 8, 12, 16, 24, 32}) {
     SCOPED_TRACE(depth);
     const Desktop desktop(300 + depth, 200, depth);
@@ -232,6 +234,16 @@ TEST(DisplayCaps, TellDepthColourAndSizeOfEveryDisplayAndOffscreensTakeItsFormat
     EXPECT_EQ(caps.screenPlanes * caps.screenPlaneBits, depth);
     EXPECT_EQ(caps.screenHasColour, depth > 1);
     EXPECT_TRUE(caps.screenWidth == 300 + depth && caps.screenHeight == 200);
+    ColourList list;
+    ScreenColours(&list);
+    ASSERT_EQ(list.count, depth > 8 ? 512U : 1U << depth);
+    for (uint32_t i = 0; i < list.count && (depth <= 8 || depth == 24); ++i) { // of true colour an even spread
+      const PaletteColour even = {uint8_t((i >> 6) * 255 / 7), uint8_t((i >> 3 & 7) * 255 / 7),
+                                  uint8_t((i & 7) * 255 / 7)};
+      const auto [red, green, blue] = depth > 8 ? even : TheMemoryDisplay().palette[i];
+      EXPECT_TRUE(SameColour(list.colours[i], {uint16_t(red * 257), uint16_t(green * 257), uint16_t(blue * 257)})) << i;
+    }
+    MemFree(list.colours);
     if (depth == 12) continue; // which cannot be drawn on
     Offscreen* like = NewOffscreen(33, 7, true);
     EXPECT_EQ(like->bitmap->ofScreen, depth > 1);

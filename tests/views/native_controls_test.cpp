@@ -86,6 +86,7 @@ TEST_F(NativeControls, ASessionTakesTextAndHandsTheKeyThatEndsItOn) {
 
 TEST_F(NativeControls, ASessionEndsWithWhateverTakesTheKeyboardElsewhere) {
   View* field = Shown("f", 10);
+  EXPECT_EQ(PictureOf(field).substr(0, 2 * 81), std::string(79, '-') + ".\n-" + std::string(77, '#') + "-.\n");
   Shown("g", 100);
   script.Heard();
   Play({{"over w 30 30 d u", "f!"},
