@@ -24,6 +24,13 @@ std::string LongText() {
 
 class X11ClipboardTest : public X11WindowTest {
 protected:
+  void SetUp() override {
+    X11WindowTest::SetUp();
+    for (const Atom selection : {clipboard, XA_PRIMARY})
+      XSetSelectionOwner(artist.display, selection, None, CurrentTime);
+    DisplayHasSharedText(SharedText::kClipboard);
+    X11Live()->selections.patience = 20000; // others may take their time
+  }
   Window NewWindow() const { return XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0); }
 
   // Another program has the text from here on.
@@ -143,7 +150,6 @@ TEST_F(X11ClipboardTest, TheirsIsTakenInTheFormThatTheyHave) {
 TEST_F(X11ClipboardTest, AStuckNeighbourIsNotWaitedForAndNothingIsMissedMeanwhile) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
   Activate(window);
-  DisplayHasSharedText(SharedText::kClipboard);
   X11Live()->selections.patience = 20;
   XSetSelectionOwner(artist.display, XA_PRIMARY, asker, CurrentTime);
   Key(XK_x, true);
