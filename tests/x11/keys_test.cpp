@@ -144,6 +144,21 @@ TEST_F(X11KeysTest, KeysAndButtonsArePolledWhoeverHasThem) {
   EXPECT_FALSE(isDown(0));
 }
 
+TEST_F(X11KeysTest, AHeldKeyRepeatsAsFurtherPresses) {
+  XkbSetAutoRepeatRate(artist.display, XkbUseCoreKbd, 20, 10);
+  Key(XK_m, true);
+  Until([&, presses = 0]() mutable {
+    for (const DisplayEvent& event : Drain()) {
+      presses += event.kind == Kind::kKeyDown && event.key == 'M';
+      EXPECT_NE(event.kind, Kind::kKeyUp);
+    }
+    return presses >= 3;
+  });
+  Key(XK_m, false);
+  Next(Kind::kKeyUp, window);
+  XkbSetAutoRepeatRate(artist.display, XkbUseCoreKbd, 660, 40); // as the server begins
+}
+
 TEST_F(X11KeysTest, AccentsAndComposeJoinAndWhatDoesNotJoinStandsBesideThem) {
   UseLayout("de");
   const std::pair<std::vector<KeyCode>, const char*> typed[] = {

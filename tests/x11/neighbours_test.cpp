@@ -67,7 +67,7 @@ protected:
     if (deed > 9) Fill(which, block, ClipByChildren);
   }
   void Reparent(Window window, const PixelRect& to) {
-    const Window other = AnyWindow(), parent = other == window || Any(5) == 0 ? artist.root : other;
+    const Window other = AnyWindow(), parent = other == window || Any(3) == 0 ? artist.root : other;
     XReparentWindow(artist.display, window, parent, to.left, to.top);
   }
   void Destroy(Window& which) {
@@ -112,7 +112,7 @@ protected:
     return children;
   }
 
-  std::mt19937 random{7};
+  std::mt19937 random{3};
   std::vector<Window> theirs;
 };
 
@@ -155,7 +155,7 @@ TEST_F(X11WindowSearch, KnowsWhatStandsWhereWhateverWindowsDo) {
   XMapWindow(artist.display, XCreateWindow(artist.display, artist.root, 0, 0, 300, 300, 0, 0, InputOnly, CopyFromParent,
                                            CWOverrideRedirect, &attributes));
   size_t deepest = 0;
-  for (int round = 0; round < 300; round++) {
+  for (int round = 0; round < 400; round++) {
     if (round % 100 == 99) X11Live()->desktop.soughtAt -= 10000; // as if nobody had asked for long: all is forgotten
     Disturb(AnyWindow(), kMoves);
     Catch();
