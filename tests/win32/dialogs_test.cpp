@@ -14,12 +14,6 @@ protected:
   Dialogs() {
     Script& script = TheScript();
     script.Add("?", [] { Tell(Looks()); });
-    script.Add("wake", [] { Act("enable main focus main"); });
-    script.Add("leave", [this] {
-      before = TheMemoryDesktop().keyboard;
-      MemoryGiveKeyboard(nullptr);
-    });
-    script.Add("return", [this] { MemoryGiveKeyboard(before); });
     script.Add("click", [](int id) {
       const PixelRect place = PlaceOnScreen(*::GetDlgItem(TheWindows().active, id));
       MemoryClick(place.left + 5, place.top + 5);
@@ -37,9 +31,8 @@ protected:
     return ::DialogBoxParamA(nullptr, MAKEINTRESOURCEA(kSaveDialog), owner, run, 0);
   }
 
-  // By steps, with "?" for what is active, as Looks tells, click:2 for that control of the active window, "wake" for a
-  // program that enables its main window and gives it the keyboard, and "leave" and "return" for a user who is away.
-  // Runs the call meanwhile and answers the looks, and then what the call answered.
+  // By steps, with "?" for what is active, as Looks tells, and click:2 for that control of the active window. Runs the
+  // call meanwhile and answers the looks, and then what the call answered.
   static std::string Play(const std::string& script, const std::function<intptr_t()>& call) {
     // Else a dialog that is open would stay so for ever.
     MemoryAt(TheScript().Schedule(script), [] { ::PostQuitMessage(0); });
@@ -62,8 +55,6 @@ protected:
     }
     return looks;
   }
-
-  DisplayWindow* before = nullptr;
 };
 
 TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPressed) {
@@ -81,7 +72,7 @@ TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPresse
       {MB_YESNOCANCEL | MB_DEFBUTTON3 | MB_ICONEXCLAMATION, "left enter", "7"},
       {MB_ABORTRETRYIGNORE, "I", "5"},
       {MB_RETRYCANCEL | MB_ICONASTERISK, "click:2", "2"},
-      {MB_YESNO, "leave ? return ? enter", "- box:6:6 6"},
+      {MB_YESNO, "keyboard:- ? keyboard:box ? enter", "- box:6:6 6"},
   };
   for (const auto& row : rows) {
     const auto box = [&row] { return ::MessageBoxA(nullptr, "A question\nof two lines", "box", row.flags); };
@@ -102,8 +93,8 @@ TEST_F(Dialogs, AreWorkedByTheKeyboard) {
       {"shift+tab left ? right right ? esc", "Save File:1:1 Save File:101:1 102"}, // all of it is one group
       {"alt+V tab right ? esc", "Save File:104:1 102"}, // and a list has its own use for arrows
       {"click:2", "102"},
-      {"tab leave ? keyboard:main ? esc", "- Save File:103:1 102"},
-      {"tab wake tab ? esc", "Save File:104:1 102"},
+      {"tab keyboard:- ? keyboard:main ? esc", "- Save File:103:1 102"},
+      {"tab enable:main focus:main tab ? esc", "Save File:104:1 102"}, // the program means to go on behind it
   };
   for (const auto& [words, brings] : steps) EXPECT_EQ(Play(words, [this] { return Ask(main); }), brings) << words;
   EXPECT_EQ(::GetFocus(), main);
@@ -129,7 +120,7 @@ TEST_F(Dialogs, StandOverDialogsAndComeBackToWhereTheKeyboardWas) {
     MemoryClick(shown->place.left + 5, shown->place.bottom - 5);
     MemoryAskToClose(shown);
   });
-  EXPECT_EQ(Play("shift+tab shift+tab shift+tab ? +enter +enter ? -enter leave keyboard:main ? N ? esc",
+  EXPECT_EQ(Play("shift+tab shift+tab shift+tab ? +enter +enter ? -enter keyboard:- keyboard:main ? N ? esc",
                  [this] { return Ask(main); }),
             "Save File:106:106 box:6:6 box:6:6 Save File:106:106 102");
   EXPECT_EQ(answer, IDNO);
