@@ -1,7 +1,4 @@
 // Update regions, what contexts may draw on, and what reaches the screen.
-#include <list>
-
-#include "support/dice.h"
 #include "win32/window_scene.h"
 
 namespace framereel {
@@ -10,109 +7,6 @@ namespace {
 using WindowPainting = OneWindow;
 using WindowContext = OneWindow;
 using WindowPresenting = OneWindow;
-
-// ---- Random windows beside a plain twin --------------------------------------------------------------------------
-
-// A child that shows squares in colours of its own, scrolled by some pixels.
-struct Twin {
-  HWND window;
-  PixelRect place;
-  bool shown;
-  int red, dx, dy;
-
-  COLORREF At(int x, int y) const { return RGB(red, ((x - dx) >> 2 & 15) * 16, ((y - dy) >> 2 & 15) * 16); }
-  // The squares that the rectangle touches.
-  void DrawIn(HDC context, const RECT& r) const {
-    for (int y = r.top - ((r.top - dy) & 3); y < r.bottom; y += 4) {
-      for (int x = r.left - ((r.left - dx) & 3); x < r.right; x += 4) {
-        FillPixels(context, {x, y, x + 4, y + 4}, At(x, y));
-      }
-    }
-  }
-};
-
-class TwinProgram {
-public:
-  explicit TwinProgram(uint32_t seed) : dice(seed) {
-    Act("make P plain - 5 5 70 50 showna P");
-    for (int i = 0; i < 8; ++i) {
-      const PixelRect r = AnyPlace();
-      const std::string title(1, char('A' + i));
-      Act(Text("make ", title, i % 2 ? " own P " : " child P ", r.left, ' ', r.top, ' ', WidthOf(r), ' ', HeightOf(r),
-               " showna ", title));
-      twins.push_front({Named(title), r, true, 20 + 20 * i, 0, 0});
-    }
-    Answer(WM_PAINT, [this](HWND window, WPARAM wParam, LPARAM lParam) {
-      const auto twin =
-          std::find_if(twins.begin(), twins.end(), [=](const Twin& each) { return each.window == window; });
-      if (twin == twins.end()) return ::DefWindowProcA(window, WM_PAINT, wParam, lParam);
-      PAINTSTRUCT paint;
-      ::BeginPaint(window, &paint);
-      twin->DrawIn(paint.hdc, paint.rcPaint);
-      return LRESULT(::EndPaint(window, &paint));
-    });
-  }
-
-  // The program does something with any of the windows.
-  void Change() {
-    const auto one = std::next(twins.begin(), dice.Below(int(twins.size())));
-    HWND window = one->window;
-    const PixelRect any = AnyPlace();
-    const RECT part = RectOf(any);
-    const int act = dice.Below(8), dx = dice.Below(40) - 20, dy = dice.Below(40) - 20;
-    if (act < 2) { // it only moves, or takes another size too
-      one->place = act ? Moved(one->place, any.left - one->place.left, any.top - one->place.top) : any;
-      ::MoveWindow(window, one->place.left, one->place.top, WidthOf(one->place), HeightOf(one->place), TRUE);
-    } else if (act == 2) {
-      one->shown = !one->shown;
-      ::ShowWindow(window, one->shown ? SW_SHOWNA : SW_HIDE);
-    } else if (act == 3) {
-      const bool top = dice.OneIn(2);
-      Act((top ? "top " : "bottom ") + window->title);
-      twins.splice(top ? twins.begin() : twins.end(), twins, one);
-    } else if (act <= 5) { // it draws at once, or has a part painted that it has spoilt
-      HDC context = ::GetDC(window);
-      if (act == 4) one->dx = dx, one->DrawIn(context, {-9, -9, 70, 60});
-      if (act == 5) FillPixels(context, any, 0), ::InvalidateRect(window, &part, dice.OneIn(2));
-      ::ReleaseDC(window, context);
-    } else {
-      ::ScrollWindow(window, dx, dy, nullptr, nullptr);
-      one->dx += dx, one->dy += dy;
-    }
-  }
-  void ExpectTheSame() const {
-    Drain();
-    for (int i = 0; i < 70 * 50; ++i) {
-      const int x = i % 70, y = i / 70;
-      const auto seen = std::find_if(twins.begin(), twins.end(),
-                                     [=](const Twin& twin) { return twin.shown && Holds(twin.place, x, y); });
-      const COLORREF colour =
-          seen == twins.end() ? RGB(255, 255, 255) : seen->At(x - seen->place.left, y - seen->place.top);
-      ASSERT_EQ(ColourAt({x + 5, y + 5}), colour) << x << ", " << y;
-    }
-  }
-
-private:
-  PixelRect AnyPlace() {
-    const int left = dice.Below(70) - 15, top = dice.Below(50) - 10;
-    return {left, top, left + 1 + dice.Below(60), top + 1 + dice.Below(50)};
-  }
-
-  Dice dice;
-  WindowScene scene = WindowScene(80, 60, 24);
-  std::list<Twin> twins; // from the top down
-};
-
-TEST(WindowsAndATwin, ShowTheSameWhateverIsMovedShownStackedSpoiltOrScrolled) {
-  for (uint32_t seed = 0; seed < 80; ++seed) {
-    TwinProgram program(seed);
-    for (int step = 0; step < 60; ++step) {
-      program.Change();
-      if (step % 4) continue;
-      ASSERT_NO_FATAL_FAILURE(program.ExpectTheSame()) << "seed " << seed << " step " << step;
-    }
-  }
-}
 
 // ---- What is asked for -------------------------------------------------------------------------------------------
 
@@ -137,6 +31,21 @@ TEST_F(WindowPainting, IsAskedOnlyForWhatIsNewUnlessTheClassWantsItAll) {
                 {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"},
                 {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
                 {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
+}
+
+// Where another window lies over it, there is nothing to be moved.
+TEST_F(WindowPainting, ScrollsWhatIsSeenAndIsAskedForTheRest) {
+  TheScript().Add("scroll", [](HWND w, int dx, int dy) { ::ScrollWindow(w, dx, dy, nullptr, nullptr); });
+  Walk("none",
+       {{"new a child main 10 10 50 50 new b child main 40 0 50 40 top b fill a r 0 0 20 20 fill b g 0 0 50 40", ""},
+        {"scroll a 15 5 rgb? main 25 15 rgb? main 39 34 rgb? main 40 34 rgb? main 25 35", "r r g w"},
+        {"then rgb? main 24 20 rgb? main 25 20 update? a", "w r 0,0+0x0"},
+        {"scroll a -20 -15 then rgb? main 10 10 rgb? main 19 19 rgb? main 20 20", "r r w"},
+        // What was to be painted goes along.
+        {"paints a k invalidate a 0 30 10 10 scroll a 20 0 then rgb? main 29 45", "k"},
+        {"rgb? main 30 45 rgb? main 39 45 rgb? main 40 45 rgb? main 30 39", "k k w w"},
+        {"new own own main 100 100 50 50 paints own r invalidate own 0 0 5 5 then fill own g 0 0 50 50 rgb? own 40 40",
+         "g"}});
 }
 
 // ---- Contexts ----------------------------------------------------------------------------------------------------
