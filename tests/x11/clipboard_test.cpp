@@ -28,13 +28,16 @@ protected:
     X11WindowTest::SetUp();
     for (const Atom selection : {clipboard, XA_PRIMARY})
       XSetSelectionOwner(artist.display, selection, None, CurrentTime);
-    DisplayHasSharedText(SharedText::kClipboard);
-    X11Live()->selections.patience = 20000; // others may take their time
   }
   Window NewWindow() const { return XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0); }
 
+  static void WaitAtMost(int32_t milliseconds) {
+    X11WatchSelections(X11Live());
+    X11Live()->selections.patience = milliseconds;
+  }
   // Another program has the text from here on.
   void TheyShare(const std::string& text, const std::string& form = "UTF8_STRING") {
+    WaitAtMost(20000); // it may take its time
     const TemporaryFolder folder;
     WriteWholeFile(folder / "text", text);
     XSetSelectionOwner(artist.display, clipboard, None, CurrentTime);
@@ -150,7 +153,7 @@ TEST_F(X11ClipboardTest, TheirsIsTakenInTheFormThatTheyHave) {
 TEST_F(X11ClipboardTest, AStuckNeighbourIsNotWaitedForAndNothingIsMissedMeanwhile) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
   Activate(window);
-  X11Live()->selections.patience = 20;
+  WaitAtMost(20);
   XSetSelectionOwner(artist.display, XA_PRIMARY, asker, CurrentTime);
   Key(XK_x, true);
   EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "");
@@ -165,7 +168,6 @@ TEST_F(X11ClipboardTest, AStuckNeighbourIsNotWaitedForAndNothingIsMissedMeanwhil
   }
   EXPECT_EQ(late.type, SelectionRequest);
   // and does not get in the way of the next.
-  X11Live()->selections.patience = 20000;
   TheyShare("whole");
   EXPECT_EQ(DisplaySharedText(SharedText::kClipboard), "whole");
 }
