@@ -37,7 +37,6 @@ protected:
   }
   // Another program has the text from here on.
   void TheyShare(const std::string& text, const std::string& form = "UTF8_STRING") {
-    WaitAtMost(20000); // it may take its time
     const TemporaryFolder folder;
     WriteWholeFile(folder / "text", text);
     XSetSelectionOwner(artist.display, clipboard, None, CurrentTime);
@@ -72,8 +71,8 @@ protected:
 };
 
 TEST_F(X11ClipboardTest, OursIsGivenInTheFormsThatAreAskedFor) {
-  DisplayShareText(SharedText::kSelected, "selected");
   EXPECT_EQ(Pasted("UTF8_STRING"), "");
+  DisplayShareText(SharedText::kSelected, "selected");
   DisplayShareText(SharedText::kClipboard, "first");
   DisplayShareText(SharedText::kClipboard, "a\xC3\xA9\xE2\x82\xAC\x80\nz");
   EXPECT_EQ(Pasted("UTF8_STRING"), "a\xC3\xA9\xE2\x82\xAC\xEF\xBF\xBD\nz");
@@ -97,6 +96,7 @@ TEST_F(X11ClipboardTest, OursLastsUntilAnotherProgramHasOne) {
   EXPECT_TRUE(DisplayHasSharedText(SharedText::kClipboard));
   EXPECT_EQ(DisplaySharedText(SharedText::kClipboard), "ours");
   EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "");
+  WaitAtMost(20000);
   TheyShare("theirs");
   EXPECT_EQ(DisplaySharedText(SharedText::kClipboard), "theirs");
   EXPECT_TRUE(DisplayHasSharedText(SharedText::kClipboard));
@@ -127,6 +127,9 @@ TEST_F(X11ClipboardTest, TheirsIsTakenInTheFormThatTheyHave) {
     const char* form;
     std::string taken;
   } texts[] = {{"caf\xC3\xA9\x80", "UTF8_STRING", "caf\xC3\xA9\x80"}, {text, "UTF8_STRING", text}}; // in pieces
+  TheyShare("first of all");
+  Until([] { return DisplaySharedText(SharedText::kClipboard) == "first of all"; });
+  WaitAtMost(20000);
   for (const auto& [theirs, form, taken] : texts) {
     TheyShare(theirs, form);
     EXPECT_TRUE(DisplaySharedText(SharedText::kClipboard) == taken) << taken.substr(0, 100);
@@ -147,6 +150,7 @@ TEST_F(X11ClipboardTest, TheirsIsTakenInTheFormThatTheyHave) {
     }
   });
   EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "\u00E9");
+  XConvertSelection(Artist().display, XA_PRIMARY, XA_STRING, XA_STRING, asker, CurrentTime); // it ends in any case
   old.join();
 }
 
@@ -168,6 +172,7 @@ TEST_F(X11ClipboardTest, AStuckNeighbourIsNotWaitedForAndNothingIsMissedMeanwhil
   }
   EXPECT_EQ(late.type, SelectionRequest);
   // and does not get in the way of the next.
+  WaitAtMost(20000);
   TheyShare("whole");
   EXPECT_EQ(DisplaySharedText(SharedText::kClipboard), "whole");
 }
