@@ -50,11 +50,12 @@ TEST_P(Look, OfMenusTellsWhatIsMarkedGreyedAndChecked) {
   for (const UINT flags : {0U, MF_GRAYED, MF_CHECKED, 0U}) ::AppendMenuA(file, flags, 1, "&Same text");
   ::AppendMenuA(bar, MF_POPUP, uintptr_t(file), "&Same");
   ::SetMenu(main, bar);
-  MemoryAt(100, [] {
+  MemoryAt(100, [this] {
     const PixelRect popup = TheMemoryDisplay().desktop.windows.front()->place;
     const auto row = [&](int32_t i) {
       return PixelRect{popup.left + 3, popup.top + 3 + i * 20, popup.right - 3, popup.top + 23 + i * 20};
     };
+    ExpectLegible(MenuTitlePlaces(*main, FramePart(*main, HTMENU))[0], kNavy);
     ExpectLegible(row(0), kNavy);
     ExpectLegible(row(1), ::GetSysColor(COLOR_MENU));
     // Of what is greyed some ink is left out, or is another ink.
