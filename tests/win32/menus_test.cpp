@@ -166,6 +166,7 @@ TEST_F(Menus, OfTheSystemMinimiseMoveAndCloseTheWindow) {
 // Whatever happens while File and More are open, the menu closes in order: it chooses nothing, lets go of the mouse,
 // and the next one works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
+  Act("new child child main 10 10 50 50");
   const struct {
     const char *happens, *undone, *brings = "File:3:0 -";
   } cases[] = {
@@ -175,6 +176,7 @@ TEST_F(Menus, CloseInOrderWhateverHappens) {
       {"disable:main", "enable main"},
       {"hide:main", "show main"},
       {"make:dialog:dialog:main:400:100:100:100 show:dialog", "destroy dialog"},
+      {"capture:child", "loose"},
       {"nobar", "bar"},
       {"ask", "", "File:3:0 main.close -"},
       {"destroy:main", ""},

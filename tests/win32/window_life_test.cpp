@@ -116,7 +116,8 @@ TEST_F(WindowLife, ActivationComesBeforeTheClickThatAskedForItAndNeverToAWindowT
         {"when main.destroy focus main . make last frame - 0 0 50 50 show last then keyboard main",
          "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus | last.lit:0 last.act:0 main.lit:1 "
          "main.act:1 last.blur main.focus"},
-        {"destroy main focus?", "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus last"}});
+        {"destroy main focus?", "main.lit:0 main.act:0 last.lit:1 last.act:1 main.blur last.focus last"},
+        {"destroy last", "last.lit:0 last.act:0 last.blur"}});
 }
 
 } // namespace
