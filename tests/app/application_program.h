@@ -24,17 +24,13 @@ namespace framereel {
 
 constexpr uint32_t kBlue = 0x0000FF, kRed = 0xFF0000, kBlack = 0;
 
-inline std::vector<uint32_t> Columns(int left, int right) {
-  std::vector<uint32_t> pixels;
-  for (int y = 0; y < TheMemoryDisplay().height; ++y) {
-    for (int x = left; x < right; ++x) pixels.push_back(MemoryPixel(x, y));
-  }
-  return pixels;
-}
-
 // The screen to the left of the panel.
 inline std::vector<uint32_t> BesidesPanel() {
-  return Columns(0, TheMainWindow()->originX);
+  std::vector<uint32_t> pixels;
+  for (int y = 0; y < TheMemoryDisplay().height; ++y) {
+    for (int x = 0; x < TheMainWindow()->originX; ++x) pixels.push_back(MemoryPixel(x, y));
+  }
+  return pixels;
 }
 
 // Whether it is still the same, found without memory.

@@ -71,22 +71,6 @@ TEST_F(ApplicationTest, ShowsTheWindowThatTheUserPointsAtUntilHeTakesItOrARecord
   EXPECT_EQ(Seen(0, 10, 10), kBlue);
 }
 
-TEST_F(ApplicationTest, TheReadOutsOfADragStandOnThePanelAsTheyDoBehindIt) {
-  Start();
-  const auto panel = [] { return Columns(TheMainWindow()->originX, TheMemoryDisplay().width); };
-  for (const int32_t side : {40, 90}) {
-    const std::vector<uint32_t> before = panel();
-    MemoryMovePointerTo(100 + side, 100);
-    Type(VK_SPACE);
-    MemoryMovePointerTo(200, 200);
-    Settle();
-    const std::vector<uint32_t> during = panel();
-    Type(VK_SPACE);
-    EXPECT_NE(during, before);
-    EXPECT_EQ(panel(), during);
-  }
-}
-
 std::vector<uint32_t> screenBefore;
 
 // Ends the process for want of memory, and says what stands on the screen by the time at which it tells so.

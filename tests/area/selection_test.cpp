@@ -1,6 +1,11 @@
 // A selection with the mouse and with the keys, and what it leaves behind.
 #include "area/area_program.h"
 
+#include "core/rects.h"
+#include "platform/drawing/ports.h"
+#include "platform/drawing/primitives.h"
+#include "platform/drawing/standard_drawing.h"
+
 namespace framereel {
 namespace {
 
@@ -45,6 +50,8 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
        "rest 10,20 300x300 save Size: 300x300 (200x200), Top Left: 10,20"},
       {"size25 begin m 310 20 d m 10 320 u readouts", // room on the low side
        "rest 9,19 302x302 save Size: 302x302 (151x151), Top Left: 9,19"},
+      {"size25 begin m 1 1 d m 101 101 u", "rest 1,1 102x102 save"},         // none there
+      {"size44 begin m 100 100 d m 199 201 u", "rest 99,100 102x102 save"},  // of two pixels one on each side
       {"size44 begin m 539 279 d m 638 380 u", "rest 537,279 102x102 save"}, // the far side is at its bound
       {"size44 begin m 0 0 d m 639 479 u readouts",                          // none at all
        "rest 1,0 639x480 save Size: 639x480 (426x320), Top Left: 1,0"},
@@ -79,6 +86,30 @@ TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouseWhereverTheMainWind
     program.Act("m 100 80 space m 120 90 right space");
     EXPECT_EQ(program.State(), "rest 100,80 22x11 save");
   }
+}
+
+// The same text where the label stands on the screen.
+void DrawReadout(const ChildWindow* panel, const View* label, const char* text) {
+  const Point at = OnScreen(panel, label->x, label->y);
+  SetPortScreen();
+  UseDrawState(DrawStateFill());
+  SetForeColour(ColourMenu());
+  FillRect(RectOf(at.h, at.v, label->width, label->height));
+  UseDrawState(DrawStateDefault());
+  DrawText(at.h, at.v + FontMetrics().ascent, text);
+}
+
+TEST(AreaReadouts, ArePaintedOverThePanelAndGoWithTheBackdrop) {
+  AreaProgram program;
+  const Picture before = Screen();
+  program.area.panel.setReadouts = nullptr; // the panel's own labels stay as they are
+  program.Act("begin m 100 80 d m 120 90 toggleline");
+  const Picture painted = Screen();
+  DrawReadout(program.panel.window, program.panel.sizeLabel, "Size: 21x11");
+  DrawReadout(program.panel.window, program.panel.topLeftLabel, "Top Left: 100,80");
+  EXPECT_TRUE(painted == Screen() && painted != before);
+  program.Act("toggleline u");
+  EXPECT_EQ(Screen(), before);
 }
 
 } // namespace

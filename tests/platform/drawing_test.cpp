@@ -24,6 +24,7 @@
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
+#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {
@@ -96,7 +97,7 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
       {"across", [](auto&) { DrawHLine(4, 1, 1); }, {"......", ".####.", "......", "......", "......", "......"}},
       {"down", [](auto&) { DrawVLine(2, 4, 0); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
       {"slope", [](auto&) { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
-      {"steep", [](auto&) { DrawLine(4, 0, 3, 5); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
+      {"steep", [](auto&) { DrawLine(3, 5, 4, 0); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
       {"frame", [](auto&) { FrameRect(kFrame); }, {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
       {"points", [](auto&) { DrawPolyline(3, kCorner); }, {"......", ".####.", "....#.", "....#.", "....#.", "......"}},
       {"area", [](auto&) { DrawPolygon(3, kCorner); }, {"......", ".####.", "..###.", "...##.", "....#.", "......"}},
@@ -114,6 +115,15 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
        },
        {"brr...", "rrgb..", "..bb..", "..bb..", "..bb..", "..bb.b"},
        16},
+      {"another state",
+       [](auto& sheet) {
+         SetForeColour(kRed);
+         UseDrawState(NewDrawState());
+         DrawHLine(0, 5, 5);
+         UseDrawState(sheet.state);
+         DrawHLine(0, 0, 1);
+       },
+       {"rr....", "......", "......", "......", "......", "######"}},
       {"stripes", [](auto&) { FillInColours(kPatternStripes + 2); }, stripes},
       {"no pattern", [](auto&) { FillInColours(0); }, stripes},
       {"beyond the last one", [](auto&) { FillInColours(91); }, Rows(6, "rrrrrr")},
@@ -137,6 +147,7 @@ TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
   SetPattern(kPatternStripes);
   const std::vector<uint32_t> before = TheMemoryDisplay().screen;
   ReleasePort();
+  EXPECT_FALSE(CurrentDrawState() || CurrentContext());
   const HDC screen = ScreenContext();
   EXPECT_EQ(::SelectObject(screen, ::GetStockObject(BLACK_PEN)), ::GetStockObject(BLACK_PEN));
   EXPECT_EQ(::SelectObject(screen, WhiteBrush()), WhiteBrush());
@@ -170,13 +181,24 @@ TEST(Clip, IsNarrowedWithinItsPortAndComesBackThereAlone) {
   EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
 }
 
+TEST(Ports, OfMinimisedWindowsHaveNothingToDrawOn) {
+  const WindowProgram program;
+  ChildWindow* window = OpenTestWindow(kWindowMayClose);
+  ::ShowWindow(window->window, SW_SHOWMINIMIZED);
+  Settle();
+  SetPortWindow(window);
+  EXPECT_TRUE(IsEmpty(ClipBox()));
+  SetClip(0, 0, 50, 50); // no way round it
+  EXPECT_TRUE(IsEmpty(ClipBox()));
+}
+
 // ---- Text and fonts ----------------------------------------------------------------------------------------------
 
 TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
   const Sheet sheet(200, 60);
   SetForeColour(kRed);
   const TextMeasure measure = MeasureText("Grab (Jump)");
-  EXPECT_EQ(measure.ascent + measure.descent, 15);
+  EXPECT_TRUE(measure.ascent + measure.descent == 15 && measure.fullWidth == measure.width);
   DrawText(40, 30, "Grab (Jump)");
   Rows picture = sheet.Picture();
   EXPECT_GT(Count(picture, 'r'), 0u);

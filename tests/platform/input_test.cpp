@@ -44,6 +44,26 @@ TEST(Mouse, RestingIsToldEvery100MillisecondsButNotDuringAPress) {
   });
 }
 
+TEST(Mouse, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
+  WindowScript().Walk({
+      {"open a d open b d at b 110 150 front a over a 5 6", "a+ a- b+ b- a+ a< a~5,6 active=a"},
+      {"when av reroute b 105 106 . d", "av16@5,6 a^16@5,6 bv16@-5,-44 mouse=Framereel"},
+      {"wait 300", "b~-5,-44"}, // once, where the mouse rests
+      {"u reroute a 0 0", "b^16@-5,-44 mouse="},
+  });
+}
+
+TEST(Mouse, HasItsPlaceInToolkitCoordinates) {
+  WindowScript script;
+  script.words["look"] = [&script](std::istream&) {
+    int16_t x, y;
+    GetMousePosition(&x, &y);
+    script.Say(std::to_string(x) + "," + std::to_string(y));
+  };
+  script.Walk(
+      {{"main 103 222 put 20 30 look", "!5 20,30"}, {"m 120 230 look", "20,30"}, {"main 113 202 look", "!5 10,50"}});
+}
+
 // ---- The keys ----------------------------------------------------------------------------------------------------
 
 TEST(Keys, GiveTheirCharactersToTheActiveWindow) {

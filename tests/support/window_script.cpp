@@ -238,6 +238,7 @@ void WindowScript::AddWords() {
   Add("flush", FlushPaints);
   Add("dismiss", DismissPopup);
   Add("drop", ReleaseHeldCapture);
+  Add("put", SetMousePosition);
   Add("main", [](int16_t x, int16_t y) { MoveMainWindow(nullptr, x, y); });
   Add("mainsize", [](int16_t width, int16_t height) { SetMainClientSize(nullptr, width, height); });
   Add("wheremain", [] { script->Say(PlaceOf(TheMainWindow()->geometry)); });
@@ -259,6 +260,7 @@ void WindowScript::AddWords() {
   Add("size", SizeChildWindow);
   Add("max", SetMaxChildSize);
   Add("inside", KeepChildWindowInside);
+  Add("reroute", [](ChildWindow* w, int16_t x, int16_t y) { ReroutePress(w, kFlagLeftButton, x, y); });
   words["open"] = [this](std::istream& in) { ShowChildWindow(Make(in)); };
   words["make"] = [this](std::istream& in) { Make(in); };
   // Time.
