@@ -49,6 +49,7 @@ void TellThatMemoryEnded(void* application, uint32_t count) {
   ::fprintf(stderr, "framereel: %s\n", message);
   Beep();
   if (!windowsAreSound) return;
+  EndAtNextFailure();
   if (AlertAsk(nullptr, nullptr, kAlertStop, message, AppAlertString(1), AppAlertString(2))) return;
   AlertAsk(nullptr, nullptr, kAlertStop, AppAlertString(3), AppAlertString(4), nullptr);
 }

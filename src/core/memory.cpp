@@ -14,6 +14,7 @@ struct Exhaustion {
   void* argument;
   void (*forgetTimers)(); // the timers stand above this module
   uint32_t timesEntered;
+  bool nextEnds; // EndAtNextFailure
   void* reserve;
 };
 
@@ -28,6 +29,7 @@ void PurgeMemory() {}
 // Takes the exhaustion path. It comes back only to code that runs on the path itself.
 void EnterExhaustion() {
   if (exhaustion.timesEntered == 0) FatalExit();
+  if (exhaustion.nextEnds) ::ExitProcess(0);
 }
 
 // For `new`, which takes no null for an answer: on the path itself the hook is told once more, and then it is over.
@@ -64,6 +66,10 @@ void MemFree(void* block) {
 void SetMemFailureHook(MemFailureHook hook, void* argument) {
   exhaustion.hook = hook;
   exhaustion.argument = argument;
+}
+
+void EndAtNextFailure() {
+  exhaustion.nextEnds = true;
 }
 
 void FatalExit() {

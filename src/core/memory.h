@@ -10,8 +10,8 @@
 namespace framereel {
 
 // A block of `bytes` bytes, uninitialised, aligned for any type; the caller frees it with MemFree. Never null, but
-// for one case: code that FatalExit itself runs, the hook that is, gets null when the heap has nothing for it. So
-// whatever the hook calls takes null, and answers it where it makes something.
+// for one case: code that FatalExit itself runs, the hook that is, gets null when the heap has nothing for it, up to
+// EndAtNextFailure. So whatever the hook calls ahead of that takes null, and answers it where it makes something.
 void* MemAlloc(size_t bytes);
 // Resizes a block, possibly moving it; contents are kept up to the smaller size. Null gives a new block. A null
 // answer, possible as with MemAlloc, leaves the block as it was.
@@ -24,6 +24,10 @@ void MemFree(void* block);
 using MemFailureHook = void (*)(void* argument, uint32_t count);
 // One hook for the process; null takes it away.
 void SetMemFailureHook(MemFailureHook hook, void* argument);
+
+// For the hook, once what must not be lost is safe and it is windows that follow: no block is null any more, and one
+// for which there is no memory ends the process, as a `new` that fails does.
+void EndAtNextFailure();
 
 // Forgets all timers, gives a reserve back to the heap for the hook, calls it and ends the process with exit code 0.
 [[noreturn]] void FatalExit();

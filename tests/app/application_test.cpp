@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include "core/memory.h"
+#include "core/timers.h"
 #include "support/allocations.h"
+#include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 
 namespace framereel {
@@ -98,6 +100,21 @@ TEST_F(ApplicationTest, LeavesNothingOnTheScreenWhenMemoryEnds) {
   RunFor(800);
   BeginPick(20, 20);
   EXPECT_EXIT(RunOutOfMemory(), testing::ExitedWithCode(0), "^(clean)+$");
+}
+
+// While a frame is taken the windows are sound, and the user is told, as far as there is memory for that.
+TEST_F(ApplicationTest, TellsThatMemoryHasEndedWithWhatIsLeftOfIt) {
+  Start();
+  app.recorder.captureBusy = true;
+  const auto exhaust = [](void*) {
+    MemoryAt(::GetTickCount() + 500, [] { MemoryTypeKey(VK_RETURN); }); // "Quit"
+    FailEachAllocation([](int status) {
+      if (status != 0) ::_exit(9);
+    });
+    FatalExit();
+  };
+  TimerSchedule(exhaust, nullptr, 0);
+  EXPECT_EXIT(RunFor(100), testing::ExitedWithCode(0), "");
 }
 
 } // namespace
