@@ -65,6 +65,16 @@ TEST_F(X11WindowManager, WhatItDidBeforeOurLastRequestIsNoNews) {
   EXPECT_FALSE(Came(Kind::kPlaced));
 }
 
+TEST_F(X11WindowManager, OneThatTakesAWindowForActiveStillNeedNotGiveItTheKeyboardBack) {
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  const OwnManager manager(artist);
+  WriteItems(artist.root, "_NET_SUPPORTED", XA_ATOM, {AtomOf("_NET_ACTIVE_WINDOW")});
+  WriteItems(artist.root, "_NET_ACTIVE_WINDOW", XA_WINDOW, {long(window->id)});
+  FocusOn(artist.root);
+  Drain();
+  Activate(window);
+}
+
 TEST_F(X11WindowManager, OneThatMinimisesNothingLeavesTheWindowAsItIs) {
   DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
   const DisplayWindow* dialog = Show(Role::kDialog, {20, 20, 60, 60}, window);

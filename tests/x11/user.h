@@ -121,7 +121,7 @@ struct OwnManager {
     XSelectInput(artist.display, artist.root, SubstructureRedirectMask);
   }
   ~OwnManager() {
-    for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST"}) {
+    for (const char* name : {"_NET_SUPPORTED", "_NET_CLIENT_LIST", "_NET_ACTIVE_WINDOW"}) {
       XDeleteProperty(artist.display, artist.root, XInternAtom(artist.display, name, False));
     }
     XSelectInput(artist.display, artist.root, NoEventMask);

@@ -5,6 +5,8 @@
 // would find nothing to do. So popups and covers have the keyboard in the place of their owner, which keeps the focus.
 // A cover holds it by a grab: everything that happens over the screen meanwhile is meant for it, also where the focus
 // follows the pointer.
+#include <X11/Xatom.h>
+
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -54,13 +56,22 @@ bool IsCover(const DisplayWindow* window) {
   return window && window->role == WindowRole::kCover;
 }
 
+// A window that the manager does not manage has taken the focus meanwhile. Asked for a window that is active to it
+// already, it does nothing.
+bool ManagerBelievesActive(X11Connection* x, const DisplayWindow& window) {
+  if (x->desktop.focus.focused) return false;
+  return X11ReadItems(x, x->root, X11AtomOf(x, kNetActiveWindow), XA_WINDOW) == std::vector<unsigned long>{window.id};
+}
+
 void AskForFocus(X11Connection* x, DisplayWindow* window) {
   window->wantsKeyboard = false;
-  if (!X11IsManaged(*window) || !X11ManagerCan(x, kNetActiveWindow)) {
+  const bool asks = X11IsManaged(*window) && X11ManagerCan(x, kNetActiveWindow);
+  if (!asks || ManagerBelievesActive(x, *window)) {
     XSetInputFocus(x->display, window->id, RevertToPointerRoot, CurrentTime);
-    return;
   }
-  // An application asks, and says when its user was last at work, and in which of its windows.
+  if (!asks) return;
+  // In any case, for earlier requests may still wait with the manager. An application asks, and says when its user was
+  // last at work, and in which of its windows.
   constexpr long application = 1;
   const DisplayWindow* focused = x->desktop.focus.focused;
   long current = focused ? long(focused->id) : None;
