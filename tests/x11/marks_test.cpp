@@ -88,6 +88,7 @@ TEST_F(X11WindowMarks, StandOverWhatMovesAndAreInNoFrame) {
     }
     if (HasCompositor()) {
       EXPECT_EQ(Difference(Read(), bare), "");
+      UntilSeen(marked());
     }
     // Whoever has drawn the picture and looks at just its place finds it, and puts back what was there.
     ASSERT_TRUE(DisplayReadScreen(kPlace, there.surface, 0, 0));
