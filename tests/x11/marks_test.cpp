@@ -100,6 +100,22 @@ TEST_F(X11WindowMarks, StandOverWhatMovesAndAreInNoFrame) {
   }
 }
 
+TEST_F(X11WindowMarks, AreInNoFrameOfACompositorThatHasYetToShowThem) {
+  const Picture picture = artist.Noise(kPlace.right - kPlace.left, kPlace.bottom - kPlace.top, 1);
+  const OwnSurface drawn(picture), below(picture.width, picture.height);
+  for (int frame = 0; frame < 40 && HasCompositor(); ++frame) {
+    if (frame % 3 == 0) ToggleLine();
+    if (frame % 8 == 0) {
+      ASSERT_TRUE(DisplayReadScreen(kPlace, below.surface, 0, 0));
+      ASSERT_TRUE(DisplayDrawScreen(drawn.surface, picture.All(), kPlace.left, kPlace.top));
+    }
+    if (frame % 8 == 5) {
+      ASSERT_TRUE(DisplayDrawScreen(below.surface, picture.All(), kPlace.left, kPlace.top));
+    }
+    EXPECT_EQ(Difference(Read(), bare), "") << "frame " << frame;
+  }
+}
+
 TEST_F(X11WindowMarks, StayOnTopAndAreNobodysToPressOn) {
   ToggleLine();
   UntilSeen(WithLine(colour));

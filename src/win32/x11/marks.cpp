@@ -131,32 +131,6 @@ std::vector<uint32_t> MarkPixels(const X11Connection* x, X11Patch& patch) {
 
 // ---- Taking off --------------------------------------------------------------------------------------------------
 
-void NoteCleared(X11Connection* x, const X11Mark& mark, const std::vector<uint32_t>& shown) {
-  x->marks.cleared.push_back({mark.where, shown, !IsPicture(mark), DisplayTick()});
-}
-
-void TakeOff(X11Connection* x, std::list<X11Mark>::iterator mark) {
-  if (mark->window) {
-    X11CloseMark(x, &*mark);
-    NoteCleared(x, *mark, mark->shown);
-  }
-  x->marks.standing.erase(mark);
-}
-
-// What stands in the rectangle, cleared for now.
-std::list<X11Mark> PutAside(X11Connection* x, const PixelRect& where) {
-  X11Marks& marks = x->marks;
-  std::list<X11Mark> aside;
-  for (auto next = marks.standing.begin(); next != marks.standing.end();) {
-    const auto mark = next++;
-    if (!ShowsIn(*mark, where)) continue;
-    X11ClearMark(x, *mark);
-    NoteCleared(x, *mark, mark->shown);
-    aside.splice(aside.end(), marks.standing, mark);
-  }
-  return aside;
-}
-
 bool IsRecent(const X11ClearedMark& mark) {
   return DisplayTick() - mark.tick < kPatienceMs;
 }
@@ -179,24 +153,70 @@ Sight LookFor(X11Connection* x, const X11ClearedMark& mark) {
     some |= seen;
     all &= seen;
   });
-  return all ? Sight::kAll : some ? Sight::kSome : Sight::kNone;
+  return !some ? Sight::kNone : all ? Sight::kAll : Sight::kSome;
+}
+
+// For what is about to be cleared, and stands no more.
+void NoteCleared(X11Connection* x, const X11Mark& mark, const std::vector<uint32_t>& shown) {
+  X11ClearedMark& cleared = x->marks.cleared.emplace_back();
+  cleared = {mark.where, shown, !IsPicture(mark), false, DisplayTick()};
+  cleared.seen = LookFor(x, cleared) == Sight::kAll;
+}
+
+void TakeOff(X11Connection* x, std::list<X11Mark>::iterator mark) {
+  std::list<X11Mark> off;
+  off.splice(off.end(), x->marks.standing, mark);
+  if (!mark->window) return;
+  NoteCleared(x, *mark, mark->shown);
+  X11CloseMark(x, &*mark);
+}
+
+// What stands in the rectangle, cleared for now.
+std::list<X11Mark> PutAside(X11Connection* x, const PixelRect& where) {
+  X11Marks& marks = x->marks;
+  std::list<X11Mark> aside;
+  for (auto next = marks.standing.begin(); next != marks.standing.end();) {
+    const auto mark = next++;
+    if (ShowsIn(*mark, where)) aside.splice(aside.end(), marks.standing, mark);
+  }
+  for (const X11Mark& mark : aside) NoteCleared(x, mark, mark.shown);
+  for (const X11Mark& mark : aside) X11ClearMark(x, mark);
+  return aside;
 }
 
 // Until the compositor's picture is without the mark. One that paints only what has changed may take it off in parts;
 // but what lies below may have pixels like the mark's, so that these are not waited for as long.
-void Await(X11Connection* x, const X11ClearedMark& mark) {
-  for (uint32_t partly = 0; X11Live() && IsRecent(mark); X11Rest(1)) {
-    const Sight sight = LookFor(x, mark);
+void Await(X11Connection* x, X11ClearedMark* mark) {
+  for (uint32_t partly = 0; X11Live() && IsRecent(*mark); X11Rest(1)) {
+    const Sight sight = LookFor(x, *mark);
     if (sight == Sight::kNone) return;
+    mark->seen = true;
     if (sight == Sight::kSome && ++partly > kPartlyLooks) return;
   }
 }
 
+// One that was not seen at all may have been missed, or is still to come: it is left for the next look.
 void AwaitCleared(X11Connection* x, const PixelRect& where) {
-  for (const X11ClearedMark& mark : x->marks.cleared) {
-    if (IsRecent(mark) && ShowsIn(mark, where)) Await(x, mark);
+  for (X11ClearedMark& mark : x->marks.cleared) {
+    if (ShowsIn(mark, where)) Await(x, &mark);
   }
-  std::erase_if(x->marks.cleared, [&](const X11ClearedMark& mark) { return ShowsIn(mark, where); });
+  std::erase_if(x->marks.cleared,
+                [&](const X11ClearedMark& mark) { return ShowsIn(mark, where) && (mark.seen || !IsRecent(mark)); });
+}
+
+// Whether what has been read shows marks that were cleared before they had been seen.
+bool HasLateMarks(X11Connection* x, const Rows& rows) {
+  bool any = false;
+  for (X11ClearedMark& mark : x->marks.cleared) {
+    bool shows = false;
+    ForEachPixel(Intersect(mark.where, rows.where), [&](int32_t column, int32_t row, size_t) {
+      const int32_t left = rows.left + column - rows.where.left, top = rows.top + row - rows.where.top;
+      shows |= ShownAt(mark, column, row) == X11MarkPixel(x, PixelAt(rows.surface, left, top));
+    });
+    mark.seen |= shows;
+    any |= shows;
+  }
+  return any;
 }
 
 // ---- Inverted pixels ---------------------------------------------------------------------------------------------
@@ -337,8 +357,11 @@ bool X11ReadBesideMarks(X11Connection* x, const PixelRect& where, const Surface&
     if (IsPicture(mark) && Same(OnScreen(x, mark.where), where)) return CopyFrom(x, mark.drawn, rows), true;
   }
   std::list<X11Mark> aside = PutAside(x, where);
-  AwaitCleared(x, where);
-  const bool done = X11ReadScreen(x, where, into, toX, toY);
+  bool done = false;
+  do {
+    AwaitCleared(x, where);
+    done = X11ReadScreen(x, where, into, toX, toY);
+  } while (done && HasLateMarks(x, rows));
   for (X11Mark& mark : aside) X11ShowMark(x, &mark);
   marks.standing.splice(marks.standing.end(), aside);
   marks.read = {};

@@ -11,7 +11,8 @@
 //   what was read there before, put back, takes it off.
 // - Every other read is made without the marks in it: they are cleared, and those that were taken off just before are
 //   waited for, since the compositor's picture shows them until it paints the next. That it has is seen by their
-//   pixels, which are not the marks' any more.
+//   pixels, which are not the marks' any more. A compositor that lags may come to show them only then: what was cleared
+//   before it had been seen is looked for in what has been read, too.
 //
 // Without a compositor all is drawn on the root window. What is inverted there is noted, so that it can be taken over
 // when a compositor comes; it may go as well.
@@ -48,6 +49,7 @@ struct X11ClearedMark {
   PixelRect where;
   std::vector<uint32_t> shown;
   bool inverted;
+  bool seen;     // on the screen; otherwise it may be yet to come
   uint32_t tick; // when it was cleared
 };
 
