@@ -1,10 +1,18 @@
-// Controls by script: how they measure, what a press does to them, and what stands on the screen.
+// Controls by script: what presses and keys do to them, where the keyboard is, and what stands on the screen.
+#include "platform/drawing/font_cache.h"
+#include "platform/menus/edit_menu.h"
+#include "platform/menus/menu_commands.h"
+#include "platform/menus/menus.h"
+#include "platform/menus/platform_menus.h"
 #include "toolkit/controls/check_box.h"
+#include "toolkit/controls/edit_field.h"
 #include "toolkit/controls/popup.h"
 #include "toolkit/controls/popup_list.h"
+#include "toolkit/controls/push_button.h"
 #include "toolkit/controls/separator.h"
-#include "toolkit/controls/text_pane.h"
 #include "views/view_scene.h"
+#include "win32/input/clipboard.h"
+#include "win32/win32_input.h"
 
 namespace framereel {
 namespace {
@@ -14,18 +22,6 @@ using Controls = ViewScene;
 int Ink(const View* view) {
   const std::string picture = PictureOf(view);
   return int(std::count(picture.begin(), picture.end(), '#'));
-}
-
-TEST_F(Controls, MeasureThemselves) {
-  CheckBoxSetLabel(Make(CheckBoxClass(), 10, 10, "box"), "Loop");
-  TextPaneSetText(Make(TextPaneClass(), 10, 10, "pane"), "one two three four five six");
-  script.Act("resize pane 60 0 fit box");
-  SetPortWindow(Window());
-  UseDrawState(DrawStateDefault());
-  const TextMeasure text = MeasureText("Loop");
-  EXPECT_EQ(Named("box")->width, 16 + 4 + text.width + 4);
-  EXPECT_LE(Named("pane")->width, 64);
-  EXPECT_GT(Named("pane")->height, 2 * (text.ascent + text.descent));
 }
 
 TEST_F(Controls, LooksAreDrawn) {
@@ -40,13 +36,6 @@ TEST_F(Controls, LooksAreDrawn) {
   CheckBoxSetValue(box, true, true);
   script.Act("settle");
   EXPECT_GT(Ink(box), empty + 20);
-  View* label = Make(LabelClass(), 50, 80);
-  LabelSetValue(label, "Framed");
-  script.Act("fit v show v");
-  const int enabled = Ink(label);
-  EXPECT_GT(enabled, 2 * (label->width + label->height));
-  script.Act("disable v");
-  EXPECT_LT(Ink(label), enabled); // the letters are grey
 }
 
 TEST_F(Controls, ACheckBoxFlipsWhenThePressEndsOverIt) {
@@ -59,6 +48,65 @@ TEST_F(Controls, ACheckBoxFlipsWhenThePressEndsOverIt) {
         {"d over w 100 90 u", ""},
         {"over w 15 15 d over w 100 90 over w 16 16 u", "v=0"},
         {"disable v d u enable v", "wv16@16,16 w^16@16,16"}});
+}
+
+// ---- Native controls ---------------------------------------------------------------------------------------------
+
+bool MainHasTheKeyboard() {
+  return ::GetFocus() == TheMainWindow()->window;
+}
+
+TEST_F(Controls, AClickOnAButtonTellsTheViewAndGivesTheKeyboardBack) {
+  View* button = Make(PushButtonClass(), 10, 10, "b");
+  PushButtonSetCallback(button, [](View* view) { Say(view, "*"); });
+  script.Act("resize b 80 40 show b");
+  const Font* font = button->drawing->font;
+  Play({{"over w 20 20 d", ""}});
+  EXPECT_EQ(::GetFocus(), button->viewClass->nativeHandle(button));
+  Play({{"u wait 5", "b*"}});
+  EXPECT_TRUE(MainHasTheKeyboard());
+  Play({{"d takemouse wait 5 u", ""}}); // a press that is taken away does so too
+  EXPECT_TRUE(MainHasTheKeyboard());
+  const uint16_t held = font->selectCount;
+  PushButtonSetCallback(button, ViewDestroy);
+  script.Act("d u wait 5");
+  EXPECT_TRUE(MainHasTheKeyboard());
+  EXPECT_LT(font->selectCount, held);
+  EXPECT_EQ(ControlTableTake(&Window()->controls, nullptr), 3); // the number is free again
+}
+
+// The session begins ("!") when the field has the keyboard, and ends (".", with the key) with whatever takes it
+// elsewhere.
+TEST_F(Controls, AnEditFieldTakesTextAndTheEditMenuUntilItsSessionEnds) {
+  for (const int16_t x : {10, 100}) {
+    View* field = Make(EditFieldClass(), x, 10, x == 10 ? "f" : "g");
+    EditFieldSetFunctions(
+        field, [](View* v) { Say(v, "!"); },
+        [](View* v, const KeyEvent* e) { Say(v, e ? Text('.', int(e->character)) : "."); }, nullptr);
+    ViewResize(field, 80, 40);
+  }
+  SetClipboardText("");
+  SetEditTitle(1, 'E', "Edit");
+  for (uint16_t i = 0; i < 3; ++i) SetEditItem(i, uint8_t("XCV"[i]), 0, "item");
+  SetMenuBar(NewMenuBar());
+  BuildEditMenu(kEditCut | kEditCopy | kEditPaste);
+  script.Add("edit", FocusEditField);
+  script.Add("text?", [](View* view) { Answer(EditFieldText(view)); });
+  script.Add("old", [](View* view) { EditFieldSetText(view, "old"); });
+  script.Add("can?", [] { Answer(std::to_string(GetEditEnabled())); });
+  script.Add("choose", [](uint16_t index) { MenuCommand(ItemAt(MenuAt(CurrentMenuBar(), 0), index)->id); });
+  Play({{"wait 1 edit f", ""},
+        {"show f show g", "f!"}, // when it has been painted
+        {"esc old f edit f A +shift B -shift tab text? f", "f.27 f! f.9 aB"},
+        {"old f edit f A esc text? f edit f enter", "f! f.27 a f! f.13"},
+        {"old f over w 14 20 d u can?", "f! 0"},
+        {"+shift right -shift can? choose 0 text? f can? choose 2 text? f", "3 ld 4 old"},
+        {"over w 11 11 d u", ""}, // in its own bevel
+        {"over w 130 30 d u can?", "f. g! 4"},
+        {"over w 50 90 d u can? choose 2 text? f", "g. 0 old"}, // beside them
+        {"edit g +ctrl C -ctrl edit f leave return edit f", "g! shortcut:c g. f! f. f!"},
+        {"destroy f", ""}});
+  EXPECT_TRUE(MainHasTheKeyboard());
 }
 
 // ---- Popups ------------------------------------------------------------------------------------------------------

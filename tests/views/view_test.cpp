@@ -37,23 +37,8 @@ TEST_F(ViewTest, ABoxShowsItsChildrenSizesItselfRoundThemAndTakesThemAlong) {
         {"quiet B hidequiet B show B hide B", "a+ a-"},
         {"move B 20 30 bounds? a move a 32767 0 bounds? a", "60,50+16x16 60,30+16x16"},
         {"destroy a fit B bounds? B", "ax 20,30+16x16"},
+        {"whole? B move B 190 10 whole? B move B 20 30", "yes no"}, // of which the window cuts some
         {"view F framed w 0 0 view c tells F 0 0 fit F bounds? c bounds? F", "2,2+16x16 0,0+20x20"}});
-}
-
-TEST_F(ViewTest, AreWholeWhereNoContainerAndNoWindowCutsThem) {
-  script.Act(kFamily);
-  script.Heard();
-  Walk({{"whole? a move a 90 0 whole? a", "yes no"},
-        {"move B 150 10 move a 0 0 whole? a whole? B", "yes no"},
-        {"move a 60 0 whole? a", "no"}});
-}
-
-TEST_F(ViewTest, AnAnchorStaysWhereItIsWhenTheChildGrows) {
-  script.Act("view B plain w 10 10 resize B 100 80 view l plain B 30 20 view r plain B 30 20 view c plain B 30 20");
-  Named("r")->anchor = kAnchorRight | kAnchorBottom;
-  Named("c")->anchor = kAnchorCentreAcross | kAnchorCentreDown;
-  Walk({{"resize l 30 20 bounds? l resize r 30 20 bounds? r resize c 30 20 bounds? c",
-         "40,30+30x20 26,26+30x20 33,28+30x20"}});
 }
 
 // ---- Painting ----------------------------------------------------------------------------------------------------
