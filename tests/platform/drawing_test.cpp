@@ -1,30 +1,25 @@
-// Primitives, DrawStates, clips and text, as small pictures; fonts; what the program knows of the display.
+// Primitives, clips and text, as small pictures; fonts; what the program knows of the display.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#include "core/memory.h"
 #include "platform/bitmaps/load_bitmaps.h"
 #include "platform/bitmaps/offscreens.h"
-#include "platform/bitmaps/screen_colours.h"
 #include "platform/display/display_caps.h"
 #include "platform/drawing/clip.h"
 #include "platform/drawing/draw_state.h"
 #include "platform/drawing/font_cache.h"
 #include "platform/drawing/ports.h"
 #include "platform/drawing/primitives.h"
-#include "platform/drawing/shared_contexts.h"
 #include "platform/drawing/standard_drawing.h"
 #include "support/desktop.h"
 #include "support/window_program.h"
 #include "win32/drawing/contexts.h"
-#include "win32/drawing/objects.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
-#include "win32/win32_windows.h"
 
 namespace framereel {
 namespace {
@@ -69,9 +64,10 @@ struct Sheet {
 };
 
 // How many letters of the picture are this one.
-size_t Count(const Rows& picture, char letter) {
+size_t Count(const Sheet& sheet, char letter) {
   size_t count = 0;
-  for (const std::string& row : picture) count += size_t(std::count(row.begin(), row.end(), letter));
+  for (const std::string& row : sheet.Picture()) count += size_t(std::count(row.begin(), row.end(), letter));
+  UseDrawState(sheet.state);
   return count;
 }
 
@@ -138,27 +134,6 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
   }
 }
 
-TEST(DrawStates, LeaveNothingSelectedAfterAReleaseButTheFont) {
-  const Sheet sheet(8, 8);
-  SetPortScreen();
-  UseDrawState(sheet.state);
-  SetPenMode(kPenInvert);
-  SetForeColour(kRed);
-  SetPattern(kPatternStripes);
-  const std::vector<uint32_t> before = TheMemoryDisplay().screen;
-  ReleasePort();
-  EXPECT_FALSE(CurrentDrawState() || CurrentContext());
-  const HDC screen = ScreenContext();
-  EXPECT_EQ(::SelectObject(screen, ::GetStockObject(BLACK_PEN)), ::GetStockObject(BLACK_PEN));
-  EXPECT_EQ(::SelectObject(screen, WhiteBrush()), WhiteBrush());
-  EXPECT_EQ(::GetROP2(screen), R2_COPYPEN);
-  EXPECT_EQ(screen->font, sheet.state->font->handle);
-  UseDrawState(sheet.state);
-  FillRectXY(0, 0, 50, 50); // without a Port nothing is drawn
-  DrawText(10, 10, "Nowhere");
-  EXPECT_EQ(TheMemoryDisplay().screen, before);
-}
-
 // ---- Clips ---------------------------------------------------------------------------------------------------------
 
 PixelRect ClipBox() {
@@ -181,17 +156,6 @@ TEST(Clip, IsNarrowedWithinItsPortAndComesBackThereAlone) {
   EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
 }
 
-TEST(Ports, OfMinimisedWindowsHaveNothingToDrawOn) {
-  const WindowProgram program;
-  ChildWindow* window = OpenTestWindow(kWindowMayClose);
-  ::ShowWindow(window->window, SW_SHOWMINIMIZED);
-  Settle();
-  SetPortWindow(window);
-  EXPECT_TRUE(IsEmpty(ClipBox()));
-  SetClip(0, 0, 50, 50); // no way round it
-  EXPECT_TRUE(IsEmpty(ClipBox()));
-}
-
 // ---- Text and fonts ----------------------------------------------------------------------------------------------
 
 TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
@@ -200,55 +164,40 @@ TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
   const TextMeasure measure = MeasureText("Grab (Jump)");
   EXPECT_TRUE(measure.ascent + measure.descent == 15 && measure.fullWidth == measure.width);
   DrawText(40, 30, "Grab (Jump)");
-  Rows picture = sheet.Picture();
-  EXPECT_GT(Count(picture, 'r'), 0u);
-  // What lies in the cell goes.
-  for (int y = 30 - measure.ascent; y < 30 + measure.descent; ++y) {
-    picture[size_t(y)].replace(40, size_t(measure.width), "");
-  }
-  EXPECT_EQ(Count(picture, 'r'), 0u);
-  sheet.Clear();
-  UseDrawState(sheet.state);
+  EXPECT_GT(Count(sheet, 'r'), 0u);
+  SetForeColour(PrimaryColour(7));
+  FillRectXY(40, 30 - measure.ascent, 40 + measure.width, 30 + measure.descent); // nothing lies beside the cell
+  EXPECT_EQ(Count(sheet, 'r'), 0u);
+  SetForeColour(kRed);
   DrawGreyText(10, 30, "Disabled");
-  EXPECT_EQ(Count(sheet.Picture(), 'r'), 0u);
-  EXPECT_GT(Count(sheet.Picture(), '?'), 0u);
   EXPECT_EQ(CurrentContext()->textColour, RGB(255, 0, 0));
+  EXPECT_EQ(Count(sheet, 'r'), 0u);
+  EXPECT_GT(Count(sheet, '?'), 0u);
 }
 
-TEST(Fonts, AreSharedByFamilySizeStyleAndScale) {
-  WindowProgram program;
-  FontFamily* family = GetFontFamily("MS Sans Serif");
-  Font *font = GetFont(GetFontFamily(nullptr), 21, kFontBold, 1.0), *wide = GetFont(family, 21, kFontBold, 1.5);
-  EXPECT_EQ(GetFont(family, 21, kFontBold, 1.0), font);
-  EXPECT_TRUE(GetFont(family, 21, 0, 1.0) != font && GetFontFamily("Another") != family && wide->width > 0);
-  EXPECT_EQ(GetFont(family, 21, kFontBold, 3.0)->width / 2, wide->width); // of the average character
-}
-
-TEST(Fonts, BeyondSixCloseTheFirstThatNobodyHolds) {
-  const Sheet sheet(8, 8); // whose font is in its context
+TEST(Fonts, AreSharedAndBeyondSixTheFirstThatNobodyHoldsIsClosed) {
+  const Sheet sheet(8, 8);
+  HoldFont(GetFont(GetFontFamily("MS Sans Serif"), 20, kFontBold, 1.0));
   std::vector<Font*> fonts;
-  for (uint16_t size = 20; size < 26; ++size) fonts.push_back(GetFont(GetFontFamily(nullptr), size, kFontBold, 1.0));
-  HoldFont(fonts[0]);
-  const HDC context = ::CreateCompatibleDC(ScreenContext());
-  const auto select = [&](std::initializer_list<int> order) {
-    for (const int font : order) SelectFont(context, fonts[size_t(font)]);
-    std::string open;
-    for (const Font* font : fonts) open += font->handle ? 'o' : '-';
-    return open;
+  for (int i = 0; i < 20; ++i) { // each twice
+    SetFontSize(uint16_t(20 + i % 10));
+    fonts.push_back(sheet.state->font);
+    EXPECT_TRUE(fonts[size_t(i % 10)] == fonts.back() && fonts.back()->handle == CurrentContext()->font);
+  }
+  const auto open = [&fonts] {
+    std::string text;
+    for (int i = 0; i < 10; ++i) text += fonts[size_t(i)]->handle ? 'o' : '-';
+    return text;
   };
-  EXPECT_EQ(select({1, 2, 3, 4}), "ooooo-");
-  EXPECT_EQ(select({5}), "o-oooo");
-  EXPECT_EQ(select({1}), "oo-ooo");
+  EXPECT_EQ(open(), "o----ooooo");
   LetGoOfFont(fonts[0]);
-  EXPECT_EQ(select({2}), "-ooooo");
-  EXPECT_EQ(context->font, fonts[2]->handle);
-  EXPECT_TRUE(sheet.state->font->handle);
-  ::DeleteDC(context);
+  SetFontSize(21);
+  EXPECT_EQ(open(), "-o---ooooo");
 }
 
 // ---- The display -------------------------------------------------------------------------------------------------
 
-TEST(DisplayCaps, TellDepthSizeAndColoursOfEveryDisplayAndOffscreensTakeItsFormat) {
+TEST(DisplayCaps, TellDepthAndSizeOfEveryDisplayAndOffscreensTakeItsFormat) {
   for (const int depth : {1, 2, 4, 8, 12, 16, 24, 32}) {
     SCOPED_TRACE(depth);
     const Desktop desktop(300 + depth, 200, depth);
@@ -256,16 +205,6 @@ TEST(DisplayCaps, TellDepthSizeAndColoursOfEveryDisplayAndOffscreensTakeItsForma
     EXPECT_EQ(caps.screenPlanes * caps.screenPlaneBits, depth);
     EXPECT_EQ(caps.screenHasColour, depth > 1);
     EXPECT_TRUE(caps.screenWidth == 300 + depth && caps.screenHeight == 200);
-    ColourList list;
-    ScreenColours(&list);
-    ASSERT_EQ(list.count, depth > 8 ? 512U : 1U << depth);
-    for (uint32_t i = 0; i < list.count && (depth <= 8 || depth == 24); ++i) { // of true colour an even spread
-      const PaletteColour even = {uint8_t((i >> 6) * 255 / 7), uint8_t((i >> 3 & 7) * 255 / 7),
-                                  uint8_t((i & 7) * 255 / 7)};
-      const auto [red, green, blue] = depth > 8 ? even : TheMemoryDisplay().palette[i];
-      EXPECT_TRUE(SameColour(list.colours[i], {uint16_t(red * 257), uint16_t(green * 257), uint16_t(blue * 257)})) << i;
-    }
-    MemFree(list.colours);
     if (depth == 12) continue; // which cannot be drawn on
     Offscreen* like = NewOffscreen(33, 7, true);
     EXPECT_EQ(like->bitmap->ofScreen, depth > 1);
