@@ -15,9 +15,9 @@ std::string Bracketed(std::string text, size_t from, size_t to) {
 }
 
 // Words, besides the scene's: "here" gives the edit the focus, "select FROM TO", "char BYTE" and "type TEXT", "behind
-// TEXT" moves the pointer to where that text would end, "look MS" tells after a while whether there is any ink. "anew
-// STYLE" makes another edit, with some lines on the clipboard, and "shared?" tells what that has and what is selected
-// anywhere. All that a word does is taken at once.
+// TEXT" moves the pointer to where that text would end, "look MS" tells after a while whether the caret stands in the
+// empty edit. "anew" makes another edit, with some lines on the clipboard, and "shared?" tells what that has and what
+// is selected anywhere. All that a word does is taken at once.
 class Edit : public OneWindow {
 protected:
   Edit() {
@@ -28,21 +28,24 @@ protected:
     script.Add("char", [this](WPARAM byte) { Send(WM_CHAR, byte); });
     script.words["type"] = [](std::istream& in) { MemoryTypeText(Word(in)); };
     script.words["behind"] = [this](std::istream& in) {
-      std::string text = UpToTheDot(in);
-      text.pop_back();
-      const POINT at = OnScreen(main, 13 + WidthOf(text), 55);
+      const std::string text = UpToTheDot(in);
+      HDC context = ::GetDC(main);
+      SIZE size = {0, 0};
+      ::GetTextExtentPointA(context, text.data(), int(text.size()) - 1, &size);
+      ::ReleaseDC(main, context);
+      const POINT at = OnScreen(main, 13 + size.cx, 55);
       MemoryMovePointerTo(at.x, at.y);
     };
     script.Add("look", [this](uint32_t wait) {
       ::Sleep(wait);
       for (int i = 0; i < 2; ++i) Drain();
-      Tell(FirstInk() < kPlace.right ? "|" : ".");
+      Tell(HasInk(kPlace) ? "|" : ".");
     });
-    script.Add("anew", [this](DWORD style) {
+    script.Add("anew", [this] {
       ::DestroyWindow(edit);
       SetClipboardText("a\nb\r\nc");
       DisplayShareText(SharedText::kSelected, "");
-      Show("", style);
+      Show("");
     });
     script.Add("shared?", [] { Tell(Text(ClipboardText(), '/', DisplaySharedText(SharedText::kSelected))); });
   }
@@ -57,15 +60,12 @@ protected:
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     return ::SendMessageA(edit, message, wParam, lParam);
   }
-  std::string Content() const {
+  std::string Shown() {
     std::string text(size_t(::GetWindowTextLengthA(edit)) + 1, 'x');
     text.resize(size_t(::GetWindowTextA(edit, text.data(), int(text.size()))));
-    return text;
-  }
-  std::string Shown() {
     DWORD from = 0, to = 0;
     Send(EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
-    return Bracketed(Content(), from, to);
+    return Bracketed(text, from, to);
   }
   void Walk(std::initializer_list<Step> steps) {
     for (const Step& step : steps) {
@@ -74,28 +74,14 @@ protected:
       EXPECT_EQ(told + (told.empty() ? "" : " ") + Shown(), step.brings) << step.words;
     }
   }
-  // How far the text reaches in a control: where a caret behind it stands.
-  int WidthOf(const std::string& text) {
-    HDC context = ::GetDC(main);
-    SIZE size = {0, 0};
-    ::GetTextExtentPointA(context, text.data(), int(text.size()), &size);
-    ::ReleaseDC(main, context);
-    return size.cx;
-  }
-  // The leftmost column with any, from that one on; the right edge where there is none.
-  int FirstInk(int x = kPlace.left) {
-    const POINT at = OnScreen(main, 0, 0);
-    const auto isEmpty = [&] {
-      return Count({at.x + x, at.y + kPlace.top, at.x + x + 1, at.y + kPlace.bottom}, kPaper) == HeightOf(kPlace);
-    };
-    while (x < kPlace.right && isEmpty()) ++x;
-    return x;
+  bool HasInk(const PixelRect& r) {
+    const POINT at = OnScreen(main, r.left, r.top);
+    const PixelRect where = {at.x, at.y, at.x + WidthOf(r), at.y + HeightOf(r)};
+    return Count(where, kPaper) < int64_t{WidthOf(r)} * HeightOf(r);
   }
 
   HWND edit = nullptr;
 };
-
-// ---- Keys --------------------------------------------------------------------------------------------------------
 
 TEST_F(Edit, MovesSelectsErasesAndTakesBackByCharactersAndWords) {
   Show("one two.\u00E9 x");
@@ -123,68 +109,34 @@ TEST_F(Edit, MovesSelectsErasesAndTakesBackByCharactersAndWords) {
         {"ctrl+Z", "fene t.x|"}});
 }
 
-// ---- Lines -------------------------------------------------------------------------------------------------------
-
-TEST_F(Edit, GoesUpAndDownByTheLinesThatItShows) {
+TEST_F(Edit, OfLinesGoesUpAndDownByThemAndBreaksThemBetweenWords) {
   Show("first line\r\n\r\nthird lines", ES_MULTILINE);
   Walk({{"up", "first line\r\n|\r\nthird lines"},
-        {"up", "first line|\r\n\r\nthird lines"},
-        {"up", "first line|\r\n\r\nthird lines"},
-        {"shift+down", "first line[\r\n]\r\nthird lines"},
-        {"shift+left", "first line|\r\n\r\nthird lines"},
-        {"home", "|first line\r\n\r\nthird lines"},
-        {"ctrl+right ctrl+right ctrl+right", "first line\r\n\r\n|third lines"},
-        {"ctrl+left delete", "first line|\r\nthird lines"},
-        {"backspace", "first lin|\r\nthird lines"},
-        {"enter", "first lin\r\n|\r\nthird lines"},
-        {"pagedown", "first lin\r\n\r\n|third lines"},
-        {"shift+ctrl+end ctrl+C", "first lin\r\n\r\n[third lines]"},
-        {"ctrl+A", "[first lin\r\n\r\nthird lines]"},
-        {"ctrl+V", "third lines|"}});
-}
-
-TEST_F(Edit, BreaksLinesBetweenWordsAtItsFormattingRectangle) {
-  Show("one two three", ES_MULTILINE);
-  const auto lines = [this](int width) {
+        {"up shift+down", "first line[\r\n]\r\nthird lines"},
+        {"shift+left home ctrl+right ctrl+right ctrl+right", "first line\r\n\r\n|third lines"},
+        {"ctrl+left delete backspace enter", "first lin\r\n|\r\nthird lines"},
+        {"pagedown shift+ctrl+end ctrl+C ctrl+A", "[first lin\r\n\r\nthird lines]"},
+        {"enter ctrl+V", "\r\nthird lines|"},
+        {"select 0 2 ctrl+X ctrl+V", "\r\n|third lines"}});
+  for (const auto& [width, caret] : {std::pair{50, "\r\nthird |lines"}, {1, "\r\nthird line|s"}}) {
     const RECT format = {0, 0, width, 90};
     Send(EM_SETRECTNP, 0, reinterpret_cast<LPARAM>(&format));
-    // As Home shows the beginnings of lines, from the last one up.
-    Act("select -1 -1");
-    for (std::string text = Content();;) {
-      Act("home");
-      const size_t from = Shown().find('|');
-      if (from == 0) return text;
-      text.insert(from, 1, '/');
-      Send(EM_SETSEL, from - 1, LPARAM(from - 1));
-    }
-  };
-  EXPECT_EQ(lines(WidthOf("one two three")), "one two three");
-  EXPECT_EQ(lines(WidthOf("one two three") - 1), "one two /three");
-  EXPECT_EQ(lines(WidthOf("one two") - 1), "one /two /three");
-  Walk({{"select -1 -1 up", "one two| three"}}); // ahead of the blank that a line is broken behind
-  EXPECT_EQ(lines(WidthOf("three") - 1), "one /two /thre/e");
-  EXPECT_EQ(lines(1), "o/n/e /t/w/o /t/h/r/e/e");
+    Walk({{"ctrl+end home", caret}});
+  }
 }
 
-// ---- Texts: shared with other programs, limited, told ------------------------------------------------------------
-
-TEST_F(Edit, TypesAndSharesWholeCharactersAndLines) {
+TEST_F(Edit, TypesAndSharesWholeCharacters) {
   Act("m main 12 25");
-  Walk({{"anew 0 type \u00E9\u20AC\U0001F600 shared?", "a\nb\r\nc/ \u00E9\u20AC\U0001F600|"},
-        {"anew 0 type a\u00E9 shift+left ctrl+C home ctrl+V shared?", "\u00E9/\u00E9 \u00E9|a\u00E9"},
-        {"anew 0 type a\u00E9 ctrl+A ctrl+X shared?", "a\u00E9/a\u00E9 |"},
-        {"anew 0 A B shift+left ctrl+insert home shift+insert", "b|ab"},
-        {"anew 0 A B shift+left shift+delete home ctrl+V", "b|a"},
-        {"anew 0 type x\u00FC char 195 focus main here N", "x\u00FC\xC3n|"}, // half a character is a stray byte
-        {"anew 0 X ctrl+V", "xa b c|"},
-        {"anew 0 A B shift+left type \u00E9 mb shared?", "a\nb\r\nc/b b|a\u00E9"}, // lasts when the selection is gone
-        {"anew 4 ctrl+V", "a\r\nb\r\nc|"},
-        {"select 0 4 ctrl+X shared?", "a\nb/ |\r\nc"}});
-}
-
-TEST_F(Edit, BeepsForWhatItsLimitLeavesOutAndGivesWholeCharacters) {
-  Show("");
+  Walk({{"anew type \u00E9\u20AC\U0001F600 shared?", "a\nb\r\nc/ \u00E9\u20AC\U0001F600|"},
+        {"anew type a\u00E9 shift+left ctrl+C home ctrl+V shared?", "\u00E9/\u00E9 \u00E9|a\u00E9"},
+        {"anew type a\u00E9 ctrl+A ctrl+X shared?", "a\u00E9/a\u00E9 |"},
+        {"anew A B shift+left ctrl+insert home shift+insert", "b|ab"},
+        {"anew A B shift+left shift+delete home ctrl+V", "b|a"},
+        {"anew type x\u00FC char 195 focus main here N", "x\u00FC\xC3n|"}, // half a character is a stray byte
+        {"anew X ctrl+V", "xa b c|"},
+        {"anew A B shift+left type \u00E9 mb shared?", "a\nb\r\nc/b b|a\u00E9"}}); // lasts when the selection is gone
   Send(EM_LIMITTEXT, 4);
+  Send(WM_SETTEXT);
   Send(EM_REPLACESEL, 0, reinterpret_cast<LPARAM>("ab\xC3\xA9z"));
   Walk({{"select 0 3", "[ab]\xC3\xA9"}}); // a place inside a character
   EXPECT_EQ(TheMemoryDisplay().desktop.beeps, 1U);
@@ -203,29 +155,25 @@ TEST_F(Edit, TellsEachChangeAndMayEndInTheNoticeOfOne) {
   EXPECT_FALSE(IsLive(edit));
 }
 
-// ---- The mouse, what is seen, the caret --------------------------------------------------------------------------
-
 TEST_F(Edit, SelectsByTheMouse) {
   Show("some words here");
   Walk({{"focus main behind som . +lb", "som|e words here"},
         {"behind some w .", "som[e w]ords here"},
-        {"behind s .", "s[om]e words here"},
-        {"takemouse -lb", "s[om]e words here"},
-        {"behind some w .", "s[om]e words here"},
+        {"behind s . takemouse -lb behind some w .", "s[om]e words here"},
         {"behind some words . +shift lb -shift", "som[e words] here"},
         {"behind some word . tick 1000 lb +lb", "some [words] here"}, // a word, and on by words
         {"behind so .", "[some words] here"},
-        {"behind some words h .", "some [words here]"},
-        {"-lb", "some [words here]"}});
+        {"behind some words h . -lb", "some [words here]"}});
   EXPECT_EQ(DisplaySharedText(SharedText::kSelected), "words here");
   EXPECT_EQ(::GetFocus(), edit);
 }
 
 TEST_F(Edit, ScrollsWithTheCaretAndOnWhileTheMouseIsHeldOutside) {
+  constexpr PixelRect kLeft = {14, 10, 60, 100}; // behind the caret
   Show(std::string(20, ' ') + std::string(30000, 'm'));
-  EXPECT_LT(FirstInk(), 20);
+  EXPECT_TRUE(HasInk(kLeft));
   Act("home");
-  EXPECT_GT(FirstInk(14), 60); // behind the caret and the blanks
+  EXPECT_FALSE(HasInk(kLeft));
   const auto selectedUpTo = [this](int waits) {
     while (waits-- > 0) Act("wait 50");
     return Shown().find(']');
