@@ -8,8 +8,8 @@ namespace {
 constexpr DWORD kStyle = LBS_NOTIFY | LBS_SORT | WS_VSCROLL;
 constexpr int32_t kRows = 5, kWidth = 100;
 
-// Words of its script: "row N" clicks on the entry that is the Nth to be seen, "press N" and "bar Y" press on it or on
-// the scroll bar, "over X Y" moves the pointer there; Y counts from the bottom where it is below 0.
+// Words of its script: "over X Y" moves the pointer there, Y from the bottom where it is below 0; "row N" clicks on the
+// entry that is the Nth to be seen.
 class ListBox : public OneWindow {
 protected:
   HWND list = ShowControl("listbox", "", kStyle, {0, 0, kWidth, 1}, main, 7);
@@ -17,21 +17,15 @@ protected:
 
   ListBox() {
     ::MoveWindow(list, 0, 0, kWidth, kRows * row, TRUE);
-    for (const std::string word : {"row", "press", "bar", "over"}) {
-      TheScript().words[word] = [this, word](std::istream& in) {
-        int32_t x = word == "bar" ? kWidth - 8 : 5, y = 0;
-        if (word == "over") in >> x;
-        in >> y;
-        if (word == "row" || word == "press") y = y * row + 2;
-        const POINT at = OnScreen(list, x, y < 0 ? kRows * row + y : y);
-        MemoryMovePointerTo(at.x, at.y);
-        if (word != "over") Act(word == "row" ? "lb" : "+lb");
-      };
-    }
+    TheScript().Add("over", [this](int x, int y) {
+      const POINT at = OnScreen(list, x, y < 0 ? kRows * row + y : y);
+      MemoryMovePointerTo(at.x, at.y);
+    });
+    TheScript().Add("row", [this](int entry) { Act(Text("over 5 ", entry * row + 2, " lb")); });
   }
   void Add(const std::string& text) { ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())); }
   void AddTwenty() {
-    for (int i = 10; i < 30; ++i) Add(std::string("e").append(std::to_string(i)));
+    for (int i = 10; i < 30; ++i) Add(Text('e', i));
     Drain();
     Heard();
   }
@@ -83,7 +77,7 @@ TEST_F(ListBox, SelectsByKeysAndTheMouseAndTellsItsParent) {
         {"end down", "e29/1"},
         {"pageup", "e25/1"},
         {"home up", "e10/1"},
-        {"press 0 over 5 150 then wait 60", "e24"}, // dragged out below, the entries go on passing by
+        {"over 5 2 +lb over 5 150 then wait 60", "e24"}, // dragged out below, the entries go on passing by
         {"-lb", "e24/1"},
         {"wait 1000 row 0 row 0", "e20/1/2"},
         {"focus main", "e20/5"}});
@@ -93,13 +87,14 @@ TEST_F(ListBox, ScrollsByItsBarAndTheWheelAndNoFurtherThanThereIsAny) {
   AddTwenty();
   Play({{"over 5 5 wheel -2 row 0", "e16/1"},
         {"wheel 100 row 0", "e10/1"},
-        {"bar -5 -lb row 0", "e11/1"},  // the arrow down
-        {"bar -18 -lb row 0", "e15/1"}, // below the thumb
-        {"bar 5 -lb row 0", "e14/1"},
-        {"bar 30 over 92 500 -lb row 0", "e25/1"}, // the thumb, taken anywhere, from end to end
-        {"bar -20 over 92 -999 -lb row 0", "e10/1"},
+        {"over 92 -5 lb row 0", "e11/1"},  // the arrow down
+        {"over 92 -18 lb row 0", "e15/1"}, // below the thumb
+        {"over 92 5 lb row 0", "e14/1"},
+        {"over 92 30 +lb over 92 500 -lb row 0", "e25/1"}, // the thumb, taken anywhere, from end to end
+        {"over 92 -20 +lb over 92 -999 -lb row 0", "e10/1"},
         // An arrow that is held goes on, a moment later.
-        {"bar -5 then wait 100 then wait 100 then wait 100 then wait 100 then wait 100 then -lb row 0", "e14/1"}});
+        {"over 92 -5 +lb then wait 100 then wait 100 then wait 100 then wait 100 then wait 100 then -lb row 0",
+         "e14/1"}});
   ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
   Add("only");
   Play({{"over 92 2 lb", "only/1"}}); // with room for all there is no bar

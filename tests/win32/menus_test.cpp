@@ -163,28 +163,15 @@ TEST_F(Menus, OfTheSystemMinimiseMoveAndCloseTheWindow) {
        "command");
 }
 
-// Whatever happens while File and More are open, the menu closes in order: it chooses nothing, lets go of the mouse,
-// and the next one works.
+// Whatever happens while they are open, they close in order: nothing is chosen, the mouse is let go, and the next one
+// works.
 TEST_F(Menus, CloseInOrderWhateverHappens) {
   Act("new child child main 10 10 50 50");
-  const struct {
-    const char *happens, *undone, *brings = "File:3:0 -";
-  } cases[] = {
-      {"keyboard:other", ""},
-      {"takemouse", ""},
-      {"minimise:main", "restore main"},
-      {"disable:main", "enable main"},
-      {"hide:main", "show main"},
-      {"make:dialog:dialog:main:400:100:100:100 show:dialog", "destroy dialog"},
-      {"capture:child", "loose"},
-      {"nobar", "bar"},
-      {"ask", "", "File:3:0 main.close -"},
-      {"destroy:main", ""},
-  };
-  for (const auto& [happens, undone, brings] : cases) {
+  for (const char* happens : {"keyboard:other", "takemouse", "minimise:main", "disable:main", "hide:main",
+                              "capture:child", "nobar", "ask", "destroy:main"}) {
+    const std::string brings = Text("File:3:0 ", happens == std::string("ask") ? "main.close " : "", "-");
     EXPECT_EQ(Play(Text("alt+F M ? ", happens, " rest ?")), brings) << happens;
-    Act(undone);
-    Act("keyboard main then");
+    if (IsLive(main)) Act("restore main show main enable main loose bar keyboard main then");
   }
 }
 
@@ -201,22 +188,11 @@ TEST_F(Menus, LeaveALoopInsideItsMenus) {
 
 // What the program makes of its menus while they are open is what is shown.
 TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
-  TheScript().Add("anew", [this] { // as a program does that makes its menus anew: all at once
-    ::RemoveMenu(bar, 0, MF_BYPOSITION);
-    while (::GetMenuItemCount(file) > 0) ::RemoveMenu(file, 0, MF_BYPOSITION);
-    ::AppendMenuA(file, 0, 2, "Longer than it was before");
-    ::AppendMenuA(file, MF_POPUP, uintptr_t(more), "&More");
-    ::InsertMenuA(bar, 1, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "&File");
-    ::DrawMenuBar(main);
-  });
-  TheScript().Add(
-      "wide?", [this] { Tell(WidthOf(Popups()[0]) > 150 && Popups()[0].left == TitlePlace(1).left ? "yes" : "no"); });
   TheScript().Add("state", [this](UINT flags) {
-    ::ModifyMenuA(bar, 1, MF_BYPOSITION | MF_POPUP | flags, uintptr_t(file), "&File");
+    ::ModifyMenuA(bar, 0, MF_BYPOSITION | MF_POPUP | flags, uintptr_t(file), "&File");
   });
-  Walk({{"alt+F wide? M anew rest wide? ? left up enter", "no yes Grey:1:0 main.notice:2/0"},
-        {"alt+F down endmore rest ? esc esc", "Grey:_"},
-        {"alt+F down state:1 rest ? esc esc state:0", "Grey"},
+  Walk({{"alt+F M ? endmore rest ? esc esc", "File:3:0 File:_"},
+        {"alt+F down state:1 rest ? esc esc state:0", "File"},
         {"alt+F endbar rest ?", "-"}});
 }
 
