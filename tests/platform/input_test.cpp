@@ -53,17 +53,6 @@ TEST(Mouse, AReroutedPressEndsForTheOneAndBeginsForTheOther) {
   });
 }
 
-TEST(Mouse, HasItsPlaceInToolkitCoordinates) {
-  WindowScript script;
-  script.words["look"] = [&script](std::istream&) {
-    int16_t x, y;
-    GetMousePosition(&x, &y);
-    script.Say(std::to_string(x) + "," + std::to_string(y));
-  };
-  script.Walk(
-      {{"main 103 222 put 20 30 look", "!5 20,30"}, {"m 120 230 look", "20,30"}, {"main 113 202 look", "!5 10,50"}});
-}
-
 // ---- The keys ----------------------------------------------------------------------------------------------------
 
 TEST(Keys, GiveTheirCharactersToTheActiveWindow) {
@@ -85,11 +74,6 @@ TEST(Keys, GoToTheMenusAheadOfTheWindowsUnlessAModalOneHasThem) {
     SendKeyDown(true, {'+', '+', kFlagMenuKey | kFlagAlt}, 3, 4);
     SendKeyUp(false, {0, 65, kFlagAlt}, 3, 4);
   };
-  script.words["edits"] = [&script](std::istream&) {
-    static WindowScript* to;
-    to = &script;
-    TheLaterModules().endEditSession = [](const KeyEvent*) { to->Say("end"); };
-  };
   script.Walk({
       {"open a d +ctrl S", "a+ shortcut:s active=a"},
       {"-ctrl", "a'17/0"},
@@ -100,7 +84,6 @@ TEST(Keys, GoToTheMenusAheadOfTheWindowsUnlessAModalOneHasThem) {
       {"f4", "m'115/12"},
       {"close m f4", "m.gone free m- a+ a? a.close a.gone b+ b'115/12 active=b modal= off= focus=main"},
       {"-ctrl sent", "b'17/0 b:+/+/12 b'65/16"}, // with the menu key in its form
-      {"edits Q over b 1 1 d u", "end b:q/q/0 b'81/0 b< b~1,1 end bv16@1,1 b^16@1,1"},
   });
 }
 

@@ -60,7 +60,6 @@ TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
     const MainWindow* main = TheMainWindow();
     script.Say(Text(main->usableLeft, ',', main->usableTop, '+', main->usableWidth, 'x', main->usableHeight));
   };
-  script.words["untold"] = [](std::istream&) { TheMemoryDesktop().events.clear(); };
   script.Add("bar", [](int32_t left, int32_t top, int32_t right, int32_t bottom) {
     MemorySetTaskBar({left, top, right, bottom});
   });
@@ -74,8 +73,6 @@ TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
       {"bounds 50 50 300 200 bar 0 572 800 600 usable wheremain", "!5 !1 0,0+800x572 3,22+300x225"},
       {"bar 0 0 0 0 mode 1024 768 24 usable", "0,0+1024x768"},
       {"mode 1024 768 8", "!2on8"},
-      // A resolution that nobody tells is looked for.
-      {"together mode 900 700 8 untold main 60 60 usable", "!5 0,0+900x700"},
   });
 }
 
@@ -83,25 +80,15 @@ TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
 
 TEST(Windows, ComeOnceAreAskedBeforeTheUserClosesThemAndGoOnce) {
   WindowScript script;
-  script.words["title"] = [&script](std::istream&) { SetChildWindowTitle(script.Window("s"), "bold"); };
   script.words["front2"] = [&script](std::istream&) { ShowChildWindowFront(script.Window("s")); };
   script.Walk({
       {"open a dc open b d open c dc open r dcr", "a+ a- b+ b- c+ c- r+ active=r"},
       {"menuclose a menuclose b menuclose r", "a? a.close a.gone r?"}, // b may not, r does not want to
       {"when c? close c . menuclose c close r", "c? c.gone r.gone b+ active=b"},
       {"close b close b", "b.gone active="},
-      {"make s m", ""},
-      {"open d d paints d front d open t t paints t front t",
-       "d+ t+ t- t+ t- t#0,0+200x100 active=d"}, // what floats is painted anew
-      {"show s front2 title", "block d- s+ active=s modal=s off=main,d focus=s"},
+      {"open d d make s m show s front2", "d+ block d- s+ active=s modal=s off=main,d focus=s"},
   });
-  EXPECT_TRUE(MemoryWindowTitled("bold"));
   EXPECT_EQ(script.Window("s")->openCount, 2);
-  SelectWindowClass(199);
-  SelectWindowClass(201);
-  script.Act("open c p open e p"); // the next window alone is of the selected class
-  EXPECT_EQ(MemoryWindowTitled("c")->role, WindowRole::kCover);
-  EXPECT_EQ(MemoryWindowTitled("e")->role, WindowRole::kPopup);
 }
 
 // ---- Modal and active windows ------------------------------------------------------------------------------------
@@ -128,13 +115,18 @@ TEST(ModalWindows, APopupDoesNotBlockAndGoesWhenSomethingElseBegins) {
   });
 }
 
+// With the program's keyboard the main window's caption is lit, whichever of its windows is active.
 TEST(ActiveWindow, IsTheTopmostDocumentUntilAModalWindowComes) {
-  WindowScript().Walk({
+  WindowScript script;
+  script.words["lit?"] = [&script](std::istream&) {
+    script.Say(TheMainWindow()->window->captionLit && ActiveGet() ? "lit" : "grey");
+  };
+  script.Walk({
       {"open a d open b d", "a+ a- b+ active=b"},
       {"open t t open p p", "t+ t- p+ modal=p focus=p"},
       {"close p front a", "p.gone p- b- a+ active=a modal= focus=main"},
-      {"open m m", "block a- m+ active=m modal=m off=main,a,b focus=m"},
-      {"leave", "m- active= focus="},
+      {"open m m lit?", "block a- m+ lit active=m modal=m off=main,a,b focus=m"},
+      {"leave lit?", "m- grey active= focus="},
       {"return", "m+ active=m focus=m"}, // a palette above it stays what it is
       {"close m", "m.gone free m- a+ active=a modal= off= focus=main"},
       {"behind a", "a- b+ active=b"},
@@ -144,15 +136,6 @@ TEST(ActiveWindow, IsTheTopmostDocumentUntilAModalWindowComes) {
       {"resume", "b+ focus=b"},
       {"evaluate", "b- a+ active=a focus=a"},
   });
-}
-
-TEST(ActiveWindow, TheMainCaptionIsLitAsLongAsTheProgramHasTheKeyboard) {
-  WindowScript script;
-  for (const auto& [words, isLit] : {std::pair{"open m m", true}, {"leave", false}, {"return close m", true}}) {
-    script.Act(words);
-    EXPECT_EQ(TheMainWindow()->window->captionLit, isLit) << words;
-    EXPECT_EQ(ActiveGet(), isLit);
-  }
 }
 
 } // namespace
