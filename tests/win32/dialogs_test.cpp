@@ -70,7 +70,6 @@ TEST_F(Dialogs, OfMessagesHaveTheButtonsOfTheirFlagsAndAnswerTheOneThatWasPresse
       {MB_YESNO, "shift+tab space", "7"},
       {MB_YESNOCANCEL, "right right ? right left enter", "box:2:2 2"},
       {MB_YESNOCANCEL | MB_DEFBUTTON3 | MB_ICONEXCLAMATION, "left enter", "7"},
-      {MB_ABORTRETRYIGNORE, "I", "5"},
       {MB_RETRYCANCEL | MB_ICONASTERISK, "click:2", "2"},
       {MB_YESNO, "keyboard:- ? keyboard:box ? enter", "- box:6:6 6"},
   };

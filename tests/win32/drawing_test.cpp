@@ -90,9 +90,11 @@ public:
     if (dice.OneIn(3)) Scribble(twin.context, &dice);
     const Picture before = twin.picture = PictureOf(twin.context);
     window.damage = {0, 0, 0, 0};
-    const std::pair<const char*, void (TwinDrawing::*)(Twin*)> acts[] = {
-        {"fill", &TwinDrawing::Fill},   {"rectangle", &TwinDrawing::Boxed}, {"pixel", &TwinDrawing::Pixel},
-        {"copy", &TwinDrawing::Copied}, {"text", &TwinDrawing::Letters},    {"pointer", &TwinDrawing::Pointer}};
+    const std::pair<const char*, void (TwinDrawing::*)(Twin*)> acts[] = {{"fill", &TwinDrawing::Fill},
+                                                                         {"rectangle", &TwinDrawing::Boxed},
+                                                                         {"copy", &TwinDrawing::Copied},
+                                                                         {"text", &TwinDrawing::Letters},
+                                                                         {"pointer", &TwinDrawing::Pointer}};
     const auto& [name, draw] = dice.OneOf(acts);
     (this->*draw)(&twin);
     const Picture after = PictureOf(twin.context);
@@ -159,12 +161,6 @@ private:
       if (x < r.left || x >= r.right || y < r.top || y >= r.bottom) return;
       twin->Put(x, y, twin->hasPen && !inside ? twin->pen : twin->BrushAt(x, y), twin->inverts);
     });
-  }
-  void Pixel(Twin* twin) {
-    const int x = Any(), y = Any();
-    const COLORREF drawn = ::SetPixel(twin->context, x, y, twin->brush);
-    EXPECT_EQ(drawn, twin->Sees(x, y) ? ::GetNearestColor(twin->context, twin->brush) : CLR_INVALID);
-    twin->Put(x, y, twin->brush, false);
   }
   // From any place of any context of the same format, stretched by the nearest pixel if it lies inside.
   void Copied(Twin* twin) {

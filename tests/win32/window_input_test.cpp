@@ -13,6 +13,7 @@ using MessageQueue = OneWindow;
 constexpr const char* kMouse = "m d u rd ru md mu dd ncm ncd wheel enable";
 constexpr const char* kKeys = "key keyup char syskey syskeyup syschar command";
 
+// But the wheel goes on to the parents of what lies under the pointer.
 TEST_F(MouseInput, GoesToTheDeepestShownAndEnabledChildAndTellsWhatIsDown) {
   Walk(kMouse,
        {{"new child child main 10 10 50 50 m main 15 16 ctrl+lb shift+rb mb",
@@ -20,15 +21,10 @@ TEST_F(MouseInput, GoesToTheDeepestShownAndEnabledChildAndTellsWhatIsDown) {
         {"new deep child child 20 20 20 20 at? deep 0 0 at? deep -1 0 at? 100 100 at? 99 100", "deep child main -"},
         {"disable deep at? deep 0 0 hide child at? deep 0 0 showna child", "deep.enable:0 child main"},
         {"m main 33 33", "| child.m:0@23,23"},
-        {"disable child m main 16 16", "child.enable:0 | main.m:0@16,16"},
+        {"+ctrl wheel 1 -ctrl", "| child.wheel:7864328@136,155 main.wheel:7864328@136,155"},
+        {"disable child m main 16 16 wheel -2", "child.enable:0 | main.m:0@16,16 main.wheel:4279238656@119,138"},
         {"m 100 200 then m 150 110", "main.ncm:18@100,200 | main.ncm:2@150,110"},
         {"disable main m main 99 99 lb", "main.enable:0"}});
-}
-
-TEST_F(MouseInput, OfTheWheelGoesToWhatLiesUnderThePointerAndOnToItsParents) {
-  Walk("wheel", {{"new child child main 10 10 50 50 m 120 140 +ctrl wheel 1 -ctrl",
-                  "| child.wheel:7864328@120,140 main.wheel:7864328@120,140"},
-                 {"disable child wheel -2", "| main.wheel:4279238656@120,140"}});
 }
 
 TEST_F(PointerShapes, IsTheClassesOverTheClientAreaAndAnArrowOnTheFrame) {
@@ -95,11 +91,9 @@ TEST_F(KeyInput, GoesToTheFocusAndIsOfTheSystemWithAltButNotWithCtrl) {
        {"ctrl+alt+X", "| child.key:17 child.key:18 child.key:X child.keyup:X* child.keyup:18* child.keyup:17*"},
        {"+A A ctrl+C", "| child.key:A child.char:97 child.key:A* child.char:97 child.keyup:A* child.key:17 child.key:C "
                        "child.char:3 child.keyup:C* child.keyup:17*"},
+       {"focus - A", "| main.syskey:A main.syschar:97 main.syskeyup:A*"},
+       {"disable main A then enable main focus child", ""},
        {"alt+f4", "| child.syskey:18 child.syskey:115 main.command:f060"}});
-}
-
-TEST_F(KeyInput, WithoutAFocusIsOfTheSystemAndIsLostWhereTheWindowIsDisabled) {
-  Walk(kKeys, {{"focus - A", "| main.syskey:A main.syschar:97 main.syskeyup:A*"}, {"disable main A", ""}});
 }
 
 TEST_F(KeyInput, HasAStateThatFollowsTheMessagesTakenAndAnotherThatIsNow) {
@@ -134,6 +128,7 @@ std::string Taken(const std::string& window, UINT first, UINT last) {
   return kinds;
 }
 
+// Of moves it holds one.
 TEST_F(MessageQueue, GivesInputInItsOrderThenTheEndThenPaintsAndKeepsWhatAFilterLeaves) {
   Act("erase main quit 7 A m 150 160 lb");
   EXPECT_EQ(Taken("-", 0, 0), "256 257 512 513 514 18 15 ");
@@ -144,11 +139,6 @@ TEST_F(MessageQueue, GivesInputInItsOrderThenTheEndThenPaintsAndKeepsWhatAFilter
   Act("quit 7 m 450 60 destroy dlg");
   EXPECT_EQ(Taken("main", WM_PAINT, WM_PAINT), "18 15 "); // the end, through any filter
   EXPECT_EQ(Taken("-", 0, 0), "");
-}
-
-TEST_F(MessageQueue, HoldsOneMove) {
-  Walk("m d u", {{"m 150 160 m 151 161 +lb m 152 162 m 153 163 -lb",
-                  "| main.m:0@48,39 main.d:1@48,39 main.m:1@50,41 main.u:0@50,41"}});
 }
 
 } // namespace

@@ -24,11 +24,10 @@ TEST_F(WindowPainting, ErasesWithTheClassesColourPaintsParentsFirstAndOnlyWhatIs
         {"when main.erase update main . erase main update main rgb? main 100 100", "main.paint main.erase r"}});
 }
 
-TEST_F(WindowPainting, IsAskedOnlyForWhatIsNewUnlessTheClassWantsItAll) {
+TEST_F(WindowPainting, IsAskedOnlyForWhatIsNew) {
   Walk("none", {{"new child child main 10 10 50 50 place child 20 25 60 50 update? child", "50,0+10x50"},
                 {"place main 100 100 226 225 update? main", "200,0+20x200"},
                 {"new low child main 0 0 50 50 top low hide low update? child", "0,0+30x25"},
-                {"new anew anew main 0 0 50 50 place anew 0 0 50 40 update? anew", "0,0+50x40"},
                 {"new box framed main 5 60 100 50 place box 5 60 60 50 then rgb? main 64 90 rgb? main 65 90", "k w"},
                 {"place box 5 60 140 90 then rgb? main 64 90", "w"}});
 }
@@ -64,17 +63,6 @@ TEST_F(WindowContext, FollowsItsWindowAndOutlivesItUntilItIsGivenBack) {
   for (HDC context : contexts) {
     ::SetTextColor(context, RGB(1, 2, 3));
     EXPECT_EQ(::ReleaseDC(nullptr, context), 0);
-  }
-}
-
-TEST_F(WindowContext, OfAClassOfItsOwnKeepsItsStateAndOthersBeginAnew) {
-  Act("new own own main 0 0 50 50");
-  for (const auto& [window, kept] : {std::pair{main, RGB(0, 0, 0)}, std::pair{Named("own"), RGB(1, 2, 3)}}) {
-    for (const COLORREF expected : {RGB(0, 0, 0), kept}) {
-      HDC context = ::GetDC(window);
-      EXPECT_EQ(::SetTextColor(context, RGB(1, 2, 3)), expected);
-      ::ReleaseDC(window, context);
-    }
   }
 }
 

@@ -21,20 +21,17 @@ Scene* scene;
 
 // The name of each message in the log, and behind a colon a letter for what else it tells.
 const std::map<UINT, std::string> kEvents = {
-    {WM_GETMINMAXINFO, "limits"}, {WM_NCCREATE, "nccreate"},    {WM_CREATE, "create"},
-    {WM_DESTROY, "destroy"},      {WM_NCDESTROY, "gone"},       {WM_SETFOCUS, "focus"},
-    {WM_KILLFOCUS, "blur"},       {WM_PAINT, "paint"},          {WM_ERASEBKGND, "erase"},
-    {WM_CLOSE, "close"},          {WM_CAPTURECHANGED, "loose"}, {WM_WININICHANGE, "settings"},
-    {WM_SHOWWINDOW, "shown:n"},   {WM_ACTIVATEAPP, "app:n"},    {WM_NCACTIVATE, "lit:n"},
-    {WM_ACTIVATE, "act:n"},       {WM_ENABLE, "enable:n"},      {WM_CHAR, "char:n"},
-    {WM_SYSCHAR, "syschar:n"},    {WM_ENTERIDLE, "idle:n"},     {WM_QUIT, "quit:n"},
-    {WM_KEYDOWN, "key:k"},        {WM_KEYUP, "keyup:k"},        {WM_SYSKEYDOWN, "syskey:k"},
-    {WM_SYSKEYUP, "syskeyup:k"},  {WM_NCMOUSEMOVE, "ncm:m"},    {WM_NCLBUTTONDOWN, "ncd:m"},
-    {WM_NCLBUTTONUP, "ncu:m"},    {WM_MOUSEMOVE, "m:m"},        {WM_LBUTTONDOWN, "d:m"},
-    {WM_LBUTTONUP, "u:m"},        {WM_LBUTTONDBLCLK, "dd:m"},   {WM_RBUTTONDOWN, "rd:m"},
-    {WM_RBUTTONUP, "ru:m"},       {WM_MBUTTONDOWN, "md:m"},     {WM_MBUTTONUP, "mu:m"},
-    {WM_MOUSEWHEEL, "wheel:m"},   {WM_SIZE, "size:s"},          {WM_DISPLAYCHANGE, "display:s"},
-    {WM_MOVE, "moved:p"},         {WM_NCCALCSIZE, "frame:f"},   {WM_WINDOWPOSCHANGED, "pos:w"},
+    {WM_GETMINMAXINFO, "limits"}, {WM_DESTROY, "destroy"},    {WM_NCDESTROY, "gone"},
+    {WM_SETFOCUS, "focus"},       {WM_KILLFOCUS, "blur"},     {WM_PAINT, "paint"},
+    {WM_ERASEBKGND, "erase"},     {WM_CLOSE, "close"},        {WM_SHOWWINDOW, "shown:n"},
+    {WM_ACTIVATEAPP, "app:n"},    {WM_NCACTIVATE, "lit:n"},   {WM_ACTIVATE, "act:n"},
+    {WM_ENABLE, "enable:n"},      {WM_CHAR, "char:n"},        {WM_SYSCHAR, "syschar:n"},
+    {WM_KEYDOWN, "key:k"},        {WM_KEYUP, "keyup:k"},      {WM_SYSKEYDOWN, "syskey:k"},
+    {WM_SYSKEYUP, "syskeyup:k"},  {WM_NCMOUSEMOVE, "ncm:m"},  {WM_MOUSEMOVE, "m:m"},
+    {WM_LBUTTONDOWN, "d:m"},      {WM_LBUTTONUP, "u:m"},      {WM_LBUTTONDBLCLK, "dd:m"},
+    {WM_RBUTTONDOWN, "rd:m"},     {WM_RBUTTONUP, "ru:m"},     {WM_MBUTTONDOWN, "md:m"},
+    {WM_MBUTTONUP, "mu:m"},       {WM_MOUSEWHEEL, "wheel:m"}, {WM_SIZE, "size:s"},
+    {WM_MOVE, "moved:p"},         {WM_NCCALCSIZE, "frame:f"}, {WM_WINDOWPOSCHANGED, "pos:w"},
     {WM_SYSCOMMAND, "command:h"}, {WM_COMMAND, "notice:c"}};
 
 // Which key it is, and * for one that was down.
@@ -100,14 +97,11 @@ struct Kind {
 constexpr DWORD kFrame = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX, kChild = WS_CHILD | WS_CLIPSIBLINGS;
 constexpr Kind kKinds[] = {{"frame", "Log", kFrame | WS_CLIPCHILDREN, 0},
                            {"dialog", "Log", WS_POPUP | WS_CAPTION | WS_SYSMENU, 0},
-                           {"plain", "Log", WS_POPUP, 0},
                            {"border", "Log", WS_POPUP | WS_BORDER, 0},
                            {"popup", "Log", WS_POPUP | WS_BORDER, WS_EX_TOPMOST},
-                           {"palette", "Log", WS_POPUP | WS_CAPTION, WS_EX_TOPMOST},
                            {"child", "Log", kChild, 0},
                            {"framed", "Log", kChild | kFrame, 0},
-                           {"anew", "LogAnew", kChild, 0}, // painted whole on every new size
-                           {"own", "LogOwn", kChild, 0}};  // has a context of its own
+                           {"own", "LogOwn", kChild, 0}}; // has a context of its own
 
 void Register(const char* name, UINT style) {
   WNDCLASSA windowClass = {};
@@ -275,7 +269,6 @@ WindowScene::WindowScene(int32_t width, int32_t height, int32_t depth) {
   scene = new Scene;
   AddWords(&scene->script);
   Register("Log", 0);
-  Register("LogAnew", CS_HREDRAW | CS_VREDRAW);
   Register("LogOwn", CS_OWNDC);
 }
 
