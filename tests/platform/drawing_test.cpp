@@ -134,28 +134,6 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
   }
 }
 
-// ---- Clips ---------------------------------------------------------------------------------------------------------
-
-PixelRect ClipBox() {
-  RECT box = {};
-  ::GetClipBox(CurrentContext(), &box);
-  return {box.left, box.top, box.right, box.bottom};
-}
-
-TEST(Clip, IsNarrowedWithinItsPortAndComesBackThereAlone) {
-  const Sheet sheet(20, 20);
-  SetClip(5, 5, 30, 15);
-  const SavedClip before = NarrowClip(0, 10, 8, 40), narrow = SaveClip();
-  EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
-  SetPortOffscreen(NewOffscreen(20, 20, true)); // a Port begins without one
-  SetClip(1, 2, 3, 4);
-  RestoreClip(before);
-  EXPECT_TRUE(Same(ClipBox(), {1, 2, 3, 4}));
-  SetPortOffscreen(sheet.offscreen);
-  RestoreClip(narrow);
-  EXPECT_TRUE(Same(ClipBox(), {5, 10, 8, 15}));
-}
-
 // ---- Text and fonts ----------------------------------------------------------------------------------------------
 
 TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {

@@ -73,17 +73,5 @@ TEST_F(PumpTest, TheEndOfTheLoopWaitsForTheLoopsInsideIt) {
   EXPECT_EQ(CurrentPort(), nullptr);
 }
 
-TEST_F(PumpTest, AClosedWindowsRecordCanBeReadUntilThePassEndsEvenIfALoopInsideItClosesIt) {
-  script.words["look"] = [this](std::istream&) {
-    const ChildWindow* a = script.Window("a");
-    script.Say(a->flags & kWindowClosed ? "closed" : "open");
-    script.Say(IsOpenChildWindow(a) ? "listed" : "gone");
-  };
-  script.Act("open a d settle");
-  // What is opened last takes the place of a record that is gone.
-  script.Walk({{"after 20 close m close a . when a: open m m loop m open b d look . X settle",
-                "a+ a:x/x/0 block a- m+ m'88/0 m.gone free m- a+ a.gone b+ closed gone active=b"}});
-}
-
 } // namespace
 } // namespace framereel

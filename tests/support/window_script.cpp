@@ -44,14 +44,9 @@ std::string CharacterOf(uint8_t c) {
   return c > 32 && c < 127 ? std::string(1, char(c)) : std::to_string(c);
 }
 
-RECT ClipBox() {
+void HearPaint(ChildWindow* window) {
   RECT box = {};
   ::GetClipBox(CurrentContext(), &box);
-  return box;
-}
-
-void HearPaint(ChildWindow* window) {
-  const RECT box = ClipBox();
   Hear(window, '#', box.left, ',', box.top, '+', box.right - box.left, 'x', box.bottom - box.top);
 }
 
@@ -89,10 +84,8 @@ uint32_t FlagsOf(const std::string& kind) {
   return flags;
 }
 
-// What tells of another display may be drawn in the main window, with the new depth known.
+// When it tells of another display, the new depth is known.
 void HearNotice(intptr_t code, void*) {
-  const MainWindow* main = TheMainWindow();
-  EXPECT_TRUE(code != kChangeDisplay || !main->window || CurrentPort() == &main->port);
   script->Say(Text('!', code) + (code == kChangeDisplay ? Text("on", TheDisplayCaps().screenDepth) : ""));
 }
 
@@ -104,17 +97,11 @@ std::string PlaceOf(const WindowGeometry& g) {
   return Text(g.clientLeft, ',', g.clientTop, '+', g.clientWidth, 'x', g.clientHeight);
 }
 
-// The record is what the platform has, in toolkit coordinates, with the frame round it.
+// The record is what the platform has, in toolkit coordinates.
 void ExpectAgreement(const WindowGeometry& g, HWND window) {
   const MainWindow* main = TheMainWindow();
-  const PixelRect client = ClientOnScreen(*window);
-  WindowGeometry real = g;
-  real.clientLeft = int16_t(client.left - main->originX), real.clientTop = int16_t(client.top - main->originY);
-  real.clientWidth = int16_t(WidthOf(client)), real.clientHeight = int16_t(HeightOf(client));
-  OuterFromClient(&real);
-  EXPECT_EQ(PlaceOf(g), PlaceOf(real));
-  EXPECT_EQ(std::vector({g.outerLeft, g.outerTop, g.outerWidth, g.outerHeight}),
-            std::vector({real.outerLeft, real.outerTop, real.outerWidth, real.outerHeight}));
+  const PixelRect r = ClientOnScreen(*window);
+  EXPECT_EQ(PlaceOf(g), Text(r.left - main->originX, ',', r.top - main->originY, '+', WidthOf(r), 'x', HeightOf(r)));
 }
 
 } // namespace
@@ -238,7 +225,6 @@ void WindowScript::AddWords() {
   Add("flush", FlushPaints);
   Add("dismiss", DismissPopup);
   Add("drop", ReleaseHeldCapture);
-  Add("put", SetMousePosition);
   Add("main", [](int16_t x, int16_t y) { MoveMainWindow(nullptr, x, y); });
   Add("mainsize", [](int16_t width, int16_t height) { SetMainClientSize(nullptr, width, height); });
   Add("wheremain", [] { script->Say(PlaceOf(TheMainWindow()->geometry)); });

@@ -107,18 +107,6 @@ TEST_F(TextLayout, HonoursCommandsOnTheWayAndKeepsTheBytesOfACharacterTogether) 
   EXPECT_EQ(Lines("\u00E9\u00E9\u00E9", TextWrap::kByCharacter, 1), letters);
 }
 
-TEST_F(TextLayout, FitsTextsIntoPleasantShapes) {
-  const auto fitted = [](const std::string& text, int width, int height) {
-    return FittedTextSize(text.c_str(), TextAlign::kLeft, int16_t(width), int16_t(height));
-  };
-  const std::string sentence = "The quick brown fox jumps over the lazy dog and comes back to have a look once more.";
-  const TextSize free = fitted(sentence, 0, 0);
-  EXPECT_TRUE(free.width < 3 * free.height && free.height < 3 * free.width);
-  EXPECT_LE(fitted(sentence, 120, 0).width, 120);
-  EXPECT_LE(fitted(sentence, 0, 3 * lineHeight).height, 4 * lineHeight);
-  EXPECT_EQ(fitted("a\nb\nc", 0, 0).height, 3 * lineHeight);
-}
-
 TEST_F(TextLayout, DrawsEachLineAtItsSideAndInsideItsRectangle) {
   const auto shown = [this](const auto& draw) {
     UseDrawState(DrawStateFill());

@@ -18,21 +18,10 @@ TEST_F(Button, IsClickedByAPressThatBeginsAndEndsOnItOrByItsKeys) {
                   {"+lb m main 60 32 -lb rb +lb then -lb", "| main.notice:7/0"},
                   {"focus? +space +space then rgb? main 20 20 -space", "Go k | main.notice:7/0"},
                   {"+enter enter A", "| main.notice:7/0"},
-                  {"disable Go lb", ""}});
-}
-
-TEST_F(Button, ForgetsAPressThatIsTakenAwayFromIt) {
-  struct {
-    const char *press, *taker, *release;
-  } cases[] = {{"+space", "esc", "-space"},  {"+space", "disable Go", "-space"}, {"+space", "keyboard other", "-space"},
-               {"+lb", "disable Go", "-lb"}, {"+lb", "takemouse", "-lb"},        {"+lb", "esc", "-lb"}};
-  for (const auto& one : cases) {
-    Act("enable Go keyboard main m main 60 32 then");
-    ::SetFocus(button);
-    Act(std::string(one.press) + " then rgb? main 20 20 " + one.taker + " then " + one.release +
-        " then rgb? main 20 20");
-    EXPECT_EQ(Heard("notice"), "k w") << one.press << one.taker;
-  }
+                  // A press that is taken away from it is forgotten.
+                  {"+space then esc then rgb? main 20 20 -space", "w"},
+                  {"+lb then takemouse then rgb? main 20 20 -lb", "w"},
+                  {"+lb then disable Go then rgb? main 20 20 -lb lb", "w"}});
 }
 
 } // namespace

@@ -175,17 +175,6 @@ TEST_F(Menus, CloseInOrderWhateverHappens) {
   }
 }
 
-// A loop inside of WM_ENTERIDLE has its own messages, and its own menus.
-TEST_F(Menus, LeaveALoopInsideItsMenus) {
-  bool inside = false;
-  Answer(WM_ENTERIDLE, [&](HWND, WPARAM, LPARAM) {
-    if (::GetTickCount() < 90 || std::exchange(inside, true)) return 0;
-    Act("make dialog dialog main 400 100 100 100 show dialog ? later right enter . alt+space M then place? dialog");
-    return 0;
-  });
-  EXPECT_EQ(Play("alt+F rest"), "- 408,100+100x100");
-}
-
 // What the program makes of its menus while they are open is what is shown.
 TEST_F(Menus, FollowTheirItemsWhileTheyAreOpen) {
   TheScript().Add("state", [this](UINT flags) {
