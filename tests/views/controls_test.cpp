@@ -104,7 +104,7 @@ TEST_F(Controls, AnEditFieldTakesTextAndTheEditMenuUntilItsSessionEnds) {
         {"over w 11 11 d u", ""}, // in its own bevel
         {"over w 130 30 d u can?", "f. g! 4"},
         {"over w 50 90 d u can? choose 2 text? f", "g. 0 old"}, // beside them
-        {"edit g +ctrl C -ctrl edit f leave return edit f", "g! shortcut:c g. f! f. f!"},
+        {"edit g +ctrl C -ctrl edit f leave return edit f", "g! g. f! f. f!"},
         {"destroy f", ""}});
   EXPECT_TRUE(MainHasTheKeyboard());
 }
@@ -127,7 +127,7 @@ protected:
       jitter = 1 - jitter;
       script.Act("over w " + std::to_string(115 + jitter) + " " + std::to_string(top + (entry == 2 ? 2 : row / 2)));
     };
-    script.words["list?"] = [this](std::istream&) { script.Say(PopupListIsOpen() ? "open" : "shut"); };
+    script.Add("list?", [] { Answer(PopupListIsOpen() ? "open" : "shut"); });
     script.Act("fit v show v");
     script.Heard();
   }

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <sstream>
 #include <string>
 
 #include "platform/drawing/draw_state.h"
@@ -48,7 +47,7 @@ inline std::string PictureOf(const View* view) {
 // A program with the open window "w", of 200 by 100 pixels, and the words of window_script.h with these:
 //
 //   view NAME KIND PARENT X Y   makes a View in a window or in a View; kKinds has the kinds
-//   show quiet hide hidequiet enable disable destroy fit NAME, resize NAME WIDTH HEIGHT, move NAME X Y
+//   show hide enable disable destroy fit NAME, resize NAME WIDTH HEIGHT, move NAME X Y
 //   bounds? NAME, hit? NAME X Y, whole? NAME (nothing of it is cut off)
 //
 // The log has a View's name and "<" ">" for the mouse that enters and leaves, "v" "~" "^" for a press, a move and a
@@ -60,9 +59,7 @@ public:
     scene = this;
     tellsDraws = false;
     script.Add("show", ViewShow);
-    script.Add("quiet", ViewShowQuiet);
     script.Add("hide", ViewHide);
-    script.Add("hidequiet", ViewHideQuiet);
     script.Add("enable", ViewEnable);
     script.Add("disable", ViewDisable);
     script.Add("destroy", ViewDestroy);
@@ -102,16 +99,11 @@ public:
   // The same, of what Views hear and questions answer alone.
   void Play(std::initializer_list<ScriptStep> steps) {
     for (const ScriptStep& step : steps) {
+      said.clear();
       script.Act(step.words);
-      std::istringstream heard(script.Heard());
-      std::string said;
-      for (std::string word; heard >> word;) {
-        const bool isFact = word.find('=') > 1 && word.find('=') != std::string::npos;
-        const bool isOfWindow = word[0] == 'w' && (!std::isalpha(word[1]) || word.find('@') != std::string::npos);
-        if (!isOfWindow && !isFact) said += (said.empty() ? "" : " ") + word;
-      }
       EXPECT_EQ(said, step.brings) << step.words;
     }
+    script.Heard();
   }
 
   // A class whose Views tell what they hear.
@@ -142,13 +134,17 @@ public:
       if (each == view) Answer(name + what);
     }
   }
-  static void Answer(const std::string& answer) { scene->script.Say(answer); } // to a question
+  static void Answer(const std::string& answer) { // to a question
+    scene->said += (scene->said.empty() ? "" : " ") + answer;
+    scene->script.Say(answer);
+  }
 
   static inline ViewScene* scene = nullptr;
   static inline bool tellsDraws = false;
   const int start;                    // hands the toolkit down ahead of the program
   std::map<std::string, View*> views; // destroyed ones among them
   WindowScript script;
+  std::string said;
 
 private:
   static const ViewClass* DeafClass() { // hands its keys on

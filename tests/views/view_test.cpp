@@ -12,7 +12,7 @@ constexpr char kFamily[] = "view B plain w 10 10 resize B 100 80 view a tells B 
 TEST_F(ViewTest, AreMadeSmallHiddenAndEnabledAndAreHitWhileTheyAreShownAndEnabled) {
   Walk({{"view v tells w 5 6 bounds? v hit? v 5 6", "5,6+16x16 no"},
         {"show v hit? v 5 6 hit? v 20 21 hit? v 21 21 hit? v 20 22", "v+ yes yes no no"},
-        {"disable v hit? v 5 6 show v disable v enable v enable v hidequiet v hide v", "voff no von v-1"},
+        {"disable v hit? v 5 6 show v disable v enable v enable v hide v hide v", "voff no von v-"},
         {"resize v 0 40 bounds? v move v 7 8 bounds? v", "5,6+16x40 7,8+16x40"}});
 }
 
@@ -34,7 +34,7 @@ TEST_F(ViewTest, TellTheirEndFromTheLastListenerOnAndGoWithTheirContainerOrTheir
 TEST_F(ViewTest, ABoxShowsItsChildrenSizesItselfRoundThemAndTakesThemAlong) {
   Walk({{"view B plain w 10 10 resize B 100 80 fit B bounds? B", "10,10+16x16"},
         {"view a tells B 40 20 bounds? a fit B bounds? B", "50,30+16x16 10,10+56x36"},
-        {"quiet B hidequiet B show B hide B", "a+ a-"},
+        {"show B hide B", "a+ a-"},
         {"move B 20 30 bounds? a move a 32767 0 bounds? a", "60,50+16x16 60,30+16x16"},
         {"destroy a fit B bounds? B", "ax 20,30+16x16"},
         {"whole? B move B 190 10 whole? B move B 20 30", "yes no"}, // of which the window cuts some
@@ -46,7 +46,7 @@ TEST_F(ViewTest, ABoxShowsItsChildrenSizesItselfRoundThemAndTakesThemAlong) {
 TEST_F(ViewTest, AreDrawnInOrderWhereTheyNeedItWithinTheirContainer) {
   script.Act(std::string(kFamily) + "view t tells w 5 5 draws"); // t is hidden
   script.Heard();
-  Walk({{"paint w", "a# b#"}, {"hidequiet B", ""}, {"paint w", ""}});
+  Walk({{"paint w", "a# b#"}, {"hide B", "a- b-"}, {"paint w", ""}});
   static ViewClass flood;
   flood = *TellingClass();
   flood.draw = [](View* view) {

@@ -29,13 +29,10 @@ protected:
     ::SetMenu(main, bar);
     Script& script = TheScript();
     script.Add("?", [this] { Tell(Looks()); });
-    for (const std::string word : {"over", "press", "click"}) {
-      script.words[word] = [this, word](std::istream& in) {
-        const POINT at = PlaceOf(Word(in));
-        MemoryMovePointerTo(at.x, at.y);
-        if (word != "over") Act(word == "press" ? "+lb" : "lb");
-      };
-    }
+    script.words["over"] = [this](std::istream& in) {
+      const POINT at = PlaceOf(Word(in));
+      MemoryMovePointerTo(at.x, at.y);
+    };
     script.Add("bar", [this] { ::SetMenu(main, bar); });
     script.Add("nobar", [this] { ::SetMenu(main, nullptr); });
     script.Add("endbar", [this] { ::DestroyMenu(bar); });
@@ -46,7 +43,7 @@ protected:
     Heard();
   }
 
-  // By steps, with "?" for what is open, as Looks tells, and over:P, press:P and click:P for the mouse there; P is
+  // By steps, with "?" for what is open, as Looks tells, and over:P, over:P +lb and over:P lb for the mouse there; P is
   // File, Grey, Edit, system, out, or a popup's row as 0.2. Answers these looks and what
   // was chosen, or other events.
   std::string Play(const std::string& script, const std::string& events = "notice close") {
@@ -132,21 +129,21 @@ TEST_F(Menus, AreWalkedThroughWithKeys) {
 }
 
 TEST_F(Menus, AreWalkedThroughWithTheMouse) {
-  Walk({{"click:File ? over:0.0 ? click:0.0", "File:_ File:0 main.notice:1/0"},
-        {"press:File over:0.2 ? -lb", "File:2 main.notice:2/0"},
-        {"press:File -lb press:File -lb ? rest press:File ? -lb", "File:_ -"},
-        {"click:File over:out ? click:out ?", "File:_ -"},
-        {"click:File over:Edit ? over:Grey ? rest click:Grey ?", "Edit:_ Grey -"},
-        {"click:File click:0.1 ? click:Edit ? click:0.0", "File:_ Edit:_ main.notice:7/0"},
+  Walk({{"over:File lb ? over:0.0 ? over:0.0 lb", "File:_ File:0 main.notice:1/0"},
+        {"over:File +lb over:0.2 ? -lb", "File:2 main.notice:2/0"},
+        {"over:File +lb -lb over:File +lb -lb ? rest over:File +lb ? -lb", "File:_ -"},
+        {"over:File lb over:out ? over:out lb ?", "File:_ -"},
+        {"over:File lb over:Edit ? over:Grey ? rest over:Grey lb ?", "Edit:_ Grey -"},
+        {"over:File lb over:0.1 lb ? over:Edit lb ? over:0.0 lb", "File:_ Edit:_ main.notice:7/0"},
         // The popup at an item's side comes and goes once the mouse rests, or with a press.
-        {"click:File over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? click:out",
+        {"over:File lb over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? over:out lb",
          "File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2"},
-        {"press:File over:0.3 rest over:1.1 -lb ? over:1.0 press:1.0 -lb", "File:3:1 main.notice:4/0"},
-        {"click:File click:0.3 ? click:1.1 ? click:1.0", "File:3:_ File:3:1 main.notice:4/0"},
-        {"click:File over:system ? click:0.4", "system:_ main.close"},
-        {"press:system over:0.4 -lb click:system ? click:out", "main.close system:_"},
-        {"click:Grey ?", "-"},
-        {"alt over:Edit ? click:Edit ? esc ? esc", "File Edit:_ Edit"}});
+        {"over:File +lb over:0.3 rest over:1.1 -lb ? over:1.0 over:1.0 +lb -lb", "File:3:1 main.notice:4/0"},
+        {"over:File lb over:0.3 lb ? over:1.1 lb ? over:1.0 lb", "File:3:_ File:3:1 main.notice:4/0"},
+        {"over:File lb over:system ? over:0.4 lb", "system:_ main.close"},
+        {"over:system +lb over:0.4 -lb over:system lb ? over:out lb", "main.close system:_"},
+        {"over:Grey lb ?", "-"},
+        {"alt over:Edit ? over:Edit lb ? esc ? esc", "File Edit:_ Edit"}});
 }
 
 // By which way they open is a command of the window's, and so is what is chosen in the system's.
@@ -158,8 +155,8 @@ TEST_F(Menus, OfTheSystemMinimiseMoveAndCloseTheWindow) {
         {"alt+space M right down down enter place?:main", "main.command:f100 main.command:f010 108,116+206x225"},
         {"alt+space M left up esc place?:main", "main.command:f100 main.command:f010 108,116+206x225"},
         {"alt+space M left keyboard:other place?:main", "main.command:f100 main.command:f010 100,116+206x225"},
-        {"keyboard:main click:Edit esc esc", "main.command:f095"},
-        {"click:system click:out", "main.command:f093"}},
+        {"keyboard:main over:Edit lb esc esc", "main.command:f095"},
+        {"over:system lb over:out lb", "main.command:f093"}},
        "command");
 }
 
@@ -211,7 +208,7 @@ TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   EXPECT_EQ(HeightOf(main->client), 180);
   ::MoveWindow(main, 100, 100, TitlePlace(1).right - 100 + 3, 225, TRUE);
   EXPECT_EQ(top(), 22 + 40);
-  EXPECT_EQ(Play("click:Edit click:0.0"), "main.notice:7/0");
+  EXPECT_EQ(Play("over:Edit lb over:0.0 lb"), "main.notice:7/0");
   ::ModifyMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "A much longer title");
   ::DrawMenuBar(main);
   EXPECT_EQ(top(), 22 + 60);
