@@ -86,19 +86,19 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
   const Rows stripes = {"bbrbbb", "brbbbb", "rbbbbb", "bbbbbb", "bbbbbb", "bbbbbr"};
   const struct {
     const char* what;
-    void (*draw)(const Sheet& sheet);
+    void (*draw)();
     Rows picture;
     int depth = 4; // from which on the colours are as they are
   } cases[] = {
-      {"across", [](auto&) { DrawHLine(4, 1, 1); }, {"......", ".####.", "......", "......", "......", "......"}},
-      {"down", [](auto&) { DrawVLine(2, 4, 0); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
-      {"slope", [](auto&) { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
-      {"steep", [](auto&) { DrawLine(3, 5, 4, 0); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
-      {"frame", [](auto&) { FrameRect(kFrame); }, {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
-      {"points", [](auto&) { DrawPolyline(3, kCorner); }, {"......", ".####.", "....#.", "....#.", "....#.", "......"}},
-      {"area", [](auto&) { DrawPolygon(3, kCorner); }, {"......", ".####.", "..###.", "...##.", "....#.", "......"}},
+      {"across", [] { DrawHLine(4, 1, 1); }, {"......", ".####.", "......", "......", "......", "......"}},
+      {"down", [] { DrawVLine(2, 4, 0); }, {"..#...", "..#...", "..#...", "..#...", "..#...", "......"}},
+      {"slope", [] { DrawLine(5, 2, 0, 0); }, {"##....", "..##..", "....##", "......", "......", "......"}},
+      {"steep", [] { DrawLine(3, 5, 4, 0); }, {"....#.", "....#.", "....#.", "...#..", "...#..", "...#.."}},
+      {"frame", [] { FrameRect(kFrame); }, {"......", "#####.", "#...#.", "#...#.", "#####.", "......"}},
+      {"points", [] { DrawPolyline(3, kCorner); }, {"......", ".####.", "....#.", "....#.", "....#.", "......"}},
+      {"area", [] { DrawPolygon(3, kCorner); }, {"......", ".####.", "..###.", "...##.", "....#.", "......"}},
       {"colours and the clip",
-       [](auto&) {
+       [] {
          SetForeColour(kRed);
          FillRectXY(0, 0, 3, 2);
          SetForeColour(kBlue);
@@ -111,24 +111,15 @@ TEST(Drawing, GivesItsPicturesAtEveryDepth) {
        },
        {"brr...", "rrgb..", "..bb..", "..bb..", "..bb..", "..bb.b"},
        16},
-      {"another state",
-       [](auto& sheet) {
-         SetForeColour(kRed);
-         UseDrawState(NewDrawState());
-         DrawHLine(0, 5, 5);
-         UseDrawState(sheet.state);
-         DrawHLine(0, 0, 1);
-       },
-       {"rr....", "......", "......", "......", "......", "######"}},
-      {"stripes", [](auto&) { FillInColours(kPatternStripes + 2); }, stripes},
-      {"no pattern", [](auto&) { FillInColours(0); }, stripes},
-      {"beyond the last one", [](auto&) { FillInColours(91); }, Rows(6, "rrrrrr")},
+      {"stripes", [] { FillInColours(kPatternStripes + 2); }, stripes},
+      {"no pattern", [] { FillInColours(0); }, stripes},
+      {"beyond the last one", [] { FillInColours(91); }, Rows(6, "rrrrrr")},
   };
   for (const int depth : {4, 8, 16, 24}) {
     for (const auto& c : cases) {
       if (depth < c.depth) continue;
       const Sheet sheet(6, 6, depth);
-      c.draw(sheet);
+      c.draw();
       EXPECT_EQ(sheet.Picture(), c.picture) << c.what << " at " << depth;
     }
   }

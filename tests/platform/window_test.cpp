@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "core/notices.h"
-#include "platform/windows/window_classes.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 #include "win32/win32_windows.h"
@@ -20,7 +19,6 @@ TEST(Windows, HaveThePlaceAndSizeThatTheirKindAllows) {
   };
   script.Walk({
       {"open a d sizes close a", "a+ 100,100+200x100 100,100+40x40 100,100+800x600 100,100+300x90 a.gone"},
-      {"open a t sizes close a", "a+ a- 100,100+200x100 100,100+20x20 100,100+800x600 100,100+300x90 a.gone"},
       {"open a p sizes close a", "a+ 100,100+200x100 100,100+1x1 100,100+800x600 100,100+300x90 a.gone a-"},
       {"wheremain open a dk at a -1000 2000 where a",
        "3,22+600x440 a+ 8,457+200x100 active=a"}, // five pixels stay in sight
@@ -54,7 +52,7 @@ TEST(Windows, HearOfTheUsersMovesOnlyAndStayWhereTheyAreOnTheScreen) {
 
 // ---- The desktop changes -----------------------------------------------------------------------------------------
 
-TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
+TEST(MainWindow, HearsOfWhatTheDisplayIsAndOfTheAreaThatItLeaves) {
   WindowScript script;
   script.words["usable"] = [&script](std::istream&) {
     const MainWindow* main = TheMainWindow();
@@ -64,13 +62,10 @@ TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
     MemorySetTaskBar({left, top, right, bottom});
   });
   script.Add("mode", MemoryDisplaySetMode);
-  script.Add("bounds",
-             [](int16_t x, int16_t y, int16_t width, int16_t height) { SetMainBounds(nullptr, x, y, width, height); });
   script.Walk({
-      {"bounds 0 0 800 600 bar 0 572 800 600 usable wheremain", "!5 !1 !5 !1 0,0+800x572 3,22+794x547"},
-      {"bar 0 0 800 30 usable wheremain", "!1 0,30+800x570 3,22+794x545"},
-      {"bar 0 0 60 600 usable wheremain", "!1 60,0+740x600 3,22+734x575"},
-      {"bounds 50 50 300 200 bar 0 572 800 600 usable wheremain", "!5 !1 0,0+800x572 3,22+300x225"},
+      {"bar 0 572 800 600 usable wheremain", "0,0+800x572 3,22+600x440"},
+      {"bar 0 0 800 30 usable", "0,30+800x570"},
+      {"bar 0 0 60 600 usable", "60,0+740x600"},
       {"bar 0 0 0 0 mode 1024 768 24 usable", "0,0+1024x768"},
       {"mode 1024 768 8", "!2on8"},
   });
@@ -80,13 +75,13 @@ TEST(MainWindow, FillsTheUsableAreaUntilItIsPlacedAndHearsOfWhatTheDisplayIs) {
 
 TEST(Windows, ComeOnceAreAskedBeforeTheUserClosesThemAndGoOnce) {
   WindowScript script;
-  script.words["front2"] = [&script](std::istream&) { ShowChildWindowFront(script.Window("s")); };
+  script.Add("showfront", ShowChildWindowFront);
   script.Walk({
       {"open a dc open b d open c dc open r dcr", "a+ a- b+ b- c+ c- r+ active=r"},
       {"menuclose a menuclose b menuclose r", "a? a.close a.gone r?"}, // b may not, r does not want to
       {"when c? close c . menuclose c close r", "c? c.gone r.gone b+ active=b"},
       {"close b close b", "b.gone active="},
-      {"open d d make s m show s front2", "d+ block d- s+ active=s modal=s off=main,d focus=s"},
+      {"open d d make s m show s showfront s", "d+ block d- s+ active=s modal=s off=main,d focus=s"},
   });
   EXPECT_EQ(script.Window("s")->openCount, 2);
 }

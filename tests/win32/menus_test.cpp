@@ -43,8 +43,8 @@ protected:
     Heard();
   }
 
-  // By steps, with "?" for what is open, as Looks tells, and over:P for the mouse; P is File, Grey, Edit, system, out, or
-  // a popup's row as 0.2. Answers these looks and what was chosen, or other events.
+  // By steps, with "?" for what is open, as Looks tells, and over:P for the mouse; P is File, Grey, Edit, system, out,
+  // or a popup's row as 0.2. Answers these looks and what was chosen, or other events.
   std::string Play(const std::string& script, const std::string& events = "notice close") {
     bool over = false;
     MemoryAt(TheScript().Schedule(script), [this, &over, &script] {
