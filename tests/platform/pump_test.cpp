@@ -35,13 +35,10 @@ TEST_F(PumpTest, APassDealsWithAMessageAndATimerOrSleepsUntilTheNextButNotFor50M
   EXPECT_EQ(passes, 64);
 }
 
-TEST_F(PumpTest, APassForOneWindowSeesItsMessagesAloneAndNoTimer) {
-  script.Act("open a d open b d at b 100 300 settle paints a paints b paint a paint b");
-  script.Heard();
-  for (int i = 0; i < 70; ++i) script.words["alone"](*std::make_unique<std::istringstream>("b"));
-  script.Walk({{"after 0 say t . tick 10 alone b", "b#0,0+200x100"}, {"settle", "a#0,0+200x100"}, {"pass", "t"}});
+TEST_F(PumpTest, ARestrictedLoopSeesTheMessagesOfItsWindowAlone) {
+  script.Act("open a d settle paints a");
   script.Walk({{"open m m settle paints m paint a paint m when m# close m . restricted m",
-                "block b- m+ m#0,0+200x100 m.gone free m- b+"},
+                "a+ block a- m+ m#0,0+200x100 m.gone free m- a+ active=a"},
                {"settle", "a#0,0+200x100"}});
 }
 

@@ -190,9 +190,9 @@ template <> ChildWindow* Told<ChildWindow*>(std::istream& in) {
 namespace {
 
 // A pass of the event loop, and the time that it took.
-void Pass(ChildWindow* window, bool mayWait) {
+void Pass(bool mayWait) {
   const uint32_t before = ::GetTickCount();
-  PumpOneEvent(window, mayWait);
+  PumpOneEvent(nullptr, mayWait);
   if (::GetTickCount() != before) script->Say(Text(::GetTickCount() - before, "ms"));
 }
 
@@ -252,9 +252,8 @@ void WindowScript::AddWords() {
   // Time.
   Add("settle", Settle);
   Add("wait", RunFor);
-  Add("pass", [] { Pass(nullptr, false); });
-  Add("idle", [] { Pass(nullptr, true); });
-  Add("alone", [](ChildWindow* w) { Pass(w, false); });
+  Add("pass", [] { Pass(false); });
+  Add("idle", [] { Pass(true); });
   words["together"] = [this](std::istream&) { settles = false; };
   words["say"] = [this](std::istream& in) { Say(Word(in)); };
   words["after"] = [](std::istream& in) {

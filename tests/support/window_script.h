@@ -30,8 +30,8 @@ template <> ChildWindow* Told<ChildWindow*>(std::istream& in); // by its name
 //
 // From "together" on the program hears of nothing but by "settle" and the words of time.
 //
-// Of time: "wait MS" runs the event loop. "pass", "idle" and "alone NAME" are a pass of it, one that may wait, and one
-// for a window; they tell the time that they took. "after MS ..." is done by a timer, up to the next "." or the end.
+// Of time: "wait MS" runs the event loop. "pass" and "idle" are a pass of it and one that may wait; they tell the time
+// that they took. "after MS ..." is done by a timer, up to the next "." or the end.
 //
 // The log has an entry for each call, of window a for instance: "av16@10,20" a press with its flags, "a^" the release,
 // "a~" a move, "a:Q/q/2" a key's characters and modifiers, "a'" its release, "a<" and "a>" entered and left, "a+" and

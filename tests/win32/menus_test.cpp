@@ -204,15 +204,9 @@ TEST_F(Menus, StayOnTheirMonitorAndOnItsFreePart) {
 TEST_F(Menus, TakeTheirRoomInTheFrameAndMoreRowsWhereItIsNarrow) {
   const auto top = [this] { return ClientOnScreen(*main).top - PlaceOnScreen(*main).top; };
   EXPECT_EQ(top(), 22 + 20);
-  EXPECT_EQ(HeightOf(main->client), 180);
   ::MoveWindow(main, 100, 100, TitlePlace(1).right - 100 + 3, 225, TRUE);
   EXPECT_EQ(top(), 22 + 40);
   EXPECT_EQ(Play("over:Edit lb over:0.0 lb"), "main.notice:7/0");
-  ::ModifyMenuA(bar, 0, MF_BYPOSITION | MF_POPUP, uintptr_t(file), "A much longer title");
-  ::DrawMenuBar(main);
-  EXPECT_EQ(top(), 22 + 60);
-  TheMemoryDisplay().desktop.leavesMinimising = true;
-  EXPECT_EQ(Play("iconify:main alt alt+F ? place?:main back:main"), "- 0,455+160x25");
   while (::GetMenuItemCount(bar) > 0) ::RemoveMenu(bar, 0, MF_BYPOSITION);
   ::DrawMenuBar(main);
   EXPECT_EQ(top(), 22);
