@@ -18,7 +18,6 @@
 #include "support/window_program.h"
 #include "win32/drawing/contexts.h"
 #include "win32/memory/memory_display.h"
-#include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
 
 namespace framereel {

@@ -17,7 +17,6 @@
 #include "win32/windows/window_tree.h"
 
 namespace framereel {
-
 namespace {
 
 constexpr int kName = 101, kDrives = 103, kFiles = 105;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/input/keys.h"
-#include "platform/input/mouse.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
 

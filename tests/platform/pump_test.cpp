@@ -8,7 +8,6 @@
 #include "support/allocations.h"
 #include "support/window_script.h"
 #include "win32/memory/memory_display.h"
-#include "win32/win32_system.h"
 #include "win32/windows/window.h"
 
 namespace framereel {

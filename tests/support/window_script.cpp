@@ -16,7 +16,6 @@
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/rectangles.h"
 #include "win32/win32_drawing.h"
-#include "win32/win32_input.h"
 #include "win32/win32_system.h"
 #include "win32/win32_windows.h"
 #include "win32/windows/window.h"

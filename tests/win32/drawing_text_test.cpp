@@ -1,5 +1,4 @@
 // Fonts and text: what they measure agrees with what they draw, and there is always something to draw.
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <set>
@@ -8,8 +7,6 @@
 #include "support/temporary_folder.h"
 #include "win32/canvas.h"
 #include "win32/drawing/font_files.h"
-#include "win32/drawing/fonts.h"
-#include "win32/drawing/glyphs.h"
 #include "win32/drawing/relief.h"
 
 namespace framereel {

@@ -13,14 +13,15 @@ using MessageQueue = OneWindow;
 constexpr const char* kMouse = "m d u rd ru md mu dd ncm ncd wheel enable";
 constexpr const char* kKeys = "key keyup char syskey syskeyup syschar command";
 
-// But the wheel goes on to the parents of what lies under the pointer.
+// The wheel goes on to the parents of what lies under the pointer.
 TEST_F(MouseInput, GoesToTheDeepestShownAndEnabledChildAndTellsWhatIsDown) {
   Walk(kMouse,
        {{"new child child main 10 10 50 50 m main 15 16 ctrl+lb shift+rb mb",
          "| child.m:0@5,6 child.d:9@5,6 child.u:8@5,6 child.rd:6@5,6 child.ru:4@5,6 child.md:16@5,6 child.mu:0@5,6"},
         {"new deep child child 20 20 20 20 at? deep 0 0 at? deep -1 0 at? 100 100 at? 99 100", "deep child main -"},
         {"disable deep at? deep 0 0 hide child at? deep 0 0 showna child", "deep.enable:0 child main"},
-        {"m main 33 33", "| child.m:0@23,23"},
+        {"+lb m main 32 32 m main 33 33 -lb",
+         "| child.d:1@5,6 child.m:1@23,23 child.u:0@23,23"}, // of moves it holds one
         {"+ctrl wheel 1 -ctrl", "| child.wheel:7864328@136,155 main.wheel:7864328@136,155"},
         {"disable child m main 16 16 wheel -2", "child.enable:0 | main.m:0@16,16 main.wheel:4279238656@119,138"},
         {"m 100 200 then m 150 110", "main.ncm:18@100,200 | main.ncm:2@150,110"},
@@ -128,7 +129,6 @@ std::string Taken(const std::string& window, UINT first, UINT last) {
   return kinds;
 }
 
-// Of moves it holds one.
 TEST_F(MessageQueue, GivesInputInItsOrderThenTheEndThenPaintsAndKeepsWhatAFilterLeaves) {
   Act("erase main quit 7 A m 150 160 lb");
   EXPECT_EQ(Taken("-", 0, 0), "256 257 512 513 514 18 15 ");
