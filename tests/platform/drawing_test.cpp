@@ -161,6 +161,7 @@ TEST(Fonts, AreSharedAndBeyondSixTheFirstThatNobodyHoldsIsClosed) {
   LetGoOfFont(fonts[0]);
   SetFontSize(21);
   EXPECT_EQ(open(), "-o---ooooo");
+  EXPECT_NE(GetFont(GetFontFamily(nullptr), 21, 0, 1.0), fonts[1]); // which is bold
 }
 
 // ---- The display -------------------------------------------------------------------------------------------------

@@ -128,21 +128,21 @@ TEST_F(Menus, AreWalkedThroughWithKeys) {
 }
 
 TEST_F(Menus, AreWalkedThroughWithTheMouse) {
-  Walk({{"over:File lb ? over:0.0 ? over:0.0 lb", "File:_ File:0 main.notice:1/0"},
+  Walk({{"over:File lb ? over:0.0 ? lb", "File:_ File:0 main.notice:1/0"},
         {"over:File +lb over:0.2 ? -lb", "File:2 main.notice:2/0"},
-        {"over:File +lb -lb over:File +lb -lb ? rest over:File +lb ? -lb", "File:_ -"},
-        {"over:File lb over:out ? over:out lb ?", "File:_ -"},
-        {"over:File lb over:Edit ? over:Grey ? rest over:Grey lb ?", "Edit:_ Grey -"},
+        {"over:File lb lb ? rest +lb ? -lb", "File:_ -"},
+        {"over:File lb over:out ? lb ?", "File:_ -"},
+        {"over:File lb over:Edit ? over:Grey ? rest lb ?", "Edit:_ Grey -"},
         {"over:File lb over:0.1 lb ? over:Edit lb ? over:0.0 lb", "File:_ Edit:_ main.notice:7/0"},
         // The popup at an item's side comes and goes once the mouse rests, or with a press.
         {"over:File lb over:0.3 ? rest ? over:0.2 ? over:1.0 ? rest ? over:0.2 rest ? over:out lb",
          "File:3 File:3:_ File:2:_ File:3:0 File:3:0 File:2"},
-        {"over:File +lb over:0.3 rest over:1.1 -lb ? over:1.0 over:1.0 +lb -lb", "File:3:1 main.notice:4/0"},
+        {"over:File +lb over:0.3 rest over:1.1 -lb ? over:1.0 lb", "File:3:1 main.notice:4/0"},
         {"over:File lb over:0.3 lb ? over:1.1 lb ? over:1.0 lb", "File:3:_ File:3:1 main.notice:4/0"},
         {"over:File lb over:system ? over:0.4 lb", "system:_ main.close"},
         {"over:system +lb over:0.4 -lb over:system lb ? over:out lb", "main.close system:_"},
         {"over:Grey lb ?", "-"},
-        {"alt over:Edit ? over:Edit lb ? esc ? esc", "File Edit:_ Edit"}});
+        {"alt over:Edit ? lb ? esc ? esc", "File Edit:_ Edit"}});
 }
 
 // By which way they open is a command of the window's, and so is what is chosen in the system's.
