@@ -131,6 +131,9 @@ TEST(DrawText, FillsWhatMeasureTextTellsInItsColoursAndLeavesTheTextColour) {
   SetForeColour(kRed);
   const TextMeasure measure = MeasureText("Grab (Jump)");
   EXPECT_TRUE(measure.ascent + measure.descent == 15 && measure.fullWidth == measure.width);
+  UseDrawState(NewDrawState());
+  SetForeColour(kBlue);
+  UseDrawState(sheet.state);
   DrawText(40, 30, "Grab (Jump)");
   EXPECT_GT(Count(sheet, 'r'), 0u);
   SetForeColour(PrimaryColour(7));

@@ -114,7 +114,8 @@ TEST(ModalWindows, APopupDoesNotBlockAndGoesWhenSomethingElseBegins) {
 TEST(ActiveWindow, IsTheTopmostDocumentUntilAModalWindowComes) {
   WindowScript script;
   script.words["lit?"] = [&script](std::istream&) {
-    script.Say(TheMainWindow()->window->captionLit && ActiveGet() ? "lit" : "grey");
+    EXPECT_EQ(ActiveGet(), TheMainWindow()->window->captionLit);
+    script.Say(ActiveGet() ? "lit" : "grey");
   };
   script.Walk({
       {"open a d open b d", "a+ a- b+ active=b"},
