@@ -62,12 +62,15 @@ TEST(MainWindow, HearsOfWhatTheDisplayIsAndOfTheAreaThatItLeaves) {
     MemorySetTaskBar({left, top, right, bottom});
   });
   script.Add("mode", MemoryDisplaySetMode);
+  script.words["untold"] = [](std::istream&) { TheMemoryDesktop().events.clear(); };
   script.Walk({
       {"bar 0 572 800 600 usable wheremain", "0,0+800x572 3,22+600x440"},
       {"bar 0 0 800 30 usable", "0,30+800x570"},
       {"bar 0 0 60 600 usable", "60,0+740x600"},
       {"bar 0 0 0 0 mode 1024 768 24 usable", "0,0+1024x768"},
       {"mode 1024 768 8", "!2on8"},
+      // A resolution that nobody tells is looked for.
+      {"together mode 900 700 8 untold main 60 60 usable", "!5 0,0+900x700"},
   });
 }
 
