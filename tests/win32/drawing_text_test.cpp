@@ -1,4 +1,4 @@
-// Fonts and text: what they measure agrees with what they draw, and there is always something to draw.
+// Fonts: what they are asked for, how they blend with their ground, and that there is always something to draw.
 #include <cstdio>
 #include <cstdlib>
 #include <set>
@@ -96,7 +96,7 @@ struct NoFonts {
   }
 };
 
-TEST(Fonts, TakeLettersThatTheyDoNotHaveFromOthersAndAskForThemOnce) {
+TEST(Fonts, TakeLettersThatTheyDoNotHaveFromOthersOnceAndElseDrawBoxes) {
   ScreenCanvas screen(8, 8, 24);
   Sheet sheet(screen, 100, 30);
   // Of the fonts that are always there, only the sans-serif one has faces.
