@@ -143,8 +143,8 @@ public:
   static inline bool tellsDraws = false;
   const int start;                    // hands the toolkit down ahead of the program
   std::map<std::string, View*> views; // destroyed ones among them
-  WindowScript script;
   std::string said;
+  WindowScript script;
 
 private:
   static const ViewClass* DeafClass() { // hands its keys on
