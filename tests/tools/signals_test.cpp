@@ -1,4 +1,4 @@
-// What the signals that end a recording do, and what they leave behind. That they end a wait stands in end_to_end.
+// What the signals that end a recording do, and what they leave behind. That they end a recording stands in programs_test.sh.
 #include "record/signals.h"
 
 #include <gtest/gtest.h>
