@@ -32,6 +32,26 @@ protected:
     DisplayEvent down = Next(Kind::kMouseDown, window);
     return DisplayDragWindow(window, down.x, down.y);
   }
+
+  // ---- The artist as the window manager ----
+
+  // Works off the requests that wait, but for those to stand beyond the screen, as some managers do.
+  void Grant() {
+    Catch();
+    for (XEvent event; XCheckTypedEvent(artist.display, ConfigureRequest, &event);) {
+      const XConfigureRequestEvent& asked = event.xconfigurerequest;
+      XWindowChanges changes = {asked.x, asked.y, asked.width, asked.height, 0, None, 0};
+      const unsigned long what = asked.value_mask & (CWX | CWY | CWWidth | CWHeight);
+      if (!(what & CWX) || asked.x < artist.Width())
+        XConfigureWindow(artist.display, asked.window, unsigned(what), &changes);
+    }
+  }
+  // Tells the window where it is, as a manager does that has moved its frame alone.
+  void TellPlace(const DisplayWindow* window) {
+    XEvent event{};
+    event.xconfigure = {ConfigureNotify, 0, False, artist.display, window->id, window->id, 7, 7, 300, 300, 0, None, 0};
+    XSendEvent(artist.display, window->id, False, StructureNotifyMask, &event);
+  }
 };
 
 // ---- The keyboard ------------------------------------------------------------------------------------------------
@@ -44,13 +64,20 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedForAndUnmanagedWindowsHaveItInT
   Activate(main);
   for (Role role : {Role::kPopup, Role::kCover}) {
     DisplayWindow* window = Show(role, {0, 0, 640, 480}, main);
+    GrabKeys();
     DisplayActivateWindow(window);
     EXPECT_TRUE(Next(Kind::kActive, window).flag);
     EXPECT_EQ(Focus(), main->id);
-    EXPECT_EQ(X11Live()->desktop.focus.grabbed, role == Role::kCover);
+    XUngrabKeyboard(artist.display, CurrentTime);
+    if (role == Role::kCover) { // it holds the keyboard whatever the focus does, once nobody else does
+      Until([&] { return (Drain(), X11Live()->desktop.focus.grabbed); });
+      FocusOn(others);
+      EXPECT_FALSE(Came(Kind::kActive));
+    }
     TypesInto(window);
     DisplayShowWindow(window, false);
-    EXPECT_TRUE(Next(Kind::kActive, main).flag);
+    EXPECT_FALSE(Next(Kind::kActive, window).flag);
+    if (role == Role::kCover) Activate(main);
     TypesInto(main);
   }
   // Asked for before the window manager has shown it.
@@ -68,19 +95,6 @@ TEST_F(X11WindowInput, KeyboardGoesWhereItIsAskedForAndUnmanagedWindowsHaveItInT
   EXPECT_FALSE(Came(Kind::kActive));
   FocusOn(others);
   EXPECT_FALSE(Next(Kind::kActive, dialog).flag);
-  Activate(main);
-  // A cover holds it whatever the focus does, once nobody else does.
-  DisplayWindow* cover = Show(Role::kCover, {0, 0, 640, 480}, main);
-  GrabKeys();
-  Activate(cover);
-  EXPECT_FALSE(X11Live()->desktop.focus.grabbed);
-  XUngrabKeyboard(artist.display, CurrentTime);
-  Until([&] { return (Drain(), X11Live()->desktop.focus.grabbed); });
-  FocusOn(others);
-  EXPECT_FALSE(Came(Kind::kActive));
-  TypesInto(cover);
-  DisplayShowWindow(cover, false);
-  EXPECT_FALSE(Next(Kind::kActive, cover).flag);
 }
 
 // ---- The mouse ---------------------------------------------------------------------------------------------------
@@ -246,6 +260,74 @@ TEST_F(X11WindowInput, FollowsTheResolution) {
     }
   }
   EXPECT_FALSE(DisplayIsLost());
+}
+
+// ---- Window managers that take their time, or refuse what they are asked ------------------------------------------
+
+TEST_F(X11WindowInput, WhatAManagerDidBeforeOurLastRequestIsNoNews) {
+  if (HasManager()) GTEST_SKIP() << "there is one already";
+  const OwnManager manager(artist);
+  const PixelRect asked = {50, 60, 250, 160};
+  DisplayWindow* window = Open(Role::kMain, {10, 10, 640, 480});
+  DisplayShowWindow(window, true);
+  EXPECT_EQ(NextOfArtist(MapRequest).xmaprequest.window, window->id);
+  XMoveResizeWindow(artist.display, window->id, 0, 0, 630, 470);
+  XMapWindow(artist.display, window->id);
+  DisplayPlaceWindow(window, asked);
+  EXPECT_FALSE(Came(Kind::kPlaced));
+  TellPlace(window);
+  EXPECT_FALSE(Came(Kind::kPlaced));
+  Grant();
+  EXPECT_FALSE(Came(Kind::kPlaced));
+  EXPECT_EQ(PlaceOf(window), asked);
+
+  // A place that it refuses leaves it where it was, with the size that was asked for.
+  DisplayPlaceWindow(window, {artist.Width(), 60, artist.Width() + 70, 100});
+  Grant();
+  TellPlace(window);
+  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{50, 60, 120, 100}));
+
+  // A size that cannot be of use is cut, even if the window has it.
+  XResizeWindow(artist.display, window->id, 30000, 20000);
+  EXPECT_EQ(Next(Kind::kPlaced, window).rect, (PixelRect{50, 60, 50 + artist.Width(), 60 + artist.Height()}));
+}
+
+TEST_F(X11WindowInput, AManagerThatTakesAWindowForActiveStillNeedNotGiveItTheKeyboardBack) {
+  if (HasManager()) GTEST_SKIP() << "there is one already";
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  const OwnManager manager(artist);
+  WriteItems(artist.root, "_NET_SUPPORTED", XA_ATOM, {AtomOf("_NET_ACTIVE_WINDOW")});
+  WriteItems(artist.root, "_NET_ACTIVE_WINDOW", XA_WINDOW, {long(window->id)});
+  FocusOn(artist.root);
+  Drain();
+  Activate(window);
+}
+
+TEST_F(X11WindowInput, AManagerThatMinimisesNothingLeavesTheWindowAsItIs) {
+  if (HasManager()) GTEST_SKIP() << "there is one already";
+  DisplayWindow* window = Show(Role::kMain, {10, 10, 110, 110});
+  const DisplayWindow* dialog = Show(Role::kDialog, {20, 20, 60, 60}, window);
+  {
+    OwnManager manager(artist);
+    EXPECT_TRUE(DisplayMinimiseWindow(window, true));
+    NextOfArtist(ClientMessage);
+    EXPECT_FALSE(Came(Kind::kMinimised));
+    // What it says of itself counts, the newer word as long as the older one does not gainsay it.
+    WriteItems(artist.root, "_NET_SUPPORTED", XA_ATOM, {AtomOf("_NET_WM_STATE_HIDDEN")});
+    WriteItems(window->id, "_NET_WM_STATE", XA_ATOM, {AtomOf("_NET_WM_STATE_HIDDEN")});
+    XUnmapWindow(artist.display, window->id);
+    for (long state : {IconicState, NormalState, IconicState}) {
+      WriteItems(window->id, "WM_STATE", Atom(AtomOf("WM_STATE")), {state, None});
+      EXPECT_EQ(Next(Kind::kMinimised, window).flag, state == IconicState);
+    }
+    // A dialog that it minimises along with its owner is not to come back minimised.
+    WriteItems(dialog->id, "_NET_WM_STATE", XA_ATOM, {AtomOf("_NET_WM_STATE_HIDDEN")});
+    WriteItems(dialog->id, "WM_STATE", Atom(AtomOf("WM_STATE")), {IconicState, None});
+    EXPECT_FALSE(Came(Kind::kMinimised));
+  }
+  // One that goes leaves all windows on the screen.
+  XMapWindow(artist.display, window->id);
+  EXPECT_FALSE(Next(Kind::kMinimised, window).flag);
 }
 
 } // namespace
