@@ -51,13 +51,21 @@ answers 1 0 '' "${says}cannot write /dev/full: No space left on device; the anim
 answers 1 0 '' "${says}cannot write standard output: Broken pipe; the animation is kept as $folder/framereel/*-2.gif" \
   'exec 3> >(true); wait $!; $RECORD --ticks=1 --quiet - >&3'
 
-# Ctrl+C on a terminal, and what tells programs to end, save what there is.
-for end in 'printf \\x03 >&4' 'kill -TERM $process' 'kill -HUP $process'; do
-  env --default-signal script -qec 'echo $$ .; exec $RECORD --delay=5000 a.gif' /dev/null <keys >shown &
+# begins SIGNALS OPTION...: a recording on a terminal of its own, up to its first frame. It shows what it does on 3, and
+# takes keys on 4.
+begins() {
+  env "$1" script -qec "echo \$\$ .; exec \$RECORD ${*:2} a.gif" /dev/null <keys >shown &
   exec 4>keys 3<shown
   read -r process _ <&3
   read -rd , _ <&3 # "1 frame,"
-  [ ! -e a.gif ]
   export process
+}
+
+# Ctrl+C, and what tells programs to end, save what there is, but for signals that the caller ignores.
+for end in 'printf \\x03 >&4' 'kill -TERM $process' 'kill -HUP $process'; do
+  begins --default-signal --delay=5000
+  [ ! -e a.gif ]
   answers 0 640 '*a.gif: 1 frame, *' '' "$end; cat <&3"
 done
+begins --ignore-signal=HUP --delay=2000 --ticks=1
+answers 0 640 '*0:01*a.gif: 1 frame, *' '' 'kill -HUP $process; cat <&3'

@@ -13,12 +13,6 @@ class X11Whole : public X11WindowTest {
 protected:
   // The server throws the display's connection out.
   void Break() { XKillClient(artist.display, XGContextFromGC(X11Live()->drawing)); }
-  // A pass of an event loop that deals with nothing.
-  void PassEvents() {
-    DisplayEvent event;
-    while (DisplayNextEvent(&event)) {
-    }
-  }
 };
 
 TEST_F(X11Whole, TellsThePaletteAsItIsNowAndAsksForItOnceBetweenEvents) {
@@ -31,7 +25,7 @@ TEST_F(X11Whole, TellsThePaletteAsItIsNowAndAsksForItOnceBetweenEvents) {
   EXPECT_EQ(colour(artist.Black()), 0);
   EXPECT_EQ(colour(artist.White()), 0xFFFFFF);
   const bool fixed = DefaultVisual(artist.display, DefaultScreen(artist.display))->c_class != PseudoColor;
-  PassEvents();
+  Drain();
   const unsigned long before = NextRequest(X11Live()->display);
   for (int32_t i = 0; i < 5; i++) colour(0);
   EXPECT_EQ(NextRequest(X11Live()->display) - before, fixed ? 0U : 1U);
@@ -40,7 +34,7 @@ TEST_F(X11Whole, TellsThePaletteAsItIsNowAndAsksForItOnceBetweenEvents) {
   XColor cell{0, 0x12FF, 0xFF00, 0x7F80, DoRed | DoGreen | DoBlue, 0};
   ASSERT_TRUE(XAllocColorCells(artist.display, map, False, nullptr, 0, &cell.pixel, 1));
   XStoreColor(artist.display, map, &cell);
-  PassEvents();
+  Drain();
   EXPECT_EQ(colour(cell.pixel), 0x12FF7F);
   cell.red = 0;
   XStoreColor(artist.display, map, &cell);
@@ -110,7 +104,7 @@ TEST_F(X11Whole, OutlivesABrokenConnectionWhicheverCallFindsIt) {
     OwnSurface recorded(300, 300, 0x5A);
     ASSERT_TRUE(DisplayNewSurface(300, 300, &surface));
     window = DisplayNewWindow(spec);
-    PassEvents();
+    Drain();
     EXPECT_FALSE(DisplayIsLost());
     Break();
     EXPECT_FALSE(finds());

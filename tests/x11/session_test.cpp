@@ -37,7 +37,7 @@ Status Welcome(SmsConn from, SmPointer, unsigned long* mask, SmsCallbacks* callb
   callbacks->interact_request.callback = [](SmsConn, SmPointer, int) { Report('a'), SmsInteract(program); };
   callbacks->interact_done.callback = [](SmsConn, SmPointer, Bool cancels) { Report(cancels ? 'n' : 'y'); };
   callbacks->save_yourself_done.callback = [](SmsConn, SmPointer, Bool saved) { Report(saved ? 's' : 'f'); };
-  callbacks->close_connection.callback = [](SmsConn, SmPointer, int, char**) { Report('x'), ::_exit(0); };
+  callbacks->close_connection.callback = [](SmsConn, SmPointer, int, char**) { ::_exit(0); };
   callbacks->set_properties.callback = [](SmsConn, SmPointer, int, SmProp** properties) { ::free(properties); };
   return 1;
 }
@@ -102,7 +102,7 @@ protected:
   }
   void TearDown() override {
     X11WindowTest::TearDown();
-    ::close(manager);
+    if (manager >= 0) ::close(manager);
   }
 
   void Hear() {
@@ -138,14 +138,7 @@ TEST_F(X11Logout, WaitsForOurAnswerAndMayBeTakenBackByBothSides) {
   EXPECT_EQ(After("", 2, 0), "ys ");
   EXPECT_EQ(After("h", 1, 0), "s ") << "nobody may be asked";
   EXPECT_EQ(After("d", 0, 1), " E");
-  DisplayClose();
-  ASSERT_TRUE(DisplayOpen());
-  EXPECT_EQ(After("", 1, 0), "x ");
-}
-
-TEST_F(X11Logout, AManagerThatIsGoneIsNoEnd) {
-  EXPECT_EQ(After("", 1, 0), "s ");
-  ::close(std::exchange(manager, -1)); // it ends without a word
+  ::close(std::exchange(manager, -1)); // and so it is gone without a word
   Until([&] { return Drain(), !X11Live()->session.manager; });
 }
 

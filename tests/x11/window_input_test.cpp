@@ -11,16 +11,16 @@ namespace {
 class X11WindowInput : public X11WindowTest {
 protected:
   // A panel at the screen's edge; `thick` as _NET_WM_STRUT_PARTIAL begins: left, right, top, bottom.
+  Window NewDock(const std::vector<long>& thick) {
+    const Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
+    WriteItems(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {AtomOf("_NET_WM_WINDOW_TYPE_DOCK")});
+    SetDock(dock, thick);
+    return dock;
+  }
   void SetDock(Window dock, std::vector<long> thick) {
     thick.resize(12);
     thick[9] = artist.Width() - 1; // as far as a strip at the top reaches
     WriteItems(dock, "_NET_WM_STRUT_PARTIAL", XA_CARDINAL, thick);
-  }
-  Window NewDock(const std::vector<long>& thick) {
-    Window dock = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 50, 24, 0, 0, 0);
-    WriteItems(dock, "_NET_WM_WINDOW_TYPE", XA_ATOM, {AtomOf("_NET_WM_WINDOW_TYPE_DOCK")});
-    SetDock(dock, thick);
-    return dock;
   }
   void UsableAreaBecomes(const PixelRect& area, Place where = Place::current()) {
     Until([&] { return (Next(Kind::kScreenChanged, nullptr, where), DisplayUsableArea() == area); }, where);
@@ -211,33 +211,29 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
     return UsableAreaBecomes(all);
   }
   EXPECT_EQ(DisplayUsableArea(), all);
+  // Where nobody works it out, the panels are left out.
+  const OwnManager manager(artist);
+  const Window left = NewDock({30, 0, 0, 0}), other = NewDock({});
+  WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(other)});
   const struct {
-    std::vector<long> areas;
+    std::vector<long> works; // of all desktops: left, top, width, height
     long desktop;
+    std::vector<long> thick; // the other panel
     PixelRect usable;
-  } works[] = {{{0, 5, 600, 400, 10, 20, 300, 200}, 1, {10, 20, 310, 220}},
-               {{0, 5, 600, 400, 10, 20, 300, 200}, 7, {0, 5, 600, 405}},
-               {{0, 30, 70000, 70000}, 0, {0, 30, all.right, all.bottom}}};
-  for (const auto& work : works) {
-    WriteItems(artist.root, "_NET_WORKAREA", XA_CARDINAL, work.areas);
-    WriteItems(artist.root, "_NET_CURRENT_DESKTOP", XA_CARDINAL, {work.desktop});
-    Next(Kind::kScreenChanged, nullptr);
-    EXPECT_EQ(DisplayUsableArea(), work.usable);
+  } cases[] = {{{0, 5, 600, 400, 10, 20, 300, 200}, 1, {}, {10, 20, 310, 220}},
+               {{0, 5, 600, 400, 10, 20, 300, 200}, 7, {}, {0, 5, 600, 405}},
+               {{0, 30, 70000, 70000}, 0, {}, {0, 30, all.right, all.bottom}},
+               {{}, 0, {0, 0, 0, 40}, {30, 0, all.right, all.bottom - 40}},
+               {{}, 0, {0, 20, 0, 50}, {30, 0, all.right - 20, all.bottom - 50}},
+               {{}, 0, {0, 0, 70000, 70000}, all}}; // nothing would be left
+  for (const auto& [works, desktop, thick, usable] : cases) {
+    WriteItems(artist.root, "_NET_WORKAREA", XA_CARDINAL, works);
+    WriteItems(artist.root, "_NET_CURRENT_DESKTOP", XA_CARDINAL, {desktop});
+    SetDock(other, thick);
+    UsableAreaBecomes(usable);
   }
   for (const char* name : {"_NET_WORKAREA", "_NET_CURRENT_DESKTOP"}) {
     XDeleteProperty(artist.display, artist.root, AtomOf(name));
-  }
-
-  // Where nobody works it out, the panels are left out.
-  OwnManager manager(artist);
-  const Window left = NewDock({30, 0, 0, 0}), other = NewDock({});
-  WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(other)});
-  const std::pair<std::vector<long>, PixelRect> panels[] = {{{0, 0, 0, 40}, {30, 0, all.right, all.bottom - 40}},
-                                                            {{0, 20, 0, 50}, {30, 0, all.right - 20, all.bottom - 50}},
-                                                            {{0, 0, 70000, 70000}, all}}; // nothing would be left
-  for (const auto& [thick, usable] : panels) {
-    SetDock(other, thick);
-    UsableAreaBecomes(usable);
   }
   XDestroyWindow(artist.display, other);
 }

@@ -188,6 +188,7 @@ TEST_F(X11Window, AsksNothingAtRestAndOnceForAFrame) {
     PixelRect place;
     DisplayEvent event;
     DisplayPointer();
+    DisplayHasSharedText(SharedText::kClipboard);
     DisplayCapturePointer(nullptr);
     DisplayShowWindow(window, true);
     DisplayPlaceWindow(window, {10, 10, 110, 110});
