@@ -2,6 +2,8 @@
 # Both programs as a user or a script starts them, on the server in DISPLAY, which has 640 by 480 pixels:
 #
 #   tests/with_xvfb.sh 640x480x24 tests/programs_test.sh FRAMEREEL RECORD DEMO_SCENE
+#
+# shellcheck disable=SC2016 # what commands expand is theirs
 set -euo pipefail
 export FRAMEREEL=$1 RECORD=$2 SCENE=$3
 folder=$(mktemp -d)
