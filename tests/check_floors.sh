@@ -50,15 +50,12 @@ misplaced() {
     }' tests/floors.txt -
 }
 
-# circles: each circle of modules among such lines, named by its modules. A module is a header and a source of one name.
+# circles: the modules among such lines that include each other in a circle. A module is a header and a source of one name.
 circles() {
   sed -E 's,^(src|tools)/([^:]*)\.(cpp|h):[0-9]+:[^"]*"([^"]*)\.(cpp|h)".*,\2 \4,' |
     awk '$1 != $2' | sort -u |
     { LC_ALL=C tsort 2>&1 >/dev/null || true; } |
-    awk '
-      / input contains a loop:$/ { printf "%scircle:", found++ ? "\n" : ""; next }
-      { printf " %s", $2 }
-      END { if (found) print "" }'
+    sed -n '/contains a loop:$/!s/^tsort: /in a circle: /p'
 }
 
 # headless: the sources that have no header of their own name. Those of win32 may answer for the calls alone, which the

@@ -36,7 +36,8 @@ put src/win32/memory/screen.cpp '"win32/win32_types.h"' '"win32/x11/x11_display.
 put src/win32/drawing/pens.h '"win32/windows/tree.h"' '"win32/stray/a.h"'
 put src/gif/upward.cpp '"recorder/grab.h"' '"toolkit/views/view.h"' '<X11/Xlib.h>'
 put src/toolkit/loose.h '"core/list.h"'
-expected='circle: win32/drawing/pens win32/windows/tree
+expected='in a circle: win32/drawing/pens
+in a circle: win32/windows/tree
 src/gif/upward.cpp: has no header of its own
 src/gif/upward.cpp:1: gif may not include "recorder/grab.h" of recorder
 src/gif/upward.cpp:2: gif may not include "toolkit/views/view.h" of toolkit/views

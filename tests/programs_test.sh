@@ -42,7 +42,13 @@ answers 0 0 'framereel-record 1.23' '' '$RECORD --version'
 answers 0 640 '' '' '$RECORD --ticks=2 --delay=25 --quiet - | cat >a.gif'
 answers 0 640 '' '' 'exec $RECORD --ticks=2 a.gif <&- >&- 2>&-'
 answers 2 0 '' "$says--fps takes a number from 0.2 to 40, not \"50\"" '$RECORD --fps=50 a.gif'
+answers 0 0 1 '' '$RECORD --ticks=1 --quiet --no-loop --owner=Ada - | grep -av NETSCAPE | grep -ac "Created by Ada, using"'
 answers 1 0 '' "${says}there is no display to record: DISPLAY is not set" 'env -u DISPLAY $RECORD a.gif'
+answers 1 0 '' "${says}there is no display to record: \":77\", as DISPLAY names it*" 'DISPLAY=:77 $RECORD a.gif'
+export WAYLAND_DISPLAY=wayland-0
+answers 1 0 '' "${says}there is no display to record in this Wayland session; *" 'env -u DISPLAY $RECORD a.gif'
+answers 0 640 '' "${says}this is a Wayland session, which does not show*" '$RECORD --ticks=1 --quiet a.gif'
+unset WAYLAND_DISPLAY
 answers 1 640 '' "${says}standard output cannot be written to" '$RECORD --ticks=2 --stats --quiet a.gif >/dev/full'
 answers 1 0 '' "${says}standard output cannot be written to" '$RECORD --help >/dev/full'
 answers 1 0 '' "${says}standard output cannot be written to; give a FILE or redirect it" '$RECORD - >&-'

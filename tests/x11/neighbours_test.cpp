@@ -57,7 +57,7 @@ protected:
   void Disturb(Window& which) {
     Display* display = artist.display;
     const PixelRect to = AnyPlace(), block = {to.left / 3, to.top / 3, to.left / 3 + 30, to.top / 3 + 20};
-    const int deed = Any(13);
+    const int deed = Any(12);
     if (deed == 0) OpenAny();
     if (deed == 1) (artist.State(which).map_state == IsUnmapped ? XMapWindow : XUnmapWindow)(display, which);
     if (deed == 2) (Any(2) == 0 ? XRaiseWindow : XLowerWindow)(display, which);
@@ -65,9 +65,8 @@ protected:
     if (deed == 4) XMoveResizeWindow(display, which, to.left, to.top, unsigned(WidthOf(to)), unsigned(HeightOf(to)));
     if (deed == 5 && Children(which).empty()) Reparent(which, to);
     if (deed == 6 && Children(which).empty() && theirs.size() >= 8) Destroy(which);
-    if (deed == 7) Clear(Any(2) == 0 ? which : artist.root);
-    if (deed == 8) Fill(artist.root, to, IncludeInferiors);
-    if (deed > 8) Fill(which, block, ClipByChildren);
+    if (deed == 7) Fill(artist.root, to, IncludeInferiors);
+    if (deed > 7) Fill(which, block, ClipByChildren);
   }
   void Reparent(Window window, const PixelRect& to) {
     const Window other = AnyWindow(), parent = other == window || Any(3) == 0 ? artist.root : other;
@@ -81,10 +80,6 @@ protected:
     PixelRect place;
     EXPECT_FALSE(DisplayWindowPlace(gone, &place) || DisplayHasWindow(gone));
     EXPECT_EQ(DisplayWindowTitle(gone) + std::to_string(DisplayWindowAt(gone, 100, 100)), "0");
-  }
-  void Clear(Window of) {
-    XSetWindowBackground(artist.display, of, random() & artist.PixelBits());
-    XClearWindow(artist.display, artist.root);
   }
   void Fill(Drawable to, const PixelRect& r, int mode) {
     XGCValues values{};
