@@ -11,6 +11,7 @@
 #include <X11/extensions/Xrandr.h>
 
 #include "win32/pixels/pixels.h"
+#include "win32/pixels/rectangles.h"
 #include "win32/x11/x11_display.h"
 
 namespace framereel {
@@ -86,15 +87,27 @@ void Artist::Put(const Picture& picture, Drawable to, int32_t depth, int32_t x, 
   XFreeGC(display, context);
 }
 
-Window Artist::Show(const Picture& picture, int32_t x, int32_t y) const {
+Window Artist::Make(Window parent, const PixelRect& place, int32_t border, int32_t depth) const {
+  const int screen = DefaultScreen(display);
+  XVisualInfo kind{};
+  if (depth == 0 || !XMatchVisualInfo(display, screen, depth, TrueColor, &kind)) {
+    kind.visual = DefaultVisual(display, screen);
+    kind.depth = Depth();
+  }
   XSetWindowAttributes attributes{};
   attributes.override_redirect = True;
-  attributes.event_mask = ExposureMask;
-  Window window = XCreateWindow(display, root, x, y, picture.width, picture.height, 0, CopyFromParent, InputOutput,
-                                CopyFromParent, CWOverrideRedirect | CWEventMask, &attributes);
+  attributes.colormap = XCreateColormap(display, root, kind.visual, AllocNone);
+  const Window window = XCreateWindow(display, parent, place.left, place.top, unsigned(WidthOf(place)),
+                                      unsigned(HeightOf(place)), unsigned(border), kind.depth, InputOutput, kind.visual,
+                                      CWOverrideRedirect | CWColormap | CWBackPixel | CWBorderPixel, &attributes);
   XMapRaised(display, window);
-  XEvent exposed;
-  XWindowEvent(display, window, ExposureMask, &exposed);
+  return window;
+}
+
+Window Artist::Show(const Picture& picture, int32_t x, int32_t y) const {
+  const Window window = Make(root, {x, y, x + picture.width, y + picture.height});
+  XSelectInput(display, window, ExposureMask);
+  XSetWindowBackgroundPixmap(display, window, None); // what is uncovered is left as it is
   Put(picture, window, Depth());
   return window;
 }

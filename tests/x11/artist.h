@@ -67,7 +67,10 @@ struct Artist {
   // Noise of the screen's pixels, the same for the same seed; no two neighbours are alike in general.
   Picture Noise(int32_t width, int32_t height, uint32_t seed) const;
   void Put(const Picture& picture, Drawable to, int32_t depth, int32_t x = 0, int32_t y = 0) const;
-  // Shows a window of any program with the picture at that place, above the others, and waits until it stands there.
+  // A window that no window manager takes for its own, above the others in its parent; of the depth, where the screen
+  // has that.
+  Window Make(Window parent, const PixelRect& place, int32_t border = 0, int32_t depth = 0) const;
+  // The same, of the picture, which it tells when it has to be painted again.
   Window Show(const Picture& picture, int32_t x, int32_t y) const;
   // Noise over the whole screen.
   Picture CoverScreen(uint32_t seed) const {

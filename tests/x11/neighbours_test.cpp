@@ -23,24 +23,6 @@ protected:
     X11WindowTest::SetUp();
     pictures.emplace();
   }
-  // A window of another program that no window manager takes for its own, of the depth where the screen has that.
-  Window Make(Window parent, const PixelRect& place, int32_t border = 0, int32_t depth = 0) const {
-    Display* display = artist.display;
-    XVisualInfo kind{};
-    if (depth == 0 || !XMatchVisualInfo(display, DefaultScreen(display), depth, TrueColor, &kind)) {
-      kind.visual = DefaultVisual(display, DefaultScreen(display));
-      kind.depth = artist.Depth();
-    }
-    XSetWindowAttributes attributes{};
-    attributes.override_redirect = True;
-    attributes.colormap = XCreateColormap(display, artist.root, kind.visual, AllocNone);
-    const Window window =
-        XCreateWindow(display, parent, place.left, place.top, unsigned(WidthOf(place)), unsigned(HeightOf(place)),
-                      unsigned(border), kind.depth, InputOutput, kind.visual,
-                      CWOverrideRedirect | CWColormap | CWBackPixel | CWBorderPixel, &attributes);
-    XMapRaised(display, window);
-    return window;
-  }
   // X11 has a macro of the name that dice have for this.
   int Any(int limit) { return int(random() % uint32_t(limit)); }
   Window& AnyWindow() { return theirs[size_t(Any(int(theirs.size())))]; }
@@ -50,7 +32,7 @@ protected:
   }
   void OpenAny() {
     const Window parent = theirs.empty() || Any(5) == 0 ? artist.root : AnyWindow();
-    theirs.push_back(Make(parent, AnyPlace(), Any(3), Any(3) == 0 ? 32 : 0));
+    theirs.push_back(artist.Make(parent, AnyPlace(), Any(3), Any(3) == 0 ? 32 : 0));
   }
 
   // What programs may do to windows of their own, and to the root.
@@ -229,9 +211,9 @@ TEST_F(X11WindowNeighbours, StandWhereTheyAreFoundAndLeaveNothingUnreadWhateverT
 TEST_F(X11WindowNeighbours, TakesAFrameAndTheMarginsOfAShadowForWhatTheyAre) {
   using Names = std::vector<Window>;
   const PixelRect around = {20, 30, 220, 200};
-  const Window below = Make(artist.root, {0, 0, 300, 300}), frame = Make(artist.root, around);
-  const Window title = Make(frame, {0, 0, 200, 20}), wrapper = Make(frame, {5, 20, 195, 165});
-  const Window client = Make(wrapper, {0, 0, 190, 145}), button = Make(client, {10, 10, 40, 30});
+  const Window below = artist.Make(artist.root, {0, 0, 300, 300}), frame = artist.Make(artist.root, around);
+  const Window title = artist.Make(frame, {0, 0, 200, 20}), wrapper = artist.Make(frame, {5, 20, 195, 165});
+  const Window client = artist.Make(wrapper, {0, 0, 190, 145}), button = artist.Make(client, {10, 10, 40, 30});
   std::optional<OwnManager> manager;
   if (!HasManager()) {
     EXPECT_EQ(Found(40, 70), (Names{frame, wrapper, client, button}));
@@ -272,7 +254,7 @@ TEST_F(X11WindowNeighbours, OursAreFoundButNoCover) {
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(DisplayOwnWindow(DesktopWindow(found[0])), main);
   EXPECT_EQ(FoundPlace(found[0]), (PixelRect{30, 30, 330, 230}));
-  EXPECT_EQ(DisplayOwnWindow(DesktopWindow(Make(artist.root, {50, 50, 150, 150}))), nullptr);
+  EXPECT_EQ(DisplayOwnWindow(DesktopWindow(artist.Make(artist.root, {50, 50, 150, 150}))), nullptr);
 }
 
 TEST_F(X11WindowNeighbours, AreTheRowsThatWereDrawnOnAndNoMore) {
