@@ -29,7 +29,6 @@ TABLE
 put src/win32/x11/screen.cpp '"win32/pixels/display.h"' '"win32/x11/x11_display.h"' '<X11/Xlib.h>'
 put src/win32/windows/tree.cpp '"win32/windows/tree.h"' '"win32/drawing/pens.h"' '"win32/win32_types.h"'
 put src/gif/inner/packer.h '"gif/stream.h"' '"core/list.h"'
-put src/toolkit/controls/box.h '"toolkit/views/view.h"'
 put tools/record/main.cpp '"recorder/grab.h"'
 # but with these.
 put src/win32/memory/screen.cpp '"win32/win32_types.h"' '"win32/x11/x11_display.h"'

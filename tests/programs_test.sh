@@ -28,7 +28,6 @@ answers() {
 says='framereel: '
 answers 0 0 'Usage: framereel*--help*--version*' '' '$FRAMEREEL --help'
 answers 0 0 'framereel 1.23' '' '$FRAMEREEL --version'
-answers 2 0 '' "${says}it takes no arguments but --help and --version" '$FRAMEREEL --display :0'
 answers 2 0 '' "${says}it takes no arguments but --help and --version" '$FRAMEREEL ""'
 answers 1 0 '' "${says}standard output cannot be written to" '$FRAMEREEL --version >&-'
 answers 1 0 '' "${says}there is no display that could be recorded" 'env -u DISPLAY $FRAMEREEL'

@@ -28,8 +28,6 @@ protected:
     for (const Atom selection : {clipboard, XA_PRIMARY})
       XSetSelectionOwner(artist.display, selection, None, CurrentTime);
   }
-  Window NewWindow() const { return XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0); }
-
   // Another program has the text from here on.
   void TheyShare(const std::string& text, const std::string& form) {
     const TemporaryFolder folder;
@@ -62,7 +60,7 @@ protected:
   }
 
   const Atom clipboard = Atom(AtomOf("CLIPBOARD"));
-  const Window asker = NewWindow();
+  const Window asker = XCreateSimpleWindow(artist.display, artist.root, 0, 0, 1, 1, 0, 0, 0);
 };
 
 TEST_F(X11ClipboardTest, OursIsGivenInTheFormsThatAreAskedFor) {
@@ -75,14 +73,11 @@ TEST_F(X11ClipboardTest, OursIsGivenInTheFormsThatAreAskedFor) {
   EXPECT_EQ(Pasted("UTF8_STRING", "primary"), "selected");
   EXPECT_EQ(Pasted("text/html"), "");
   EXPECT_EQ(Pasted("TARGETS"), "TARGETS\nTIMESTAMP\nMULTIPLE\nUTF8_STRING\nSTRING\n");
-  EXPECT_TRUE(IsGiven("TIMESTAMP"));
-  EXPECT_EQ(Items(asker, "ANSWER"), std::vector<long>{long(X11Live()->selections.shared[0].since)});
   EXPECT_FALSE(IsGiven("UTF8_STRING", 1)); // from before it was shared
   WriteItems(asker, "ANSWER", Atom(AtomOf("ATOM_PAIR")),
-             {AtomOf("STRING"), AtomOf("ONE"), AtomOf("PIXMAP"), AtomOf("TWO"), AtomOf("MULTIPLE"), AtomOf("THREE")});
+             {AtomOf("STRING"), AtomOf("ONE"), AtomOf("MULTIPLE"), AtomOf("TWO")});
   EXPECT_TRUE(IsGiven("MULTIPLE"));
-  EXPECT_EQ(Items(asker, "ANSWER"),
-            (std::vector<long>{AtomOf("STRING"), AtomOf("ONE"), AtomOf("PIXMAP"), None, AtomOf("MULTIPLE"), None}));
+  EXPECT_EQ(Items(asker, "ANSWER"), (std::vector<long>{AtomOf("STRING"), AtomOf("ONE"), AtomOf("MULTIPLE"), None}));
   EXPECT_EQ(Text(asker, "ONE"), "a\xE9??\nz");
 }
 

@@ -271,7 +271,6 @@ TEST_F(X11Pointer, IsWhereItStandsWhateverHasMovedIt) {
       {[&] { DisplayMovePointer(-5, h + 5), artist.ResizeScreen(w - 100, h - 100); }, {0, h - 101}},
       {[&] { artist.ResizeScreen(w, h), warp(77, 88), read(); }, {77, 88}}, // with the pointer
       {[&] { show(), Rest(), warp(110, 120); }, {110, 120}},                // which tells
-      {[&] { warp(150, 130); }, {150, 130}},
       {[&] { warp(300, 300); }, {300, 300}},
       // A server that does not tell is asked each time.
       {[&] { Rest(), X11Live()->devices.tell = X11Live()->devices.hearsMotion = false, warp(12, 13); }, {12, 13}}};

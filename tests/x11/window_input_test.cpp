@@ -174,9 +174,6 @@ TEST_F(X11WindowInput, DesktopDragsItWhereThereIsOneThatDoes) {
   Button(1, false);
   const PixelRect dragged = {210, 90, 360, 190};
   Until([&] { return (Drain(), PlaceOf(window) == dragged && window->place == dragged); });
-  // From here on that is its place, and going back is a move.
-  DisplayPlaceWindow(window, {10, 10, 160, 110});
-  Until([&] { return PlaceOf(window).left == 10; });
 }
 
 TEST_F(X11WindowInput, AReleaseBeforeTheDesktopDragsTakesTheRequestBack) {
@@ -231,9 +228,6 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
     WriteItems(artist.root, "_NET_CURRENT_DESKTOP", XA_CARDINAL, {desktop});
     SetDock(other, thick);
     UsableAreaBecomes(usable);
-  }
-  for (const char* name : {"_NET_WORKAREA", "_NET_CURRENT_DESKTOP"}) {
-    XDeleteProperty(artist.display, artist.root, AtomOf(name));
   }
   XDestroyWindow(artist.display, other);
 }

@@ -81,7 +81,6 @@ TEST_F(X11Window, IsAskedToShowAgainWhatWasUncoveredOrRefreshed) {
   const Picture white = artist.Paper(60, 40);
   Window others = artist.Show(white, 10, 10);
   XSetWindowBackground(artist.display, others, WhitePixel(artist.display, 0)); // it repaints itself by that alone
-  UntilShown(white, 10, 10);
   const uint8_t all[8] = {255, 255, 255, 255, 255, 255, 255, 255};
   DisplayInvertScreen({5, 5, 40, 40}, all);
   Until([&] { return (Drain(), Difference(artist.Look({10, 10, 70, 50}), white) != ""); });
