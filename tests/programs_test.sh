@@ -43,7 +43,7 @@ answers 0 640 '' '' 'exec $RECORD --ticks=2 a.gif <&- >&- 2>&-'
 answers 2 0 '' "$says--fps takes a number from 0.2 to 40, not \"50\"" '$RECORD --fps=50 a.gif'
 answers 0 0 1 '' '$RECORD --ticks=1 --quiet --no-loop --owner=Ada - | grep -av NETSCAPE | grep -ac "Created by Ada, using"'
 answers 1 0 '' "${says}there is no display to record: DISPLAY is not set" 'env -u DISPLAY $RECORD a.gif'
-answers 1 0 '' "${says}there is no display to record: \":77\", as DISPLAY names it*" 'DISPLAY=:77 $RECORD a.gif'
+answers 1 0 '' "${says}there is no display to record: \"none\", as DISPLAY names it*" 'DISPLAY=none $RECORD a.gif'
 export WAYLAND_DISPLAY=wayland-0
 answers 1 0 '' "${says}there is no display to record in this Wayland session; *" 'env -u DISPLAY $RECORD a.gif'
 answers 0 640 '' "${says}this is a Wayland session, which does not show*" '$RECORD --ticks=1 --quiet a.gif'
@@ -71,8 +71,8 @@ begins() {
 # Ctrl+C, and what tells programs to end, save what there is, but for signals that the caller ignores.
 for end in 'printf \\x03 >&4' 'kill -TERM $process' 'kill -HUP $process'; do
   begins --default-signal --delay=5000
-  [ ! -e a.gif ]
-  answers 0 640 '*a.gif: 1 frame, *' '' "$end; cat <&3"
+  answers 0 640 '*a.gif: 1 frame, *' '' "[ ! -e a.gif ] || exit 9; $end; cat <&3"
+  wait $!
 done
 begins --ignore-signal=HUP --delay=2000 --ticks=1
 answers 0 640 '*0:01*a.gif: 1 frame, *' '' 'kill -HUP $process; cat <&3'

@@ -1,5 +1,6 @@
 // What the user and the desktop do to our windows: the keyboard's coming and going, the mouse and its capture,
-// minimising, dragging, and the part of the screen that is free. With and without a window manager.
+// minimising, dragging, and the part of the screen that is free. With and without a window manager, and with one that
+// takes its time or refuses what it is asked, which the artist plays.
 #include "x11/user.h"
 
 #include <utility>
@@ -208,10 +209,10 @@ TEST_F(X11WindowInput, UsableAreaIsWhatTheDesktopLeaves) {
     return UsableAreaBecomes(all);
   }
   EXPECT_EQ(DisplayUsableArea(), all);
-  // Where nobody works it out, the panels are left out.
   const OwnManager manager(artist);
   const Window left = NewDock({30, 0, 0, 0}), other = NewDock({});
   WriteItems(artist.root, "_NET_CLIENT_LIST", XA_WINDOW, {long(left), long(other)});
+  // What the manager has worked out counts. Where it has not, the panels are left out.
   const struct {
     std::vector<long> works; // of all desktops: left, top, width, height
     long desktop;
