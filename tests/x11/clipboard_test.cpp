@@ -73,6 +73,7 @@ TEST_F(X11ClipboardTest, OursIsGivenInTheFormsThatAreAskedFor) {
   EXPECT_EQ(Pasted("UTF8_STRING", "primary"), "selected");
   EXPECT_EQ(Pasted("text/html"), "");
   EXPECT_EQ(Pasted("TARGETS"), "TARGETS\nTIMESTAMP\nMULTIPLE\nUTF8_STRING\nSTRING\n");
+  EXPECT_TRUE(IsGiven("TIMESTAMP") && Items(asker, "ANSWER").size() == 1);
   EXPECT_FALSE(IsGiven("UTF8_STRING", 1)); // from before it was shared
   WriteItems(asker, "ANSWER", Atom(AtomOf("ATOM_PAIR")),
              {AtomOf("STRING"), AtomOf("ONE"), AtomOf("MULTIPLE"), AtomOf("TWO")});
