@@ -61,6 +61,8 @@ TEST(MemoryDeathTest, ExhaustionTellsTheHookWhileTheToolkitGoesOnWithWhatItHasAn
 void UseScopes(const std::string& text) {
   const char* const here = FormatTemp("%s%", text.c_str());
   const char* const more = StrTempN("early and late", 5);
+  TempScopeBegin(); // one in which nothing is made
+  TempScopeEnd();
   TempScopeBegin();
   for (int i = 0; i < 100; ++i) FormatTemp("and another one");
   if (text.size() < 5) UseScopes(text + 'x');

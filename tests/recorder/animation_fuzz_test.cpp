@@ -3,6 +3,8 @@
 // the user is told how it goes.
 #include <algorithm>
 
+#include "core/rects.h"
+#include "platform/display/display_caps.h"
 #include "recorder/recording.h"
 #include "resources/standard_colours.h"
 #include "win32/win32_system.h"
@@ -10,7 +12,6 @@
 namespace framereel {
 namespace {
 
-constexpr int kWidth = 150, kHeight = 30; // of the desktop
 constexpr int kDepths[] = {1, 2, 4, 8, 16, 24, 32}, kOtherDepth = 12;
 
 int Depth() {
@@ -45,7 +46,8 @@ struct PlainVerdict {
   std::string message;
   int changes = 0;
 
-  void See() {
+  // With the area of the next frame.
+  void See(const Rect& area) {
     if (Depth() != kOtherDepth) onScreen = Depth() >= 16 ? "millions of" : std::to_string(1 << Depth());
     std::string now;
     if (Depth() == kOtherDepth) {
@@ -57,6 +59,11 @@ struct PlainVerdict {
             "current animation, please restore the monitor settings (to " +
             inAnimation + " colours).";
     }
+    const DisplayCaps& screen = TheDisplayCaps();
+    if (now == "" && !RectInside(area, RectOf(0, 0, screen.screenWidth, screen.screenHeight))) {
+      now = "Part of the recording area is not on the screen any more and is recorded as black. Please restore the "
+            "monitor settings.";
+    }
     changes += now.substr(0, 20) != message.substr(0, 20); // which of the two it is
     message = now;
   }
@@ -66,9 +73,17 @@ struct PlainVerdict {
 // lets time pass.
 class Film {
 public:
-  Film(int depth, uint32_t seed) : dice(seed), desktop(kWidth, kHeight, depth) {
+  // On a desktop that is small, or as wide or as high as the fields hold.
+  Film(int depth, uint32_t seed)
+      : dice(seed), width(seed == 0   ? INT16_MAX
+                          : seed == 1 ? 2
+                                      : 150),
+        height(seed == 0   ? 2
+               : seed == 1 ? INT16_MAX
+                           : 30),
+        desktop(width, height, depth) {
     TheMemoryDisplay().tick = seed % 2 ? 0xFFFFF000 : 0; // the clock wraps during every other one
-    verdict.See();
+    verdict.See({});
   }
 
   void Animate() {
@@ -77,6 +92,8 @@ public:
     recording.options.smallest = smallest = dice.OneIn(2);
     size = std::min(recording.options.recordingSize, kSize100);
     SetScene();
+    owner.assign(size_t(dice.OneIn(4) ? dice.Below(600) : 9), 'o');
+    recording.recorder.ownerName = owner.c_str();
     recording.recorder.captureArea = area;
     plain = {};
     file.clear();
@@ -100,9 +117,13 @@ public:
     StreamClear(recording.stream);
     RecorderReset(recording.recorder);
     verdict.inAnimation.clear();
-    verdict.See();
-    ASSERT_NO_FATAL_FAILURE(ExpectTold());
-    ASSERT_EQ(recording.status, "0 Frames (0 bytes)");
+    for (const Rect& none : {Rect{}, {2, 3, 14, 3}, {2, 9, 14, 3}, {14, 3, 2, 21}, {-32768, 3, 32767, 21}, {}}) {
+      recording.recorder.captureArea = none;
+      ASSERT_FALSE(recording.Capture());
+      verdict.See(none);
+      ASSERT_NO_FATAL_FAILURE(ExpectTold());
+      ASSERT_EQ(recording.status, "0 Frames (0 bytes)");
+    }
     RecorderReset(recording.recorder); // there is none any more
     if (dice.OneIn(2)) SetDepth(kDepths[dice.Below(7)]);
   }
@@ -123,13 +144,14 @@ private:
     display.hasPointer = dice.OneIn(3);
     display.pointerPixels.assign(6, 0xFFFFFFFF); // 3 by 2 of white, with the hot spot in them
     display.pointerWidth = 3, display.pointerHeight = 2, display.hotX = 2, display.hotY = 1;
-    const int widths[] = {1, 5, 9, 18, 33, 65, 130}, heights[] = {1, 2, 9, 17}, block = size == kSize100 ? 1 : 2 + size;
+    const int widths[] = {1, 5, 9, 18, 33, 65, 130, width}, heights[] = {1, 2, 9, 17, height};
+    const int block = size == kSize100 ? 1 : 2 + size;
     const int lastWidth = area.right - area.left, lastHeight = area.bottom - area.top;
     if (lastWidth > 0 && lastWidth % block + lastHeight % block == 0 && dice.OneIn(2)) return; // the same once more
-    const int width = (widths[dice.Below(7)] + block - 1) / block * block;
-    const int height = (heights[dice.Below(4)] + block - 1) / block * block;
-    const int left = dice.Below(kWidth - width + 1), top = dice.Below(kHeight - height + 1);
-    area = {int16_t(top), int16_t(left), int16_t(top + height), int16_t(left + width)};
+    const int across = std::max(block, std::min(dice.OneOf(widths), width) / block * block);
+    const int down = std::max(block, std::min(dice.OneOf(heights), height) / block * block);
+    const int left = dice.Below(std::max(width - across, 0) + 1), top = dice.Below(std::max(height - down, 0) + 1);
+    area = RectOf(int16_t(left), int16_t(top), int16_t(across), int16_t(down));
   }
 
   // On a screen whose depth changes, one that no depth rounds to another level; on few colours, often as dark as
@@ -161,8 +183,11 @@ private:
     const int kind = dice.Below(40); // of the pause: short, longer than the field of 16 bits, longer than 2^31 ms
     ::Sleep(kind == 0 ? 0x80000000 + DWORD(dice.Below(1000000)) : DWORD(dice.Below(kind < 4 ? 2000000 : 700)));
     if (changesDepth && dice.OneIn(6)) SetDepth(8 * (2 + dice.Below(3)));
-    // Also to one that the area does not lie on, which the program need not have heard of.
-    if (changesSize && dice.OneIn(6)) MemoryDisplaySetMode(kWidth >> dice.Below(4), kHeight >> dice.Below(3), Depth());
+    if (changesSize && dice.OneIn(6)) { // also to one that the area does not lie on
+      MemoryDisplaySetMode(std::max(1, width >> dice.Below(4)), std::max(1, height >> dice.Below(3)), Depth());
+      if (dice.OneIn(2))
+        SetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, Depth()); // the program hears of it
+    }
     MemoryDisplay& display = TheMemoryDisplay();
     if (!dice.OneIn(3)) DisplayMovePointer(area.left + dice.Below(40) - 4, area.top + dice.Below(20) - 3);
     if (dice.OneIn(6)) std::swap(display.pointerWidth, display.pointerHeight);
@@ -186,11 +211,13 @@ private:
     }
   }
 
-  void SetDepth(int depth) {
-    desktop.SetMode(kWidth, kHeight, depth);
-    verdict.See();
+  void SetMode(int screenWidth, int screenHeight, int depth) {
+    const bool isTold = depth != Depth(); // else it shows with the next frame
+    desktop.SetMode(screenWidth, screenHeight, depth);
+    if (isTold) verdict.See(verdict.inAnimation == "" ? recording.recorder.captureArea : area);
     ExpectTold();
   }
+  void SetDepth(int depth) { SetMode(width, height, depth); }
   void ExpectTold() const {
     ASSERT_EQ(recording.message, verdict.message);
     ASSERT_EQ(recording.messageCalls, verdict.changes);
@@ -201,7 +228,7 @@ private:
     const int depth = Depth();
     for (int times = 1 + dice.Below(2); times > 0; --times) {
       SetDepth(dice.OneIn(4) ? kOtherDepth : kDepths[dice.Below(7)]);
-      ASSERT_TRUE(verdict.message == "" || !recording.Capture(dice.OneIn(2)));
+      ASSERT_FALSE(verdict.message.rfind("Framereel", 0) == 0 && recording.Capture(dice.OneIn(2)));
     }
     SetDepth(depth);
   }
@@ -211,12 +238,12 @@ private:
     if (screens.empty()) palette = TheMemoryDisplay().palette;
     const Bytes screen = IndicesOnScreen(area, pointer, palette);
     if (screens.empty()) {
-      const int width = area.right - area.left, height = area.bottom - area.top;
-      plain = PlainBegin(Depth(), size, width, height, palette);
-      head = PlainHeadOf(plain, recording.options.loop ? 0 : -1, recording.recorder.ownerName);
+      plain = PlainBegin(Depth(), size, area.right - area.left, area.bottom - area.top, palette);
+      head = PlainHeadOf(plain, recording.options.loop, owner);
       PlainWriteHead(file, head);
     }
     const auto frame = PlainTake(plain, screen, recording.options, grab, ::GetTickCount());
+    verdict.See(area);
     ASSERT_EQ(recording.Capture(grab), frame.has_value());
     verdict.inAnimation = verdict.onScreen;
     if (frame) {
@@ -225,8 +252,9 @@ private:
       bordered |= recording.options.overlayBorder;
     }
     const std::string frames = std::to_string(screens.size()) + (screens.size() == 1 ? " Frame (" : " Frames (");
-    const size_t bytes = smallest ? recording.stream.streamSize : file.size();
-    ASSERT_EQ(recording.status, frames + PlainByteSize(uint32_t(bytes)) + ")");
+    char bytes[kByteSizeText];
+    FormatByteSize(uint32_t(smallest ? recording.stream.streamSize : file.size()), bytes);
+    ASSERT_EQ(recording.status, frames + bytes + ")");
   }
 
   // What the foreign reader shows is what it shows of the plain file, and, at full size and but for the border, what
@@ -256,6 +284,7 @@ private:
   }
 
   Dice dice;
+  const int width, height; // of the desktop
   Desktop desktop;
   Recording recording;
   PlainVerdict verdict;
@@ -264,6 +293,7 @@ private:
   Rect area = {};
   bool smallest = false, changesDepth = false, changesSize = false, pointer = false, bordered = false;
   uint32_t colours[4] = {};
+  std::string owner;
   PlainAnimation plain = {};
   PlainHead head = {};
   Bytes file;                         // that must come out

@@ -166,7 +166,7 @@ PlainAnimation PlainBegin(int depth, uint16_t recordingSize, int width, int heig
   return a;
 }
 
-PlainHead PlainHeadOf(const PlainAnimation& a, int loop, const std::string& ownerName) {
+PlainHead PlainHeadOf(const PlainAnimation& a, bool loops, const std::string& ownerName) {
   std::vector<PaletteColour> colours = a.palette;
   const bool cube = a.recordingSize != kSize100 || a.depth >= 16;
   if (cube) colours.clear();
@@ -178,7 +178,7 @@ PlainHead PlainHeadOf(const PlainAnimation& a, int loop, const std::string& owne
   // Room for a transparent index, but on 256 colours.
   const int bits = colours.size() > 16 ? 8 : colours.size() == 16 ? 5 : colours.size() == 4 ? 3 : 2;
   const int width = OutputSide(a.recordingSize, a.width), height = OutputSide(a.recordingSize, a.height);
-  return {width, height, 0, 0, bits, colours, loop, "Created by " + ownerName + ", using Framereel v1.23."};
+  return {width, height, bits, colours, loops, "Created by " + ownerName + ", using Framereel v1.23."};
 }
 
 std::optional<PlainFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t>& indices,
@@ -209,16 +209,6 @@ std::optional<PlainFrame> PlainTake(PlainAnimation& a, const std::vector<uint8_t
 
 uint8_t PlainCubeIndex(PaletteColour colour) {
   return CubeOf({LevelOf(colour.red), LevelOf(colour.green), LevelOf(colour.blue)});
-}
-
-std::string PlainByteSize(uint32_t bytes) {
-  if (bytes < 1024) return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
-  const int shift = bytes < 1 << 20 ? 10 : bytes < 1 << 30 ? 20 : 30;
-  const uint64_t tenths = uint64_t{bytes} * 10 >> shift;
-  const bool shows = tenths % 10 != 0 && (tenths < 1000 || shift == 30);
-  std::string text = std::to_string(tenths / 10);
-  if (shows) text.append(".").append(std::to_string(tenths % 10));
-  return text + "KMG"[shift / 10 - 1];
 }
 
 } // namespace framereel

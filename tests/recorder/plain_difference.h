@@ -27,8 +27,8 @@ struct PlainAnimation {
 
 PlainAnimation PlainBegin(int depth, uint16_t recordingSize, int width, int height,
                           const std::vector<PaletteColour>& palette);
-// What stands ahead of its frames. With the loop count, or -1 for none.
-PlainHead PlainHeadOf(const PlainAnimation& animation, int loop, const std::string& ownerName);
+// What stands ahead of its frames.
+PlainHead PlainHeadOf(const PlainAnimation& animation, bool loops, const std::string& ownerName);
 // The frame as it must stand in the file; nothing if none must. The options are those of this moment, `tick` the clock
 // in ms.
 std::optional<PlainFrame> PlainTake(PlainAnimation& animation, const std::vector<uint8_t>& indices,
@@ -36,7 +36,5 @@ std::optional<PlainFrame> PlainTake(PlainAnimation& animation, const std::vector
 
 // The index of a true colour: each channel's nearest level of six.
 uint8_t PlainCubeIndex(PaletteColour colour);
-// A number of bytes in words.
-std::string PlainByteSize(uint32_t bytes);
 
 } // namespace framereel

@@ -41,14 +41,10 @@ void PlainWriteHead(Bytes& file, const PlainHead& head) {
   const std::string version = "GIF89a";
   file.insert(file.end(), version.begin(), version.end());
   PutWords(file, {head.width, head.height});
-  Put(file, {0x80 | (head.bits - 1) << 4 | (head.bits - 1), head.background, 0x31});
+  Put(file, {0x80 | (head.bits - 1) << 4 | (head.bits - 1), 0, 0x31});
   for (const PaletteColour& c : head.colours) Put(file, {c.red, c.green, c.blue});
   file.resize(file.size() + 3 * ((size_t{1} << head.bits) - head.colours.size()));
-  if (head.loop >= 0) {
-    Put(file, {0x21, 0xFF, 11, 'N', 'E', 'T', 'S', 'C', 'A', 'P', 'E', '2', '.', '0', 3, 1});
-    PutWords(file, {head.loop});
-    Put(file, {0});
-  }
+  if (head.loops) Put(file, {0x21, 0xFF, 11, 'N', 'E', 'T', 'S', 'C', 'A', 'P', 'E', '2', '.', '0', 3, 1, 0, 0, 0});
   Put(file, {0x21, 0xFE});
   PutSubBlocks(file, {head.comment.begin(), head.comment.end()});
   Put(file, {0});
@@ -60,7 +56,7 @@ void PlainWriteFrame(Bytes& file, const PlainHead& head, const PlainFrame& frame
   PutWords(file, {frame.delay});
   Put(file, {frame.transparentIndex, 0, 0x2C});
   PutWords(file, {frame.left, frame.top, frame.width, frame.height});
-  Put(file, {head.interlace << 6, codeSize});
+  Put(file, {0, codeSize});
   PlainLzwEncode(frame.indices, codeSize + 1, file);
   Put(file, {0});
 }

@@ -16,10 +16,10 @@ namespace framereel {
 using Bytes = std::vector<uint8_t>;
 
 struct PlainHead {
-  int width, height, interlace, background;
+  int width, height;
   int bits;                           // of the colour table
   std::vector<PaletteColour> colours; // up to 2^bits; black fills up
-  int loop;                           // -1: the file does not say
+  bool loops;                         // for ever
   std::string comment;
 };
 
