@@ -73,6 +73,28 @@ TEST_F(ApplicationTest, ShowsTheWindowThatTheUserPointsAtUntilHeTakesItOrARecord
   EXPECT_EQ(Seen(0, 10, 10), kBlue);
 }
 
+// The rubber band runs across the panel, whose read-outs change under it as if they painted themselves.
+TEST_F(ApplicationTest, TheReadOutsFollowASelectionAlsoUnderItsLine) {
+  Start();
+  const View* label = app.panel.sizeLabel;
+  const Point corner = OnScreen(label->window, label->x, label->y);
+  MemoryMovePointerTo(corner.h + 5, corner.v + 5);
+  Type(VK_SPACE);
+  for (const auto& [x, y] : {std::pair{300, 200}, {620, 110}}) {
+    const std::vector<uint32_t> before = TheMemoryDisplay().screen;
+    MemoryMovePointerTo(x, y);
+    Settle();
+    AntsToggle(app.area);
+    const std::vector<uint32_t> without = TheMemoryDisplay().screen;
+    EXPECT_NE(without, before);
+    MemoryExpose(Region(PixelRect{0, 0, 640, 480}));
+    Settle();
+    EXPECT_EQ(TheMemoryDisplay().screen, without);
+    AntsToggle(app.area);
+  }
+  Type(VK_ESCAPE);
+}
+
 std::vector<uint32_t> screenBefore;
 
 // Ends the process for want of memory, and says what stands on the screen by the time at which it tells so.

@@ -35,26 +35,6 @@ TEST(Ants, MoveRoundTheAreaAndLeaveTheScreenAsItWas) {
   }
 }
 
-TEST(Ants, FollowTheRubberBandAlsoAcrossTheReadOuts) {
-  for (const int depth : kDepths) {
-    AreaProgram program(depth);
-    AreaState& area = program.area;
-    // The panel's labels are repainted at each step, under the line.
-    const Point label = OnScreen(program.panel.window, 10, 10);
-    program.Act("begin m " + std::to_string(label.h + 5) + " " + std::to_string(label.v + 5) + " d");
-    for (const char* steps : {"m 300 200", "m 620 110"}) {
-      program.Act(steps);
-      const Picture with = Screen();
-      AntsToggle(area);
-      const Picture without = Screen();
-      EXPECT_TRUE(with == WithLine(without, AreaOutline(area), area.ants.phase)) << depth << " " << steps;
-      MemoryExpose(Region(PixelRect{0, 0, 640, 480}));
-      EXPECT_TRUE(without == Screen()) << depth << " " << steps;
-      AntsToggle(area);
-    }
-  }
-}
-
 TEST(Ants, CountShowsAndHidesAndPauseForSelectionsAndPaints) {
   // The user draws the area that stands there already, so that all read-outs stay.
   const std::string select = "begin m 100 80 d m 150 130 u ", begun = select + "note showline ";

@@ -20,16 +20,11 @@
 #include "core/rects.h"
 #include "core/timers.h"
 #include "gif/animation_stream.h"
-#include "platform/drawing/primitives.h"
 #include "platform/drawing/standard_drawing.h"
-#include "platform/records/window_records.h"
 #include "platform/windows/child_window.h"
 #include "platform/windows/window_geometry.h"
 #include "recorder/engine/recorder_state.h"
 #include "support/window_script.h"
-#include "toolkit/views/view.h"
-#include "toolkit/views/view_class.h"
-#include "toolkit/views_start.h"
 #include "win32/memory/memory_display.h"
 #include "win32/pixels/pixels.h"
 #include "win32/win32_system.h"
@@ -77,7 +72,7 @@ class AreaProgram : public WindowScript {
   AnimationStream stream;
 
 public:
-  explicit AreaProgram(int32_t depth = 24) : WindowScript((ViewsStartUp(), 640), 480, depth) {
+  explicit AreaProgram(int32_t depth = 24) : WindowScript(640, 480, depth) {
     SetMainClientSize(nullptr, 180, 120);
     MoveMainWindow(nullptr, 400, 60);
     ShowPatternedDesktop();
@@ -90,13 +85,9 @@ public:
     panel.window->background = ColourMenu();
     InvalidateChildWindow(panel.window);
     PlaceChildWindow(panel.window, 5, 25);
-    panel.sizeLabel = NewLabel(panel.window, 10, &size);
-    panel.topLeftLabel = NewLabel(panel.window, 40, &topLeft);
     panel.setReadouts = [](void* owner, const char* newSize, const char* newTopLeft) {
       Program(owner).size = newSize;
       Program(owner).topLeft = newTopLeft;
-      ViewInvalidate(Program(owner).panel.sizeLabel);
-      ViewInvalidate(Program(owner).panel.topLeftLabel);
     };
     panel.setWindowMode = [](void* owner, bool mode) { Program(owner).Say(mode ? "window" : "area"); };
     panel.stopSlide = [](void* owner) { Program(owner).Say("slide"); };
@@ -182,29 +173,6 @@ private:
   }
 
   static AreaProgram& Program(void* owner) { return *static_cast<AreaProgram*>(owner); }
-
-  // Shows the text that its owner keeps at userData.
-  static void DrawLabel(View* view) {
-    UseDrawState(DrawStateFill());
-    SetForeColour(ColourMenu());
-    FillRect(ViewBounds(view));
-    UseDrawState(DrawStateDefault());
-    const auto* text = reinterpret_cast<const std::string*>(view->userData);
-    DrawText(view->x, view->y + FontMetrics().ascent, text->c_str());
-  }
-
-  static View* NewLabel(ChildWindow* window, int16_t y, const std::string* text) {
-    static ViewClass* const label = ClassNew();
-    label->draw = DrawLabel;
-    label->mouseDown = [](View* view, uint16_t, int16_t, int16_t) {
-      Program(static_cast<AreaState*>(view->window->userData)->panel.owner).Say("label");
-    };
-    View* view = ViewCreateTop(label, window, 10, y);
-    view->userData = uintptr_t(text);
-    ViewResize(view, 150, 20);
-    ViewShow(view);
-    return view;
-  }
 
   static void ShowPatternedDesktop() {
     MemoryDisplay& display = TheMemoryDisplay();

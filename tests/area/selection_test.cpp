@@ -1,11 +1,6 @@
 // A selection with the mouse and with the keys, and what it leaves behind.
 #include "area/area_program.h"
 
-#include "core/rects.h"
-#include "platform/drawing/ports.h"
-#include "platform/drawing/primitives.h"
-#include "platform/drawing/standard_drawing.h"
-
 namespace framereel {
 namespace {
 
@@ -86,30 +81,6 @@ TEST(Selection, CoversTheScreenWithACrosshairAndTakesTheMouseWhereverTheMainWind
     program.Act("m 100 80 space m 120 90 right space");
     EXPECT_EQ(program.State(), "rest 100,80 22x11 save");
   }
-}
-
-// The same text where the label stands on the screen.
-void DrawReadout(const ChildWindow* panel, const View* label, const char* text) {
-  const Point at = OnScreen(panel, label->x, label->y);
-  SetPortScreen();
-  UseDrawState(DrawStateFill());
-  SetForeColour(ColourMenu());
-  FillRect(RectOf(at.h, at.v, label->width, label->height));
-  UseDrawState(DrawStateDefault());
-  DrawText(at.h, at.v + FontMetrics().ascent, text);
-}
-
-TEST(AreaReadouts, ArePaintedOverThePanelAndGoWithTheBackdrop) {
-  AreaProgram program;
-  const Picture before = Screen();
-  program.area.panel.setReadouts = nullptr; // the panel's own labels stay as they are
-  program.Act("begin m 100 80 d m 120 90 toggleline");
-  const Picture painted = Screen();
-  DrawReadout(program.panel.window, program.panel.sizeLabel, "Size: 21x11");
-  DrawReadout(program.panel.window, program.panel.topLeftLabel, "Top Left: 100,80");
-  EXPECT_TRUE(painted == Screen() && painted != before);
-  program.Act("toggleline u");
-  EXPECT_EQ(Screen(), before);
 }
 
 } // namespace
