@@ -135,10 +135,10 @@ TEST_F(DocumentTest, StaysUnsavedAndIsToldOfWhereASaveFails) {
   std::filesystem::create_directory(place);
   EXPECT_EQ(Play("frame ctrl+S name:far/clip.gif enter"), "Framereel - clip, 1");
   const std::string older = ReadWholeFile(clip);
-  FailSystemCall(place, 3, ENOSPC); // all of them are tried where the file itself is tested
+  FailSystemCall(3, ENOSPC); // all of them are tried where the file itself is tested
   EXPECT_EQ(Play("frame ctrl+S ? enter ?"), refused(ENOSPC) + "Framereel - clip, 2 unsaved");
   EXPECT_TRUE(ReadWholeFile(clip) == older);
-  FailSystemCall(place, -1, 0);
+  FailSystemCall(-1, 0);
   EXPECT_EQ(Play("ctrl+S ?"), "-; Framereel - clip, 2");
   std::filesystem::remove_all(place);
   EXPECT_EQ(Play("frame ctrl+S ? enter ? ctrl+Q ? esc"), refused(ENOENT) + "Warning!; Framereel - clip, 3 unsaved");

@@ -291,18 +291,6 @@ void Tell(User& user, const char* format, ...) {
   std::fflush(user.steps); // the program may die at the next one
 }
 
-void WishFor(User& user, std::function<void(User&)> act) {
-  user.wishes.push_back({&user, nullptr, std::move(act)});
-  const auto fulfil = [](void* argument) {
-    auto* wish = static_cast<User::Wish*>(argument);
-    User& wisher = *wish->user;
-    const std::function<void(User&)> fulfilled = std::move(wish->act);
-    wisher.wishes.remove_if([=](const User::Wish& each) { return &each == wish; });
-    fulfilled(wisher);
-  };
-  user.wishes.back().timer = TimerSchedule(fulfil, &user.wishes.back(), 0);
-}
-
 DisplayWindow* OurWindow() {
   for (const auto& window : TheMemoryDesktop().windows) {
     if (window->ours && window->role == WindowRole::kMain) return window.get();

@@ -120,13 +120,22 @@ void ExpectALivePanel(User& user) {
   At(user, 300, [](User& u) { Expect(u, TheMemoryDisplay().pointerX == 7, "the panel does not hear its keys"); });
 }
 
-void EndAll(User& user) {
+// Has the program do it in its event loop, as the panel does.
+void WishFor(User& user, TimerFunction wish) {
+  user.wish = TimerSchedule(wish, &user, 0);
+}
+
+void EndAll(void* argument) {
+  User& user = *static_cast<User*>(argument);
+  user.wish = nullptr;
   RecorderStop(user.app.recorder);
   CheckBoxSetValue(user.app.panel.showAreaBox, false, true);
   RefreshScreen(user.app.area);
 }
 
-void GrabAndCheck(User& user) {
+void GrabAndCheck(void* argument) {
+  User& user = *static_cast<User*>(argument);
+  user.wish = nullptr;
   const bool grabs = RecorderButtons(user.app.recorder).grab;
   if (grabs) RecorderGrab(user.app.recorder);
   CheckAnimation(user, grabs);
@@ -172,7 +181,7 @@ void Run(User& user) {
   const uint32_t end = user.began + uint32_t(kShortest + user.dice.Below(kMore));
   At(user, 0, [end](User& u) { Act(u, end); });
   RunEventLoop();
-  for (const User::Wish& wish : user.wishes) TimerCancel(wish.timer);
+  TimerCancel(user.wish);
   TheMemoryDisplay().script.clear();
   CheckAnimation(user, false);
   ApplicationEnd(user.app);

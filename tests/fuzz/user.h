@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <functional>
-#include <list>
 #include <string>
 
 #include "app/application.h"
@@ -33,14 +32,7 @@ struct User {
   uint32_t began;   // the tick
   Mixture mixture = {};
   Script script = {};
-
-  // What he does with the panel, which hears of it in the event loop.
-  struct Wish {
-    User* user;
-    Timer* timer;
-    std::function<void(User&)> act;
-  };
-  std::list<Wish> wishes = {};
+  Timer* wish = nullptr; // of the panel, which hears of it in the event loop
 };
 
 // ---- deeds.cpp ----------------------------------------------------------------------------------------------------
@@ -49,9 +41,8 @@ void Tell(User& user, const char* format, ...) __attribute__((format(printf, 2, 
 void At(User& user, uint32_t milliseconds, std::function<void(User&)> act); // so long from now
 void AddWords(User& user);                                                  // to his script
 void DoSomething(User& user);                                               // at random
-void WishFor(User& user, std::function<void(User&)> act);
-void LetGo();               // of all keys and buttons
-DisplayWindow* OurWindow(); // the main one; null when it cannot be seen
+void LetGo();                                                               // of all keys and buttons
+DisplayWindow* OurWindow();                                                 // the main one; null when it cannot be seen
 
 // ---- recorded.cpp -------------------------------------------------------------------------------------------------
 

@@ -93,9 +93,9 @@ TEST(OutputFile, KeepsTheOlderFileWhicheverCallOfTheSystemFails) {
     std::string calls; // "!" behind those that the save does not go on without
     for (int call = 0;; ++call) {
       WriteWholeFile(folder / "a.gif", "older");
-      FailSystemCall(folder.path, call, EIO);
+      FailSystemCall(call, EIO);
       const std::string reason = SaveIn(folder, "a.gif", gif), failed = FailedSystemCall();
-      FailSystemCall(folder.path, -1, 0);
+      FailSystemCall(-1, 0);
       const std::string now = ReadWholeFile(folder / "a.gif");
       if (reason.empty()) {
         ASSERT_EQ(now.size(), 2 * kStreamChunkSize + 2) << failed;

@@ -2,7 +2,6 @@
 #include "support/system_failures.h"
 
 #include <cerrno>
-#include <climits>
 #include <cstdarg>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -11,31 +10,16 @@
 
 namespace {
 
-std::string folder;
 int left = -1; // of the calls that pass; below 0: all do
 int reason;
 const char* failed = "";
 bool namedOnly = false;
 
-bool Fails(const char* call, const char* path) {
-  if (left < 0 || std::string(path).compare(0, folder.size(), folder) != 0 || left-- > 0) return false;
+bool Fails(const char* call) {
+  if (left < 0 || left-- > 0) return false;
   failed = call;
   errno = reason;
   return true;
-}
-
-// By the link that /proc has for an open file.
-bool FailsAt(const char* call, const char* link) {
-  if (left < 0) return false;
-  char path[PATH_MAX] = "";
-  const int before = errno;
-  const ssize_t length = ::readlink(link, path, sizeof path - 1);
-  errno = before;
-  return Fails(call, length > 0 ? path : link);
-}
-
-bool Fails(const char* call, int descriptor) {
-  return FailsAt(call, ("/proc/self/fd/" + std::to_string(descriptor)).c_str());
 }
 
 // The C library's own.
@@ -47,8 +31,7 @@ template <typename Function> Function* Next(const char* name) {
 
 namespace framereel {
 
-void FailSystemCall(const std::string& in, int which, int error) {
-  folder = in + "/";
+void FailSystemCall(int which, int error) {
   left = which;
   reason = error;
   failed = "";
@@ -75,45 +58,45 @@ int open(const char* path, int flags, ...) {
     errno = EOPNOTSUPP;
     return -1;
   }
-  return Fails("open", path) ? -1 : Next<int(const char*, int, ...)>("open")(path, flags, mode);
+  return Fails("open") ? -1 : Next<int(const char*, int, ...)>("open")(path, flags, mode);
 }
 
 ssize_t write(int descriptor, const void* bytes, size_t count) {
-  if (Fails("write", descriptor)) return -1;
+  if (Fails("write")) return -1;
   return Next<ssize_t(int, const void*, size_t)>("write")(descriptor, bytes, count);
 }
 
 int fsync(int descriptor) {
-  return Fails("fsync", descriptor) ? -1 : Next<int(int)>("fsync")(descriptor);
+  return Fails("fsync") ? -1 : Next<int(int)>("fsync")(descriptor);
 }
 
 // One that fails has closed the descriptor all the same.
 int close(int descriptor) {
-  const bool fails = Fails("close", descriptor);
+  const bool fails = Fails("close");
   const int answer = Next<int(int)>("close")(descriptor);
   if (fails) errno = reason;
   return fails ? -1 : answer;
 }
 
 int chown(const char* path, uid_t owner, gid_t group) noexcept {
-  return FailsAt("chown", path) ? -1 : Next<int(const char*, uid_t, gid_t)>("chown")(path, owner, group);
+  return Fails("chown") ? -1 : Next<int(const char*, uid_t, gid_t)>("chown")(path, owner, group);
 }
 
 int lchown(const char* path, uid_t owner, gid_t group) noexcept {
-  return Fails("lchown", path) ? -1 : Next<int(const char*, uid_t, gid_t)>("lchown")(path, owner, group);
+  return Fails("lchown") ? -1 : Next<int(const char*, uid_t, gid_t)>("lchown")(path, owner, group);
 }
 
 int chmod(const char* path, mode_t mode) noexcept {
-  return FailsAt("chmod", path) ? -1 : Next<int(const char*, mode_t)>("chmod")(path, mode);
+  return Fails("chmod") ? -1 : Next<int(const char*, mode_t)>("chmod")(path, mode);
 }
 
 int linkat(int from, const char* old, int to, const char* path, int flags) noexcept {
-  if (Fails("linkat", path)) return -1;
+  if (Fails("linkat")) return -1;
   return Next<int(int, const char*, int, const char*, int)>("linkat")(from, old, to, path, flags);
 }
 
 int rename(const char* from, const char* to) noexcept {
-  return Fails("rename", from) ? -1 : Next<int(const char*, const char*)>("rename")(from, to);
+  return Fails("rename") ? -1 : Next<int(const char*, const char*)>("rename")(from, to);
 }
 
 } // extern "C"

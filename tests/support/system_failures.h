@@ -6,9 +6,8 @@
 
 namespace framereel {
 
-// Of these calls to come that are about what lies in the folder, the `which`th fails with that errno, from 0 on; none
-// below 0.
-void FailSystemCall(const std::string& folder, int which, int error);
+// Of these calls to come the `which`th fails with that errno, from 0 on; none below 0.
+void FailSystemCall(int which, int error);
 // The one that has failed since; "" while it has not come to that.
 std::string FailedSystemCall();
 
