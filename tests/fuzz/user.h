@@ -53,7 +53,7 @@ void CheckAnimation(User& user, bool screenIsRecorded);
 
 // ---- random_user.cpp ----------------------------------------------------------------------------------------------
 
-// When it does not hold, tells what the user did last, and ends the process.
+// When it does not hold, says so, and ends the process.
 void Expect(const User& user, bool holds, const std::string& what);
 
 } // namespace framereel

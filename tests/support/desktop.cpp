@@ -23,8 +23,4 @@ void Desktop::SetMode(int32_t width, int32_t height, int32_t depth) {
   ReadDisplayCaps();
 }
 
-void Desktop::SetDepth(int32_t depth) {
-  SetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, depth);
-}
-
 } // namespace framereel

@@ -16,7 +16,6 @@ public:
 
   // The user changes the mode, and the program hears of it. The screen is black then.
   void SetMode(int32_t width, int32_t height, int32_t depth);
-  void SetDepth(int32_t depth);
 };
 
 } // namespace framereel
