@@ -24,20 +24,11 @@ namespace framereel {
 
 constexpr uint32_t kBlue = 0x0000FF, kRed = 0xFF0000, kBlack = 0;
 
-// The screen to the left of the panel.
-inline std::vector<uint32_t> BesidesPanel() {
-  std::vector<uint32_t> pixels;
-  for (int y = 0; y < TheMemoryDisplay().height; ++y) {
-    for (int x = 0; x < TheMainWindow()->originX; ++x) pixels.push_back(MemoryPixel(x, y));
-  }
-  return pixels;
-}
-
-// Whether it is still the same, found without memory.
+// Whether the screen to the left of the panel is still the same; found without memory.
 inline bool IsBesidesPanel(const std::vector<uint32_t>& before) {
-  const int width = TheMainWindow()->originX;
+  const int width = TheMemoryDisplay().width;
   for (size_t i = 0; i < before.size(); ++i) {
-    if (MemoryPixel(int(i) % width, int(i) / width) != before[i]) return false;
+    if (int(i) % width < TheMainWindow()->originX && TheMemoryDisplay().screen[i] != before[i]) return false;
   }
   return true;
 }
@@ -47,10 +38,7 @@ class ApplicationTest : public testing::Test {
 protected:
   // On a screen of 640 by 480 at 96 to the inch.
   explicit ApplicationTest(int32_t dotsPerInch = 96)
-      : viewsAreUp((ViewsStartUp(), 1)), program(640 * dotsPerInch / 96, 480 * dotsPerInch / 96, 24, dotsPerInch) {
-    ::setenv("HOME", folder.path.c_str(), 1);
-    ::setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1); // where animations are kept, and offered from
-  }
+      : viewsAreUp((ViewsStartUp(), 1)), program(640 * dotsPerInch / 96, 480 * dotsPerInch / 96, 24, dotsPerInch) {}
   ~ApplicationTest() override { End(); }
 
   void Start() {
@@ -112,6 +100,7 @@ protected:
   }
   int viewsAreUp;
   WorkingFolder folder;
+  const HomeIn lives{folder};
   WindowProgram program;
   Application app;
   DisplayWindow* scene = nullptr;

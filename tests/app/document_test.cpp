@@ -82,7 +82,6 @@ protected:
     return paths;
   }
 
-  const HomeIn lives{folder};
   uint32_t shade = 0;
   std::string said;
   Script script;
@@ -173,7 +172,7 @@ TEST_F(DocumentTest, IsKeptWithoutAQuestionAndOfferedAtTheNextStart) {
 
 TEST_F(DocumentTest, AboutComesAndGoesWithTheLineOutOfItsWay) {
   EXPECT_EQ(app.splash.window, nullptr) << "it has gone behind the slide";
-  const std::vector<uint32_t> before = BesidesPanel();
+  const std::vector<uint32_t> before = TheMemoryDisplay().screen;
   AntsShow(app.area);
   for (const bool atRest : {true, false}) {
     Play("about about");
@@ -184,7 +183,7 @@ TEST_F(DocumentTest, AboutComesAndGoesWithTheLineOutOfItsWay) {
     EXPECT_TRUE(AntsAreUp(app.area));
   }
   AntsHide(app.area);
-  EXPECT_EQ(BesidesPanel() == before, true);
+  EXPECT_TRUE(IsBesidesPanel(before));
 }
 
 } // namespace

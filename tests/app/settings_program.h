@@ -11,6 +11,7 @@
 #include "core/file_refs.h"
 #include "recorder/engine/recorder_state.h"
 #include "recorder/engine/recording_scale.h"
+#include "support/script.h"
 #include "support/temporary_folder.h"
 #include "support/window_program.h"
 
@@ -55,13 +56,11 @@ struct SettingsProgram {
   // Area, delay, a capital letter for each flag that is set, and recording size: "0,0 440x330 333 ITLFBCe 100".
   std::string Told() const {
     const Rect& r = recorder.captureArea;
-    const auto number = [](int value) { return std::to_string(value); };
-    const auto flag = [](char letter, bool set) { return std::string(1, set ? letter : char(letter + 'a' - 'A')); };
-    return number(r.left) + "," + number(r.top) + " " + number(r.right - r.left) + "x" + number(r.bottom - r.top) +
-           " " + number(options.frameDelay) + " " + flag('I', options.interframeTransparency) +
-           flag('T', options.recordTimingInfo) + flag('L', options.loop) + flag('F', options.fakeScreen) +
-           flag('B', options.overlayBorder) + flag('C', options.overlayCursor) + flag('E', options.explorerCompatible) +
-           " " + number(ScaleOf(options.recordingSize).percent);
+    const auto flag = [](char letter, bool set) { return set ? letter : char(letter + 'a' - 'A'); };
+    return Text(r.left, ',', r.top, ' ', r.right - r.left, 'x', r.bottom - r.top, ' ', options.frameDelay, ' ',
+                flag('I', options.interframeTransparency), flag('T', options.recordTimingInfo), flag('L', options.loop),
+                flag('F', options.fakeScreen), flag('B', options.overlayBorder), flag('C', options.overlayCursor),
+                flag('E', options.explorerCompatible), ' ', ScaleOf(options.recordingSize).percent);
   }
 };
 

@@ -111,10 +111,9 @@ public:
     EXPECT_EQ(area.backdrop != nullptr, area.selectionArmed || area.selectionDragging);
     const char* state = area.selectionArmed ? "armed" : area.selectionDragging ? "dragging" : "rest";
     const Rect& r = recorder.captureArea;
-    std::ostringstream out;
-    out << state << " " << r.left << "," << r.top << " " << r.right - r.left << "x" << r.bottom - r.top
-        << (log.empty() ? "" : " ") << std::exchange(log, "");
-    return out.str();
+    const std::string told = std::exchange(log, "");
+    return Text(state, ' ', r.left, ',', r.top, ' ', r.right - r.left, 'x', r.bottom - r.top, told == "" ? "" : " ",
+                told);
   }
 
   void SetArea(const Rect& captured) {
@@ -131,9 +130,7 @@ public:
     if (now == line) return "line";
     const Rect& r = area.hoverRect;
     if (now != WithLine(line, RectGrow(r, 1, 1), area.hoverPhase)) return "mess";
-    std::ostringstream out;
-    out << r.left << "," << r.top << " " << r.right - r.left << "x" << r.bottom - r.top << "/" << area.hoverPhase;
-    return out.str();
+    return Text(r.left, ',', r.top, ' ', r.right - r.left, 'x', r.bottom - r.top, '/', area.hoverPhase);
   }
 
   RecordingOptions options;

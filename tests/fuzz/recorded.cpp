@@ -15,24 +15,17 @@
 namespace framereel {
 namespace {
 
-std::string Place(int32_t x, int32_t y) {
-  return std::to_string(x) + "," + std::to_string(y);
-}
-
-bool IsOnRim(const GifPicture& gif, int x, int y) {
-  return x == 0 || y == 0 || x == gif.width - 1 || y == gif.height - 1;
-}
-
 // Everything in the frames is dim, as other programs and the pointer are, or darker at and beyond the screen's edges.
 void ExpectOthersOnly(const User& user, const GifPicture& gif) {
   for (size_t f = 0; f < gif.frames.size(); ++f) {
     const GifFrame& frame = gif.frames[f];
     for (size_t i = 0; i < frame.indices.size(); ++i) {
       const int x = frame.left + int(i) % frame.width, y = frame.top + int(i) / frame.width;
-      if (frame.indices[i] == frame.transparent || IsOnRim(gif, x, y)) continue;
+      const bool onRim = x == 0 || y == 0 || x == gif.width - 1 || y == gif.height - 1;
+      if (frame.indices[i] == frame.transparent || onRim) continue;
       const uint32_t colour = gif.colours[frame.indices[i]];
       if (IsDim(colour, user.mixture.offScreen)) continue;
-      Expect(user, false, "something of ours is recorded, frame " + std::to_string(f) + " at " + Place(x, y));
+      Expect(user, false, Text("something of ours is recorded, frame ", f, " at ", x, ',', y));
     }
   }
 }
@@ -63,7 +56,7 @@ void ExpectTheScreen(const User& user, const GifPicture& gif) {
       if (IsUnderPointer(screenX, screenY)) continue;
       const PaletteColour c = MemoryColourOf(MemoryPixel(screenX, screenY));
       const bool near = IsNear(shown[size_t(y * gif.width + x)], uint32_t(c.red << 16 | c.green << 8 | c.blue));
-      Expect(user, near, "the last frame is not what the screen shows at " + Place(screenX, screenY));
+      if (!near) Expect(user, false, Text("the last frame is not what the screen shows at ", screenX, ',', screenY));
     }
   }
 }

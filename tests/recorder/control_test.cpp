@@ -212,22 +212,5 @@ TEST(Control, PutsBackOnlyWhatStillShowsThePictureAlsoAtTheEdges) {
   }
 }
 
-TEST(Control, HasThePlaceThatAPictureLeavesPaintedAnewBeforeItTakesAnother) {
-  Stage stage(24, kArea);
-  uint32_t asked = 0;
-  stage.scene->paint = [&] {
-    asked = ::GetTickCount();
-    stage.Paint();
-  };
-  stage.script.Act("start");
-  RunFor(1500);
-  stage.script.Act("paint");
-  stage.recorder.captureArea = {70, 100, 160, 200};
-  const uint32_t stopped = ::GetTickCount();
-  stage.script.Act("stop");
-  EXPECT_EQ(asked, stopped);
-  stage.ExpectScene(kArea);
-}
-
 } // namespace
 } // namespace framereel

@@ -22,8 +22,8 @@ namespace framereel {
 // Stands on a Desktop, and goes ahead of it. Hears of changes of the display as the program does.
 struct Recording {
   RecordingOptions options;
-  OwnStream stream;
-  GifWriter gif = WriterInto(&stream);
+  OwnWriter gif;
+  AnimationStream& stream = gif.ownStream;
   RecorderState recorder;
   std::string status;   // the panel's status line
   std::string message;  // why the screen cannot be recorded; empty while it is hidden
@@ -31,7 +31,7 @@ struct Recording {
   RecordButtons buttons = {true, true, false};
   bool optionsEnabled = true;
 
-  explicit Recording(const Rect& area = {}, const RecordingOptions& withOptions = {}) : options(withOptions) {
+  explicit Recording(const Rect& area = {}) {
     RecorderPanel panel;
     panel.owner = this;
     panel.setStatus = [](void* owner, const char* text) { Owner(owner).status = text; };
@@ -74,13 +74,6 @@ private:
   }
   static void HearOfChange(intptr_t subject, void* recording) {
     if (subject == kChangeDisplay) RecorderCheckScreen(Owner(recording).recorder);
-  }
-  // The compressor's tables are large, so all recordings share them.
-  static GifWriter WriterInto(AnimationStream* stream) {
-    static OwnWriter shared;
-    GifWriter gif = shared;
-    gif.stream = stream;
-    return gif;
   }
 };
 
