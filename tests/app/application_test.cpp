@@ -135,8 +135,7 @@ TEST_F(ApplicationTest, TellsThatMemoryHasEndedWithWhatIsLeftOfIt) {
     });
     FatalExit();
   };
-  TimerSchedule(exhaust, nullptr, 0);
-  EXPECT_EXIT(RunFor(100), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT((TimerSchedule(exhaust, nullptr, 0), RunFor(100)), testing::ExitedWithCode(0), "");
 }
 
 } // namespace
