@@ -61,13 +61,12 @@ inline void PassTime(uint32_t milliseconds) {
 
 // There is one at a time. It starts with the area's display set up and nothing selected.
 //
-// Words of its own: "begin" is SelectionBegin, "stopall" AreaShutDown, "frame" puts a frame
-// into the animation, "slip X" moves the pointer unseen, "mode W H D" is another display, "size44" and "size25" are
-// options, "bare" takes all but the window from the panel. "pass MS": the clock goes on, and all timers that are due
-// fire, but nothing else happens. "readouts" tells them. Of the line: "showline", "hideline", "pauseline",
-// "toggleline", "refresh", "recompute"; "look" tells whether it stands round the area or nothing does, for a screen as
-// it was at "note", or round which window and in what phase the outline stands besides, and "pause" after how many
-// steps of the line it is back.
+// Words of its own: "begin" is SelectionBegin, "stopall" AreaShutDown, "frame" puts a frame into the animation, "slip
+// X" moves the pointer unseen, "mode W H D" is another display, "size44" and "size25" are options. "pass MS": the clock
+// goes on, and all timers that are due fire, but nothing else happens. "readouts" tells them. Of the line: "showline",
+// "hideline", "pauseline", "toggleline", "refresh", "recompute"; "look" tells whether it stands round the area or
+// nothing does, for a screen as it was at "note", or round which window and in what phase the outline stands besides,
+// and "pause" after how many steps of the line it is back.
 class AreaProgram : public WindowScript {
   AnimationStream stream;
 
@@ -148,7 +147,6 @@ private:
         {"hide", WindowPickHide},   {"freezes", SelectionEnd}};
     for (const auto& [word, call] : calls) words[word] = [this, call = call](std::istream&) { call(area); };
     words["toggleline"] = [this](std::istream&) { AntsToggle(area); };
-    words["bare"] = [this](std::istream&) { AreaTakePanel(area, {.window = panel.window}); };
     words["frame"] = [this](std::istream&) { StreamAppend(stream, 1, "x"); };
     words["size44"] = [this](std::istream&) { options.recordingSize = kSize44; };
     words["size25"] = [this](std::istream&) { options.recordingSize = kSize25; };

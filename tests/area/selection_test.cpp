@@ -8,8 +8,7 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
   const struct {
     const char *steps, *state;
   } cases[] = {
-      // Armed: nothing but a press or Space begins, and Esc ends it.
-      {"begin m 100 80", "armed 0,0 440x330"},
+      // Armed, Esc ends it.
       {"begin m 100 80 esc", "rest 0,0 440x330 save"},
       // Dragging with the mouse, in all directions, across the panel and to the screen's ends.
       {"begin m 100 80 d m 40 90", "dragging 40,80 61x11"},
@@ -36,9 +35,8 @@ TEST(Selection, GoesFromStateToStateByMouseAndKeys) {
       {"frame space", "rest 0,0 440x330"},
       // The arrow keys move the pointer in every state.
       {"m 300 200 left left up begin right down down down d right up", "dragging 299,201 2x2"},
-      // The display changes under it; the panel has neither labels nor functions.
+      // The display changes under it.
       {"begin m 100 80 d m 120 90 mode 800 600 16 m 700 500 u", "rest 100,80 601x421 !2on16 save"},
-      {"bare esc begin m 100 80 d m 120 90 u m 10 10 space esc", "rest 10,10 1x1"},
       // The aligned area and the animation's size.
       {"readouts", "rest 0,0 440x330 Size: 440x330, Top Left: 0,0"},
       {"size44 begin m 10 20 d m 309 319 u readouts",

@@ -58,7 +58,6 @@ TEST(WindowPick, GoesFromWindowToWindowAndEnds) {
       {"m 3 250 pick d", "rest 0,200 51x100 window save"},
       {"m 175 155 pick d", "rest 160,140 20x20 window save"},
       {"m 185 155 pick d", "rest 170,150 25x15 window save"},
-      {"m 185 176 pick d", "rest 120,130 101x51 window save"},
       {"m 450 120 pick d", "rest 399,41 206x125 window save"}, // our panel, and the main window beside it
       {"m 500 250 pick d", "rest 397,38 243x250 window save"},
       {"m 3 400 pick d beeps", "rest 0,0 440x330 window save 1 beeps"},
