@@ -12,6 +12,7 @@
 namespace framereel {
 namespace {
 
+constexpr int kWidths[] = {INT16_MAX, 2, 150}, kHeights[] = {2, INT16_MAX, 30}; // of desktops; most are of the last
 constexpr int kDepths[] = {1, 2, 4, 8, 16, 24, 32}, kOtherDepth = 12;
 
 int Depth() {
@@ -73,14 +74,8 @@ struct PlainVerdict {
 // lets time pass.
 class Film {
 public:
-  // On a desktop that is small, or as wide or as high as the fields hold.
   Film(int depth, uint32_t seed)
-      : dice(seed), width(seed == 0   ? INT16_MAX
-                          : seed == 1 ? 2
-                                      : 150),
-        height(seed == 0   ? 2
-               : seed == 1 ? INT16_MAX
-                           : 30),
+      : dice(seed), width(kWidths[std::min(seed % 20, 2u)]), height(kHeights[std::min(seed % 20, 2u)]),
         desktop(width, height, depth) {
     TheMemoryDisplay().tick = seed % 2 ? 0xFFFFF000 : 0; // the clock wraps during every other one
     verdict.See({});
@@ -184,9 +179,9 @@ private:
     ::Sleep(kind == 0 ? 0x80000000 + DWORD(dice.Below(1000000)) : DWORD(dice.Below(kind < 4 ? 2000000 : 700)));
     if (changesDepth && dice.OneIn(6)) SetDepth(8 * (2 + dice.Below(3)));
     if (changesSize && dice.OneIn(6)) { // also to one that the area does not lie on
-      MemoryDisplaySetMode(std::max(1, width >> dice.Below(4)), std::max(1, height >> dice.Below(3)), Depth());
-      if (dice.OneIn(2))
-        SetMode(TheMemoryDisplay().width, TheMemoryDisplay().height, Depth()); // the program hears of it
+      const int across = std::max(1, width >> dice.Below(4)), down = std::max(1, height >> dice.Below(3));
+      // The program need not have heard of it.
+      dice.OneIn(2) ? SetMode(across, down, Depth()) : MemoryDisplaySetMode(across, down, Depth());
     }
     MemoryDisplay& display = TheMemoryDisplay();
     if (!dice.OneIn(3)) DisplayMovePointer(area.left + dice.Below(40) - 4, area.top + dice.Below(20) - 3);
