@@ -160,7 +160,7 @@ TEST(Notifiers, TellEachListenerThatStoodAndStandsOnceFromTheLastOn) {
       {"+a+b+c>", "", "-b", "(ca)"},        {"+a+b+c>", "-c", "", "(cba)"},      {"+a+b+c>>", "+d", "", "(cba)(dcba)"},
       {"+a+b+c>", "!", "", "(cb)"},         {"+a+b+c>", "!+d+d+d", "", "(cb)"},  {"+a+b+c>", "", "-b+b", "(ca)"},
       {"+a+b+c>", ">", "", "(cb(cba)a)"},   {"+a+b+c>", "-a", "-c>", "(c(b)b)"}, {"+a+b+c>", "", ">-b", "(c(cba)a)"},
-      {"+a+b+c>", "-b", ">", "(c(cba)a)"},
+
   };
   for (const auto& one : cases) {
     does = {{'b', one.b}, {'c', one.c}};

@@ -32,13 +32,23 @@ struct Stage : WindowProgram, Recording {
       static_cast<Stage*>(static_cast<Recording*>(owner))->Mark(work != PictureWork::kBegins);
     };
     RecorderInit(recorder);
-    AddWords();
     scene = MemoryOpenWindow("Scene", {0, 0, kWidth, kHeight}, 0);
     scene->paint = [this] { Paint(); };
     MemoryGiveKeyboard(scene);
     Settle();
     Paint();
     Mark(true);
+    script.Add("start", [this] { RecorderStart(recorder); });
+    script.Add("stop", [this] { RecorderStop(recorder); });
+    script.Add("grab", [this] { RecorderGrab(recorder); });
+    script.Add("thaw", [this] { RecorderThaw(recorder); });
+    script.Add("shutdown", [this] { RecorderShutDown(recorder); });
+    script.Add("delay", [this](uint16_t time) { options.frameDelay = time; });
+    script.Add("busy", [this] { recorder.panel.setStatus = [](void*, const char*) { ::Sleep(7); }; }); // at each frame
+    script.Add("fill", [this] { std::swap(stream.streamSize, otherSize); });
+    script.Add("mode", [](int32_t bits) { MemoryDisplaySetMode(kWidth, kHeight, bits); });
+    script.Add("paint", [this] { ++changes, Paint(); });
+    script.Add("lively", [this] { lively = !lively; });
   }
   ~Stage() { RecorderShutDown(recorder); }
 
@@ -53,21 +63,6 @@ struct Stage : WindowProgram, Recording {
   void Mark(bool on) {
     if (marked != on) MemoryPixel(100, 80) ^= white;
     marked = on;
-  }
-
-  void AddWords() {
-    script.Add("start", [this] { RecorderStart(recorder); });
-    script.Add("stop", [this] { RecorderStop(recorder); });
-    script.Add("grab", [this] { RecorderGrab(recorder); });
-    script.Add("thaw", [this] { RecorderThaw(recorder); });
-    script.Add("shutdown", [this] { RecorderShutDown(recorder); });
-    script.Add("delay", [this](uint16_t time) { options.frameDelay = time; });
-    script.Add("busy", [this] { recorder.panel.setStatus = [](void*, const char*) { ::Sleep(7); }; }); // at each frame
-    script.Add("fill", [this] { std::swap(stream.streamSize, otherSize); });
-    script.Add("mode", [](int32_t bits) { MemoryDisplaySetMode(kWidth, kHeight, bits); });
-    script.Add("paint", [this] { ++changes, Paint(); });
-    script.Add("lively", [this] { lively = true; });
-    script.Add("still", [this] { lively = false, Paint(); });
   }
 
   bool Stands(const BitmapResource& picture) const {
@@ -114,11 +109,10 @@ struct Stage : WindowProgram, Recording {
   }
 };
 
-// Scripts by the clock, with the keys and the words of Stage::AddWords. What
-// comes of it, with the time at which it is seen first: the picture on the screen (1, 2, 3, P for the pause sign), the
-// buttons that can be pressed (Start, Grab, sTop), F while the options are frozen, a ! for each beep, and the number of
-// frames with the last one's delay. The chords are looked for each 201 ms, digits change each 1001, a frame comes each
-// 100.
+// Scripts by the clock, of keys and the words of Stage. What comes of them, with the time at which it is seen first:
+// the picture on the screen (1, 2, 3, P for the pause sign), the buttons that can be pressed (Start, Grab, sTop), F
+// while the options are frozen, a ! for each beep, and the number of frames with the last one's delay. The chords are
+// looked for each 201 ms, digits change each 1001, a frame comes each 100.
 const struct {
   const char* script;
   uint32_t end;
@@ -156,9 +150,9 @@ const struct {
      "0 SG, 1 T, 51 3T, 1052 2T, 1500 T, 2053 1T, 3054 TF1:0, 3154 TF2:10, 3554 TF3:40, 3600 PSGF3:40, "
      "3700 SGF3:40, 5000 SGF4:9"},
     // The interval runs from the start of a frame to the start of the next, and a new one is taken up behind a frame.
-    {"1 start 10 delay:24 20 busy 3000 lively 3180 delay:498 4210 still", 4750,
+    {"1 start 10 delay:24 20 busy 3000 lively 3180 delay:498 4210 lively 4211 paint", 4750,
      "0 SG, 1 T, 51 3T, 1052 2T, 2053 1T, 3054 TF1:0, 3079 TF2:2, 3104 TF3:2, 3129 TF4:2, 3154 TF5:2, 3179 TF6:2, "
-     "3204 TF7:2, 3703 TF8:49, 4202 TF9:49"},
+     "3204 TF7:2, 3703 TF8:49, 4202 TF9:49, 4701 TF10:49"},
 };
 
 TEST(Control, TakesFramesAsTheUserWants) {

@@ -1,8 +1,12 @@
 // What the random animations do not reach: each form of the hot loop, large numbers, and the rates of the popup.
+#include <unistd.h>
+
 #include "core/app_strings.h"
+#include "core/memory.h"
 #include "recorder/engine/cube_index.h"
 #include "recorder/engine/frame_rates.h"
 #include "recorder/recording.h"
+#include "support/allocations.h"
 #include "support/script.h"
 
 namespace framereel {
@@ -36,6 +40,22 @@ TEST(CubeForms, GiveTheNearestLevelsAndTouchNothingElse) {
     }
   }
   EXPECT_EQ(CubeForms().back()(bgr.data(), 31, expected.data()), 31u);
+}
+
+// ---- An end for want of memory -------------------------------------------------------------------------------------
+
+// The hook, which may run a loop, knows then that a frame is being taken, and another capture does nothing. What
+// happens when other memory ends stands in the tests of the programs.
+TEST(EngineDeathTest, ACaptureThatComesInWhileAnotherOneEndsForWantOfMemoryDoesNothing) {
+  const Desktop desktop(40, 30, 24);
+  Recording recording({2, 3, 14, 21});
+  const auto captureOnceMore = [](void* recorder, uint32_t count) {
+    RecorderCaptureFrame(*static_cast<RecorderState*>(recorder), true);
+    ::_exit(2 + int(count));
+  };
+  SetMemFailureHook(captureOnceMore, &recording.recorder);
+  ASSERT_EXIT((FailAllocations(0), recording.Capture()), testing::ExitedWithCode(3), "");
+  SetMemFailureHook(nullptr, nullptr);
 }
 
 // ---- Words and tables ---------------------------------------------------------------------------------------------
