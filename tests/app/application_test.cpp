@@ -54,6 +54,7 @@ TEST_F(ApplicationTest, ShowsTheWindowThatTheUserPointsAtUntilHeTakesItOrARecord
     return std::string(text);
   };
   for (const bool records : {false, true}) {
+    std::filesystem::remove(folder.usersSettings);
     const uint32_t refreshes = TheMemoryDesktop().refreshes;
     if (records) RecorderStart(app.recorder);
     BeginPick(100, 100);

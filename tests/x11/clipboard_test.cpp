@@ -127,12 +127,16 @@ TEST_F(X11ClipboardTest, AStuckNeighbourIsNotWaitedForAndNothingIsMissedMeanwhil
   Key(XK_x, false);
   EXPECT_EQ(Next(Kind::kKeyDown, window).text, "x");
   EXPECT_EQ(Next(Kind::kKeyUp, window).key, 'X');
-  // What comes too late finds somebody, or it would be an error that ends the other program.
+  // What comes too late finds somebody, or it would be an error that ends the other program,
   XEvent late{};
   while (XCheckTypedWindowEvent(artist.display, asker, SelectionRequest, &late)) {
     EXPECT_NE(artist.State(late.xselectionrequest.requestor).all_event_masks, 0);
   }
   EXPECT_EQ(late.type, SelectionRequest);
+  // and does not get in the way of the next.
+  X11Live()->selections.patience = 20000;
+  TheyShare("whole", "UTF8_STRING");
+  EXPECT_EQ(DisplaySharedText(SharedText::kClipboard), "whole");
 }
 
 } // namespace

@@ -16,6 +16,8 @@ namespace framereel {
 
 namespace {
 
+// ---- The manager -------------------------------------------------------------------------------------------------
+
 int line; // to the test: a letter for each order, and for what the program says
 SmsConn program;
 
@@ -35,7 +37,7 @@ Status Welcome(SmsConn from, SmPointer, unsigned long* mask, SmsCallbacks* callb
   callbacks->interact_request.callback = [](SmsConn, SmPointer, int) { Report('a'), SmsInteract(program); };
   callbacks->interact_done.callback = [](SmsConn, SmPointer, Bool cancels) { Report(cancels ? 'n' : 'y'); };
   callbacks->save_yourself_done.callback = [](SmsConn, SmPointer, Bool saved) { Report(saved ? 's' : 'f'); };
-  callbacks->close_connection.callback = [](SmsConn, SmPointer, int, char**) { ::_exit(0); };
+  callbacks->close_connection.callback = [](SmsConn, SmPointer, int, char**) { Report('x'), ::_exit(0); };
   callbacks->set_properties.callback = [](SmsConn, SmPointer, int, SmProp** properties) { ::free(properties); };
   return 1;
 }
@@ -77,6 +79,8 @@ void Obey(char order) {
   ::_exit(0);
 }
 
+// ---- The program -------------------------------------------------------------------------------------------------
+
 class X11Logout : public X11WindowTest {
 protected:
   void SetUp() override {
@@ -98,7 +102,7 @@ protected:
   }
   void TearDown() override {
     X11WindowTest::TearDown();
-    if (manager >= 0) ::close(manager);
+    ::close(manager);
   }
 
   void Hear() {
@@ -134,7 +138,14 @@ TEST_F(X11Logout, WaitsForOurAnswerAndMayBeTakenBackByBothSides) {
   EXPECT_EQ(After("", 2, 0), "ys ");
   EXPECT_EQ(After("h", 1, 0), "s ") << "nobody may be asked";
   EXPECT_EQ(After("d", 0, 1), " E");
-  ::close(std::exchange(manager, -1)); // and so it is gone without a word
+  DisplayClose();
+  ASSERT_TRUE(DisplayOpen());
+  EXPECT_EQ(After("", 1, 0), "x ");
+}
+
+TEST_F(X11Logout, AManagerThatIsGoneIsNoEnd) {
+  EXPECT_EQ(After("", 1, 0), "s ");
+  ::close(std::exchange(manager, -1)); // it ends without a word
   Until([&] { return Drain(), !X11Live()->session.manager; });
 }
 
