@@ -1,5 +1,4 @@
-// The chunked store under random operations beside a plain vector: nothing is lost or moved where chunks
-// begin and end.
+// The chunked store under random operations beside a plain vector: nothing is lost or moved where chunks begin and end.
 #include "gif/animation_stream.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Compressed pixels against the plain writer, byte for byte, where the random animations of the recorder's tests do not
-// reach: full dictionaries, and what the hash loses. The records stand there.
+// Records and compressed pixels, byte for byte, where the random animations of the recorder's tests do not reach:
+// fields that the engine never sets, full dictionaries, and what the hash loses.
 #include "gif/gif_records.h"
 
 #include <gtest/gtest.h>
@@ -27,6 +27,18 @@ protected:
   OwnWriter gif;
   Dice dice{1};
 };
+
+TEST_F(GifRecords, HaveTheFieldsThatTheyAreGiven) {
+  const uint8_t table[] = {1, 2, 3, 4, 5, 6};
+  GifWriteHeader(gif, 0x7FFE, 0x0102, 1, 7, 1, table);
+  GifWriteLoop(gif, 0xFEDC);
+  GifWriteDescriptor(gif, 0x0304, -2, 0x7FFF, 1, 1, table);
+  const Bytes expected = {'G',  'I',  'F',  '8', '9', 'a',  0xFE, 0x7F, 2,    1,   0x80, 7,   0x31, 1,
+                          2,    3,    4,    5,   6,   0x21, 0xFF, 11,   'N',  'E', 'T',  'S', 'C',  'A',
+                          'P',  'E',  '2',  '.', '0', 3,    1,    0xDC, 0xFE, 0,   0x2C, 4,   3,    0xFE,
+                          0xFF, 0xFF, 0x7F, 1,   0,   0xC0, 1,    2,    3,    4,   5,    6};
+  EXPECT_EQ(StreamBytes(gif.ownStream), expected);
+}
 
 // Sub-blocks that are just full are among them, and images that end as the dictionary is full.
 TEST_F(GifRecords, AreThePlainBytesForNoiseAndRunsOfTheLengthsThatMatter) {

@@ -63,19 +63,22 @@ bool ManagerBelievesActive(X11Connection* x, const DisplayWindow& window) {
   return X11ReadItems(x, x->root, X11AtomOf(x, kNetActiveWindow), XA_WINDOW) == std::vector<unsigned long>{window.id};
 }
 
-void AskForFocus(X11Connection* x, DisplayWindow* window) {
-  window->wantsKeyboard = false;
-  const bool asks = X11IsManaged(*window) && X11ManagerCan(x, kNetActiveWindow);
-  if (!asks || ManagerBelievesActive(x, *window)) {
-    XSetInputFocus(x->display, window->id, RevertToPointerRoot, CurrentTime);
-  }
-  if (!asks) return;
-  // In any case, for earlier requests may still wait with the manager. An application asks, and says when its user was
-  // last at work, and in which of its windows.
+// An application asks, and says when its user was last at work, and in which of its windows.
+void AskManagerForFocus(X11Connection* x, const DisplayWindow& window) {
   constexpr long application = 1;
   const DisplayWindow* focused = x->desktop.focus.focused;
-  long current = focused ? long(focused->id) : None;
-  X11AskManager(x, *window, kNetActiveWindow, {application, long(x->desktop.userTime), current, 0, 0});
+  const long current = focused ? long(focused->id) : None;
+  X11AskManager(x, window, kNetActiveWindow, {application, long(x->desktop.userTime), current, 0, 0});
+}
+
+void AskForFocus(X11Connection* x, DisplayWindow* window) {
+  window->wantsKeyboard = false;
+  const bool isManaged = X11IsManaged(*window) && X11ManagerCan(x, kNetActiveWindow);
+  if (!isManaged || ManagerBelievesActive(x, *window)) {
+    XSetInputFocus(x->display, window->id, RevertToPointerRoot, CurrentTime);
+  }
+  // Also where the focus has been taken, for earlier requests may still wait with the manager.
+  if (isManaged) AskManagerForFocus(x, *window);
 }
 
 } // namespace

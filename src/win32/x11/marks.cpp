@@ -158,8 +158,8 @@ Sight LookFor(X11Connection* x, const X11ClearedMark& mark) {
 
 // For what is about to be cleared, and stands no more.
 void NoteCleared(X11Connection* x, const X11Mark& mark, const std::vector<uint32_t>& shown) {
-  X11ClearedMark& cleared = x->marks.cleared.emplace_back();
-  cleared = {mark.where, shown, !IsPicture(mark), false, DisplayTick()};
+  x->marks.cleared.push_back({mark.where, shown, !IsPicture(mark), false, DisplayTick()});
+  X11ClearedMark& cleared = x->marks.cleared.back();
   cleared.seen = LookFor(x, cleared) == Sight::kAll;
 }
 

@@ -49,7 +49,7 @@ struct X11ClearedMark {
   PixelRect where;
   std::vector<uint32_t> shown;
   bool inverted;
-  bool seen;     // on the screen; otherwise it may be yet to come
+  bool seen;     // it has been on the screen; otherwise it may be yet to come
   uint32_t tick; // when it was cleared
 };
 
